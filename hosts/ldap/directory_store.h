@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/ldap/schema.h"
+
+namespace pelora::ldap {
+
+/// What became of a request: an LDAP result code (0: done; negative: the client's own failures, as
+/// libldap numbers them) and the server's text, for the details.
+struct [[nodiscard]] StoreStatus {
+  int code = 0;
+  std::string text;
+
+  [[nodiscard]] bool Ok() const { return code == 0; }
+};
+
+/// Compares attribute names: ASCII, without case.
+struct AttributeNameLess {
+  using is_transparent = void;
+  bool operator()(std::string_view left, std::string_view right) const;
+};
+
+/// Attribute values as the directory holds them: byte strings, in the directory's order.
+using AttributeValues = std::vector<std::string>;
+using AttributeMap = std::map<std::string, AttributeValues, AttributeNameLess>;
+
+/// One entry of the directory, or the part of it that was asked for.
+struct Entry {
+  std::string dn;
+  AttributeMap attributes;
+};
+
+/// One change of one attribute within a modify request.
+struct Modification {
+  enum class Operation : std::uint8_t { kAdd, kDelete, kReplace };
+  Operation operation = Operation::kReplace;
+  std::string attribute;
+  /// None with `kReplace`: the attribute is removed, absent or not.
+  AttributeValues values;
+};
+
+enum class SearchScope : std::uint8_t { kBase, kOneLevel, kSubtree };
+
+/// A search below `base`. No attributes named: all user attributes.
+struct SearchRequest {
+  std::string base;
+  SearchScope scope = SearchScope::kBase;
+  std::string filter = "(objectClass=*)";
+  std::vector<std::string> attributes;
+};
+
+/// Takes found entries one by one; false ends the search (which is then done, not failed).
+using EntrySink = std::function<bool(Entry entry)>;
+
+/// A directory that entries are read from and written to: an embedded file or a server.
+///
+/// One store is used on one thread; a host that searches beside its windows opens a second one.
+/// Adding and deleting values follows the permissive way: a value that is there already is not added
+/// again, one that is not there is deleted without complaint.
+class IDirectoryStore {
+ public:
+  virtual ~IDirectoryStore() = default;
+
+  /// Value types of the directory's attributes; read once.
+  [[nodiscard]] virtual const Schema& schema() const = 0;
+  /// The directory's root entry: `defaultNamingContext` and its like.
+  virtual StoreStatus ReadRoot(Entry& root) = 0;
+  /// Reads the entry `dn`; code 32 when there is none.
+  virtual StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                           Entry& entry) = 0;
+  virtual StoreStatus Search(const SearchRequest& request, const EntrySink& sink) = 0;
+  /// Takes effect whole or not at all and, once done, outlives a crash.
+  virtual StoreStatus Modify(const std::string& dn,
+                             std::span<const Modification> modifications) = 0;
+  virtual StoreStatus Add(const Entry& entry) = 0;
+};
+
+}  // namespace pelora::ldap

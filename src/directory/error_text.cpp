@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "directory/error_text.h"
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+
+namespace pelora {
+
+Message MakeErrorMessage(HRESULT status, std::string_view message) {
+  std::string text(message.empty() ? std::string_view("Unknown error occured") : message);
+  if (status != S_OK) {
+    std::array<char, 16> code{};
+    std::snprintf(code.data(), code.size(), "0X%X",
+                  static_cast<unsigned int>(static_cast<std::uint32_t>(status)));
+    text += "\r\n\r\nError code: ";
+    text += code.data();
+  }
+  return {.text = std::move(text),
+          .caption = "Pelora Error",
+          .icon = FAILED(status) ? MessageIcon::kError : MessageIcon::kWarning,
+          .buttons = MessageButtons::kOk};
+}
+
+}  // namespace pelora

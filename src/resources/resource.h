@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PELORA_RESOURCES_RESOURCE_H_
+#define PELORA_RESOURCES_RESOURCE_H_
+
+/* Numbers of the module's resources and of the controls in its dialog templates. The resource
+ * compiler reads this file too, so there is nothing in it but definitions. A control that means the
+ * same on several templates has the same number on each. */
+
+/* Dialog templates. */
+#define IDD_PROPPAGE_USER 102
+
+/* The account and visibility boxes. */
+#define IDC_PELORA_ACCOUNT 214
+#define IDC_PELORA_HIDDEN 243
+
+/* An object's own quota. */
+#define IDC_QUOTA_OVERRIDE 202
+#define IDC_QUOTA_WARN 203
+#define IDC_QUOTA_SOFT 204
+#define IDC_QUOTA_HARD 205
+#define IDC_QUOTA_WARN_LABEL 277
+#define IDC_QUOTA_SOFT_LABEL 278
+#define IDC_QUOTA_HARD_LABEL 279
+
+/* The e-mail addresses. */
+#define IDC_EMAIL_LIST 206
+#define IDC_EMAIL_ADD 207
+#define IDC_EMAIL_DELETE 208
+#define IDC_EMAIL_MODIFY 209
+#define IDC_EMAIL_DEFAULT 213
+#define IDC_EMAIL_GROUP 247
+
+/* Those who may send in the object's name. */
+#define IDC_SENDAS_LIST 237
+#define IDC_SENDAS_ADD 238
+#define IDC_SENDAS_DELETE 239
+#define IDC_SENDAS_GROUP 248
+
+/* The account type, the resource capacity and the home server. */
+#define IDC_ACCOUNT_TYPE 284
+#define IDC_CAPACITY_LABEL 297
+#define IDC_CAPACITY 298
+#define IDC_SERVER_GROUP 266
+#define IDC_SERVER 242
+#define IDC_SERVER_SELECT 271
+
+#endif
