@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/dialog_page.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+#include <utility>
+
+namespace pelora {
+
+CDialogPage::CDialogPage(DialogId dialog_template, std::string title)
+    : template_(dialog_template), title_(std::move(title)) {}
+
+std::int32_t CDialogPage::OnInitDialog(IDialog& dialog) {
+  dialog_ = &dialog;
+  return Guarded(E_UNEXPECTED, [this] { return InitDialog(); });
+}
+
+std::int32_t CDialogPage::OnCommand(ControlId id, ControlNotification notification) {
+  const auto command = std::ranges::find_if(commands_, [&](const Command& row) {
+    return row.control == id && row.notification == notification;
+  });
+  if (command == commands_.end()) return 0;
+  return Guarded(0, command->handler);
+}
+
+std::int32_t CDialogPage::OnPageNotification(PageNotification notification) {
+  return Guarded(kPageInvalidStay, [&] { return AnswerPage(notification); });
+}
+
+void CDialogPage::OnDestroy() { dialog_ = nullptr; }
+
+void CDialogPage::Route(std::vector<Command> commands) {
+  std::ranges::move(commands, std::back_inserter(commands_));
+}
+
+std::int32_t CDialogPage::Guarded(std::int32_t on_exception,
+                                  const std::function<std::int32_t()>& action) {
+  try {
+    return action();
+  } catch (const std::bad_alloc&) {
+    ReportException(E_OUTOFMEMORY);
+  } catch (...) {
+    ReportException(E_UNEXPECTED);
+  }
+  return on_exception;
+}
+
+}  // namespace pelora

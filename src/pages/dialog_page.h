@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/dialog_controller.h"
+
+namespace pelora {
+
+/// What a page does when one of its controls reports something; the result is the message's result.
+using CommandHandler = std::function<std::int32_t()>;
+
+/// One row of a page's command table.
+struct Command {
+  ControlId control = 0;
+  ControlNotification notification = ControlNotification::kClicked;
+  CommandHandler handler;
+};
+
+/// The dialog side of a page: which template it is made from and under which title, the dialog
+/// while there is one, and the table that routes what its controls report.
+class CDialogPage : public IDialogController {
+ public:
+  CDialogPage(DialogId dialog_template, std::string title);
+
+  [[nodiscard]] DialogId dialog_template() const { return template_; }
+  [[nodiscard]] const std::string& title() const { return title_; }
+  /// None before the dialog is made and after it is gone.
+  [[nodiscard]] IDialog* dialog() const { return dialog_; }
+
+  /// Keeps the dialog, then lets the page fill it.
+  std::int32_t OnInitDialog(IDialog& dialog) final;
+  /// Notifications that the table does not name are nobody's business; the result is 0.
+  std::int32_t OnCommand(ControlId id, ControlNotification notification) final;
+  std::int32_t OnPageNotification(PageNotification notification) final;
+  void OnDestroy() final;
+
+ protected:
+  /// Fills the controls; the result is the message's result.
+  virtual std::int32_t InitDialog() = 0;
+  /// Answers a notification of the sheet or wizard.
+  virtual std::int32_t AnswerPage(PageNotification notification) = 0;
+  /// An exception has been stopped on its way out to the host; `status` says what it was.
+  virtual void ReportException(HRESULT status) = 0;
+
+  /// Appends rows to the command table.
+  void Route(std::vector<Command> commands);
+
+ private:
+  /// Runs `action`; an exception is reported and gives `on_exception`.
+  std::int32_t Guarded(std::int32_t on_exception, const std::function<std::int32_t()>& action);
+
+  DialogId template_;
+  std::string title_;
+  IDialog* dialog_ = nullptr;
+  std::vector<Command> commands_;
+};
+
+}  // namespace pelora

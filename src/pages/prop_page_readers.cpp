@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "pages/prop_page.h"
+
+namespace pelora {
+namespace {
+
+/// Part of every name that refers to a deleted object, in its escaped form.
+constexpr std::string_view kDeletedMark = "\\0ADEL:";
+constexpr std::size_t kLongestElement = 1023;
+
+bool RefersToDeletedObject(std::string_view value) {
+  return value.find(kDeletedMark) != std::string_view::npos;
+}
+
+/// The first `count` characters of a text in UTF-8; none is cut in two.
+std::string FirstCharacters(std::string_view text, std::size_t count) {
+  std::size_t end = 0;
+  for (; end < text.size(); ++end) {
+    const bool starts_character = (static_cast<std::uint8_t>(text[end]) & 0xC0U) != 0x80U;
+    if (starts_character && count-- == 0) break;
+  }
+  return std::string(text.substr(0, end));
+}
+
+}  // namespace
+
+void CPropPage::LoadCheckBox(const BoundObjects& objects, std::string_view attribute,
+                             ControlId box) const {
+  const ValueSummary<bool> summary = SummarizeFlag(objects, attribute);
+  if (!summary.IsUniform()) {
+    Dialog().SetStyle(box, ButtonStyle::kAutoThreeState);
+    Dialog().SetCheck(box, CheckState::kIndeterminate);
+    return;
+  }
+  Dialog().SetStyle(box, ButtonStyle::kAutoCheckBox);
+  Dialog().SetCheck(box, summary.value() ? CheckState::kChecked : CheckState::kUnchecked);
+}
+
+void CPropPage::LoadNumber(const BoundObjects& objects, std::string_view attribute,
+                           ControlId edit) const {
+  const ValueSummary<std::int32_t> summary = SummarizeInteger(objects, attribute);
+  if (!summary.IsUniform()) return;
+  Dialog().SetText(edit, std::to_string(static_cast<std::uint32_t>(summary.value())));
+}
+
+void CPropPage::LoadText(const BoundObjects& objects, std::string_view attribute,
+                         ControlId edit) const {
+  const ValueSummary<std::string> summary = SummarizeString(objects, attribute);
+  if (summary.IsUniform()) Dialog().SetText(edit, summary.value());
+}
+
+void CPropPage::LoadSingleText(const BoundObjects& objects, std::string_view attribute,
+                               ControlId edit) const {
+  if (IsMultiSelect()) {
+    Dialog().SetText(edit, "");
+    return;
+  }
+  if (objects.empty()) return;
+  Variant value;
+  const HRESULT status = objects.front()->Get(attribute, value);
+  if (SUCCEEDED(status) && value.type() == VT_BSTR) Dialog().SetText(edit, value.string());
+}
+
+void CPropPage::LoadMultiValue(const BoundObjects& objects, std::string_view attribute,
+                               const ValueSink& sink) const {
+  if (IsMultiSelect() || objects.empty()) return;
+  Variant stored;
+  if (FAILED(objects.front()->Get(attribute, stored))) return;
+  if (stored.type() == VT_BSTR && !RefersToDeletedObject(stored.string())) sink(stored.string());
+  if (stored.type() != kVariantArray) return;
+  for (const Variant& element : stored.array()) {
+    if (element.type() != VT_BSTR || RefersToDeletedObject(element.string())) continue;
+    if (sink(FirstCharacters(element.string(), kLongestElement)) != 0) return;
+  }
+}
+
+}  // namespace pelora

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "platform/platform.h"
+
+namespace pelora {
+
+/// One component class of the module.
+struct ComponentClass {
+  std::string_view name;
+  std::string_view prog_id;
+  std::string_view version_independent_prog_id;
+  Guid class_id;
+  /// Makes an object with one reference, which the caller owns; null for a class that has no page
+  /// yet.
+  IUnknown* (*create)(const Platform& platform) = nullptr;
+};
+
+/// Every component class, in the order in which they are registered.
+[[nodiscard]] std::span<const ComponentClass> ClassTable();
+
+/// The class of an identifier or name; null when there is none.
+[[nodiscard]] const ComponentClass* FindClass(const Guid& class_id);
+[[nodiscard]] const ComponentClass* FindClass(std::string_view name);
+
+}  // namespace pelora
