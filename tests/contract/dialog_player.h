@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "platform/dialog.h"
+#include "platform/dialog_controller.h"
+
+namespace pelora::contract {
+
+/// The person in front of an open dialog: each operation does what hand and mouse would do and
+/// returns when the dialog has dealt with it, notifications included. A control that is missing,
+/// disabled or hidden, or not of the kind, does not react, as on a screen; so the operations answer
+/// nothing.
+class DialogPlayer {
+ public:
+  virtual ~DialogPlayer() = default;
+
+  /// Types characters at the end of an edit control's text, one key each.
+  virtual void Type(ControlId id, std::string_view text) = 0;
+  /// Marks the whole text of an edit control and deletes it with one key.
+  virtual void Erase(ControlId id) = 0;
+  /// Clicks a button or check box.
+  virtual void Click(ControlId id) = 0;
+  /// Clicks a row of a list box; a row that does not exist stands for the empty space below.
+  virtual void ClickListRow(ControlId id, RowIndex row) = 0;
+  /// Opens a drop-down list and chooses a row that it does not show already.
+  virtual void ChooseComboRow(ControlId id, RowIndex row) = 0;
+  /// Clicks a cell of a list view, alone or with the key held that adds to the selection (or takes
+  /// from it). A row that does not exist stands for the empty space below.
+  virtual void ClickListViewCell(ControlId id, RowIndex row, std::size_t column, bool add) = 0;
+  /// Double clicks a cell of a list view; the first click selects the row.
+  virtual void DoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) = 0;
+  /// Presses Enter while an edit control of the dialog has the focus.
+  virtual void PressEnter() = 0;
+  /// Closes a modal dialog by its close box.
+  virtual void CloseWindow() = 0;
+
+  /// Looks at a cell of a list view: in which role its text is drawn now.
+  [[nodiscard]] virtual TextRole DrawnRole(ControlId id, RowIndex row, std::size_t column) = 0;
+};
+
+}  // namespace pelora::contract
