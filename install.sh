@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Installs the Debian packages that the project needs and that are not there yet.
+#   ./install.sh run    what the console needs to be built and run
+#   ./install.sh test   that, and what the tests need besides
+set -euo pipefail
+
+run_packages=(
+  # compilers and build tools
+  g++ cmake ninja-build ccache pkg-config
+  # the dialog templates are written for the resource compiler
+  binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev
+  # the console and the embedded directory
+  qt6-base-dev libldb-dev libtalloc-dev libtevent-dev
+  # fonts with the metrics that the dialogs are laid out for
+  fonts-liberation fonts-dejavu-core
+)
+
+test_packages=(
+  "${run_packages[@]}"
+  libgtest-dev libgmock-dev ldb-tools python3 git
+  clang-format clang-tidy clang-tools
+)
+
+case "${1:-}" in
+  run) wanted=("${run_packages[@]}") ;;
+  test) wanted=("${test_packages[@]}") ;;
+  *)
+    echo "usage: $0 run|test" >&2
+    exit 2
+    ;;
+esac
+
+missing=()
+for package in "${wanted[@]}"; do
+  state=$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null || true)
+  [ "$state" = installed ] || missing+=("$package")
+done
+[ "${#missing[@]}" -gt 0 ] || exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  if ! command -v sudo >/dev/null; then
+    echo "These packages are missing: ${missing[*]}" >&2
+    echo "Install them as root, or install sudo and run $0 again." >&2
+    exit 1
+  fi
+  as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get -q update
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+  apt-get -q install -y --no-install-recommends "${missing[@]}"

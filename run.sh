@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Installs what is missing, builds the console and opens it on the sample company's directory.
+# What is given on the command line is handed to the console.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+./install.sh run
+cmake --preset native -DBUILD_TESTING=OFF
+cmake --build --preset native --target pelora-console
+
+console=build/native/hosts/console/pelora-console
+if [ $# -gt 0 ] || [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
+  exec "$console" "$@"
+fi
+
+# No display: show what the console would have shown.
+mkdir -p build/screenshots
+"$console" --screenshot build/screenshots/main-window.png
+"$console" --open "$(sed -n 's/^# *screenshot: *//p' deploy/sample-company.ldif | head -n 1)" \
+  --screenshot build/screenshots/user-tab.png
+cat <<MESSAGE
+
+There is no display here, so the console has drawn itself into files:
+  $PWD/build/screenshots/main-window.png
+  $PWD/build/screenshots/user-tab.png
+To use it, run ./run.sh in a desktop session, or over "ssh -X", or on a virtual display:
+  xvfb-run -a ./run.sh
+MESSAGE
