@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/fault_directory.h"
+
+#include <utility>
+
+namespace pelora::testing {
+namespace {
+
+/// Forwards to a bound object. It is the object to its holder: interfaces asked of it lead back to
+/// it.
+class FaultObject final : public IADs {
+ public:
+  FaultObject(Ref<IADs> target, std::shared_ptr<FaultPlan> plan)
+      : target_(std::move(target)), plan_(std::move(plan)) {}
+  FaultObject(const FaultObject&) = delete;
+  FaultObject& operator=(const FaultObject&) = delete;
+
+  HRESULT QueryInterface(const Guid& iid, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (const auto status = plan_->Meet(FaultPoint::kQueryInterface)) return *status;
+    void* offered = nullptr;
+    if (const HRESULT status = target_->QueryInterface(iid, &offered); FAILED(status)) {
+      return status;
+    }
+    Ref<IADs>::Adopt(static_cast<IADs*>(offered)).Reset();
+    AddRef();
+    *object = static_cast<IADs*>(this);
+    return S_OK;
+  }
+  std::uint32_t AddRef() override { return ++count_; }
+  std::uint32_t Release() override {
+    const std::uint32_t left = --count_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  HRESULT Get(std::string_view name, Variant& value) override {
+    value = {};
+    if (const auto status = plan_->Meet(FaultPoint::kGet, name)) return *status;
+    return target_->Get(name, value);
+  }
+  HRESULT Put(std::string_view name, const Variant& value) override {
+    if (const auto status = plan_->Meet(FaultPoint::kPut, name)) return *status;
+    return target_->Put(name, value);
+  }
+  HRESULT PutEx(std::int32_t control, std::string_view name, const Variant& value) override {
+    if (const auto status = plan_->Meet(FaultPoint::kPutEx, name)) return *status;
+    return target_->PutEx(control, name, value);
+  }
+  HRESULT SetInfo() override {
+    if (const auto status = plan_->Meet(FaultPoint::kSetInfo)) return *status;
+    return target_->SetInfo();
+  }
+
+ private:
+  ~FaultObject() = default;
+
+  Ref<IADs> target_;
+  std::shared_ptr<FaultPlan> plan_;
+  std::uint32_t count_ = 1;
+};
+
+}  // namespace
+
+void FaultPlan::Fail(FaultPoint point, std::size_t nth, HRESULT status) {
+  FailAttribute(point, {}, nth, status);
+}
+
+void FaultPlan::FailAttribute(FaultPoint point, std::string attribute, std::size_t nth,
+                              HRESULT status) {
+  faults_.push_back({point, std::move(attribute), nth, status});
+}
+
+std::optional<HRESULT> FaultPlan::Meet(FaultPoint point, std::string_view attribute) {
+  std::optional<HRESULT> answer;
+  for (auto fault = faults_.begin(); fault != faults_.end();) {
+    const bool counts =
+        fault->point == point && (fault->attribute.empty() || fault->attribute == attribute);
+    if (!counts || --fault->calls_left > 0) {
+      ++fault;
+      continue;
+    }
+    answer = fault->status;
+    fault = faults_.erase(fault);
+  }
+  return answer;
+}
+
+FaultDirectory::FaultDirectory(IDirectoryService& target)
+    : target_(target), plan_(std::make_shared<FaultPlan>()) {}
+
+Ref<IADs> FaultDirectory::Wrap(Ref<IADs> object) const {
+  return Ref<IADs>::Adopt(new FaultObject(std::move(object), plan_));
+}
+
+HRESULT FaultDirectory::ADsGetObject(const std::string& path, const Guid& iid, Ref<IADs>& object) {
+  object.Reset();
+  if (const auto status = plan_->Meet(FaultPoint::kGetObject)) return *status;
+  Ref<IADs> bound;
+  const HRESULT status = target_.ADsGetObject(path, iid, bound);
+  if (bound) object = Wrap(std::move(bound));
+  return status;
+}
+
+HRESULT FaultDirectory::ADsOpenObject(const std::string& path,
+                                      const std::optional<std::string>& user_name,
+                                      const std::optional<std::string>& password,
+                                      std::uint32_t flags, const Guid& iid, Ref<IADs>& object) {
+  object.Reset();
+  if (const auto status = plan_->Meet(FaultPoint::kOpenObject)) return *status;
+  Ref<IADs> bound;
+  const HRESULT status = target_.ADsOpenObject(path, user_name, password, flags, iid, bound);
+  if (bound) object = Wrap(std::move(bound));
+  return status;
+}
+
+}  // namespace pelora::testing

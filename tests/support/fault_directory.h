@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/ads.h"
+
+namespace pelora::testing {
+
+/// Kinds of calls that can be made to fail.
+enum class FaultPoint : std::uint8_t {
+  kGetObject,
+  kOpenObject,
+  kQueryInterface,
+  kGet,
+  kPut,
+  kPutEx,
+  kSetInfo,
+};
+
+/// Which calls fail, and with what.
+class FaultPlan {
+ public:
+  /// The `nth` call of a kind, counted from now (1: the next), answers `status` and is not
+  /// forwarded. Any status will do, positive ones too. Calls of all objects count together.
+  void Fail(FaultPoint point, std::size_t nth, HRESULT status);
+  /// As above, but only calls that name this attribute count.
+  void FailAttribute(FaultPoint point, std::string attribute, std::size_t nth, HRESULT status);
+
+  /// Counts a call; what it is to answer when it has to fail.
+  [[nodiscard]] std::optional<HRESULT> Meet(FaultPoint point, std::string_view attribute = {});
+  /// Faults that no call has met yet: 0 when all have happened.
+  [[nodiscard]] std::size_t pending() const { return faults_.size(); }
+
+ private:
+  struct Fault {
+    FaultPoint point;
+    std::string attribute;
+    std::size_t calls_left;
+    HRESULT status;
+  };
+  std::vector<Fault> faults_;
+};
+
+/// Forwards to another directory, except for the calls that its plan makes fail.
+///
+///   FaultDirectory faulty(directory);
+///   faulty.plan().Fail(FaultPoint::kSetInfo, 2, E_ACCESSDENIED);
+///
+/// `target` outlives it; bound objects may outlive both.
+class FaultDirectory final : public IDirectoryService {
+ public:
+  explicit FaultDirectory(IDirectoryService& target);
+
+  [[nodiscard]] FaultPlan& plan() { return *plan_; }
+  /// Puts an object that was bound elsewhere (a wizard's new object, say) under the same plan.
+  [[nodiscard]] Ref<IADs> Wrap(Ref<IADs> object) const;
+
+  [[nodiscard]] HRESULT ADsGetObject(const std::string& path, const Guid& iid,
+                                     Ref<IADs>& object) override;
+  [[nodiscard]] HRESULT ADsOpenObject(const std::string& path,
+                                      const std::optional<std::string>& user_name,
+                                      const std::optional<std::string>& password,
+                                      std::uint32_t flags, const Guid& iid,
+                                      Ref<IADs>& object) override;
+
+ private:
+  IDirectoryService& target_;
+  std::shared_ptr<FaultPlan> plan_;
+};
+
+}  // namespace pelora::testing
