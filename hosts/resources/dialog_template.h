@@ -22,8 +22,8 @@ enum class ControlKind : std::uint8_t {
   kOther,
 };
 
-/// One control of a dialog template. Positions and sizes are in dialog units, from the dialog's upper
-/// left corner.
+/// One control of a dialog template. Positions and sizes are in dialog units, from the dialog's
+/// upper left corner.
 struct DialogItem {
   std::uint32_t help_id = 0;
   std::uint32_t extended_style = 0;
@@ -74,8 +74,8 @@ struct ReadResult {
   std::string error;
 };
 
-/// Reads an extended dialog template. Nothing outside `data` is read. A template that is cut short, that
-/// is not of the extended kind, or whose strings do not end is refused.
+/// Reads an extended dialog template. Nothing outside `data` is read. A template that is cut short,
+/// that is not of the extended kind, or whose strings do not end is refused.
 [[nodiscard]] ReadResult<DialogTemplate> ReadDialogTemplate(std::span<const std::byte> data);
 
 }  // namespace pelora::resources

@@ -32,8 +32,8 @@ struct Resource {
 /// The resources of a compiled resource file (.res), held as views into bytes that outlive it.
 class ResourceFile {
  public:
-  /// Reads the directory of a file. Nothing outside `data` is read; an entry that is cut short refuses
-  /// the whole file.
+  /// Reads the directory of a file. Nothing outside `data` is read; an entry that is cut short
+  /// refuses the whole file.
   [[nodiscard]] static ReadResult<ResourceFile> Read(std::span<const std::byte> data);
 
   [[nodiscard]] const std::vector<Resource>& resources() const { return resources_; }

@@ -6,6 +6,11 @@
  * compiler reads this file too, so there is nothing in it but definitions. A control that means the
  * same on several templates has the same number on each. */
 
+/* Of a control that nobody asks for: a group box, a label, a unit. */
+#ifndef IDC_STATIC
+#define IDC_STATIC 0xFFFFFFFF
+#endif
+
 /* Dialog templates. */
 #define IDD_PROPPAGE_USER 102
 

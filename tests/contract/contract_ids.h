@@ -5,6 +5,11 @@
 /* Numbers of the dialog templates and controls of contract_dialogs.rc, which the dialog contract is
  * run on. The resource compiler reads this file too, so there is nothing in it but definitions. */
 
+/* Of a control that nobody asks for. */
+#ifndef IDC_STATIC
+#define IDC_STATIC 0xFFFFFFFF
+#endif
+
 #define IDD_CONTRACT_PAGE 900
 #define IDD_CONTRACT_SECOND_PAGE 901
 #define IDD_CONTRACT_MODAL 902
