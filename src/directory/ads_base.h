@@ -24,15 +24,15 @@ using ValidateHandler = std::function<HRESULT(std::string* message)>;
 inline constexpr int kSkipValidation = 1;
 inline constexpr int kValidate = 0;
 
-/// Core of every property tab and wizard page: which directory objects it works on, how they are bound
-/// and written, and what its fields contribute to loading, validating and collecting.
+/// Core of every property tab and wizard page: which directory objects it works on, how they are
+/// bound and written, and what its fields contribute to loading, validating and collecting.
 ///
-/// Binding is as the user who runs the host. Bound objects live for one operation; only a preset object
-/// is held. Everything happens on the host's user-interface thread.
+/// Binding is as the user who runs the host. Bound objects live for one operation; only a preset
+/// object is held. Everything happens on the host's user-interface thread.
 class CADSBase {
  public:
-  /// Initialises the component library for the thread; the destructor undoes it. `platform` outlives
-  /// the object.
+  /// Initialises the component library for the thread; the destructor undoes it. `platform`
+  /// outlives the object.
   explicit CADSBase(const Platform& platform);
   virtual ~CADSBase();
   CADSBase(const CADSBase&) = delete;
@@ -44,16 +44,16 @@ class CADSBase {
   /// Takes the selection from the console's data object, replacing what was held, and tests the
   /// connection to the directory.
   ///
-  /// The result is that of the test; the paths stay stored whatever it is. A data object that cannot
-  /// render the selection gives its own failure and changes nothing; a malformed block gives
+  /// The result is that of the test; the paths stay stored whatever it is. A data object that
+  /// cannot render the selection gives its own failure and changes nothing; a malformed block gives
   /// `E_INVALIDARG` and keeps no path.
   [[nodiscard]] HRESULT Initialize(IDataObject* data_object);
 
   /// Works on `object` (a new one, say) from now on instead of the selected paths, or no longer.
   void SetObject(IADs* object);
 
-  /// Binds the preset object or every selected path for `iid`. On any status other than `S_OK` nothing
-  /// stays bound and `objects` is empty.
+  /// Binds the preset object or every selected path for `iid`. On any status other than `S_OK`
+  /// nothing stays bound and `objects` is empty.
   [[nodiscard]] HRESULT BindObjects(const Guid& iid, BoundObjects& objects) const;
   static void ReleaseObjects(BoundObjects& objects);
 
@@ -67,12 +67,13 @@ class CADSBase {
   /// Shows the error box, modal to the owner window.
   void ShowError(HRESULT status, std::string_view message) const;
 
-  /// Stages the changes on `object`, in order, passing over skipped ones. A text that is empty is passed
-  /// over too or, with `clear_empty`, clears its attribute. Multi-valued changes are used up.
+  /// Stages the changes on `object`, in order, passing over skipped ones. A text that is empty is
+  /// passed over too or, with `clear_empty`, clears its attribute. Multi-valued changes are used
+  /// up.
   ///
-  /// The first negative status stops it and is returned, as does a change that cannot be written as it
-  /// is (`S_ADS_ERRORSOCCURRED`); the error box has then been shown with the field's name. The caller
-  /// commits.
+  /// The first negative status stops it and is returned, as does a change that cannot be written as
+  /// it is (`S_ADS_ERRORSOCCURRED`); the error box has then been shown with the field's name. The
+  /// caller commits.
   [[nodiscard]] HRESULT WriteAttributes(IADs& object, ChangeList& changes, bool clear_empty) const;
 
   void RegisterLoad(LoadHandler handler);

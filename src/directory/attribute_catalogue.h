@@ -45,7 +45,8 @@ struct Attribute {
   MultiSelectionRule multi_selection = MultiSelectionRule::kWhenChanged;
 };
 
-/// Every attribute of the groupware's schema, and of the directory's own, that is read or written here.
+/// Every attribute of the groupware's schema, and of the directory's own, that is read or written
+/// here.
 inline constexpr auto kAttributeCatalogue = [] {
   using enum Encoding;
   using enum MultiSelectionRule;
@@ -92,8 +93,8 @@ inline constexpr auto kAttributeCatalogue = [] {
   });
 }();
 
-/// The catalogue's entry of a name. Looked up while compiling: a name that is not in the catalogue does
-/// not compile.
+/// The catalogue's entry of a name. Looked up while compiling: a name that is not in the catalogue
+/// does not compile.
 consteval const Attribute& CatalogueEntry(std::string_view name) {
   for (const Attribute& attribute : kAttributeCatalogue) {
     if (attribute.name == name) return attribute;

@@ -22,21 +22,21 @@ enum class ChangeType : std::uint16_t {
 
 /// One pending write of one attribute.
 struct AttributeChange {
-  std::string value;
+  std::string value{};
   /// LDAP display name.
-  std::string name;
+  std::string name{};
   /// Leave the attribute as it is: not touched, or not writable for this selection.
   bool skip = false;
   ChangeType type = ChangeType::kString;
   /// An array of strings for a multi-valued change; empty otherwise. The first write uses it up.
-  Variant variant;
+  Variant variant{};
 };
 
 /// What an apply writes to each selected object, in this order.
 using ChangeList = std::vector<AttributeChange>;
 
-/// A change of a single-valued catalogue attribute to `value`. Whether it is skipped follows from the
-/// attribute's rule for multi-selections and from whether its field was changed.
+/// A change of a single-valued catalogue attribute to `value`. Whether it is skipped follows from
+/// the attribute's rule for multi-selections and from whether its field was changed.
 [[nodiscard]] AttributeChange MakeChange(const Attribute& attribute, std::string value,
                                          bool changed, bool is_multi_select);
 

@@ -20,8 +20,8 @@ HRESULT WriteList(IADs& object, AttributeChange& change) {
 
 HRESULT WriteText(IADs& object, const AttributeChange& change, bool clear_empty) {
   const bool is_integer = change.type == ChangeType::kInteger;
-  const Variant value = is_integer ? Variant::Integer(ParseUnsigned(change.value))
-                                   : Variant::String(change.value);
+  const Variant value =
+      is_integer ? Variant::Integer(ParseUnsigned(change.value)) : Variant::String(change.value);
   if (!change.value.empty()) return object.Put(change.name, value);
   if (!clear_empty) return S_OK;
   return object.PutEx(ADS_PROPERTY_CLEAR, change.name, value);

@@ -12,9 +12,9 @@ namespace pelora {
 
 /// Reads the paths out of a `DSOBJECTNAMES` block, in order, as UTF-8.
 ///
-/// The block: 16 bytes of class identifier, the number of entries (32 bits, unsigned), then entries of
-/// 16 bytes whose third 32-bit field is the offset, from the start of the block, of the object's path, a
-/// UTF-16 string ended by 0; numbers are little-endian. Offsets need not be even.
+/// The block: 16 bytes of class identifier, the number of entries (32 bits, unsigned), then entries
+/// of 16 bytes whose third 32-bit field is the offset, from the start of the block, of the object's
+/// path, a UTF-16 string ended by 0; numbers are little-endian. Offsets need not be even.
 ///
 /// A block that is cut short, that counts more entries than it holds, or whose strings begin or end
 /// outside it is `E_INVALIDARG`; nothing outside the block is read and `paths` is left empty.

@@ -9,9 +9,9 @@
 
 namespace pelora {
 
-/// The error box of a status and a message: caption "Pelora Error", the message ("Unknown error occured"
-/// when there is none) and, unless the status is 0, a blank line and the status in hexadecimal. A
-/// failure gets the error icon, anything else the warning icon.
+/// The error box of a status and a message: caption "Pelora Error", the message ("Unknown error
+/// occured" when there is none) and, unless the status is 0, a blank line and the status in
+/// hexadecimal. A failure gets the error icon, anything else the warning icon.
 [[nodiscard]] Message MakeErrorMessage(HRESULT status, std::string_view message);
 
 }  // namespace pelora

@@ -12,13 +12,13 @@ namespace pelora {
 /// An ordered set of strings without duplicates, by byte comparison.
 using StringSet = std::set<std::string>;
 
-/// Reads every value of an attribute. An absent attribute is the empty set and `S_OK`; any other failure
-/// leaves `values` as it was. An array element that is not a string is `E_ADS_CANT_CONVERT_DATATYPE`,
-/// so that what could not be read is never written back without it.
+/// Reads every value of an attribute. An absent attribute is the empty set and `S_OK`; any other
+/// failure leaves `values` as it was. An array element that is not a string is
+/// `E_ADS_CANT_CONVERT_DATATYPE`, so that what could not be read is never written back without it.
 [[nodiscard]] HRESULT ReadStringSet(IADs& object, std::string_view attribute, StringSet& values);
 
-/// Stages the set as the attribute's full new value: a removal for the empty set, a single string for
-/// one value, an array in ascending order for more. The caller commits.
+/// Stages the set as the attribute's full new value: a removal for the empty set, a single string
+/// for one value, an array in ascending order for more. The caller commits.
 [[nodiscard]] HRESULT WriteStringSet(IADs& object, std::string_view attribute,
                                      const StringSet& values);
 

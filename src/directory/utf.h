@@ -6,8 +6,9 @@
 
 namespace pelora {
 
-/// UTF-16 to UTF-8. A surrogate without its partner is kept as its three-byte form, so that converting
-/// back gives the same text: nothing is lost, and nothing else can come to mean the same.
+/// UTF-16 to UTF-8. A surrogate without its partner is kept as its three-byte form, so that
+/// converting back gives the same text: nothing is lost, and nothing else can come to mean the
+/// same.
 [[nodiscard]] std::string ToUtf8(std::u16string_view text);
 
 /// UTF-8 (as `ToUtf8` gives it) to UTF-16. A byte that belongs to no valid sequence becomes U+FFFD.

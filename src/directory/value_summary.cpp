@@ -31,8 +31,7 @@ ValueSummary<bool> SummarizeFlag(const BoundObjects& objects, std::string_view a
   return summary;
 }
 
-ValueSummary<std::string> SummarizeString(const BoundObjects& objects,
-                                          std::string_view attribute) {
+ValueSummary<std::string> SummarizeString(const BoundObjects& objects, std::string_view attribute) {
   ValueSummary<std::string> summary;
   for (const Ref<IADs>& object : objects) summary.Enter(ReadString(*object, attribute));
   return summary;

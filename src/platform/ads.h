@@ -31,18 +31,19 @@ class IADs : public IUnknown {
  public:
   static constexpr Guid kIid = IID_IADs;
 
-  /// Reads an attribute from the cache, which is filled from the directory by the first read of a name
-  /// that it does not hold; values staged before survive the filling.
+  /// Reads an attribute from the cache, which is filled from the directory by the first read of a
+  /// name that it does not hold; values staged before survive the filling.
   ///
   /// One value gives its bare type, whatever the schema says; several give `kVariantArray` in no
-  /// promised order. An attribute without values is `E_ADS_PROPERTY_NOT_FOUND`. On failure `value` is
-  /// empty.
+  /// promised order. An attribute without values is `E_ADS_PROPERTY_NOT_FOUND`. On failure `value`
+  /// is empty.
   [[nodiscard]] virtual HRESULT Get(std::string_view name, Variant& value) = 0;
 
-  /// Stages the replacement of all values of an attribute by a value or an array of values. An array
-  /// without elements stages the removal of the attribute. A value that the attribute's syntax cannot
-  /// hold, and an attribute that the schema does not know, is `E_ADS_CANT_CONVERT_DATATYPE`; nothing
-  /// is staged then. Staging again replaces what was staged for the attribute.
+  /// Stages the replacement of all values of an attribute by a value or an array of values. An
+  /// array without elements stages the removal of the attribute. A value that the attribute's
+  /// syntax cannot hold, and an attribute that the schema does not know, is
+  /// `E_ADS_CANT_CONVERT_DATATYPE`; nothing is staged then. Staging again replaces what was staged
+  /// for the attribute.
   [[nodiscard]] virtual HRESULT Put(std::string_view name, const Variant& value) = 0;
 
   /// Stages as `control` (`ADS_PROPERTY_*`) says: clear (the value is ignored), update (as `Put`),
@@ -50,8 +51,8 @@ class IADs : public IUnknown {
   [[nodiscard]] virtual HRESULT PutEx(std::int32_t control, std::string_view name,
                                       const Variant& value) = 0;
 
-  /// Sends everything staged as one change that takes effect whole or not at all; with nothing staged
-  /// nothing is sent and the answer is `S_OK`. After a failure what was staged stays staged.
+  /// Sends everything staged as one change that takes effect whole or not at all; with nothing
+  /// staged nothing is sent and the answer is `S_OK`. After a failure what was staged stays staged.
   [[nodiscard]] virtual HRESULT SetInfo() = 0;
 
  protected:
@@ -60,15 +61,15 @@ class IADs : public IUnknown {
 
 /// The directory, seen as the user who runs the program.
 ///
-/// Paths have the form `LDAP://[server/]DN`, with a "/" inside the distinguished name written `\/`, or
-/// `LDAP://[server/]rootDSE`.
+/// Paths have the form `LDAP://[server/]DN`, with a "/" inside the distinguished name written `\/`,
+/// or `LDAP://[server/]rootDSE`.
 class IDirectoryService {
  public:
   virtual ~IDirectoryService() = default;
 
-  /// Binds the object of a path. On success `object` holds the interface `iid`; on failure it is empty
-  /// and the code says why: `kNoSuchObject`, `E_ADS_BAD_PATHNAME`, `E_NOINTERFACE`, or the code of a
-  /// failed connection.
+  /// Binds the object of a path. On success `object` holds the interface `iid`; on failure it is
+  /// empty and the code says why: `kNoSuchObject`, `E_ADS_BAD_PATHNAME`, `E_NOINTERFACE`, or the
+  /// code of a failed connection.
   [[nodiscard]] virtual HRESULT ADsGetObject(const std::string& path, const Guid& iid,
                                              Ref<IADs>& object) = 0;
 
@@ -80,8 +81,8 @@ class IDirectoryService {
                                               Ref<IADs>& object) = 0;
 
   /// Binds every path, in order, and gives the objects in that order. The first status that is not
-  /// exactly `S_OK` is returned and `objects` is left empty. A directory behind a network may ask for
-  /// all of them at once, as long as order, first failure and "nothing kept" stay the same.
+  /// exactly `S_OK` is returned and `objects` is left empty. A directory behind a network may ask
+  /// for all of them at once, as long as order, first failure and "nothing kept" stay the same.
   [[nodiscard]] virtual HRESULT BindPaths(std::span<const std::string> paths, const Guid& iid,
                                           std::vector<Ref<IADs>>& objects) {
     objects.clear();

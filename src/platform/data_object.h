@@ -28,14 +28,14 @@ struct FormatEtc {
   std::uint32_t medium = kGlobalMemory;
 };
 
-/// A block of memory that a data object handed out. Destroying this view frees nothing: whoever is to
-/// free the memory calls `Release`, once.
+/// A block of memory that a data object handed out. Destroying this view frees nothing: whoever is
+/// to free the memory calls `Release`, once.
 class IStorageMedium {
  public:
   virtual ~IStorageMedium() = default;
 
-  /// The block from its first byte to its last, aligned for any type. A span without address says that
-  /// the memory cannot be reached.
+  /// The block from its first byte to its last, aligned for any type. A span without address says
+  /// that the memory cannot be reached.
   [[nodiscard]] virtual std::span<const std::byte> Lock() = 0;
   virtual void Unlock() = 0;
   virtual void Release() = 0;
@@ -46,8 +46,8 @@ class IDataObject : public IUnknown {
  public:
   static constexpr Guid kIid = IID_IDataObject;
 
-  /// Renders the object. `DV_E_FORMATETC` when it does not know the format; `medium` is empty after any
-  /// failure.
+  /// Renders the object. `DV_E_FORMATETC` when it does not know the format; `medium` is empty after
+  /// any failure.
   [[nodiscard]] virtual HRESULT GetData(const FormatEtc& format,
                                         std::unique_ptr<IStorageMedium>& medium) = 0;
 

@@ -24,8 +24,8 @@ enum class CheckState : std::uint32_t { kUnchecked = 0, kChecked = 1, kIndetermi
 /// when clicked, a three-state one goes unchecked, checked, indeterminate.
 enum class ButtonStyle : std::uint32_t { kAutoCheckBox = 3, kAutoThreeState = 6 };
 
-/// A list box. Rows of a sorted list box stand in the host's collation order, so that a row's position
-/// says nothing of when it was added; the row's data tells whose it is.
+/// A list box. Rows of a sorted list box stand in the host's collation order, so that a row's
+/// position says nothing of when it was added; the row's data tells whose it is.
 ///
 /// Changes made here raise no notification; only the user's do.
 class IListBox {
@@ -89,10 +89,10 @@ class IListView {
 
 /// The controls of one open dialog, by their template's numbers.
 ///
-/// A control that the template lacks, or that is not of the kind asked for, takes everything and does
-/// nothing: its text is empty, it is unchecked, disabled and hidden, its lists are empty and refuse
-/// rows. All calls come on the thread of the user interface. Texts are UTF-8; a "&" in a label marks
-/// its mnemonic.
+/// A control that the template lacks, or that is not of the kind asked for, takes everything and
+/// does nothing: its text is empty, it is unchecked, disabled and hidden, its lists are empty and
+/// refuse rows. All calls come on the thread of the user interface. Texts are UTF-8; a "&" in a
+/// label marks its mnemonic.
 class IDialog {
  public:
   [[nodiscard]] virtual std::string Text(ControlId id) const = 0;
@@ -118,11 +118,12 @@ class IDialog {
   [[nodiscard]] virtual IComboBox& ComboBox(ControlId id) = 0;
   [[nodiscard]] virtual IListView& ListView(ControlId id) = 0;
 
-  /// Width of a control's inner area, in the host's units of length; 0 for a control that is missing.
+  /// Width of a control's inner area, in the host's units of length; 0 for a control that is
+  /// missing.
   [[nodiscard]] virtual int ClientWidth(ControlId id) const = 0;
 
-  /// Tells the property sheet that holds this dialog as a page whether the page has changes to apply
-  /// (the sheet's "changed" and "unchanged" messages). Without a sheet nothing happens.
+  /// Tells the property sheet that holds this dialog as a page whether the page has changes to
+  /// apply (the sheet's "changed" and "unchanged" messages). Without a sheet nothing happens.
   virtual void SetPageModified(bool modified) = 0;
 
   /// Ends a modal dialog with a result. On a page nothing happens.

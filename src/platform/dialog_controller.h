@@ -61,8 +61,8 @@ class IDialogController {
  public:
   virtual ~IDialogController() = default;
 
-  /// The dialog stands with all its controls as the template has them and is not shown yet. It lives
-  /// until `OnDestroy`. The result is the message's result: 0, or the code of what failed.
+  /// The dialog stands with all its controls as the template has them and is not shown yet. It
+  /// lives until `OnDestroy`. The result is the message's result: 0, or the code of what failed.
   virtual std::int32_t OnInitDialog(IDialog& dialog) = 0;
 
   /// A control reports something. The result is the message's result.

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// Status codes of the component object model: 32 bits, negative is a failure, zero and above success.
+/// Status codes of the component object model: 32 bits, negative is a failure, zero and above
+/// success.
 ///
 /// On Windows they are the system's own, so that adapters need no translation; elsewhere they are
-/// defined here with the same names and numbers. This is the one header under `src` that may look at
-/// the system it is compiled for.
+/// defined here with the same names and numbers. This is the one header under `src` that may look
+/// at the system it is compiled for.
 
 #if defined(_WIN32)
 
@@ -15,9 +16,8 @@
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
-#include <windows.h>
-
 #include <adserr.h>
+#include <windows.h>
 
 namespace pelora {
 using HRESULT = ::HRESULT;

@@ -43,8 +43,8 @@ class IDsAdminNewObjPrimarySite : public IUnknown {
  public:
   static constexpr Guid kIid = IID_IDsAdminNewObjPrimarySite;
 
-  /// Prepares an object of the wizard's class under `name` and hands it to every extension. Nothing is
-  /// written yet.
+  /// Prepares an object of the wizard's class under `name` and hands it to every extension. Nothing
+  /// is written yet.
   [[nodiscard]] virtual HRESULT CreateNew(const std::string& name) = 0;
   /// Only for a wizard of exactly one page.
   [[nodiscard]] virtual HRESULT Commit() = 0;
@@ -53,9 +53,9 @@ class IDsAdminNewObjPrimarySite : public IUnknown {
   ~IDsAdminNewObjPrimarySite() = default;
 };
 
-/// An extension of a new-object wizard. Calls come in this order: `Initialize`, `AddPages`, `SetObject`
-/// (again whenever the temporary object is made anew, also with none), `GetSummaryInfo`, `WriteData`
-/// for each phase, `OnError` when the creation fails.
+/// An extension of a new-object wizard. Calls come in this order: `Initialize`, `AddPages`,
+/// `SetObject` (again whenever the temporary object is made anew, also with none),
+/// `GetSummaryInfo`, `WriteData` for each phase, `OnError` when the creation fails.
 class IDsAdminNewObjExt : public IUnknown {
  public:
   static constexpr Guid kIid = IID_IDsAdminNewObjExt;

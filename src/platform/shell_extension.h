@@ -11,9 +11,9 @@
 
 namespace pelora {
 
-/// A page that a property sheet or wizard can show: which template it is made from, under which title,
-/// and who drives it. It holds one reference to the component that drives the page; destroying it,
-/// shown or never shown, is the page's release and gives that reference back.
+/// A page that a property sheet or wizard can show: which template it is made from, under which
+/// title, and who drives it. It holds one reference to the component that drives the page;
+/// destroying it, shown or never shown, is the page's release and gives that reference back.
 class PropSheetPage {
  public:
   virtual ~PropSheetPage() = default;
@@ -32,8 +32,8 @@ class IShellExtInit : public IUnknown {
  public:
   static constexpr Guid kIid = IID_IShellExtInit;
 
-  /// Given once, before anything else. Any other answer than `S_OK` means that the extension's pages
-  /// are not to be shown. The data object is not kept.
+  /// Given once, before anything else. Any other answer than `S_OK` means that the extension's
+  /// pages are not to be shown. The data object is not kept.
   [[nodiscard]] virtual HRESULT Initialize(IDataObject* data_object) = 0;
 
  protected:

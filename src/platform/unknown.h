@@ -74,7 +74,8 @@ class Ref {
   T* object_ = nullptr;
 };
 
-/// The interface `T` of `object`, or none when it is not offered. `T` names its identifier in `kIid`.
+/// The interface `T` of `object`, or none when it is not offered. `T` names its identifier in
+/// `kIid`.
 template <class T>
 [[nodiscard]] Ref<T> Query(IUnknown& object) {
   void* found = nullptr;

@@ -24,8 +24,8 @@ inline constexpr VarType VT_ARRAY = 0x2000;
 /// An array of variants: what a multi-valued attribute reads and writes as.
 inline constexpr VarType kVariantArray = VT_ARRAY | VT_VARIANT;
 
-/// One directory value: nothing, a 32-bit integer, a string in UTF-8, or an array of values. A value
-/// of any other type is kept as its type code alone, since nothing here reads it.
+/// One directory value: nothing, a 32-bit integer, a string in UTF-8, or an array of values. A
+/// value of any other type is kept as its type code alone, since nothing here reads it.
 class Variant {
  public:
   Variant() = default;

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/hresult.h"
+
+namespace pelora {
+
+/// Reads the paths out of a `DS_SELECTION_LIST` block, in order, as UTF-8.
+///
+/// The block, for 64-bit programs: the number of entries (32 bits, unsigned), the number of fetched
+/// attributes (32 bits), then entries of 48 bytes whose second 64-bit field is the address of the
+/// object's path, a UTF-16 string ended by 0; numbers are little-endian. The addresses are those of
+/// the block as it lies in memory now, and each points into the block itself.
+///
+/// A block that is cut short, that counts more entries than it holds, or whose strings begin or end
+/// outside it is `E_INVALIDARG`; nothing outside the block is read and `paths` is left empty.
+[[nodiscard]] HRESULT ReadDsSelectionList(std::span<const std::byte> block,
+                                          std::vector<std::string>& paths);
+
+}  // namespace pelora

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "pages/prop_page_ext_person.h"
+
+#include <array>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "directory/select_ad_object.h"
+#include "pages/email_address_dlg.h"
+#include "pages/handler.h"
+#include "resources/resource.h"
+
+namespace pelora {
+namespace {
+
+constexpr const Attribute& kDefaultAddress = CatalogueEntry("mail");
+constexpr const Attribute& kOtherAddresses = CatalogueEntry("otherMailbox");
+constexpr const Attribute& kDelegates = CatalogueEntry("peloraSendAsPrivilege");
+
+}  // namespace
+
+CPropPageExtPerson::CPropPageExtPerson(CPropPage& page, const Platform& platform,
+                                       bool email_required)
+    : CPropPageExt(page),
+      platform_(platform),
+      addresses_(platform.text),
+      delegates_(platform.text),
+      email_required_(email_required) {
+  page.RegisterLoad(Handler(this, &CPropPageExtPerson::Load));
+  page.RegisterCollect(Handler(this, &CPropPageExtPerson::Collect));
+  page.RegisterValidate(Handler(this, &CPropPageExtPerson::Validate));
+}
+
+std::int32_t CPropPageExtPerson::OnAddAddress() {
+  CEmailAddressDlg address_dialog(platform_, "");
+  if (address_dialog.Show(nullptr) == kDialogOk) {
+    const bool is_first = AddressList().Count() == 0;
+    addresses_.Add(AddressList(), address_dialog.address(), true, is_first);
+    page().SetModified(true);
+  }
+  UpdateAddressButtons();
+  return 0;
+}
+
+std::int32_t CPropPageExtPerson::OnModifyAddress() {
+  const std::string* const selected = MultiValueAttribute::SelectedValue(AddressList());
+  if (selected == nullptr) return 1;
+  CEmailAddressDlg address_dialog(platform_, *selected);
+  if (address_dialog.Show(nullptr) != kDialogOk) return 0;
+  if (addresses_.Modify(AddressList(), address_dialog.address()) == 0) page().SetModified(true);
+  return 0;
+}
+
+std::int32_t CPropPageExtPerson::OnDeleteAddress() {
+  if (email_required_ && AddressList().Count() == 1) {
+    // A warning and no refusal: the address goes all the same.
+    page().ShowError(S_OK, "Pelora user requires at least one email address");
+  }
+  addresses_.Delete(AddressList());
+  page().SetModified(true);
+  UpdateAddressButtons();
+  return 0;
+}
+
+std::int32_t CPropPageExtPerson::OnSetDefaultAddress() {
+  page().SetModified(true);
+  addresses_.SetDefault(AddressList());
+  return 0;
+}
+
+std::int32_t CPropPageExtPerson::OnAddressSelected() {
+  UpdateAddressButtons();
+  return 0;
+}
+
+std::int32_t CPropPageExtPerson::OnAddDelegates() {
+  const SelectADObject chooser(platform_);
+  std::vector<std::string> names;
+  if (chooser.SelectUsersAndGroups(&dialog(), names, SelectionMode::kMultiple) != S_OK) return 0;
+  if (names.empty()) return 0;
+  for (std::string& name : names) delegates_.Add(DelegateList(), std::move(name), true, false);
+  page().SetModified(true);
+  return 0;
+}
+
+std::int32_t CPropPageExtPerson::OnDeleteDelegate() {
+  page().SetModified(true);
+  if (DelegateList().Count() == 1) dialog().SetEnabled(IDC_SENDAS_DELETE, false);
+  delegates_.Delete(DelegateList());
+  return 0;
+}
+
+std::int32_t CPropPageExtPerson::OnDelegateSelected() {
+  dialog().SetEnabled(IDC_SENDAS_DELETE, DelegateList().Selection().has_value());
+  return 0;
+}
+
+HRESULT CPropPageExtPerson::Load(const BoundObjects& objects) {
+  LoadDefaultAddress(objects);
+  page().LoadMultiValue(objects, kOtherAddresses.name, [this](std::string value) {
+    return addresses_.Load(AddressList(), std::move(value));
+  });
+  page().LoadMultiValue(objects, kDelegates.name, [this](std::string value) {
+    return delegates_.Load(DelegateList(), std::move(value));
+  });
+  const int width = dialog().ClientWidth(IDC_EMAIL_LIST);
+  AddressList().SetTabStops(std::array{width / 2, width});
+  return S_OK;
+}
+
+HRESULT CPropPageExtPerson::Collect(ChangeList& changes) {
+  CollectAddresses(changes);
+  CollectDelegates(changes);
+  return S_OK;
+}
+
+HRESULT CPropPageExtPerson::Validate(std::string* message) const {
+  if (!email_required_ || AddressList().Count() != 0 || page().IsMultiSelect()) return S_OK;
+  if (message != nullptr) *message = "Missing Email Address";
+  return E_FAIL;
+}
+
+void CPropPageExtPerson::LoadDefaultAddress(const BoundObjects& objects) {
+  if (page().IsMultiSelect() || objects.empty()) return;
+  Variant stored;
+  const HRESULT status = objects.front()->Get(kDefaultAddress.name, stored);
+  if (FAILED(status) || stored.type() != VT_BSTR) return;
+  addresses_.Add(AddressList(), stored.string(), false, true);
+}
+
+void CPropPageExtPerson::CollectAddresses(ChangeList& changes) const {
+  const bool is_multi_select = page().IsMultiSelect();
+  Variant others;
+  std::string default_address;
+  if (!addresses_.BuildValue(&others, &default_address)) return;
+  if (!default_address.empty()) {
+    changes.push_back(
+        MakeChange(kDefaultAddress, std::move(default_address), true, is_multi_select));
+  }
+  changes.push_back(MakeListChange(kOtherAddresses, std::move(others), is_multi_select));
+}
+
+void CPropPageExtPerson::CollectDelegates(ChangeList& changes) const {
+  Variant names;
+  if (!delegates_.BuildValue(&names, nullptr)) return;
+  changes.push_back(MakeListChange(kDelegates, std::move(names), page().IsMultiSelect()));
+}
+
+void CPropPageExtPerson::UpdateAddressButtons() const {
+  const bool is_selected = AddressList().Selection().has_value();
+  const bool is_only = AddressList().Count() == 1;
+  dialog().SetEnabled(IDC_EMAIL_DELETE, is_only ? !email_required_ : is_selected);
+  dialog().SetEnabled(IDC_EMAIL_MODIFY, is_selected);
+  dialog().SetEnabled(IDC_EMAIL_DEFAULT, !is_only && is_selected);
+}
+
+IListBox& CPropPageExtPerson::AddressList() const { return dialog().ListBox(IDC_EMAIL_LIST); }
+
+IListBox& CPropPageExtPerson::DelegateList() const { return dialog().ListBox(IDC_SENDAS_LIST); }
+
+}  // namespace pelora

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+
+#include "directory/multi_value_attribute.h"
+#include "pages/prop_page_ext.h"
+
+namespace pelora {
+
+/// All that addresses an object by mail: its e-mail addresses, of which the default one is kept
+/// apart from the others, and the objects that may send in its name.
+///
+/// The default address is written only when it changed itself, and never cleared, even when the
+/// last address is deleted; the other addresses and the delegates are replaced as a whole.
+class CPropPageExtPerson final : public CPropPageExt {
+ public:
+  /// `email_required`: the object is to keep at least one address.
+  CPropPageExtPerson(CPropPage& page, const Platform& platform, bool email_required);
+
+  void set_email_required(bool required) { email_required_ = required; }
+
+  // Command handlers: the buttons and the selection of the list of addresses...
+  std::int32_t OnAddAddress();
+  /// 1 when no address is selected.
+  std::int32_t OnModifyAddress();
+  std::int32_t OnDeleteAddress();
+  std::int32_t OnSetDefaultAddress();
+  std::int32_t OnAddressSelected();
+  // ... and those of the list of delegates.
+  std::int32_t OnAddDelegates();
+  std::int32_t OnDeleteDelegate();
+  std::int32_t OnDelegateSelected();
+
+ private:
+  HRESULT Load(const BoundObjects& objects);
+  HRESULT Collect(ChangeList& changes);
+  HRESULT Validate(std::string* message) const;
+
+  void LoadDefaultAddress(const BoundObjects& objects);
+  void CollectAddresses(ChangeList& changes) const;
+  void CollectDelegates(ChangeList& changes) const;
+  void UpdateAddressButtons() const;
+  [[nodiscard]] IListBox& AddressList() const;
+  [[nodiscard]] IListBox& DelegateList() const;
+
+  const Platform& platform_;
+  MultiValueAttribute addresses_;
+  MultiValueAttribute delegates_;
+  bool email_required_;
+};
+
+}  // namespace pelora

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/data_object.h"
+
+namespace pelora::testing {
+
+/// A `DSOBJECTNAMES` block that names the given paths.
+[[nodiscard]] std::vector<std::byte> MakeDsObjectNames(const std::vector<std::string>& paths);
+
+/// Overwrites four bytes of a block with a little-endian number.
+void PatchUint32(std::vector<std::byte>& block, std::size_t offset, std::uint32_t number);
+
+/// The console's selection, as a data object that hands out one block under one format's name.
+///
+/// Lives on the stack of a test; it counts its references and what was asked of its medium.
+class SelectionDataObject final : public IDataObject {
+ public:
+  /// A well-formed selection.
+  explicit SelectionDataObject(const std::vector<std::string>& paths);
+  /// Any bytes whatever.
+  explicit SelectionDataObject(std::vector<std::byte> block);
+
+  /// Rendering fails from now on.
+  void FailWith(HRESULT status) { failure_ = status; }
+
+  [[nodiscard]] std::uint32_t references() const { return references_; }
+  [[nodiscard]] int locks() const { return *locks_; }
+  [[nodiscard]] int releases() const { return *releases_; }
+  /// What was asked for last.
+  [[nodiscard]] const FormatEtc& last_format() const { return last_format_; }
+
+  HRESULT QueryInterface(const Guid& iid, void** object) override;
+  std::uint32_t AddRef() override { return ++references_; }
+  std::uint32_t Release() override { return --references_; }
+  HRESULT GetData(const FormatEtc& format, std::unique_ptr<IStorageMedium>& medium) override;
+
+ private:
+  std::vector<std::byte> block_;
+  HRESULT failure_ = S_OK;
+  std::uint32_t references_ = 1;
+  std::shared_ptr<int> locks_ = std::make_shared<int>(0);
+  std::shared_ptr<int> releases_ = std::make_shared<int>(0);
+  FormatEtc last_format_;
+};
+
+}  // namespace pelora::testing
