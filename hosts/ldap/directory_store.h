@@ -23,12 +23,6 @@ struct [[nodiscard]] StoreStatus {
   [[nodiscard]] bool Ok() const { return code == 0; }
 };
 
-/// Compares attribute names: ASCII, without case.
-struct AttributeNameLess {
-  using is_transparent = void;
-  bool operator()(std::string_view left, std::string_view right) const;
-};
-
 /// Attribute values as the directory holds them: byte strings, in the directory's order.
 using AttributeValues = std::vector<std::string>;
 using AttributeMap = std::map<std::string, AttributeValues, AttributeNameLess>;
@@ -64,8 +58,8 @@ using EntrySink = std::function<bool(Entry entry)>;
 /// A directory that entries are read from and written to: an embedded file or a server.
 ///
 /// One store is used on one thread; a host that searches beside its windows opens a second one.
-/// Adding and deleting values follows the permissive way: a value that is there already is not added
-/// again, one that is not there is deleted without complaint.
+/// Adding and deleting values follows the permissive way: a value that is there already is not
+/// added again, one that is not there is deleted without complaint.
 class IDirectoryStore {
  public:
   virtual ~IDirectoryStore() = default;

@@ -29,18 +29,30 @@ enum class Syntax : std::uint8_t {
 struct AttributeType {
   Syntax syntax = Syntax::kString;
   bool is_single_valued = false;
+  /// Bounds of an integer's value or of a string's length, both allowed themselves.
+  std::optional<std::int64_t> range_lower{};
+  std::optional<std::int64_t> range_upper{};
 };
 
-/// The attributes that a directory knows.
+/// Compares attribute names: ASCII, without case.
+struct AttributeNameLess {
+  using is_transparent = void;
+  bool operator()(std::string_view left, std::string_view right) const;
+};
+
+/// The attributes that a directory knows, by name without case.
 class Schema {
  public:
-  void Add(std::string_view name, AttributeType type);
-  /// Compares names without case; nothing for an attribute that the directory does not know.
+  using Types = std::map<std::string, AttributeType, AttributeNameLess>;
+
+  /// A name that is there already gets the new type.
+  void Add(std::string_view name, const AttributeType& type);
+  /// Nothing for an attribute that the directory does not know.
   [[nodiscard]] std::optional<AttributeType> Find(std::string_view name) const;
-  [[nodiscard]] std::size_t size() const { return types_.size(); }
+  [[nodiscard]] const Types& types() const { return types_; }
 
  private:
-  std::map<std::string, AttributeType, std::less<>> types_;
+  Types types_;
 };
 
 /// The syntax that an attribute's `attributeSyntax` (an identifier such as "2.5.5.12") stands for;

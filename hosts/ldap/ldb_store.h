@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::ldap {
+
+struct LdbStoreOptions {
+  /// How long a request waits for another process that has the file locked.
+  std::chrono::milliseconds lock_wait{3000};
+};
+
+/// Opens the embedded directory in the file `path`, as `CreateLdbDirectory` makes it. Samba's ldb
+/// tools read and write the same file, also while it is open here.
+///
+/// The schema is read once. A modify is checked as a directory server would, before anything is
+/// written: unknown attribute 16, more than one value for a single-valued attribute or a value out
+/// of its range 19, a value twice 20, an empty value or one that the syntax does not allow 21, a
+/// malformed name 34, the naming attribute 67. It is one transaction: on disk when it returns, or
+/// not at all.
+///
+/// Failures to open leave `store` empty and the file as it was: there is none, it may not be read
+/// and written, it is no directory, it is damaged (all -1), or it is locked (51). `text` is one
+/// line that names the file, and the process that holds the lock. The same holds for later
+/// requests; when the file has been removed or replaced meanwhile they are refused (52).
+///
+/// All stores of one file in one process are used on one thread.
+[[nodiscard]] StoreStatus OpenLdbStore(const std::string& path, const LdbStoreOptions& options,
+                                       std::unique_ptr<IDirectoryStore>& store);
+
+}  // namespace pelora::ldap

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "hosts/ldap/directory_store.h"
+#include "platform/ads.h"
+
+namespace pelora::ldap {
+
+/// The directory port over a store: paths are bound to objects with a property cache, result codes
+/// become the platform's statuses.
+///
+/// A path's server is not looked at: the store is the directory. `store` outlives the service and
+/// every object bound from it.
+class StoreDirectoryService final : public IDirectoryService {
+ public:
+  explicit StoreDirectoryService(IDirectoryStore& store);
+  ~StoreDirectoryService() override;
+  StoreDirectoryService(const StoreDirectoryService&) = delete;
+  StoreDirectoryService& operator=(const StoreDirectoryService&) = delete;
+
+  /// Reads the object's classes, and with them whether it is there.
+  [[nodiscard]] HRESULT ADsGetObject(const std::string& path, const Guid& iid,
+                                     Ref<IADs>& object) override;
+  /// A user name or a password is refused with `E_ADS_BAD_PARAMETER`: the store was opened as the
+  /// user who runs the program.
+  [[nodiscard]] HRESULT ADsOpenObject(const std::string& path,
+                                      const std::optional<std::string>& user_name,
+                                      const std::optional<std::string>& password,
+                                      std::uint32_t flags, const Guid& iid,
+                                      Ref<IADs>& object) override;
+
+  /// What the store said of the last request that failed, through the service or an object bound
+  /// from it: the words behind the status that the caller got. Success when none has failed yet.
+  [[nodiscard]] const StoreStatus& last_failure() const;
+
+ private:
+  IDirectoryStore& store_;
+  std::shared_ptr<StoreStatus> last_failure_;
+};
+
+}  // namespace pelora::ldap
