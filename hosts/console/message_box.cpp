@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/message_box.h"
+
+#include <QMessageBox>
+
+#include "hosts/console/qt_dialog.h"
+#include "hosts/console/qt_text.h"
+
+namespace pelora::console {
+namespace {
+
+/// Caption of a box that names none, as the platform has it.
+constexpr const char* kDefaultCaption = "Error";
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::kError:
+      return QMessageBox::Critical;
+    case MessageIcon::kWarning:
+      return QMessageBox::Warning;
+    case MessageIcon::kNone:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+}  // namespace
+
+std::int32_t QtMessageBox::Show(IDialog* owner, const Message& message) {
+  QString text = ToQString(message.text);
+  text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  const bool asks = message.buttons == MessageButtons::kYesNo;
+  QMessageBox box(WindowOf(owner));
+  box.setObjectName(QStringLiteral("message_box"));
+  box.setTextFormat(Qt::PlainText);
+  box.setWindowTitle(ToQString(message.caption.value_or(kDefaultCaption)));
+  box.setIcon(IconOf(message.icon));
+  box.setText(text);
+  box.setStandardButtons(asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
+  const int answer = box.exec();
+  if (!asks) return kDialogOk;
+  return answer == QMessageBox::Yes ? kDialogYes : kDialogNo;
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/static_controls.h"
+
+#include <QEvent>
+
+#include "hosts/console/control_styles.h"
+#include "hosts/console/qt_text.h"
+
+namespace pelora::console {
+namespace {
+
+/// A text control of at least two lines breaks its text.
+constexpr int kTwoLines = 16;
+
+Qt::Alignment AlignmentOf(const resources::DialogItem& item) {
+  switch (item.style & style::kStaticTypeMask) {
+    case style::kStaticCenter:
+      return Qt::AlignHCenter;
+    case style::kStaticRight:
+      return Qt::AlignRight;
+    default:
+      return Qt::AlignLeft;
+  }
+}
+
+}  // namespace
+
+bool GroupFrame::event(QEvent* event) {
+  if (event->type() == QEvent::Shortcut && next_ != nullptr) {
+    next_->setFocus(Qt::ShortcutFocusReason);
+    return true;
+  }
+  return QGroupBox::event(event);
+}
+
+GroupControl::GroupControl(const resources::DialogItem& item, QWidget& parent,
+                           ControlEvents& events)
+    : DialogControl(item, *new GroupFrame(ToQString(item.title), &parent), events),
+      frame_(static_cast<GroupFrame&>(widget())) {
+  frame_.setAccessibleName(WithoutMnemonic(frame_.title()));
+}
+
+std::string GroupControl::Text() const { return ToUtf8(frame_.title()); }
+
+void GroupControl::SetText(std::string_view text) { frame_.setTitle(ToQString(text)); }
+
+LabelControl::LabelControl(const resources::DialogItem& item, QWidget& parent,
+                           ControlEvents& events)
+    : DialogControl(item, *new QLabel(&parent), events),
+      label_(static_cast<QLabel&>(widget())),
+      text_(item.title),
+      has_mnemonics_((item.style & style::kStaticNoPrefix) == 0) {
+  label_.setTextFormat(Qt::PlainText);
+  const bool has_lines = item.height >= kTwoLines;
+  label_.setWordWrap(has_lines);
+  label_.setAlignment(AlignmentOf(item) | (has_lines ? Qt::AlignTop : Qt::AlignVCenter));
+  Show();
+}
+
+void LabelControl::SetText(std::string_view text) {
+  text_ = text;
+  Show();
+}
+
+void LabelControl::SetBuddy(QWidget& buddy) {
+  if (!has_mnemonics_) return;
+  label_.setBuddy(&buddy);
+  Show();
+}
+
+void LabelControl::Show() {
+  // A label without a buddy draws "&" as it is; one with a buddy underlines what follows.
+  const QString text = ToQString(text_);
+  const bool plain = has_mnemonics_ && label_.buddy() == nullptr;
+  label_.setText(plain ? WithoutMnemonic(text) : text);
+}
+
+QSize LabelControl::NeededSize() const { return label_.wordWrap() ? QSize() : label_.sizeHint(); }
+
+RuleControl::RuleControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events)
+    : DialogControl(item, *new QFrame(&parent), events) {
+  const bool rule = (item.style & style::kStaticTypeMask) == style::kStaticHorizontalLine;
+  if (!rule) return;
+  auto& frame = static_cast<QFrame&>(widget());
+  frame.setFrameShape(QFrame::HLine);
+  frame.setFrameShadow(QFrame::Sunken);
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+
+#include "hosts/console/dialog_control.h"
+
+namespace pelora::console {
+
+/// A frame around other controls. It stands behind them and does not own them, so that hiding or
+/// disabling it leaves them alone. Its mnemonic moves the focus to `SetNext`'s widget.
+class GroupFrame final : public QGroupBox {
+ public:
+  using QGroupBox::QGroupBox;
+  void SetNext(QWidget* next) { next_ = next; }
+
+ protected:
+  bool event(QEvent* event) override;
+
+ private:
+  QWidget* next_ = nullptr;
+};
+
+class GroupControl final : public DialogControl {
+ public:
+  GroupControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
+
+  [[nodiscard]] std::string Text() const override;
+  void SetText(std::string_view text) override;
+  void SetNext(QWidget& next) { frame_.SetNext(&next); }
+
+ private:
+  GroupFrame& frame_;
+};
+
+/// A text whose mnemonic, when it has one, moves the focus to `SetBuddy`'s widget.
+class LabelControl final : public DialogControl {
+ public:
+  LabelControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
+
+  [[nodiscard]] std::string Text() const override { return text_; }
+  void SetText(std::string_view text) override;
+  void SetBuddy(QWidget& buddy);
+  [[nodiscard]] QSize NeededSize() const override;
+
+ private:
+  void Show();
+
+  QLabel& label_;
+  std::string text_;
+  bool has_mnemonics_;
+};
+
+/// A horizontal rule, or whatever else has no contents.
+class RuleControl final : public DialogControl {
+ public:
+  RuleControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
+};
+
+}  // namespace pelora::console
