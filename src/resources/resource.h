@@ -13,6 +13,7 @@
 
 /* Dialog templates. */
 #define IDD_PROPPAGE_USER 102
+#define IDD_EMAIL_ADDRESS 107
 
 /* The account and visibility boxes. */
 #define IDC_PELORA_ACCOUNT 214
@@ -27,6 +28,20 @@
 #define IDC_QUOTA_SOFT_LABEL 278
 #define IDC_QUOTA_HARD_LABEL 279
 
+/* Who is warned when an object's own quota is exceeded. */
+#define IDC_QUOTA_RECIPIENTS 216
+#define IDC_QUOTA_RECIPIENTS_ADD 224
+#define IDC_QUOTA_RECIPIENTS_DELETE 225
+
+/* The default quota that a company gives its users, and who is warned when it is exceeded. */
+#define IDC_USER_QUOTA_OVERRIDE 218
+#define IDC_USER_QUOTA_WARN 220
+#define IDC_USER_QUOTA_SOFT 222
+#define IDC_USER_QUOTA_HARD 223
+#define IDC_USER_QUOTA_RECIPIENTS 234
+#define IDC_USER_QUOTA_RECIPIENTS_ADD 232
+#define IDC_USER_QUOTA_RECIPIENTS_DELETE 233
+
 /* The e-mail addresses. */
 #define IDC_EMAIL_LIST 206
 #define IDC_EMAIL_ADD 207
@@ -34,6 +49,9 @@
 #define IDC_EMAIL_MODIFY 209
 #define IDC_EMAIL_DEFAULT 213
 #define IDC_EMAIL_GROUP 247
+
+/* The dialog in which one address is typed. */
+#define IDC_EMAIL_ADDRESS 203
 
 /* Those who may send in the object's name. */
 #define IDC_SENDAS_LIST 237

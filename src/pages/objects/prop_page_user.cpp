@@ -2,7 +2,13 @@
 #include "pages/objects/prop_page_user.h"
 
 #include <array>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
+#include "directory/ascii_case.h"
+#include "directory/select_ad_object.h"
 #include "pages/handler.h"
 #include "resources/resource.h"
 
@@ -16,16 +22,173 @@ constexpr std::array<ControlId, 10> kMultiSelectHideList = {
     IDC_EMAIL_LIST,   IDC_SENDAS_LIST,  IDC_EMAIL_GROUP,   IDC_SENDAS_GROUP, IDC_EMAIL_ADD,
     IDC_EMAIL_DELETE, IDC_EMAIL_MODIFY, IDC_EMAIL_DEFAULT, IDC_SENDAS_ADD,   IDC_SENDAS_DELETE};
 
+constexpr const Attribute& kServer = CatalogueEntry("peloraUserServer");
+constexpr const Attribute& kSharedStoreOnly = CatalogueEntry("peloraSharedStoreOnly");
+constexpr const Attribute& kAdmin = CatalogueEntry("peloraAdmin");
+constexpr const Attribute& kResourceType = CatalogueEntry("peloraResourceType");
+constexpr const Attribute& kCapacity = CatalogueEntry("peloraResourceCapacity");
+
+/// What a type of account is called and what is written for it.
+struct AccountType {
+  std::string_view text;
+  std::string_view admin = "0";
+  std::string_view shared_store_only = "0";
+  std::string_view resource_type = {};
+
+  [[nodiscard]] constexpr bool IsResource() const { return !resource_type.empty(); }
+};
+
+constexpr RowIndex kActiveUser = 0;
+constexpr RowIndex kSharedStore = 1;
+constexpr RowIndex kRoom = 2;
+constexpr RowIndex kEquipment = 3;
+constexpr RowIndex kAdministrator = 4;
+
+/// In the order of the list; rooms and equipment are shared stores too.
+constexpr std::array<AccountType, 6> kAccountTypes = {{
+    {.text = "active user"},
+    {.text = "shared store only", .shared_store_only = "1"},
+    {.text = "room", .shared_store_only = "1", .resource_type = "room"},
+    {.text = "equipment", .shared_store_only = "1", .resource_type = "equipment"},
+    {.text = "administrator", .admin = "1"},
+    {.text = "system administrator", .admin = "2"},
+}};
+/// Nothing selected.
+constexpr AccountType kNoType{};
+
+const AccountType& TypeOf(std::optional<RowIndex> row) {
+  return row && *row < kAccountTypes.size() ? kAccountTypes.at(*row) : kNoType;
+}
+
+/// The row of an account: its resource type comes before its being a shared store, both before its
+/// administrator level. A level beyond the list has no row.
+std::optional<RowIndex> RowOf(std::string_view resource_type, bool is_shared_store,
+                              std::uint32_t admin_level) {
+  if (EqualsWithoutCase(resource_type, kAccountTypes.at(kRoom).resource_type)) return kRoom;
+  if (EqualsWithoutCase(resource_type, kAccountTypes.at(kEquipment).resource_type)) {
+    return kEquipment;
+  }
+  if (is_shared_store) return kSharedStore;
+  if (admin_level == 0) return kActiveUser;
+  const RowIndex row = kAdministrator + RowIndex{admin_level} - 1;
+  return row < kAccountTypes.size() ? std::optional(row) : std::nullopt;
+}
+
 }  // namespace
 
 CPropPageUser::CPropPageUser(const Platform& platform)
     : CSnapInPropertyPage(platform, IID_IADsUser, kMultiSelectHideList, IDD_PROPPAGE_USER,
                           "Pelora"),
+      person_(*this, platform, true),
+      quota_(*this, platform, QuotaKind::kOwn),
       account_(*this) {
+  RegisterLoad(Handler(this, &CPropPageUser::Load));
+  RegisterCollect(Handler(this, &CPropPageUser::Collect));
+  RegisterValidate([](std::string* /*message*/) { return S_OK; });
   Route({
       {IDC_PELORA_ACCOUNT, kClicked, Handler(&account_, &CPropPageExtPelora::OnAccountClicked)},
       {IDC_PELORA_HIDDEN, kClicked, Handler(&account_, &CPropPageExtPelora::OnHiddenClicked)},
+      {IDC_ACCOUNT_TYPE, kSelectionChange, Handler(this, &CPropPageUser::OnAccountTypeChanged)},
+      {IDC_CAPACITY, kEditChange, Handler(this, &CPropPageUser::OnCapacityEdited)},
+      {IDC_EMAIL_ADD, kClicked, Handler(&person_, &CPropPageExtPerson::OnAddAddress)},
+      {IDC_EMAIL_DELETE, kClicked, Handler(&person_, &CPropPageExtPerson::OnDeleteAddress)},
+      {IDC_EMAIL_MODIFY, kClicked, Handler(&person_, &CPropPageExtPerson::OnModifyAddress)},
+      {IDC_EMAIL_DEFAULT, kClicked, Handler(&person_, &CPropPageExtPerson::OnSetDefaultAddress)},
+      {IDC_EMAIL_LIST, kSelectionChange, Handler(&person_, &CPropPageExtPerson::OnAddressSelected)},
+      {IDC_SENDAS_LIST, kSelectionChange,
+       Handler(&person_, &CPropPageExtPerson::OnDelegateSelected)},
+      {IDC_SENDAS_ADD, kClicked, Handler(&person_, &CPropPageExtPerson::OnAddDelegates)},
+      {IDC_SENDAS_DELETE, kClicked, Handler(&person_, &CPropPageExtPerson::OnDeleteDelegate)},
+      {IDC_QUOTA_OVERRIDE, kClicked, Handler(&quota_, &CPropPageExtQuota::OnOverrideClicked)},
+      {IDC_QUOTA_WARN, kEditChange, Handler(&quota_, &CPropPageExtQuota::OnWarningEdited)},
+      {IDC_QUOTA_SOFT, kEditChange, Handler(&quota_, &CPropPageExtQuota::OnSoftLimitEdited)},
+      {IDC_QUOTA_HARD, kEditChange, Handler(&quota_, &CPropPageExtQuota::OnHardLimitEdited)},
+      {IDC_SERVER, kEditChange, Handler(this, &CPropPageUser::OnServerEdited)},
+      {IDC_SERVER_SELECT, kClicked, Handler(this, &CPropPageUser::OnSelectServer)},
   });
+}
+
+HRESULT CPropPageUser::Load(const BoundObjects& objects) {
+  LoadText(objects, kServer.name, IDC_SERVER);
+  server_changed_ = false;
+  LoadAccountType(objects);
+  type_changed_ = false;
+  LoadNumber(objects, kCapacity.name, IDC_CAPACITY);
+  FollowAccountType();
+  capacity_changed_ = false;
+  return S_OK;
+}
+
+HRESULT CPropPageUser::Collect(ChangeList& changes) {
+  const bool is_multi_select = IsMultiSelect();
+  const AccountType& type = TypeOf(AccountTypeList().Selection());
+  const bool writes_capacity = !capacity_changed_ || type.IsResource();
+  const auto add = [&](const Attribute& attribute, std::string value, bool changed) {
+    changes.push_back(MakeChange(attribute, std::move(value), changed, is_multi_select));
+  };
+  add(kAdmin, std::string(type.admin), type_changed_);
+  add(kSharedStoreOnly, std::string(type.shared_store_only), type_changed_);
+  add(kResourceType, std::string(type.resource_type), type_changed_);
+  add(kCapacity, Dialog().Text(IDC_CAPACITY), writes_capacity);
+  add(kServer, Dialog().Text(IDC_SERVER), server_changed_);
+  // Whether the capacity was edited is remembered until the next load or choice of a type.
+  type_changed_ = false;
+  server_changed_ = false;
+  return S_OK;
+}
+
+std::int32_t CPropPageUser::OnAccountTypeChanged() {
+  type_changed_ = true;
+  // An earlier edit of the capacity is forgotten when the account is no resource any more.
+  capacity_changed_ = TypeOf(AccountTypeList().Selection()).IsResource();
+  FollowAccountType();
+  SetModified(true);
+  return 0;
+}
+
+std::int32_t CPropPageUser::OnCapacityEdited() {
+  capacity_changed_ = true;
+  SetModified(true);
+  return 0;
+}
+
+std::int32_t CPropPageUser::OnServerEdited() {
+  server_changed_ = true;
+  SetModified(true);
+  return 0;
+}
+
+std::int32_t CPropPageUser::OnSelectServer() {
+  const SelectADObject chooser(platform());
+  std::vector<std::string> names;
+  if (chooser.SelectComputers(&Dialog(), names, SelectionMode::kSingle) != S_OK) return 0;
+  if (names.empty()) return 0;
+  Dialog().SetText(IDC_SERVER, names.front());
+  SetModified(true);
+  return 0;
+}
+
+void CPropPageUser::LoadAccountType(const BoundObjects& objects) const {
+  const ValueSummary<bool> shared_store_only = SummarizeFlag(objects, kSharedStoreOnly.name);
+  const ValueSummary<std::int32_t> admin = SummarizeInteger(objects, kAdmin.name);
+  const ValueSummary<std::string> resource_type = SummarizeString(objects, kResourceType.name);
+  AccountTypeList().Clear();
+  for (const AccountType& type : kAccountTypes) AccountTypeList().Add(type.text);
+  const bool is_uniform =
+      shared_store_only.IsUniform() && admin.IsUniform() && resource_type.IsUniform();
+  if (!is_uniform) return;
+  AccountTypeList().Select(RowOf(resource_type.value(), shared_store_only.value(),
+                                 static_cast<std::uint32_t>(admin.value())));
+}
+
+IComboBox& CPropPageUser::AccountTypeList() const { return Dialog().ComboBox(IDC_ACCOUNT_TYPE); }
+
+void CPropPageUser::FollowAccountType() {
+  const std::optional<RowIndex> row = AccountTypeList().Selection();
+  const bool is_resource = TypeOf(row).IsResource();
+  Dialog().SetEnabled(IDC_CAPACITY, is_resource);
+  Dialog().SetEnabled(IDC_CAPACITY_LABEL, is_resource);
+  person_.set_email_required(row == kActiveUser);
 }
 
 }  // namespace pelora
