@@ -6,13 +6,14 @@
 
 namespace pelora {
 
-/// Whether two texts are equal apart from the case of ASCII letters, as the directory compares
-/// keywords.
-[[nodiscard]] constexpr bool EqualsWithoutCase(std::string_view left, std::string_view right) {
-  constexpr auto kLowerCase = [](char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-  };
-  return std::ranges::equal(left, right, {}, kLowerCase, kLowerCase);
+/// A letter of ASCII in lower case; any other character as it is.
+constexpr char AsciiLowerCase(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+/// Whether two texts are the same but for the case of ASCII letters.
+constexpr bool EqualsWithoutCase(std::string_view left, std::string_view right) {
+  return std::ranges::equal(left, right, {}, AsciiLowerCase, AsciiLowerCase);
 }
 
 }  // namespace pelora
