@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "server/component_server.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/shell_extension.h"
+#include "server/class_table.h"
+#include "tests/unit/test_platform.h"
+
+namespace pelora {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+const std::vector<std::string> kExpectedClasses = {
+    "CPropPageAddresslist PeloraProp.PropPageDistlist.1 PeloraProp.PropPageDistlist",
+    "CPropPageAddresslistGeneral PeloraProp.PropPageDistlist.1 PeloraProp.PropPageDistlist",
+    "CPropPageCompany PeloraProp.PropPageCompany.1 PeloraProp.PropPageCompany",
+    "CPropPageCompanyQuota PeloraProp.PropPageCompanyQuota.1 PeloraProp.PropPageCompanyQuota",
+    "CPropPageCompanyRights PeloraProp.PropPageCompanyRights.1 PeloraProp.PropPageCompanyRights",
+    "CPropPageContact PeloraProp.PropPageDistlist.1 PeloraProp.PropPageContact",
+    "CPropPageDistlist PeloraProp.PropPageDistlist.1 PeloraProp.PropPageDistlist",
+    "CPropPageDynamicDistlist PeloraProp.PropPageDistlist.1 PeloraProp.PropPageDistlist",
+    "CPropPageDynamicDistlistGeneral PeloraProp.PropPageDistlist.1 PeloraProp.PropPageDistlist",
+    "CPropPageFeatures PeloraProp.PropPageFeatures.1 PeloraProp.PropPageFeatures",
+    "CPropPageServer PeloraProp.PropPageServer.1 PeloraProp.PropPageServer",
+    "CPropPageUser PeloraProp.PropPage.1 PeloraProp.PropPage",
+    "CWizardExtAddresslist PeloraProp.PropPage.1 PeloraProp.PropPage",
+    "CWizardAddresslist PeloraProp.PropPage.1 PeloraProp.PropPage",
+    "CWizardExtDynamicDistlist PeloraProp.PropPage.1 PeloraProp.PropPage",
+    "CWizardDynamicDistlist PeloraProp.PropPage.1 PeloraProp.PropPage",
+    "CWizardExtCompany PeloraProp.PropPage.1 PeloraProp.PropPage",
+    "CWizardExtContact PeloraProp.PropPage.1 PeloraProp.PropPage",
+    "CWizardExtDistlist PeloraProp.PropPage.1 PeloraProp.PropPage",
+    "CWizardExtServer PeloraProp.PropPage.1 PeloraProp.PropPage",
+    "CWizardExtUser PeloraProp.PropPage.1 PeloraProp.PropPage",
+};
+
+TEST(ClassTable, HoldsEveryClassInTheOrderOfRegistration) {
+  std::vector<std::string> actual;
+  for (const ComponentClass& row : ClassTable()) {
+    actual.push_back(std::string(row.name) + " " + std::string(row.prog_id) + " " +
+                     std::string(row.version_independent_prog_id));
+  }
+  EXPECT_EQ(actual, kExpectedClasses);
+}
+
+TEST(ClassTable, IdentifiersTellClassesApart) {
+  std::set<Guid> identifiers;
+  for (const ComponentClass& row : ClassTable()) {
+    EXPECT_NE(row.class_id, Guid{});
+    EXPECT_TRUE(identifiers.insert(row.class_id).second) << row.name;
+    EXPECT_EQ(FindClass(row.class_id), &row);
+    EXPECT_EQ(FindClass(row.name), &row);
+  }
+  EXPECT_EQ(FindClass(Guid{}), nullptr);
+  EXPECT_EQ(FindClass("CPropPageNothing"), nullptr);
+}
+
+TEST(ComponentServer, MakesEveryClassThatHasAPageAndLetsItGo) {
+  testing::TestHost host;
+  int made = 0;
+  for (const ComponentClass& row : ClassTable()) {
+    if (row.create == nullptr) continue;
+    void* object = nullptr;
+    ASSERT_EQ(CreateComponent(row.class_id, host.platform, IID_IUnknown, &object), S_OK)
+        << row.name;
+    EXPECT_EQ(static_cast<IUnknown*>(object)->Release(), 0U);
+    ++made;
+  }
+  EXPECT_GT(made, 0);
+  EXPECT_EQ(host.component_library.initialized(), made);
+  EXPECT_EQ(host.component_library.uninitialized(), made);
+}
+
+TEST(ComponentServer, RefusesWhatItDoesNotHave) {
+  testing::TestHost host;
+  void* object = &host;
+  EXPECT_EQ(CreateComponent(Guid{}, host.platform, IID_IUnknown, &object),
+            CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_EQ(object, nullptr);
+  for (const ComponentClass& row : ClassTable()) {
+    if (row.create != nullptr) continue;
+    EXPECT_EQ(CreateComponent(row.class_id, host.platform, IID_IUnknown, &object),
+              CLASS_E_CLASSNOTAVAILABLE);
+  }
+  const Guid user = FindClass("CPropPageUser")->class_id;
+  object = &host;
+  EXPECT_EQ(CreateComponent(user, host.platform, IID_IADs, &object), E_NOINTERFACE);
+  EXPECT_EQ(object, nullptr);
+  EXPECT_EQ(CreateComponent(user, host.platform, IID_IUnknown, nullptr), E_POINTER);
+  EXPECT_EQ(host.component_library.initialized(), host.component_library.uninitialized());
+}
+
+TEST(DefaultTabs, UsersHaveTheUserTab) {
+  const Guid user = FindClass("CPropPageUser")->class_id;
+  EXPECT_THAT(DefaultTabs("user"), ElementsAre(user));
+  EXPECT_THAT(DefaultTabs("USER"), ElementsAre(user));
+  EXPECT_THAT(DefaultTabs("inetOrgPerson"), ElementsAre(user));
+  EXPECT_THAT(DefaultTabs("users"), IsEmpty());
+  EXPECT_THAT(DefaultTabs(""), IsEmpty());
+}
+
+}  // namespace
+}  // namespace pelora
