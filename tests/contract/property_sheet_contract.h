@@ -23,7 +23,7 @@ namespace pelora::contract {
 /// One property sheet and the person in front of it, made anew for each test.
 class PropertySheetDriver {
  public:
-  /// A sheet that still stands is closed as by its Cancel button, asking nobody.
+  /// A sheet that still stands goes, asking nobody: its dialogs are told, its pages destroyed.
   virtual ~PropertySheetDriver() = default;
 
   /// Takes a page, before the sheet is shown. As `AddPropSheetPage`.
