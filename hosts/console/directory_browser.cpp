@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/directory_browser.h"
+
+#include <array>
+
+#include "hosts/console/qt_text.h"
+
+namespace pelora::console {
+namespace {
+
+const std::vector<std::string>& ShownAttributes() {
+  static const std::vector<std::string> kAttributes = {"objectClass", "name", "description"};
+  return kAttributes;
+}
+
+std::string FirstValue(const ldap::Entry& entry, std::string_view attribute) {
+  const auto found = entry.attributes.find(attribute);
+  if (found == entry.attributes.end() || found->second.empty()) return {};
+  return found->second.front();
+}
+
+DirectoryObject ObjectOf(const ldap::Entry& entry) {
+  const auto classes = entry.attributes.find("objectClass");
+  const std::string name = FirstValue(entry, "name");
+  return {.dn = entry.dn,
+          .name = ToQString(name.empty() ? entry.dn : name),
+          .description = ToQString(FirstValue(entry, "description")),
+          .kind = classes == entry.attributes.end() ? KindOf({}) : KindOf(classes->second)};
+}
+
+}  // namespace
+
+ldap::StoreStatus DirectoryBrowser::ReadBase(DirectoryObject& base) const {
+  ldap::Entry root;
+  if (ldap::StoreStatus status = store_.ReadRoot(root); !status.Ok()) return status;
+  return ReadObject(FirstValue(root, "defaultNamingContext"), base);
+}
+
+ldap::StoreStatus DirectoryBrowser::ReadObject(const std::string& dn,
+                                               DirectoryObject& object) const {
+  ldap::Entry entry;
+  if (ldap::StoreStatus status = store_.Read(dn, ShownAttributes(), entry); !status.Ok()) {
+    return status;
+  }
+  object = ObjectOf(entry);
+  return {};
+}
+
+ldap::StoreStatus DirectoryBrowser::ListChildren(const std::string& container,
+                                                 std::vector<DirectoryObject>& objects) const {
+  std::vector<DirectoryObject> found;
+  const auto take = [&found](const ldap::Entry& entry) {
+    DirectoryObject object = ObjectOf(entry);
+    if (!object.kind.is_internal) found.push_back(std::move(object));
+    return true;
+  };
+  ldap::StoreStatus status = store_.Search(
+      {.base = container, .scope = ldap::SearchScope::kOneLevel, .attributes = ShownAttributes()},
+      take);
+  if (status.Ok()) objects = std::move(found);
+  return status;
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "hosts/console/object_class.h"
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::console {
+
+/// One object of the directory, as the console lists it.
+struct DirectoryObject {
+  std::string dn;
+  QString name;
+  QString description;
+  ObjectKind kind;
+};
+
+/// Finds the objects that the console lists, in a store that outlives the browser.
+///
+/// On failure the store's status is returned and the result is left as it was.
+class DirectoryBrowser {
+ public:
+  explicit DirectoryBrowser(ldap::IDirectoryStore& store) : store_(store) {}
+
+  /// The directory's base, which is the root of the tree.
+  ldap::StoreStatus ReadBase(DirectoryObject& base) const;
+  ldap::StoreStatus ReadObject(const std::string& dn, DirectoryObject& object) const;
+  /// The objects right below a container, in the directory's order.
+  ldap::StoreStatus ListChildren(const std::string& container,
+                                 std::vector<DirectoryObject>& objects) const;
+
+ private:
+  ldap::IDirectoryStore& store_;
+};
+
+}  // namespace pelora::console

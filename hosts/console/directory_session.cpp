@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/directory_session.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include "hosts/console/qt_text.h"
+#include "hosts/ldap/create_ldb_directory.h"
+#include "hosts/ldap/ldb_store.h"
+#include "hosts/ldap/sample_company.h"
+
+namespace pelora::console {
+
+SessionResult OpenDirectoryFile(const QString& path) {
+  // Names of files are byte strings and stay what they are.
+  const std::string file = QFile::encodeName(path).toStdString();
+  std::unique_ptr<ldap::IDirectoryStore> store;
+  const ldap::StoreStatus status = ldap::OpenLdbStore(file, {}, store);
+  if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
+  return {.session = std::make_unique<DirectorySession>(path, std::move(store)), .error = {}};
+}
+
+QString SampleDirectoryPath() {
+  const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+  return folder.filePath(QStringLiteral("sample-company.ldb"));
+}
+
+SessionResult OpenSampleDirectory() {
+  const QString path = SampleDirectoryPath();
+  if (!QFileInfo::exists(path)) {
+    const QString folder = QFileInfo(path).path();
+    if (!QDir().mkpath(folder)) {
+      return {.session = nullptr,
+              .error = QStringLiteral("%1: the folder cannot be made").arg(folder)};
+    }
+    const std::string file = QFile::encodeName(path).toStdString();
+    const ldap::StoreStatus status = ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif());
+    if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
+  }
+  return OpenDirectoryFile(path);
+}
+
+}  // namespace pelora::console

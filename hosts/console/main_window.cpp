@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QTreeView>
+
+#include "hosts/console/object_icons.h"
+#include "hosts/console/qt_text.h"
+
+namespace pelora::console {
+
+MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) {
+  setWindowTitle(QStringLiteral("Pelora Console"));
+  setWindowIcon(IconOf(ObjectIcon::kDomain));
+  MakePanes();
+  MakeActions();
+  MakeMenus();
+  count_ = new QLabel(this);
+  hint_ = new QLabel(this);
+  statusBar()->addWidget(count_);
+  statusBar()->addPermanentWidget(hint_);
+  UpdateActions();
+}
+
+MainWindow::~MainWindow() {
+  // The tree still looks at its model, and the sheets at the session.
+  tree_->setModel(nullptr);
+}
+
+bool MainWindow::OpenFile(const QString& path) {
+  SessionResult opened = OpenDirectoryFile(path);
+  if (opened.session) return SetSession(std::move(opened.session));
+  ReportLater(QStringLiteral("The directory file cannot be opened."), opened.error);
+  return false;
+}
+
+bool MainWindow::SetSession(std::unique_ptr<DirectorySession> session) {
+  if (!sheets_.CloseAll()) return false;
+  const DirectoryBrowser browser(*session->store);
+  DirectoryObject base;
+  if (const ldap::StoreStatus status = browser.ReadBase(base); !status.Ok()) {
+    ReportLater(QStringLiteral("The directory cannot be read."), ToQString(status.text));
+    return false;
+  }
+  const auto on_failure = [this](const DirectoryObject& container, const QString& reason) {
+    ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(container.name), reason);
+  };
+  auto model = std::make_unique<ContainerTreeModel>(browser, std::move(base), on_failure);
+  tree_->setModel(model.get());
+  tree_model_ = std::move(model);
+  platform_.emplace(session->service, message_box_, module_);
+  session_ = std::move(session);
+  connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          &MainWindow::ShowContainer);
+  setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(QFileInfo(session_->path).fileName()));
+  tree_->setCurrentIndex(tree_model_->BaseIndex());
+  tree_->expand(tree_model_->BaseIndex());
+  return true;
+}
+
+std::vector<DirectoryObject> MainWindow::Selection() const {
+  std::vector<DirectoryObject> selected = list_->Selection();
+  const QModelIndex container = tree_->currentIndex();
+  if ((tree_used_last_ || selected.empty()) && container.isValid()) {
+    return {tree_model_->ObjectAt(container)};
+  }
+  return selected;
+}
+
+void MainWindow::ShowContainer() {
+  RefreshList();
+  list_->view().scrollToTop();
+}
+
+void MainWindow::RefreshList() {
+  const QModelIndex container = tree_->currentIndex();
+  if (!container.isValid()) return;
+  std::vector<DirectoryObject> objects;
+  const DirectoryObject& shown = tree_model_->ObjectAt(container);
+  const ldap::StoreStatus status =
+      DirectoryBrowser(*session_->store).ListChildren(shown.dn, objects);
+  if (!status.Ok()) {
+    ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(shown.name),
+                ToQString(status.text));
+  }
+  list_->SetObjects(std::move(objects));
+}
+
+void MainWindow::RefreshAll() {
+  if (!session_) return;
+  std::vector<std::string> path;
+  for (QModelIndex step = tree_->currentIndex(); step.isValid(); step = step.parent()) {
+    path.insert(path.begin(), tree_model_->ObjectAt(step).dn);
+  }
+  tree_model_->Reload();
+  QModelIndex current = tree_model_->BaseIndex();
+  tree_->expand(current);
+  for (std::size_t i = 1; i < path.size(); ++i) {
+    const QModelIndex next = tree_model_->ChildOf(current, path[i]);
+    if (!next.isValid()) break;
+    tree_->expand(current);
+    current = next;
+  }
+  // Nothing is current after the reload, so that this shows the container anew.
+  tree_->setCurrentIndex(current);
+}
+
+void MainWindow::OpenSelection() {
+  const std::vector<DirectoryObject> selected = list_->Selection();
+  if (selected.size() != 1 || !selected.front().kind.is_container) {
+    return properties_->isEnabled() ? ShowProperties(selected) : void();
+  }
+  const QModelIndex current = tree_->currentIndex();
+  const QModelIndex child = tree_model_->ChildOf(current, selected.front().dn);
+  if (!child.isValid()) return;
+  tree_->expand(current);
+  tree_->setCurrentIndex(child);
+}
+
+void MainWindow::GoToParent() {
+  const QModelIndex parent = tree_->currentIndex().parent();
+  if (parent.isValid()) tree_->setCurrentIndex(parent);
+}
+
+void MainWindow::ShowProperties(std::span<const DirectoryObject> selection) {
+  if (!session_) return;
+  QStringList names;
+  for (const DirectoryObject& object : selection) names.append(ToQString(object.dn));
+  const QString key = names.join(QLatin1Char('\n'));
+  if (sheets_.Raise(key)) return;
+  SheetResult made = MakePropertySheet(selection, platform_->platform(), module_, this);
+  if (!made.sheet) {
+    return ReportLater(QStringLiteral("There are no properties to show."), made.error);
+  }
+  made.sheet->on_applied = [this] { RefreshList(); };
+  sheets_.Show(std::move(made.sheet), key);
+}
+
+void MainWindow::UpdateActions() {
+  const std::vector<DirectoryObject> selection = Selection();
+  const std::vector<DirectoryObject> listed = list_->Selection();
+  const QString reason = WhyNoProperties(selection);
+  properties_->setEnabled(reason.isEmpty());
+  const QString tip =
+      reason.isEmpty() ? QStringLiteral("Show the properties of the selection") : reason;
+  properties_->setStatusTip(tip);
+  properties_->setToolTip(tip);
+  open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
+  refresh_->setEnabled(session_ != nullptr);
+  parent_->setEnabled(tree_->currentIndex().parent().isValid());
+
+  const int shown = list_->ShownCount();
+  const int all = list_->Count();
+  QString count = shown == all ? QStringLiteral("%1 objects").arg(all)
+                               : QStringLiteral("%1 of %2 objects").arg(shown).arg(all);
+  if (!listed.empty()) count += QStringLiteral(", %1 selected").arg(listed.size());
+  count_->setText(session_ ? count : QString());
+  hint_->setText(listed.empty() ? QString() : reason);
+}
+
+void MainWindow::AskForFile() {
+  const QString folder = session_ ? QFileInfo(session_->path).path() : QString();
+  const QString path =
+      QFileDialog::getOpenFileName(this, QStringLiteral("Open Directory File"), folder,
+                                   QStringLiteral("Directory files (*.ldb);;All files (*)"));
+  if (!path.isEmpty()) OpenFile(path);
+}
+
+void MainWindow::ShowAbout() {
+  QMessageBox::about(
+      this, QStringLiteral("About Pelora Console"),
+      QStringLiteral("<b>Pelora Console %1</b><p>Administration of the Pelora groupware's settings "
+                     "in the directory.</p><p>Licence: Apache-2.0</p>")
+          .arg(QLatin1String(PELORA_VERSION)));
+}
+
+void MainWindow::ReportLater(const QString& text, const QString& reason) {
+  // Not at once: what failed may be on the stack of a view that is being drawn.
+  const auto show = [this, text, reason] {
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("Pelora Console"), text, QMessageBox::Ok,
+                    this);
+    box.setObjectName(QStringLiteral("failure_box"));
+    box.setInformativeText(reason);
+    box.exec();
+  };
+  QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(sheets_.CloseAll()); }
+
+}  // namespace pelora::console

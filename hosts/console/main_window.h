@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "hosts/console/console_platform.h"
+#include "hosts/console/container_tree_model.h"
+#include "hosts/console/directory_session.h"
+#include "hosts/console/message_box.h"
+#include "hosts/console/object_list_pane.h"
+#include "hosts/console/property_tabs.h"
+#include "hosts/console/sheet_windows.h"
+
+class QAction;
+class QLabel;
+class QTreeView;
+
+namespace pelora::console {
+
+/// The console's window: the containers of a directory on the left, the objects of the chosen one
+/// on the right, and the way from a selection to its properties.
+class MainWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  /// `module` holds the dialog templates and outlives the window.
+  explicit MainWindow(const resources::ResourceFile& module);
+  ~MainWindow() override;
+
+  /// Shows a directory in place of the one shown before. Open property sheets are closed first;
+  /// false when the administrator keeps one, and everything stays as it was.
+  bool SetSession(std::unique_ptr<DirectorySession> session);
+  /// Opens a directory file; a failure is shown and changes nothing.
+  bool OpenFile(const QString& path);
+
+  /// Opens the property sheet of objects, or brings it to the front; a failure is shown.
+  void ShowProperties(std::span<const DirectoryObject> selection);
+  /// What an action on objects concerns now: the objects selected in the list or, when the tree was
+  /// used last or nothing is selected there, the container.
+  [[nodiscard]] std::vector<DirectoryObject> Selection() const;
+  [[nodiscard]] const SheetWindows& sheets() const { return sheets_; }
+  /// Shows a failure as soon as the program waits for events again.
+  void ReportLater(const QString& text, const QString& reason);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void MakePanes();
+  void MakeActions();
+  void MakeMenus();
+  void ShowContainer();
+  void RefreshList();
+  void RefreshAll();
+  void OpenSelection();
+  void GoToParent();
+  void UpdateActions();
+  void AskForFile();
+  void ShowAbout();
+
+  const resources::ResourceFile& module_;
+  QtMessageBox message_box_;
+  std::unique_ptr<DirectorySession> session_;
+  std::optional<ConsolePlatform> platform_;
+  std::unique_ptr<ContainerTreeModel> tree_model_;
+  SheetWindows sheets_;
+
+  QTreeView* tree_ = nullptr;
+  ObjectListPane* list_ = nullptr;
+  QLabel* count_ = nullptr;
+  QLabel* hint_ = nullptr;
+  bool tree_used_last_ = false;
+  QAction* open_file_ = nullptr;
+  QAction* quit_ = nullptr;
+  QAction* open_container_ = nullptr;
+  QAction* properties_ = nullptr;
+  QAction* refresh_ = nullptr;
+  QAction* parent_ = nullptr;
+  QAction* find_ = nullptr;
+  QAction* about_ = nullptr;
+};
+
+}  // namespace pelora::console

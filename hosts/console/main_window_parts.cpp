@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <QAction>
+#include <QApplication>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QScreen>
+#include <QSplitter>
+#include <QStyle>
+#include <QToolBar>
+#include <QTreeView>
+
+#include "hosts/console/main_window.h"
+#include "hosts/console/object_icons.h"
+
+namespace pelora::console {
+namespace {
+
+constexpr QSize kWantedSize(960, 640);
+constexpr int kTreeShare = 1;
+constexpr int kListShare = 3;
+
+/// The theme's icon of a name, or one that every style has.
+QIcon ThemeIcon(const char* name, QStyle::StandardPixmap fallback) {
+  return QIcon::fromTheme(QString::fromLatin1(name), QApplication::style()->standardIcon(fallback));
+}
+
+}  // namespace
+
+void MainWindow::MakePanes() {
+  tree_ = new QTreeView(this);
+  tree_->setObjectName(QStringLiteral("container_tree"));
+  tree_->setAccessibleName(QStringLiteral("Containers"));
+  tree_->setUniformRowHeights(true);
+  list_ = new ObjectListPane(this);
+  auto* splitter = new QSplitter(this);
+  splitter->addWidget(tree_);
+  splitter->addWidget(list_);
+  splitter->setStretchFactor(0, kTreeShare);
+  splitter->setStretchFactor(1, kListShare);
+  splitter->setChildrenCollapsible(false);
+  setCentralWidget(splitter);
+  const QSize available = screen()->availableSize();
+  resize(kWantedSize.boundedTo(available));
+  splitter->setSizes({width() * kTreeShare / (kTreeShare + kListShare),
+                      width() * kListShare / (kTreeShare + kListShare)});
+
+  connect(list_, &ObjectListPane::SelectionChanged, this, &MainWindow::UpdateActions);
+  connect(list_, &ObjectListPane::ContentsChanged, this, &MainWindow::UpdateActions);
+  connect(list_, &ObjectListPane::Opened, this, &MainWindow::OpenSelection);
+  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
+    if (now != tree_ && now != &list_->view()) return;
+    tree_used_last_ = now == tree_;
+    UpdateActions();
+  });
+}
+
+void MainWindow::MakeActions() {
+  const auto make = [this](const QIcon& icon, const QString& text, const QString& tip,
+                           const QList<QKeySequence>& keys, auto slot) {
+    auto* action = new QAction(icon, text, this);
+    action->setStatusTip(tip);
+    action->setShortcuts(keys);
+    connect(action, &QAction::triggered, this, slot);
+    return action;
+  };
+  open_file_ =
+      make(ThemeIcon("document-open", QStyle::SP_DialogOpenButton),
+           QStringLiteral("&Open Directory File..."), QStringLiteral("Show another directory file"),
+           {QKeySequence::Open}, [this] { AskForFile(); });
+  quit_ = make(ThemeIcon("application-exit", QStyle::SP_DialogCloseButton), QStringLiteral("&Quit"),
+               QStringLiteral("Close the console"), {QKeySequence(QStringLiteral("Ctrl+Q"))},
+               [this] { close(); });
+  open_container_ =
+      make(ThemeIcon("folder-open", QStyle::SP_DirOpenIcon), QStringLiteral("&Open"),
+           QStringLiteral("Show what the container holds"), {}, [this] { OpenSelection(); });
+  properties_ =
+      make(ThemeIcon("document-properties", QStyle::SP_FileDialogDetailedView),
+           QStringLiteral("&Properties"), {},
+           {QKeySequence(QStringLiteral("Alt+Return")), QKeySequence(QStringLiteral("Alt+Enter"))},
+           [this] { ShowProperties(Selection()); });
+  refresh_ = make(ThemeIcon("view-refresh", QStyle::SP_BrowserReload), QStringLiteral("&Refresh"),
+                  QStringLiteral("Read the directory again"),
+                  {QKeySequence::Refresh, QKeySequence(Qt::Key_F5)}, [this] { RefreshAll(); });
+  parent_ = make(ThemeIcon("go-up", QStyle::SP_FileDialogToParent), QStringLiteral("&Up"),
+                 QStringLiteral("Show the container above"),
+                 {QKeySequence(QStringLiteral("Alt+Up"))}, [this] { GoToParent(); });
+  find_ = make(ThemeIcon("edit-find", QStyle::SP_FileDialogContentsView), QStringLiteral("&Filter"),
+               QStringLiteral("Narrow the list to a text"), {QKeySequence::Find},
+               [this] { list_->filter().setFocus(); });
+  about_ = make(ThemeIcon("help-about", QStyle::SP_MessageBoxInformation),
+                QStringLiteral("&About Pelora Console"),
+                QStringLiteral("Show the console's version"), {}, [this] { ShowAbout(); });
+}
+
+void MainWindow::MakeMenus() {
+  QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+  file->addActions({open_file_, quit_});
+  file->insertSeparator(quit_);
+  QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
+  object->addActions({open_container_, properties_});
+  QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+  view->addActions({refresh_, parent_, find_});
+  QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
+  help->addAction(about_);
+
+  QToolBar* tools = addToolBar(QStringLiteral("Tools"));
+  tools->setObjectName(QStringLiteral("tools"));
+  tools->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  tools->addActions({parent_, refresh_, properties_});
+
+  list_->view().addActions({open_container_, properties_, refresh_});
+  list_->view().setContextMenuPolicy(Qt::ActionsContextMenu);
+  tree_->addActions({properties_, refresh_});
+  tree_->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/object_list_pane.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QShortcut>
+#include <QSortFilterProxyModel>
+#include <QTreeView>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace pelora::console {
+namespace {
+
+constexpr int kAnyColumn = -1;
+/// Widths of the columns before the last, in average characters.
+constexpr int kNameCharacters = 32;
+constexpr int kTypeCharacters = 24;
+
+}  // namespace
+
+ObjectListPane::ObjectListPane(QWidget* parent)
+    : QWidget(parent), model_(new ObjectListModel(this)), shown_(new QSortFilterProxyModel(this)) {
+  shown_->setSourceModel(model_);
+  shown_->setFilterKeyColumn(kAnyColumn);
+  shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
+  shown_->setSortCaseSensitivity(Qt::CaseInsensitive);
+  shown_->setSortLocaleAware(true);
+  MakeFilter();
+  MakeView();
+
+  auto* label = new QLabel(QStringLiteral("Fi&lter:"), this);
+  label->setBuddy(filter_);
+  auto* line = new QHBoxLayout;
+  line->addWidget(label);
+  line->addWidget(filter_);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins({});
+  layout->addLayout(line);
+  layout->addWidget(view_);
+}
+
+void ObjectListPane::MakeFilter() {
+  filter_ = new QLineEdit(this);
+  filter_->setObjectName(QStringLiteral("object_filter"));
+  filter_->setClearButtonEnabled(true);
+  filter_->setPlaceholderText(QStringLiteral("Part of a name, type or description"));
+  connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
+    shown_->setFilterFixedString(text);
+    Q_EMIT ContentsChanged();
+  });
+  auto* clear =
+      new QShortcut(QKeySequence(Qt::Key_Escape), filter_, nullptr, nullptr, Qt::WidgetShortcut);
+  connect(clear, &QShortcut::activated, filter_, &QLineEdit::clear);
+}
+
+void ObjectListPane::MakeView() {
+  view_ = new QTreeView(this);
+  view_->setObjectName(QStringLiteral("object_list"));
+  view_->setAccessibleName(QStringLiteral("Objects"));
+  view_->setModel(shown_);
+  view_->setRootIsDecorated(false);
+  view_->setUniformRowHeights(true);
+  view_->setAllColumnsShowFocus(true);
+  view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  view_->setSortingEnabled(true);
+  view_->sortByColumn(ObjectListModel::kName, Qt::AscendingOrder);
+  const int character = fontMetrics().averageCharWidth();
+  view_->setColumnWidth(ObjectListModel::kName, kNameCharacters * character);
+  view_->setColumnWidth(ObjectListModel::kType, kTypeCharacters * character);
+  connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &ObjectListPane::SelectionChanged);
+  connect(view_, &QTreeView::doubleClicked, this, &ObjectListPane::Opened);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* enter = new QShortcut(QKeySequence(key), view_, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(enter, &QShortcut::activated, this, &ObjectListPane::Opened);
+  }
+}
+
+void ObjectListPane::SetObjects(std::vector<DirectoryObject> objects) {
+  std::vector<std::string> selected;
+  for (const DirectoryObject& object : Selection()) selected.push_back(object.dn);
+  model_->SetObjects(std::move(objects));
+  Select(selected);
+  Q_EMIT ContentsChanged();
+}
+
+void ObjectListPane::Select(const std::vector<std::string>& names) {
+  QItemSelection rows;
+  for (int row = 0; row < shown_->rowCount(); ++row) {
+    const QModelIndex index = shown_->index(row, ObjectListModel::kName);
+    const std::string& dn = model_->ObjectAt(shown_->mapToSource(index).row()).dn;
+    if (std::ranges::find(names, dn) != names.end()) rows.select(index, index);
+  }
+  if (rows.isEmpty()) return;
+  constexpr auto kWholeRows = QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+  view_->selectionModel()->setCurrentIndex(rows.indexes().first(), QItemSelectionModel::NoUpdate);
+  view_->selectionModel()->select(rows, kWholeRows);
+}
+
+std::vector<DirectoryObject> ObjectListPane::Selection() const {
+  QModelIndexList rows = view_->selectionModel()->selectedRows();
+  std::ranges::sort(rows, {}, &QModelIndex::row);
+  std::vector<DirectoryObject> selected;
+  selected.reserve(static_cast<std::size_t>(rows.size()));
+  for (const QModelIndex& row : rows) {
+    selected.push_back(model_->ObjectAt(shown_->mapToSource(row).row()));
+  }
+  return selected;
+}
+
+int ObjectListPane::ShownCount() const { return shown_->rowCount(); }
+
+int ObjectListPane::Count() const { return model_->rowCount({}); }
+
+}  // namespace pelora::console

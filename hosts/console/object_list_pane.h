@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "hosts/console/object_list_model.h"
+
+class QLineEdit;
+class QSortFilterProxyModel;
+class QTreeView;
+
+namespace pelora::console {
+
+/// The objects of a container: a sortable list in which several can be selected, under a line that
+/// narrows it to those with a text in any column.
+class ObjectListPane final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ObjectListPane(QWidget* parent);
+
+  /// Shows other objects; those that were selected and are still there stay selected.
+  void SetObjects(std::vector<DirectoryObject> objects);
+  /// The selected objects, in the order shown.
+  [[nodiscard]] std::vector<DirectoryObject> Selection() const;
+  [[nodiscard]] int ShownCount() const;
+  [[nodiscard]] int Count() const;
+
+  [[nodiscard]] QTreeView& view() const { return *view_; }
+  [[nodiscard]] QLineEdit& filter() const { return *filter_; }
+
+ Q_SIGNALS:
+  void SelectionChanged();
+  /// Enter or a double click: the selection is to be opened.
+  void Opened();
+  /// Other rows are shown than before.
+  void ContentsChanged();
+
+ private:
+  void MakeFilter();
+  void MakeView();
+  void Select(const std::vector<std::string>& names);
+
+  ObjectListModel* model_;
+  QSortFilterProxyModel* shown_;
+  QLineEdit* filter_ = nullptr;
+  QTreeView* view_ = nullptr;
+};
+
+}  // namespace pelora::console

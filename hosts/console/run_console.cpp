@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/run_console.h"
+
+#include <QApplication>
+#include <iostream>
+
+#include "hosts/console/command_line.h"
+#include "hosts/console/display.h"
+#include "hosts/console/main_window.h"
+#include "hosts/console/qt_text.h"
+#include "hosts/console/screenshot.h"
+#include "hosts/console/stream_message_box.h"
+
+namespace pelora::console {
+namespace {
+
+int Fail(const QString& reason) {
+  std::cerr << "pelora-console: " << ToUtf8(reason) << std::endl;
+  return kExitFailure;
+}
+
+/// The objects of the given names, or a sentence about the first that is not there.
+QString ReadObjects(const DirectorySession& session, const std::vector<std::string>& names,
+                    std::vector<DirectoryObject>& objects) {
+  const DirectoryBrowser browser(*session.store);
+  for (const std::string& name : names) {
+    DirectoryObject object;
+    const ldap::StoreStatus status = browser.ReadObject(name, object);
+    if (!status.Ok()) {
+      return QStringLiteral("%1: the object cannot be read: %2")
+          .arg(ToQString(name), ToQString(status.text));
+    }
+    objects.push_back(std::move(object));
+  }
+  return {};
+}
+
+int WritePropertiesPicture(DirectorySession& session, const std::vector<DirectoryObject>& objects,
+                           const resources::ResourceFile& module, const QString& path) {
+  StreamMessageBox messages(std::cerr);
+  const ConsolePlatform platform(session.service, messages, module);
+  const SheetResult made = MakePropertySheet(objects, platform.platform(), module, nullptr);
+  if (!made.sheet) return Fail(made.error);
+  if (messages.has_shown()) return kExitFailure;
+  const QString error = WriteScreenshot(*made.sheet, path);
+  return error.isEmpty() ? kExitDone : Fail(error);
+}
+
+int WriteWindowPicture(std::unique_ptr<DirectorySession> session,
+                       const resources::ResourceFile& module, const QString& path) {
+  MainWindow window(module);
+  if (!window.SetSession(std::move(session))) return kExitFailure;
+  const QString error = WriteScreenshot(window, path);
+  return error.isEmpty() ? kExitDone : Fail(error);
+}
+
+int ShowWindows(SessionResult opened, const std::vector<DirectoryObject>& objects,
+                const resources::ResourceFile& module) {
+  MainWindow window(module);
+  window.show();
+  if (opened.session) {
+    window.SetSession(std::move(opened.session));
+  } else {
+    window.ReportLater(QStringLiteral("The sample directory cannot be opened."), opened.error);
+  }
+  if (!objects.empty()) window.ShowProperties(objects);
+  return QApplication::exec();
+}
+
+int Run(const CommandLine& line, const resources::ResourceFile& module) {
+  SessionResult opened =
+      line.directory ? OpenDirectoryFile(ToQString(*line.directory)) : OpenSampleDirectory();
+  // Who names a file, an object or a picture reads what is wrong with it where he typed it.
+  const bool asks_for_something = line.directory || !line.open.empty() || line.screenshot;
+  if (!opened.session && asks_for_something) return Fail(opened.error);
+
+  std::vector<DirectoryObject> objects;
+  if (opened.session) {
+    const QString error = ReadObjects(*opened.session, line.open, objects);
+    if (!error.isEmpty()) return Fail(error);
+    if (!objects.empty() && TabsOf(objects).empty()) return Fail(WhyNoProperties(objects));
+  }
+  if (!line.screenshot) return ShowWindows(std::move(opened), objects, module);
+  const QString picture = ToQString(*line.screenshot);
+  if (objects.empty()) return WriteWindowPicture(std::move(opened.session), module, picture);
+  return WritePropertiesPicture(*opened.session, objects, module, picture);
+}
+
+}  // namespace
+
+int RunConsole(int argc, char** argv) {
+  const ParsedCommandLine parsed = ParseCommandLine(argc, argv, std::cout, std::cerr);
+  if (parsed.exit_code) return *parsed.exit_code;
+  const QString no_display = ChooseDisplay(parsed.command_line.screenshot.has_value());
+  if (!no_display.isEmpty()) return Fail(no_display);
+
+  QCoreApplication::setApplicationName(QStringLiteral("pelora-console"));
+  QCoreApplication::setApplicationVersion(QLatin1String(PELORA_VERSION));
+  QGuiApplication::setApplicationDisplayName(QStringLiteral("Pelora Console"));
+  // The arguments have been dealt with; the toolkit is to read none into them.
+  int toolkit_argc = 1;
+  std::optional<DisplayFailureGuard> guard(std::in_place);
+  const QApplication application(toolkit_argc, argv);
+  guard.reset();
+
+  const resources::ReadResult<resources::ResourceFile> module =
+      resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
+  if (!module.value) return Fail(ToQString(module.error));
+  return Run(parsed.command_line, *module.value);
+}
+
+}  // namespace pelora::console
