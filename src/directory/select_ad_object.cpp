@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "directory/selection_reader.h"
+#include "platform/dialog_controller.h"
 
 namespace pelora {
 namespace {

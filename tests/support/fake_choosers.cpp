@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/fake_choosers.h"
+
+#include <utility>
+
+namespace pelora::testing {
+
+class FakeChoosers::Picker final : public IDsObjectPicker {
+ public:
+  explicit Picker(FakeChoosers& choosers) : choosers_(choosers) {}
+
+  HRESULT Initialize(const ObjectPickerInit& init) override {
+    init_ = init;
+    return choosers_.StatusAt(Step::kInitialize);
+  }
+  HRESULT InvokeDialog(IDialog* owner, Ref<IDataObject>& chosen) override {
+    choosers_.pickers_.push_back({init_, owner});
+    chosen.Reset();
+    if (const HRESULT status = choosers_.StatusAt(Step::kRun); status != S_OK) return status;
+    chosen = std::exchange(choosers_.picked_, nullptr);
+    return chosen ? S_OK : S_FALSE;
+  }
+
+ private:
+  FakeChoosers& choosers_;
+  ObjectPickerInit init_;
+};
+
+class FakeChoosers::Query final : public ICommonQuery {
+ public:
+  explicit Query(FakeChoosers& choosers) : choosers_(choosers) {}
+
+  HRESULT OpenQueryWindow(IDialog* owner, const QueryWindowInit& init,
+                          Ref<IDataObject>& chosen) override {
+    choosers_.queries_.push_back({init, owner});
+    chosen.Reset();
+    if (const HRESULT status = choosers_.StatusAt(Step::kRun); status != S_OK) return status;
+    chosen = std::exchange(choosers_.found_, nullptr);
+    return chosen ? S_OK : S_FALSE;
+  }
+
+ private:
+  FakeChoosers& choosers_;
+};
+
+void FakeChoosers::Choose(const std::vector<std::string>& paths) {
+  Choose(ChosenObjects::AsSelectionList(paths));
+}
+
+void FakeChoosers::Browse(std::int32_t answer, std::string path) {
+  browser_answer_ = answer;
+  browser_path_ = std::move(path);
+}
+
+void FakeChoosers::FailAt(Step step, HRESULT status) {
+  fail_at_ = step;
+  failure_ = status;
+}
+
+HRESULT FakeChoosers::CreateObjectPicker(std::unique_ptr<IDsObjectPicker>& chooser) {
+  chooser.reset();
+  if (const HRESULT status = StatusAt(Step::kCreate); status != S_OK) return status;
+  chooser = std::make_unique<Picker>(*this);
+  return S_OK;
+}
+
+HRESULT FakeChoosers::CreateCommonQuery(std::unique_ptr<ICommonQuery>& chooser) {
+  chooser.reset();
+  if (const HRESULT status = StatusAt(Step::kCreate); status != S_OK) return status;
+  chooser = std::make_unique<Query>(*this);
+  return S_OK;
+}
+
+std::int32_t FakeChoosers::BrowseForContainer(const ContainerBrowserInit& init, std::string& path) {
+  browsers_.push_back(init);
+  path = browser_answer_ == kDialogOk ? browser_path_ : std::string();
+  return browser_answer_;
+}
+
+}  // namespace pelora::testing
