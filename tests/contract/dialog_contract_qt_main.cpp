@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+// Runs the tests of a program inside an application that draws its windows in memory.
+#include <gmock/gmock.h>
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  // The same look on every machine, whatever desktop it has.
+  qunsetenv("QT_QPA_PLATFORMTHEME");
+  QApplication::setStyle(QStringLiteral("fusion"));
+  const QApplication application(argc, argv);
+  testing::InitGoogleMock(&argc, argv);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/contract/dialog_contract_qt_player.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "hosts/console/qt_text.h"
+
+namespace pelora::contract {
+namespace {
+
+using console::ToQString;
+
+void PressKey(QWidget& widget, Qt::Key key, const QString& text = {}) {
+  QTest::sendKeyEvent(QTest::Click, &widget, key, text, Qt::NoModifier);
+}
+
+/// Where a hand clicks to hit a cell, or the empty space below when there is none such.
+QPoint PlaceOf(const QAbstractItemView& view, RowIndex row, std::size_t column) {
+  const QModelIndex cell = view.model()->index(static_cast<int>(row), static_cast<int>(column));
+  if (!cell.isValid()) return {view.viewport()->width() / 2, view.viewport()->height() - 2};
+  return view.visualRect(cell).center();
+}
+
+}  // namespace
+
+template <class Widget>
+Widget* QtPlayer::Find(ControlId id) const {
+  if (!root_) return nullptr;
+  auto* found = root_->findChild<Widget*>(QStringLiteral("control_%1").arg(id));
+  return found != nullptr && found->isVisible() && found->isEnabled() ? found : nullptr;
+}
+
+void QtPlayer::Type(ControlId id, std::string_view text) {
+  auto* edit = Find<QLineEdit>(id);
+  if (edit == nullptr) return;
+  edit->setFocus();
+  edit->end(false);
+  for (const QChar character : ToQString(text)) PressKey(*edit, Qt::Key_unknown, character);
+}
+
+void QtPlayer::Erase(ControlId id) {
+  auto* edit = Find<QLineEdit>(id);
+  if (edit == nullptr) return;
+  edit->setFocus();
+  edit->selectAll();
+  PressKey(*edit, Qt::Key_Delete);
+}
+
+void QtPlayer::Click(ControlId id) {
+  auto* button = Find<QAbstractButton>(id);
+  if (button == nullptr) return;
+  // A check box reacts where its mark and its text are.
+  constexpr int kInsideMark = 8;
+  QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, {kInsideMark, button->height() / 2});
+}
+
+void QtPlayer::ClickListRow(ControlId id, RowIndex row) {
+  auto* list = Find<QListWidget>(id);
+  if (list == nullptr) return;
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, PlaceOf(*list, row, 0));
+}
+
+void QtPlayer::ChooseComboRow(ControlId id, RowIndex row) {
+  auto* combo = Find<QComboBox>(id);
+  if (combo == nullptr) return;
+  combo->setFocus();
+  combo->showPopup();
+  QAbstractItemView* rows = combo->view();
+  rows->setCurrentIndex(combo->model()->index(static_cast<int>(row), 0));
+  PressKey(*rows, Qt::Key_Return);
+}
+
+void QtPlayer::ClickListViewCell(ControlId id, RowIndex row, std::size_t column, bool add) {
+  auto* view = Find<QTreeWidget>(id);
+  if (view == nullptr) return;
+  QTest::mouseClick(view->viewport(), Qt::LeftButton, add ? Qt::ControlModifier : Qt::NoModifier,
+                    PlaceOf(*view, row, column));
+}
+
+void QtPlayer::DoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) {
+  auto* view = Find<QTreeWidget>(id);
+  if (view == nullptr) return;
+  const QPoint place = PlaceOf(*view, row, column);
+  QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+  QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+}
+
+void QtPlayer::PressEnter() {
+  if (!root_) return;
+  auto* edit = root_->findChild<QLineEdit*>();
+  if (edit == nullptr) return;
+  edit->setFocus();
+  PressKey(*edit, Qt::Key_Return);
+}
+
+void QtPlayer::CloseWindow() {
+  if (root_) root_->window()->close();
+}
+
+TextRole QtPlayer::DrawnRole(ControlId id, RowIndex row, std::size_t column) {
+  auto* view = Find<QTreeWidget>(id);
+  if (view == nullptr) return TextRole::kNormal;
+  const QModelIndex cell = view->model()->index(static_cast<int>(row), static_cast<int>(column));
+  const QImage drawn = view->viewport()->grab(view->visualRect(cell)).toImage();
+  // Text is the darkest there is in a cell on a light ground; muted text is light grey.
+  int darkest = 255;
+  for (int y = 0; y < drawn.height(); ++y) {
+    for (int x = 0; x < drawn.width(); ++x) darkest = qMin(darkest, qGray(drawn.pixel(x, y)));
+  }
+  constexpr int kLightGrey = 185;
+  constexpr int kGround = 240;
+  EXPECT_LT(darkest, kGround) << "the cell is empty";
+  return darkest >= kLightGrey ? TextRole::kMuted : TextRole::kNormal;
+}
+
+}  // namespace pelora::contract
