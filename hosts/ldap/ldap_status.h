@@ -21,6 +21,7 @@ enum LdapResult : int {
   kLdapBusy = 51,
   kLdapUnavailable = 52,
   kLdapUnwillingToPerform = 53,
+  kLdapNamingViolation = 64,
   kLdapObjectClassViolation = 65,
   kLdapNotAllowedOnRdn = 67,
   kLdapAlreadyExists = 68,

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/ldap/attribute_name.h"
+
 namespace pelora::ldap {
 
 /// How an attribute's values are to be taken, by the directory's own syntaxes.
@@ -32,12 +34,6 @@ struct AttributeType {
   /// Bounds of an integer's value or of a string's length, both allowed themselves.
   std::optional<std::int64_t> range_lower{};
   std::optional<std::int64_t> range_upper{};
-};
-
-/// Compares attribute names: ASCII, without case.
-struct AttributeNameLess {
-  using is_transparent = void;
-  bool operator()(std::string_view left, std::string_view right) const;
 };
 
 /// The attributes that a directory knows, by name without case.

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/ldb_connection.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdarg>
+#include <utility>
+
+#include "hosts/ldap/case_fold.h"
+#include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/ldb_api.h"
+#include "hosts/ldap/ldb_message.h"
+#include "hosts/ldap/talloc_ptr.h"
+
+namespace pelora::ldap {
+namespace {
+
+/// For the owner alone: the entries are people.
+constexpr unsigned kFilePermissions = 0600;
+
+char* FoldForLdb(void* /*context*/, void* memory, const char* text, std::size_t length) {
+  const std::string_view whole(text);
+  const std::string folded = FoldCase(whole.substr(0, std::min(length, whole.size())));
+  return talloc_strndup(memory, folded.data(), folded.size());
+}
+
+std::string OneLine(std::string text) {
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
+ldb_scope ScopeOf(SearchScope scope) {
+  switch (scope) {
+    case SearchScope::kBase:
+      return LDB_SCOPE_BASE;
+    case SearchScope::kOneLevel:
+      return LDB_SCOPE_ONELEVEL;
+    case SearchScope::kSubtree:
+      return LDB_SCOPE_SUBTREE;
+  }
+  return LDB_SCOPE_BASE;
+}
+
+}  // namespace
+
+/// The library's context, and what it said while it worked.
+class LdbConnection::Handle {
+ public:
+  Handle() : context_(ldb_init(nullptr, nullptr)) {
+    if (context_ == nullptr) return;
+    ldb_set_debug(context_.get(), KeepMessage, this);
+    ldb_set_utf8_fns(context_.get(), nullptr, FoldForLdb);
+    ldb_set_create_perms(context_.get(), kFilePermissions);
+  }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  [[nodiscard]] ldb_context* get() const { return context_.get(); }
+  [[nodiscard]] std::string TakeMessage() { return std::exchange(message_, {}); }
+
+ private:
+  static void KeepMessage(void* context, ldb_debug_level level, const char* format,
+                          va_list arguments) {
+    auto& self = *static_cast<Handle*>(context);
+    const bool is_trouble = level == LDB_DEBUG_FATAL || level == LDB_DEBUG_ERROR;
+    if (!is_trouble || !self.message_.empty()) return;
+    // The first message is the cause; what follows it tells of the consequences.
+    std::array<char, 512> text{};
+    std::vsnprintf(text.data(), text.size(), format, arguments);
+    self.message_ = text.data();
+  }
+
+  TallocPtr<ldb_context> context_;
+  std::string message_;
+};
+
+LdbConnection::LdbConnection(std::unique_ptr<Handle> handle) : handle_(std::move(handle)) {}
+
+LdbConnection::~LdbConnection() = default;
+
+StoreStatus LdbConnection::OpenUnconnected(std::unique_ptr<LdbConnection>& connection) {
+  auto handle = std::make_unique<Handle>();
+  if (handle->get() == nullptr) return {kLdapOther, "cannot initialise libldb"};
+  connection.reset(new LdbConnection(std::move(handle)));
+  return {};
+}
+
+StoreStatus LdbConnection::Open(const std::string& path, Mode mode,
+                                std::unique_ptr<LdbConnection>& connection) {
+  std::unique_ptr<LdbConnection> opened;
+  StoreStatus status = OpenUnconnected(opened);
+  if (!status.Ok()) return status;
+  // A file that shrinks under a mapping would end the process.
+  const unsigned flags =
+      LDB_FLG_NOMMAP | (mode == Mode::kNew ? LDB_FLG_NOSYNC : LDB_FLG_DONT_CREATE_DB);
+  const std::string url = "tdb://" + path;
+  status = opened->Outcome(ldb_connect(opened->handle(), url.c_str(), flags, nullptr));
+  if (status.Ok()) connection = std::move(opened);
+  return status;
+}
+
+ldb_context* LdbConnection::handle() const { return handle_->get(); }
+
+bool LdbConnection::IsName(const std::string& text) const {
+  const TallocScope scope = MakeTallocScope();
+  ldb_dn* const name = ldb_dn_new(scope.get(), handle(), text.c_str());
+  return name != nullptr && ldb_dn_validate(name) && !ldb_dn_is_special(name) &&
+         !ldb_dn_is_null(name);
+}
+
+std::string LdbConnection::CanonicalName(const std::string& name) const {
+  const TallocScope scope = MakeTallocScope();
+  return ldb_dn_get_casefold(ldb_dn_new(scope.get(), handle(), name.c_str()));
+}
+
+std::string LdbConnection::ParentName(const std::string& name) const {
+  const TallocScope scope = MakeTallocScope();
+  ldb_dn* const child = ldb_dn_new(scope.get(), handle(), name.c_str());
+  ldb_dn* const parent = ldb_dn_get_parent(scope.get(), child);
+  return parent == nullptr ? std::string() : ldb_dn_get_linearized(parent);
+}
+
+LdbConnection::NamingAttribute LdbConnection::NamingAttributeOf(const std::string& name) const {
+  const TallocScope scope = MakeTallocScope();
+  ldb_dn* const dn = ldb_dn_new(scope.get(), handle(), name.c_str());
+  const char* const attribute = ldb_dn_get_rdn_name(dn);
+  const ldb_val* const value = ldb_dn_get_rdn_val(dn);
+  if (attribute == nullptr || value == nullptr) return {};
+  return {attribute, ToBytes(*value)};
+}
+
+StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entry>& entries) const {
+  entries.clear();
+  const TallocScope scope = MakeTallocScope();
+  if (ldb_parse_tree(scope.get(), request.filter.c_str()) == nullptr) {
+    return {kLdapFilterError, "not a search filter: " + request.filter};
+  }
+  ldb_dn* const base = ldb_dn_new(scope.get(), handle(), request.base.c_str());
+  if (base == nullptr || !ldb_dn_validate(base)) {
+    return {kLdapInvalidDnSyntax, "not a distinguished name: " + request.base};
+  }
+  std::vector<const char*> names;
+  for (const std::string& attribute : request.attributes) names.push_back(attribute.c_str());
+  names.push_back(nullptr);
+
+  ldb_result* found = nullptr;
+  const int code =
+      ldb_search(handle(), scope.get(), &found, base, ScopeOf(request.scope),
+                 request.attributes.empty() ? nullptr : names.data(), "%s", request.filter.c_str());
+  StoreStatus status = Outcome(code);
+  if (!status.Ok()) return status;
+  const std::span<ldb_message*> messages(found->msgs, found->count);
+  entries.reserve(messages.size());
+  for (const ldb_message* message : messages) entries.push_back(ToEntry(*message));
+  return {};
+}
+
+StoreStatus LdbConnection::Add(const Entry& entry) const {
+  const TallocScope scope = MakeTallocScope();
+  ldb_message* const message = MakeLdbMessage(scope.get(), handle(), entry.dn);
+  if (message == nullptr) return {kLdapInvalidDnSyntax, "not a distinguished name: " + entry.dn};
+  for (const auto& [name, values] : entry.attributes) AddElement(*message, 0, name, values);
+  return Outcome(ldb_add(handle(), message));
+}
+
+StoreStatus LdbConnection::Replace(const std::string& dn, const AttributeMap& values) const {
+  const TallocScope scope = MakeTallocScope();
+  ldb_message* const message = MakeLdbMessage(scope.get(), handle(), dn);
+  if (message == nullptr) return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn};
+  for (const auto& [name, set] : values) AddElement(*message, LDB_FLAG_MOD_REPLACE, name, set);
+  return Outcome(ldb_modify(handle(), message));
+}
+
+StoreStatus LdbConnection::BeginTransaction() const {
+  return Outcome(ldb_transaction_start(handle()));
+}
+
+StoreStatus LdbConnection::CommitTransaction() const {
+  return Outcome(ldb_transaction_commit(handle()));
+}
+
+void LdbConnection::CancelTransaction() const {
+  ldb_transaction_cancel_noerr(handle());
+  static_cast<void>(handle_->TakeMessage());
+}
+
+StoreStatus LdbConnection::Outcome(int code) const {
+  std::string message = handle_->TakeMessage();
+  if (code == LDB_SUCCESS) return {};
+  const char* const reason = ldb_errstring(handle());
+  std::string text = reason != nullptr ? reason : ldb_strerror(code);
+  if (!message.empty() && text.find(message) == std::string::npos) text += ": " + message;
+  return {code, OneLine(std::move(text))};
+}
+
+StoreStatus LdbTransaction::Begin() {
+  StoreStatus status = connection_.BeginTransaction();
+  is_open_ = status.Ok();
+  return status;
+}
+
+StoreStatus LdbTransaction::Commit() {
+  is_open_ = false;
+  return connection_.CommitTransaction();
+}
+
+}  // namespace pelora::ldap

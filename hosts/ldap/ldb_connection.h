@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/ldap/directory_store.h"
+
+struct ldb_context;
+
+namespace pelora::ldap {
+
+/// One database opened through libldb, in this code's own types: it knows entries, but no rules of
+/// a directory. What the library has to say becomes the text of the failure; it never writes to the
+/// terminal. Its result codes are LDAP's.
+class LdbConnection {
+ public:
+  enum class Mode : std::uint8_t {
+    /// The file has to be there.
+    kExisting,
+    /// The file is empty or not there. Nothing is waited for: the maker syncs the finished file.
+    kNew,
+  };
+
+  static StoreStatus Open(const std::string& path, Mode mode,
+                          std::unique_ptr<LdbConnection>& connection);
+  /// Not connected to any file: for names and LDIF text.
+  static StoreStatus OpenUnconnected(std::unique_ptr<LdbConnection>& connection);
+  ~LdbConnection();
+  LdbConnection(const LdbConnection&) = delete;
+  LdbConnection& operator=(const LdbConnection&) = delete;
+
+  [[nodiscard]] ldb_context* handle() const;
+  /// Whether a text is a well-formed distinguished name of a directory object.
+  [[nodiscard]] bool IsName(const std::string& text) const;
+  /// The same for all spellings of a name. `name` is well-formed.
+  [[nodiscard]] std::string CanonicalName(const std::string& name) const;
+  /// The name of the object above; empty for a top one. `name` is well-formed.
+  [[nodiscard]] std::string ParentName(const std::string& name) const;
+  /// The first attribute and value of a name. `name` is well-formed.
+  struct NamingAttribute {
+    std::string attribute;
+    std::string value;
+  };
+  [[nodiscard]] NamingAttribute NamingAttributeOf(const std::string& name) const;
+
+  [[nodiscard]] StoreStatus Search(const SearchRequest& request, std::vector<Entry>& entries) const;
+  [[nodiscard]] StoreStatus Add(const Entry& entry) const;
+  /// Gives each attribute exactly these values; none removes it.
+  [[nodiscard]] StoreStatus Replace(const std::string& dn, const AttributeMap& values) const;
+
+  [[nodiscard]] StoreStatus BeginTransaction() const;
+  [[nodiscard]] StoreStatus CommitTransaction() const;
+  void CancelTransaction() const;
+
+ private:
+  class Handle;
+
+  explicit LdbConnection(std::unique_ptr<Handle> handle);
+  [[nodiscard]] StoreStatus Outcome(int code) const;
+
+  std::unique_ptr<Handle> handle_;
+};
+
+/// A transaction that is undone unless it was committed.
+class LdbTransaction {
+ public:
+  explicit LdbTransaction(const LdbConnection& connection) : connection_(connection) {}
+  LdbTransaction(const LdbTransaction&) = delete;
+  LdbTransaction& operator=(const LdbTransaction&) = delete;
+  ~LdbTransaction() {
+    if (is_open_) connection_.CancelTransaction();
+  }
+
+  [[nodiscard]] StoreStatus Begin();
+  /// Either way the transaction is over.
+  [[nodiscard]] StoreStatus Commit();
+
+ private:
+  const LdbConnection& connection_;
+  bool is_open_ = false;
+};
+
+}  // namespace pelora::ldap

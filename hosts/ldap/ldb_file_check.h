@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/ldb_file_lock.h"
+
+namespace pelora::ldap {
+
+/// Looks through a database file before libldb is let at it, which trusts what it finds and adds
+/// records of its own to a database that is not one of its own.
+///
+/// A file of another kind, a damaged one and a database of another program are -1, with a line that
+/// says which. A commit that a crash cut short is completed or undone; nothing else is changed. A
+/// file that this process has open already is taken to be sound.
+///
+/// Takes `lock` for opening while it looks; a hold that was there before is gone afterwards.
+[[nodiscard]] StoreStatus CheckLdbFile(const std::string& path, const LdbFileLock& lock);
+
+}  // namespace pelora::ldap

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/file_descriptor.h"
+
+namespace pelora::ldap {
+
+/// Takes the locks of a database file before the database library does, which would wait for them
+/// for ever: here the wait has an end, and the text says who holds the lock.
+///
+/// Locks belong to the process, so that the library finds what it needs already granted; what it
+/// gives back it gives back for both. For the same reason closing any descriptor of the file would
+/// drop them: this one stays open as long as the database is.
+class LdbFileLock {
+ public:
+  enum class Purpose : std::uint8_t {
+    /// Opening the database and looking through it.
+    kOpen,
+    kRead,
+    /// A whole transaction.
+    kWrite,
+  };
+
+  /// Gives the locks back.
+  class Hold {
+   public:
+    Hold() = default;
+    explicit Hold(const LdbFileLock& lock) : lock_(&lock) {}
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+    Hold(Hold&& other) noexcept : lock_(std::exchange(other.lock_, nullptr)) {}
+    Hold& operator=(Hold&& other) noexcept {
+      std::swap(lock_, other.lock_);
+      return *this;
+    }
+    ~Hold() {
+      if (lock_ != nullptr) lock_->Release();
+    }
+
+   private:
+    const LdbFileLock* lock_ = nullptr;
+  };
+
+  /// Opens an existing regular file for reading and writing; -1 with a text that names it
+  /// otherwise.
+  static StoreStatus Open(const std::string& path, std::chrono::milliseconds wait,
+                          std::unique_ptr<LdbFileLock>& lock);
+
+  /// Waits for the locks that `purpose` needs: 51 when another process still holds one at the end,
+  /// 52 when the file is no longer the one that was opened.
+  StoreStatus Acquire(Purpose purpose, Hold& hold) const;
+  /// Makes sure, within a hold for writing, that no reader came in since: the library lets readers
+  /// in while it gathers what it will write.
+  StoreStatus KeepReadersOut() const;
+
+ private:
+  struct Range;
+
+  LdbFileLock(std::string path, FileDescriptor file, std::chrono::milliseconds wait);
+  [[nodiscard]] StoreStatus WaitFor(const Range& range) const;
+  [[nodiscard]] StoreStatus CheckIdentity() const;
+  [[nodiscard]] std::string DescribeHolder(const Range& range) const;
+  void Release() const;
+
+  std::string path_;
+  FileDescriptor file_;
+  std::chrono::milliseconds wait_;
+};
+
+}  // namespace pelora::ldap

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/modify_rules.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "directory/utf.h"
+#include "hosts/ldap/attribute_value.h"
+#include "hosts/ldap/case_fold.h"
+#include "hosts/ldap/ldap_status.h"
+
+namespace pelora::ldap {
+namespace {
+
+using Operation = Modification::Operation;
+
+struct ProtectedAttribute {
+  std::string_view name;
+  int code;
+};
+
+/// Set when an object is made, moved or renamed, never by a modify.
+constexpr auto kProtectedAttributes = std::to_array<ProtectedAttribute>({
+    {"distinguishedName", kLdapConstraintViolation},
+    {"name", kLdapNotAllowedOnRdn},
+    {"objectClass", kLdapObjectClassViolation},
+});
+
+StoreStatus CheckWritable(std::string_view attribute, std::string_view dn) {
+  const std::string_view naming = dn.substr(0, dn.find('='));
+  if (SameName(attribute, naming)) {
+    return {kLdapNotAllowedOnRdn, "the naming attribute cannot be changed"};
+  }
+  for (const ProtectedAttribute& row : kProtectedAttributes) {
+    if (SameName(attribute, row.name)) return {row.code, "the attribute cannot be changed"};
+  }
+  return {};
+}
+
+/// What equal values have in common.
+std::string ComparisonKey(Syntax syntax, const std::string& value) {
+  switch (syntax) {
+    case Syntax::kString:
+    case Syntax::kDistinguishedName:
+    case Syntax::kStructuredName:
+      return FoldCase(value);
+    case Syntax::kInteger:
+    case Syntax::kLargeInteger: {
+      const std::optional<std::int64_t> number = ParseLargeInteger(value);
+      return number ? std::to_string(*number) : value;
+    }
+    case Syntax::kBoolean:
+    case Syntax::kOctets:
+    case Syntax::kTime:
+    case Syntax::kSecurityDescriptor:
+      return value;
+  }
+  return value;
+}
+
+bool Holds(Syntax syntax, const AttributeValues& values, const std::string& wanted) {
+  const std::string key = ComparisonKey(syntax, wanted);
+  return std::any_of(values.begin(), values.end(),
+                     [&](const std::string& value) { return ComparisonKey(syntax, value) == key; });
+}
+
+AttributeValues Merge(const Modification& change, Syntax syntax, AttributeValues values) {
+  switch (change.operation) {
+    case Operation::kReplace:
+      return change.values;
+    case Operation::kAdd:
+      for (const std::string& value : change.values) {
+        if (!Holds(syntax, values, value)) values.push_back(value);
+      }
+      return values;
+    case Operation::kDelete:
+      if (change.values.empty()) return {};
+      std::erase_if(values,
+                    [&](const std::string& value) { return Holds(syntax, change.values, value); });
+      return values;
+  }
+  return values;
+}
+
+bool HasTwice(Syntax syntax, const AttributeValues& values) {
+  std::vector<std::string> keys;
+  keys.reserve(values.size());
+  for (const std::string& value : values) keys.push_back(ComparisonKey(syntax, value));
+  std::sort(keys.begin(), keys.end());
+  return std::adjacent_find(keys.begin(), keys.end()) != keys.end();
+}
+
+bool IsTime(std::string_view value) {
+  constexpr std::size_t kShortest = std::string_view("YYMMDDhhmmssZ").size();
+  if (value.size() < kShortest || value.back() != 'Z') return false;
+  value.remove_suffix(1);
+  return value.find_first_not_of("0123456789.") == std::string_view::npos;
+}
+
+bool FitsSyntax(Syntax syntax, const std::string& value) {
+  switch (syntax) {
+    case Syntax::kString:
+      return ToUtf8(ToUtf16(value)) == value;
+    case Syntax::kInteger:
+      return ParseInteger(value).has_value();
+    case Syntax::kLargeInteger:
+      return ParseLargeInteger(value).has_value();
+    case Syntax::kBoolean:
+      return value == "TRUE" || value == "FALSE";
+    case Syntax::kTime:
+      return IsTime(value);
+    case Syntax::kDistinguishedName:
+    case Syntax::kOctets:
+    case Syntax::kSecurityDescriptor:
+    case Syntax::kStructuredName:
+      return true;
+  }
+  return false;
+}
+
+/// What an attribute's bounds are about: an integer's value, otherwise the length.
+std::int64_t Extent(Syntax syntax, const std::string& value) {
+  switch (syntax) {
+    case Syntax::kInteger:
+    case Syntax::kLargeInteger:
+      return ParseLargeInteger(value).value_or(0);
+    case Syntax::kString:
+      return static_cast<std::int64_t>(ToUtf16(value).size());
+    default:
+      return static_cast<std::int64_t>(value.size());
+  }
+}
+
+StoreStatus Named(StoreStatus status, std::string_view attribute) {
+  if (!status.Ok()) status.text = "attribute '" + std::string(attribute) + "': " + status.text;
+  return status;
+}
+
+}  // namespace
+
+ModifyRules::ModifyRules(const Schema& schema, NameCheck is_name)
+    : schema_(schema), is_name_(std::move(is_name)) {}
+
+StoreStatus ModifyRules::Apply(const Entry& before, std::span<const Modification> modifications,
+                               AttributeMap& changed) const {
+  changed.clear();
+  AttributeMap after;
+  for (const Modification& change : modifications) {
+    const auto held = before.attributes.find(change.attribute);
+    const auto [values, is_new] = after.try_emplace(
+        change.attribute, held == before.attributes.end() ? AttributeValues() : held->second);
+    StoreStatus status = CheckWritable(change.attribute, before.dn);
+    if (status.Ok()) status = ApplyOne(change, values->second);
+    if (!status.Ok()) return Named(std::move(status), change.attribute);
+  }
+  for (auto& [name, values] : after) {
+    const auto held = before.attributes.find(name);
+    const bool was_there = held != before.attributes.end();
+    if (was_there ? held->second != values : !values.empty()) {
+      changed.emplace(name, std::move(values));
+    }
+  }
+  return {};
+}
+
+StoreStatus ModifyRules::CheckNew(const Entry& entry) const {
+  for (const auto& [name, values] : entry.attributes) {
+    AttributeValues none;
+    StoreStatus status = ApplyOne({Operation::kReplace, name, values}, none);
+    if (!status.Ok()) return Named(std::move(status), name);
+  }
+  return {};
+}
+
+StoreStatus ModifyRules::ApplyOne(const Modification& change, AttributeValues& values) const {
+  const std::optional<AttributeType> type = schema_.Find(change.attribute);
+  if (!type) return {kLdapNoSuchAttribute, "no such attribute"};
+  // What is deleted need not be well-formed: it was let in once, or it is not there.
+  if (change.operation != Operation::kDelete) {
+    for (const std::string& value : change.values) {
+      StoreStatus status = CheckValue(*type, value);
+      if (!status.Ok()) return status;
+    }
+  }
+  if (change.operation == Operation::kReplace && HasTwice(type->syntax, change.values)) {
+    return {kLdapValueExists, "the same value is given twice"};
+  }
+  values = Merge(change, type->syntax, std::move(values));
+  if (values.size() > 1 && type->is_single_valued && change.operation != Operation::kDelete) {
+    return {kLdapConstraintViolation, "takes one value only"};
+  }
+  return {};
+}
+
+StoreStatus ModifyRules::CheckValue(const AttributeType& type, const std::string& value) const {
+  if (value.empty()) return {kLdapInvalidSyntax, "empty value"};
+  if (!FitsSyntax(type.syntax, value)) {
+    return {kLdapInvalidSyntax, "the value does not fit the attribute's syntax"};
+  }
+  if (type.syntax == Syntax::kDistinguishedName && !is_name_(value)) {
+    return {kLdapInvalidDnSyntax, "the value is no distinguished name"};
+  }
+  const std::int64_t extent = Extent(type.syntax, value);
+  if (type.range_lower && extent < *type.range_lower) {
+    return {kLdapConstraintViolation, "the value is below the lower bound"};
+  }
+  if (type.range_upper && extent > *type.range_upper) {
+    return {kLdapConstraintViolation, "the value is above the upper bound"};
+  }
+  return {};
+}
+
+}  // namespace pelora::ldap

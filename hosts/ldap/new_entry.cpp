@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/new_entry.h"
+
+#include "hosts/ldap/case_fold.h"
+#include "hosts/ldap/ldap_status.h"
+
+namespace pelora::ldap {
+
+StoreStatus CompleteNewEntry(const LdbConnection& connection, const Schema& schema, Entry& entry) {
+  const LdbConnection::NamingAttribute naming = connection.NamingAttributeOf(entry.dn);
+  const auto type = schema.types().find(naming.attribute);
+  if (type == schema.types().end()) {
+    return {kLdapNamingViolation, "no such naming attribute: " + naming.attribute};
+  }
+  for (const std::string& name : {type->first, std::string("name")}) {
+    AttributeValues& values = entry.attributes[name];
+    if (values.empty()) values = {naming.value};
+    if (values.size() != 1 || FoldCase(values.front()) != FoldCase(naming.value)) {
+      return {kLdapNamingViolation, "attribute '" + name + "' differs from the entry's name"};
+    }
+  }
+  return {};
+}
+
+}  // namespace pelora::ldap

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/store_object.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "hosts/ldap/attribute_value.h"
+#include "hosts/ldap/ldap_status.h"
+
+namespace pelora::ldap {
+namespace {
+
+using Operation = Modification::Operation;
+
+struct ClassInterface {
+  Guid iid;
+  std::string_view object_class;
+};
+
+constexpr auto kClassInterfaces = std::to_array<ClassInterface>({
+    {IID_IADsUser, "user"},
+    {IID_IADsOU, "organizationalUnit"},
+    {IID_IADsContainer, "organizationalUnit"},
+    {IID_IADsContainer, "container"},
+    {IID_IADsContainer, "domainDNS"},
+    {IID_IADsContainer, "builtinDomain"},
+});
+
+bool Offers(const AttributeValues& classes, const Guid& iid) {
+  if (iid == IID_IUnknown || iid == IID_IADs) return true;
+  for (const ClassInterface& row : kClassInterfaces) {
+    const auto is_class = [&](const std::string& name) { return SameName(name, row.object_class); };
+    if (row.iid == iid && std::any_of(classes.begin(), classes.end(), is_class)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+StoreObject::StoreObject(IDirectoryStore& store, Identity identity,
+                         std::shared_ptr<StoreStatus> last_failure)
+    : store_(store), identity_(std::move(identity)), last_failure_(std::move(last_failure)) {}
+
+HRESULT StoreObject::QueryInterface(const Guid& iid, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (!Offers(identity_.classes, iid)) return E_NOINTERFACE;
+  AddRef();
+  *object = static_cast<IADs*>(this);
+  return S_OK;
+}
+
+std::uint32_t StoreObject::Release() {
+  const std::uint32_t left = --count_;
+  if (left == 0) delete this;
+  return left;
+}
+
+HRESULT StoreObject::Get(std::string_view name, Variant& value) {
+  value = {};
+  const AttributeValues* values = nullptr;
+  if (const Modification* const staged = FindStaged(name); staged != nullptr) {
+    values = &staged->values;
+  } else {
+    const HRESULT read = outdated_.contains(name) ? Refresh(name)
+                         : cache_.contains(name)  ? S_OK
+                                                  : FillCache();
+    if (FAILED(read)) return read;
+    if (const auto cached = cache_.find(name); cached != cache_.end()) values = &cached->second;
+  }
+  if (values == nullptr || values->empty()) return E_ADS_PROPERTY_NOT_FOUND;
+
+  const std::optional<AttributeType> type = store_.schema().Find(name);
+  if (!type && !identity_.is_root) return E_ADS_CANT_CONVERT_DATATYPE;
+  return DecodeValues(type ? type->syntax : Syntax::kString, *values, value);
+}
+
+HRESULT StoreObject::Put(std::string_view name, const Variant& value) {
+  return Stage(Operation::kReplace, name, value);
+}
+
+HRESULT StoreObject::PutEx(std::int32_t control, std::string_view name, const Variant& value) {
+  // An add or a delete without values would mean something else to a server.
+  const bool has_values = value.type() == kVariantArray && !value.array().empty();
+  switch (control) {
+    case ADS_PROPERTY_CLEAR:
+      return Stage(Operation::kReplace, name, Variant::Array({}));
+    case ADS_PROPERTY_UPDATE:
+      return Stage(Operation::kReplace, name, value);
+    case ADS_PROPERTY_APPEND:
+      return has_values ? Stage(Operation::kAdd, name, value) : E_ADS_BAD_PARAMETER;
+    case ADS_PROPERTY_DELETE:
+      return has_values ? Stage(Operation::kDelete, name, value) : E_ADS_BAD_PARAMETER;
+    default:
+      return E_ADS_BAD_PARAMETER;
+  }
+}
+
+HRESULT StoreObject::SetInfo() {
+  if (staged_.empty()) return S_OK;
+  // The root entry describes the directory; there is nothing of it to change.
+  StoreStatus sent = identity_.is_root
+                         ? StoreStatus{kLdapUnwillingToPerform, "the root entry is read-only"}
+                         : store_.Modify(identity_.dn, staged_);
+  const HRESULT status = Answer(std::move(sent));
+  if (SUCCEEDED(status)) SettleCache();
+  return status;
+}
+
+Modification* StoreObject::FindStaged(std::string_view name) {
+  const auto found = std::find_if(staged_.begin(), staged_.end(), [&](const Modification& change) {
+    return SameName(change.attribute, name);
+  });
+  return found == staged_.end() ? nullptr : &*found;
+}
+
+HRESULT StoreObject::Stage(Operation operation, std::string_view name, const Variant& value) {
+  const std::optional<AttributeType> type = store_.schema().Find(name);
+  if (!type) return E_ADS_CANT_CONVERT_DATATYPE;
+  Modification change{.operation = operation, .attribute = std::string(name), .values = {}};
+  const HRESULT encoded = EncodeValues(type->syntax, value, change.values);
+  if (FAILED(encoded)) return encoded;
+  if (Modification* const staged = FindStaged(name); staged != nullptr) {
+    *staged = std::move(change);
+  } else {
+    staged_.push_back(std::move(change));
+  }
+  return S_OK;
+}
+
+StoreStatus StoreObject::ReadEntry(std::vector<std::string> attributes, Entry& entry) {
+  if (identity_.is_root) return store_.ReadRoot(entry);
+  return store_.Read(identity_.dn, attributes, entry);
+}
+
+HRESULT StoreObject::FillCache() {
+  if (is_filled_) return S_OK;
+  Entry entry;
+  const HRESULT status = Answer(ReadEntry({}, entry));
+  if (FAILED(status)) return status;
+  // Names that are cached already, sent by an earlier commit, stay as they are.
+  cache_.merge(entry.attributes);
+  is_filled_ = true;
+  return S_OK;
+}
+
+HRESULT StoreObject::Refresh(std::string_view name) {
+  Entry entry;
+  const std::string attribute(name);
+  const HRESULT status = Answer(ReadEntry({attribute}, entry));
+  if (FAILED(status)) return status;
+  cache_.erase(attribute);
+  cache_.merge(entry.attributes);
+  outdated_.erase(attribute);
+  return S_OK;
+}
+
+void StoreObject::SettleCache() {
+  for (Modification& sent : staged_) {
+    cache_.erase(sent.attribute);
+    outdated_.erase(sent.attribute);
+    if (sent.operation == Operation::kReplace) {
+      cache_.emplace(std::move(sent.attribute), std::move(sent.values));
+    } else {
+      outdated_.insert(std::move(sent.attribute));
+    }
+  }
+  staged_.clear();
+}
+
+HRESULT StoreObject::Answer(StoreStatus status) {
+  if (status.Ok()) return S_OK;
+  const HRESULT answer = HresultOfLdap(status.code);
+  *last_failure_ = std::move(status);
+  return answer;
+}
+
+}  // namespace pelora::ldap
