@@ -3,9 +3,12 @@
 
 #include <QMap>
 #include <QRect>
+#include <algorithm>
+#include <array>
 
 #include "hosts/console/control_styles.h"
 #include "hosts/console/qt_text.h"
+#include "resources/resource.h"
 
 namespace pelora::console {
 namespace {
@@ -15,6 +18,16 @@ using resources::DialogItem;
 using resources::DialogTemplate;
 
 constexpr int kNone = -1;
+
+/// A control that no template labels, and what it is called all the same.
+struct UnlabelledControl {
+  std::uint32_t id;
+  const char* name;
+};
+
+constexpr std::array kUnlabelledControls = {
+    UnlabelledControl{IDC_ACCOUNT_TYPE, "Account type"},
+};
 
 bool IsGroup(const DialogItem& item) {
   return item.kind == ControlKind::kButton &&
@@ -52,6 +65,8 @@ QString PlainName(const DialogTemplate& dialog, int row) {
   const DialogItem& item = dialog.items[static_cast<std::size_t>(row)];
   if (item.kind == ControlKind::kButton) return WithoutMnemonic(ToQString(item.title));
   if (!NeedsLabel(item)) return {};
+  const auto* unlabelled = std::ranges::find(kUnlabelledControls, item.id, &UnlabelledControl::id);
+  if (unlabelled != kUnlabelledControls.end()) return QString::fromLatin1(unlabelled->name);
   const int label = LabelOf(dialog, row);
   if (label == kNone) return GroupNameOf(dialog, item);
   return WithoutMnemonic(ToQString(dialog.items[static_cast<std::size_t>(label)].title));

@@ -10,6 +10,7 @@ namespace pelora::console::style {
 inline constexpr std::uint32_t kVisible = 0x10000000;
 inline constexpr std::uint32_t kDisabled = 0x08000000;
 inline constexpr std::uint32_t kTabStop = 0x00010000;
+inline constexpr std::uint32_t kHorizontalScroll = 0x00100000;
 
 inline constexpr std::uint32_t kButtonTypeMask = 0xF;
 inline constexpr std::uint32_t kDefaultPushButton = 1;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/directory_browser.h"
 
-#include <array>
+#include <QStringList>
 
 #include "hosts/console/qt_text.h"
 
@@ -19,13 +19,29 @@ std::string FirstValue(const ldap::Entry& entry, std::string_view attribute) {
   return found->second.front();
 }
 
+/// The name in the domain name system that a domain's distinguished name stands for.
+QString DomainName(const std::string& dn) {
+  QStringList labels;
+  for (const QString& part : ToQString(dn).split(QLatin1Char(','))) {
+    labels.append(part.section(QLatin1Char('='), 1));
+  }
+  return labels.join(QLatin1Char('.'));
+}
+
+QString NameOf(const ldap::Entry& entry, ObjectIcon icon) {
+  if (icon == ObjectIcon::kDomain) return DomainName(entry.dn);
+  const std::string name = FirstValue(entry, "name");
+  return ToQString(name.empty() ? entry.dn : name);
+}
+
 DirectoryObject ObjectOf(const ldap::Entry& entry) {
   const auto classes = entry.attributes.find("objectClass");
-  const std::string name = FirstValue(entry, "name");
-  return {.dn = entry.dn,
-          .name = ToQString(name.empty() ? entry.dn : name),
-          .description = ToQString(FirstValue(entry, "description")),
-          .kind = classes == entry.attributes.end() ? KindOf({}) : KindOf(classes->second)};
+  DirectoryObject object;
+  object.dn = entry.dn;
+  object.kind = classes == entry.attributes.end() ? KindOf({}) : KindOf(classes->second);
+  object.name = NameOf(entry, object.kind.icon);
+  object.description = ToQString(FirstValue(entry, "description"));
+  return object;
 }
 
 }  // namespace

@@ -36,8 +36,8 @@ QString ChooseDisplay(bool only_picture) {
       "session, or let it write a picture with --screenshot FILE.");
 }
 
-DisplayFailureGuard::DisplayFailureGuard() : previous_(qInstallMessageHandler(EndOnFatalMessage)) {}
+QuietToolkit::QuietToolkit() : previous_(qInstallMessageHandler(EndOnFatalMessage)) {}
 
-DisplayFailureGuard::~DisplayFailureGuard() { qInstallMessageHandler(previous_); }
+QuietToolkit::~QuietToolkit() { qInstallMessageHandler(previous_); }
 
 }  // namespace pelora::console

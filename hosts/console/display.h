@@ -12,14 +12,15 @@ namespace pelora::console {
 /// Gives an empty text, or a sentence that says why windows cannot be shown.
 [[nodiscard]] QString ChooseDisplay(bool only_picture);
 
-/// While it lives, a display that cannot be opened ends the program with a sentence on standard
-/// error and `kExitFailure`, where the toolkit would abort it.
-class DisplayFailureGuard {
+/// While it lives, the toolkit's own remarks are not printed, and a display that cannot be opened
+/// ends the program with a sentence on standard error and `kExitFailure`, where the toolkit would
+/// abort it.
+class QuietToolkit {
  public:
-  DisplayFailureGuard();
-  ~DisplayFailureGuard();
-  DisplayFailureGuard(const DisplayFailureGuard&) = delete;
-  DisplayFailureGuard& operator=(const DisplayFailureGuard&) = delete;
+  QuietToolkit();
+  ~QuietToolkit();
+  QuietToolkit(const QuietToolkit&) = delete;
+  QuietToolkit& operator=(const QuietToolkit&) = delete;
 
  private:
   QtMessageHandler previous_;

@@ -67,6 +67,9 @@ ListBoxControl::ListBoxControl(const resources::DialogItem& item, QWidget& paren
   if ((item.style & style::kListBoxSort) != 0) order_.emplace();
   list_.setItemDelegate(delegate_);
   list_.setUniformItemSizes(true);
+  if ((item.style & style::kHorizontalScroll) == 0) {
+    list_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  }
   QObject::connect(&list_, &QListWidget::itemSelectionChanged, &list_, [this] {
     if (notifies_ && !changing_) Notify(ControlNotification::kSelectionChange);
   });
@@ -83,6 +86,8 @@ std::optional<RowIndex> ListBoxControl::Add(std::string_view text) {
   // Behind its equals: rows that read the same stand in the order in which they came.
   while (order_ && row > 0 && order_->IsBefore(shown, list_.item(row - 1)->text())) --row;
   list_.insertItem(row, shown);
+  // A row too long for the list is cut short; here it stands whole.
+  list_.item(row)->setToolTip(shown);
   return static_cast<RowIndex>(row);
 }
 

@@ -19,7 +19,7 @@ constexpr std::array kClasses = {
     ObjectClass{"inetOrgPerson", "User", ObjectIcon::kUser},
     ObjectClass{"user", "User", ObjectIcon::kUser},
     ObjectClass{"contact", "Contact", ObjectIcon::kContact},
-    ObjectClass{"peloraDynamicGroup", "Dynamic Distribution List", ObjectIcon::kDynamicGroup},
+    ObjectClass{"peloraDynamicDistlist", "Dynamic Distribution List", ObjectIcon::kDynamicGroup},
     ObjectClass{"peloraAddresslist", "Address List", ObjectIcon::kAddressList},
     ObjectClass{"group", "Group", ObjectIcon::kGroup},
     ObjectClass{"organizationalUnit", "Organizational Unit", ObjectIcon::kOrganizationalUnit,

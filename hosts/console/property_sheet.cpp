@@ -37,18 +37,22 @@ QtPropertySheet::~QtPropertySheet() {
 }
 
 void QtPropertySheet::MakeButtons(QLayout& layout) {
-  auto* buttons = new QDialogButtonBox(
+  buttons_ = new QDialogButtonBox(
       QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply, this);
-  layout.addWidget(buttons);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QtPropertySheet::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QtPropertySheet::reject);
-  buttons->button(QDialogButtonBox::Ok)->setDefault(true);
-  apply_button_ = buttons->button(QDialogButtonBox::Apply);
-  apply_button_->setEnabled(false);
-  connect(apply_button_, &QAbstractButton::clicked, this, &QtPropertySheet::Apply);
+  layout.addWidget(buttons_);
+  connect(buttons_, &QDialogButtonBox::accepted, this, &QtPropertySheet::accept);
+  connect(buttons_, &QDialogButtonBox::rejected, this, &QtPropertySheet::reject);
+  buttons_->button(QDialogButtonBox::Ok)->setDefault(true);
+  ApplyButton().setEnabled(false);
+  connect(&ApplyButton(), &QPushButton::clicked, this, &QtPropertySheet::Apply);
+}
+
+QPushButton& QtPropertySheet::ApplyButton() const {
+  return *buttons_->button(QDialogButtonBox::Apply);
 }
 
 bool QtPropertySheet::AddPage(std::unique_ptr<PropSheetPage> page) {
+  if (is_started_) return false;
   resources::ReadResult<resources::DialogTemplate> read = module_.Dialog(page->Template());
   if (!read.value) return false;
   const QString title = ToQString(page->Title().empty() ? read.value->title : page->Title());
@@ -66,6 +70,7 @@ bool QtPropertySheet::AddPage(std::unique_ptr<PropSheetPage> page) {
 }
 
 void QtPropertySheet::Start() {
+  is_started_ = true;
   Activate(0);
   adjustSize();
   pages_.front().dialog->FocusFirst();
@@ -80,6 +85,19 @@ void QtPropertySheet::CreateDialog(std::size_t page) {
   created.holder->setMinimumSize(created.dialog->widget().size());
   created.dialog->Open();
   created.dialog->widget().show();
+  PutButtonsLast(created.dialog->widget());
+}
+
+void QtPropertySheet::PutButtonsLast(QWidget& page) {
+  QWidget* last = &page;
+  for (QWidget* next = last->nextInFocusChain(); page.isAncestorOf(next);
+       next = next->nextInFocusChain()) {
+    last = next;
+  }
+  for (QAbstractButton* button : buttons_->buttons()) {
+    setTabOrder(last, button);
+    last = button;
+  }
 }
 
 void QtPropertySheet::Activate(std::size_t page) {
@@ -118,7 +136,7 @@ void QtPropertySheet::OnPageModified(std::size_t page, bool modified) {
 }
 
 void QtPropertySheet::UpdateApplyButton() {
-  apply_button_->setEnabled(std::ranges::any_of(pages_, &Page::is_modified));
+  ApplyButton().setEnabled(std::ranges::any_of(pages_, &Page::is_modified));
 }
 
 bool QtPropertySheet::HasUnsavedEdits() const {

@@ -10,7 +10,8 @@
 #include "hosts/resources/resource_file.h"
 #include "platform/shell_extension.h"
 
-class QAbstractButton;
+class QDialogButtonBox;
+class QPushButton;
 class QTabWidget;
 
 namespace pelora::console {
@@ -32,7 +33,7 @@ class QtPropertySheet final : public QDialog {
                   QWidget* parent = nullptr);
   ~QtPropertySheet() override;
 
-  /// Takes a page, before the sheet is started. False when its template cannot be read; the page
+  /// Takes a page. False when its template cannot be read or the sheet has been started; the page
   /// has been destroyed then.
   bool AddPage(std::unique_ptr<PropSheetPage> page);
   [[nodiscard]] std::size_t PageCount() const { return pages_.size(); }
@@ -43,7 +44,7 @@ class QtPropertySheet final : public QDialog {
   void SelectPage(std::size_t page);
   /// The dialog of a page; null while it was never shown.
   [[nodiscard]] QtDialog* Dialog(std::size_t page) const { return pages_[page].dialog.get(); }
-  [[nodiscard]] QAbstractButton& ApplyButton() const { return *apply_button_; }
+  [[nodiscard]] QPushButton& ApplyButton() const;
   [[nodiscard]] bool HasUnsavedEdits() const;
 
   /// Called after every apply that wrote something, or may have: also one that failed half way.
@@ -67,6 +68,7 @@ class QtPropertySheet final : public QDialog {
 
   void MakeButtons(QLayout& layout);
   void CreateDialog(std::size_t page);
+  void PutButtonsLast(QWidget& page);
   void Activate(std::size_t page);
   void OnTabChanged(int tab);
   void ShowTab(std::size_t page);
@@ -81,9 +83,10 @@ class QtPropertySheet final : public QDialog {
 
   const resources::ResourceFile& module_;
   QTabWidget* tabs_ = nullptr;
-  QAbstractButton* apply_button_ = nullptr;
+  QDialogButtonBox* buttons_ = nullptr;
   std::vector<Page> pages_;
   std::size_t current_ = 0;
+  bool is_started_ = false;
   /// A page is being notified: whatever arrives meanwhile must not close the sheet under it.
   bool is_busy_ = false;
   bool is_applying_ = false;

@@ -10,6 +10,7 @@
 #include "hosts/console/qt_text.h"
 #include "hosts/console/screenshot.h"
 #include "hosts/console/stream_message_box.h"
+#include "hosts/ldap/ldap_status.h"
 
 namespace pelora::console {
 namespace {
@@ -26,6 +27,9 @@ QString ReadObjects(const DirectorySession& session, const std::vector<std::stri
   for (const std::string& name : names) {
     DirectoryObject object;
     const ldap::StoreStatus status = browser.ReadObject(name, object);
+    if (status.code == ldap::kLdapNoSuchObject) {
+      return QStringLiteral("%1: there is no such object in %2").arg(ToQString(name), session.path);
+    }
     if (!status.Ok()) {
       return QStringLiteral("%1: the object cannot be read: %2")
           .arg(ToQString(name), ToQString(status.text));
@@ -99,9 +103,9 @@ int RunConsole(int argc, char** argv) {
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Pelora Console"));
   // The arguments have been dealt with; the toolkit is to read none into them.
   int toolkit_argc = 1;
-  std::optional<DisplayFailureGuard> guard(std::in_place);
+  std::optional<QuietToolkit> quiet(std::in_place);
   const QApplication application(toolkit_argc, argv);
-  guard.reset();
+  if (!parsed.command_line.screenshot) quiet.reset();
 
   const resources::ReadResult<resources::ResourceFile> module =
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes());

@@ -2,6 +2,8 @@
 #include "hosts/console/static_controls.h"
 
 #include <QEvent>
+#include <QPainter>
+#include <QStyle>
 
 #include "hosts/console/control_styles.h"
 #include "hosts/console/qt_text.h"
@@ -11,6 +13,11 @@ namespace {
 
 /// A text control of at least two lines breaks its text.
 constexpr int kTwoLines = 16;
+
+constexpr int kTitleIndent = 8;
+constexpr int kTitleGap = 3;
+constexpr double kFrameRadius = 3;
+constexpr float kFrameOpacity = 0.3F;
 
 Qt::Alignment AlignmentOf(const resources::DialogItem& item) {
   switch (item.style & style::kStaticTypeMask) {
@@ -31,6 +38,29 @@ bool GroupFrame::event(QEvent* event) {
     return true;
   }
   return QGroupBox::event(event);
+}
+
+void GroupFrame::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const QFontMetrics metrics = fontMetrics();
+  const QRect text(kTitleIndent, 0, metrics.size(Qt::TextShowMnemonic, title()).width(),
+                   metrics.height());
+  QColor line = palette().color(QPalette::WindowText);
+  line.setAlphaF(kFrameOpacity);
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(line);
+  if (!title().isEmpty()) {
+    const QRect gap = text.adjusted(-kTitleGap, 0, kTitleGap, 0);
+    painter.setClipRegion(QRegion(rect()) - QRegion(gap));
+  }
+  const QRectF frame = QRectF(rect()).adjusted(0.5, metrics.height() / 2 + 0.5, -0.5, -0.5);
+  painter.drawRoundedRect(frame, kFrameRadius, kFrameRadius);
+  painter.restore();
+  const bool underline = style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) != 0;
+  const int flags = underline ? Qt::TextShowMnemonic : Qt::TextShowMnemonic | Qt::TextHideMnemonic;
+  style()->drawItemText(&painter, text, flags, palette(), isEnabled(), title(),
+                        QPalette::WindowText);
 }
 
 GroupControl::GroupControl(const resources::DialogItem& item, QWidget& parent,

@@ -11,6 +11,9 @@ namespace pelora::console {
 
 /// A frame around other controls. It stands behind them and does not own them, so that hiding or
 /// disabling it leaves them alone. Its mnemonic moves the focus to `SetNext`'s widget.
+///
+/// The title stands in the frame's upper line, as templates expect it: many a style draws it above
+/// the frame, where the frame would run through the controls.
 class GroupFrame final : public QGroupBox {
  public:
   using QGroupBox::QGroupBox;
@@ -18,6 +21,7 @@ class GroupFrame final : public QGroupBox {
 
  protected:
   bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   QWidget* next_ = nullptr;
