@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
 #include <array>
 
+#include "directory/ascii_case.h"
 #include "server/class_table.h"
 #include "server/component_server.h"
 
@@ -19,14 +19,6 @@ constexpr std::array kDefaultTabs = {
     DefaultTab{"user", "CPropPageUser"},
     DefaultTab{"inetOrgPerson", "CPropPageUser"},
 };
-
-char LowerCase(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-bool EqualsWithoutCase(std::string_view left, std::string_view right) {
-  return std::ranges::equal(left, right, {}, LowerCase, LowerCase);
-}
 
 }  // namespace
 
