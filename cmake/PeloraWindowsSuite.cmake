@@ -1,0 +1,23 @@
+# SPDX-License-Identifier: Apache-2.0
+
+# pelora_windows_suite(NAME SOURCES source... LIBRARIES library... [RESOURCES file...])
+#
+# Builds one GoogleTest program for Windows and enters it into windows_suites.txt of the build folder,
+# which tests/windows/run_wine_suites.sh runs: one line per program, its file and its result file.
+function(pelora_windows_suite name)
+  cmake_parse_arguments(suite "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${suite_SOURCES})
+  target_link_libraries(${name} PRIVATE pelora_options ${suite_LIBRARIES})
+  target_link_options(${name} PRIVATE -static)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+  set(results "${PROJECT_BINARY_DIR}/results/${name}.xml")
+  set_property(GLOBAL APPEND PROPERTY PELORA_SUITES "${results}")
+  set_property(GLOBAL APPEND PROPERTY PELORA_WINDOWS_PROGRAMS
+    "${PROJECT_BINARY_DIR}/bin/${name}.exe\t${results}")
+endfunction()
+
+function(pelora_write_windows_suite_list)
+  get_property(programs GLOBAL PROPERTY PELORA_WINDOWS_PROGRAMS)
+  list(JOIN programs "\n" lines)
+  file(WRITE "${PROJECT_BINARY_DIR}/windows_suites.txt" "${lines}\n")
+endfunction()

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/windows/dialogs/win32_modal_dialogs.h"
+
+#include "hosts/windows/dialogs/dialog_host.h"
+
+namespace pelora::windows {
+namespace {
+
+INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wide, LPARAM narrow) {
+  if (message == WM_INITDIALOG) SetWindowLongPtrW(window, DWLP_USER, narrow);
+  auto* const host = reinterpret_cast<DialogHost*>(GetWindowLongPtrW(window, DWLP_USER));
+  return host == nullptr ? FALSE : host->OnMessage(window, message, wide, narrow);
+}
+
+}  // namespace
+
+std::int32_t Win32ModalDialogs::Run(DialogId dialog, IDialog* owner,
+                                    IDialogController& controller) {
+  const HWND owner_window = WindowOf(owner);
+  DialogHost host(controller, DialogRole::kModal);
+  return static_cast<std::int32_t>(
+      DialogBoxParamW(instance_, MAKEINTRESOURCEW(dialog),
+                      owner_window == nullptr ? GetActiveWindow() : owner_window, &DialogProcedure,
+                      reinterpret_cast<LPARAM>(&host)));
+}
+
+}  // namespace pelora::windows
