@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/ads_path.h"
 
-#include "hosts/ldap/attribute_name.h"
+#include "directory/ascii_case.h"
 
 namespace pelora::ldap {
 namespace {
@@ -77,7 +77,7 @@ HRESULT ParseAdsPath(std::string_view path, AdsPath& parsed) {
   if (!path.starts_with(kScheme)) return E_ADS_BAD_PATHNAME;
   std::string_view rest = path.substr(kScheme.size());
   const std::string_view server = TakeServer(rest);
-  const bool is_root = SameName(rest, kRoot);
+  const bool is_root = EqualsWithoutCase(rest, kRoot);
   const bool is_name = FindBare(rest, '/') == std::string_view::npos && IsName(rest);
   if (!is_root && !is_name) return E_ADS_BAD_PATHNAME;
   parsed = {.server = std::string(server),

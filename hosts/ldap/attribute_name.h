@@ -5,10 +5,7 @@
 
 namespace pelora::ldap {
 
-/// Names of attributes and classes compare as ASCII, without case.
-[[nodiscard]] bool SameName(std::string_view left, std::string_view right);
-
-/// Orders names as `SameName` compares them.
+/// Orders names of attributes without regard to the case of ASCII letters.
 struct AttributeNameLess {
   using is_transparent = void;
   bool operator()(std::string_view left, std::string_view right) const;

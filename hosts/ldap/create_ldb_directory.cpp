@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "directory/ascii_case.h"
 #include "hosts/ldap/file_descriptor.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/ldb_connection.h"
@@ -28,8 +29,9 @@ namespace {
 bool HasClass(const Entry& entry, std::string_view object_class) {
   const auto found = entry.attributes.find("objectClass");
   return found != entry.attributes.end() &&
-         std::any_of(found->second.begin(), found->second.end(),
-                     [&](const std::string& name) { return SameName(name, object_class); });
+         std::any_of(found->second.begin(), found->second.end(), [&](const std::string& name) {
+           return EqualsWithoutCase(name, object_class);
+         });
 }
 
 StoreStatus AtEntry(StoreStatus status, const LdifEntry& entry) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "directory/ascii_case.h"
 #include "hosts/ldap/attribute_value.h"
 #include "hosts/ldap/ldap_status.h"
 
@@ -43,7 +44,7 @@ bool ReadBound(const Entry& entry, const char* name, std::optional<std::int64_t>
 
 bool IsBuiltIn(std::string_view name) {
   for (const std::string_view known : kBuiltIn) {
-    if (SameName(known, name)) return true;
+    if (EqualsWithoutCase(known, name)) return true;
   }
   return false;
 }

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "directory/ascii_case.h"
 #include "directory/utf.h"
 #include "hosts/ldap/attribute_value.h"
 #include "hosts/ldap/case_fold.h"
@@ -32,11 +33,12 @@ constexpr auto kProtectedAttributes = std::to_array<ProtectedAttribute>({
 
 StoreStatus CheckWritable(std::string_view attribute, std::string_view dn) {
   const std::string_view naming = dn.substr(0, dn.find('='));
-  if (SameName(attribute, naming)) {
+  if (EqualsWithoutCase(attribute, naming)) {
     return {kLdapNotAllowedOnRdn, "the naming attribute cannot be changed"};
   }
   for (const ProtectedAttribute& row : kProtectedAttributes) {
-    if (SameName(attribute, row.name)) return {row.code, "the attribute cannot be changed"};
+    if (EqualsWithoutCase(attribute, row.name))
+      return {row.code, "the attribute cannot be changed"};
   }
   return {};
 }
@@ -161,7 +163,7 @@ StoreStatus ModifyRules::Apply(const Entry& before, std::span<const Modification
     const auto held = before.attributes.find(name);
     const bool was_there = held != before.attributes.end();
     if (was_there ? held->second != values : !values.empty()) {
-      changed.emplace(name, std::move(values));
+      changed.emplace(schema_.SpellingOf(name), std::move(values));
     }
   }
   return {};

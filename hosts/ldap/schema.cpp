@@ -39,6 +39,11 @@ std::optional<AttributeType> Schema::Find(std::string_view name) const {
   return found->second;
 }
 
+std::string Schema::SpellingOf(std::string_view name) const {
+  const auto found = types_.find(name);
+  return found == types_.end() ? std::string(name) : found->first;
+}
+
 std::optional<Syntax> SyntaxOfIdentifier(std::string_view identifier) {
   for (const auto& [known, syntax] : kSyntaxes) {
     if (known == identifier) return syntax;

@@ -45,6 +45,8 @@ class Schema {
   void Add(std::string_view name, const AttributeType& type);
   /// Nothing for an attribute that the directory does not know.
   [[nodiscard]] std::optional<AttributeType> Find(std::string_view name) const;
+  /// The name as the schema spells it; as it is when the directory does not know it.
+  [[nodiscard]] std::string SpellingOf(std::string_view name) const;
   [[nodiscard]] const Types& types() const { return types_; }
 
  private:

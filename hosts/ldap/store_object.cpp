@@ -5,6 +5,7 @@
 #include <array>
 #include <utility>
 
+#include "directory/ascii_case.h"
 #include "hosts/ldap/attribute_value.h"
 #include "hosts/ldap/ldap_status.h"
 
@@ -30,7 +31,9 @@ constexpr auto kClassInterfaces = std::to_array<ClassInterface>({
 bool Offers(const AttributeValues& classes, const Guid& iid) {
   if (iid == IID_IUnknown || iid == IID_IADs) return true;
   for (const ClassInterface& row : kClassInterfaces) {
-    const auto is_class = [&](const std::string& name) { return SameName(name, row.object_class); };
+    const auto is_class = [&](const std::string& name) {
+      return EqualsWithoutCase(name, row.object_class);
+    };
     if (row.iid == iid && std::any_of(classes.begin(), classes.end(), is_class)) return true;
   }
   return false;
@@ -110,7 +113,7 @@ HRESULT StoreObject::SetInfo() {
 
 Modification* StoreObject::FindStaged(std::string_view name) {
   const auto found = std::find_if(staged_.begin(), staged_.end(), [&](const Modification& change) {
-    return SameName(change.attribute, name);
+    return EqualsWithoutCase(change.attribute, name);
   });
   return found == staged_.end() ? nullptr : &*found;
 }

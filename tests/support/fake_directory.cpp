@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "directory/ascii_case.h"
 #include "directory/attribute_catalogue.h"
 #include "tests/support/fake_directory_object.h"
 
@@ -16,20 +17,25 @@ namespace {
 constexpr std::string_view kScheme = "LDAP://";
 constexpr std::string_view kRoot = "rootDSE";
 
-char Lower(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-/// Where the first "/" that is not escaped stands.
-std::size_t FindSlash(std::string_view text) {
+/// Where the first `wanted` stands that is not escaped.
+std::size_t FindBare(std::string_view text, char wanted) {
   for (std::size_t at = 0; at < text.size(); ++at) {
     if (text[at] == '\\') {
       ++at;
-    } else if (text[at] == '/') {
+    } else if (text[at] == wanted) {
       return at;
     }
   }
   return std::string_view::npos;
+}
+
+/// Whether every part of a name has the form `attribute=value`.
+bool IsName(std::string_view name) {
+  const std::size_t comma = FindBare(name, ',');
+  const std::string_view part = name.substr(0, comma);
+  const std::size_t equals = part.find('=');
+  if (equals == 0 || equals == std::string_view::npos || equals + 1 == part.size()) return false;
+  return comma == std::string_view::npos || IsName(name.substr(comma + 1));
 }
 
 /// The entry's key of a path: what stands behind the server's name. Nothing for a path that is
@@ -37,13 +43,12 @@ std::size_t FindSlash(std::string_view text) {
 std::optional<std::string> KeyOf(std::string_view path) {
   if (!path.starts_with(kScheme)) return std::nullopt;
   path.remove_prefix(kScheme.size());
-  const std::size_t slash = FindSlash(path);
+  const std::size_t slash = FindBare(path, '/');
   const bool has_server = slash != std::string_view::npos && slash > 0 &&
                           path.substr(0, slash).find('=') == std::string_view::npos;
   if (has_server) path.remove_prefix(slash + 1);
-  const bool is_root = !NoCaseLess()(path, kRoot) && !NoCaseLess()(kRoot, path);
-  const bool is_name = path.find('=') != std::string_view::npos && path.front() != '=';
-  if (FindSlash(path) != std::string_view::npos || (!is_root && !is_name)) return std::nullopt;
+  const bool is_name = FindBare(path, '/') == std::string_view::npos && IsName(path);
+  if (!EqualsWithoutCase(path, kRoot) && !is_name) return std::nullopt;
   return std::string(path);
 }
 
@@ -63,8 +68,7 @@ constexpr auto kOrdinaryAttributes = std::to_array<std::string_view>(
 }  // namespace
 
 bool NoCaseLess::operator()(std::string_view left, std::string_view right) const {
-  return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
-                                      [](char a, char b) { return Lower(a) < Lower(b); });
+  return std::ranges::lexicographical_compare(left, right, {}, AsciiLowerCase, AsciiLowerCase);
 }
 
 std::string ToText(const DirectoryCall& call) {

@@ -166,7 +166,7 @@ HRESULT FakeDirectoryObject::Stage(std::int32_t control, std::string_view name,
     if (!converted) return E_ADS_CANT_CONVERT_DATATYPE;
     values.push_back(*std::move(converted));
   }
-  staged_.insert_or_assign(std::string(name), Staged{control, std::move(values)});
+  staged_.insert_or_assign(type->first, Staged{control, std::move(values)});
   return S_OK;
 }
 
