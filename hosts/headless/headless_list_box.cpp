@@ -3,16 +3,18 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "hosts/headless/list_order.h"
 
 namespace pelora {
 
 std::optional<RowIndex> HeadlessListBox::Add(std::string_view text) {
-  const auto place =
-      sorted_ ? std::ranges::upper_bound(rows_, text, StandsBefore, &Row::text) : rows_.end();
+  Row added{std::string(text), sorted_ ? ListOrderKey(text, text_service_) : std::string()};
+  // Without keys every row is the equal of every other, and the end is behind them all.
+  const auto place = std::ranges::upper_bound(rows_, added.order_key, {}, &Row::order_key);
   const auto row = static_cast<RowIndex>(std::distance(rows_.begin(), place));
-  rows_.insert(place, Row{std::string(text), nullptr});
+  rows_.insert(place, std::move(added));
   if (selection_ && *selection_ >= row) ++*selection_;
   return row;
 }

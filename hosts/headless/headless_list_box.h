@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "hosts/headless/headless_text_service.h"
 #include "platform/dialog.h"
 
 namespace pelora {
@@ -10,7 +11,7 @@ namespace pelora {
 /// A list box in memory.
 class HeadlessListBox final : public IListBox {
  public:
-  /// A sorted one puts each new row where `StandsBefore` has it, behind its equals.
+  /// A sorted one puts each new row where its `ListOrderKey` has it, behind its equals.
   explicit HeadlessListBox(bool sorted) : sorted_(sorted) {}
 
   std::optional<RowIndex> Add(std::string_view text) override;
@@ -31,10 +32,13 @@ class HeadlessListBox final : public IListBox {
  private:
   struct Row {
     std::string text;
+    /// Empty in a list box that is not sorted.
+    std::string order_key;
     void* data = nullptr;
   };
 
   bool sorted_;
+  HeadlessTextService text_service_;
   std::vector<Row> rows_;
   std::optional<RowIndex> selection_;
   std::vector<int> tab_stops_;

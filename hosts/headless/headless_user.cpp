@@ -140,7 +140,10 @@ UserAnswer HeadlessUser::PressEnter() {
   if (!dialog_.IsOpen() || dialog_.Result()) return UserAnswer::kDialogClosed;
   const auto& controls = dialog_.controls();
   const auto button = std::ranges::find_if(controls, &HeadlessControl::IsDefaultButton);
-  return button == controls.end() ? UserAnswer::kNoSuchControl : Click(button->item.id);
+  if (button != controls.end()) return Click(button->item.id);
+  if (dialog_.role() != HeadlessDialog::Role::kModal) return UserAnswer::kNoSuchControl;
+  dialog_.Notify(static_cast<ControlId>(kDialogOk), ControlNotification::kClicked);
+  return UserAnswer::kDone;
 }
 
 UserAnswer HeadlessUser::CloseWindow() {

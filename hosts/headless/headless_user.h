@@ -47,7 +47,7 @@ class HeadlessUser {
   /// width only the first column selects; a click elsewhere and below the last row unselects all.
   UserAnswer ClickListViewCell(ControlId id, RowIndex row, std::size_t column, bool add);
   UserAnswer DoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column);
-  /// Presses Enter: a click on the default button.
+  /// Presses Enter: a click on the default button; on `kDialogOk` in a modal dialog that has none.
   UserAnswer PressEnter();
   /// Closes a modal dialog by its close box: a click on `kDialogCancel`, which need not be a
   /// control.

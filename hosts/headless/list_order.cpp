@@ -1,32 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/headless/list_order.h"
 
-#include <algorithm>
-#include <string>
-#include <utility>
-
-#include "hosts/headless/headless_text_service.h"
-
 namespace pelora {
 namespace {
 
-/// Place of one byte in the order. Beyond ASCII UTF-8 orders as the code points do.
-std::pair<int, unsigned char> Place(char letter) {
-  const auto byte = static_cast<unsigned char>(letter);
-  constexpr int kMark = 0;
-  constexpr int kDigit = 1;
-  constexpr int kLetter = 2;
-  if (letter >= '0' && letter <= '9') return {kDigit, byte};
-  if ((letter >= 'A' && letter <= 'Z') || byte >= 0x80) return {kLetter, byte};
-  return {kMark, byte};
+/// Rank of one byte's kind. Beyond ASCII UTF-8 orders as the code points do.
+char Rank(char letter) {
+  constexpr char kMark = 'a';
+  constexpr char kDigit = 'b';
+  constexpr char kLetter = 'c';
+  if (letter >= '0' && letter <= '9') return kDigit;
+  const bool beyond_ascii = (static_cast<unsigned char>(letter) & 0x80U) != 0;
+  return beyond_ascii || (letter >= 'A' && letter <= 'Z') ? kLetter : kMark;
 }
 
 }  // namespace
 
-bool StandsBefore(std::string_view left, std::string_view right) {
-  const HeadlessTextService text;
-  return std::ranges::lexicographical_compare(text.UpperCase(left), text.UpperCase(right), {},
-                                              Place, Place);
+std::string ListOrderKey(std::string_view text, const ITextService& service) {
+  std::string key;
+  key.reserve(2 * text.size());
+  for (const char letter : service.UpperCase(text)) {
+    key.push_back(Rank(letter));
+    key.push_back(letter);
+  }
+  return key;
 }
 
 }  // namespace pelora

@@ -102,8 +102,9 @@ std::optional<std::string> ResourceFile::StringEntry(std::uint16_t id) const {
   for (std::size_t before = 0; before < id % kStringsPerBlock; ++before) {
     (void)block.ReadCounted(block.Read<std::uint16_t>());
   }
+  // Where the block is cut short nothing is read.
   const std::u16string text = block.ReadCounted(block.Read<std::uint16_t>());
-  if (!block.ok() || text.empty()) return std::nullopt;
+  if (text.empty()) return std::nullopt;
   return ToUtf8(text);
 }
 

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "hosts/headless/headless_list_box.h"
 #include "hosts/headless/headless_list_view.h"
+#include "hosts/headless/headless_text_service.h"
 #include "hosts/headless/list_order.h"
 
 namespace pelora {
@@ -14,6 +16,11 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+bool StandsBefore(std::string_view left, std::string_view right) {
+  const HeadlessTextService service;
+  return ListOrderKey(left, service) < ListOrderKey(right, service);
+}
 
 TEST(ListOrder, PutsMarksBeforeDigitsBeforeLetters) {
   const std::vector<std::string> ordered{"",   "@x",  "_x",    "1",          "12", "2",

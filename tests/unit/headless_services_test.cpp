@@ -124,6 +124,22 @@ TEST_F(HeadlessModalDialogsTest, EndADialogThatNothingEnds) {
   EXPECT_TRUE(controller.destroyed);
 }
 
+TEST_F(HeadlessModalDialogsTest, PlayNoDialogThatEndsWhileItIsSetUp) {
+  class EndsAtOnce final : public IDialogController {
+   public:
+    std::int32_t OnInitDialog(IDialog& dialog) override {
+      dialog.End(7);
+      return 0;
+    }
+    std::int32_t OnCommand(ControlId /*id*/, ControlNotification /*told*/) override { return 0; }
+    void OnDestroy() override {}
+  } controller;
+  dialogs.PlayNext([](HeadlessUser&) { FAIL() << "the dialog is over"; });
+  EXPECT_EQ(dialogs.Run(IDD_EMAIL_ADDRESS, nullptr, controller), 7);
+  EXPECT_EQ(dialogs.ScriptsLeft(), 1U);
+  EXPECT_FALSE(dialogs.records()[0].played);
+}
+
 TEST_F(HeadlessModalDialogsTest, KeepTheOwnerAndTheDialogsThatCouldNotBeMade) {
   CancelController page(true);
   HeadlessDialog owner(templates.Dialog(IDD_PROPPAGE_USER).value.value(), page);
