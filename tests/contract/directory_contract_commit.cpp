@@ -82,6 +82,10 @@ TEST_P(DirectoryContract, WhatWasCommittedStaysInTheCache) {
   ASSERT_EQ(user->SetInfo(), S_OK);
   SetOnUser("mail", {"other@example.test"});
   EXPECT_EQ(ValueOf(*user, "mail"), Variant::String("new@example.test"));
+  // Nor does reading the rest of the object replace it.
+  Variant value;
+  EXPECT_EQ(user->Get("description", value), E_ADS_PROPERTY_NOT_FOUND);
+  EXPECT_EQ(ValueOf(*user, "mail"), Variant::String("new@example.test"));
 }
 
 TEST_P(DirectoryContract, ACommitIsSentOnce) {
