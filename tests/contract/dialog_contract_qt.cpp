@@ -8,7 +8,6 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
-#include <deque>
 #include <optional>
 #include <utility>
 
@@ -18,6 +17,7 @@
 #include "tests/contract/contract_resources.h"
 #include "tests/contract/dialog_contract.h"
 #include "tests/contract/dialog_contract_qt_player.h"
+#include "tests/contract/dialog_contract_qt_scripts.h"
 #include "tests/contract/property_sheet_contract.h"
 
 namespace pelora::contract {
@@ -50,38 +50,6 @@ class QtOpenDialog final : public OpenDialog {
   QtPlayer player_;
 };
 
-/// Plays scripts to the modal windows that come up while it lives, each from within the loop of its
-/// window.
-class ScriptQueue final : public QObject {
- public:
-  ScriptQueue() { qApp->installEventFilter(this); }
-
-  void Add(DialogScript script) { scripts_.push_back(std::move(script)); }
-
-  bool eventFilter(QObject* object, QEvent* event) override {
-    const auto* window = qobject_cast<QDialog*>(object);
-    if (event->type() == QEvent::Show && window != nullptr && window->isModal()) {
-      QTimer::singleShot(0, this, &ScriptQueue::Play);
-    }
-    return false;
-  }
-
- private:
-  void Play() {
-    const QPointer<QWidget> window = QApplication::activeModalWidget();
-    if (!window || scripts_.empty()) return;
-    const DialogScript script = std::move(scripts_.front());
-    scripts_.pop_front();
-    QtPlayer player(*window);
-    script(player);
-    if (!window || !window->isVisible()) return;
-    ADD_FAILURE() << "the script leaves its dialog standing";
-    static_cast<QDialog*>(window.data())->done(0);
-  }
-
-  std::deque<DialogScript> scripts_;
-};
-
 class QtDriver final : public DialogDriver {
  public:
   std::unique_ptr<OpenDialog> Open(DialogId dialog, IDialogController& controller) override {
@@ -90,12 +58,17 @@ class QtDriver final : public DialogDriver {
     return std::make_unique<QtOpenDialog>(*described.value, controller);
   }
   IModalDialogs& ModalDialogs() override { return modal_dialogs_; }
-  void PlayNext(DialogScript script) override { scripts_.Add(std::move(script)); }
+  void PlayNext(DialogScript script) override {
+    scripts_.Add([script = std::move(script)](QWidget& window) {
+      QtPlayer player(window);
+      script(player);
+    });
+  }
 
  private:
   resources::ResourceFile templates_ = Templates();
   QtModalDialogs modal_dialogs_{templates_};
-  ScriptQueue scripts_;
+  ModalScripts scripts_;
 };
 
 class QtSheetDriver final : public PropertySheetDriver {

@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: Apache-2.0
+// The user tab in its sheet, from the click to the directory file.
+#include <gmock/gmock.h>
+
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QTest>
+
+#include "resources/resource.h"
+#include "tests/support/fault_directory.h"
+#include "tests/ui/console_test.h"
+#include "tests/ui/open_sheet.h"
+
+namespace pelora::test {
+namespace {
+
+using pelora::testing::FaultDirectory;
+using pelora::testing::FaultPoint;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAre;
+
+class UserSheet : public ConsoleTest {
+ protected:
+  [[nodiscard]] OpenSheet& Open(const std::vector<std::string>& names) {
+    sheet_ = std::make_unique<OpenSheet>(faulty_, module(), Objects(names));
+    return *sheet_;
+  }
+  [[nodiscard]] pelora::testing::FaultPlan& plan() { return faulty_.plan(); }
+  [[nodiscard]] EntryLines Entry(const char* dn) const { return SearchEntry(file(), dn); }
+
+ private:
+  FaultDirectory faulty_{session().service};
+  std::unique_ptr<OpenSheet> sheet_;
+};
+
+/// Gives an entry a capacity, as every apply of an ordinary user does.
+void SetCapacity(const std::string& file, const char* dn) {
+  ModifyEntry(file, std::string("dn: ") + dn +
+                        "\nchangetype: modify\nadd: peloraResourceCapacity\n"
+                        "peloraResourceCapacity: 0\n");
+}
+
+TEST_F(UserSheet, TickingTheAccountWritesThatAttributeAndNoOther) {
+  SetCapacity(file(), kRolf);
+  const EntryLines before = Entry(kRolf);
+  OpenSheet& open = Open({kRolf});
+  EXPECT_EQ(open.dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kUnchecked);
+  open.user().Click(IDC_PELORA_ACCOUNT);
+  open.ClickApply();
+  EXPECT_THAT(Difference(before, Entry(kRolf)),
+              ElementsAre("- peloraAccount: 0", "+ peloraAccount: 1"));
+  EXPECT_TRUE(open.IsOpen());
+}
+
+TEST_F(UserSheet, OkWithoutAnEditWritesOnlyWhatEveryApplyWrites) {
+  const EntryLines before = Entry(kBirgit);
+  OpenSheet& open = Open({kBirgit});
+  open.ClickOk();
+  EXPECT_FALSE(open.IsOpen());
+  EXPECT_THAT(Difference(before, Entry(kBirgit)), ElementsAre("+ peloraResourceCapacity: 0"));
+}
+
+TEST_F(UserSheet, HidesAUserWhoseNameHoldsAComma) {
+  SetCapacity(file(), kAnna);
+  const EntryLines before = Entry(kAnna);
+  OpenSheet& open = Open({kAnna});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  open.ClickOk();
+  EXPECT_FALSE(open.IsOpen());
+  EXPECT_THAT(Difference(before, Entry(kAnna)), ElementsAre("+ peloraHidden: 1"));
+}
+
+TEST_F(UserSheet, ThreeDifferingUsersShowTheirDifferenceAndTakeOneValue) {
+  for (const char* dn : {kBirgit, kRolf, kUrsula}) SetCapacity(file(), dn);
+  const std::vector<EntryLines> before = {Entry(kBirgit), Entry(kRolf), Entry(kUrsula)};
+  OpenSheet& open = Open({kBirgit, kRolf, kUrsula});
+  EXPECT_EQ(open.sheet().windowTitle().toStdString(), "3 selected objects Properties");
+  EXPECT_EQ(open.dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kIndeterminate);
+  EXPECT_EQ(open.dialog().Check(IDC_PELORA_HIDDEN), CheckState::kUnchecked);
+
+  open.user().Click(IDC_PELORA_ACCOUNT);
+  EXPECT_EQ(open.dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kUnchecked);
+  open.user().Click(IDC_PELORA_ACCOUNT);
+  EXPECT_EQ(open.dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kChecked);
+  open.user().Click(IDC_PELORA_HIDDEN);
+  open.ClickApply();
+
+  EXPECT_THAT(Difference(before[0], Entry(kBirgit)), ElementsAre("+ peloraHidden: 1"));
+  EXPECT_THAT(Difference(before[1], Entry(kRolf)),
+              ElementsAre("- peloraAccount: 0", "+ peloraAccount: 1", "+ peloraHidden: 1"));
+  EXPECT_THAT(Difference(before[2], Entry(kUrsula)),
+              ElementsAre("+ peloraAccount: 1", "+ peloraHidden: 1"));
+}
+
+TEST_F(UserSheet, AnUntouchedDifferenceIsLeftToEachUser) {
+  for (const char* dn : {kBirgit, kRolf}) SetCapacity(file(), dn);
+  const EntryLines birgit = Entry(kBirgit);
+  const EntryLines rolf = Entry(kRolf);
+  OpenSheet& open = Open({kBirgit, kRolf});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  open.ClickOk();
+  EXPECT_THAT(Difference(birgit, Entry(kBirgit)), ElementsAre("+ peloraHidden: 1"));
+  EXPECT_THAT(Difference(rolf, Entry(kRolf)), ElementsAre("+ peloraHidden: 1"));
+}
+
+TEST_F(UserSheet, SeveralUsersHideWhatBelongsToOne) {
+  const std::vector<ControlId> own = {
+      IDC_EMAIL_LIST,   IDC_SENDAS_LIST,  IDC_EMAIL_GROUP,   IDC_SENDAS_GROUP, IDC_EMAIL_ADD,
+      IDC_EMAIL_DELETE, IDC_EMAIL_MODIFY, IDC_EMAIL_DEFAULT, IDC_SENDAS_ADD,   IDC_SENDAS_DELETE};
+  const std::vector<ControlId> shared = {IDC_PELORA_ACCOUNT, IDC_PELORA_HIDDEN, IDC_ACCOUNT_TYPE,
+                                         IDC_QUOTA_OVERRIDE, IDC_SERVER_SELECT};
+  for (const bool several : {false, true}) {
+    OpenSheet& open = Open(several ? std::vector<std::string>{kBirgit, kRolf}
+                                   : std::vector<std::string>{kBirgit});
+    for (const ControlId id : own) {
+      EXPECT_EQ(open.dialog().Find(id)->widget().isVisible(), !several) << id;
+    }
+    for (const ControlId id : shared) {
+      EXPECT_TRUE(open.dialog().Find(id)->widget().isVisible()) << id;
+    }
+  }
+}
+
+TEST_F(UserSheet, ApplyIsEnabledOnlyWhileThereIsSomethingToApply) {
+  OpenSheet& open = Open({kBirgit});
+  EXPECT_EQ(open.sheet().windowTitle().toStdString(), "Birgit Krämer Properties");
+  EXPECT_FALSE(open.IsApplyEnabled());
+  open.user().Click(IDC_PELORA_HIDDEN);
+  EXPECT_TRUE(open.IsApplyEnabled());
+  open.ClickApply();
+  EXPECT_FALSE(open.IsApplyEnabled());
+  EXPECT_TRUE(open.IsOpen());
+  open.user().Type(IDC_QUOTA_WARN, "1");
+  EXPECT_FALSE(open.IsApplyEnabled()) << "the field is disabled while the quota is not the user's";
+  open.user().Click(IDC_QUOTA_OVERRIDE);
+  EXPECT_TRUE(open.IsApplyEnabled());
+}
+
+TEST_F(UserSheet, EveryApplyWritesWhatWasEditedSince) {
+  SetCapacity(file(), kBirgit);
+  OpenSheet& open = Open({kBirgit});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  open.ClickApply();
+  const EntryLines between = Entry(kBirgit);
+  EXPECT_THAT(between, ::testing::Contains("peloraHidden: 1"));
+  open.user().Click(IDC_PELORA_HIDDEN);
+  open.ClickApply();
+  EXPECT_THAT(Difference(between, Entry(kBirgit)),
+              ElementsAre("- peloraHidden: 1", "+ peloraHidden: 0"));
+}
+
+TEST_F(UserSheet, AnAddressIsAddedInItsDialog) {
+  SetCapacity(file(), kBirgit);
+  const EntryLines before = Entry(kBirgit);
+  OpenSheet& open = Open({kBirgit});
+  modal_scripts().Add([](QWidget& window) {
+    contract::QtPlayer user(window);
+    user.Type(IDC_EMAIL_ADDRESS, "krämer@linden-werke.example");
+    user.PressEnter();
+  });
+  open.user().Click(IDC_EMAIL_ADD);
+  EXPECT_EQ(open.dialog().ListBox(IDC_EMAIL_LIST).Count(), 3U);
+  open.ClickApply();
+  EXPECT_THAT(Difference(before, Entry(kBirgit)),
+              ElementsAre("+ otherMailbox: krämer@linden-werke.example"));
+}
+
+TEST_F(UserSheet, CancelWithoutEditsAsksNothing) {
+  OpenSheet& open = Open({kBirgit});
+  open.ClickCancel();
+  EXPECT_FALSE(open.IsOpen());
+}
+
+TEST_F(UserSheet, CancelAsksBeforeEditsAreLost) {
+  const EntryLines before = Entry(kBirgit);
+  OpenSheet& open = Open({kBirgit});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  modal_scripts().Add(Press("&Keep Editing"));
+  open.ClickCancel();
+  EXPECT_TRUE(open.IsOpen());
+  EXPECT_EQ(open.dialog().Check(IDC_PELORA_HIDDEN), CheckState::kChecked);
+  modal_scripts().Add(Press("&Discard"));
+  open.ClickCancel();
+  EXPECT_FALSE(open.IsOpen());
+  EXPECT_THAT(Difference(before, Entry(kBirgit)), IsEmpty());
+}
+
+TEST_F(UserSheet, EnterAndEscapeKeepTheEditsWhenAsked) {
+  OpenSheet& open = Open({kBirgit});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+    modal_scripts().Add([key](QWidget& window) { QTest::keyClick(&window, key); });
+    QTest::keyClick(&open.sheet(), Qt::Key_Escape);
+    EXPECT_TRUE(open.IsOpen());
+  }
+}
+
+TEST_F(UserSheet, TheCloseBoxIsCancel) {
+  OpenSheet& open = Open({kBirgit});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  modal_scripts().Add(Press("&Keep Editing"));
+  EXPECT_FALSE(open.sheet().close());
+  EXPECT_TRUE(open.IsOpen());
+  modal_scripts().Add(Press("&Discard"));
+  EXPECT_TRUE(open.sheet().close());
+  EXPECT_FALSE(open.IsOpen());
+}
+
+TEST_F(UserSheet, ADirectoryThatRefusesTheWriteIsReportedAndTheEditsStay) {
+  SetCapacity(file(), kBirgit);
+  const EntryLines before = Entry(kBirgit);
+  OpenSheet& open = Open({kBirgit});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  plan().Fail(FaultPoint::kSetInfo, 1, E_ACCESSDENIED);
+  ShownBox box;
+  modal_scripts().Add(Confirm(box));
+  open.ClickOk();
+  EXPECT_EQ(box.caption, "Pelora Error");
+  EXPECT_EQ(box.text, "Unknown error occured\n\nError code: 0X80070005");
+  EXPECT_EQ(box.icon, QMessageBox::Critical);
+  EXPECT_TRUE(open.IsOpen());
+  EXPECT_FALSE(open.IsApplyEnabled());
+  EXPECT_TRUE(open.sheet().HasUnsavedEdits());
+  EXPECT_THAT(Difference(before, Entry(kBirgit)), IsEmpty());
+
+  modal_scripts().Add(Press("&Keep Editing"));
+  open.ClickCancel();
+  EXPECT_TRUE(open.IsOpen());
+  open.user().Click(IDC_PELORA_HIDDEN);
+  open.user().Click(IDC_PELORA_HIDDEN);
+  open.ClickOk();
+  EXPECT_FALSE(open.IsOpen());
+  EXPECT_FALSE(open.sheet().HasUnsavedEdits());
+  EXPECT_THAT(Difference(before, Entry(kBirgit)), ElementsAre("+ peloraHidden: 1"));
+}
+
+TEST_F(UserSheet, UsersBeforeTheOneThatFailsKeepWhatWasWritten) {
+  for (const char* dn : {kAnna, kBirgit, kRolf}) SetCapacity(file(), dn);
+  const std::vector<EntryLines> before = {Entry(kAnna), Entry(kBirgit), Entry(kRolf)};
+  OpenSheet& open = Open({kAnna, kBirgit, kRolf});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  plan().Fail(FaultPoint::kSetInfo, 2, E_ACCESSDENIED);
+  ShownBox box;
+  modal_scripts().Add(Confirm(box));
+  open.ClickApply();
+  EXPECT_EQ(box.caption, "Pelora Error");
+  EXPECT_THAT(Difference(before[0], Entry(kAnna)), ElementsAre("+ peloraHidden: 1"));
+  EXPECT_THAT(Difference(before[1], Entry(kBirgit)), IsEmpty());
+  EXPECT_THAT(Difference(before[2], Entry(kRolf)), IsEmpty());
+}
+
+TEST_F(UserSheet, AUserThatCannotBeReadIsReportedAndThePageStaysEmpty) {
+  plan().Fail(FaultPoint::kGetObject, 1, kNoSuchObject);
+  ShownBox box;
+  modal_scripts().Add(Confirm(box));
+  OpenSheet& open = Open({kBirgit});
+  EXPECT_EQ(box.caption, "Pelora Error");
+  EXPECT_EQ(box.text, "Unable to get connection with the ldap user.\n\nError code: 0X80072030");
+  EXPECT_EQ(box.icon, QMessageBox::Critical);
+  EXPECT_EQ(open.dialog().Text(IDC_SERVER), "");
+  EXPECT_FALSE(open.IsApplyEnabled());
+}
+
+TEST_F(UserSheet, AFieldThatFailsIsNamed) {
+  OpenSheet& open = Open({kBirgit});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  plan().FailAttribute(FaultPoint::kPut, "peloraHidden", 1, E_ADS_CANT_CONVERT_DATATYPE);
+  ShownBox box;
+  modal_scripts().Add(Confirm(box));
+  open.ClickApply();
+  EXPECT_EQ(box.text, "Failed on field 'peloraHidden\n\nError code: 0X8000500C");
+  EXPECT_EQ(box.icon, QMessageBox::Critical);
+}
+
+TEST_F(UserSheet, AStatusThatIsNoFailureIsAWarning) {
+  plan().Fail(FaultPoint::kGetObject, 1, S_ADS_ERRORSOCCURRED);
+  ShownBox box;
+  modal_scripts().Add(Confirm(box));
+  (void)Open({kBirgit});
+  EXPECT_EQ(box.text, "Unable to get connection with the ldap user.\n\nError code: 0X5011");
+  EXPECT_EQ(box.icon, QMessageBox::Warning);
+}
+
+TEST_F(UserSheet, ATabWhoseDirectoryDoesNotAnswerIsNotShown) {
+  plan().Fail(FaultPoint::kOpenObject, 1, E_FAIL);
+  EXPECT_THROW((void)Open({kBirgit}), std::runtime_error);
+}
+
+TEST_F(UserSheet, AClosedSheetReleasesItsComponents) {
+  OpenSheet& open = Open({kBirgit});
+  EXPECT_EQ(open.components(), 1);
+  open.Destroy();
+  EXPECT_EQ(open.components(), 0);
+}
+
+}  // namespace
+}  // namespace pelora::test

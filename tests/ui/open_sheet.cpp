@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/ui/open_sheet.h"
+
+#include <gtest/gtest.h>
+
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QTest>
+
+#include "hosts/console/qt_text.h"
+
+namespace pelora::test {
+namespace {
+
+void Click(const console::QtPropertySheet& sheet, QDialogButtonBox::StandardButton button) {
+  QTest::mouseClick(sheet.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+}
+
+}  // namespace
+
+OpenSheet::OpenSheet(IDirectoryService& directory, const resources::ResourceFile& module,
+                     const std::vector<console::DirectoryObject>& selection)
+    : platform_(directory, message_box_, module),
+      result_(console::MakePropertySheet(selection, platform_.platform(), module, nullptr)) {
+  if (!result_.sheet) throw std::runtime_error(console::ToUtf8(result_.error));
+  sheet().show();
+  sheet().activateWindow();
+  QCoreApplication::processEvents();
+  player_.emplace(sheet());
+}
+
+bool OpenSheet::IsApplyEnabled() const { return sheet().ApplyButton().isEnabled(); }
+
+void OpenSheet::ClickOk() { Click(sheet(), QDialogButtonBox::Ok); }
+
+void OpenSheet::ClickCancel() { Click(sheet(), QDialogButtonBox::Cancel); }
+
+void OpenSheet::ClickApply() { Click(sheet(), QDialogButtonBox::Apply); }
+
+void OpenSheet::Destroy() { result_.sheet.reset(); }
+
+contract::ModalScript Confirm(ShownBox& shown) {
+  return [&shown](QWidget& window) {
+    const auto* box = qobject_cast<QMessageBox*>(&window);
+    ASSERT_NE(box, nullptr);
+    shown = {.caption = console::ToUtf8(box->windowTitle()),
+             .text = console::ToUtf8(box->text()),
+             .icon = box->icon()};
+    ASSERT_EQ(box->buttons().size(), 1);
+    QTest::mouseClick(box->buttons().front(), Qt::LeftButton);
+  };
+}
+
+contract::ModalScript Press(const char* button) {
+  return [text = QString::fromLatin1(button)](QWidget& window) {
+    for (auto* candidate : window.findChildren<QPushButton*>()) {
+      if (candidate->text() != text) continue;
+      QTest::mouseClick(candidate, Qt::LeftButton);
+      return;
+    }
+    ADD_FAILURE() << "there is no button " << text.toStdString();
+  };
+}
+
+}  // namespace pelora::test

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QAbstractButton>
+#include <QMessageBox>
+
+#include "hosts/console/console_platform.h"
+#include "hosts/console/message_box.h"
+#include "hosts/console/property_tabs.h"
+#include "tests/contract/dialog_contract_qt_player.h"
+#include "tests/contract/dialog_contract_qt_scripts.h"
+
+namespace pelora::test {
+
+/// A selection's property sheet on the screen, over a directory, with the person in front of it.
+class OpenSheet {
+ public:
+  OpenSheet(IDirectoryService& directory, const resources::ResourceFile& module,
+            const std::vector<console::DirectoryObject>& selection);
+
+  [[nodiscard]] console::QtPropertySheet& sheet() const { return *result_.sheet; }
+  /// The dialog of the first page.
+  [[nodiscard]] console::QtDialog& dialog() const { return *sheet().Dialog(0); }
+  [[nodiscard]] contract::QtPlayer& user() { return *player_; }
+  [[nodiscard]] bool IsOpen() const { return sheet().isVisible(); }
+  [[nodiscard]] bool IsApplyEnabled() const;
+  void ClickOk();
+  void ClickCancel();
+  void ClickApply();
+  /// How many components use the library.
+  [[nodiscard]] std::ptrdiff_t components() const { return platform_.component_library().users(); }
+  /// Destroys the sheet.
+  void Destroy();
+
+ private:
+  console::QtMessageBox message_box_;
+  console::ConsolePlatform platform_;
+  console::SheetResult result_;
+  std::optional<contract::QtPlayer> player_;
+};
+
+/// What a message box shows: caption, text, and the error icon or not.
+struct ShownBox {
+  std::string caption;
+  std::string text;
+  QMessageBox::Icon icon = QMessageBox::NoIcon;
+};
+
+/// Takes down what a message box shows and closes it by its only button.
+[[nodiscard]] contract::ModalScript Confirm(ShownBox& shown);
+/// Answers a question by the button of this text.
+[[nodiscard]] contract::ModalScript Press(const char* button);
+
+}  // namespace pelora::test
