@@ -11,7 +11,7 @@ run_packages=(
   # the dialog templates are written for the resource compiler
   binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev
   # the console and the embedded directory
-  qt6-base-dev libldb-dev libtalloc-dev libtevent-dev
+  qt6-base-dev libcli11-dev libldb-dev libtalloc-dev libtevent-dev
   # fonts with the metrics that the dialogs are laid out for
   fonts-liberation fonts-dejavu-core
 )
@@ -19,7 +19,10 @@ run_packages=(
 test_packages=(
   "${run_packages[@]}"
   libgtest-dev libgmock-dev ldb-tools python3 git
-  clang-format clang-tidy clang-tools
+  clang-format clang-tidy
+  # the Windows build and its tests
+  g++-mingw-w64-x86-64-posix mingw-w64-tools googletest
+  wine wine64 libwine-dev fonts-wine xvfb xauth
 )
 
 case "${1:-}" in

@@ -17,7 +17,7 @@ fi
 # No display: show what the console would have shown.
 mkdir -p build/screenshots
 "$console" --screenshot build/screenshots/main-window.png
-"$console" --open "$(sed -n 's/^# *screenshot: *//p' deploy/sample-company.ldif | head -n 1)" \
+"$console" --open "CN=Helga Önder,OU=IT,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example" \
   --screenshot build/screenshots/user-tab.png
 cat <<MESSAGE
 
