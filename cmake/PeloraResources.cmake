@@ -8,7 +8,7 @@ else()
 endif()
 # Holds winnt.rh, winuser.rh and commctrl.rh: the constants that templates are written with.
 find_path(PELORA_RESOURCE_HEADERS winuser.rh PATHS /usr/share/mingw-w64/include
-  NO_DEFAULT_PATH REQUIRED)
+  NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 
 # Compiles a resource script with UTF-8 texts. `format` is windres' output format: res or coff. The
 # C++ compiler of the build preprocesses the script, so that a native build needs no cross compiler;
