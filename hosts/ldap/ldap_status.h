@@ -12,6 +12,9 @@ namespace pelora::ldap {
 /// Result codes that are given or looked at here, as a server numbers them.
 enum LdapResult : int {
   kLdapSuccess = 0,
+  kLdapTimeLimitExceeded = 3,
+  kLdapSizeLimitExceeded = 4,
+  kLdapAdminLimitExceeded = 11,
   kLdapNoSuchAttribute = 16,
   kLdapConstraintViolation = 19,
   kLdapValueExists = 20,

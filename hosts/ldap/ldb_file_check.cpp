@@ -54,7 +54,7 @@ StoreStatus CheckLdbFile(const std::string& path, const LdbFileLock& lock) {
   if (!status.Ok()) return status;
   const tdb_logging_context quiet{.log_fn = DropTdbMessage, .log_private = nullptr};
   const TdbPtr database(
-      tdb_open_ex(path.c_str(), 0, TDB_NOMMAP, O_RDWR | O_CLOEXEC, 0, &quiet, nullptr));
+      tdb_open_ex(path.c_str(), 0, TDB_DEFAULT, O_RDWR | O_CLOEXEC, 0, &quiet, nullptr));
   if (database == nullptr && errno == EBUSY) return {};
   if (database == nullptr || tdb_check(database.get(), nullptr, nullptr) != 0) {
     return Refuse(path, "the file is damaged");

@@ -72,6 +72,9 @@ StoreStatus LdbStore::Load() {
   root_.dn.clear();
   root_.attributes.erase("distinguishedName");
 
+  // The library itself supplies it, whether the schema tells of it or not.
+  schema_.Add("distinguishedName",
+              {.syntax = Syntax::kDistinguishedName, .is_single_valued = true});
   std::vector<Entry> definitions;
   status = Find({.base = root_.attributes["schemaNamingContext"].front(),
                  .scope = SearchScope::kOneLevel,

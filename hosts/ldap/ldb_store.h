@@ -28,7 +28,8 @@ struct LdbStoreOptions {
 /// line that names the file, and the process that holds the lock. The same holds for later
 /// requests; when the file has been removed or replaced meanwhile they are refused (52).
 ///
-/// All stores of one file in one process are used on one thread.
+/// Stores of one file in one process are used on one thread, or never at the same time (see
+/// `SerializeStores`).
 [[nodiscard]] StoreStatus OpenLdbStore(const std::string& path, const LdbStoreOptions& options,
                                        std::unique_ptr<IDirectoryStore>& store);
 

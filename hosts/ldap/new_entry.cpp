@@ -18,6 +18,9 @@ StoreStatus CompleteNewEntry(const LdbConnection& connection, const Schema& sche
     spelled.emplace(schema.SpellingOf(name), std::move(values));
   }
   entry.attributes = std::move(spelled);
+  if (entry.attributes["objectClass"].empty()) {
+    return {kLdapObjectClassViolation, "the entry has no class"};
+  }
   for (const std::string& name : {schema.SpellingOf(naming.attribute), std::string("name")}) {
     AttributeValues& values = entry.attributes[name];
     if (values.empty()) values = {naming.value};

@@ -9,8 +9,8 @@ namespace pelora::ldap {
 /// Writes out what a directory derives from a new entry's name: the naming attribute, spelled as
 /// the schema spells it, and `name`. The entry's name is well-formed.
 ///
-/// A naming attribute that the schema does not know, or one that is given another value than the
-/// name has, is a naming violation (64).
+/// An entry without a class is an object class violation (65). A naming attribute that the schema
+/// does not know, or one that is given another value than the name has, is a naming violation (64).
 [[nodiscard]] StoreStatus CompleteNewEntry(const LdbConnection& connection, const Schema& schema,
                                            Entry& entry);
 

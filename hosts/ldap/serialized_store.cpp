@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/serialized_store.h"
+
+#include <utility>
+
+namespace pelora::ldap {
+
+using Lock = std::lock_guard<std::recursive_mutex>;
+
+SerializedStore::SerializedStore(std::unique_ptr<IDirectoryStore> store, RequestMutex mutex)
+    : store_(std::move(store)), mutex_(std::move(mutex)) {}
+
+SerializedStore::~SerializedStore() {
+  const Lock lock(*mutex_);
+  store_.reset();
+}
+
+StoreStatus SerializedStore::ReadRoot(Entry& root) {
+  const Lock lock(*mutex_);
+  return store_->ReadRoot(root);
+}
+
+StoreStatus SerializedStore::Read(const std::string& dn, std::span<const std::string> attributes,
+                                  Entry& entry) {
+  const Lock lock(*mutex_);
+  return store_->Read(dn, attributes, entry);
+}
+
+StoreStatus SerializedStore::Search(const SearchRequest& request, const EntrySink& sink) {
+  const Lock lock(*mutex_);
+  return store_->Search(request, sink);
+}
+
+StoreStatus SerializedStore::Modify(const std::string& dn,
+                                    std::span<const Modification> modifications) {
+  const Lock lock(*mutex_);
+  return store_->Modify(dn, modifications);
+}
+
+StoreStatus SerializedStore::Add(const Entry& entry) {
+  const Lock lock(*mutex_);
+  return store_->Add(entry);
+}
+
+StoreOpener SerializeStores(StoreOpener opener) {
+  auto mutex = std::make_shared<std::recursive_mutex>();
+  return [opener = std::move(opener), mutex](std::unique_ptr<IDirectoryStore>& store) {
+    store.reset();
+    const Lock lock(*mutex);
+    std::unique_ptr<IDirectoryStore> opened;
+    StoreStatus status = opener(opened);
+    if (status.Ok()) store = std::make_unique<SerializedStore>(std::move(opened), mutex);
+    return status;
+  };
+}
+
+}  // namespace pelora::ldap

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <mutex>
+
+#include "hosts/ldap/store_opener.h"
+
+namespace pelora::ldap {
+
+/// Taken for every request on any of the stores that share it.
+using RequestMutex = std::shared_ptr<std::recursive_mutex>;
+
+/// Forwards to a store whose requests must not coincide with those of other stores: stores of one
+/// file, say, that are used on several threads. Each request waits for those under way, the end of
+/// the store as well.
+class SerializedStore final : public IDirectoryStore {
+ public:
+  SerializedStore(std::unique_ptr<IDirectoryStore> store, RequestMutex mutex);
+  ~SerializedStore() override;
+  SerializedStore(const SerializedStore&) = delete;
+  SerializedStore& operator=(const SerializedStore&) = delete;
+
+  [[nodiscard]] const Schema& schema() const override { return store_->schema(); }
+  StoreStatus ReadRoot(Entry& root) override;
+  StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                   Entry& entry) override;
+  /// The sink is called within the request; it may ask for more on the same thread.
+  StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
+  StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
+  StoreStatus Add(const Entry& entry) override;
+
+ private:
+  std::unique_ptr<IDirectoryStore> store_;
+  RequestMutex mutex_;
+};
+
+/// Makes an opener whose stores, and what opens them, all wait for one another.
+[[nodiscard]] StoreOpener SerializeStores(StoreOpener opener);
+
+}  // namespace pelora::ldap

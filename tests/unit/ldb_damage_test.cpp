@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <random>
+
+#include "hosts/ldap/create_ldb_directory.h"
+#include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/ldb_api.h"
+#include "hosts/ldap/ldb_connection.h"
+#include "hosts/ldap/ldb_message.h"
+#include "hosts/ldap/sample_company.h"
+#include "hosts/ldap/talloc_ptr.h"
+#include "tests/unit/ldb_bench.h"
+
+namespace pelora::ldap {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::AnyOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+class LdbDamageTest : public LdbBench {
+ protected:
+  /// Opens the file as it is now and, if it opens, reads everything: no crash, no hang, and a line
+  /// that names the file when something is found to be wrong. Whether it opened.
+  bool Survive(const std::string& what) {
+    const std::string before = ReadFile(path());
+    std::unique_ptr<IDirectoryStore> store;
+    const StoreStatus opened = TryOpen(store);
+    EXPECT_TRUE(ReadFile(path()) == before) << what;
+    if (!opened.Ok()) {
+      EXPECT_FALSE(store) << what;
+      EXPECT_THAT(opened.text, AllOf(HasSubstr("'" + path() + "'"), Not(HasSubstr("\n")))) << what;
+      return false;
+    }
+    const StoreStatus found =
+        store->Search({.base = kBase, .scope = SearchScope::kSubtree, .attributes = {}},
+                      [](const Entry&) { return true; });
+    EXPECT_EQ(found.Ok(), found.text.empty()) << what;
+    static_cast<void>(Replace(*store, kUser, "description", {"written to a damaged file"}));
+    return true;
+  }
+};
+
+TEST_F(LdbDamageTest, ATruncatedFileIsRefused) {
+  const std::string whole = ReadFile(path());
+  for (const std::size_t size :
+       {std::size_t{9}, std::size_t{32}, std::size_t{100}, std::size_t{167}, std::size_t{168},
+        std::size_t{4096}, std::size_t{40167}, std::size_t{40192}, std::size_t{100000},
+        whole.size() / 2, whole.size() - 4096, whole.size() - 1}) {
+    WriteFile(path(), whole.substr(0, size));
+    EXPECT_FALSE(Survive("cut to " + std::to_string(size)));
+    std::unique_ptr<IDirectoryStore> store;
+    EXPECT_THAT(TryOpen(store).text, HasSubstr("the file is damaged"));
+  }
+}
+
+TEST_F(LdbDamageTest, AFileThatIsOverwrittenIsRefused) {
+  const std::string whole = ReadFile(path());
+  for (const char filler : {'\0', '\xFF', 'x', 'B'}) {
+    std::string bytes = whole;
+    bytes.replace(168, bytes.size() - 168, bytes.size() - 168, filler);
+    WriteFile(path(), bytes);
+    Survive(std::string("filled with ") + filler);
+  }
+}
+
+TEST_F(LdbDamageTest, NoFlippedByteEndsTheProgram) {
+  const std::string whole = ReadFile(path());
+  // The records that are in use lie in the front part; random, but the same in every run.
+  std::mt19937 random(20240607);
+  std::size_t refused = 0;
+  constexpr int kRounds = 80;
+  for (int round = 0; round < kRounds; ++round) {
+    std::string bytes = whole;
+    for (int flip = 0; flip < 1 + round % 40; ++flip) {
+      bytes[9 + random() % (bytes.size() / 2)] ^= static_cast<char>(1 + random() % 255);
+    }
+    WriteFile(path(), bytes);
+    if (!Survive("round " + std::to_string(round))) ++refused;
+  }
+  EXPECT_GT(refused, 20U);
+}
+
+TEST_F(LdbDamageTest, ACommitThatWasCutShortIsUndone) {
+  ASSERT_TRUE(Replace(*Open(), kUser, "peloraQuotaHard", {"1"}).Ok());
+  const pid_t child = fork();
+  if (child == 0) {
+    std::unique_ptr<LdbConnection> connection;
+    const bool ready =
+        LdbConnection::Open(path(), LdbConnection::Mode::kExisting, connection).Ok() &&
+        connection->BeginTransaction().Ok() &&
+        connection->Replace(kUser, {{"peloraQuotaHard", {"2"}}}).Ok() &&
+        ldb_transaction_prepare_commit(connection->handle()) == LDB_SUCCESS;
+    if (ready) raise(SIGKILL);
+    _exit(1);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFSIGNALED(status));
+  EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("1"));
+  ASSERT_TRUE(Replace(*Open(), kUser, "peloraQuotaHard", {"3"}).Ok());
+  EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("3"));
+}
+
+/// No file may grow beyond a size while it lives, as on a disk that is full.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t largest_file) {
+    handler_ = std::signal(SIGXFSZ, SIG_IGN);
+    getrlimit(RLIMIT_FSIZE, &limit_);
+    const rlimit small{.rlim_cur = largest_file, .rlim_max = limit_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &limit_);
+    std::signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  rlimit limit_{};
+  void (*handler_)(int) = nullptr;
+};
+
+TEST_F(LdbDamageTest, AFullDiskChangesNothing) {
+  const std::unique_ptr<IDirectoryStore> store = Open();
+  ASSERT_TRUE(Replace(*store, kUser, "peloraQuotaHard", {"1"}).Ok());
+  AttributeValues many;
+  for (int number = 0; number < 40000; ++number) {
+    many.push_back("alias" + std::to_string(100000 + number) + "@some.long.name.example.test");
+  }
+  {
+    const FullDisk full(ReadFile(path()).size());
+    const std::vector<Modification> changes = {
+        {Modification::Operation::kReplace, "peloraQuotaHard", {"2"}},
+        {Modification::Operation::kReplace, "otherMailbox", many}};
+    const StoreStatus status = store->Modify(kUser, changes);
+    EXPECT_FALSE(status.Ok());
+    EXPECT_THAT(status.text, AllOf(HasSubstr("'" + path() + "'"), Not(HasSubstr("\n"))));
+    EXPECT_THAT(Read(*store, kUser, "peloraQuotaHard"), ElementsAre("1"));
+    EXPECT_THAT(Read(*store, kUser, "otherMailbox"), IsEmpty());
+  }
+  EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("1"));
+  // With room on the disk the same store goes on.
+  EXPECT_TRUE(Replace(*store, kUser, "otherMailbox", many).Ok());
+  EXPECT_EQ(OnUser("otherMailbox").size(), many.size());
+}
+
+TEST_F(LdbDamageTest, NothingIsLeftOfADirectoryThatTheDiskHadNoRoomFor) {
+  for (const rlim_t size : {rlim_t{0}, rlim_t{1000}, rlim_t{50000}, rlim_t{200000}}) {
+    const FullDisk full(size);
+    const StoreStatus status = CreateLdbDirectory(File("new.ldb"), SampleCompanyLdif());
+    EXPECT_FALSE(status.Ok());
+    EXPECT_THAT(status.text, AllOf(HasSubstr("'" + File("new.ldb") + "'"), Not(HasSubstr("\n"))));
+    EXPECT_THAT(FilesInFolder(), ElementsAre("company.ldb"));
+  }
+}
+
+}  // namespace
+}  // namespace pelora::ldap
