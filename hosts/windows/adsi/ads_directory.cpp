@@ -10,6 +10,13 @@
 namespace pelora::windows {
 namespace {
 
+constexpr std::string_view kProvider = "LDAP://";
+
+/// A path that begins with no provider known to it makes the system say almost anything.
+HRESULT StatusOfPath(HRESULT status, std::string_view path) {
+  return FAILED(status) && !path.starts_with(kProvider) ? E_ADS_BAD_PATHNAME : status;
+}
+
 /// What the system bound, behind the port; its status when it bound nothing.
 HRESULT Take(HRESULT status, const Ref<::IUnknown>& bound, Ref<pelora::IADs>& object) {
   if (FAILED(status)) return status;
@@ -36,7 +43,7 @@ HRESULT AdsDirectory::ADsGetObject(const std::string& path, const Guid& iid,
     Ref<::IUnknown> bound;
     const HRESULT status = ::ADsGetObject(windows::ToWide(path).c_str(), ToSystem(iid),
                                           reinterpret_cast<void**>(bound.Put()));
-    return Take(status, bound, object);
+    return Take(StatusOfPath(status, path), bound, object);
   });
 }
 
@@ -52,7 +59,7 @@ HRESULT AdsDirectory::ADsOpenObject(const std::string& path,
     const HRESULT status = ::ADsOpenObject(windows::ToWide(path).c_str(), TextOrNull(wide_name),
                                            TextOrNull(wide_password), flags, ToSystem(iid),
                                            reinterpret_cast<void**>(bound.Put()));
-    return Take(status, bound, object);
+    return Take(StatusOfPath(status, path), bound, object);
   });
 }
 

@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Runs the Windows test programs of a finished cross build under Wine, on a screen of their own.
+#
+#   tests/windows/run_wine_suites.sh [BUILD-FOLDER]
+#
+# The build folder (build/windows unless given) holds windows_suites.txt: one line per program, its file
+# and its result file. The results are GoogleTest XML; suites.txt lists them. The exit code is 0 only when
+# every program ran to its end and every test passed.
+set -uo pipefail
+
+root="$(cd "$(dirname "$0")/../.." && pwd)"
+build="${1:-$root/build/windows}"
+# Longer than any program takes; each has a watchdog of its own besides.
+limit=240
+
+export WINEPREFIX="${PELORA_WINEPREFIX:-$root/build/wineprefix}"
+export WINEARCH=win64 WINEDEBUG=-all
+# No parts for managed code and web pages, and no debugger that would wait for somebody.
+export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
+# Automation strings are freed at once, so that they can be counted.
+export OANOCACHE=1
+
+if [ -z "${PELORA_WINE_SCREEN:-}" ]; then
+  export PELORA_WINE_SCREEN=1
+  exec xvfb-run -a -s "-screen 0 1280x1024x24" "$0" "$build"
+fi
+
+end_wine() { wineserver -k 2>/dev/null; wineserver -w 2>/dev/null; }
+trap end_wine EXIT
+# One left over from another screen would know no screen at all.
+end_wine
+
+"$root/tests/windows/make_wine_prefix.sh" || exit 1
+
+failed=0
+mkdir -p "$build/results"
+while IFS=$'\t' read -r program results; do
+  name="$(basename "$program" .exe)"
+  rm -f "$results"
+  printf '%s: ' "$name"
+  timeout --kill-after=10 "$limit" wine "$program" \
+    "--gtest_output=xml:$(winepath -w "$results" 2>/dev/null)" >"$build/results/$name.log" 2>&1
+  code=$?
+  tail -n 400 "$build/results/$name.log" | grep -aE '^\[  (PASSED|FAILED)|^(watchdog|crash):' | head -40
+  case "$code" in
+    0) ;;
+    97 | 124 | 137) echo "$name hung (exit code $code)"; failed=1 ;;
+    *) echo "$name failed (exit code $code); see results/$name.log"; failed=1 ;;
+  esac
+  if [ ! -s "$results" ]; then
+    echo "$name left no results"
+    failed=1
+  fi
+done <"$build/windows_suites.txt"
+
+[ -s "$build/windows_suites.txt" ] || { echo "no program to run"; failed=1; }
+exit "$failed"
