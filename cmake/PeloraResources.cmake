@@ -1,23 +1,20 @@
 # SPDX-License-Identifier: Apache-2.0
 include_guard(GLOBAL)
 
-if(WIN32)
-  set(PELORA_WINDRES "${CMAKE_RC_COMPILER}")
-else()
-  find_program(PELORA_WINDRES x86_64-w64-mingw32-windres REQUIRED)
-endif()
+# For programs of this system: those of Windows name their scripts among their sources.
+find_program(PELORA_WINDRES x86_64-w64-mingw32-windres REQUIRED)
 # Holds winnt.rh, winuser.rh and commctrl.rh: the constants that templates are written with.
 find_path(PELORA_RESOURCE_HEADERS winuser.rh PATHS /usr/share/mingw-w64/include
-  NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  NO_DEFAULT_PATH REQUIRED)
 
-# Compiles a resource script with UTF-8 texts. `format` is windres' output format: res or coff. The
-# C++ compiler of the build preprocesses the script, so that a native build needs no cross compiler;
-# files that the script includes are dependencies.
-function(pelora_compile_resource_script script output format)
+# Compiles a resource script with UTF-8 texts to a resource file. The build's own C++ compiler
+# preprocesses the script, so that no cross compiler is needed; files that the script includes are
+# dependencies.
+function(pelora_compile_resource_script script output)
   get_filename_component(script_folder "${script}" DIRECTORY)
   add_custom_command(
     OUTPUT "${output}"
-    COMMAND "${PELORA_WINDRES}" -c 65001 -O ${format}
+    COMMAND "${PELORA_WINDRES}" -c 65001 -O res
             "--preprocessor=${CMAKE_CXX_COMPILER}"
             --preprocessor-arg=-E --preprocessor-arg=-xc --preprocessor-arg=-DRC_INVOKED
             --preprocessor-arg=-MD "--preprocessor-arg=-MF${output}.d"
@@ -41,20 +38,8 @@ function(pelora_embed_resources target script)
   set(resources "${CMAKE_CURRENT_BINARY_DIR}/${name}.res")
   set(source "${CMAKE_CURRENT_BINARY_DIR}/${name}_res.cpp")
   set(symbol "pelora_${name}_res")
-  pelora_compile_resource_script("${script}" "${resources}" res)
+  pelora_compile_resource_script("${script}" "${resources}")
   configure_file("${PROJECT_SOURCE_DIR}/cmake/embedded_resources.cpp.in" "${source}" @ONLY)
   set_source_files_properties("${source}" PROPERTIES OBJECT_DEPENDS "${resources}")
   target_sources(${target} PRIVATE "${source}")
-endfunction()
-
-# pelora_link_resources(TARGET SCRIPT)
-#
-# Compiles SCRIPT to an object file and links it into TARGET, a Windows program or library.
-function(pelora_link_resources target script)
-  get_filename_component(script "${script}" ABSOLUTE)
-  get_filename_component(name "${script}" NAME_WE)
-  set(object "${CMAKE_CURRENT_BINARY_DIR}/${name}_res.o")
-  pelora_compile_resource_script("${script}" "${object}" coff)
-  set_source_files_properties("${object}" PROPERTIES EXTERNAL_OBJECT TRUE GENERATED TRUE)
-  target_sources(${target} PRIVATE "${object}")
 endfunction()
