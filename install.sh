@@ -9,7 +9,7 @@ run_packages=(
   # compilers and build tools
   g++ cmake ninja-build ccache pkg-config
   # the dialog templates are written for the resource compiler
-  binutils-mingw-w64-x86-64 mingw-w64-x86-64-dev
+  binutils-mingw-w64-x86-64 mingw-w64-common
   # the console and the embedded directory
   qt6-base-dev libcli11-dev libldb-dev libtalloc-dev libtevent-dev
   # fonts with the metrics that the dialogs are laid out for
