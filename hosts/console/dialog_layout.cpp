@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "hosts/console/accessible_names.h"
+#include "hosts/console/qt_text.h"
 #include "hosts/console/static_controls.h"
 
 namespace pelora::console {
@@ -25,6 +26,15 @@ DialogItem ShownItem(const DialogItem& item) {
 
 double Growth(int needed, int given) {
   return given > 0 ? static_cast<double>(needed) / given : 1.0;
+}
+
+/// A drop-down list tells screen readers its choice where others tell their name; it is called by
+/// the label that belongs to it. One that the template labels not gets a label nobody sees.
+void AddUnseenLabel(QWidget& list, const QString& name) {
+  auto* label = new QLabel(AsPlainLabel(name), list.parentWidget());
+  label->setObjectName(QStringLiteral("label_of_") + list.objectName());
+  label->setBuddy(&list);
+  label->hide();
 }
 
 }  // namespace
@@ -60,22 +70,18 @@ void PlaceControls(const DialogTemplate& dialog, const DialogControls& controls,
 
 void ConnectControls(const DialogTemplate& dialog, const DialogControls& controls) {
   const QStringList names = AccessibleNames(dialog);
-  QWidget* previous = nullptr;
   for (std::size_t i = 0; i < controls.size(); ++i) {
     QWidget& widget = controls[i]->widget();
     const QString& name = names[static_cast<qsizetype>(i)];
     if (!name.isEmpty()) widget.setAccessibleName(name);
-    if (i > 0) {
-      DialogControl* before = controls[i - 1].get();
-      if (auto* label = dynamic_cast<LabelControl*>(before)) {
-        if (widget.focusPolicy() != Qt::NoFocus) label->SetBuddy(widget);
-      } else if (auto* group = dynamic_cast<GroupControl*>(before)) {
-        group->SetNext(widget);
-      }
+    DialogControl* before = i > 0 ? controls[i - 1].get() : nullptr;
+    if (auto* group = dynamic_cast<GroupControl*>(before)) group->SetNext(widget);
+    auto* label = dynamic_cast<LabelControl*>(before);
+    if (label != nullptr && widget.focusPolicy() != Qt::NoFocus) {
+      label->SetBuddy(widget);
+    } else if (dialog.items[i].kind == ControlKind::kComboBox) {
+      AddUnseenLabel(widget, name);
     }
-    if (widget.focusPolicy() == Qt::NoFocus) continue;
-    if (previous != nullptr) QWidget::setTabOrder(previous, &widget);
-    previous = &widget;
   }
 }
 

@@ -22,8 +22,7 @@ using DialogControls = std::vector<std::unique_ptr<DialogControl>>;
 void PlaceControls(const resources::DialogTemplate& dialog, const DialogControls& controls,
                    const DialogUnits& units);
 
-/// Joins labels with what they name, the tab order with the template's, and gives every control its
-/// accessible name.
+/// Joins labels with what they name and gives every control its accessible name.
 void ConnectControls(const resources::DialogTemplate& dialog, const DialogControls& controls);
 
 }  // namespace pelora::console

@@ -81,7 +81,8 @@ void MainWindow::MakeActions() {
            [this] { ShowProperties(Selection()); });
   refresh_ = make(ThemeIcon("view-refresh", QStyle::SP_BrowserReload), QStringLiteral("&Refresh"),
                   QStringLiteral("Read the directory again"),
-                  {QKeySequence::Refresh, QKeySequence(Qt::Key_F5)}, [this] { RefreshAll(); });
+                  {QKeySequence(Qt::Key_F5), QKeySequence(QStringLiteral("Ctrl+R"))},
+                  [this] { RefreshAll(); });
   parent_ = make(ThemeIcon("go-up", QStyle::SP_FileDialogToParent), QStringLiteral("&Up"),
                  QStringLiteral("Show the container above"),
                  {QKeySequence(QStringLiteral("Alt+Up"))}, [this] { GoToParent(); });

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -85,18 +86,14 @@ void QtPropertySheet::CreateDialog(std::size_t page) {
   created.holder->setMinimumSize(created.dialog->widget().size());
   created.dialog->Open();
   created.dialog->widget().show();
-  PutButtonsLast(created.dialog->widget());
+  OrderTabs();
 }
 
-void QtPropertySheet::PutButtonsLast(QWidget& page) {
-  QWidget* last = &page;
-  for (QWidget* next = last->nextInFocusChain(); page.isAncestorOf(next);
-       next = next->nextInFocusChain()) {
-    last = next;
-  }
-  for (QAbstractButton* button : buttons_->buttons()) {
-    setTabOrder(last, button);
-    last = button;
+void QtPropertySheet::OrderTabs() {
+  // The pages' controls were made after the buttons and would come behind them.
+  QWidget* last = tabs_->tabBar();
+  for (const Page& page : pages_) {
+    if (page.dialog) last = page.dialog->PutInTabOrder(*last);
   }
 }
 

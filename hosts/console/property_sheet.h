@@ -68,7 +68,7 @@ class QtPropertySheet final : public QDialog {
 
   void MakeButtons(QLayout& layout);
   void CreateDialog(std::size_t page);
-  void PutButtonsLast(QWidget& page);
+  void OrderTabs();
   void Activate(std::size_t page);
   void OnTabChanged(int tab);
   void ShowTab(std::size_t page);

@@ -20,6 +20,7 @@ QtDialog::QtDialog(const resources::DialogTemplate& dialog, IDialogController& c
   const DialogUnits units = FittingUnits(dialog, controls_, widget_->font());
   PlaceControls(dialog, controls_, units);
   ConnectControls(dialog, controls_);
+  PutInTabOrder(*widget_);
   widget_->resize(units.SizeOf(dialog));
 }
 
@@ -40,6 +41,16 @@ DialogControl* QtDialog::Find(ControlId id) const {
 void QtDialog::Click(ControlId id) {
   if (DialogControl* control = Find(id)) return control->Click();
   OnControl(id, ControlNotification::kClicked);
+}
+
+QWidget* QtDialog::PutInTabOrder(QWidget& before) {
+  QWidget* last = &before;
+  for (const auto& control : controls_) {
+    if (control->widget().focusPolicy() == Qt::NoFocus) continue;
+    QWidget::setTabOrder(last, &control->widget());
+    last = &control->widget();
+  }
+  return last;
 }
 
 void QtDialog::FocusFirst() {

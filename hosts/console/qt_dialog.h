@@ -42,6 +42,8 @@ class QtDialog final : public IDialog, private ControlEvents {
   [[nodiscard]] DialogControl* Find(ControlId id) const;
   /// Clicks a button, or reports a click of that number when the template has no such button.
   void Click(ControlId id);
+  /// Puts the controls behind `before` in the window's tab order; gives the last one.
+  QWidget* PutInTabOrder(QWidget& before);
   /// Gives the focus to the first control that can take it.
   void FocusFirst();
 

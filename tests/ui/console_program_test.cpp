@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: Apache-2.0
+// The program as the command line meets it: what it writes, what it says and what it answers.
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QProcess>
+
+#include "hosts/console/qt_text.h"
+#include "tests/ui/console_test.h"
+
+namespace pelora::test {
+namespace {
+
+using console::ToQString;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+/// What a run of the program left behind.
+struct Outcome {
+  int exit_code = -1;
+  std::string output;
+  std::string errors;
+};
+
+class Program : public ConsoleTest {
+ protected:
+  /// Runs the program without a display, with a data folder of its own.
+  [[nodiscard]] Outcome Console(
+      const std::vector<std::string>& arguments,
+      const std::vector<std::pair<const char*, const char*>>& settings = {}) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+      environment.remove(QString::fromLatin1(name));
+    }
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), ToQString(folder().File("data")));
+    for (const auto& [name, value] : settings) {
+      environment.insert(QString::fromLatin1(name), QString::fromLatin1(value));
+    }
+    QStringList list;
+    for (const std::string& argument : arguments) list.append(ToQString(argument));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(PELORA_CONSOLE), list);
+    EXPECT_TRUE(process.waitForFinished(kTimeout)) << "the program does not end";
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    return {.exit_code = process.exitCode(),
+            .output = process.readAllStandardOutput().toStdString(),
+            .errors = process.readAllStandardError().toStdString()};
+  }
+
+  [[nodiscard]] std::string Picture() const { return folder().File("picture.png"); }
+  [[nodiscard]] bool HasPicture() const { return QFileInfo::exists(ToQString(Picture())); }
+  [[nodiscard]] QByteArray FileHash() const {
+    QFile read(ToQString(file()));
+    EXPECT_TRUE(read.open(QIODevice::ReadOnly));
+    return QCryptographicHash::hash(read.readAll(), QCryptographicHash::Sha256);
+  }
+
+ private:
+  static constexpr int kTimeout = 30000;
+};
+
+TEST_F(Program, TellsItsOptionsAndExitCodes) {
+  const Outcome help = Console({"--help"});
+  EXPECT_EQ(help.exit_code, 0);
+  EXPECT_THAT(help.output, AllOf(HasSubstr("--directory"), HasSubstr("--open"),
+                                 HasSubstr("--screenshot"), HasSubstr("Exit status")));
+  const Outcome version = Console({"--version"});
+  EXPECT_EQ(version.exit_code, 0);
+  EXPECT_EQ(version.output, "pelora-console " PELORA_VERSION "\n");
+}
+
+TEST_F(Program, RefusesWrongArguments) {
+  for (const std::vector<std::string>& wrong :
+       {std::vector<std::string>{"--bogus"}, {"stray"}, {"--open"}, {"--directory"}}) {
+    const Outcome run = Console(wrong);
+    EXPECT_EQ(run.exit_code, 2);
+    EXPECT_FALSE(run.errors.empty());
+  }
+}
+
+TEST_F(Program, WritesAPictureOfAUsersPropertiesAndChangesNothing) {
+  const QByteArray before = FileHash();
+  const Outcome run =
+      Console({"--directory", file(), "--open", kBirgit, "--screenshot", Picture()});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_THAT(run.errors, IsEmpty());
+  const QImage picture(ToQString(Picture()), "png");
+  EXPECT_GT(picture.width(), 400);
+  EXPECT_GT(picture.height(), 400);
+  EXPECT_EQ(FileHash(), before);
+}
+
+TEST_F(Program, PicturesOfOneAndOfSeveralUsersDiffer) {
+  const std::string several = folder().File("several.png");
+  EXPECT_EQ(
+      Console({"--directory", file(), "--open", kBirgit, "--screenshot", Picture()}).exit_code, 0);
+  EXPECT_EQ(
+      Console({"--directory", file(), "--open", kBirgit, kAnna, kRolf, "--screenshot", several})
+          .exit_code,
+      0);
+  const QImage one(ToQString(Picture()));
+  const QImage three(ToQString(several));
+  EXPECT_EQ(one.size(), three.size());
+  EXPECT_NE(one, three);
+}
+
+TEST_F(Program, WritesAPictureOfItsWindow) {
+  const Outcome run = Console({"--directory", file(), "--screenshot", Picture()});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_THAT(run.errors, IsEmpty());
+  EXPECT_GT(QImage(ToQString(Picture())).width(), 600);
+}
+
+TEST_F(Program, APictureThatCannotBeWrittenIsAFailure) {
+  const std::string nowhere = folder().File("missing/picture.png");
+  const Outcome run = Console({"--directory", file(), "--screenshot", nowhere});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_THAT(run.errors, HasSubstr(nowhere));
+}
+
+TEST_F(Program, AnUnknownNameIsAFailureThatNamesIt) {
+  const Outcome run = Console({"--directory", file(), "--open", kBirgit, "CN=Nobody,DC=example",
+                               "--screenshot", Picture()});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_THAT(run.errors, HasSubstr("CN=Nobody,DC=example: there is no such object"));
+  EXPECT_FALSE(HasPicture());
+}
+
+TEST_F(Program, ObjectsWithoutPropertiesAreAFailure) {
+  const Outcome run = Console({"--directory", file(), "--open", kGroup, "--screenshot", Picture()});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_THAT(run.errors, HasSubstr("Objects of the type Group have no properties to show."));
+  EXPECT_FALSE(HasPicture());
+}
+
+TEST_F(Program, AMissingFileIsAFailureThatNamesIt) {
+  const std::string missing = folder().File("missing.ldb");
+  const Outcome run = Console({"--directory", missing, "--screenshot", Picture()});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_THAT(run.errors, HasSubstr(missing));
+  EXPECT_FALSE(QFileInfo::exists(ToQString(missing)));
+}
+
+TEST_F(Program, ADamagedFileIsAFailureThatNamesItAndLeavesIt) {
+  QFile damaged(ToQString(file()));
+  ASSERT_TRUE(damaged.open(QIODevice::ReadWrite));
+  ASSERT_TRUE(damaged.resize(damaged.size() / 2));
+  damaged.close();
+  const QByteArray before = FileHash();
+  const Outcome run = Console({"--directory", file(), "--screenshot", Picture()});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_THAT(run.errors, HasSubstr(file()));
+  EXPECT_EQ(FileHash(), before);
+}
+
+TEST_F(Program, ALockedFileIsAFailureThatNamesIt) {
+  const int descriptor = open(file().c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_GE(descriptor, 0);
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  lock.l_whence = SEEK_SET;
+  ASSERT_EQ(fcntl(descriptor, F_SETLK, &lock), 0);
+  const Outcome run = Console({"--directory", file(), "--screenshot", Picture()});
+  close(descriptor);
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_THAT(run.errors, HasSubstr(file()));
+}
+
+TEST_F(Program, SaysThatThereIsNoDisplay) {
+  const Outcome none = Console({"--directory", file()});
+  EXPECT_EQ(none.exit_code, 1);
+  EXPECT_THAT(none.errors, HasSubstr("no display"));
+  const Outcome unreachable = Console({"--directory", file()}, {{"DISPLAY", ":9999"}});
+  EXPECT_EQ(unreachable.exit_code, 1);
+  EXPECT_THAT(unreachable.errors, HasSubstr("no display can be opened"));
+}
+
+TEST_F(Program, MakesTheSampleDirectoryOnceAndKeepsWhatWasChanged) {
+  const std::string sample = folder().File("data/pelora-console/sample-company.ldb");
+  EXPECT_EQ(Console({"--screenshot", Picture()}).exit_code, 0);
+  ASSERT_TRUE(QFileInfo::exists(ToQString(sample)));
+  ModifyEntry(sample, std::string("dn: ") + kBirgit +
+                          "\nchangetype: modify\nreplace: description\ndescription: Kept\n");
+  EXPECT_EQ(Console({"--open", kBirgit, "--screenshot", Picture()}).exit_code, 0);
+  EXPECT_THAT(SearchEntry(sample, kBirgit), ::testing::Contains("description: Kept"));
+}
+
+}  // namespace
+}  // namespace pelora::test
