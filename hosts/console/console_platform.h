@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "hosts/console/choosers.h"
 #include "hosts/console/component_library.h"
 #include "hosts/console/modal_dialogs.h"
 #include "hosts/console/text_service.h"
@@ -12,14 +11,14 @@ namespace pelora::console {
 /// The ports of the console over one directory. It outlives every component made with it.
 class ConsolePlatform {
  public:
-  /// All three outlive the object. `module` holds the dialog templates.
-  ConsolePlatform(IDirectoryService& directory, IMessageBox& message_box,
+  /// All four outlive the object. `module` holds the dialog templates.
+  ConsolePlatform(IDirectoryService& directory, IMessageBox& message_box, IChoosers& choosers,
                   const resources::ResourceFile& module)
       : modal_dialogs_(module),
         platform_{.directory = directory,
                   .message_box = message_box,
                   .modal_dialogs = modal_dialogs_,
-                  .choosers = choosers_,
+                  .choosers = choosers,
                   .text = text_,
                   .component_library = component_library_} {}
   ConsolePlatform(const ConsolePlatform&) = delete;
@@ -32,7 +31,6 @@ class ConsolePlatform {
 
  private:
   QtModalDialogs modal_dialogs_;
-  NoChoosers choosers_;
   QtTextService text_;
   CountingComponentLibrary component_library_;
   Platform platform_;

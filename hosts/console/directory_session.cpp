@@ -9,16 +9,23 @@
 #include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/ldb_store.h"
 #include "hosts/ldap/sample_company.h"
+#include "hosts/ldap/serialized_store.h"
 
 namespace pelora::console {
 
 SessionResult OpenDirectoryFile(const QString& path) {
   // Names of files are byte strings and stay what they are.
   const std::string file = QFile::encodeName(path).toStdString();
+  // The library shares its file between all stores of one process.
+  ldap::StoreOpener open =
+      ldap::SerializeStores([file](std::unique_ptr<ldap::IDirectoryStore>& opened) {
+        return ldap::OpenLdbStore(file, {}, opened);
+      });
   std::unique_ptr<ldap::IDirectoryStore> store;
-  const ldap::StoreStatus status = ldap::OpenLdbStore(file, {}, store);
+  const ldap::StoreStatus status = open(store);
   if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
-  return {.session = std::make_unique<DirectorySession>(path, std::move(store)), .error = {}};
+  return {.session = std::make_unique<DirectorySession>(path, std::move(store), std::move(open)),
+          .error = {}};
 }
 
 QString SampleDirectoryPath() {

@@ -6,18 +6,25 @@
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/store_directory_service.h"
+#include "hosts/ldap/store_opener.h"
 
 namespace pelora::console {
 
 /// A directory file that the console has open: its store, and the directory port over it.
 /// Everything bound from it goes before it.
 struct DirectorySession {
-  DirectorySession(QString file_path, std::unique_ptr<ldap::IDirectoryStore> opened)
-      : path(std::move(file_path)), store(std::move(opened)), service(*store) {}
+  DirectorySession(QString file_path, std::unique_ptr<ldap::IDirectoryStore> opened,
+                   ldap::StoreOpener opener)
+      : path(std::move(file_path)),
+        store(std::move(opened)),
+        service(*store),
+        open_another(std::move(opener)) {}
 
   QString path;
   std::unique_ptr<ldap::IDirectoryStore> store;
   ldap::StoreDirectoryService service;
+  /// Opens the same directory for use on another thread.
+  ldap::StoreOpener open_another;
 };
 
 /// A session, or one line that names the file and says why there is none.

@@ -55,7 +55,9 @@ bool MainWindow::SetSession(std::unique_ptr<DirectorySession> session) {
   auto model = std::make_unique<ContainerTreeModel>(browser, std::move(base), on_failure);
   tree_->setModel(model.get());
   tree_model_ = std::move(model);
-  platform_.emplace(session->service, message_box_, module_);
+  platform_.reset();
+  choosers_.emplace(*session->store, session->open_another);
+  platform_.emplace(session->service, message_box_, *choosers_, module_);
   session_ = std::move(session);
   connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &MainWindow::ShowContainer);

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 
+#include "hosts/console/choosers/qt_choosers.h"
 #include "hosts/console/console_platform.h"
 #include "hosts/console/container_tree_model.h"
 #include "hosts/console/directory_session.h"
@@ -64,6 +65,7 @@ class MainWindow final : public QMainWindow {
   const resources::ResourceFile& module_;
   QtMessageBox message_box_;
   std::unique_ptr<DirectorySession> session_;
+  std::optional<QtChoosers> choosers_;
   std::optional<ConsolePlatform> platform_;
   std::unique_ptr<ContainerTreeModel> tree_model_;
   SheetWindows sheets_;

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <iostream>
 
+#include "hosts/console/choosers/qt_choosers.h"
 #include "hosts/console/command_line.h"
 #include "hosts/console/display.h"
 #include "hosts/console/main_window.h"
@@ -42,7 +43,8 @@ QString ReadObjects(const DirectorySession& session, const std::vector<std::stri
 int WritePropertiesPicture(DirectorySession& session, const std::vector<DirectoryObject>& objects,
                            const resources::ResourceFile& module, const QString& path) {
   StreamMessageBox messages(std::cerr);
-  const ConsolePlatform platform(session.service, messages, module);
+  QtChoosers choosers(*session.store, session.open_another);
+  const ConsolePlatform platform(session.service, messages, choosers, module);
   const SheetResult made = MakePropertySheet(objects, platform.platform(), module, nullptr);
   if (!made.sheet) return Fail(made.error);
   if (messages.has_shown()) return kExitFailure;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "directory/utf.h"
+#include "hosts/console/block_data_object.h"
 #include "hosts/ldap/ads_path.h"
 
 namespace pelora::console {
@@ -34,64 +35,12 @@ std::vector<std::byte> WideBytes(std::string_view text) {
   return bytes;
 }
 
-/// A copy of the block that whoever asked for it releases.
-class BlockMedium final : public IStorageMedium {
- public:
-  explicit BlockMedium(const std::vector<std::byte>& block)
-      : size_(block.size()), memory_(new std::byte[block.size()]) {
-    std::memcpy(memory_.get(), block.data(), size_);
-  }
-  // As the platform has it: the memory lives until somebody releases it.
-  ~BlockMedium() override { (void)memory_.release(); }
-
-  [[nodiscard]] std::span<const std::byte> Lock() override { return {memory_.get(), size_}; }
-  void Unlock() override {}
-  void Release() override {
-    memory_.reset();
-    size_ = 0;
-  }
-
- private:
-  std::size_t size_;
-  // Allocated apart, so that the block is aligned for any type.
-  std::unique_ptr<std::byte[]> memory_;
-};
-
-class SelectionDataObject final : public IDataObject {
- public:
-  explicit SelectionDataObject(std::vector<std::byte> block) : block_(std::move(block)) {}
-
-  [[nodiscard]] HRESULT QueryInterface(const Guid& iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IDataObject && iid != IID_IUnknown) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IDataObject*>(this);
-    return S_OK;
-  }
-  std::uint32_t AddRef() override { return ++references_; }
-  std::uint32_t Release() override {
-    const std::uint32_t left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-
-  [[nodiscard]] HRESULT GetData(const FormatEtc& format,
-                                std::unique_ptr<IStorageMedium>& medium) override {
-    medium.reset();
-    const bool is_known =
-        format.format == kDsObjectNamesFormat && (format.medium & FormatEtc::kGlobalMemory) != 0;
-    if (!is_known) return DV_E_FORMATETC;
-    medium = std::make_unique<BlockMedium>(block_);
-    return S_OK;
-  }
-
- private:
-  ~SelectionDataObject() = default;
-
-  std::vector<std::byte> block_;
-  std::uint32_t references_ = 1;
-};
+/// A copy of the block.
+HeapBlock CopyOf(const std::vector<std::byte>& block) {
+  HeapBlock copy{std::make_unique<std::byte[]>(block.size()), block.size()};
+  std::memcpy(copy.bytes.get(), block.data(), block.size());
+  return copy;
+}
 
 }  // namespace
 
@@ -116,6 +65,11 @@ std::vector<std::byte> DsObjectNamesOf(std::span<const SelectedObject> objects) 
   return block;
 }
 
+Ref<IDataObject> MakeObjectNames(std::span<const SelectedObject> objects) {
+  return MakeBlockDataObject(kDsObjectNamesFormat,
+                             [block = DsObjectNamesOf(objects)] { return CopyOf(block); });
+}
+
 Ref<IDataObject> MakeSelectionDataObject(std::span<const DirectoryObject> selection) {
   std::vector<SelectedObject> objects;
   objects.reserve(selection.size());
@@ -124,7 +78,7 @@ Ref<IDataObject> MakeSelectionDataObject(std::span<const DirectoryObject> select
                        .object_class = object.kind.class_name,
                        .is_container = object.kind.is_container});
   }
-  return Ref<IDataObject>::Adopt(new SelectionDataObject(DsObjectNamesOf(objects)));
+  return MakeObjectNames(objects);
 }
 
 }  // namespace pelora::console

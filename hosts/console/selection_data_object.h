@@ -23,8 +23,10 @@ struct SelectedObject {
 /// UTF-16 strings ended by 0 behind the entries.
 [[nodiscard]] std::vector<std::byte> DsObjectNamesOf(std::span<const SelectedObject> objects);
 
-/// The selection as the console hands it to extensions: one reference, the caller's; it knows the
-/// format `kDsObjectNamesFormat` and no other.
+/// Objects in the format `kDsObjectNamesFormat` and no other: one reference, the caller's.
+[[nodiscard]] Ref<IDataObject> MakeObjectNames(std::span<const SelectedObject> objects);
+
+/// The selection as the console hands it to extensions.
 [[nodiscard]] Ref<IDataObject> MakeSelectionDataObject(std::span<const DirectoryObject> selection);
 
 }  // namespace pelora::console

@@ -9,6 +9,7 @@
 #include "hosts/console/property_tabs.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"
+#include "tests/support/fake_choosers.h"
 
 namespace pelora::test {
 
@@ -34,6 +35,7 @@ class OpenSheet {
 
  private:
   console::QtMessageBox message_box_;
+  pelora::testing::FakeChoosers choosers_;
   console::ConsolePlatform platform_;
   console::SheetResult result_;
   std::optional<contract::QtPlayer> player_;

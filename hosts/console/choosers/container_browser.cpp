@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/choosers/container_browser.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeView>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "hosts/console/choosers/key_shortcuts.h"
+
+namespace pelora::console {
+namespace {
+
+/// In average characters and in lines.
+constexpr int kWidth = 60;
+constexpr int kTreeLines = 20;
+
+}  // namespace
+
+ContainerBrowser::ContainerBrowser(ldap::IDirectoryStore& store, DirectoryObject base,
+                                   Refusal refusal, QWidget* parent)
+    : QDialog(parent),
+      refusal_(std::move(refusal)),
+      model_(DirectoryBrowser(store), std::move(base),
+             [this](const DirectoryObject& container, const QString& reason) {
+               status_->setText(QStringLiteral("The contents of %1 cannot be read: %2")
+                                    .arg(container.name, reason));
+             }),
+      status_(new QLabel(this)) {
+  setObjectName(QStringLiteral("container_browser"));
+  setWindowTitle(QStringLiteral("Select Container"));
+  status_->setObjectName(QStringLiteral("browser_status"));
+  status_->setTextFormat(Qt::PlainText);
+  status_->setWordWrap(true);
+  MakeTree();
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &ContainerBrowser::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &ContainerBrowser::reject);
+
+  auto* label = new QLabel(QStringLiteral("&Container:"), this);
+  label->setBuddy(tree_);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(label);
+  layout->addWidget(tree_);
+  layout->addWidget(status_);
+  layout->addWidget(buttons);
+  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
+}
+
+ContainerBrowser::~ContainerBrowser() {
+  // The tree still looks at its model.
+  tree_->setModel(nullptr);
+}
+
+void ContainerBrowser::MakeTree() {
+  tree_ = new QTreeView(this);
+  tree_->setObjectName(QStringLiteral("container_tree"));
+  tree_->setModel(&model_);
+  tree_->setHeaderHidden(true);
+  tree_->setUniformRowHeights(true);
+  tree_->setMinimumHeight(kTreeLines * fontMetrics().lineSpacing());
+  tree_->setCurrentIndex(model_.BaseIndex());
+  tree_->expand(model_.BaseIndex());
+  OnKeys(*tree_, {Qt::Key_Return, Qt::Key_Enter}, [this] { accept(); });
+}
+
+std::string ContainerBrowser::Chosen() const {
+  const QModelIndex chosen = tree_->currentIndex();
+  return chosen.isValid() ? model_.ObjectAt(chosen).dn : std::string();
+}
+
+void ContainerBrowser::accept() {
+  const std::string chosen = Chosen();
+  if (chosen.empty()) return;
+  const QString reason = refusal_(chosen);
+  if (reason.isEmpty()) return QDialog::accept();
+  status_->setText(reason);
+}
+
+}  // namespace pelora::console

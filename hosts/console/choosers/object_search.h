@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QThread>
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "hosts/console/directory_browser.h"
+#include "hosts/ldap/store_opener.h"
+
+namespace pelora::console {
+
+/// One object that a search found.
+struct FoundObject {
+  DirectoryObject object;
+  QString logon_name;
+  QString mail;
+  /// Where it lies, from the domain down: "example.org/Sales".
+  QString folder;
+};
+
+/// What is searched for, below the directory's base.
+struct ObjectQuery {
+  std::string filter;
+  /// At most so many objects are given.
+  std::size_t limit = 0;
+};
+
+/// How a search ended.
+struct SearchEnd {
+  enum class Reason : std::uint8_t {
+    /// Everything was found.
+    kComplete,
+    /// There is more than the query's limit.
+    kOwnLimit,
+    /// The directory gave no more, for reasons of its own (size or time).
+    kDirectoryLimit,
+    kFailed,
+  };
+  Reason reason = Reason::kComplete;
+  /// The directory's words, when it failed.
+  QString text;
+};
+
+/// Searches a directory on a thread of its own, over a store of its own, one search at a time; what
+/// is found is handed over at once, as fast as the user interface takes it.
+///
+/// Everything here happens on the thread of the user interface, the callbacks too. After `Start` or
+/// `Stop` nothing of an earlier search arrives any more. Destroying the object waits for the
+/// request under way, which ends with the next entry that it yields.
+class ObjectSearch final {
+ public:
+  /// `opener` is called on the search's thread, when the first search begins.
+  explicit ObjectSearch(ldap::StoreOpener opener);
+  ~ObjectSearch();
+  ObjectSearch(const ObjectSearch&) = delete;
+  ObjectSearch& operator=(const ObjectSearch&) = delete;
+
+  void Start(ObjectQuery query);
+  void Stop();
+  [[nodiscard]] bool IsRunning() const { return is_running_; }
+
+  std::function<void(std::vector<FoundObject> objects)> on_found;
+  std::function<void(const SearchEnd& end)> on_finished;
+
+ private:
+  class Worker;
+  /// Number of the search that is wanted; a search of another number is over.
+  using Ticket = std::shared_ptr<std::atomic<unsigned>>;
+
+  void Deliver(unsigned number, std::vector<FoundObject> objects);
+  void Finish(unsigned number, const SearchEnd& end);
+
+  Ticket wanted_;
+  bool is_running_ = false;
+  QThread thread_;
+  /// Lives on `thread_`.
+  Worker* worker_;
+  /// Where the worker's calls arrive; those that have not arrived go with it.
+  QObject receiver_;
+};
+
+}  // namespace pelora::console

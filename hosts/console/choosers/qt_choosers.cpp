@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/choosers/qt_choosers.h"
+
+#include <QMessageBox>
+#include <array>
+#include <optional>
+#include <utility>
+
+#include "directory/utf.h"
+#include "hosts/console/choosers/container_browser.h"
+#include "hosts/console/choosers/search_dialog.h"
+#include "hosts/console/choosers/search_filter.h"
+#include "hosts/console/choosers/selection_list_block.h"
+#include "hosts/console/qt_dialog.h"
+#include "hosts/console/qt_text.h"
+#include "hosts/console/selection_data_object.h"
+#include "platform/dialog_controller.h"
+
+namespace pelora::console {
+namespace {
+
+constexpr std::uint32_t kPickSeveral = 0x1;
+constexpr std::uint32_t kQuerySingle = 0x4;
+constexpr std::int32_t kBrowserFailed = -1;
+
+/// What the types of a picker's scope are called.
+struct TypeName {
+  std::uint32_t bits;
+  const char* name;
+};
+constexpr std::array kTypeNames = {TypeName{0x2, "User"}, TypeName{0x3F0, "Group"},
+                                   TypeName{0x400, "Contact"}, TypeName{0x800, "Computer"}};
+
+QString TitleOf(const ObjectPickerScope& scope, bool multiple) {
+  const std::uint32_t bits = scope.up_level_both_modes | scope.up_level_native_mode;
+  QStringList names;
+  for (const TypeName& type : kTypeNames) {
+    if ((bits & type.bits) == 0) continue;
+    names.append(QLatin1String(type.name) + QLatin1String(multiple ? "s" : ""));
+  }
+  return QStringLiteral("Select %1").arg(names.join(QStringLiteral(" or ")));
+}
+
+/// The path of a container, of which the name is cut out again. Behind a server it is taken whole,
+/// whatever "/" it holds.
+std::string ContainerPath(ldap::IDirectoryStore& store, const std::string& dn) {
+  std::string server = "localhost";
+  ldap::Entry root;
+  if (store.ReadRoot(root).Ok()) {
+    const auto name = root.attributes.find("dnsHostName");
+    if (name != root.attributes.end() && !name->second.empty()) server = name->second.front();
+  }
+  return "LDAP://" + server + "/" + dn;
+}
+
+/// The objects that the administrator chose; none when the search was cancelled.
+std::optional<std::vector<DirectoryObject>> RunSearch(SearchDialogInit init,
+                                                      const ldap::StoreOpener& opener,
+                                                      IDialog* owner) {
+  SearchDialog dialog(std::move(init), opener, WindowOf(owner));
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Chosen();
+}
+
+class ObjectPicker final : public IDsObjectPicker {
+ public:
+  ObjectPicker(ldap::StoreOpener opener, ChooserOptions options)
+      : opener_(std::move(opener)), options_(options) {}
+
+  [[nodiscard]] HRESULT Initialize(const ObjectPickerInit& init) override {
+    init_ = init;
+    return S_OK;
+  }
+  [[nodiscard]] HRESULT InvokeDialog(IDialog* owner, Ref<IDataObject>& chosen) override {
+    chosen.Reset();
+    if (!init_) return E_UNEXPECTED;
+    const bool multiple = (init_->options & kPickSeveral) != 0;
+    auto objects = RunSearch({.title = TitleOf(init_->scope, multiple),
+                              .type_filter = TypeFilter(init_->scope),
+                              .multiple = multiple,
+                              .limit = options_.limit,
+                              .typing_pause = options_.typing_pause},
+                             opener_, owner);
+    if (!objects) return S_FALSE;
+    chosen = MakeChosenDataObject(*std::move(objects));
+    return S_OK;
+  }
+
+ private:
+  ldap::StoreOpener opener_;
+  ChooserOptions options_;
+  std::optional<ObjectPickerInit> init_;
+};
+
+class ContainerQuery final : public ICommonQuery {
+ public:
+  ContainerQuery(ldap::IDirectoryStore& store, ldap::StoreOpener opener, ChooserOptions options)
+      : store_(store), opener_(std::move(opener)), options_(options) {}
+
+  [[nodiscard]] HRESULT OpenQueryWindow(IDialog* owner, const QueryWindowInit& init,
+                                        Ref<IDataObject>& chosen) override {
+    chosen.Reset();
+    const bool multiple = (init.window_flags & kQuerySingle) == 0;
+    const auto objects = RunSearch({.title = multiple ? QStringLiteral("Select Containers")
+                                                      : QStringLiteral("Select Container"),
+                                    .type_filter = ContainerFilter(),
+                                    .multiple = multiple,
+                                    .limit = options_.limit,
+                                    .typing_pause = options_.typing_pause},
+                                   opener_, owner);
+    if (!objects) return S_FALSE;
+    std::vector<SelectedObject> selected;
+    for (const DirectoryObject& object : *objects) {
+      selected.push_back({.path = ContainerPath(store_, object.dn),
+                          .object_class = object.kind.class_name,
+                          .is_container = object.kind.is_container});
+    }
+    chosen = MakeObjectNames(selected);
+    return S_OK;
+  }
+
+ private:
+  ldap::IDirectoryStore& store_;
+  ldap::StoreOpener opener_;
+  ChooserOptions options_;
+};
+
+}  // namespace
+
+QtChoosers::QtChoosers(ldap::IDirectoryStore& store, ldap::StoreOpener opener,
+                       ChooserOptions options)
+    : store_(store), opener_(std::move(opener)), options_(options) {}
+
+HRESULT QtChoosers::CreateObjectPicker(std::unique_ptr<IDsObjectPicker>& chooser) {
+  chooser = std::make_unique<ObjectPicker>(opener_, options_);
+  return S_OK;
+}
+
+HRESULT QtChoosers::CreateCommonQuery(std::unique_ptr<ICommonQuery>& chooser) {
+  chooser = std::make_unique<ContainerQuery>(store_, opener_, options_);
+  return S_OK;
+}
+
+std::int32_t QtChoosers::BrowseForContainer(const ContainerBrowserInit& init, std::string& path) {
+  path.clear();
+  DirectoryObject base;
+  if (const ldap::StoreStatus status = DirectoryBrowser(store_).ReadBase(base); !status.Ok()) {
+    QMessageBox::critical(WindowOf(nullptr), QStringLiteral("Select Container"),
+                          QStringLiteral("The directory cannot be read.\n\n%1")
+                              .arg(ToQString(status.text))
+                              .toHtmlEscaped());
+    return kBrowserFailed;
+  }
+  const auto refusal = [this, &init](const std::string& dn) {
+    const std::size_t length = ToUtf16(ContainerPath(store_, dn)).size();
+    if (length < init.path_capacity) return QString();
+    return QStringLiteral("The name of this container is too long to be used here.");
+  };
+  ContainerBrowser dialog(store_, std::move(base), refusal, WindowOf(nullptr));
+  if (dialog.exec() != QDialog::Accepted) return kDialogCancel;
+  path = ContainerPath(store_, dialog.Chosen());
+  return kDialogOk;
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/choosers/search_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSortFilterProxyModel>
+#include <QTreeView>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "hosts/console/choosers/key_shortcuts.h"
+#include "hosts/console/choosers/search_filter.h"
+#include "hosts/console/choosers/search_status.h"
+#include "hosts/console/object_icons.h"
+#include "hosts/console/qt_text.h"
+
+namespace pelora::console {
+namespace {
+
+/// In average characters.
+constexpr int kWidth = 110;
+constexpr std::array kColumnWidths = {26, 12, 18, 28};
+constexpr int kResultLines = 14;
+constexpr int kChosenLines = 4;
+
+}  // namespace
+
+SearchDialog::SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWidget* parent)
+    : QDialog(parent),
+      init_(std::move(init)),
+      found_(new FoundObjectModel(this)),
+      shown_(new QSortFilterProxyModel(this)),
+      search_(std::move(opener)) {
+  setObjectName(QStringLiteral("search_dialog"));
+  setWindowTitle(init_.title);
+  auto* layout = new QVBoxLayout(this);
+  MakeText(*layout);
+  MakeResults(*layout);
+  if (init_.multiple) MakeChosen(*layout);
+  MakeButtons(*layout);
+  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
+
+  pause_.setSingleShot(true);
+  connect(&pause_, &QTimer::timeout, this, &SearchDialog::StartSearch);
+  search_.on_found = [this](std::vector<FoundObject> objects) { OnFound(std::move(objects)); };
+  search_.on_finished = [this](const SearchEnd& end) { OnFinished(end); };
+  UpdateButtons();
+  StartSearch();
+}
+
+SearchDialog::~SearchDialog() = default;
+
+void SearchDialog::MakeText(QLayout& layout) {
+  text_ = new QLineEdit(this);
+  text_->setObjectName(QStringLiteral("search_text"));
+  text_->setClearButtonEnabled(true);
+  text_->setPlaceholderText(QStringLiteral("Part of a name, logon name or e-mail address"));
+  connect(text_, &QLineEdit::textChanged, this, &SearchDialog::OnTextEdited);
+  OnKeys(*text_, {Qt::Key_Return, Qt::Key_Enter}, [this] { OnTextEntered(); });
+  OnKeys(*text_, {Qt::Key_Down}, [this] { GoToResults(); });
+  auto* label = new QLabel(QStringLiteral("Search &for:"), this);
+  label->setBuddy(text_);
+  auto* line = new QHBoxLayout;
+  line->addWidget(label);
+  line->addWidget(text_);
+  layout.addItem(line);
+}
+
+void SearchDialog::MakeResults(QLayout& layout) {
+  shown_->setSourceModel(found_);
+  shown_->setSortCaseSensitivity(Qt::CaseInsensitive);
+  shown_->setSortLocaleAware(true);
+  results_ = new QTreeView(this);
+  results_->setObjectName(QStringLiteral("search_results"));
+  results_->setModel(shown_);
+  results_->setRootIsDecorated(false);
+  results_->setUniformRowHeights(true);
+  results_->setAllColumnsShowFocus(true);
+  results_->setSelectionMode(init_.multiple ? QAbstractItemView::ExtendedSelection
+                                            : QAbstractItemView::SingleSelection);
+  results_->setSortingEnabled(true);
+  results_->sortByColumn(FoundObjectModel::kName, Qt::AscendingOrder);
+  results_->setMinimumHeight(kResultLines * fontMetrics().lineSpacing());
+  for (std::size_t column = 0; column < kColumnWidths.size(); ++column) {
+    results_->setColumnWidth(static_cast<int>(column),
+                             kColumnWidths[column] * fontMetrics().averageCharWidth());
+  }
+  connect(results_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &SearchDialog::UpdateButtons);
+  connect(results_, &QTreeView::doubleClicked, this, &SearchDialog::TakeSelected);
+  OnKeys(*results_, {Qt::Key_Return, Qt::Key_Enter}, [this] { TakeSelected(); });
+
+  auto* label = new QLabel(QStringLiteral("F&ound:"), this);
+  label->setBuddy(results_);
+  status_ = new QLabel(this);
+  status_->setObjectName(QStringLiteral("search_status"));
+  status_->setTextFormat(Qt::PlainText);
+  status_->setWordWrap(true);
+  layout.addWidget(label);
+  layout.addWidget(results_);
+  layout.addWidget(status_);
+}
+
+void SearchDialog::MakeChosen(QLayout& layout) {
+  chosen_list_ = new QListWidget(this);
+  chosen_list_->setObjectName(QStringLiteral("chosen_objects"));
+  chosen_list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  chosen_list_->setFixedHeight(kChosenLines * fontMetrics().lineSpacing() +
+                               2 * chosen_list_->frameWidth());
+  connect(chosen_list_, &QListWidget::itemSelectionChanged, this, &SearchDialog::UpdateButtons);
+  OnKeys(*chosen_list_, {Qt::Key_Delete}, [this] { RemoveChosen(); });
+  add_ = new QPushButton(QStringLiteral("&Add"), this);
+  add_->setObjectName(QStringLiteral("add_chosen"));
+  connect(add_, &QPushButton::clicked, this, &SearchDialog::AddSelected);
+  remove_ = new QPushButton(QStringLiteral("&Remove"), this);
+  remove_->setObjectName(QStringLiteral("remove_chosen"));
+  connect(remove_, &QPushButton::clicked, this, &SearchDialog::RemoveChosen);
+  auto* label = new QLabel(QStringLiteral("&Chosen:"), this);
+  label->setBuddy(chosen_list_);
+  auto* buttons = new QVBoxLayout;
+  buttons->addWidget(add_);
+  buttons->addWidget(remove_);
+  buttons->addStretch();
+  auto* line = new QHBoxLayout;
+  line->addWidget(chosen_list_);
+  line->addLayout(buttons);
+  layout.addWidget(label);
+  layout.addItem(line);
+}
+
+void SearchDialog::MakeButtons(QLayout& layout) {
+  buttons_ = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons_, &QDialogButtonBox::accepted, this, &SearchDialog::accept);
+  connect(buttons_, &QDialogButtonBox::rejected, this, &SearchDialog::reject);
+  layout.addWidget(buttons_);
+}
+
+void SearchDialog::OnTextEdited() { pause_.start(init_.typing_pause); }
+
+void SearchDialog::OnTextEntered() {
+  if (!pause_.isActive()) return GoToResults();
+  pause_.stop();
+  StartSearch();
+}
+
+void SearchDialog::StartSearch() {
+  found_->Clear();
+  UpdateButtons();
+  status_->setText(DescribeRunning(0));
+  search_.Start(
+      {.filter = SearchFilter(init_.type_filter, ToUtf8(text_->text())), .limit = init_.limit});
+}
+
+void SearchDialog::OnFound(std::vector<FoundObject> objects) {
+  found_->Append(std::move(objects));
+  status_->setText(DescribeRunning(found_->Count()));
+}
+
+void SearchDialog::OnFinished(const SearchEnd& end) {
+  status_->setText(DescribeEnd(end, found_->Count()));
+}
+
+void SearchDialog::GoToResults() {
+  if (found_->Count() == 0) return;
+  results_->setFocus();
+  if (Selected().empty()) results_->setCurrentIndex(shown_->index(0, FoundObjectModel::kName));
+}
+
+void SearchDialog::TakeSelected() {
+  if (init_.multiple) return AddSelected();
+  if (!Selected().empty()) accept();
+}
+
+void SearchDialog::AddSelected() {
+  for (DirectoryObject& object : Selected()) {
+    if (IsChosen(object.dn)) continue;
+    auto* item = new QListWidgetItem(IconOf(object.kind.icon), object.name, chosen_list_);
+    item->setToolTip(ToQString(object.dn).toHtmlEscaped());
+    chosen_.push_back(std::move(object));
+  }
+  results_->clearSelection();
+  UpdateButtons();
+}
+
+void SearchDialog::RemoveChosen() {
+  for (int row = chosen_list_->count() - 1; row >= 0; --row) {
+    if (!chosen_list_->item(row)->isSelected()) continue;
+    delete chosen_list_->takeItem(row);
+    chosen_.erase(chosen_.begin() + row);
+  }
+  UpdateButtons();
+}
+
+void SearchDialog::UpdateButtons() {
+  const bool is_selected = !Selected().empty();
+  if (buttons_ != nullptr) {
+    buttons_->button(QDialogButtonBox::Ok)->setEnabled(is_selected || !chosen_.empty());
+  }
+  if (!init_.multiple || remove_ == nullptr) return;
+  add_->setEnabled(is_selected);
+  remove_->setEnabled(!chosen_list_->selectedItems().isEmpty());
+}
+
+std::vector<DirectoryObject> SearchDialog::Selected() const {
+  QModelIndexList rows = results_->selectionModel()->selectedRows();
+  std::ranges::sort(rows, {}, &QModelIndex::row);
+  std::vector<DirectoryObject> selected;
+  selected.reserve(static_cast<std::size_t>(rows.size()));
+  for (const QModelIndex& row : rows) {
+    selected.push_back(found_->ObjectAt(shown_->mapToSource(row).row()));
+  }
+  return selected;
+}
+
+bool SearchDialog::IsChosen(const std::string& dn) const {
+  return std::ranges::find(chosen_, dn, &DirectoryObject::dn) != chosen_.end();
+}
+
+std::vector<DirectoryObject> SearchDialog::Chosen() const {
+  std::vector<DirectoryObject> chosen = chosen_;
+  for (DirectoryObject& object : Selected()) {
+    if (!IsChosen(object.dn)) chosen.push_back(std::move(object));
+  }
+  return chosen;
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+#include <chrono>
+#include <vector>
+
+#include "hosts/console/choosers/found_object_model.h"
+#include "hosts/console/choosers/object_search.h"
+
+class QDialogButtonBox;
+class QLabel;
+class QLayout;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QSortFilterProxyModel;
+class QTreeView;
+
+namespace pelora::console {
+
+/// What a search dialog offers.
+struct SearchDialogInit {
+  QString title;
+  /// LDAP filter of the objects that may be chosen.
+  std::string type_filter;
+  bool multiple = false;
+  /// At most so many objects are shown for one search.
+  std::size_t limit = 1000;
+  /// The search begins when nothing has been typed for so long.
+  std::chrono::milliseconds typing_pause{250};
+};
+
+/// Finds directory objects by what is typed of their names and lets the administrator choose one or
+/// several. Without any text it shows what there is. The search never holds up the window, shows
+/// what it finds at once, and says so when there is more than it shows.
+///
+/// Where several may be chosen they are gathered in a list of their own, over any number of
+/// searches; what is selected when OK is clicked counts as well. Keys: Down and Enter go from the
+/// text to what was found, Enter there takes the selected objects, Delete takes chosen ones out.
+class SearchDialog final : public QDialog {
+ public:
+  SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWidget* parent);
+  ~SearchDialog() override;
+
+  /// The chosen objects in the order in which they were chosen; those that were merely selected
+  /// last, in the order shown.
+  [[nodiscard]] std::vector<DirectoryObject> Chosen() const;
+
+ private:
+  void MakeText(QLayout& layout);
+  void MakeResults(QLayout& layout);
+  void MakeChosen(QLayout& layout);
+  void MakeButtons(QLayout& layout);
+
+  void OnTextEdited();
+  void OnTextEntered();
+  void StartSearch();
+  void OnFound(std::vector<FoundObject> objects);
+  void OnFinished(const SearchEnd& end);
+  void GoToResults();
+
+  /// Enter or a double click on what was found.
+  void TakeSelected();
+  void AddSelected();
+  void RemoveChosen();
+  void UpdateButtons();
+  [[nodiscard]] std::vector<DirectoryObject> Selected() const;
+  [[nodiscard]] bool IsChosen(const std::string& dn) const;
+
+  SearchDialogInit init_;
+  std::vector<DirectoryObject> chosen_;
+  QTimer pause_;
+  FoundObjectModel* found_;
+  QSortFilterProxyModel* shown_;
+  QLineEdit* text_ = nullptr;
+  QTreeView* results_ = nullptr;
+  QLabel* status_ = nullptr;
+  /// These three only where several may be chosen.
+  QListWidget* chosen_list_ = nullptr;
+  QPushButton* add_ = nullptr;
+  QPushButton* remove_ = nullptr;
+  QDialogButtonBox* buttons_ = nullptr;
+  // Last: nothing arrives any more when the rest goes.
+  ObjectSearch search_;
+};
+
+}  // namespace pelora::console

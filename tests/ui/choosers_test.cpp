@@ -1,0 +1,456 @@
+// SPDX-License-Identifier: Apache-2.0
+// The console's choosers in front of a person, and what the extension gets of a choice.
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QTest>
+#include <cstring>
+#include <semaphore>
+
+#include "directory/select_ad_object.h"
+#include "directory/selection_reader.h"
+#include "hosts/console/choosers/qt_choosers.h"
+#include "hosts/console/choosers/selection_list_block.h"
+#include "hosts/console/console_platform.h"
+#include "hosts/console/message_box.h"
+#include "hosts/console/property_tabs.h"
+#include "hosts/console/qt_text.h"
+#include "resources/resource.h"
+#include "tests/ui/chooser_user.h"
+#include "tests/ui/console_test.h"
+#include "tests/ui/scripted_store.h"
+
+namespace pelora::test {
+namespace {
+
+using console::QtChoosers;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
+using ::testing::Not;
+
+constexpr HRESULT kCancelled = E_INVALIDARG;
+const std::string kHelga =
+    "CN=Helga Önder,OU=IT,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+
+class ChoosersTest : public ConsoleTest {
+ protected:
+  /// What is to be done in the next chooser.
+  void Play(std::function<void(ChooserUser&)> script) {
+    modal_scripts().Add([script = std::move(script)](QWidget& window) {
+      ChooserUser user(window);
+      // The desktop of the tests activates no window by itself.
+      window.activateWindow();
+      EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+      script(user);
+    });
+  }
+  /// As above, once everything there is has been found.
+  void PlaySearched(std::function<void(ChooserUser&)> script) {
+    Play([script = std::move(script)](ChooserUser& user) {
+      user.WaitForSearch();
+      script(user);
+    });
+  }
+
+  HRESULT PickUsers(SelectionMode mode = SelectionMode::kMultiple) {
+    return chooser_.SelectUsers(nullptr, names_, mode);
+  }
+
+  QtChoosers choosers_{*session().store,
+                       session().open_another,
+                       // Long enough that Enter alone begins a search.
+                       {.limit = 1000, .typing_pause = std::chrono::minutes(10)}};
+  console::QtMessageBox message_box_;
+  console::ConsolePlatform platform_{session().service, message_box_, choosers_, module()};
+  SelectADObject chooser_{platform_.platform()};
+  std::vector<std::string> names_ = {"from before"};
+};
+
+TEST_F(ChoosersTest, ShowsEveryObjectOfTheTypeAtOnce) {
+  PlaySearched([](ChooserUser& user) {
+    EXPECT_EQ(user.Title(), "Select Users");
+    EXPECT_THAT(user.Names(), IsSupersetOf({"Birgit Krämer", "Meyer, Anna", "林田 美咲"}));
+    EXPECT_THAT(user.Names(), Not(Contains("Vertrieb Alle")));
+    EXPECT_THAT(user.Names(), Not(Contains("mail01")));
+    EXPECT_EQ(user.Status(), std::to_string(user.Names().size()) + " objects found.");
+    user.Click("Cancel");
+  });
+  EXPECT_EQ(PickUsers(), kCancelled);
+  EXPECT_THAT(names_, ElementsAre("from before"));
+}
+
+TEST_F(ChoosersTest, EverySetUpHasItsTitleAndObjects) {
+  const auto expect = [this](const char* title, const char* among, const char* missing) {
+    PlaySearched([=](ChooserUser& user) {
+      EXPECT_EQ(user.Title(), title);
+      EXPECT_THAT(user.Names(), Contains(among));
+      EXPECT_THAT(user.Names(), Not(Contains(missing)));
+      user.Click("Cancel");
+    });
+  };
+  expect("Select Users or Groups", "Rundschreiben", "mail01");
+  EXPECT_EQ(chooser_.SelectUsersAndGroups(nullptr, names_, SelectionMode::kMultiple), kCancelled);
+  expect("Select Group", "Rundschreiben", "Birgit Krämer");
+  EXPECT_EQ(chooser_.SelectGroups(nullptr, names_, SelectionMode::kSingle), kCancelled);
+  expect("Select Computer", "mail01", "Birgit Krämer");
+  EXPECT_EQ(chooser_.SelectComputers(nullptr, names_, SelectionMode::kSingle), kCancelled);
+  expect("Select Containers", "Labor I/O", "Birgit Krämer");
+  EXPECT_EQ(chooser_.SelectContainers(nullptr, names_, SelectionMode::kMultiple), kCancelled);
+}
+
+TEST_F(ChoosersTest, RowsTellWhatAndWhereAnObjectIs) {
+  Play([](ChooserUser& user) {
+    user.Search("b.kraemer");
+    EXPECT_THAT(user.Names(), ElementsAre("Birgit Krämer"));
+    EXPECT_THAT(user.Column(1), ElementsAre("User"));
+    EXPECT_THAT(user.Column(2), ElementsAre("b.kraemer"));
+    EXPECT_THAT(user.Column(3), ElementsAre("b.kraemer@linden-werke.example"));
+    EXPECT_THAT(user.Column(4), ElementsAre("linden-werke.example/Linden-Werke Chemnitz/Vertrieb"));
+    EXPECT_EQ(user.Status(), "1 object found.");
+    user.Click("Cancel");
+  });
+  EXPECT_EQ(PickUsers(), kCancelled);
+}
+
+TEST_F(ChoosersTest, TypingSearchesByItself) {
+  QtChoosers quick(*session().store, session().open_another,
+                   {.limit = 1000, .typing_pause = std::chrono::milliseconds(1)});
+  const console::ConsolePlatform platform(session().service, message_box_, quick, module());
+  PlaySearched([](ChooserUser& user) {
+    user.Type("kraemer@");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return user.Status() == "1 object found."; }, 20000));
+    EXPECT_THAT(user.Names(), ElementsAre("Birgit Krämer"));
+    user.Type("nobody has such a name");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return user.Status() == "Nothing was found."; }, 20000));
+    EXPECT_THAT(user.Names(), IsEmpty());
+    EXPECT_FALSE(user.Button("OK").isEnabled());
+    user.Press(Qt::Key_Down);
+    EXPECT_TRUE(user.Text().hasFocus()) << "there is nothing to go to";
+    user.Click("Cancel");
+  });
+  EXPECT_EQ(
+      SelectADObject(platform.platform()).SelectUsers(nullptr, names_, SelectionMode::kSingle),
+      kCancelled);
+}
+
+TEST_F(ChoosersTest, ObjectsComeInTheOrderInWhichTheyWereChosen) {
+  Play([](ChooserUser& user) {
+    user.Search("kraemer");
+    user.ClickRow("Birgit Krämer");
+    user.Click("Add");
+    user.Search("meyer");
+    user.DoubleClickRow("Meyer, Anna");
+    EXPECT_THAT(user.ChosenNames(), ElementsAre("Birgit Krämer", "Meyer, Anna"));
+    user.Search("uhlig");
+    user.ClickRow("Rolf Uhlig");
+    user.Click("OK");
+  });
+  EXPECT_EQ(PickUsers(), S_OK);
+  EXPECT_THAT(names_, ElementsAre(kBirgit, kAnna, kRolf));
+}
+
+TEST_F(ChoosersTest, SelectedRowsNeedNoList) {
+  PlaySearched([](ChooserUser& user) {
+    EXPECT_FALSE(user.Button("OK").isEnabled());
+    user.ClickRow("Rolf Uhlig");
+    user.ClickRow("Birgit Krämer", Qt::ControlModifier);
+    EXPECT_TRUE(user.Button("OK").isEnabled());
+    user.Click("OK");
+  });
+  EXPECT_EQ(PickUsers(), S_OK);
+  EXPECT_THAT(names_, ElementsAre(kBirgit, kRolf)) << "as shown";
+}
+
+TEST_F(ChoosersTest, AnObjectIsChosenOnceAndCanBeTakenOutAgain) {
+  Play([](ChooserUser& user) {
+    user.Search("kraemer");
+    user.ClickRow("Birgit Krämer");
+    user.Click("Add");
+    EXPECT_FALSE(user.Button("Add").isEnabled());
+    user.DoubleClickRow("Birgit Krämer");
+    EXPECT_THAT(user.ChosenNames(), ElementsAre("Birgit Krämer"));
+    EXPECT_FALSE(user.Button("Remove").isEnabled());
+    user.Chosen().setFocus();
+    user.Chosen().setCurrentRow(0);
+    EXPECT_TRUE(user.Button("Remove").isEnabled());
+    user.Press(Qt::Key_Delete);
+    EXPECT_THAT(user.ChosenNames(), IsEmpty());
+    EXPECT_FALSE(user.Button("OK").isEnabled());
+    user.Search("uhlig");
+    user.ClickRow("Rolf Uhlig");
+    user.Click("OK");
+  });
+  EXPECT_EQ(PickUsers(), S_OK);
+  EXPECT_THAT(names_, ElementsAre(kRolf));
+}
+
+TEST_F(ChoosersTest, ASingleObjectIsTakenByADoubleClick) {
+  PlaySearched([](ChooserUser& user) {
+    EXPECT_EQ(user.Title(), "Select User");
+    EXPECT_EQ(user.Results().selectionMode(), QAbstractItemView::SingleSelection);
+    user.DoubleClickRow("Birgit Krämer");
+  });
+  EXPECT_EQ(PickUsers(SelectionMode::kSingle), S_OK);
+  EXPECT_THAT(names_, ElementsAre(kBirgit));
+}
+
+TEST_F(ChoosersTest, KeysAloneChooseAnObject) {
+  Play([](ChooserUser& user) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return user.Text().hasFocus(); }, 20000));
+    QTest::keyClicks(&user.Text(), QStringLiteral("vogel"));
+    user.Press(Qt::Key_Return);
+    user.WaitForSearch();
+    user.Press(Qt::Key_Down);
+    EXPECT_TRUE(user.Results().hasFocus());
+    EXPECT_EQ(user.Names().size(), 1U);
+    user.Press(Qt::Key_Return);
+  });
+  EXPECT_EQ(PickUsers(SelectionMode::kSingle), S_OK);
+  ASSERT_EQ(names_.size(), 1U);
+  EXPECT_THAT(names_.front(), HasSubstr("CN=Karin Vogel,OU=Labor I/O,"));
+}
+
+TEST_F(ChoosersTest, KeysAloneChooseSeveralObjects) {
+  Play([](ChooserUser& user) {
+    user.Search("fertigung");
+    user.Press(Qt::Key_Return);
+    EXPECT_TRUE(user.Results().hasFocus()) << "Enter goes on to what was found";
+    user.Press(Qt::Key_Return);
+    user.Press(Qt::Key_Down);
+    user.Press(Qt::Key_Return);
+    EXPECT_THAT(user.ChosenNames(), ElementsAre("Fertigung Schicht 1", "Fertigung Schicht 2"));
+    user.Button("OK").setFocus();
+    user.Press(Qt::Key_Space);
+  });
+  EXPECT_EQ(chooser_.SelectGroups(nullptr, names_, SelectionMode::kMultiple), S_OK);
+  EXPECT_EQ(names_.size(), 2U);
+}
+
+TEST_F(ChoosersTest, EscapeCancels) {
+  PlaySearched([](ChooserUser& user) {
+    user.ClickRow("Birgit Krämer");
+    user.Press(Qt::Key_Escape);
+  });
+  EXPECT_EQ(PickUsers(), kCancelled);
+  EXPECT_THAT(names_, ElementsAre("from before"));
+}
+
+TEST_F(ChoosersTest, ComputersGiveTheirShortNames) {
+  PlaySearched([](ChooserUser& user) { user.DoubleClickRow("mail02"); });
+  EXPECT_EQ(chooser_.SelectComputers(nullptr, names_, SelectionMode::kSingle), S_OK);
+  EXPECT_THAT(names_, ElementsAre("mail02"));
+}
+
+TEST_F(ChoosersTest, ContainersGiveTheirNamesAsTheDirectoryWritesThem) {
+  Play([](ChooserUser& user) {
+    user.Search("labor");
+    user.ClickRow("Labor I/O");
+    user.Click("Add");
+    user.Search("vertrieb");
+    user.ClickRow("Vertrieb");
+    user.Click("OK");
+  });
+  EXPECT_EQ(chooser_.SelectContainers(nullptr, names_, SelectionMode::kMultiple), S_OK);
+  EXPECT_THAT(names_, ElementsAre("OU=Labor I/O,OU=Entwicklung,OU=Linden-Werke Chemnitz,"
+                                  "DC=linden-werke,DC=example",
+                                  kSales));
+}
+
+TEST_F(ChoosersTest, ASingleContainerIsAskedForAsOne) {
+  PlaySearched([](ChooserUser& user) {
+    EXPECT_EQ(user.Title(), "Select Container");
+    user.DoubleClickRow("Builtin");
+  });
+  EXPECT_EQ(chooser_.SelectContainers(nullptr, names_, SelectionMode::kSingle), S_OK);
+  EXPECT_THAT(names_, ElementsAre("CN=Builtin,DC=linden-werke,DC=example"));
+}
+
+TEST_F(ChoosersTest, TheLimitIsStated) {
+  QtChoosers few(*session().store, session().open_another, {.limit = 3});
+  const console::ConsolePlatform platform(session().service, message_box_, few, module());
+  PlaySearched([](ChooserUser& user) {
+    EXPECT_EQ(user.Names().size(), 3U);
+    EXPECT_EQ(user.Status(),
+              "3 objects are shown and there are more. Type more of the name to narrow the "
+              "search.");
+    user.Click("Cancel");
+  });
+  EXPECT_EQ(
+      SelectADObject(platform.platform()).SelectUsers(nullptr, names_, SelectionMode::kSingle),
+      kCancelled);
+}
+
+TEST_F(ChoosersTest, TheWindowLivesWhileTheSearchGoesOn) {
+  std::binary_semaphore gate(0);
+  QtChoosers slow(*session().store, OpenScripted([&gate](const auto&, const ldap::EntrySink& sink) {
+    sink(UserEntry("Ada"));
+    gate.acquire();
+    return ldap::StoreStatus{};
+  }));
+  const console::ConsolePlatform platform(session().service, message_box_, slow, module());
+  Play([&gate](ChooserUser& user) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !user.Names().empty(); }, 20000));
+    EXPECT_EQ(user.Status(), "Searching... 1 object so far.");
+    user.ClickRow("Ada");
+    EXPECT_TRUE(user.Button("OK").isEnabled());
+    gate.release();
+    user.WaitForSearch();
+    EXPECT_THAT(user.Names(), ElementsAre("Ada"));
+    user.Click("Cancel");
+  });
+  EXPECT_EQ(
+      SelectADObject(platform.platform()).SelectUsers(nullptr, names_, SelectionMode::kSingle),
+      kCancelled);
+}
+
+TEST_F(ChoosersTest, AFailedSearchIsShown) {
+  QtChoosers broken(*session().store, [](std::unique_ptr<ldap::IDirectoryStore>& /*store*/) {
+    return ldap::StoreStatus{-1, "the <b>server</b> is down"};
+  });
+  const console::ConsolePlatform platform(session().service, message_box_, broken, module());
+  PlaySearched([](ChooserUser& user) {
+    EXPECT_EQ(user.Status(),
+              "The search failed, 0 objects found until then: the <b>server</b> is down");
+    user.Click("Cancel");
+  });
+  EXPECT_EQ(
+      SelectADObject(platform.platform()).SelectUsers(nullptr, names_, SelectionMode::kSingle),
+      kCancelled);
+}
+
+// The tree of containers.
+
+TEST_F(ChoosersTest, AContainerIsChosenFromTheTree) {
+  std::string name;
+  Play([](ChooserUser& user) {
+    EXPECT_EQ(user.Title(), "Select Container");
+    user.GoToContainer({"Linden-Werke Chemnitz", "Entwicklung", "Labor I/O"});
+    user.Click("OK");
+  });
+  EXPECT_EQ(chooser_.BrowseContainer(name), S_OK);
+  EXPECT_EQ(name,
+            "OU=Labor I/O,OU=Entwicklung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example");
+}
+
+TEST_F(ChoosersTest, TheDomainItselfIsAContainerAndEnterTakesIt) {
+  std::string name;
+  Play([](ChooserUser& user) {
+    user.Tree().setFocus();
+    user.Press(Qt::Key_Return);
+  });
+  EXPECT_EQ(chooser_.BrowseContainer(name), S_OK);
+  EXPECT_EQ(name, "DC=linden-werke,DC=example");
+}
+
+TEST_F(ChoosersTest, ACancelledTreeFails) {
+  std::string name = "from before";
+  Play([](ChooserUser& user) { user.Click("Cancel"); });
+  EXPECT_EQ(chooser_.BrowseContainer(name), E_FAIL);
+  EXPECT_EQ(name, "from before");
+}
+
+TEST_F(ChoosersTest, APathThatDoesNotFitIsNotTaken) {
+  constexpr std::string_view kPath = "LDAP://localhost/DC=linden-werke,DC=example";
+  std::string path;
+  const auto refuse = [](ChooserUser& user) {
+    user.Button("OK").click();
+    EXPECT_EQ(user.Status(), "The name of this container is too long to be used here.");
+    user.Click("Cancel");
+  };
+  Play(refuse);
+  EXPECT_EQ(choosers_.BrowseForContainer(
+                {.flags = 0, .path_capacity = static_cast<std::uint32_t>(kPath.size())}, path),
+            2);
+  EXPECT_EQ(path, "");
+  Play([](ChooserUser& user) { user.Click("OK"); });
+  EXPECT_EQ(choosers_.BrowseForContainer(
+                {.flags = 0, .path_capacity = static_cast<std::uint32_t>(kPath.size() + 1)}, path),
+            1);
+  EXPECT_EQ(path, kPath);
+}
+
+// What a choice becomes.
+
+TEST_F(ChoosersTest, PickersNeedToBeSetUp) {
+  std::unique_ptr<IDsObjectPicker> picker;
+  ASSERT_EQ(choosers_.CreateObjectPicker(picker), S_OK);
+  Ref<IDataObject> chosen;
+  EXPECT_EQ(picker->InvokeDialog(nullptr, chosen), E_UNEXPECTED);
+}
+
+template <class Number>
+Number NumberAt(const console::HeapBlock& block, std::size_t offset) {
+  Number number = 0;
+  std::memcpy(&number, block.bytes.get() + offset, sizeof number);
+  return number;
+}
+
+std::u16string TextAt(const console::HeapBlock& block, std::size_t offset) {
+  const auto address = NumberAt<std::uint64_t>(block, offset);
+  const auto start = reinterpret_cast<std::uintptr_t>(block.bytes.get());
+  EXPECT_GE(address, start);
+  EXPECT_LT(address, start + block.size);
+  return reinterpret_cast<const char16_t*>(address);
+}
+
+TEST_F(ChoosersTest, TheBlockIsThatOfThePlatform) {
+  const std::vector<console::DirectoryObject> objects = Objects({kAnna, kRolf});
+  const console::HeapBlock block = console::SelectionListOf(objects);
+  EXPECT_EQ(NumberAt<std::uint32_t>(block, 0), 2U);
+  EXPECT_EQ(NumberAt<std::uint32_t>(block, 4), 0U);
+  EXPECT_EQ(TextAt(block, 8), u"Meyer, Anna");
+  EXPECT_EQ(TextAt(block, 16),
+            u"LDAP://CN=Meyer\\, Anna,OU=Geschäftsleitung,OU=Linden-Werke Chemnitz,"
+            u"DC=linden-werke,DC=example");
+  EXPECT_EQ(TextAt(block, 24), u"user");
+  EXPECT_EQ(TextAt(block, 32), u"");
+  EXPECT_EQ(NumberAt<std::uint64_t>(block, 40), 0U);
+  EXPECT_EQ(NumberAt<std::uint32_t>(block, 48), 2U);
+  EXPECT_EQ(TextAt(block, 64),
+            u"LDAP://CN=Rolf Uhlig,OU=Labor I\\/O,OU=Entwicklung,OU=Linden-Werke Chemnitz,"
+            u"DC=linden-werke,DC=example");
+}
+
+TEST_F(ChoosersTest, ADelegateChosenOnTheUserTabIsWritten) {
+  console::SheetResult made =
+      console::MakePropertySheet(Objects({kRolf}), platform_.platform(), module(), nullptr);
+  ASSERT_TRUE(made.sheet);
+  made.sheet->show();
+  console::QtDialog& page = *made.sheet->Dialog(0);
+  const EntryLines before = SearchEntry(file(), kRolf);
+  Play([](ChooserUser& user) {
+    user.Search("helga");
+    user.ClickRow("Helga Önder");
+    user.Click("Add");
+    user.Search("rundschreiben");
+    user.ClickRow("Rundschreiben");
+    user.Click("OK");
+  });
+  page.Click(IDC_SENDAS_ADD);
+  EXPECT_EQ(page.ListBox(IDC_SENDAS_LIST).Count(), 2U);
+  EXPECT_TRUE(made.sheet->ApplyButton().isEnabled());
+  QTest::mouseClick(&made.sheet->ApplyButton(), Qt::LeftButton);
+  EXPECT_THAT(Difference(before, SearchEntry(file(), kRolf)),
+              IsSupersetOf({"+ peloraSendAsPrivilege: " + kHelga,
+                            std::string("+ peloraSendAsPrivilege: CN=Rundschreiben,OU=Gruppen,"
+                                        "OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example")}));
+}
+
+TEST_F(ChoosersTest, AServerChosenOnTheUserTabIsWritten) {
+  console::SheetResult made =
+      console::MakePropertySheet(Objects({kRolf}), platform_.platform(), module(), nullptr);
+  ASSERT_TRUE(made.sheet);
+  made.sheet->show();
+  console::QtDialog& page = *made.sheet->Dialog(0);
+  PlaySearched([](ChooserUser& user) { user.DoubleClickRow("mail02"); });
+  page.Click(IDC_SERVER_SELECT);
+  EXPECT_EQ(page.Text(IDC_SERVER), "mail02");
+  QTest::mouseClick(&made.sheet->ApplyButton(), Qt::LeftButton);
+  EXPECT_THAT(SearchEntry(file(), kRolf), Contains("peloraUserServer: mail02"));
+}
+
+}  // namespace
+}  // namespace pelora::test

@@ -1,0 +1,474 @@
+// SPDX-License-Identifier: Apache-2.0
+// The search behind the console's choosers: its filters, its thread and its limits.
+#include "hosts/console/choosers/object_search.h"
+
+#include <gmock/gmock.h>
+
+#include <QTest>
+#include <QThread>
+#include <atomic>
+#include <semaphore>
+
+#include "hosts/console/choosers/folder_name.h"
+#include "hosts/console/choosers/search_filter.h"
+#include "hosts/console/choosers/search_status.h"
+#include "hosts/console/qt_text.h"
+#include "hosts/ldap/serialized_store.h"
+#include "tests/ui/console_test.h"
+#include "tests/ui/scripted_store.h"
+
+namespace pelora::test {
+namespace {
+
+using console::FoundObject;
+using console::ObjectSearch;
+using console::SearchEnd;
+using console::ToUtf8;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr int kPatience = 20000;
+
+// Filters.
+
+ObjectPickerScope Scope(std::uint32_t bits) { return {.up_level_both_modes = bits}; }
+
+TEST(EscapeFilterValue, TakesTheFilterCharactersForText) {
+  EXPECT_EQ(console::EscapeFilterValue("a*b(c)d\\e"), "a\\2ab\\28c\\29d\\5ce");
+  EXPECT_EQ(console::EscapeFilterValue(std::string_view("a\0b", 3)), "a\\00b");
+  EXPECT_EQ(console::EscapeFilterValue("Jürgen & =!|<>"), "Jürgen & =!|<>");
+}
+
+TEST(SearchFilter, AnEmptyTextLeavesTheTypeAlone) {
+  EXPECT_EQ(console::SearchFilter("(objectClass=user)", ""), "(objectClass=user)");
+  EXPECT_EQ(console::SearchFilter("(objectClass=user)", " \t"), "(objectClass=user)");
+}
+
+TEST(SearchFilter, LooksForTheTextInEveryName) {
+  EXPECT_EQ(console::SearchFilter("(objectClass=user)", " ada* "),
+            "(&(objectClass=user)(|(name=*ada\\2a*)(displayName=*ada\\2a*)"
+            "(sAMAccountName=*ada\\2a*)(userPrincipalName=*ada\\2a*)(mail=*ada\\2a*)))");
+}
+
+/// What filters find in the sample company.
+class FilterTest : public ConsoleTest {
+ protected:
+  std::vector<std::string> Find(const std::string& filter) {
+    std::vector<std::string> names;
+    const ldap::StoreStatus status = session().store->Search(
+        {.base = "DC=linden-werke,DC=example",
+         .scope = ldap::SearchScope::kSubtree,
+         .filter = filter,
+         .attributes = {"name"}},
+        [&names](const ldap::Entry& entry) {
+          const auto name = entry.attributes.find("name");
+          names.push_back(name == entry.attributes.end() ? entry.dn : name->second.front());
+          return true;
+        });
+    EXPECT_TRUE(status.Ok()) << filter << ": " << status.text;
+    std::ranges::sort(names);
+    return names;
+  }
+  std::vector<std::string> FindTyped(std::uint32_t bits, const std::string& typed) {
+    return Find(console::SearchFilter(console::TypeFilter(Scope(bits)), typed));
+  }
+};
+
+constexpr std::uint32_t kUsers = 0x2;
+constexpr std::uint32_t kGroups = 0x3F0;
+constexpr std::uint32_t kComputers = 0x800;
+
+TEST_F(FilterTest, TypesFollowTheBits) {
+  const auto users = Find(console::TypeFilter(Scope(kUsers)));
+  const auto groups = Find(console::TypeFilter(Scope(kGroups)));
+  const auto computers = Find(console::TypeFilter(Scope(kComputers)));
+  EXPECT_THAT(users, ::testing::Contains("Birgit Krämer"));
+  EXPECT_THAT(users, ::testing::Not(::testing::Contains("mail01")));
+  EXPECT_THAT(groups, ::testing::Contains("Rundschreiben"));
+  EXPECT_THAT(computers, ElementsAre("archive01", "archive02", "mail-thess", "mail01", "mail02",
+                                     "pc-0101", "pc-0102", "pc-0213", "spare01"));
+  EXPECT_EQ(Find(console::TypeFilter(Scope(kUsers | kGroups))).size(),
+            users.size() + groups.size());
+}
+
+TEST_F(FilterTest, TheBitsOfNativeModeCountAndThoseOfMixedModeDoNot) {
+  EXPECT_EQ(console::TypeFilter({.up_level_native_mode = kComputers}),
+            console::TypeFilter(Scope(kComputers)));
+  EXPECT_THAT(Find(console::TypeFilter({.up_level_mixed_mode = kComputers})), IsEmpty());
+}
+
+TEST_F(FilterTest, NoBitAdmitsNothing) {
+  EXPECT_THAT(Find(console::TypeFilter(Scope(0))), IsEmpty());
+  EXPECT_THAT(Find(console::TypeFilter(Scope(0x9))), IsEmpty());
+}
+
+TEST_F(FilterTest, KindsOfGroupsAreToldApart) {
+  constexpr std::uint32_t kGlobalDistribution = 0x40;
+  constexpr std::uint32_t kGlobalSecurity = 0x80;
+  constexpr std::uint32_t kUniversal = 0x30;
+  EXPECT_THAT(Find(console::TypeFilter(Scope(kGlobalDistribution))), ElementsAre("Rundschreiben"));
+  EXPECT_EQ(Find(console::TypeFilter(Scope(kGlobalSecurity))).size(),
+            Find(console::TypeFilter(Scope(kGroups))).size() - 1);
+  EXPECT_THAT(Find(console::TypeFilter(Scope(kUniversal))), IsEmpty());
+}
+
+TEST_F(FilterTest, BuiltinGroupsAreLeftOutUnlessAskedFor) {
+  constexpr std::uint32_t kBuiltin = 0x4;
+  ModifyEntry(file(), std::string("dn: ") + kGroup +
+                          "\nchangetype: modify\nreplace: groupType\ngroupType: -2147483643\n");
+  EXPECT_THAT(FindTyped(kGroups, "Vertrieb"), IsEmpty());
+  EXPECT_THAT(FindTyped(kGroups | kBuiltin, "Vertrieb"), ElementsAre("Vertrieb Alle"));
+}
+
+TEST_F(FilterTest, ObjectsAreFoundByEachOfTheirNames) {
+  EXPECT_THAT(FindTyped(kUsers, "birgit"), ElementsAre("Birgit Krämer")) << "name";
+  EXPECT_THAT(FindTyped(kUsers, "b.kraemer"), ElementsAre("Birgit Krämer")) << "logon name";
+  EXPECT_THAT(FindTyped(kUsers, "j.weissflog@"), ElementsAre("Jürgen Weißflog")) << "mail";
+  ModifyEntry(file(), std::string("dn: ") + kBirgit +
+                          "\nchangetype: modify\nreplace: displayName\ndisplayName: Gitti\n");
+  EXPECT_THAT(FindTyped(kUsers, "gitti"), ElementsAre("Birgit Krämer")) << "display name";
+}
+
+TEST_F(FilterTest, WhateverIsTypedIsTakenLiterally) {
+  for (const char* typed :
+       {"*", "(", ")", "\\", ")(objectClass=*", "*)(|(name=*", "\\2a", "&(", "="}) {
+    EXPECT_THAT(FindTyped(kUsers, typed), IsEmpty()) << typed;
+  }
+  EXPECT_THAT(FindTyped(kUsers, "A/B"), ElementsAre("Messplatz A/B"));
+}
+
+TEST_F(FilterTest, ContainersAreContainers) {
+  const auto containers = Find(console::ContainerFilter());
+  EXPECT_THAT(containers, ::testing::IsSupersetOf({"Labor I/O", "Users", "Builtin", "Сервис"}));
+  EXPECT_THAT(containers, ::testing::Not(::testing::Contains("Birgit Krämer")));
+}
+
+TEST(FolderOf, IsReadFromTheDomainDown) {
+  EXPECT_EQ(ToUtf8(console::FolderOf("CN=Ada,OU=Sales,OU=Works,DC=x,DC=org")), "x.org/Works/Sales");
+  EXPECT_EQ(ToUtf8(console::FolderOf("CN=A,OU=B\\, C\\c3\\A9,dc=x")), "x/B, Cé");
+  EXPECT_EQ(ToUtf8(console::FolderOf("DC=x,DC=org")), "org");
+  EXPECT_EQ(ToUtf8(console::FolderOf("")), "");
+}
+
+// The search itself.
+
+class ObjectSearchTest : public ::testing::Test {
+ protected:
+  ~ObjectSearchTest() override {
+    // A store that still waits would hold up the end of its search.
+    gate_.release(100);
+  }
+
+  /// Makes a search whose stores answer as the script says.
+  void Make(ScriptedStore::SearchScript script) { MakeFrom(OpenScripted(std::move(script))); }
+  void MakeFrom(ldap::StoreOpener opener) {
+    search_ = std::make_unique<ObjectSearch>(std::move(opener));
+    search_->on_found = [this](const std::vector<FoundObject>& objects) {
+      EXPECT_EQ(QThread::currentThread(), qApp->thread());
+      for (const FoundObject& found : objects) found_.push_back(ToUtf8(found.object.name));
+    };
+    search_->on_finished = [this](const SearchEnd& end) { end_ = end; };
+  }
+  void Start(const std::string& filter = "(a=b)", std::size_t limit = 10) {
+    found_.clear();
+    end_.reset();
+    search_->Start({.filter = filter, .limit = limit});
+  }
+  [[nodiscard]] bool WaitForEnd() {
+    return QTest::qWaitFor([this] { return end_.has_value(); }, kPatience);
+  }
+  [[nodiscard]] bool WaitForFound(std::size_t count) {
+    return QTest::qWaitFor([this, count] { return found_.size() >= count; }, kPatience);
+  }
+
+  std::counting_semaphore<> gate_{0};
+  std::vector<std::string> found_;
+  std::optional<SearchEnd> end_;
+  std::unique_ptr<ObjectSearch> search_;
+};
+
+TEST_F(ObjectSearchTest, WhatIsFoundArrivesWhileTheSearchGoesOn) {
+  Make([this](const auto& /*request*/, const ldap::EntrySink& sink) {
+    sink(UserEntry("Ada"));
+    gate_.acquire();
+    sink(UserEntry("Bob"));
+    return ldap::StoreStatus{};
+  });
+  Start();
+  ASSERT_TRUE(WaitForFound(1));
+  EXPECT_THAT(found_, ElementsAre("Ada"));
+  EXPECT_FALSE(end_);
+  EXPECT_TRUE(search_->IsRunning());
+  gate_.release();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(found_, ElementsAre("Ada", "Bob"));
+  EXPECT_EQ(end_->reason, SearchEnd::Reason::kComplete);
+  EXPECT_FALSE(search_->IsRunning());
+}
+
+TEST_F(ObjectSearchTest, SearchesTheWholeBaseOnAThreadOfItsOwnOverAStoreOfItsOwn) {
+  std::atomic<QThread*> opened_on = nullptr;
+  std::atomic<QThread*> searched_on = nullptr;
+  std::atomic<int> opened = 0;
+  ldap::SearchRequest asked;
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store) {
+    opened_on = QThread::currentThread();
+    ++opened;
+    store = std::make_unique<ScriptedStore>([&](const auto& request, const auto& /*sink*/) {
+      searched_on = QThread::currentThread();
+      asked = request;
+      return ldap::StoreStatus{};
+    });
+    return ldap::StoreStatus{};
+  });
+  Start("(a=b)");
+  ASSERT_TRUE(WaitForEnd());
+  Start("(c=d)");
+  ASSERT_TRUE(WaitForEnd());
+  search_.reset();
+  EXPECT_NE(searched_on, qApp->thread());
+  EXPECT_EQ(searched_on, opened_on);
+  EXPECT_EQ(opened, 1);
+  EXPECT_EQ(asked.base, "DC=x");
+  EXPECT_EQ(asked.scope, ldap::SearchScope::kSubtree);
+  EXPECT_EQ(asked.filter, "(c=d)");
+}
+
+TEST_F(ObjectSearchTest, ANewSearchEndsTheOneBeforeAndNothingOfItArrives) {
+  std::atomic<bool> told_to_end = false;
+  Make([&](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (request.filter == "(first=1)") {
+      sink(UserEntry("Old"));
+      gate_.acquire();
+      told_to_end = !sink(UserEntry("Older"));
+      return ldap::StoreStatus{};
+    }
+    sink(UserEntry("New"));
+    return ldap::StoreStatus{};
+  });
+  Start("(first=1)");
+  ASSERT_TRUE(WaitForFound(1));
+  Start("(second=2)");
+  gate_.release();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_TRUE(told_to_end);
+  EXPECT_THAT(found_, ElementsAre("New"));
+}
+
+TEST_F(ObjectSearchTest, AStoppedSearchIsSilent) {
+  Make([this](const auto& /*request*/, const ldap::EntrySink& sink) {
+    sink(UserEntry("Ada"));
+    gate_.acquire();
+    return ldap::StoreStatus{};
+  });
+  Start();
+  ASSERT_TRUE(WaitForFound(1));
+  search_->Stop();
+  EXPECT_FALSE(search_->IsRunning());
+  gate_.release();
+  search_.reset();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(end_);
+}
+
+TEST_F(ObjectSearchTest, DestroyingItEndsTheSearchWithTheNextEntry) {
+  std::atomic<int> taken = 0;
+  Make([&](const auto& /*request*/, const ldap::EntrySink& sink) {
+    while (sink(UserEntry("Ada"))) ++taken;
+    return ldap::StoreStatus{};
+  });
+  Start("(a=b)", 1000000000);
+  ASSERT_TRUE(WaitForFound(1));
+  search_.reset();
+  const int at_the_end = taken;
+  EXPECT_GT(at_the_end, 0);
+  EXPECT_EQ(taken, at_the_end);
+}
+
+TEST_F(ObjectSearchTest, StopsAtItsOwnLimitAndSaysSo) {
+  int asked = 0;
+  Make([&](const auto& /*request*/, const ldap::EntrySink& sink) {
+    for (; asked < 100; ++asked) {
+      if (!sink(UserEntry("Ada"))) break;
+    }
+    return ldap::StoreStatus{};
+  });
+  Start("(a=b)", 5);
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(found_.size(), 5U);
+  EXPECT_EQ(asked, 5) << "one more than the limit is asked for, and no other";
+  EXPECT_EQ(end_->reason, SearchEnd::Reason::kOwnLimit);
+}
+
+TEST_F(ObjectSearchTest, AsManyAsTheLimitAreAll) {
+  Make([&](const auto& /*request*/, const ldap::EntrySink& sink) {
+    for (int i = 0; i < 5; ++i) EXPECT_TRUE(sink(UserEntry("Ada")));
+    return ldap::StoreStatus{};
+  });
+  Start("(a=b)", 5);
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(found_.size(), 5U);
+  EXPECT_EQ(end_->reason, SearchEnd::Reason::kComplete);
+}
+
+TEST_F(ObjectSearchTest, ALimitOfTheDirectoryIsNoFailure) {
+  for (const int code : {3, 4, 11}) {
+    Make([code](const auto& /*request*/, const ldap::EntrySink& sink) {
+      sink(UserEntry("Ada"));
+      return ldap::StoreStatus{code, "limit"};
+    });
+    Start();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_THAT(found_, ElementsAre("Ada"));
+    EXPECT_EQ(end_->reason, SearchEnd::Reason::kDirectoryLimit) << code;
+  }
+}
+
+TEST_F(ObjectSearchTest, AFailureKeepsWhatWasFoundAndTheNextSearchOpensAnew) {
+  std::atomic<int> opened = 0;
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store) {
+    const bool fails = ++opened == 1;
+    store = std::make_unique<ScriptedStore>([fails](const auto&, const ldap::EntrySink& sink) {
+      sink(UserEntry("Ada"));
+      return fails ? ldap::StoreStatus{-1, "connection lost"} : ldap::StoreStatus{};
+    });
+    return ldap::StoreStatus{};
+  });
+  Start();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(found_, ElementsAre("Ada"));
+  EXPECT_EQ(end_->reason, SearchEnd::Reason::kFailed);
+  EXPECT_EQ(ToUtf8(end_->text), "connection lost");
+  Start();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(end_->reason, SearchEnd::Reason::kComplete);
+  EXPECT_EQ(opened, 2);
+}
+
+TEST_F(ObjectSearchTest, ADirectoryThatCannotBeOpenedIsAFailure) {
+  MakeFrom([](std::unique_ptr<ldap::IDirectoryStore>& store) {
+    store.reset();
+    return ldap::StoreStatus{-1, "no such file"};
+  });
+  Start();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(end_->reason, SearchEnd::Reason::kFailed);
+  EXPECT_EQ(ToUtf8(end_->text), "no such file");
+}
+
+TEST_F(ObjectSearchTest, TheDirectorysOwnMachineryIsNotShown) {
+  Make([](const auto& /*request*/, const ldap::EntrySink& sink) {
+    sink({.dn = "CN=Schema,DC=x", .attributes = {{"objectClass", {"top", "dMD"}}}});
+    sink(UserEntry("Ada"));
+    return ldap::StoreStatus{};
+  });
+  Start();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(found_, ElementsAre("Ada"));
+}
+
+// What is said of it.
+
+TEST(SearchStatus, SaysWhatIsMissing) {
+  using Reason = SearchEnd::Reason;
+  const auto end = [](Reason reason, int count) {
+    return ToUtf8(console::DescribeEnd({reason, QStringLiteral("gone")}, count));
+  };
+  EXPECT_EQ(ToUtf8(console::DescribeRunning(0)), "Searching...");
+  EXPECT_EQ(ToUtf8(console::DescribeRunning(1)), "Searching... 1 object so far.");
+  EXPECT_EQ(end(Reason::kComplete, 0), "Nothing was found.");
+  EXPECT_EQ(end(Reason::kComplete, 2), "2 objects found.");
+  EXPECT_EQ(end(Reason::kOwnLimit, 1000),
+            "1000 objects are shown and there are more. Type more of the name to narrow the "
+            "search.");
+  EXPECT_EQ(end(Reason::kDirectoryLimit, 3),
+            "The directory ended the search at a limit of its own; 3 objects found until then. "
+            "Type more of the name to narrow the search.");
+  EXPECT_EQ(end(Reason::kFailed, 1), "The search failed, 1 object found until then: gone");
+}
+
+// Two threads at one file.
+
+TEST(SerializedStore, RequestsOfTwoStoresNeverCoincide) {
+  std::atomic<int> inside = 0;
+  std::atomic<int> most = 0;
+  const ldap::StoreOpener open =
+      ldap::SerializeStores(OpenScripted([&](const auto&, const ldap::EntrySink& sink) {
+        most = std::max<int>(most, ++inside);
+        QThread::msleep(1);
+        sink({});
+        --inside;
+        return ldap::StoreStatus{};
+      }));
+  const auto use = [&open] {
+    std::unique_ptr<ldap::IDirectoryStore> store;
+    ASSERT_TRUE(open(store).Ok());
+    for (int i = 0; i < 50; ++i) {
+      EXPECT_TRUE(store->Search({}, [](const auto&) { return true; }).Ok());
+    }
+  };
+  const std::unique_ptr<QThread> other(QThread::create(use));
+  other->start();
+  use();
+  other->wait();
+  EXPECT_EQ(most, 1);
+}
+
+TEST(SerializedStore, ASinkMayAskForMore) {
+  const ldap::StoreOpener open =
+      ldap::SerializeStores(OpenScripted([](const auto&, const ldap::EntrySink& sink) {
+        sink({});
+        return ldap::StoreStatus{};
+      }));
+  std::unique_ptr<ldap::IDirectoryStore> store;
+  ASSERT_TRUE(open(store).Ok());
+  ldap::Entry root;
+  const ldap::StoreStatus status = store->Search({}, [&](const auto&) {
+    EXPECT_TRUE(store->ReadRoot(root).Ok());
+    return true;
+  });
+  EXPECT_TRUE(status.Ok());
+  EXPECT_TRUE(root.attributes.contains("defaultNamingContext"));
+}
+
+TEST(SerializedStore, AStoreThatCannotBeOpenedIsNone) {
+  const ldap::StoreOpener open =
+      ldap::SerializeStores([](std::unique_ptr<ldap::IDirectoryStore>& /*store*/) {
+        return ldap::StoreStatus{-1, "no such file"};
+      });
+  std::unique_ptr<ldap::IDirectoryStore> store = std::make_unique<ScriptedStore>(nullptr);
+  EXPECT_EQ(open(store).text, "no such file");
+  EXPECT_EQ(store, nullptr);
+}
+
+using EmbeddedSearchTest = ConsoleTest;
+
+TEST_F(EmbeddedSearchTest, TheFileIsSearchedWhileItIsReadElsewhere) {
+  ObjectSearch search(session().open_another);
+  int ended = 0;
+  int found = 0;
+  search.on_found = [&](const auto& objects) { found += static_cast<int>(objects.size()); };
+  search.on_finished = [&](const SearchEnd& end) {
+    EXPECT_EQ(end.reason, SearchEnd::Reason::kComplete) << ToUtf8(end.text);
+    ++ended;
+  };
+  constexpr int kRounds = 20;
+  for (int round = 0; round < kRounds; ++round) {
+    found = 0;
+    search.Start({.filter = console::TypeFilter(Scope(kUsers)), .limit = 1000});
+    while (ended == round) {
+      ldap::Entry entry;
+      const std::vector<std::string> all;
+      ASSERT_TRUE(session().store->Read(kBirgit, all, entry).Ok());
+      const ldap::Modification change{.operation = ldap::Modification::Operation::kReplace,
+                                      .attribute = "description",
+                                      .values = {std::to_string(round)}};
+      ASSERT_TRUE(session().store->Modify(kBirgit, {&change, 1}).Ok());
+      QCoreApplication::processEvents();
+    }
+    EXPECT_GT(found, 40);
+  }
+}
+
+}  // namespace
+}  // namespace pelora::test

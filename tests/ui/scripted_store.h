@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "hosts/ldap/store_opener.h"
+
+namespace pelora::test {
+
+/// A store that answers searches as a test says and knows nothing else.
+class ScriptedStore final : public ldap::IDirectoryStore {
+ public:
+  using SearchScript =
+      std::function<ldap::StoreStatus(const ldap::SearchRequest&, const ldap::EntrySink&)>;
+
+  explicit ScriptedStore(SearchScript search) : search_(std::move(search)) {}
+
+  const ldap::Schema& schema() const override { return schema_; }
+  ldap::StoreStatus ReadRoot(ldap::Entry& root) override {
+    root = {.dn = "", .attributes = {{"defaultNamingContext", {"DC=x"}}}};
+    return {};
+  }
+  ldap::StoreStatus Read(const std::string& /*dn*/, std::span<const std::string> /*attributes*/,
+                         ldap::Entry& /*entry*/) override {
+    return {32, "no such object"};
+  }
+  ldap::StoreStatus Search(const ldap::SearchRequest& request,
+                           const ldap::EntrySink& sink) override {
+    return search_(request, sink);
+  }
+  ldap::StoreStatus Modify(const std::string& /*dn*/,
+                           std::span<const ldap::Modification> /*modifications*/) override {
+    return {53, "unwilling to perform"};
+  }
+  ldap::StoreStatus Add(const ldap::Entry& /*entry*/) override {
+    return {53, "unwilling to perform"};
+  }
+
+ private:
+  SearchScript search_;
+  ldap::Schema schema_;
+};
+
+/// Opens stores that share one script.
+inline ldap::StoreOpener OpenScripted(ScriptedStore::SearchScript search) {
+  return [search = std::move(search)](std::unique_ptr<ldap::IDirectoryStore>& store) {
+    store = std::make_unique<ScriptedStore>(search);
+    return ldap::StoreStatus{};
+  };
+}
+
+/// A user of that name right below the base.
+inline ldap::Entry UserEntry(const std::string& name) {
+  return {.dn = "CN=" + name + ",DC=x",
+          .attributes = {{"objectClass", {"top", "person", "user"}}, {"name", {name}}}};
+}
+
+}  // namespace pelora::test
