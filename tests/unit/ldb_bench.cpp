@@ -5,7 +5,6 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "hosts/ldap/create_ldb_directory.h"
@@ -76,7 +75,9 @@ std::vector<std::string> LdbBench::FilesInFolder() const {
 
 std::string ReadFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  std::string bytes(file ? std::filesystem::file_size(path) : 0, '\0');
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  return bytes;
 }
 
 void WriteFile(const std::string& path, const std::string& bytes) {

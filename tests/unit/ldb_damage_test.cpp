@@ -136,8 +136,8 @@ TEST_F(LdbDamageTest, AFullDiskChangesNothing) {
   const std::unique_ptr<IDirectoryStore> store = Open();
   ASSERT_TRUE(Replace(*store, kUser, "peloraQuotaHard", {"1"}).Ok());
   AttributeValues many;
-  for (int number = 0; number < 40000; ++number) {
-    many.push_back("alias" + std::to_string(100000 + number) + "@some.long.name.example.test");
+  for (int number = 0; number < 2000; ++number) {
+    many.push_back(std::to_string(10000 + number) + std::string(1000, 'x'));
   }
   {
     const FullDisk full(ReadFile(path()).size());
