@@ -34,9 +34,9 @@ class IDsObjectPicker {
   /// Sets the picker up. Called again it forgets the earlier set-up.
   [[nodiscard]] virtual HRESULT Initialize(const ObjectPickerInit& init) = 0;
   /// Runs the picker, modal to `owner`. On `S_OK` the chosen objects come in the format
-  /// `kDsSelectionListFormat`, in the order chosen, every path inside the rendered block (an adapter
-  /// whose system leaves them elsewhere gathers them first); on cancel the answer is `S_FALSE` and
-  /// `chosen` is empty.
+  /// `kDsSelectionListFormat`, in the order chosen, every path inside the rendered block (an
+  /// adapter whose system leaves them elsewhere gathers them first); on cancel the answer is
+  /// `S_FALSE` and `chosen` is empty.
   [[nodiscard]] virtual HRESULT InvokeDialog(IDialog* owner, Ref<IDataObject>& chosen) = 0;
 };
 

@@ -2,7 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <cstdio>
+#include <set>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -33,14 +36,34 @@ TEST(SourceForm, NoFileIsAGiant) {
   EXPECT_THAT(giants, IsEmpty());
 }
 
+/// What a command prints, errors included, by lines; and its exit status.
+std::vector<std::string> LinesOf(const std::string& command, int& status) {
+  FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+  if (pipe == nullptr) throw std::runtime_error("cannot run " + command);
+  std::string output;
+  for (int letter = std::fgetc(pipe); letter != EOF; letter = std::fgetc(pipe)) {
+    output += static_cast<char>(letter);
+  }
+  status = pclose(pipe);
+  std::vector<std::string> lines;
+  std::istringstream stream(output);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
 TEST(SourceForm, EveryFileIsFormatted) {
-  std::vector<std::string> unformatted;
+  std::string command = "clang-format --dry-run -Werror";
   for (const SourceFile& file : ReadSources(kFolders)) {
-    const std::string command =
-        "clang-format --dry-run -Werror '" + (SourceRoot() / file.path).string() + "' 2>/dev/null";
-    if (std::system(command.c_str()) != 0) unformatted.push_back(file.path);
+    command += " '" + (SourceRoot() / file.path).string() + "'";
+  }
+  int status = -1;
+  std::set<std::string> unformatted;
+  for (const std::string& line : LinesOf(command, status)) {
+    if (line.find("error:") != std::string::npos)
+      unformatted.insert(line.substr(0, line.find(':')));
   }
   EXPECT_THAT(unformatted, IsEmpty());
+  EXPECT_EQ(status, 0);
 }
 
 }  // namespace

@@ -41,6 +41,7 @@ class PropPageReadersTest : public ::testing::Test {
       host_.directory.AddObject(paths.back());
       host_.directory.SetValue(paths.back(), attribute, value);
     }
+    dialog_.reset();
     page_ = Ref<ReaderPage>::Adopt(new ReaderPage(host_.platform));
     page_->RegisterLoad([&](const BoundObjects& objects) {
       page_->Dialog().SetText(kEdit, "before");
