@@ -10,6 +10,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "hosts/console/collation.h"
+
 namespace pelora::console {
 namespace {
 
@@ -18,15 +20,27 @@ constexpr int kAnyColumn = -1;
 constexpr int kNameCharacters = 32;
 constexpr int kTypeCharacters = 24;
 
+/// The rows that the filter leaves, in the user's order.
+class ShownRows final : public QSortFilterProxyModel {
+ public:
+  using QSortFilterProxyModel::QSortFilterProxyModel;
+
+ protected:
+  [[nodiscard]] bool lessThan(const QModelIndex& left, const QModelIndex& right) const override {
+    return order_.IsBefore(left.data().toString(), right.data().toString());
+  }
+
+ private:
+  Collation order_;
+};
+
 }  // namespace
 
 ObjectListPane::ObjectListPane(QWidget* parent)
-    : QWidget(parent), model_(new ObjectListModel(this)), shown_(new QSortFilterProxyModel(this)) {
+    : QWidget(parent), model_(new ObjectListModel(this)), shown_(new ShownRows(this)) {
   shown_->setSourceModel(model_);
   shown_->setFilterKeyColumn(kAnyColumn);
   shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
-  shown_->setSortCaseSensitivity(Qt::CaseInsensitive);
-  shown_->setSortLocaleAware(true);
   MakeFilter();
   MakeView();
 
