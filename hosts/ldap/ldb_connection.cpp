@@ -132,6 +132,7 @@ LdbConnection::NamingAttribute LdbConnection::NamingAttributeOf(const std::strin
 
 StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entry>& entries) const {
   entries.clear();
+  static_cast<void>(handle_->TakeMessage());
   const TallocScope scope = MakeTallocScope();
   if (ldb_parse_tree(scope.get(), request.filter.c_str()) == nullptr) {
     return {kLdapFilterError, "not a search filter: " + request.filter};
@@ -148,6 +149,9 @@ StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entr
   const int code =
       ldb_search(handle(), scope.get(), &found, base, ScopeOf(request.scope),
                  request.attributes.empty() ? nullptr : names.data(), "%s", request.filter.c_str());
+  // A record that cannot be read looks to the library like one that is not there.
+  const std::string trouble = handle_->TakeMessage();
+  if (!trouble.empty()) return {kLdapOther, OneLine("the file is damaged: " + trouble)};
   StoreStatus status = Outcome(code);
   if (!status.Ok()) return status;
   const std::span<ldb_message*> messages(found->msgs, found->count);

@@ -175,7 +175,8 @@ StoreStatus LdbStore::AddNow(Entry entry) {
 }
 
 StoreStatus LdbStore::Find(const SearchRequest& request, std::vector<Entry>& entries) const {
-  return connection_->Search(request, entries);
+  StoreStatus status = connection_->Search(request, entries);
+  return status.code == kLdapOther ? AboutFile(std::move(status)) : status;
 }
 
 StoreStatus LdbStore::FindOne(const std::string& dn, std::span<const std::string> attributes,
@@ -200,7 +201,10 @@ StoreStatus LdbStore::Commit(LdbTransaction& transaction) const {
 }
 
 StoreStatus LdbStore::AboutFile(StoreStatus status) const {
-  if (!status.Ok()) status.text = "the directory '" + path_ + "': " + status.text;
+  const std::string name = "the directory '" + path_ + "'";
+  if (!status.Ok() && status.text.find(name) == std::string::npos) {
+    status.text = name + ": " + status.text;
+  }
   return status;
 }
 

@@ -2,11 +2,14 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <csignal>
+#include <fstream>
+#include <stdexcept>
 #include <thread>
 
 #include "hosts/ldap/file_descriptor.h"
@@ -20,6 +23,7 @@ namespace {
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 using ::testing::Not;
 using Clock = std::chrono::steady_clock;
 
@@ -47,21 +51,26 @@ bool Take(int file, const Lock& lock, int command = F_SETLK) {
 /// Another process that holds a lock until it is ended.
 class LockingProcess {
  public:
-  LockingProcess(const std::string& path, const Lock& lock) {
+  /// Returns when it has the lock or, with `F_SETLKW`, when it waits for it.
+  LockingProcess(const std::string& path, const Lock& lock, int command = F_SETLK) {
     int ends[2];
     if (pipe(ends) != 0) throw std::runtime_error("no pipe");
     process_ = fork();
     if (process_ == 0) {
+      prctl(PR_SET_PDEATHSIG, SIGKILL);
       const int file = open(path.c_str(), O_RDWR);
-      const char answer = Take(file, lock) ? 'y' : 'n';
-      if (write(ends[1], &answer, 1) == 1) pause();
-      _exit(1);
+      const bool waits = command == F_SETLKW;
+      if (!waits && !Take(file, lock)) _exit(1);
+      if (write(ends[1], "y", 1) != 1) _exit(1);
+      if (waits && !Take(file, lock, command)) _exit(1);
+      while (true) pause();
     }
+    close(ends[1]);
     char answer = 'n';
     const bool was_told = read(ends[0], &answer, 1) == 1;
     close(ends[0]);
-    close(ends[1]);
-    if (!was_told || answer != 'y') throw std::runtime_error("the lock could not be taken");
+    if (!was_told) throw std::runtime_error("the lock could not be taken");
+    while (command == F_SETLKW && !IsWaiting()) std::this_thread::yield();
   }
   LockingProcess(const LockingProcess&) = delete;
   LockingProcess& operator=(const LockingProcess&) = delete;
@@ -76,6 +85,16 @@ class LockingProcess {
   [[nodiscard]] std::string id() const { return std::to_string(process_); }
 
  private:
+  /// The system lists locks that are waited for with an arrow.
+  [[nodiscard]] bool IsWaiting() const {
+    std::ifstream locks("/proc/locks");
+    for (std::string line; std::getline(locks, line);) {
+      const bool is_ours = line.find(" " + id() + " ") != std::string::npos;
+      if (is_ours && line.find("->") != std::string::npos) return true;
+    }
+    return false;
+  }
+
   pid_t process_ = 0;
 };
 
@@ -172,6 +191,20 @@ TEST_F(LdbLockTest, AHolderWithoutANameIsAnotherProcess) {
   const StoreStatus status = store->Read(kUser, {}, entry);
   EXPECT_EQ(status.code, kLdapBusy);
   EXPECT_THAT(status.text, HasSubstr("is locked by another process"));
+}
+
+TEST_F(LdbLockTest, ACommitDoesNotWaitForEverForAReaderThatCameInBefore) {
+  const std::unique_ptr<IDirectoryStore> store = Open();
+  // The reader waits already when the transaction begins, and the transaction takes its time.
+  const FileDescriptor file(open(path().c_str(), O_RDWR | O_CLOEXEC));
+  ASSERT_TRUE(Take(file.get(), kWholeFile));
+  const LockingProcess reader(path(), kRecordsForReading, F_SETLKW);
+  AttributeValues many;
+  for (int number = 0; number < 2000; ++number) {
+    many.push_back(std::to_string(10000 + number) + std::string(1000, 'x'));
+  }
+  ExpectBusy(Replace(*store, kUser, "otherMailbox", many), reader);
+  EXPECT_THAT(OnUser("otherMailbox"), IsEmpty());
 }
 
 TEST_F(LdbLockTest, AReaderThatCameInDuringATransactionIsNotWaitedForForEver) {

@@ -11,8 +11,10 @@
 namespace pelora::ldap {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 class LdbToolsTest : public LdbBench {
  protected:
@@ -91,9 +93,13 @@ TEST_F(LdbToolsTest, NothingTheStoreDoesIsPrinted) {
   {
     const std::unique_ptr<IDirectoryStore> store = Open();
     EXPECT_FALSE(Replace(*store, kUser, "mail", {"a", "b"}).Ok());
+    // What an open database makes of a file that is overwritten is the library's to tell.
     std::string bytes = ReadFile(path());
-    bytes.replace(1000, bytes.size() - 1000, bytes.size() - 1000, 'x');
+    bytes.replace(168, bytes.size() - 168, bytes.size() - 168, 'x');
     WriteFile(path(), bytes);
+    const StoreStatus status = Replace(*store, kUser, "peloraQuotaHard", {"1"});
+    EXPECT_FALSE(status.Ok());
+    EXPECT_THAT(status.text, AllOf(HasSubstr("'" + path() + "'"), Not(HasSubstr("\n"))));
     std::unique_ptr<IDirectoryStore> none;
     EXPECT_FALSE(OpenLdbStore(File("missing.ldb"), {}, none).Ok());
   }
