@@ -90,6 +90,21 @@ TEST_F(LdbDamageTest, NoFlippedByteEndsTheProgram) {
   EXPECT_GT(refused, 20U);
 }
 
+TEST_F(LdbDamageTest, ARecordThatCannotBeReadIsNoMissingObject) {
+  const std::unique_ptr<IDirectoryStore> store = Open();
+  std::string bytes = ReadFile(path());
+  bytes.replace(168, bytes.size() - 168, bytes.size() - 168, 'x');
+  WriteFile(path(), bytes);
+  Entry entry;
+  const StoreStatus status = store->Read(kUser, {}, entry);
+  EXPECT_EQ(status.code, kLdapOther);
+  EXPECT_THAT(status.text, AllOf(HasSubstr("'" + path() + "'"), HasSubstr("damaged")));
+  const StoreStatus added = store->Add(
+      {.dn = "CN=A,CN=Users," + std::string(kBase), .attributes = {{"objectClass", {"top"}}}});
+  EXPECT_EQ(added.code, kLdapOther);
+  EXPECT_TRUE(ReadFile(path()) == bytes);
+}
+
 TEST_F(LdbDamageTest, ACommitThatWasCutShortIsUndone) {
   ASSERT_TRUE(Replace(*Open(), kUser, "peloraQuotaHard", {"1"}).Ok());
   const pid_t child = fork();
