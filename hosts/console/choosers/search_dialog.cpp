@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QSortFilterProxyModel>
+#include <QStyle>
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -24,7 +25,7 @@ namespace pelora::console {
 namespace {
 
 /// In average characters.
-constexpr int kWidth = 110;
+constexpr int kWidth = 140;
 constexpr std::array kColumnWidths = {26, 12, 18, 28};
 constexpr int kResultLines = 14;
 constexpr int kChosenLines = 4;
@@ -56,7 +57,7 @@ SearchDialog::SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWid
 
 SearchDialog::~SearchDialog() = default;
 
-void SearchDialog::MakeText(QLayout& layout) {
+void SearchDialog::MakeText(QVBoxLayout& layout) {
   text_ = new QLineEdit(this);
   text_->setObjectName(QStringLiteral("search_text"));
   text_->setClearButtonEnabled(true);
@@ -69,10 +70,10 @@ void SearchDialog::MakeText(QLayout& layout) {
   auto* line = new QHBoxLayout;
   line->addWidget(label);
   line->addWidget(text_);
-  layout.addItem(line);
+  layout.addLayout(line);
 }
 
-void SearchDialog::MakeResults(QLayout& layout) {
+void SearchDialog::MakeResults(QVBoxLayout& layout) {
   shown_->setSourceModel(found_);
   shown_->setSortCaseSensitivity(Qt::CaseInsensitive);
   shown_->setSortLocaleAware(true);
@@ -82,6 +83,8 @@ void SearchDialog::MakeResults(QLayout& layout) {
   results_->setRootIsDecorated(false);
   results_->setUniformRowHeights(true);
   results_->setAllColumnsShowFocus(true);
+  // Both ends of an address and of a folder tell something.
+  results_->setTextElideMode(Qt::ElideMiddle);
   results_->setSelectionMode(init_.multiple ? QAbstractItemView::ExtendedSelection
                                             : QAbstractItemView::SingleSelection);
   results_->setSortingEnabled(true);
@@ -107,8 +110,10 @@ void SearchDialog::MakeResults(QLayout& layout) {
   layout.addWidget(status_);
 }
 
-void SearchDialog::MakeChosen(QLayout& layout) {
+void SearchDialog::MakeChosen(QVBoxLayout& layout) {
   chosen_list_ = new QListWidget(this);
+  const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize);
+  chosen_list_->setIconSize({icon, icon});
   chosen_list_->setObjectName(QStringLiteral("chosen_objects"));
   chosen_list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   chosen_list_->setFixedHeight(kChosenLines * fontMetrics().lineSpacing() +
@@ -131,10 +136,10 @@ void SearchDialog::MakeChosen(QLayout& layout) {
   line->addWidget(chosen_list_);
   line->addLayout(buttons);
   layout.addWidget(label);
-  layout.addItem(line);
+  layout.addLayout(line);
 }
 
-void SearchDialog::MakeButtons(QLayout& layout) {
+void SearchDialog::MakeButtons(QVBoxLayout& layout) {
   buttons_ = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   connect(buttons_, &QDialogButtonBox::accepted, this, &SearchDialog::accept);
   connect(buttons_, &QDialogButtonBox::rejected, this, &SearchDialog::reject);

@@ -11,12 +11,12 @@
 
 class QDialogButtonBox;
 class QLabel;
-class QLayout;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QSortFilterProxyModel;
 class QTreeView;
+class QVBoxLayout;
 
 namespace pelora::console {
 
@@ -49,10 +49,10 @@ class SearchDialog final : public QDialog {
   [[nodiscard]] std::vector<DirectoryObject> Chosen() const;
 
  private:
-  void MakeText(QLayout& layout);
-  void MakeResults(QLayout& layout);
-  void MakeChosen(QLayout& layout);
-  void MakeButtons(QLayout& layout);
+  void MakeText(QVBoxLayout& layout);
+  void MakeResults(QVBoxLayout& layout);
+  void MakeChosen(QVBoxLayout& layout);
+  void MakeButtons(QVBoxLayout& layout);
 
   void OnTextEdited();
   void OnTextEntered();
