@@ -2,22 +2,22 @@
 #include "hosts/console/block_data_object.h"
 
 #include <utility>
+#include <vector>
 
 namespace pelora::console {
 namespace {
 
+/// A view of a block, which stays when the view goes.
 class BlockMedium final : public IStorageMedium {
  public:
-  explicit BlockMedium(HeapBlock block) : block_(std::move(block)) {}
-  // As the platform has it: the memory lives until somebody releases it.
-  ~BlockMedium() override { (void)block_.bytes.release(); }
+  explicit BlockMedium(std::shared_ptr<HeapBlock> block) : block_(std::move(block)) {}
 
-  [[nodiscard]] std::span<const std::byte> Lock() override { return block_.span(); }
+  [[nodiscard]] std::span<const std::byte> Lock() override { return block_->span(); }
   void Unlock() override {}
-  void Release() override { block_ = {}; }
+  void Release() override { *block_ = {}; }
 
  private:
-  HeapBlock block_;
+  std::shared_ptr<HeapBlock> block_;
 };
 
 class BlockDataObject final : public IDataObject {
@@ -46,7 +46,8 @@ class BlockDataObject final : public IDataObject {
     const bool is_known =
         format.format == format_ && (format.medium & FormatEtc::kGlobalMemory) != 0;
     if (!is_known) return DV_E_FORMATETC;
-    medium = std::make_unique<BlockMedium>(render_());
+    rendered_.push_back(std::make_shared<HeapBlock>(render_()));
+    medium = std::make_unique<BlockMedium>(rendered_.back());
     return S_OK;
   }
 
@@ -55,6 +56,7 @@ class BlockDataObject final : public IDataObject {
 
   std::string format_;
   std::function<HeapBlock()> render_;
+  std::vector<std::shared_ptr<HeapBlock>> rendered_;
   std::uint32_t references_ = 1;
 };
 

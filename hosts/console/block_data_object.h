@@ -19,8 +19,9 @@ struct HeapBlock {
   [[nodiscard]] std::span<std::byte> span() const { return {bytes.get(), size}; }
 };
 
-/// A data object that is rendered in one format: each rendering is a block that `render` makes anew
-/// and that belongs to whoever asked for it. One reference, the caller's.
+/// A data object that is rendered in one format: each rendering is a block that `render` makes
+/// anew. Whoever asked for it may release it; a block that nobody releases goes with the data
+/// object. One reference, the caller's.
 [[nodiscard]] Ref<IDataObject> MakeBlockDataObject(std::string format,
                                                    std::function<HeapBlock()> render);
 

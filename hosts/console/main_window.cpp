@@ -30,6 +30,8 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
 }
 
 MainWindow::~MainWindow() {
+  // The focus moves on while the window's parts go one by one.
+  disconnect(qApp, nullptr, this, nullptr);
   // The tree still looks at its model, and the sheets at the session.
   tree_->setModel(nullptr);
 }
