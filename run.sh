@@ -10,7 +10,7 @@ cmake --preset native -DBUILD_TESTING=OFF
 cmake --build --preset native --target pelora-console
 
 console=build/native/hosts/console/pelora-console
-if [ $# -gt 0 ] || [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
+if [ $# -gt 0 ] || [ -n "${DISPLAY:-}" ]; then
   exec "$console" "$@"
 fi
 

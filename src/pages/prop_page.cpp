@@ -36,6 +36,13 @@ HRESULT CPropPage::Initialize(IDataObject* data_object) {
 }
 
 HRESULT CPropPage::InitPage() {
+  // Until the loading has come to its end it has failed, exceptions included.
+  load_status_ = E_UNEXPECTED;
+  load_status_ = Load();
+  return load_status_;
+}
+
+HRESULT CPropPage::Load() {
   BoundObjects objects;
   if (const HRESULT status = BindObjects(bind_interface_, objects); status != S_OK) {
     ShowError(status, "Unable to get connection with the ldap user.");
@@ -48,6 +55,10 @@ HRESULT CPropPage::InitPage() {
 }
 
 bool CPropPage::Apply() {
+  if (load_status_ != S_OK) {
+    ShowError(load_status_, "Unable to get connection with the ldap user");
+    return false;
+  }
   BoundObjects objects;
   if (const HRESULT status = BindObjects(IID_IADs, objects); status != S_OK) {
     ShowError(status, "Unable to get connection with the ldap user");

@@ -43,8 +43,9 @@ class CPropPage : public IShellExtInit, public IShellPropSheetExt, public CADSBa
   /// The result is the status of the binding or of the loading.
   HRESULT InitPage();
 
-  /// Validates, collects, and writes and commits each selected object in turn. The first failure
-  /// ends it and is shown; objects before it keep what was committed. True when nothing failed.
+  /// Validates, collects, and writes and commits each selected object in turn. A page that could
+  /// not be loaded is not applied: what its controls show is nobody's wish. The first failure ends
+  /// it and is shown; objects before it keep what was committed. True when nothing failed.
   [[nodiscard]] bool Apply();
 
   // Readers: each shows one attribute of all objects in one control.
@@ -70,11 +71,14 @@ class CPropPage : public IShellExtInit, public IShellPropSheetExt, public CADSBa
   ~CPropPage() override = default;
 
  private:
+  [[nodiscard]] HRESULT Load();
   [[nodiscard]] HRESULT WriteAndCommit(const BoundObjects& objects, ChangeList& changes) const;
   void ShowForSelection(std::span<const ControlId> controls) const;
 
   const Guid& bind_interface_;
   std::span<const ControlId> multi_select_hide_list_;
+  /// What became of the last loading.
+  HRESULT load_status_ = S_OK;
   std::uint32_t references_ = 1;
 };
 
