@@ -36,11 +36,14 @@ QListWidget& ChooserUser::Chosen() const { return Find<QListWidget>("chosen_obje
 
 QTreeView& ChooserUser::Tree() const { return Find<QTreeView>("container_tree"); }
 
-std::string ChooserUser::Status() const {
-  const auto* status = window_.findChild<QLabel*>(QStringLiteral("search_status"));
-  if (status == nullptr) status = &Find<QLabel>("browser_status");
-  return ToUtf8(status->text());
+QLabel& ChooserUser::StatusLine() const {
+  auto* status = window_.findChild<QLabel*>(QStringLiteral("search_status"));
+  return status != nullptr ? *status : Find<QLabel>("browser_status");
 }
+
+std::string ChooserUser::Status() const { return ToUtf8(StatusLine().text()); }
+
+Qt::TextFormat ChooserUser::StatusFormat() const { return StatusLine().textFormat(); }
 
 QPushButton& ChooserUser::Button(const char* text) const {
   for (auto* button : window_.findChildren<QPushButton*>()) {

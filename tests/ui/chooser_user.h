@@ -23,6 +23,7 @@ class ChooserUser {
   [[nodiscard]] QListWidget& Chosen() const;
   [[nodiscard]] QTreeView& Tree() const;
   [[nodiscard]] std::string Status() const;
+  [[nodiscard]] Qt::TextFormat StatusFormat() const;
   /// A button by its text, without the mark of its mnemonic.
   [[nodiscard]] QPushButton& Button(const char* text) const;
 
@@ -50,6 +51,7 @@ class ChooserUser {
   void GoToContainer(const std::vector<const char*>& way);
 
  private:
+  [[nodiscard]] QLabel& StatusLine() const;
   template <class Widget>
   [[nodiscard]] Widget& Find(const char* name) const;
   [[nodiscard]] QModelIndex RowOf(const char* name) const;

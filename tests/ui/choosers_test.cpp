@@ -312,6 +312,7 @@ TEST_F(ChoosersTest, AFailedSearchIsShown) {
   });
   const console::ConsolePlatform platform(session().service, message_box_, broken, module());
   PlaySearched([](ChooserUser& user) {
+    EXPECT_EQ(user.StatusFormat(), Qt::PlainText) << "what a server says is no markup";
     EXPECT_EQ(user.Status(),
               "The search failed, 0 objects found until then: the <b>server</b> is down");
     user.Click("Cancel");
