@@ -9,8 +9,11 @@
 #include <QFileInfo>
 #include <QImage>
 #include <QProcess>
+#include <sstream>
 
 #include "hosts/console/qt_text.h"
+#include "hosts/console/stream_message_box.h"
+#include "platform/dialog_controller.h"
 #include "tests/ui/console_test.h"
 
 namespace pelora::test {
@@ -138,6 +141,17 @@ TEST_F(Program, ObjectsWithoutPropertiesAreAFailure) {
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_THAT(run.errors, HasSubstr("Objects of the type Group have no properties to show."));
   EXPECT_FALSE(HasPicture());
+}
+
+TEST(MessagesWithoutAScreen, GoToTheStreamAndAreRemembered) {
+  std::ostringstream stream;
+  console::StreamMessageBox box(stream);
+  EXPECT_FALSE(box.has_shown());
+  EXPECT_EQ(box.Show(nullptr, {.text = "One\r\n\r\nError code: 0X5011", .caption = "Pelora Error"}),
+            kDialogOk);
+  EXPECT_TRUE(box.has_shown());
+  EXPECT_EQ(stream.str(), "Pelora Error: One\n\nError code: 0X5011\n");
+  EXPECT_EQ(box.Show(nullptr, {.text = "Sure?", .buttons = MessageButtons::kYesNo}), kDialogNo);
 }
 
 TEST_F(Program, AMissingFileIsAFailureThatNamesIt) {

@@ -127,6 +127,14 @@ TEST_F(Window, ReadsAContainerOnlyWhenItIsOpened) {
   EXPECT_EQ(tree().model()->rowCount(company), 9);
 }
 
+TEST_F(Window, TheTreeHoldsContainersOnly) {
+  GoToSales();
+  EXPECT_THAT(Names(), Contains("Birgit Krämer"));
+  tree().expand(tree().currentIndex());
+  EXPECT_EQ(tree().model()->rowCount(tree().currentIndex()), 0);
+  EXPECT_FALSE(tree().model()->hasChildren(tree().currentIndex()));
+}
+
 TEST_F(Window, ADoubleClickOpensAContainerAndUpLeavesIt) {
   DoubleClick("Linden-Werke Chemnitz");
   EXPECT_EQ(Container(), "Linden-Werke Chemnitz");
