@@ -151,7 +151,8 @@ TEST(MessagesWithoutAScreen, GoToTheStreamAndAreRemembered) {
             kDialogOk);
   EXPECT_TRUE(box.has_shown());
   EXPECT_EQ(stream.str(), "Pelora Error: One\n\nError code: 0X5011\n");
-  EXPECT_EQ(box.Show(nullptr, {.text = "Sure?", .buttons = MessageButtons::kYesNo}), kDialogNo);
+  EXPECT_EQ(box.Show(nullptr, {.text = "Sure?", .caption = {}, .buttons = MessageButtons::kYesNo}),
+            kDialogNo);
 }
 
 TEST_F(Program, AMissingFileIsAFailureThatNamesIt) {
