@@ -151,8 +151,11 @@ TEST(MessagesWithoutAScreen, GoToTheStreamAndAreRemembered) {
             kDialogOk);
   EXPECT_TRUE(box.has_shown());
   EXPECT_EQ(stream.str(), "Pelora Error: One\n\nError code: 0X5011\n");
-  EXPECT_EQ(box.Show(nullptr, {.text = "Sure?", .caption = {}, .buttons = MessageButtons::kYesNo}),
-            kDialogNo);
+  const Message question{.text = "Sure?",
+                         .caption = std::nullopt,
+                         .icon = MessageIcon::kNone,
+                         .buttons = MessageButtons::kYesNo};
+  EXPECT_EQ(box.Show(nullptr, question), kDialogNo);
 }
 
 TEST_F(Program, AMissingFileIsAFailureThatNamesIt) {
