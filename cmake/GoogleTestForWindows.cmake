@@ -13,5 +13,6 @@ target_include_directories(pelora_gmock SYSTEM PUBLIC
   "${GOOGLETEST_SOURCE_DIR}/googletest/include" "${GOOGLETEST_SOURCE_DIR}/googlemock/include")
 target_include_directories(pelora_gmock PRIVATE
   "${GOOGLETEST_SOURCE_DIR}/googletest" "${GOOGLETEST_SOURCE_DIR}/googlemock")
+target_compile_options(pelora_gmock PRIVATE -O0 -g0)
 # Under the name by which the portable test libraries ask for it.
 add_library(GTest::gmock ALIAS pelora_gmock)

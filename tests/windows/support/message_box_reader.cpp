@@ -44,6 +44,7 @@ void PrintTo(const ShownBox& box, std::ostream* out) {
 MessageBoxReader::MessageBoxReader() : watcher_([this](HWND box) { Read(box); }) {}
 
 void MessageBoxReader::Read(HWND window) {
+  if (is_paused_) return;
   ShownBox box;
   box.caption = TextOfWindow(window);
   if (const HWND owner = GetWindow(window, GW_OWNER)) box.owner = TextOfWindow(owner);

@@ -32,6 +32,9 @@ class MessageBoxReader {
   MessageBoxReader();
 
   [[nodiscard]] const std::vector<ShownBox>& boxes() const { return boxes_; }
+  /// Leaves dialogs alone for a while: somebody else deals with them.
+  void Pause() { is_paused_ = true; }
+  void Resume() { is_paused_ = false; }
   /// Another dialog that is not to be taken for a message box.
   void Ignore(HWND window) { watcher_.Ignore(window); }
 
@@ -39,6 +42,7 @@ class MessageBoxReader {
   void Read(HWND box);
 
   std::vector<ShownBox> boxes_;
+  bool is_paused_ = false;
   ModalWatcher watcher_;
 };
 

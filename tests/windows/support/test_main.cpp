@@ -21,6 +21,10 @@ class WatchdogFeeder final : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo& info) override {
     watchdog_.Feed(std::string(info.test_suite_name()) + "." + info.name() + " ran");
   }
+  // Long tests give signs of life by succeeding.
+  void OnTestPartResult(const testing::TestPartResult& /*result*/) override {
+    watchdog_.Feed("a long test went on");
+  }
   void OnTestEnd(const testing::TestInfo& info) override {
     watchdog_.Feed(std::string(info.name()) + " was over");
   }

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: Apache-2.0
+// The module's file: what it exports, what it needs, how it is protected, what is built into it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "hosts/windows/system_headers.h"
+#include "tests/windows/extension/extension_module.h"
+#include "tests/windows/extension/pe_file.h"
+
+namespace pelora::windows::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+/// Modules that every system has, from Windows 10 on, and Wine too.
+const std::set<std::string> kSystemModules = {
+    "ACTIVEDS.DLL", "ADVAPI32.DLL", "COMCTL32.DLL", "GDI32.DLL",   "KERNEL32.DLL",
+    "MSVCRT.DLL",   "OLE32.DLL",    "OLEAUT32.DLL", "SHELL32.DLL", "USER32.DLL",
+};
+
+TEST(ModuleFile, ExportsTheFourFunctionsAndNothingElse) {
+  const PeFile file = ReadPeFile(ExtensionPath());
+  EXPECT_THAT(file.exports, ElementsAre("DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer",
+                                        "DllUnregisterServer"));
+  EXPECT_EQ(file.export_count, 4U);
+}
+
+TEST(ModuleFile, NeedsOnlyModulesOfTheSystem) {
+  const PeFile file = ReadPeFile(ExtensionPath());
+  EXPECT_FALSE(file.imports.empty());
+  for (const std::string& import : file.imports) {
+    EXPECT_TRUE(kSystemModules.contains(import)) << import;
+  }
+}
+
+TEST(ModuleFile, IsAProtected64BitLibrary) {
+  const PeFile file = ReadPeFile(ExtensionPath());
+  EXPECT_EQ(file.machine, IMAGE_FILE_MACHINE_AMD64);
+  EXPECT_NE(file.characteristics & IMAGE_FILE_DLL, 0);
+  EXPECT_EQ(file.characteristics & IMAGE_FILE_RELOCS_STRIPPED, 0);
+  EXPECT_NE(file.dll_characteristics & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE, 0);
+  EXPECT_NE(file.dll_characteristics & IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA, 0);
+  EXPECT_NE(file.dll_characteristics & IMAGE_DLLCHARACTERISTICS_NX_COMPAT, 0);
+}
+
+TEST(ModuleFile, IsStrippedAndSmall) {
+  const PeFile file = ReadPeFile(ExtensionPath());
+  EXPECT_EQ(file.symbol_count, 0U);
+  for (const std::string& section : file.sections) {
+    EXPECT_THAT(section, ::testing::Not(StartsWith(".debug")));
+    // A long name is a number into a table of names, which debugging sections have.
+    EXPECT_THAT(section, ::testing::Not(StartsWith("/")));
+  }
+  constexpr std::size_t kLargest = 3 * 512 * 1024;
+  EXPECT_LE(file.size, kLargest);
+  std::printf("PeloraADS.DLL: %zu bytes\n", file.size);
+}
+
+class ModuleResources : public ::testing::Test {
+ protected:
+  ModuleResources()
+      : module_(LoadLibraryExW(ExtensionPath().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {}
+  ~ModuleResources() override { FreeLibrary(module_); }
+
+  [[nodiscard]] std::string_view Find(const wchar_t* type, WORD name) const {
+    const HRSRC found = FindResourceW(module_, MAKEINTRESOURCEW(name), type);
+    if (found == nullptr) return {};
+    return {static_cast<const char*>(LockResource(LoadResource(module_, found))),
+            SizeofResource(module_, found)};
+  }
+
+ private:
+  HMODULE module_;
+};
+
+TEST_F(ModuleResources, HoldAVersion) {
+  const std::string_view version = Find(MAKEINTRESOURCEW(16), 1);
+  // The fixed part begins with its mark, whose place depends on the texts before it.
+  const std::string mark("\xBD\x04\xEF\xFE", 4);
+  EXPECT_NE(version.find(mark), std::string_view::npos);
+  for (const char* const text : {"PeloraADS.DLL", "FileVersion", PELORA_VERSION}) {
+    std::string wide;
+    for (const char letter : std::string_view(text)) wide += {letter, '\0'};
+    EXPECT_NE(version.find(wide), std::string_view::npos) << text;
+  }
+}
+
+TEST_F(ModuleResources, AskForTheControlsThatFollowTheTheme) {
+  constexpr WORD kManifestOfALibrary = 2;
+  EXPECT_THAT(std::string(Find(MAKEINTRESOURCEW(24), kManifestOfALibrary)),
+              HasSubstr("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\""));
+}
+
+TEST_F(ModuleResources, HoldTheRegistrationScripts) {
+  EXPECT_THAT(std::string(Find(L"REGISTRY", 101)), HasSubstr("PeloraADS.DLL"));
+}
+
+TEST_F(ModuleResources, HoldTheUserTabsTemplate) {
+  EXPECT_FALSE(Find(MAKEINTRESOURCEW(5), 102).empty());
+}
+
+}  // namespace
+}  // namespace pelora::windows::test

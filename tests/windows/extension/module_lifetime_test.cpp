@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: Apache-2.0
+// Activation, references, and what keeps the module loaded.
+#include <gmock/gmock.h>
+#include <ocidl.h>
+
+#include <array>
+#include <string>
+
+#include "hosts/windows/values/bstr.h"
+#include "hosts/windows/values/system_guid.h"
+#include "server/class_table.h"
+#include "tests/windows/extension/console.h"
+#include "tests/windows/extension/extension_test.h"
+
+namespace pelora::windows::test {
+namespace {
+
+constexpr const char* kPath = "LDAP://CN=Ada,DC=fake,DC=example";
+constexpr const char* kUserPage = "CPropPageUser";
+
+class ModuleLifetimeTest : public ExtensionTest {
+ protected:
+  void TearDown() override {
+    if (IsLoaded()) {
+      EXPECT_EQ(CanUnloadNow(), S_OK);
+    }
+    UnloadUnused();
+    EXPECT_FALSE(IsLoaded());
+  }
+};
+
+TEST_F(ModuleLifetimeTest, EveryClassIsCreatedUsedAndReleased) {
+  Console console;
+  console.directory().AddObject(kPath);
+  console.Select({kPath});
+  int created = 0;
+  for (const ComponentClass& row : ClassTable()) {
+    SCOPED_TRACE(row.name);
+    Ref<::IUnknown> component;
+    const HRESULT status = Activate(ToSystem(row.class_id), component);
+    if (row.create == nullptr) {
+      EXPECT_EQ(status, CLASS_E_CLASSNOTAVAILABLE);
+      continue;
+    }
+    ASSERT_EQ(status, S_OK);
+    ++created;
+    EXPECT_EQ(CanUnloadNow(), S_FALSE);
+    if (const auto init = QueryFor<::IShellExtInit>(*component)) {
+      EXPECT_EQ(init->Initialize(nullptr, &console.selection(), nullptr), S_OK);
+    }
+    component.Reset();
+    EXPECT_EQ(CanUnloadNow(), S_OK);
+  }
+  EXPECT_GT(created, 0);
+  EXPECT_EQ(console.selection().references(), 0U);
+  EXPECT_EQ(console.directory().live_objects(), 0U);
+}
+
+TEST_F(ModuleLifetimeTest, AClassFactoryHoldsTheModule) {
+  Ref<::IClassFactory> factory;
+  ASSERT_EQ(GetClassFactory(ClassId(kUserPage), factory), S_OK);
+  EXPECT_EQ(CanUnloadNow(), S_FALSE);
+  factory.Reset();
+  EXPECT_EQ(CanUnloadNow(), S_OK);
+}
+
+TEST_F(ModuleLifetimeTest, ALockHoldsTheModuleWithoutAnyObject) {
+  Ref<::IClassFactory> factory;
+  ASSERT_EQ(GetClassFactory(ClassId(kUserPage), factory), S_OK);
+  EXPECT_EQ(factory->LockServer(TRUE), S_OK);
+  EXPECT_EQ(factory->LockServer(TRUE), S_OK);
+  EXPECT_EQ(factory->LockServer(FALSE), S_OK);
+  factory.Reset();
+  EXPECT_EQ(CanUnloadNow(), S_FALSE);
+  UnloadUnused();
+  EXPECT_TRUE(IsLoaded());
+  ASSERT_EQ(GetClassFactory(ClassId(kUserPage), factory), S_OK);
+  EXPECT_EQ(factory->LockServer(FALSE), S_OK);
+}
+
+TEST_F(ModuleLifetimeTest, AggregationIsRefused) {
+  Ref<::IClassFactory> factory;
+  ASSERT_EQ(GetClassFactory(ClassId(kUserPage), factory), S_OK);
+  Selection outer({});
+  void* object = &outer;
+  EXPECT_EQ(factory->CreateInstance(&outer, ::IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
+  EXPECT_EQ(object, nullptr);
+  EXPECT_EQ(outer.references(), 0U);
+}
+
+TEST_F(ModuleLifetimeTest, AFactoryRefusesWhatItDoesNotOffer) {
+  Ref<::IClassFactory> factory;
+  ASSERT_EQ(GetClassFactory(ClassId(kUserPage), factory), S_OK);
+  void* object = &factory;
+  EXPECT_EQ(factory->CreateInstance(nullptr, ::IID_IDataObject, &object), E_NOINTERFACE);
+  EXPECT_EQ(object, nullptr);
+  EXPECT_EQ(factory->CreateInstance(nullptr, ::IID_IUnknown, nullptr), E_POINTER);
+  EXPECT_EQ(factory->QueryInterface(::IID_IUnknown, nullptr), E_POINTER);
+  object = &factory;
+  EXPECT_EQ(factory->QueryInterface(::IID_IDataObject, &object), E_NOINTERFACE);
+  EXPECT_EQ(object, nullptr);
+}
+
+TEST_F(ModuleLifetimeTest, TheModuleKnowsNoOtherClass) {
+  Ref<::IClassFactory> factory;
+  ASSERT_EQ(GetClassFactory(ClassId(kUserPage), factory), S_OK);
+  const auto get_class_object =
+      reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(reinterpret_cast<void*>(
+          GetProcAddress(GetModuleHandleW(L"PeloraADS.DLL"), "DllGetClassObject")));
+  void* object = &factory;
+  EXPECT_EQ(get_class_object(::IID_IDataObject, ::IID_IClassFactory, &object),
+            CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_EQ(object, nullptr);
+  object = &factory;
+  EXPECT_EQ(get_class_object(ClassId(kUserPage), ::IID_IDataObject, &object), E_NOINTERFACE);
+  EXPECT_EQ(object, nullptr);
+  EXPECT_EQ(get_class_object(ClassId(kUserPage), ::IID_IClassFactory, nullptr), E_POINTER);
+}
+
+TEST_F(ModuleLifetimeTest, EveryInterfaceLeadsToEveryOther) {
+  Ref<::IShellExtInit> init;
+  ASSERT_EQ(Activate(ClassId(kUserPage), init), S_OK);
+  const auto identity = QueryFor<::IUnknown>(*init);
+  const auto pages = QueryFor<::IShellPropSheetExt>(*init);
+  const auto info = QueryFor<::IProvideClassInfo>(*init);
+  ASSERT_TRUE(pages);
+  ASSERT_TRUE(info);
+  for (::IUnknown* const face : std::array<::IUnknown*, 3>{init.Get(), pages.Get(), info.Get()}) {
+    EXPECT_EQ(QueryFor<::IUnknown>(*face), identity);
+    EXPECT_EQ(QueryFor<::IShellExtInit>(*face), init);
+    EXPECT_EQ(QueryFor<::IShellPropSheetExt>(*face), pages);
+    EXPECT_EQ(QueryFor<::IProvideClassInfo>(*face), info);
+    EXPECT_FALSE(QueryFor<::IDataObject>(*face));
+  }
+}
+
+TEST_F(ModuleLifetimeTest, AnObjectTellsItsClass) {
+  Ref<::IProvideClassInfo> provider;
+  ASSERT_EQ(Activate(ClassId(kUserPage), provider), S_OK);
+  Ref<ITypeInfo> info;
+  ASSERT_EQ(provider->GetClassInfo(info.Put()), S_OK);
+  UniqueBstr name;
+  ASSERT_EQ(info->GetDocumentation(MEMBERID_NIL, name.Put(), nullptr, nullptr, nullptr), S_OK);
+  EXPECT_EQ(TextOf(name.Get()), kUserPage);
+  EXPECT_EQ(provider->GetClassInfo(nullptr), E_POINTER);
+}
+
+TEST_F(ModuleLifetimeTest, APageHoldsItsComponentUntilItIsReleased) {
+  Console console;
+  console.directory().AddObject(kPath);
+  console.Select({kPath});
+  {
+    PageCollector pages;
+    {
+      Ref<::IShellExtInit> init;
+      ASSERT_EQ(Activate(ClassId(kUserPage), init), S_OK);
+      EXPECT_EQ(init->Initialize(nullptr, &console.selection(), nullptr), S_OK);
+      EXPECT_EQ(
+          QueryFor<::IShellPropSheetExt>(*init)->AddPages(pages.function(), pages.parameter()),
+          S_OK);
+    }
+    EXPECT_EQ(pages.offered(), 1U);
+    EXPECT_EQ(CanUnloadNow(), S_FALSE);
+    UnloadUnused();
+    EXPECT_TRUE(IsLoaded());
+  }
+  // The page was never shown.
+  EXPECT_EQ(CanUnloadNow(), S_OK);
+}
+
+TEST_F(ModuleLifetimeTest, APageThatTheSheetRefusesIsGoneAtOnce) {
+  Ref<::IShellExtInit> init;
+  ASSERT_EQ(Activate(ClassId(kUserPage), init), S_OK);
+  const auto extension = QueryFor<::IShellPropSheetExt>(*init);
+  PageCollector pages;
+  pages.Refuse();
+  EXPECT_EQ(extension->AddPages(pages.function(), pages.parameter()), S_OK);
+  EXPECT_EQ(pages.offered(), 1U);
+  const ULONG others = extension->AddRef() - 1;
+  extension->Release();
+  EXPECT_EQ(others, 2U);
+}
+
+TEST_F(ModuleLifetimeTest, AddingPagesNeedsSomebodyToTakeThem) {
+  Ref<::IShellPropSheetExt> extension;
+  ASSERT_EQ(Activate(ClassId(kUserPage), extension), S_OK);
+  EXPECT_EQ(extension->AddPages(nullptr, 0), E_INVALIDARG);
+  EXPECT_EQ(extension->ReplacePage(0, nullptr, 0), E_NOTIMPL);
+}
+
+TEST_F(ModuleLifetimeTest, IsUnloadedAndLoadedAgain) {
+  for (int round = 0; round < 20; ++round) {
+    Ref<::IShellExtInit> init;
+    ASSERT_EQ(Activate(ClassId(kUserPage), init), S_OK);
+    EXPECT_TRUE(IsLoaded());
+    init.Reset();
+    UnloadUnused();
+    EXPECT_FALSE(IsLoaded());
+  }
+}
+
+}  // namespace
+}  // namespace pelora::windows::test
