@@ -9,9 +9,9 @@
 #include "tests/support/fake_directory.h"
 #include "tests/support/fault_directory.h"
 #include "tests/windows/extension/extension_module.h"
-#include "tests/windows/extension/sheet_window.h"
 #include "tests/windows/provider/ldap_namespace.h"
 #include "tests/windows/support/selection.h"
+#include "tests/windows/support/sheet_window.h"
 
 namespace pelora::windows::test {
 

@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/windows/extension/sheet_window.h"
+#include "tests/windows/support/sheet_window.h"
+
+#include <array>
+
+#include "hosts/windows/values/wide_text.h"
 
 namespace pelora::windows::test {
 namespace {
@@ -22,7 +26,7 @@ SheetWindow::SheetWindow(std::vector<HPROPSHEETPAGE> pages) {
 
 SheetWindow::~SheetWindow() {
   if (IsOpen()) ClickCancel();
-  DestroyWindow(window_);
+  Destroy();
 }
 
 bool SheetWindow::IsOpen() const {
@@ -33,8 +37,24 @@ HWND SheetWindow::Page() const {
   return reinterpret_cast<HWND>(SendMessageW(window_, PSM_GETCURRENTPAGEHWND, 0, 0));
 }
 
-void SheetWindow::SelectPage(int page) const {
-  SendMessageW(window_, PSM_SETCURSEL, static_cast<WPARAM>(page), 0);
+void SheetWindow::SelectPage(std::size_t page) const {
+  SendMessageW(window_, PSM_SETCURSEL, page, 0);
+}
+
+std::size_t SheetWindow::CurrentPage() const {
+  const auto tabs = reinterpret_cast<HWND>(SendMessageW(window_, PSM_GETTABCONTROL, 0, 0));
+  return static_cast<std::size_t>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0));
+}
+
+std::string SheetWindow::TabText(std::size_t page) const {
+  const auto tabs = reinterpret_cast<HWND>(SendMessageW(window_, PSM_GETTABCONTROL, 0, 0));
+  std::array<wchar_t, 100> text{};
+  TCITEMW item = {};
+  item.mask = TCIF_TEXT;
+  item.pszText = text.data();
+  item.cchTextMax = static_cast<int>(text.size());
+  SendMessageW(tabs, TCM_GETITEMW, page, reinterpret_cast<LPARAM>(&item));
+  return ToNarrow(text.data());
 }
 
 bool SheetWindow::IsApplyEnabled() const {

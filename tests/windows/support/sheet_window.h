@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "hosts/windows/system_headers.h"
@@ -27,11 +28,16 @@ class SheetWindow {
   [[nodiscard]] HWND Page() const;
   [[nodiscard]] WindowPlayer User() const { return WindowPlayer(Page()); }
 
-  void SelectPage(int page) const;
+  /// As a click on the page's tab.
+  void SelectPage(std::size_t page) const;
+  [[nodiscard]] std::size_t CurrentPage() const;
+  [[nodiscard]] std::string TabText(std::size_t page) const;
   [[nodiscard]] bool IsApplyEnabled() const;
   void ClickApply();
   void ClickOk();
   void ClickCancel();
+  /// Destroys the sheet without asking any page.
+  void Destroy() { DestroyWindow(window_); }
 
   /// What the page that shows answered to each notification of a code.
   [[nodiscard]] std::vector<LRESULT> AnswersTo(UINT code) const;
