@@ -1,12 +1,38 @@
 # SPDX-License-Identifier: Apache-2.0
 
+# What tests are compiled with: they are compiled far more often than run, so quickly rather than for
+# speed. Position-independent everywhere, or one precompiled header could not serve programs, libraries
+# and users of Qt.
+set(PELORA_TEST_OPTIONS -O0 -g1 -fPIC)
+if(WIN32)
+  set(PELORA_TEST_OPTIONS -O0 -g0)
+endif()
+
 # pelora_test_code(NAME...)
 #
-# Tests are compiled far more often than run: quickly rather than for speed.
+# Test code that is no suite of its own.
 function(pelora_test_code)
   foreach(name IN LISTS ARGN)
     set_target_properties(${name} PROPERTIES PELORA_IS_TEST ON)
-    target_compile_options(${name} PRIVATE -O0 -g1)
+    foreach(option IN LISTS PELORA_TEST_OPTIONS)
+      target_compile_options(${name} PRIVATE "$<$<COMPILE_LANGUAGE:CXX>:${option}>")
+    endforeach()
+  endforeach()
+endfunction()
+
+# pelora_use_test_headers(NAME...)
+#
+# Puts one precompiled header before every source of the targets, which link GoogleMock.
+function(pelora_use_test_headers)
+  if(NOT TARGET pelora_test_headers)
+    add_library(pelora_test_headers OBJECT "${PROJECT_SOURCE_DIR}/tests/support/test_headers.cpp")
+    target_link_libraries(pelora_test_headers PRIVATE pelora_options GTest::gmock)
+    pelora_test_code(pelora_test_headers)
+    target_precompile_headers(pelora_test_headers PRIVATE
+      "$<$<COMPILE_LANGUAGE:CXX>:${PROJECT_SOURCE_DIR}/tests/support/test_headers.h>")
+  endif()
+  foreach(name IN LISTS ARGN)
+    target_precompile_headers(${name} REUSE_FROM pelora_test_headers)
   endforeach()
 endfunction()
 
@@ -20,6 +46,7 @@ function(pelora_test_suite name)
   add_executable(${name} ${suite_SOURCES})
   target_link_libraries(${name} PRIVATE pelora_options GTest::gmock_main ${suite_LIBRARIES})
   pelora_test_code(${name})
+  pelora_use_test_headers(${name})
   set(results "${PROJECT_BINARY_DIR}/results/${name}.xml")
   add_test(NAME ${name} COMMAND ${name} "--gtest_output=xml:${results}")
   set_tests_properties(${name} PROPERTIES TIMEOUT 300

@@ -4,13 +4,12 @@
 #
 # Builds one GoogleTest program for Windows and enters it into windows_suites.txt of the build folder,
 # which tests/windows/run_wine_suites.sh runs: one line per program, its file and its result file.
-#
-# Tests are compiled plainly: they run for seconds, and optimising GoogleTest's macros takes minutes.
 function(pelora_windows_suite name)
   cmake_parse_arguments(suite "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${suite_SOURCES})
   target_link_libraries(${name} PRIVATE pelora_options ${suite_LIBRARIES})
-  target_compile_options(${name} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0> $<$<COMPILE_LANGUAGE:CXX>:-g0>)
+  pelora_test_code(${name})
+  pelora_use_test_headers(${name})
   target_link_options(${name} PRIVATE -static)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
   set(results "${PROJECT_BINARY_DIR}/results/${name}.xml")

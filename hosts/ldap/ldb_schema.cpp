@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/ldb_schema.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string_view>
@@ -43,10 +44,8 @@ bool ReadBound(const Entry& entry, const char* name, std::optional<std::int64_t>
 }
 
 bool IsBuiltIn(std::string_view name) {
-  for (const std::string_view known : kBuiltIn) {
-    if (EqualsWithoutCase(known, name)) return true;
-  }
-  return false;
+  return std::ranges::any_of(
+      kBuiltIn, [&](std::string_view known) { return EqualsWithoutCase(known, name); });
 }
 
 const char* ComparisonOf(Syntax syntax) {

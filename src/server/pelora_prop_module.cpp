@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/pelora_prop_module.h"
 
-#include <ranges>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -62,8 +62,9 @@ HRESULT RunClassScript(const RegistrationPorts& ports, const ComponentClass& com
 }
 
 HRESULT UnregisterClasses(const RegistrationPorts& ports) {
-  for (const ComponentClass& component : std::views::reverse(ClassTable())) {
-    const HRESULT status = RunClassScript(ports, component, &UnregisterScript);
+  const std::span<const ComponentClass> classes = ClassTable();
+  for (auto component = classes.rbegin(); component != classes.rend(); ++component) {
+    const HRESULT status = RunClassScript(ports, *component, &UnregisterScript);
     if (FAILED(status)) return status;
   }
   return S_OK;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/script_registrar.h"
 
-#include <algorithm>
-#include <ranges>
 #include <string>
 
 namespace pelora {
@@ -49,8 +47,8 @@ HRESULT UnregisterKey(const ScriptKey& key, const std::string& path, IClassesReg
 
 HRESULT UnregisterKeys(const std::vector<ScriptKey>& keys, const std::string& parent,
                        IClassesRegistry& registry) {
-  for (const ScriptKey& key : std::views::reverse(keys)) {
-    const HRESULT status = UnregisterKey(key, PathOf(parent, key), registry);
+  for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
+    const HRESULT status = UnregisterKey(*key, PathOf(parent, *key), registry);
     if (FAILED(status)) return status;
   }
   return S_OK;

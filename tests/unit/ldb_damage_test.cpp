@@ -21,7 +21,6 @@ namespace pelora::ldap {
 namespace {
 
 using ::testing::AllOf;
-using ::testing::AnyOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -82,7 +81,8 @@ TEST_F(LdbDamageTest, NoFlippedByteEndsTheProgram) {
   for (int round = 0; round < kRounds; ++round) {
     std::string bytes = whole;
     for (int flip = 0; flip < 1 + round % 40; ++flip) {
-      bytes[9 + random() % (bytes.size() / 2)] ^= static_cast<char>(1 + random() % 255);
+      char& byte = bytes[9 + random() % (bytes.size() / 2)];
+      byte = static_cast<char>(byte ^ static_cast<char>(1 + random() % 255));
     }
     WriteFile(path(), bytes);
     if (!Survive("round " + std::to_string(round))) ++refused;
