@@ -28,8 +28,8 @@ function(pelora_use_test_headers)
     add_library(pelora_test_headers OBJECT "${PROJECT_SOURCE_DIR}/tests/support/test_headers.cpp")
     target_link_libraries(pelora_test_headers PRIVATE pelora_options GTest::gmock)
     pelora_test_code(pelora_test_headers)
-    target_precompile_headers(pelora_test_headers PRIVATE
-      "$<$<COMPILE_LANGUAGE:CXX>:${PROJECT_SOURCE_DIR}/tests/support/test_headers.h>")
+    # In angle brackets it is found by the include path: clones at different places share it.
+    target_precompile_headers(pelora_test_headers PRIVATE <tests/support/test_headers.h>)
   endif()
   foreach(name IN LISTS ARGN)
     target_precompile_headers(${name} REUSE_FROM pelora_test_headers)
