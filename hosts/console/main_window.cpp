@@ -44,13 +44,14 @@ bool MainWindow::OpenFile(const QString& path) {
 }
 
 bool MainWindow::SetSession(std::unique_ptr<DirectorySession> session) {
-  if (!sheets_.CloseAll()) return false;
   const DirectoryBrowser browser(*session->store);
   DirectoryObject base;
   if (const ldap::StoreStatus status = browser.ReadBase(base); !status.Ok()) {
     ReportLater(QStringLiteral("The directory cannot be read."), ToQString(status.text));
     return false;
   }
+  // Only now: a directory that cannot be read costs nobody his open sheets.
+  if (!sheets_.CloseAll()) return false;
   const auto on_failure = [this](const DirectoryObject& container, const QString& reason) {
     ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(container.name), reason);
   };

@@ -2,6 +2,7 @@
 #include "hosts/console/run_console.h"
 
 #include <QApplication>
+#include <algorithm>
 #include <iostream>
 
 #include "hosts/console/choosers/qt_choosers.h"
@@ -21,7 +22,7 @@ int Fail(const QString& reason) {
   return kExitFailure;
 }
 
-/// The objects of the given names, or a sentence about the first that is not there.
+/// The objects of the given names, each once, or a sentence about the first that is not there.
 QString ReadObjects(const DirectorySession& session, const std::vector<std::string>& names,
                     std::vector<DirectoryObject>& objects) {
   const DirectoryBrowser browser(*session.store);
@@ -35,7 +36,8 @@ QString ReadObjects(const DirectorySession& session, const std::vector<std::stri
       return QStringLiteral("%1: the object cannot be read: %2")
           .arg(ToQString(name), ToQString(status.text));
     }
-    objects.push_back(std::move(object));
+    const auto is_same = [&](const DirectoryObject& known) { return known.dn == object.dn; };
+    if (std::ranges::none_of(objects, is_same)) objects.push_back(std::move(object));
   }
   return {};
 }

@@ -114,6 +114,16 @@ TEST_F(Program, PicturesOfOneAndOfSeveralUsersDiffer) {
   EXPECT_NE(one, three);
 }
 
+TEST_F(Program, AnObjectNamedTwiceIsOpenedOnce) {
+  const std::string twice = folder().File("twice.png");
+  EXPECT_EQ(
+      Console({"--directory", file(), "--open", kBirgit, "--screenshot", Picture()}).exit_code, 0);
+  EXPECT_EQ(
+      Console({"--directory", file(), "--open", kBirgit, kBirgit, "--screenshot", twice}).exit_code,
+      0);
+  EXPECT_EQ(QImage(ToQString(Picture())), QImage(ToQString(twice)));
+}
+
 TEST_F(Program, WritesAPictureOfItsWindow) {
   const Outcome run = Console({"--directory", file(), "--screenshot", Picture()});
   EXPECT_EQ(run.exit_code, 0);

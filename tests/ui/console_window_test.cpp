@@ -297,6 +297,50 @@ TEST_F(Window, AFileThatCannotBeOpenedIsReportedAndTheOldOneStays) {
   }
 }
 
+/// Opens, but nothing can be read from it.
+class UnreadableStore final : public ldap::IDirectoryStore {
+ public:
+  [[nodiscard]] const ldap::Schema& schema() const override { return schema_; }
+  ldap::StoreStatus ReadRoot(ldap::Entry& /*root*/) override { return kFailure; }
+  ldap::StoreStatus Read(const std::string& /*dn*/, std::span<const std::string> /*attributes*/,
+                         ldap::Entry& /*entry*/) override {
+    return kFailure;
+  }
+  ldap::StoreStatus Search(const ldap::SearchRequest& /*request*/,
+                           const ldap::EntrySink& /*sink*/) override {
+    return kFailure;
+  }
+  ldap::StoreStatus Modify(const std::string& /*dn*/,
+                           std::span<const ldap::Modification> /*modifications*/) override {
+    return kFailure;
+  }
+  ldap::StoreStatus Add(const ldap::Entry& /*entry*/) override { return kFailure; }
+
+ private:
+  inline static const ldap::StoreStatus kFailure{.code = 80, .text = "the disk is gone"};
+  ldap::Schema schema_;
+};
+
+TEST_F(Window, ADirectoryThatCannotBeReadCostsNobodyHisSheets) {
+  GoToSales();
+  DoubleClick("Birgit Krämer");
+  contract::QtPlayer user(*Sheets().front());
+  user.Click(IDC_PELORA_HIDDEN);
+  std::string told;
+  modal_scripts().Add([&told](QWidget& box) {
+    told = ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
+    box.close();
+  });
+  EXPECT_FALSE(window().SetSession(std::make_unique<console::DirectorySession>(
+      QStringLiteral("broken.ldb"), std::make_unique<UnreadableStore>(), ldap::StoreOpener())));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(told, "the disk is gone");
+  EXPECT_EQ(Container(), "Vertrieb");
+  ASSERT_EQ(Sheets().size(), 1);
+  Sheets().front()->ApplyButton().click();
+  EXPECT_THAT(SearchEntry(file(), kBirgit), Contains("peloraHidden: 1"));
+}
+
 TEST_F(Window, AnotherFileIsOpenedAfterTheSheetsAreClosed) {
   GoToSales();
   DoubleClick("Birgit Krämer");
