@@ -27,6 +27,10 @@ function(pelora_use_test_headers)
   if(NOT TARGET pelora_test_headers)
     add_library(pelora_test_headers OBJECT "${PROJECT_SOURCE_DIR}/tests/support/test_headers.cpp")
     target_link_libraries(pelora_test_headers PRIVATE pelora_options GTest::gmock)
+    if(WIN32)
+      # As the adapters are compiled: a precompiled header serves nobody who defines more.
+      target_compile_definitions(pelora_test_headers PRIVATE UNICODE _UNICODE)
+    endif()
     pelora_test_code(pelora_test_headers)
     # In angle brackets it is found by the include path: clones at different places share it.
     target_precompile_headers(pelora_test_headers PRIVATE <tests/support/test_headers.h>)
