@@ -5,6 +5,7 @@
 
 #include "hosts/console/selection_data_object.h"
 #include "server/component_server.h"
+#include "server/console_registration.h"
 
 namespace pelora::console {
 namespace {
@@ -36,9 +37,11 @@ HRESULT AddTab(const Guid& class_id, const Platform& platform, IDataObject& sele
 
 std::vector<Guid> TabsOf(std::span<const DirectoryObject> selection) {
   if (selection.empty()) return {};
-  std::vector<Guid> common = DefaultTabs(selection.front().kind.class_name);
+  const ConsoleRole role =
+      selection.size() == 1 ? ConsoleRole::kPropertyPage : ConsoleRole::kMultiselectPropertyPage;
+  std::vector<Guid> common = DefaultRegistrations(selection.front().kind.class_name, role);
   for (const DirectoryObject& object : selection.subspan(1)) {
-    const std::vector<Guid> tabs = DefaultTabs(object.kind.class_name);
+    const std::vector<Guid> tabs = DefaultRegistrations(object.kind.class_name, role);
     std::erase_if(common,
                   [&tabs](const Guid& tab) { return std::ranges::find(tabs, tab) == tabs.end(); });
   }

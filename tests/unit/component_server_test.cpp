@@ -15,9 +15,6 @@
 namespace pelora {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
 const std::vector<std::string> kExpectedClasses = {
     "CPropPageAddresslist PeloraProp.PropPageDistlist.1 PeloraProp.PropPageDistlist",
     "CPropPageAddresslistGeneral PeloraProp.PropPageDistlist.1 PeloraProp.PropPageDistlist",
@@ -96,15 +93,6 @@ TEST(ComponentServer, RefusesWhatItDoesNotHave) {
   EXPECT_EQ(object, nullptr);
   EXPECT_EQ(CreateComponent(user, host.platform, IID_IUnknown, nullptr), E_POINTER);
   EXPECT_EQ(host.component_library.initialized(), host.component_library.uninitialized());
-}
-
-TEST(DefaultTabs, UsersHaveTheUserTab) {
-  const Guid user = FindClass("CPropPageUser")->class_id;
-  EXPECT_THAT(DefaultTabs("user"), ElementsAre(user));
-  EXPECT_THAT(DefaultTabs("USER"), ElementsAre(user));
-  EXPECT_THAT(DefaultTabs("inetOrgPerson"), ElementsAre(user));
-  EXPECT_THAT(DefaultTabs("users"), IsEmpty());
-  EXPECT_THAT(DefaultTabs(""), IsEmpty());
 }
 
 }  // namespace
