@@ -2,24 +2,41 @@
 #include "hosts/console/container_tree_model.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "hosts/console/collation.h"
 #include "hosts/console/object_icons.h"
-#include "hosts/console/qt_text.h"
 
 namespace pelora::console {
 
 struct ContainerTreeModel::Node {
+  /// Somebody waits for a row right below this one.
+  struct Wait {
+    std::string dn;
+    IndexSink sink;
+  };
+
   DirectoryObject object;
   Node* parent = nullptr;
   int row = 0;
   bool is_read = false;
   std::vector<std::unique_ptr<Node>> children;
+  /// Found by the reading under way.
+  std::vector<DirectoryObject> arrived;
+  std::vector<Wait> waits;
+  /// Last: what it tells of must not be told when the rest is gone.
+  DirectoryReader::Reading reading;
+
+  [[nodiscard]] bool IsReading() const {
+    return reading.IsRunning() ||
+           std::ranges::any_of(children, [](const auto& child) { return child->IsReading(); });
+  }
 };
 
-ContainerTreeModel::ContainerTreeModel(DirectoryBrowser browser, DirectoryObject base,
+ContainerTreeModel::ContainerTreeModel(DirectoryReader& reader, DirectoryObject base,
                                        FailureSink on_failure)
-    : browser_(browser), on_failure_(std::move(on_failure)), base_(std::make_unique<Node>()) {
+    : reader_(reader), on_failure_(std::move(on_failure)), base_(std::make_unique<Node>()) {
   base_->object = std::move(base);
 }
 
@@ -33,22 +50,35 @@ const DirectoryObject& ContainerTreeModel::ObjectAt(const QModelIndex& index) co
   return NodeAt(index)->object;
 }
 
-QModelIndex ContainerTreeModel::BaseIndex() const { return createIndex(0, 0, base_.get()); }
+QModelIndex ContainerTreeModel::BaseIndex() const { return IndexOf(base_.get()); }
+
+QModelIndex ContainerTreeModel::IndexOf(Node* node) const {
+  return createIndex(node->row, 0, node);
+}
+
+bool ContainerTreeModel::IsReading() const { return base_->IsReading(); }
 
 void ContainerTreeModel::Reload() {
   beginResetModel();
-  base_->children.clear();
-  base_->is_read = false;
+  DirectoryObject object = std::move(base_->object);
+  base_ = std::make_unique<Node>();
+  base_->object = std::move(object);
   endResetModel();
 }
 
-QModelIndex ContainerTreeModel::ChildOf(const QModelIndex& parent, const std::string& dn) {
-  if (!parent.isValid()) return {};
-  if (canFetchMore(parent)) fetchMore(parent);
-  for (const auto& child : NodeAt(parent)->children) {
-    if (child->object.dn == dn) return createIndex(child->row, 0, child.get());
+QModelIndex ContainerTreeModel::ChildIndex(const Node& node, const std::string& dn) const {
+  for (const auto& child : node.children) {
+    if (child->object.dn == dn) return IndexOf(child.get());
   }
   return {};
+}
+
+void ContainerTreeModel::FindChild(const QModelIndex& parent, const std::string& dn,
+                                   IndexSink sink) {
+  Node* node = NodeAt(parent);
+  if (node->is_read) return sink(ChildIndex(*node, dn));
+  node->waits.push_back({dn, std::move(sink)});
+  Read(node);
 }
 
 QModelIndex ContainerTreeModel::index(int row, int column, const QModelIndex& parent) const {
@@ -60,7 +90,7 @@ QModelIndex ContainerTreeModel::index(int row, int column, const QModelIndex& pa
 QModelIndex ContainerTreeModel::parent(const QModelIndex& index) const {
   if (!index.isValid()) return {};
   Node* parent = NodeAt(index)->parent;
-  return parent != nullptr ? createIndex(parent->row, 0, parent) : QModelIndex();
+  return parent != nullptr ? IndexOf(parent) : QModelIndex();
 }
 
 int ContainerTreeModel::rowCount(const QModelIndex& parent) const {
@@ -97,34 +127,57 @@ bool ContainerTreeModel::hasChildren(const QModelIndex& parent) const {
 }
 
 bool ContainerTreeModel::canFetchMore(const QModelIndex& parent) const {
-  return parent.isValid() && !NodeAt(parent)->is_read;
+  return parent.isValid() && !NodeAt(parent)->is_read && !NodeAt(parent)->reading.IsRunning();
 }
 
-void ContainerTreeModel::fetchMore(const QModelIndex& parent) {
-  Node* node = NodeAt(parent);
-  node->is_read = true;
-  std::vector<DirectoryObject> found;
-  const ldap::StoreStatus status = browser_.ListChildren(node->object.dn, found);
-  std::erase_if(found, [](const DirectoryObject& object) { return !object.kind.is_container; });
+void ContainerTreeModel::fetchMore(const QModelIndex& parent) { Read(NodeAt(parent)); }
+
+void ContainerTreeModel::Read(Node* node) {
+  if (node->reading.IsRunning()) return;
+  node->arrived.clear();
+  node->reading = reader_.Start(
+      {.container = node->object.dn, .containers_only = true, .advanced = advanced_},
+      [node](std::vector<DirectoryObject> objects) {
+        std::ranges::move(objects, std::back_inserter(node->arrived));
+      },
+      [this, node](const SearchEnd& end) { Finish(node, end); });
+}
+
+void ContainerTreeModel::Finish(Node* node, const SearchEnd& end) {
+  // What there is of a failed reading is not shown: nobody could tell what is missing.
+  node->is_read = end.reason != SearchEnd::Reason::kFailed;
+  if (node->is_read) Insert(node);
+  node->arrived.clear();
+  const DirectoryObject object = node->object;
+  for (const Node::Wait& wait : std::exchange(node->waits, {})) {
+    wait.sink(ChildIndex(*node, wait.dn));
+  }
+  if (end.reason == SearchEnd::Reason::kFailed) on_failure_(object, end.text);
+  if (end.reason == SearchEnd::Reason::kDirectoryLimit) {
+    on_failure_(object, QStringLiteral("The directory does not give all of them."));
+  }
+}
+
+void ContainerTreeModel::Insert(Node* node) {
   const Collation order;
-  std::ranges::sort(found, [&order](const DirectoryObject& left, const DirectoryObject& right) {
-    return order.IsBefore(left.name, right.name);
-  });
-  if (!found.empty()) {
-    beginInsertRows(parent, 0, static_cast<int>(found.size()) - 1);
-    for (DirectoryObject& object : found) {
-      auto child = std::make_unique<Node>();
-      child->object = std::move(object);
-      child->parent = node;
-      child->row = static_cast<int>(node->children.size());
-      node->children.push_back(std::move(child));
-    }
-    endInsertRows();
+  std::ranges::sort(node->arrived,
+                    [&order](const DirectoryObject& left, const DirectoryObject& right) {
+                      return order.IsBefore(left.name, right.name);
+                    });
+  if (node->arrived.empty()) {
+    // The view showed that it might be opened.
+    Q_EMIT dataChanged(IndexOf(node), IndexOf(node));
+    return;
   }
-  if (!status.Ok()) {
-    node->is_read = false;
-    on_failure_(node->object, ToQString(status.text));
+  beginInsertRows(IndexOf(node), 0, static_cast<int>(node->arrived.size()) - 1);
+  for (DirectoryObject& object : node->arrived) {
+    auto child = std::make_unique<Node>();
+    child->object = std::move(object);
+    child->parent = node;
+    child->row = static_cast<int>(node->children.size());
+    node->children.push_back(std::move(child));
   }
+  endInsertRows();
 }
 
 }  // namespace pelora::console

@@ -6,19 +6,23 @@
 #include <memory>
 #include <vector>
 
-#include "hosts/console/directory_browser.h"
+#include "hosts/console/directory_reader.h"
 
 namespace pelora::console {
 
 /// The containers of a directory as a tree. What stands below a container is read when the
-/// container is first opened, and not again before `Reload`.
+/// container is first opened, beside the user interface, and not again before `Reload`.
 class ContainerTreeModel final : public QAbstractItemModel {
  public:
-  /// Told of a container that could not be read; it shows as one without any below it, and is read
-  /// again when it is next opened.
+  /// Told of a container that could not be read, or not to its end; it is read again when it is
+  /// next opened.
   using FailureSink = std::function<void(const DirectoryObject& container, const QString& reason)>;
 
-  ContainerTreeModel(DirectoryBrowser browser, DirectoryObject base, FailureSink on_failure);
+  /// Given the row that was asked for, or none when there is no such container.
+  using IndexSink = std::function<void(const QModelIndex& index)>;
+
+  /// `reader` outlives the model.
+  ContainerTreeModel(DirectoryReader& reader, DirectoryObject base, FailureSink on_failure);
   ~ContainerTreeModel() override;
 
   /// The container of a row; the index has to be valid.
@@ -26,8 +30,12 @@ class ContainerTreeModel final : public QAbstractItemModel {
   [[nodiscard]] QModelIndex BaseIndex() const;
   /// Forgets what was read below the base.
   void Reload();
-  /// The row of a container right below `parent`, which is opened for it; none when there is none.
-  [[nodiscard]] QModelIndex ChildOf(const QModelIndex& parent, const std::string& dn);
+  /// Finds the row of a container right below `parent`, which is read for it: `sink` is called at
+  /// once where it has been read, and otherwise when it has. Not at all after `Reload`.
+  void FindChild(const QModelIndex& parent, const std::string& dn, IndexSink sink);
+  /// Containers for an advanced view are shown too; takes effect with the next `Reload`.
+  void SetAdvanced(bool advanced) { advanced_ = advanced; }
+  [[nodiscard]] bool IsReading() const;
 
   [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex& parent) const override;
   [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
@@ -44,8 +52,14 @@ class ContainerTreeModel final : public QAbstractItemModel {
   struct Node;
 
   [[nodiscard]] Node* NodeAt(const QModelIndex& index) const;
+  [[nodiscard]] QModelIndex IndexOf(Node* node) const;
+  [[nodiscard]] QModelIndex ChildIndex(const Node& node, const std::string& dn) const;
+  void Read(Node* node);
+  void Finish(Node* node, const SearchEnd& end);
+  void Insert(Node* node);
 
-  DirectoryBrowser browser_;
+  DirectoryReader& reader_;
+  bool advanced_ = false;
   FailureSink on_failure_;
   std::unique_ptr<Node> base_;
 };

@@ -3,6 +3,7 @@
 
 #include <QStringList>
 
+#include "hosts/console/choosers/search_filter.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
@@ -44,6 +45,13 @@ DirectoryObject ObjectOf(const ldap::Entry& entry) {
   return object;
 }
 
+/// What the directory itself can leave out: a container may hold many thousand objects.
+std::string FilterOf(const ListRequest& request) {
+  const std::string classes = request.containers_only ? ContainerFilter() : "(objectClass=*)";
+  if (request.advanced) return classes;
+  return "(&" + classes + "(!(showInAdvancedViewOnly=TRUE)))";
+}
+
 }  // namespace
 
 ldap::StoreStatus DirectoryBrowser::ReadBase(DirectoryObject& base) const {
@@ -62,19 +70,19 @@ ldap::StoreStatus DirectoryBrowser::ReadObject(const std::string& dn,
   return {};
 }
 
-ldap::StoreStatus DirectoryBrowser::ListChildren(const std::string& container,
-                                                 std::vector<DirectoryObject>& objects) const {
-  std::vector<DirectoryObject> found;
-  const auto take = [&found](const ldap::Entry& entry) {
+ldap::StoreStatus DirectoryBrowser::ListChildren(const ListRequest& request,
+                                                 const ObjectSink& sink) const {
+  const auto take = [&](const ldap::Entry& entry) {
     DirectoryObject object = ObjectOf(entry);
-    if (!object.kind.is_internal) found.push_back(std::move(object));
-    return true;
+    if (object.kind.is_internal) return true;
+    if (request.containers_only && !object.kind.is_container) return true;
+    return sink(std::move(object));
   };
-  ldap::StoreStatus status = store_.Search(
-      {.base = container, .scope = ldap::SearchScope::kOneLevel, .attributes = ShownAttributes()},
-      take);
-  if (status.Ok()) objects = std::move(found);
-  return status;
+  return store_.Search({.base = request.container,
+                        .scope = ldap::SearchScope::kOneLevel,
+                        .filter = FilterOf(request),
+                        .attributes = ShownAttributes()},
+                       take);
 }
 
 }  // namespace pelora::console

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,20 @@ struct DirectoryObject {
   ObjectKind kind;
 };
 
+/// What is to be listed.
+struct ListRequest {
+  std::string container;
+  /// Leave out what is no container.
+  bool containers_only = false;
+  /// Objects that the directory says are for an advanced view only, too.
+  bool advanced = false;
+
+  [[nodiscard]] bool operator==(const ListRequest&) const = default;
+};
+
+/// Takes listed objects one by one; false ends the listing (which is then done, not failed).
+using ObjectSink = std::function<bool(DirectoryObject object)>;
+
 /// Finds the objects that the console lists, in a store that outlives the browser.
 ///
 /// On failure the store's status is returned and the result is left as it was.
@@ -29,8 +44,7 @@ class DirectoryBrowser {
   ldap::StoreStatus ReadBase(DirectoryObject& base) const;
   ldap::StoreStatus ReadObject(const std::string& dn, DirectoryObject& object) const;
   /// The objects right below a container, in the directory's order.
-  ldap::StoreStatus ListChildren(const std::string& container,
-                                 std::vector<DirectoryObject>& objects) const;
+  ldap::StoreStatus ListChildren(const ListRequest& request, const ObjectSink& sink) const;
 
  private:
   ldap::IDirectoryStore& store_;

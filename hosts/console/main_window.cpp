@@ -22,6 +22,12 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   MakePanes();
   MakeActions();
   MakeMenus();
+  listing_->on_changed = [this] { UpdateActions(); };
+  listing_->on_failed = [this](const QString& reason) {
+    const QModelIndex container = tree_->currentIndex();
+    const QString name = container.isValid() ? tree_model_->ObjectAt(container).name : QString();
+    ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(name), reason);
+  };
   count_ = new QLabel(this);
   hint_ = new QLabel(this);
   statusBar()->addWidget(count_);
@@ -55,9 +61,15 @@ bool MainWindow::SetSession(std::unique_ptr<DirectorySession> session) {
   const auto on_failure = [this](const DirectoryObject& container, const QString& reason) {
     ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(container.name), reason);
   };
-  auto model = std::make_unique<ContainerTreeModel>(browser, std::move(base), on_failure);
+  auto reader = std::make_unique<DirectoryReader>(session->open_another);
+  auto model = std::make_unique<ContainerTreeModel>(*reader, std::move(base), on_failure);
+  model->SetAdvanced(advanced_->isChecked());
   tree_->setModel(model.get());
   tree_model_ = std::move(model);
+  tree_reader_ = std::move(reader);
+  listing_->SetReader(nullptr);
+  list_reader_ = std::make_unique<DirectoryReader>(session->open_another);
+  listing_->SetReader(list_reader_.get());
   platform_.reset();
   choosers_.emplace(*session->store, session->open_another);
   platform_.emplace(session->service, message_box_, *choosers_, module_);
@@ -80,41 +92,49 @@ std::vector<DirectoryObject> MainWindow::Selection() const {
 }
 
 void MainWindow::ShowContainer() {
-  RefreshList();
-  list_->view().scrollToTop();
-}
-
-void MainWindow::RefreshList() {
   const QModelIndex container = tree_->currentIndex();
   if (!container.isValid()) return;
-  std::vector<DirectoryObject> objects;
-  const DirectoryObject& shown = tree_model_->ObjectAt(container);
-  const ldap::StoreStatus status =
-      DirectoryBrowser(*session_->store).ListChildren(shown.dn, objects);
-  if (!status.Ok()) {
-    ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(shown.name),
-                ToQString(status.text));
-  }
-  list_->SetObjects(std::move(objects));
+  listing_->Show(
+      {.container = tree_model_->ObjectAt(container).dn, .advanced = advanced_->isChecked()});
+}
+
+bool MainWindow::IsReading() const {
+  return listing_->state() == ContainerListing::State::kReading ||
+         (tree_model_ && tree_model_->IsReading());
+}
+
+void MainWindow::StopReading() { listing_->Stop(); }
+
+void MainWindow::ShowAdvanced(bool advanced) {
+  if (!session_) return;
+  tree_model_->SetAdvanced(advanced);
+  RefreshAll();
 }
 
 void MainWindow::RefreshAll() {
   if (!session_) return;
   std::vector<std::string> path;
-  for (QModelIndex step = tree_->currentIndex(); step.isValid(); step = step.parent()) {
+  for (QModelIndex step = tree_->currentIndex(); step.parent().isValid(); step = step.parent()) {
     path.insert(path.begin(), tree_model_->ObjectAt(step).dn);
   }
   tree_model_->Reload();
-  QModelIndex current = tree_model_->BaseIndex();
-  tree_->expand(current);
-  for (std::size_t i = 1; i < path.size(); ++i) {
-    const QModelIndex next = tree_model_->ChildOf(current, path[i]);
-    if (!next.isValid()) break;
-    tree_->expand(current);
-    current = next;
-  }
-  // Nothing is current after the reload, so that this shows the container anew.
-  tree_->setCurrentIndex(current);
+  FollowPath(tree_model_->BaseIndex(), std::move(path));
+}
+
+void MainWindow::FollowPath(const QModelIndex& container, std::vector<std::string> path) {
+  tree_->expand(container);
+  // Nothing is current until the path has been followed, so that this shows the container anew.
+  if (path.empty()) return tree_->setCurrentIndex(container);
+  const std::string next = path.front();
+  path.erase(path.begin());
+  tree_model_->FindChild(container, next,
+                         [this, from = QPersistentModelIndex(container),
+                          path = std::move(path)](const QModelIndex& found) mutable {
+                           // The administrator may have gone elsewhere meanwhile.
+                           if (tree_->currentIndex().isValid()) return;
+                           if (found.isValid()) return FollowPath(found, std::move(path));
+                           tree_->setCurrentIndex(from);
+                         });
 }
 
 void MainWindow::OpenSelection() {
@@ -123,10 +143,13 @@ void MainWindow::OpenSelection() {
     return properties_->isEnabled() ? ShowProperties(selected) : void();
   }
   const QModelIndex current = tree_->currentIndex();
-  const QModelIndex child = tree_model_->ChildOf(current, selected.front().dn);
-  if (!child.isValid()) return;
-  tree_->expand(current);
-  tree_->setCurrentIndex(child);
+  const auto go = [this, from = QPersistentModelIndex(current)](const QModelIndex& child) {
+    // Not if the administrator has gone elsewhere meanwhile.
+    if (!child.isValid() || tree_->currentIndex() != from) return;
+    tree_->expand(from);
+    tree_->setCurrentIndex(child);
+  };
+  tree_model_->FindChild(current, selected.front().dn, go);
 }
 
 void MainWindow::GoToParent() {
@@ -144,7 +167,7 @@ void MainWindow::ShowProperties(std::span<const DirectoryObject> selection) {
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
   }
-  made.sheet->on_applied = [this] { RefreshList(); };
+  made.sheet->on_applied = [this] { listing_->Refresh(); };
   sheets_.Show(std::move(made.sheet), key);
 }
 
@@ -161,13 +184,30 @@ void MainWindow::UpdateActions() {
   refresh_->setEnabled(session_ != nullptr);
   parent_->setEnabled(tree_->currentIndex().parent().isValid());
 
+  stop_->setEnabled(listing_->state() == ContainerListing::State::kReading);
+  count_->setText(session_ ? CountText(listed.size()) : QString());
+  hint_->setText(listed.empty() ? QString() : reason);
+}
+
+QString MainWindow::CountText(std::size_t selected) const {
   const int shown = list_->ShownCount();
   const int all = list_->Count();
   QString count = shown == all ? QStringLiteral("%1 objects").arg(all)
                                : QStringLiteral("%1 of %2 objects").arg(shown).arg(all);
-  if (!listed.empty()) count += QStringLiteral(", %1 selected").arg(listed.size());
-  count_->setText(session_ ? count : QString());
-  hint_->setText(listed.empty() ? QString() : reason);
+  if (selected > 0) count += QStringLiteral(", %1 selected").arg(selected);
+  switch (listing_->state()) {
+    case ContainerListing::State::kReading:
+      return count + QStringLiteral(", reading...");
+    case ContainerListing::State::kStopped:
+      return count + QStringLiteral(", stopped before the end");
+    case ContainerListing::State::kCutShort:
+      return count + QStringLiteral(", the directory gives no more");
+    case ContainerListing::State::kFailed:
+      return count + QStringLiteral(", the rest cannot be read");
+    case ContainerListing::State::kWhole:
+      break;
+  }
+  return count;
 }
 
 void MainWindow::AskForFile() {

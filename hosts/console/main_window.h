@@ -8,6 +8,7 @@
 
 #include "hosts/console/choosers/qt_choosers.h"
 #include "hosts/console/console_platform.h"
+#include "hosts/console/container_listing.h"
 #include "hosts/console/container_tree_model.h"
 #include "hosts/console/directory_session.h"
 #include "hosts/console/message_box.h"
@@ -43,6 +44,8 @@ class MainWindow final : public QMainWindow {
   /// used last or nothing is selected there, the container.
   [[nodiscard]] std::vector<DirectoryObject> Selection() const;
   [[nodiscard]] const SheetWindows& sheets() const { return sheets_; }
+  /// Whether something is being read beside the window.
+  [[nodiscard]] bool IsReading() const;
   /// Shows a failure as soon as the program waits for events again.
   void ReportLater(const QString& text, const QString& reason);
 
@@ -54,11 +57,15 @@ class MainWindow final : public QMainWindow {
   void MakeActions();
   void MakeMenus();
   void ShowContainer();
-  void RefreshList();
   void RefreshAll();
+  /// Goes down from `container` by the names of containers, each below the one before.
+  void FollowPath(const QModelIndex& container, std::vector<std::string> path);
+  void ShowAdvanced(bool advanced);
+  void StopReading();
   void OpenSelection();
   void GoToParent();
   void UpdateActions();
+  [[nodiscard]] QString CountText(std::size_t selected) const;
   void AskForFile();
   void ShowAbout();
 
@@ -67,7 +74,11 @@ class MainWindow final : public QMainWindow {
   std::unique_ptr<DirectorySession> session_;
   std::optional<QtChoosers> choosers_;
   std::optional<ConsolePlatform> platform_;
+  /// One for the tree and one for the list: neither waits for the other.
+  std::unique_ptr<DirectoryReader> tree_reader_;
+  std::unique_ptr<DirectoryReader> list_reader_;
   std::unique_ptr<ContainerTreeModel> tree_model_;
+  std::optional<ContainerListing> listing_;
   SheetWindows sheets_;
 
   QTreeView* tree_ = nullptr;
@@ -80,6 +91,8 @@ class MainWindow final : public QMainWindow {
   QAction* open_container_ = nullptr;
   QAction* properties_ = nullptr;
   QAction* refresh_ = nullptr;
+  QAction* stop_ = nullptr;
+  QAction* advanced_ = nullptr;
   QAction* parent_ = nullptr;
   QAction* find_ = nullptr;
   QAction* about_ = nullptr;

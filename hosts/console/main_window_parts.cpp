@@ -33,6 +33,7 @@ void MainWindow::MakePanes() {
   tree_->setAccessibleName(QStringLiteral("Containers"));
   tree_->setUniformRowHeights(true);
   list_ = new ObjectListPane(this);
+  listing_.emplace(*list_);
   auto* splitter = new QSplitter(this);
   splitter->addWidget(tree_);
   splitter->addWidget(list_);
@@ -83,6 +84,13 @@ void MainWindow::MakeActions() {
                   QStringLiteral("Read the directory again"),
                   {QKeySequence(Qt::Key_F5), QKeySequence(QStringLiteral("Ctrl+R"))},
                   [this] { RefreshAll(); });
+  stop_ = make(ThemeIcon("process-stop", QStyle::SP_BrowserStop), QStringLiteral("&Stop"),
+               QStringLiteral("Stop reading the container"),
+               {QKeySequence(QStringLiteral("Ctrl+."))}, [this] { StopReading(); });
+  advanced_ = make({}, QStringLiteral("&Advanced Objects"),
+                   QStringLiteral("Show what the directory keeps for an advanced view, too"), {},
+                   [this](bool checked) { ShowAdvanced(checked); });
+  advanced_->setCheckable(true);
   parent_ = make(ThemeIcon("go-up", QStyle::SP_FileDialogToParent), QStringLiteral("&Up"),
                  QStringLiteral("Show the container above"),
                  {QKeySequence(QStringLiteral("Alt+Up"))}, [this] { GoToParent(); });
@@ -101,14 +109,14 @@ void MainWindow::MakeMenus() {
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
   object->addActions({open_container_, properties_});
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
-  view->addActions({refresh_, parent_, find_});
+  view->addActions({refresh_, stop_, parent_, find_, advanced_});
   QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
   help->addAction(about_);
 
   QToolBar* tools = addToolBar(QStringLiteral("Tools"));
   tools->setObjectName(QStringLiteral("tools"));
   tools->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  tools->addActions({parent_, refresh_, properties_});
+  tools->addActions({parent_, refresh_, stop_, properties_});
 
   list_->view().addActions({open_container_, properties_, refresh_});
   list_->view().setContextMenuPolicy(Qt::ActionsContextMenu);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/object_list_model.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "hosts/console/object_icons.h"
 
@@ -27,6 +29,14 @@ void ObjectListModel::SetObjects(std::vector<DirectoryObject> objects) {
   beginResetModel();
   objects_ = std::move(objects);
   endResetModel();
+}
+
+void ObjectListModel::AddObjects(std::vector<DirectoryObject> objects) {
+  if (objects.empty()) return;
+  const int first = rowCount({});
+  beginInsertRows({}, first, first + static_cast<int>(objects.size()) - 1);
+  std::ranges::move(objects, std::back_inserter(objects_));
+  endInsertRows();
 }
 
 int ObjectListModel::rowCount(const QModelIndex& parent) const {

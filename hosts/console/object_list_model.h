@@ -16,6 +16,7 @@ class ObjectListModel final : public QAbstractTableModel {
   using QAbstractTableModel::QAbstractTableModel;
 
   void SetObjects(std::vector<DirectoryObject> objects);
+  void AddObjects(std::vector<DirectoryObject> objects);
   [[nodiscard]] const DirectoryObject& ObjectAt(int row) const {
     return objects_[static_cast<std::size_t>(row)];
   }

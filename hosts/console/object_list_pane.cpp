@@ -100,6 +100,11 @@ void ObjectListPane::SetObjects(std::vector<DirectoryObject> objects) {
   Q_EMIT ContentsChanged();
 }
 
+void ObjectListPane::AddObjects(std::vector<DirectoryObject> objects) {
+  model_->AddObjects(std::move(objects));
+  Q_EMIT ContentsChanged();
+}
+
 void ObjectListPane::Select(const std::vector<std::string>& names) {
   QItemSelection rows;
   for (int row = 0; row < shown_->rowCount(); ++row) {

@@ -22,6 +22,8 @@ class ObjectListPane final : public QWidget {
 
   /// Shows other objects; those that were selected and are still there stay selected.
   void SetObjects(std::vector<DirectoryObject> objects);
+  /// Shows more objects.
+  void AddObjects(std::vector<DirectoryObject> objects);
   /// The selected objects, in the order shown.
   [[nodiscard]] std::vector<DirectoryObject> Selection() const;
   [[nodiscard]] int ShownCount() const;

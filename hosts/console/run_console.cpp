@@ -58,6 +58,7 @@ int WriteWindowPicture(std::unique_ptr<DirectorySession> session,
                        const resources::ResourceFile& module, const QString& path) {
   MainWindow window(module);
   if (!window.SetSession(std::move(session))) return kExitFailure;
+  while (window.IsReading()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
   const QString error = WriteScreenshot(window, path);
   return error.isEmpty() ? kExitDone : Fail(error);
 }

@@ -126,11 +126,14 @@ void ChooserUser::GoToContainer(const std::vector<const char*>& way) {
   for (const char* name : way) {
     Tree().expand(at);
     QModelIndex next;
-    for (int row = 0; row < model.rowCount(at); ++row) {
-      const QModelIndex child = model.index(row, 0, at);
-      if (child.data().toString() == QString::fromUtf8(name)) next = child;
-    }
-    ASSERT_TRUE(next.isValid()) << name;
+    const auto find = [&] {
+      for (int row = 0; row < model.rowCount(at); ++row) {
+        const QModelIndex child = model.index(row, 0, at);
+        if (child.data().toString() == QString::fromUtf8(name)) next = child;
+      }
+      return next.isValid();
+    };
+    ASSERT_TRUE(QTest::qWaitFor(find, kPatience)) << name;
     at = next;
   }
   Tree().setCurrentIndex(at);

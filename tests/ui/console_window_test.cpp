@@ -17,6 +17,7 @@
 #include "resources/resource.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/open_sheet.h"
+#include "tests/ui/scripted_store.h"
 
 namespace pelora::test {
 namespace {
@@ -28,13 +29,21 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
+constexpr int kPatience = 20000;
+
 class Window : public ConsoleTest {
  protected:
   Window() : window_(module()) {
     EXPECT_TRUE(window_.SetSession(TakeSession()));
     window_.show();
     window_.activateWindow();
+    Settle();
+  }
+
+  /// Waits until the window has read what it is to show.
+  void Settle() {
     QCoreApplication::processEvents();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window_.IsReading(); }, kPatience));
   }
 
   [[nodiscard]] MainWindow& window() { return window_; }
@@ -75,7 +84,7 @@ class Window : public ConsoleTest {
   void DoubleClick(const char* name) {
     QTest::mouseClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, Place(name));
     QTest::mouseDClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, Place(name));
-    QCoreApplication::processEvents();
+    Settle();
   }
   [[nodiscard]] std::string Container() { return ToUtf8(tree().currentIndex().data().toString()); }
   void GoTo(std::initializer_list<const char*> containers) {
@@ -124,6 +133,7 @@ TEST_F(Window, ReadsAContainerOnlyWhenItIsOpened) {
   EXPECT_EQ(tree().model()->rowCount(company), 0);
   EXPECT_TRUE(tree().model()->hasChildren(company));
   tree().expand(company);
+  Settle();
   EXPECT_EQ(tree().model()->rowCount(company), 9);
 }
 
@@ -131,6 +141,7 @@ TEST_F(Window, TheTreeHoldsContainersOnly) {
   GoToSales();
   EXPECT_THAT(Names(), Contains("Birgit Krämer"));
   tree().expand(tree().currentIndex());
+  Settle();
   EXPECT_EQ(tree().model()->rowCount(tree().currentIndex()), 0);
   EXPECT_FALSE(tree().model()->hasChildren(tree().currentIndex()));
 }
@@ -267,6 +278,7 @@ TEST_F(Window, RefreshShowsWhatOthersChangedAndKeepsTheSelection) {
                           "\nchangetype: modify\nreplace: description\ndescription: Seen\n");
   EXPECT_THAT(Column(2), ::testing::Not(Contains("Seen")));
   QTest::keyClick(&window(), Qt::Key_F5);
+  Settle();
   EXPECT_THAT(Column(2), Contains("Seen"));
   EXPECT_EQ(Container(), "Vertrieb");
   EXPECT_THAT(SelectedNames(), ElementsAre("Birgit Krämer"));
@@ -280,6 +292,7 @@ TEST_F(Window, AnApplyRefreshesTheList) {
   contract::QtPlayer user(*Sheets().front());
   user.Click(IDC_PELORA_HIDDEN);
   Sheets().front()->ApplyButton().click();
+  Settle();
   EXPECT_THAT(Column(2), Contains("Seen"));
 }
 
@@ -297,30 +310,6 @@ TEST_F(Window, AFileThatCannotBeOpenedIsReportedAndTheOldOneStays) {
   }
 }
 
-/// Opens, but nothing can be read from it.
-class UnreadableStore final : public ldap::IDirectoryStore {
- public:
-  [[nodiscard]] const ldap::Schema& schema() const override { return schema_; }
-  ldap::StoreStatus ReadRoot(ldap::Entry& /*root*/) override { return kFailure; }
-  ldap::StoreStatus Read(const std::string& /*dn*/, std::span<const std::string> /*attributes*/,
-                         ldap::Entry& /*entry*/) override {
-    return kFailure;
-  }
-  ldap::StoreStatus Search(const ldap::SearchRequest& /*request*/,
-                           const ldap::EntrySink& /*sink*/) override {
-    return kFailure;
-  }
-  ldap::StoreStatus Modify(const std::string& /*dn*/,
-                           std::span<const ldap::Modification> /*modifications*/) override {
-    return kFailure;
-  }
-  ldap::StoreStatus Add(const ldap::Entry& /*entry*/) override { return kFailure; }
-
- private:
-  inline static const ldap::StoreStatus kFailure{.code = 80, .text = "the disk is gone"};
-  ldap::Schema schema_;
-};
-
 TEST_F(Window, ADirectoryThatCannotBeReadCostsNobodyHisSheets) {
   GoToSales();
   DoubleClick("Birgit Krämer");
@@ -332,9 +321,10 @@ TEST_F(Window, ADirectoryThatCannotBeReadCostsNobodyHisSheets) {
     box.close();
   });
   EXPECT_FALSE(window().SetSession(std::make_unique<console::DirectorySession>(
-      QStringLiteral("broken.ldb"), std::make_unique<UnreadableStore>(), ldap::StoreOpener())));
+      QStringLiteral("broken.ldb"), std::make_unique<ScriptedStore>(nullptr),
+      ldap::StoreOpener())));
   QCoreApplication::processEvents();
-  EXPECT_EQ(told, "the disk is gone");
+  EXPECT_EQ(told, "no such object");
   EXPECT_EQ(Container(), "Vertrieb");
   ASSERT_EQ(Sheets().size(), 1);
   Sheets().front()->ApplyButton().click();

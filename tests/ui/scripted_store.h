@@ -16,16 +16,20 @@ class ScriptedStore final : public ldap::IDirectoryStore {
   using SearchScript =
       std::function<ldap::StoreStatus(const ldap::SearchRequest&, const ldap::EntrySink&)>;
 
-  explicit ScriptedStore(SearchScript search) : search_(std::move(search)) {}
+  /// `has_base`: the base "DC=x" can be read.
+  explicit ScriptedStore(SearchScript search, bool has_base = false)
+      : search_(std::move(search)), has_base_(has_base) {}
 
   const ldap::Schema& schema() const override { return schema_; }
   ldap::StoreStatus ReadRoot(ldap::Entry& root) override {
     root = {.dn = "", .attributes = {{"defaultNamingContext", {"DC=x"}}}};
     return {};
   }
-  ldap::StoreStatus Read(const std::string& /*dn*/, std::span<const std::string> /*attributes*/,
-                         ldap::Entry& /*entry*/) override {
-    return {32, "no such object"};
+  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> /*attributes*/,
+                         ldap::Entry& entry) override {
+    if (!has_base_ || dn != "DC=x") return {32, "no such object"};
+    entry = {.dn = dn, .attributes = {{"objectClass", {"top", "domain", "domainDNS"}}}};
+    return {};
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
                            const ldap::EntrySink& sink) override {
@@ -41,6 +45,7 @@ class ScriptedStore final : public ldap::IDirectoryStore {
 
  private:
   SearchScript search_;
+  bool has_base_;
   ldap::Schema schema_;
 };
 
@@ -56,6 +61,12 @@ inline ldap::StoreOpener OpenScripted(ScriptedStore::SearchScript search) {
 inline ldap::Entry UserEntry(const std::string& name) {
   return {.dn = "CN=" + name + ",DC=x",
           .attributes = {{"objectClass", {"top", "person", "user"}}, {"name", {name}}}};
+}
+
+/// A container of that name below the base or another one.
+inline ldap::Entry ContainerEntry(const std::string& name, const std::string& parent = "DC=x") {
+  return {.dn = "OU=" + name + "," + parent,
+          .attributes = {{"objectClass", {"top", "organizationalUnit"}}, {"name", {name}}}};
 }
 
 }  // namespace pelora::test

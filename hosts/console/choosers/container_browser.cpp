@@ -19,11 +19,12 @@ constexpr int kTreeLines = 20;
 
 }  // namespace
 
-ContainerBrowser::ContainerBrowser(ldap::IDirectoryStore& store, DirectoryObject base,
-                                   Refusal refusal, QWidget* parent)
+ContainerBrowser::ContainerBrowser(ldap::StoreOpener opener, DirectoryObject base, Refusal refusal,
+                                   QWidget* parent)
     : QDialog(parent),
       refusal_(std::move(refusal)),
-      model_(DirectoryBrowser(store), std::move(base),
+      reader_(std::move(opener)),
+      model_(reader_, std::move(base),
              [this](const DirectoryObject& container, const QString& reason) {
                status_->setText(QStringLiteral("The contents of %1 cannot be read: %2")
                                     .arg(container.name, reason));

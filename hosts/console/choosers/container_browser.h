@@ -19,8 +19,8 @@ class ContainerBrowser final : public QDialog {
   /// Says why a container cannot be taken; empty for one that can.
   using Refusal = std::function<QString(const std::string& dn)>;
 
-  /// `store` outlives the dialog.
-  ContainerBrowser(ldap::IDirectoryStore& store, DirectoryObject base, Refusal refusal,
+  /// `opener` opens the directory for use on a thread of the dialog's.
+  ContainerBrowser(ldap::StoreOpener opener, DirectoryObject base, Refusal refusal,
                    QWidget* parent);
   ~ContainerBrowser() override;
 
@@ -34,6 +34,7 @@ class ContainerBrowser final : public QDialog {
   void MakeTree();
 
   Refusal refusal_;
+  DirectoryReader reader_;
   ContainerTreeModel model_;
   QTreeView* tree_ = nullptr;
   QLabel* status_ = nullptr;

@@ -6,7 +6,6 @@
 
 #include "hosts/console/choosers/folder_name.h"
 #include "hosts/console/qt_text.h"
-#include "hosts/ldap/ldap_status.h"
 
 namespace pelora::console {
 namespace {
@@ -29,19 +28,6 @@ FoundObject FoundObjectOf(const ldap::Entry& entry) {
   found.mail = FirstValue(entry, "mail");
   found.folder = FolderOf(entry.dn);
   return found;
-}
-
-SearchEnd EndOf(const ldap::StoreStatus& status) {
-  switch (status.code) {
-    case 0:
-      return {SearchEnd::Reason::kComplete, {}};
-    case ldap::kLdapTimeLimitExceeded:
-    case ldap::kLdapSizeLimitExceeded:
-    case ldap::kLdapAdminLimitExceeded:
-      return {SearchEnd::Reason::kDirectoryLimit, {}};
-    default:
-      return {SearchEnd::Reason::kFailed, ToQString(status.text)};
-  }
 }
 
 }  // namespace

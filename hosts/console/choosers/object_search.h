@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "hosts/console/directory_browser.h"
+#include "hosts/console/search_end.h"
 #include "hosts/ldap/store_opener.h"
 
 namespace pelora::console {
@@ -28,22 +29,6 @@ struct ObjectQuery {
   std::string filter;
   /// At most so many objects are given.
   std::size_t limit = 0;
-};
-
-/// How a search ended.
-struct SearchEnd {
-  enum class Reason : std::uint8_t {
-    /// Everything was found.
-    kComplete,
-    /// There is more than the query's limit.
-    kOwnLimit,
-    /// The directory gave no more, for reasons of its own (size or time).
-    kDirectoryLimit,
-    kFailed,
-  };
-  Reason reason = Reason::kComplete;
-  /// The directory's words, when it failed.
-  QString text;
 };
 
 /// Searches a directory on a thread of its own, over a store of its own, one search at a time; what

@@ -156,7 +156,7 @@ std::int32_t QtChoosers::BrowseForContainer(const ContainerBrowserInit& init, st
     if (length < init.path_capacity) return QString();
     return QStringLiteral("The name of this container is too long to be used here.");
   };
-  ContainerBrowser dialog(store_, std::move(base), refusal, WindowOf(nullptr));
+  ContainerBrowser dialog(opener_, std::move(base), refusal, WindowOf(nullptr));
   if (dialog.exec() != QDialog::Accepted) return kDialogCancel;
   path = ContainerPath(store_, dialog.Chosen());
   return kDialogOk;

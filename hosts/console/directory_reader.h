@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QObject>
+#include <QThread>
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "hosts/console/directory_browser.h"
+#include "hosts/console/search_end.h"
+#include "hosts/ldap/store_opener.h"
+
+namespace pelora::console {
+
+/// Lists containers on a thread of its own, over a store of its own, one after the other in the
+/// order of the calls; what is found is handed over at once, as fast as the user interface takes
+/// it.
+///
+/// Everything here happens on the thread of the user interface, the callbacks too. Destroying the
+/// reader ends what it was asked for without a word, and waits for the request under way, which
+/// ends with the next entry that it yields.
+class DirectoryReader final {
+ public:
+  using FoundSink = std::function<void(std::vector<DirectoryObject> objects)>;
+  /// Called once, after the last objects.
+  using EndSink = std::function<void(const SearchEnd& end)>;
+
+  /// One listing. When it is dropped nothing of it arrives any more, and it is not read on.
+  class Reading final {
+   public:
+    Reading() = default;
+    ~Reading() { Stop(); }
+    Reading(Reading&& other) noexcept = default;
+    Reading& operator=(Reading&& other) noexcept;
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+    void Stop();
+    /// Until the end has been told, or it was stopped.
+    [[nodiscard]] bool IsRunning() const { return wanted_ != nullptr && *wanted_; }
+
+   private:
+    friend class DirectoryReader;
+    explicit Reading(std::shared_ptr<std::atomic<bool>> wanted) : wanted_(std::move(wanted)) {}
+
+    std::shared_ptr<std::atomic<bool>> wanted_;
+  };
+
+  /// `opener` is called on the reader's thread, when the first listing begins, and again after one
+  /// that failed: the connection may have been lost.
+  explicit DirectoryReader(ldap::StoreOpener opener);
+  ~DirectoryReader();
+  DirectoryReader(const DirectoryReader&) = delete;
+  DirectoryReader& operator=(const DirectoryReader&) = delete;
+
+  [[nodiscard]] Reading Start(ListRequest request, FoundSink on_found, EndSink on_end);
+
+ private:
+  class Worker;
+  struct Task;
+
+  QThread thread_;
+  /// Lives on `thread_`.
+  Worker* worker_;
+  /// Where the worker's calls arrive; those that have not arrived go with it.
+  QObject receiver_;
+};
+
+}  // namespace pelora::console

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/search_end.h"
+
+#include "hosts/console/qt_text.h"
+#include "hosts/ldap/ldap_status.h"
+
+namespace pelora::console {
+
+SearchEnd EndOf(const ldap::StoreStatus& status) {
+  switch (status.code) {
+    case 0:
+      return {SearchEnd::Reason::kComplete, {}};
+    case ldap::kLdapTimeLimitExceeded:
+    case ldap::kLdapSizeLimitExceeded:
+    case ldap::kLdapAdminLimitExceeded:
+      return {SearchEnd::Reason::kDirectoryLimit, {}};
+    default:
+      return {SearchEnd::Reason::kFailed, ToQString(status.text)};
+  }
+}
+
+}  // namespace pelora::console

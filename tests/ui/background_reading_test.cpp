@@ -1,0 +1,312 @@
+// SPDX-License-Identifier: Apache-2.0
+// How the main window reads a directory that takes its time: nothing waits for it, and what is
+// shown says how much of the whole it is.
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QTest>
+#include <QTreeView>
+#include <atomic>
+#include <mutex>
+#include <semaphore>
+
+#include "hosts/console/main_window.h"
+#include "hosts/console/qt_text.h"
+#include "tests/ui/console_test.h"
+#include "tests/ui/scripted_store.h"
+
+namespace pelora::test {
+namespace {
+
+using console::MainWindow;
+using console::ToUtf8;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+constexpr int kPatience = 20000;
+constexpr int kLimitReached = 4;
+
+/// Whether a request asks for containers only, as the tree does.
+bool IsForTree(const ldap::SearchRequest& request) {
+  return request.filter.find("(objectClass=organizationalUnit)") != std::string::npos;
+}
+
+class BackgroundReading : public ConsoleTest {
+ protected:
+  ~BackgroundReading() override {
+    // A store that still waits would hold up the end of its window.
+    gate_.release(100);
+    window_.reset();
+  }
+
+  /// Opens a window on stores that answer listings as the script says.
+  void Open(ScriptedStore::SearchScript script) {
+    ldap::StoreOpener opener = [this, script](std::unique_ptr<ldap::IDirectoryStore>& store) {
+      ++opened_;
+      store = std::make_unique<ScriptedStore>(script, true);
+      return ldap::StoreStatus{};
+    };
+    std::unique_ptr<ldap::IDirectoryStore> store;
+    ASSERT_TRUE(opener(store).Ok());
+    window_ = std::make_unique<MainWindow>(module());
+    ASSERT_TRUE(window_->SetSession(std::make_unique<console::DirectorySession>(
+        QStringLiteral("slow"), std::move(store), std::move(opener))));
+    window_->show();
+  }
+
+  [[nodiscard]] QTreeView& tree() {
+    return *window_->findChild<QTreeView*>(QStringLiteral("container_tree"));
+  }
+  [[nodiscard]] QAbstractItemModel& rows() {
+    return *window_->findChild<QTreeView*>(QStringLiteral("object_list"))->model();
+  }
+  [[nodiscard]] QAction& Action(const char* text) {
+    for (QAction* action : window_->findChildren<QAction*>()) {
+      if (ToUtf8(action->text()) == text) return *action;
+    }
+    throw std::runtime_error(std::string("there is no action ") + text);
+  }
+  [[nodiscard]] std::vector<std::string> Names() {
+    std::vector<std::string> names;
+    for (int row = 0; row < rows().rowCount(); ++row) {
+      names.push_back(ToUtf8(rows().index(row, 0).data().toString()));
+    }
+    return names;
+  }
+  [[nodiscard]] std::string Status() {
+    std::string texts;
+    for (const QLabel* label : window_->statusBar()->findChildren<QLabel*>()) {
+      texts += ToUtf8(label->text()) + "|";
+    }
+    return texts;
+  }
+  [[nodiscard]] bool WaitForRows(int count) {
+    return QTest::qWaitFor([this, count] { return rows().rowCount() == count; }, kPatience);
+  }
+  [[nodiscard]] bool WaitForEnd() {
+    return QTest::qWaitFor([this] { return !window_->IsReading(); }, kPatience);
+  }
+
+  std::counting_semaphore<> gate_{0};
+  std::atomic<int> opened_ = 0;
+  std::unique_ptr<MainWindow> window_;
+};
+
+TEST_F(BackgroundReading, ObjectsAppearWhileTheRestIsBeingRead) {
+  Open([this](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) return ldap::StoreStatus{};
+    sink(UserEntry("Bob"));
+    gate_.acquire();
+    sink(UserEntry("Ada"));
+    return ldap::StoreStatus{};
+  });
+  ASSERT_TRUE(WaitForRows(1));
+  EXPECT_THAT(Status(), HasSubstr("1 objects, reading..."));
+  EXPECT_TRUE(Action("&Stop").isEnabled());
+  gate_.release();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(Names(), ElementsAre("Ada", "Bob"));
+  EXPECT_THAT(Status(), HasSubstr("2 objects|"));
+  EXPECT_FALSE(Action("&Stop").isEnabled());
+}
+
+TEST_F(BackgroundReading, AStoppedReadingKeepsWhatArrivedAndSaysThatItIsNotAll) {
+  std::atomic<bool> told_to_end = false;
+  Open([&](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) return ldap::StoreStatus{};
+    sink(UserEntry("Ada"));
+    gate_.acquire();
+    told_to_end = !sink(UserEntry("Bob"));
+    return ldap::StoreStatus{};
+  });
+  ASSERT_TRUE(WaitForRows(1));
+  Action("&Stop").trigger();
+  ASSERT_TRUE(WaitForEnd()) << "the store still waits at its gate";
+  EXPECT_THAT(Status(), HasSubstr("1 objects, stopped before the end"));
+  gate_.release();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told_to_end.load(); }, kPatience));
+  QCoreApplication::processEvents();
+  EXPECT_THAT(Names(), ElementsAre("Ada"));
+}
+
+TEST_F(BackgroundReading, GoingElsewhereEndsTheReadingAndNothingOfItArrives) {
+  Open([this](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (request.base == "DC=x") {
+      sink(ContainerEntry("Sales"));
+      if (IsForTree(request)) return ldap::StoreStatus{};
+      gate_.acquire();
+      sink(UserEntry("Late"));
+      return ldap::StoreStatus{};
+    }
+    if (!IsForTree(request)) sink(UserEntry("Ada"));
+    return ldap::StoreStatus{};
+  });
+  ASSERT_TRUE(WaitForRows(1));
+  ASSERT_TRUE(QTest::qWaitFor(
+      [this] { return tree().model()->rowCount(tree().currentIndex()) == 1; }, kPatience));
+  tree().setCurrentIndex(tree().model()->index(0, 0, tree().currentIndex()));
+  EXPECT_THAT(Names(), IsEmpty());
+  gate_.release();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(Names(), ElementsAre("Ada"));
+}
+
+TEST_F(BackgroundReading, TheListDoesNotWaitForTheTree) {
+  Open([this](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) {
+      gate_.acquire();
+      sink(ContainerEntry("Sales"));
+    } else {
+      sink(UserEntry("Ada"));
+    }
+    return ldap::StoreStatus{};
+  });
+  ASSERT_TRUE(WaitForRows(1));
+  EXPECT_TRUE(window_->IsReading());
+  EXPECT_EQ(tree().model()->rowCount(tree().currentIndex()), 0);
+  gate_.release();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(tree().model()->rowCount(tree().currentIndex()), 1);
+}
+
+TEST_F(BackgroundReading, AFailedListingIsToldAndReadAgainOverANewConnection) {
+  std::atomic<bool> fails = true;
+  Open([&](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) return ldap::StoreStatus{};
+    sink(UserEntry("Ada"));
+    if (fails) return ldap::StoreStatus{.code = 52, .text = "the server is gone"};
+    sink(UserEntry("Bob"));
+    return ldap::StoreStatus{};
+  });
+  std::string told;
+  modal_scripts().Add([&told](QWidget& box) {
+    told = ToUtf8(qobject_cast<QMessageBox*>(&box)->text()) + " " +
+           ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
+    box.close();
+  });
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }, kPatience));
+  EXPECT_EQ(told, "The contents of x cannot be read. the server is gone");
+  EXPECT_THAT(Status(), HasSubstr("1 objects, the rest cannot be read"));
+  const int opened = opened_;
+  fails = false;
+  Action("&Refresh").trigger();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(opened_, opened + 1);
+  EXPECT_THAT(Names(), ElementsAre("Ada", "Bob"));
+}
+
+TEST_F(BackgroundReading, AFailedRefreshKeepsWhatWasShown) {
+  std::atomic<bool> fails = false;
+  Open([&](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) return ldap::StoreStatus{};
+    sink(UserEntry("Ada"));
+    if (fails) return ldap::StoreStatus{.code = 52, .text = "the server is gone"};
+    sink(UserEntry("Bob"));
+    return ldap::StoreStatus{};
+  });
+  ASSERT_TRUE(WaitForEnd());
+  fails = true;
+  bool told = false;
+  modal_scripts().Add([&told](QWidget& box) {
+    told = true;
+    box.close();
+  });
+  Action("&Refresh").trigger();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return told; }, kPatience));
+  EXPECT_THAT(Names(), ElementsAre("Ada", "Bob"));
+}
+
+TEST_F(BackgroundReading, ALimitOfTheDirectorysIsTold) {
+  Open([](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) return ldap::StoreStatus{};
+    sink(UserEntry("Ada"));
+    return ldap::StoreStatus{.code = kLimitReached, .text = "size limit"};
+  });
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(Names(), ElementsAre("Ada"));
+  EXPECT_THAT(Status(), HasSubstr("1 objects, the directory gives no more"));
+}
+
+TEST_F(BackgroundReading, ObjectsForAnAdvancedViewAreShownOnDemand) {
+  std::mutex mutex;
+  std::vector<std::string> filters;
+  Open([&](const ldap::SearchRequest& request, const ldap::EntrySink& /*sink*/) {
+    const std::lock_guard lock(mutex);
+    filters.push_back(request.filter);
+    return ldap::StoreStatus{};
+  });
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(filters.size(), 2U);
+  for (const std::string& filter : filters) {
+    EXPECT_THAT(filter, HasSubstr("(!(showInAdvancedViewOnly=TRUE))"));
+  }
+  filters.clear();
+  Action("&Advanced Objects").trigger();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(filters.size(), 2U);
+  for (const std::string& filter : filters) {
+    EXPECT_THAT(filter, Not(HasSubstr("showInAdvancedViewOnly")));
+  }
+}
+
+TEST_F(BackgroundReading, AContainerWithTenThousandObjectsIsUsable) {
+  constexpr int kMany = 10000;
+  Open([](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) return ldap::StoreStatus{};
+    for (int number = kMany; number > 0; --number) {
+      if (!sink(UserEntry("user " + std::to_string(100000 + number)))) break;
+    }
+    return ldap::StoreStatus{};
+  });
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(rows().rowCount(), kMany);
+  EXPECT_EQ(ToUtf8(rows().index(0, 0).data().toString()), "user 100001");
+  EXPECT_EQ(ToUtf8(rows().index(kMany - 1, 0).data().toString()), "user 110000");
+  window_->findChild<QLineEdit*>(QStringLiteral("object_filter"))
+      ->setText(QStringLiteral("user 10424"));
+  EXPECT_EQ(rows().rowCount(), 10);
+  EXPECT_THAT(Status(), HasSubstr("10 of 10000 objects"));
+}
+
+TEST_F(BackgroundReading, AContainerOpenedFromTheListIsShownWhenTheTreeHasIt) {
+  Open([this](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (request.base == "DC=x") {
+      if (IsForTree(request)) gate_.acquire();
+      sink(ContainerEntry("Sales"));
+    }
+    return ldap::StoreStatus{};
+  });
+  ASSERT_TRUE(WaitForRows(1));
+  auto* list = window_->findChild<QTreeView*>(QStringLiteral("object_list"));
+  list->setCurrentIndex(rows().index(0, 0));
+  Action("&Open").trigger();
+  EXPECT_EQ(ToUtf8(tree().currentIndex().data().toString()), "x");
+  gate_.release();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(ToUtf8(tree().currentIndex().data().toString()), "Sales");
+  EXPECT_EQ(rows().rowCount(), 0);
+}
+
+TEST_F(BackgroundReading, AWindowCanCloseWhileItReadsWithoutEnd) {
+  std::atomic<int> given = 0;
+  Open([&given](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) return ldap::StoreStatus{};
+    while (sink(UserEntry("user " + std::to_string(++given)))) {
+    }
+    return ldap::StoreStatus{};
+  });
+  ASSERT_TRUE(QTest::qWaitFor([&] { return given > 10; }, kPatience));
+  window_.reset();
+  const int at_end = given;
+  QTest::qWait(20);
+  EXPECT_EQ(given, at_end);
+}
+
+}  // namespace
+}  // namespace pelora::test
