@@ -12,6 +12,23 @@
 #include "hosts/ldap/serialized_store.h"
 
 namespace pelora::console {
+namespace {
+
+/// The folder of the display specifiers in the console's language.
+constexpr std::string_view kLanguage = "409";
+
+SessionResult OpenSession(const QString& path, ldap::StoreOpener open) {
+  std::unique_ptr<ldap::IDirectoryStore> store;
+  ldap::DisplaySpecifiers specifiers;
+  ldap::StoreStatus status = open(store);
+  if (status.Ok()) status = ldap::DisplaySpecifiers::Read(*store, kLanguage, specifiers);
+  if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
+  auto session = std::make_unique<DirectorySession>(path, std::move(store), std::move(open));
+  session->specifiers = std::move(specifiers);
+  return {.session = std::move(session), .error = {}};
+}
+
+}  // namespace
 
 SessionResult OpenDirectoryFile(const QString& path) {
   // Names of files are byte strings and stay what they are.
@@ -21,11 +38,7 @@ SessionResult OpenDirectoryFile(const QString& path) {
       ldap::SerializeStores([file](std::unique_ptr<ldap::IDirectoryStore>& opened) {
         return ldap::OpenLdbStore(file, {}, opened);
       });
-  std::unique_ptr<ldap::IDirectoryStore> store;
-  const ldap::StoreStatus status = open(store);
-  if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
-  return {.session = std::make_unique<DirectorySession>(path, std::move(store), std::move(open)),
-          .error = {}};
+  return OpenSession(path, std::move(open));
 }
 
 QString SampleDirectoryPath() {

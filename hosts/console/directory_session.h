@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/display_specifiers.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/ldap/store_opener.h"
 
@@ -23,6 +24,8 @@ struct DirectorySession {
   QString path;
   std::unique_ptr<ldap::IDirectoryStore> store;
   ldap::StoreDirectoryService service;
+  /// What the directory says of its classes' tabs and wizards.
+  ldap::DisplaySpecifiers specifiers;
   /// Opens the same directory for use on another thread.
   ldap::StoreOpener open_another;
 };

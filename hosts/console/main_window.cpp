@@ -163,7 +163,8 @@ void MainWindow::ShowProperties(std::span<const DirectoryObject> selection) {
   for (const DirectoryObject& object : selection) names.append(ToQString(object.dn));
   const QString key = names.join(QLatin1Char('\n'));
   if (sheets_.Raise(key)) return;
-  SheetResult made = MakePropertySheet(selection, platform_->platform(), module_, this);
+  SheetResult made =
+      MakePropertySheet(selection, session_->specifiers, platform_->platform(), module_, this);
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
   }
@@ -174,7 +175,8 @@ void MainWindow::ShowProperties(std::span<const DirectoryObject> selection) {
 void MainWindow::UpdateActions() {
   const std::vector<DirectoryObject> selection = Selection();
   const std::vector<DirectoryObject> listed = list_->Selection();
-  const QString reason = WhyNoProperties(selection);
+  const QString reason = session_ ? WhyNoProperties(selection, session_->specifiers)
+                                  : QStringLiteral("No directory is open.");
   properties_->setEnabled(reason.isEmpty());
   const QString tip =
       reason.isEmpty() ? QStringLiteral("Show the properties of the selection") : reason;

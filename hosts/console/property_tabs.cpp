@@ -5,7 +5,6 @@
 
 #include "hosts/console/selection_data_object.h"
 #include "server/component_server.h"
-#include "server/console_registration.h"
 
 namespace pelora::console {
 namespace {
@@ -35,22 +34,24 @@ HRESULT AddTab(const Guid& class_id, const Platform& platform, IDataObject& sele
 
 }  // namespace
 
-std::vector<Guid> TabsOf(std::span<const DirectoryObject> selection) {
+std::vector<Guid> TabsOf(std::span<const DirectoryObject> selection,
+                         const ldap::DisplaySpecifiers& specifiers) {
   if (selection.empty()) return {};
   const ConsoleRole role =
       selection.size() == 1 ? ConsoleRole::kPropertyPage : ConsoleRole::kMultiselectPropertyPage;
-  std::vector<Guid> common = DefaultRegistrations(selection.front().kind.class_name, role);
+  std::vector<Guid> common = specifiers.ComponentsOf(selection.front().kind.class_name, role);
   for (const DirectoryObject& object : selection.subspan(1)) {
-    const std::vector<Guid> tabs = DefaultRegistrations(object.kind.class_name, role);
+    const std::vector<Guid> tabs = specifiers.ComponentsOf(object.kind.class_name, role);
     std::erase_if(common,
                   [&tabs](const Guid& tab) { return std::ranges::find(tabs, tab) == tabs.end(); });
   }
   return common;
 }
 
-QString WhyNoProperties(std::span<const DirectoryObject> selection) {
+QString WhyNoProperties(std::span<const DirectoryObject> selection,
+                        const ldap::DisplaySpecifiers& specifiers) {
   if (selection.empty()) return QStringLiteral("Select an object to see its properties.");
-  if (!TabsOf(selection).empty()) return {};
+  if (!TabsOf(selection, specifiers).empty()) return {};
   const QString& type = selection.front().kind.type_text;
   const bool same_type = std::ranges::all_of(
       selection, [&type](const DirectoryObject& object) { return object.kind.type_text == type; });
@@ -58,10 +59,11 @@ QString WhyNoProperties(std::span<const DirectoryObject> selection) {
   return QStringLiteral("Objects of the type %1 have no properties to show.").arg(type);
 }
 
-SheetResult MakePropertySheet(std::span<const DirectoryObject> selection, const Platform& platform,
+SheetResult MakePropertySheet(std::span<const DirectoryObject> selection,
+                              const ldap::DisplaySpecifiers& specifiers, const Platform& platform,
                               const resources::ResourceFile& module, QWidget* parent) {
-  const std::vector<Guid> tabs = TabsOf(selection);
-  if (tabs.empty()) return {.sheet = nullptr, .error = WhyNoProperties(selection)};
+  const std::vector<Guid> tabs = TabsOf(selection, specifiers);
+  if (tabs.empty()) return {.sheet = nullptr, .error = WhyNoProperties(selection, specifiers)};
   const Ref<IDataObject> data_object = MakeSelectionDataObject(selection);
   auto sheet = std::make_unique<QtPropertySheet>(module, TitleOf(selection), parent);
   HRESULT failure = S_OK;

@@ -7,16 +7,20 @@
 
 #include "hosts/console/directory_browser.h"
 #include "hosts/console/property_sheet.h"
+#include "hosts/ldap/display_specifiers.h"
 #include "platform/platform.h"
 
 namespace pelora::console {
 
 /// The component classes of the tabs that a selection gets: those that every selected object's
-/// class has, in the order of the first one's. None for an empty selection.
-[[nodiscard]] std::vector<Guid> TabsOf(std::span<const DirectoryObject> selection);
+/// class has by the directory's display specifiers, in the order of the first one's. None for an
+/// empty selection.
+[[nodiscard]] std::vector<Guid> TabsOf(std::span<const DirectoryObject> selection,
+                                       const ldap::DisplaySpecifiers& specifiers);
 
 /// Why a selection has no properties to show, as a sentence; empty when it has some.
-[[nodiscard]] QString WhyNoProperties(std::span<const DirectoryObject> selection);
+[[nodiscard]] QString WhyNoProperties(std::span<const DirectoryObject> selection,
+                                      const ldap::DisplaySpecifiers& specifiers);
 
 /// A sheet, or a sentence that says why there is none.
 struct SheetResult {
@@ -28,6 +32,7 @@ struct SheetResult {
 /// initialised with the selection and adds its pages; one that refuses stays out. `platform` and
 /// `module` outlive the sheet.
 [[nodiscard]] SheetResult MakePropertySheet(std::span<const DirectoryObject> selection,
+                                            const ldap::DisplaySpecifiers& specifiers,
                                             const Platform& platform,
                                             const resources::ResourceFile& module, QWidget* parent);
 

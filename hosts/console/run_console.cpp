@@ -47,7 +47,8 @@ int WritePropertiesPicture(DirectorySession& session, const std::vector<Director
   StreamMessageBox messages(std::cerr);
   QtChoosers choosers(*session.store, session.open_another);
   const ConsolePlatform platform(session.service, messages, choosers, module);
-  const SheetResult made = MakePropertySheet(objects, platform.platform(), module, nullptr);
+  const SheetResult made =
+      MakePropertySheet(objects, session.specifiers, platform.platform(), module, nullptr);
   if (!made.sheet) return Fail(made.error);
   if (messages.has_shown()) return kExitFailure;
   const QString error = WriteScreenshot(*made.sheet, path);
@@ -87,7 +88,10 @@ int Run(const CommandLine& line, const resources::ResourceFile& module) {
   if (opened.session) {
     const QString error = ReadObjects(*opened.session, line.open, objects);
     if (!error.isEmpty()) return Fail(error);
-    if (!objects.empty() && TabsOf(objects).empty()) return Fail(WhyNoProperties(objects));
+    const ldap::DisplaySpecifiers& specifiers = opened.session->specifiers;
+    if (!objects.empty() && TabsOf(objects, specifiers).empty()) {
+      return Fail(WhyNoProperties(objects, specifiers));
+    }
   }
   if (!line.screenshot) return ShowWindows(std::move(opened), objects, module);
   const QString picture = ToQString(*line.screenshot);

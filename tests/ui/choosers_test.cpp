@@ -417,7 +417,7 @@ TEST_F(ChoosersTest, TheBlockIsThatOfThePlatform) {
 
 TEST_F(ChoosersTest, ADelegateChosenOnTheUserTabIsWritten) {
   console::SheetResult made =
-      console::MakePropertySheet(Objects({kRolf}), platform_.platform(), module(), nullptr);
+      console::MakePropertySheet(Objects({kRolf}), {}, platform_.platform(), module(), nullptr);
   ASSERT_TRUE(made.sheet);
   made.sheet->show();
   console::QtDialog& page = *made.sheet->Dialog(0);
@@ -442,7 +442,7 @@ TEST_F(ChoosersTest, ADelegateChosenOnTheUserTabIsWritten) {
 
 TEST_F(ChoosersTest, AServerChosenOnTheUserTabIsWritten) {
   console::SheetResult made =
-      console::MakePropertySheet(Objects({kRolf}), platform_.platform(), module(), nullptr);
+      console::MakePropertySheet(Objects({kRolf}), {}, platform_.platform(), module(), nullptr);
   ASSERT_TRUE(made.sheet);
   made.sheet->show();
   console::QtDialog& page = *made.sheet->Dialog(0);

@@ -84,14 +84,14 @@ TEST(TabsOfASelection, AreThoseThatAllObjectsHave) {
   const DirectoryObject user = ObjectOf("CN=U,DC=x", {"top", "person", "user"});
   const DirectoryObject person = ObjectOf("CN=P,DC=x", {"top", "user", "inetOrgPerson"});
   const DirectoryObject other = ObjectOf("CN=O,DC=x", {"top", "printQueue"});
-  EXPECT_THAT(console::TabsOf(std::vector{user, person}), SizeIs(1));
-  EXPECT_THAT(console::TabsOf(std::vector{user, other}), IsEmpty());
-  EXPECT_THAT(console::TabsOf(std::vector{other, user}), IsEmpty());
-  EXPECT_THAT(console::TabsOf({}), IsEmpty());
-  EXPECT_EQ(console::WhyNoProperties(std::vector{user}), QString());
-  EXPECT_EQ(console::WhyNoProperties(std::vector{user, other}),
+  EXPECT_THAT(console::TabsOf(std::vector{user, person}, {}), SizeIs(1));
+  EXPECT_THAT(console::TabsOf(std::vector{user, other}, {}), IsEmpty());
+  EXPECT_THAT(console::TabsOf(std::vector{other, user}, {}), IsEmpty());
+  EXPECT_THAT(console::TabsOf({}, {}), IsEmpty());
+  EXPECT_EQ(console::WhyNoProperties(std::vector{user}, {}), QString());
+  EXPECT_EQ(console::WhyNoProperties(std::vector{user, other}, {}),
             QStringLiteral("The selected objects have no properties in common."));
-  EXPECT_EQ(console::WhyNoProperties(std::vector{other}),
+  EXPECT_EQ(console::WhyNoProperties(std::vector{other}, {}),
             QStringLiteral("Objects of the type printQueue have no properties to show."));
 }
 
