@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTreeView>
+#include <algorithm>
 
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
@@ -47,6 +48,34 @@ bool MainWindow::OpenFile(const QString& path) {
   if (opened.session) return SetSession(std::move(opened.session));
   ReportLater(QStringLiteral("The directory file cannot be opened."), opened.error);
   return false;
+}
+
+void MainWindow::OpenBesides(const QString& name, SessionOpening::Open open,
+                             std::function<void()> on_shown) {
+  StopOpening();
+  opened_name_ = name;
+  openings_.push_back(std::make_unique<SessionOpening>(
+      std::move(open), [this, on_shown = std::move(on_shown)](SessionResult result) {
+        FinishOpening(std::move(result), on_shown);
+      }));
+  UpdateActions();
+}
+
+void MainWindow::StopOpening() {
+  for (const auto& opening : openings_) opening->Stop();
+}
+
+bool MainWindow::IsOpening() const {
+  return std::ranges::any_of(openings_, [](const auto& opening) { return opening->IsRunning(); });
+}
+
+void MainWindow::FinishOpening(SessionResult result, const std::function<void()>& on_shown) {
+  if (!result.session) {
+    ReportLater(QStringLiteral("%1 cannot be opened.").arg(opened_name_), result.error);
+  } else if (SetSession(std::move(result.session)) && on_shown) {
+    on_shown();
+  }
+  UpdateActions();
 }
 
 bool MainWindow::SetSession(std::unique_ptr<DirectorySession> session) {
@@ -103,7 +132,11 @@ bool MainWindow::IsReading() const {
          (tree_model_ && tree_model_->IsReading());
 }
 
-void MainWindow::StopReading() { listing_->Stop(); }
+void MainWindow::StopReading() {
+  StopOpening();
+  listing_->Stop();
+  UpdateActions();
+}
 
 void MainWindow::ShowAdvanced(bool advanced) {
   if (!session_) return;
@@ -186,9 +219,10 @@ void MainWindow::UpdateActions() {
   refresh_->setEnabled(session_ != nullptr);
   parent_->setEnabled(tree_->currentIndex().parent().isValid());
 
-  stop_->setEnabled(listing_->state() == ContainerListing::State::kReading);
+  stop_->setEnabled(listing_->state() == ContainerListing::State::kReading || IsOpening());
   count_->setText(session_ ? CountText(listed.size()) : QString());
-  hint_->setText(listed.empty() ? QString() : reason);
+  const QString opening = QStringLiteral("Opening %1...").arg(opened_name_);
+  hint_->setText(IsOpening() ? opening : listed.empty() ? QString() : reason);
 }
 
 QString MainWindow::CountText(std::size_t selected) const {

@@ -14,6 +14,7 @@
 #include "hosts/console/message_box.h"
 #include "hosts/console/object_list_pane.h"
 #include "hosts/console/property_tabs.h"
+#include "hosts/console/session_opening.h"
 #include "hosts/console/sheet_windows.h"
 
 class QAction;
@@ -37,6 +38,10 @@ class MainWindow final : public QMainWindow {
   bool SetSession(std::unique_ptr<DirectorySession> session);
   /// Opens a directory file; a failure is shown and changes nothing.
   bool OpenFile(const QString& path);
+  /// Opens a directory beside the window and shows it then, as `SetSession` does; `on_shown` is
+  /// called afterwards. A failure is shown and changes nothing. An opening under way is given up.
+  void OpenBesides(const QString& name, SessionOpening::Open open,
+                   std::function<void()> on_shown = {});
 
   /// Opens the property sheet of objects, or brings it to the front; a failure is shown.
   void ShowProperties(std::span<const DirectoryObject> selection);
@@ -62,6 +67,9 @@ class MainWindow final : public QMainWindow {
   void FollowPath(const QModelIndex& container, std::vector<std::string> path);
   void ShowAdvanced(bool advanced);
   void StopReading();
+  void StopOpening();
+  [[nodiscard]] bool IsOpening() const;
+  void FinishOpening(SessionResult result, const std::function<void()>& on_shown);
   void OpenSelection();
   void GoToParent();
   void UpdateActions();
@@ -83,6 +91,9 @@ class MainWindow final : public QMainWindow {
 
   QTreeView* tree_ = nullptr;
   ObjectListPane* list_ = nullptr;
+  /// The last is the one that counts; others have been stopped and run out.
+  std::vector<std::unique_ptr<SessionOpening>> openings_;
+  QString opened_name_;
   QLabel* count_ = nullptr;
   QLabel* hint_ = nullptr;
   bool tree_used_last_ = false;

@@ -308,5 +308,95 @@ TEST_F(BackgroundReading, AWindowCanCloseWhileItReadsWithoutEnd) {
   EXPECT_EQ(given, at_end);
 }
 
+// Opening a directory.
+
+class BackgroundOpening : public BackgroundReading {
+ protected:
+  BackgroundOpening() {
+    window_ = std::make_unique<MainWindow>(module());
+    window_->show();
+  }
+
+  static console::SessionResult Scripted(const char* user) {
+    const auto script = [user](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+      if (!IsForTree(request)) sink(UserEntry(user));
+      return ldap::StoreStatus{};
+    };
+    ldap::StoreOpener opener = [script](std::unique_ptr<ldap::IDirectoryStore>& store) {
+      store = std::make_unique<ScriptedStore>(script, true);
+      return ldap::StoreStatus{};
+    };
+    std::unique_ptr<ldap::IDirectoryStore> store;
+    EXPECT_TRUE(opener(store).Ok());
+    return {.session = std::make_unique<console::DirectorySession>(
+                QString::fromLatin1(user), std::move(store), std::move(opener)),
+            .error = {}};
+  }
+};
+
+TEST_F(BackgroundOpening, TheWindowSaysWhatItOpensAndShowsItThen) {
+  bool shown = false;
+  window_->OpenBesides(
+      QStringLiteral("dc1"),
+      [this] {
+        gate_.acquire();
+        return Scripted("Ada");
+      },
+      [&shown] { shown = true; });
+  EXPECT_THAT(Status(), HasSubstr("Opening dc1..."));
+  EXPECT_TRUE(Action("&Stop").isEnabled());
+  EXPECT_FALSE(shown);
+  gate_.release();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return shown; }, kPatience));
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(Names(), ElementsAre("Ada"));
+  EXPECT_THAT(Status(), Not(HasSubstr("Opening")));
+}
+
+TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
+  window_->OpenBesides(QStringLiteral("dc1"), [] { return Scripted("Ada"); });
+  ASSERT_TRUE(WaitForRows(1));
+  std::string told;
+  modal_scripts().Add([&told](QWidget& box) {
+    told = ToUtf8(qobject_cast<QMessageBox*>(&box)->text()) + " " +
+           ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
+    box.close();
+  });
+  window_->OpenBesides(QStringLiteral("dc2"), [] {
+    return console::SessionResult{.session = nullptr, .error = QStringLiteral("no ticket")};
+  });
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }, kPatience));
+  EXPECT_EQ(told, "dc2 cannot be opened. no ticket");
+  EXPECT_THAT(Names(), ElementsAre("Ada"));
+}
+
+TEST_F(BackgroundOpening, AnOpeningThatWasStoppedChangesNothing) {
+  std::atomic<bool> opened = false;
+  window_->OpenBesides(QStringLiteral("dc1"), [&] {
+    gate_.acquire();
+    opened = true;
+    return Scripted("Ada");
+  });
+  Action("&Stop").trigger();
+  EXPECT_THAT(Status(), Not(HasSubstr("Opening")));
+  EXPECT_FALSE(Action("&Stop").isEnabled());
+  gate_.release();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return opened.load(); }, kPatience));
+  QTest::qWait(20);
+  EXPECT_THAT(Names(), IsEmpty());
+}
+
+TEST_F(BackgroundOpening, TheLastOpeningCounts) {
+  window_->OpenBesides(QStringLiteral("dc1"), [this] {
+    gate_.acquire();
+    return Scripted("Ada");
+  });
+  window_->OpenBesides(QStringLiteral("dc2"), [] { return Scripted("Bob"); });
+  ASSERT_TRUE(WaitForRows(1));
+  gate_.release();
+  QTest::qWait(20);
+  EXPECT_THAT(Names(), ElementsAre("Bob"));
+}
+
 }  // namespace
 }  // namespace pelora::test
