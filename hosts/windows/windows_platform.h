@@ -2,9 +2,9 @@
 #pragma once
 
 #include "hosts/windows/adsi/ads_directory.h"
+#include "hosts/windows/choosers/win32_choosers.h"
 #include "hosts/windows/dialogs/win32_message_box.h"
 #include "hosts/windows/dialogs/win32_modal_dialogs.h"
-#include "hosts/windows/win32_choosers.h"
 #include "hosts/windows/win32_component_library.h"
 #include "hosts/windows/win32_text_service.h"
 #include "platform/platform.h"

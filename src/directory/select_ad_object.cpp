@@ -77,27 +77,27 @@ constexpr ContainerBrowserInit kEntireDirectory = {.flags = 0x90000, .path_capac
 
 }  // namespace
 
-HRESULT SelectADObject::SelectUsers(IDialog* owner, std::vector<std::string>& names,
+HRESULT SelectADObject::SelectUsers(ChooserOwner owner, std::vector<std::string>& names,
                                     SelectionMode mode) const {
   return PickObjects(Search::kUsers, owner, names, mode);
 }
 
-HRESULT SelectADObject::SelectUsersAndGroups(IDialog* owner, std::vector<std::string>& names,
+HRESULT SelectADObject::SelectUsersAndGroups(ChooserOwner owner, std::vector<std::string>& names,
                                              SelectionMode mode) const {
   return PickObjects(Search::kUsersAndGroups, owner, names, mode);
 }
 
-HRESULT SelectADObject::SelectGroups(IDialog* owner, std::vector<std::string>& names,
+HRESULT SelectADObject::SelectGroups(ChooserOwner owner, std::vector<std::string>& names,
                                      SelectionMode mode) const {
   return PickObjects(Search::kGroups, owner, names, mode);
 }
 
-HRESULT SelectADObject::SelectComputers(IDialog* owner, std::vector<std::string>& names,
+HRESULT SelectADObject::SelectComputers(ChooserOwner owner, std::vector<std::string>& names,
                                         SelectionMode mode) const {
   return PickObjects(Search::kComputers, owner, names, mode);
 }
 
-HRESULT SelectADObject::SelectContainers(IDialog* owner, std::vector<std::string>& names,
+HRESULT SelectADObject::SelectContainers(ChooserOwner owner, std::vector<std::string>& names,
                                          SelectionMode mode) const {
   std::unique_ptr<ICommonQuery> query;
   HRESULT status = platform_.choosers.CreateCommonQuery(query);
@@ -128,8 +128,8 @@ HRESULT SelectADObject::BrowseContainer(std::string& name) const {
   return S_OK;
 }
 
-HRESULT SelectADObject::PickObjects(Search search, IDialog* owner, std::vector<std::string>& names,
-                                    SelectionMode mode) const {
+HRESULT SelectADObject::PickObjects(Search search, ChooserOwner owner,
+                                    std::vector<std::string>& names, SelectionMode mode) const {
   const SetUp& set_up = kSetUps.at(static_cast<std::size_t>(search));
   const bool single = mode == SelectionMode::kSingle;
   std::unique_ptr<IDsObjectPicker> picker;

@@ -29,17 +29,17 @@ class SelectADObject {
 
   /// Distinguished names of users, of users and groups, of groups, in the picker's order. An object
   /// that cannot be bound or has no such name fails the whole choice.
-  [[nodiscard]] HRESULT SelectUsers(IDialog* owner, std::vector<std::string>& names,
+  [[nodiscard]] HRESULT SelectUsers(ChooserOwner owner, std::vector<std::string>& names,
                                     SelectionMode mode) const;
-  [[nodiscard]] HRESULT SelectUsersAndGroups(IDialog* owner, std::vector<std::string>& names,
+  [[nodiscard]] HRESULT SelectUsersAndGroups(ChooserOwner owner, std::vector<std::string>& names,
                                              SelectionMode mode) const;
-  [[nodiscard]] HRESULT SelectGroups(IDialog* owner, std::vector<std::string>& names,
+  [[nodiscard]] HRESULT SelectGroups(ChooserOwner owner, std::vector<std::string>& names,
                                      SelectionMode mode) const;
   /// The `cn` of computers: names of servers.
-  [[nodiscard]] HRESULT SelectComputers(IDialog* owner, std::vector<std::string>& names,
+  [[nodiscard]] HRESULT SelectComputers(ChooserOwner owner, std::vector<std::string>& names,
                                         SelectionMode mode) const;
   /// Distinguished names of containers, found by a query.
-  [[nodiscard]] HRESULT SelectContainers(IDialog* owner, std::vector<std::string>& names,
+  [[nodiscard]] HRESULT SelectContainers(ChooserOwner owner, std::vector<std::string>& names,
                                          SelectionMode mode) const;
   /// The distinguished name of a container, chosen from the tree of the whole directory. The tree's
   /// window has no owner.
@@ -49,8 +49,8 @@ class SelectADObject {
   /// The searches of the object picker; numbers are rows of the table of set-ups.
   enum class Search : std::uint8_t { kUsers, kUsersAndGroups, kGroups, kComputers };
 
-  [[nodiscard]] HRESULT PickObjects(Search search, IDialog* owner, std::vector<std::string>& names,
-                                    SelectionMode mode) const;
+  [[nodiscard]] HRESULT PickObjects(Search search, ChooserOwner owner,
+                                    std::vector<std::string>& names, SelectionMode mode) const;
   [[nodiscard]] HRESULT ReadName(const std::string& path, std::string_view attribute,
                                  std::string& name) const;
 

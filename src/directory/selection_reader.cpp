@@ -7,6 +7,7 @@
 
 #include "directory/ds_object_names.h"
 #include "directory/ds_selection_list.h"
+#include "directory/locked_medium.h"
 
 namespace pelora {
 namespace {
@@ -19,25 +20,6 @@ struct BlockFormat {
 constexpr std::array kBlockFormats = {
     BlockFormat{kDsSelectionListFormat, &ReadDsSelectionList},
     BlockFormat{kDsObjectNamesFormat, &ReadDsObjectNames},
-};
-
-/// Locks a medium for as long as it lives, then unlocks and releases it.
-class LockedMedium {
- public:
-  explicit LockedMedium(IStorageMedium& medium) : medium_(medium), block_(medium.Lock()) {}
-  ~LockedMedium() {
-    if (IsReachable()) medium_.Unlock();
-    medium_.Release();
-  }
-  LockedMedium(const LockedMedium&) = delete;
-  LockedMedium& operator=(const LockedMedium&) = delete;
-
-  [[nodiscard]] bool IsReachable() const { return block_.data() != nullptr; }
-  [[nodiscard]] std::span<const std::byte> block() const { return block_; }
-
- private:
-  IStorageMedium& medium_;
-  std::span<const std::byte> block_;
 };
 
 }  // namespace

@@ -77,7 +77,8 @@ std::int32_t CPropPageExtPerson::OnAddressSelected() {
 std::int32_t CPropPageExtPerson::OnAddDelegates() {
   const SelectADObject chooser(platform_);
   std::vector<std::string> names;
-  if (chooser.SelectUsersAndGroups(&dialog(), names, SelectionMode::kMultiple) != S_OK) return 0;
+  const ChooserOwner owner{&dialog(), IDC_SENDAS_ADD};
+  if (chooser.SelectUsersAndGroups(owner, names, SelectionMode::kMultiple) != S_OK) return 0;
   if (names.empty()) return 0;
   for (std::string& name : names) delegates_.Add(DelegateList(), std::move(name), true, false);
   page().SetModified(true);

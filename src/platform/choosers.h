@@ -10,6 +10,17 @@
 
 namespace pelora {
 
+/// What a chooser stands over and is modal to: a dialog, or one of its controls.
+struct ChooserOwner {
+  ChooserOwner(IDialog* owner_dialog = nullptr, ControlId owner_control = 0)
+      : dialog(owner_dialog), control(owner_control) {}
+
+  /// None: the window that is active.
+  IDialog* dialog;
+  /// 0: the dialog itself.
+  ControlId control;
+};
+
 /// Where an object picker looks and for what; numbers are the platform's (`DSOP_SCOPE_INIT_INFO`).
 struct ObjectPickerScope {
   std::uint32_t types = 0;
@@ -37,7 +48,7 @@ class IDsObjectPicker {
   /// `kDsSelectionListFormat`, in the order chosen, every path inside the rendered block (an
   /// adapter whose system leaves them elsewhere gathers them first); on cancel the answer is
   /// `S_FALSE` and `chosen` is empty.
-  [[nodiscard]] virtual HRESULT InvokeDialog(IDialog* owner, Ref<IDataObject>& chosen) = 0;
+  [[nodiscard]] virtual HRESULT InvokeDialog(ChooserOwner owner, Ref<IDataObject>& chosen) = 0;
 };
 
 /// Set-up of the directory query window (`OPENQUERYWINDOW` and `DSQUERYINITPARAMS`).
@@ -55,7 +66,7 @@ class ICommonQuery {
 
   /// Runs the window, modal to `owner`. On `S_OK` the chosen objects come in the format
   /// `kDsObjectNamesFormat`; on cancel the answer is `S_FALSE` and `chosen` is empty.
-  [[nodiscard]] virtual HRESULT OpenQueryWindow(IDialog* owner, const QueryWindowInit& init,
+  [[nodiscard]] virtual HRESULT OpenQueryWindow(ChooserOwner owner, const QueryWindowInit& init,
                                                 Ref<IDataObject>& chosen) = 0;
 };
 

@@ -13,8 +13,8 @@ class FakeChoosers::Picker final : public IDsObjectPicker {
     init_ = init;
     return choosers_.StatusAt(Step::kInitialize);
   }
-  HRESULT InvokeDialog(IDialog* owner, Ref<IDataObject>& chosen) override {
-    choosers_.pickers_.push_back({init_, owner});
+  HRESULT InvokeDialog(ChooserOwner owner, Ref<IDataObject>& chosen) override {
+    choosers_.pickers_.push_back({init_, owner.dialog, owner.control});
     chosen.Reset();
     if (const HRESULT status = choosers_.StatusAt(Step::kRun); status != S_OK) return status;
     chosen = std::exchange(choosers_.picked_, nullptr);
@@ -30,9 +30,9 @@ class FakeChoosers::Query final : public ICommonQuery {
  public:
   explicit Query(FakeChoosers& choosers) : choosers_(choosers) {}
 
-  HRESULT OpenQueryWindow(IDialog* owner, const QueryWindowInit& init,
+  HRESULT OpenQueryWindow(ChooserOwner owner, const QueryWindowInit& init,
                           Ref<IDataObject>& chosen) override {
-    choosers_.queries_.push_back({init, owner});
+    choosers_.queries_.push_back({init, owner.dialog, owner.control});
     chosen.Reset();
     if (const HRESULT status = choosers_.StatusAt(Step::kRun); status != S_OK) return status;
     chosen = std::exchange(choosers_.found_, nullptr);

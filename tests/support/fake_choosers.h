@@ -26,10 +26,12 @@ class FakeChoosers final : public IChoosers {
   struct PickerRun {
     ObjectPickerInit init;
     IDialog* owner = nullptr;
+    ControlId owner_control = 0;
   };
   struct QueryRun {
     QueryWindowInit init;
     IDialog* owner = nullptr;
+    ControlId owner_control = 0;
   };
 
   /// What the next picker and the next query window give.

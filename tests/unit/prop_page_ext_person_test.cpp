@@ -392,6 +392,7 @@ TEST_F(PersonTest, ChosenDelegatesAreAppendedInTheirOrder) {
   EXPECT_EQ(run.init.scope.up_level_both_modes, 0x3F2U) << "users and groups";
   EXPECT_EQ(run.init.options, 0x3U) << "several at once";
   EXPECT_EQ(run.owner, &page().dialog());
+  EXPECT_EQ(run.owner_control, IDC_SENDAS_ADD);
   bench_.directory.ClearCalls();
   EXPECT_TRUE(page().Apply());
   EXPECT_THAT(

@@ -329,6 +329,7 @@ TEST_P(QuotaTest, ChosenRecipientsAreAppendedInTheirOrder) {
   EXPECT_EQ(run.init.scope.flags, 0x45U) << "users";
   EXPECT_EQ(run.init.options, 0x3U) << "several at once";
   EXPECT_EQ(run.owner, &page().dialog());
+  EXPECT_EQ(run.owner_control, 0U);
   ExpectApplied({std::string(Layout().recipients_attribute) +
                  R"( ["CN=Mia,DC=x", "CN=Zoe,DC=x", "CN=Bob,DC=x"])"});
 }

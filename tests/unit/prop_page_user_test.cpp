@@ -277,6 +277,7 @@ TEST_F(UserTest, AServerIsChosenFromTheComputers) {
   EXPECT_EQ(run.init.scope.types, 0x6U) << "computers";
   EXPECT_EQ(run.init.options, 0x2U) << "one only";
   EXPECT_EQ(run.owner, &dialog());
+  EXPECT_EQ(run.owner_control, 0U);
   EXPECT_THAT(Applied(), Contains(R"(peloraUserServer "node2")"));
 }
 

@@ -21,7 +21,7 @@ using testing::PageBench;
 const std::string kAda = "LDAP://dc1/CN=Ada,DC=x";
 const std::string kBob = "LDAP://dc1/CN=Bob,DC=x";
 
-using Operation = HRESULT (SelectADObject::*)(IDialog*, std::vector<std::string>&,
+using Operation = HRESULT (SelectADObject::*)(ChooserOwner, std::vector<std::string>&,
                                               SelectionMode) const;
 
 /// One row of the table of set-ups.

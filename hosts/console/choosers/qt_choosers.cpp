@@ -56,8 +56,8 @@ std::string ContainerPath(ldap::IDirectoryStore& store, const std::string& dn) {
 /// The objects that the administrator chose; none when the search was cancelled.
 std::optional<std::vector<DirectoryObject>> RunSearch(SearchDialogInit init,
                                                       const ldap::StoreOpener& opener,
-                                                      IDialog* owner) {
-  SearchDialog dialog(std::move(init), opener, WindowOf(owner));
+                                                      ChooserOwner owner) {
+  SearchDialog dialog(std::move(init), opener, WindowOf(owner.dialog));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.Chosen();
 }
@@ -71,7 +71,7 @@ class ObjectPicker final : public IDsObjectPicker {
     init_ = init;
     return S_OK;
   }
-  [[nodiscard]] HRESULT InvokeDialog(IDialog* owner, Ref<IDataObject>& chosen) override {
+  [[nodiscard]] HRESULT InvokeDialog(ChooserOwner owner, Ref<IDataObject>& chosen) override {
     chosen.Reset();
     if (!init_) return E_UNEXPECTED;
     const bool multiple = (init_->options & kPickSeveral) != 0;
@@ -97,7 +97,7 @@ class ContainerQuery final : public ICommonQuery {
   ContainerQuery(ldap::IDirectoryStore& store, ldap::StoreOpener opener, ChooserOptions options)
       : store_(store), opener_(std::move(opener)), options_(options) {}
 
-  [[nodiscard]] HRESULT OpenQueryWindow(IDialog* owner, const QueryWindowInit& init,
+  [[nodiscard]] HRESULT OpenQueryWindow(ChooserOwner owner, const QueryWindowInit& init,
                                         Ref<IDataObject>& chosen) override {
     chosen.Reset();
     const bool multiple = (init.window_flags & kQuerySingle) == 0;

@@ -115,4 +115,9 @@ HWND WindowOf(IDialog* dialog) {
   return own == nullptr ? nullptr : own->window();
 }
 
+HWND OwnerWindow(IDialog* dialog) {
+  const HWND window = WindowOf(dialog);
+  return window == nullptr ? GetActiveWindow() : window;
+}
+
 }  // namespace pelora::windows

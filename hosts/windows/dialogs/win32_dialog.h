@@ -56,5 +56,7 @@ class Win32Dialog final : public IDialog {
 
 /// The window of a dialog that this host made; null for none.
 [[nodiscard]] HWND WindowOf(IDialog* dialog);
+/// The window that owns what opens over a dialog: the dialog's own, else the active one.
+[[nodiscard]] HWND OwnerWindow(IDialog* dialog);
 
 }  // namespace pelora::windows

@@ -7,10 +7,9 @@
 namespace pelora::windows {
 
 std::int32_t Win32MessageBox::Show(IDialog* owner, const Message& message) {
-  const HWND owner_window = WindowOf(owner);
   const std::wstring caption = ToWide(message.caption.value_or(""));
-  return MessageBoxW(owner_window == nullptr ? GetActiveWindow() : owner_window,
-                     ToWide(message.text).c_str(), message.caption ? caption.c_str() : nullptr,
+  return MessageBoxW(OwnerWindow(owner), ToWide(message.text).c_str(),
+                     message.caption ? caption.c_str() : nullptr,
                      static_cast<UINT>(message.icon) | static_cast<UINT>(message.buttons));
 }
 

@@ -16,12 +16,10 @@ INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wide, LPARAM 
 
 std::int32_t Win32ModalDialogs::Run(DialogId dialog, IDialog* owner,
                                     IDialogController& controller) {
-  const HWND owner_window = WindowOf(owner);
   DialogHost host(controller, DialogRole::kModal);
-  return static_cast<std::int32_t>(
-      DialogBoxParamW(instance_, MAKEINTRESOURCEW(dialog),
-                      owner_window == nullptr ? GetActiveWindow() : owner_window, &DialogProcedure,
-                      reinterpret_cast<LPARAM>(&host)));
+  return static_cast<std::int32_t>(DialogBoxParamW(instance_, MAKEINTRESOURCEW(dialog),
+                                                   OwnerWindow(owner), &DialogProcedure,
+                                                   reinterpret_cast<LPARAM>(&host)));
 }
 
 }  // namespace pelora::windows

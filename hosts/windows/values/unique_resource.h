@@ -58,9 +58,16 @@ struct RegistryKeyTraits {
   static void Close(Type key) { RegCloseKey(key); }
 };
 
+struct LibraryTraits {
+  using Type = HMODULE;
+  static constexpr Type kNone = nullptr;
+  static void Close(Type library) { FreeLibrary(library); }
+};
+
 using UniqueBstr = UniqueResource<BstrTraits>;
 using UniqueSafeArray = UniqueResource<SafeArrayTraits>;
 using UniqueRegistryKey = UniqueResource<RegistryKeyTraits>;
+using UniqueLibrary = UniqueResource<LibraryTraits>;
 
 /// Owns a VARIANT and what it carries.
 class UniqueVariant {

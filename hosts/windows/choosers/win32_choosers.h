@@ -5,8 +5,7 @@
 
 namespace pelora::windows {
 
-/// The system's directory choosers. None is offered yet: making one answers `E_NOTIMPL`, browsing
-/// that nothing was chosen.
+/// The system's directory choosers.
 class Win32Choosers final : public IChoosers {
  public:
   [[nodiscard]] HRESULT CreateObjectPicker(std::unique_ptr<IDsObjectPicker>& chooser) override;
