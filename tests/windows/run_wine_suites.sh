@@ -17,7 +17,8 @@ limit=600
 export WINEPREFIX="${PELORA_WINEPREFIX:-$root/build/wineprefix}"
 export WINEARCH=win64 WINEDEBUG=-all
 # No parts for managed code and web pages, and no debugger that would wait for somebody.
-export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
+# The directory user-interface library is the tests' own or there is none: Wine's only throws.
+export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d;dsuiext=n"
 # Automation strings are freed at once, so that they can be counted.
 export OANOCACHE=1
 export XENVIRONMENT="$root/tests/windows/x11_defaults"
