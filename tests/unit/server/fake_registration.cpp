@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <utility>
 
 #include "resources/registration/registration.h"
@@ -54,12 +54,9 @@ HRESULT FakeRegistration::DeleteTree(const std::string& path) {
   const HRESULT status = Do("delete " + path);
   if (FAILED(status)) return status;
   keys_.erase(path);
-  const NoCaseLess less;
-  const std::string below = path + '\\';
-  std::erase_if(keys_, [&](const auto& key) {
-    const std::string start = key.first.substr(0, below.size());
-    return !less(start, below) && !less(below, start);
-  });
+  // What lies below stands together: after the path and before the path with a greater separator.
+  keys_.erase(keys_.lower_bound(path + '\\'),
+              keys_.lower_bound(path + static_cast<char>('\\' + 1)));
   return S_OK;
 }
 
@@ -70,7 +67,9 @@ HRESULT FakeRegistration::ReadScript(std::uint16_t resource, std::string& text) 
   if (root == nullptr) return E_UNEXPECTED;
   const std::string name = resource == IDR_APPLICATION ? "application" : "component_class";
   std::ifstream file(std::string(root) + "/src/resources/registration/" + name + ".rgs");
-  text.assign(std::istreambuf_iterator<char>(file), {});
+  std::ostringstream content;
+  content << file.rdbuf();
+  text = content.str();
   return S_OK;
 }
 
