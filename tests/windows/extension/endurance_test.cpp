@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "resources/resource.h"
-#include "tests/windows/extension/console.h"
-#include "tests/windows/extension/extension_test.h"
+#include "tests/windows/support/console.h"
+#include "tests/windows/support/extension_test.h"
 #include "tests/windows/support/malloc_counter.h"
 #include "tests/windows/support/resource_counts.h"
 

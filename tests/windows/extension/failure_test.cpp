@@ -2,11 +2,8 @@
 // What the administrator is told when the directory refuses, and where that leaves the sheet.
 #include <gmock/gmock.h>
 
-#include "hosts/windows/dialogs/win32_dialog.h"
 #include "resources/resource.h"
-#include "tests/windows/extension/console.h"
-#include "tests/windows/extension/extension_test.h"
-#include "tests/windows/support/message_box_reader.h"
+#include "tests/windows/support/tab_test.h"
 
 namespace pelora::windows::test {
 namespace {
@@ -23,47 +20,21 @@ constexpr const char* kThird = "LDAP://CN=Third,DC=fake,DC=example";
 constexpr const char* kUserPage = "CPropPageUser";
 constexpr auto kServerDown = static_cast<HRESULT>(0x8007203AU);
 
-ShownBox ErrorBox(const std::string& text) {
-  return {.caption = "Pelora Error",
-          .text = text,
-          .icon = MessageIcon::kError,
-          .buttons = {"OK"},
-          .owner = "Properties"};
-}
-
-class FailureTest : public ExtensionTest {
+class FailureTest : public TabTest {
  protected:
   FailureTest() {
     const FakeAttributes user = {{"peloraAccount", Variant::Integer(1)},
                                  {"mail", Variant::String("user@example.test")}};
-    for (const char* const path : {kFirst, kSecond, kThird}) {
-      console_.directory().AddObject(path, user);
-    }
-  }
-  ~FailureTest() override {
-    console_.Close();
-    EXPECT_EQ(console_.plan().pending(), 0U);
-    EXPECT_EQ(console_.directory().live_objects(), 0U);
-    EXPECT_EQ(console_.selection().references(), 0U);
-    EXPECT_EQ(CanUnloadNow(), S_OK);
+    for (const char* const path : {kFirst, kSecond, kThird}) directory().AddObject(path, user);
   }
 
-  void Open(const std::vector<std::string>& paths) {
-    console_.Select(paths);
-    ASSERT_TRUE(console_.Open(kUserPage));
-    boxes_.Ignore(console_.sheet().window());
-  }
   /// Hides the users and applies; the page's one answer has to be to stay.
   void ApplyInVain() {
-    console_.User().Click(IDC_PELORA_HIDDEN);
-    console_.sheet().ClickApply();
-    EXPECT_THAT(console_.sheet().AnswersTo(PSN_APPLY), ElementsAre(PSNRET_INVALID_NOCHANGEPAGE));
-    EXPECT_TRUE(console_.sheet().IsOpen());
+    User().Click(IDC_PELORA_HIDDEN);
+    sheet().ClickApply();
+    EXPECT_THAT(sheet().AnswersTo(PSN_APPLY), ElementsAre(PSNRET_INVALID_NOCHANGEPAGE));
+    EXPECT_TRUE(sheet().IsOpen());
   }
-  Win32Dialog Page() { return {console_.sheet().Page(), DialogRole::kPage}; }
-
-  Console console_;
-  MessageBoxReader boxes_;
 };
 
 TEST_F(FailureTest, AFailedConnectionKeepsThePagesOut) {
@@ -72,7 +43,7 @@ TEST_F(FailureTest, AFailedConnectionKeepsThePagesOut) {
   Ref<::IShellExtInit> init;
   ASSERT_EQ(Activate(ClassId(kUserPage), init), S_OK);
   EXPECT_EQ(init->Initialize(nullptr, &console_.selection(), nullptr), kServerDown);
-  EXPECT_THAT(boxes_.boxes(), IsEmpty());
+  EXPECT_THAT(boxes_.TakeBoxes(), IsEmpty());
 }
 
 TEST_F(FailureTest, ADamagedSelectionIsRefused) {
@@ -83,14 +54,14 @@ TEST_F(FailureTest, ADamagedSelectionIsRefused) {
   EXPECT_EQ(init->Initialize(nullptr, &console_.selection(), nullptr), E_INVALIDARG);
   console_.selection().FailWith(DV_E_FORMATETC);
   EXPECT_EQ(init->Initialize(nullptr, &console_.selection(), nullptr), DV_E_FORMATETC);
-  EXPECT_THAT(boxes_.boxes(), IsEmpty());
+  EXPECT_THAT(boxes_.TakeBoxes(), IsEmpty());
 }
 
 TEST_F(FailureTest, BindingFailsWhileThePageIsMade) {
   // The first binding is the test of the connection.
   console_.FailBinding(2, kServerDown);
-  Open({kFirst});
-  EXPECT_THAT(boxes_.boxes(),
+  Open(kUserPage, {kFirst});
+  EXPECT_THAT(boxes_.TakeBoxes(),
               ElementsAre(ErrorBox("Unable to get connection with the ldap user.\r\n\r\n"
                                    "Error code: 0X8007203A")));
   EXPECT_EQ(Page().Check(IDC_PELORA_ACCOUNT), CheckState::kUnchecked);
@@ -98,78 +69,79 @@ TEST_F(FailureTest, BindingFailsWhileThePageIsMade) {
 }
 
 TEST_F(FailureTest, TheSecondOfThreeCannotBeBoundWhileThePageIsMade) {
-  console_.directory().RemoveObject(kSecond);
-  Open({kFirst, kSecond, kThird});
-  EXPECT_THAT(boxes_.boxes(),
+  directory().RemoveObject(kSecond);
+  Open(kUserPage, {kFirst, kSecond, kThird});
+  EXPECT_THAT(boxes_.TakeBoxes(),
               ElementsAre(ErrorBox("Unable to get connection with the ldap user.\r\n\r\n"
                                    "Error code: 0X80072030")));
-  EXPECT_EQ(console_.directory().live_objects(), 0U);
+  EXPECT_EQ(directory().live_objects(), 0U);
 }
 
 TEST_F(FailureTest, BindingFailsOnApply) {
-  Open({kFirst});
+  Open(kUserPage, {kFirst});
   console_.FailBinding(1, kServerDown);
   ApplyInVain();
-  EXPECT_THAT(boxes_.boxes(),
+  EXPECT_THAT(boxes_.TakeBoxes(),
               ElementsAre(ErrorBox("Unable to get connection with the ldap user\r\n\r\n"
                                    "Error code: 0X8007203A")));
-  EXPECT_EQ(console_.directory().CountOf(DirectoryCall::Kind::kSetInfo), 0U);
+  EXPECT_EQ(directory().CountOf(DirectoryCall::Kind::kSetInfo), 0U);
 }
 
 TEST_F(FailureTest, WritingFails) {
-  Open({kFirst});
+  Open(kUserPage, {kFirst});
   console_.plan().FailAttribute(FaultPoint::kPut, "peloraHidden", 1, E_ACCESSDENIED);
   ApplyInVain();
-  EXPECT_THAT(boxes_.boxes(), ElementsAre(ErrorBox("Failed on field 'peloraHidden\r\n\r\n"
-                                                   "Error code: 0X80070005")));
-  EXPECT_EQ(console_.directory().CountOf(DirectoryCall::Kind::kSetInfo), 0U);
-  EXPECT_FALSE(console_.sheet().IsApplyEnabled());
+  EXPECT_THAT(boxes_.TakeBoxes(), ElementsAre(ErrorBox("Failed on field 'peloraHidden\r\n\r\n"
+                                                       "Error code: 0X80070005")));
+  EXPECT_EQ(directory().CountOf(DirectoryCall::Kind::kSetInfo), 0U);
+  EXPECT_FALSE(sheet().IsApplyEnabled());
 }
 
 TEST_F(FailureTest, CommittingTheSecondOfThreeFails) {
-  Open({kFirst, kSecond, kThird});
+  Open(kUserPage, {kFirst, kSecond, kThird});
   console_.plan().Fail(FaultPoint::kSetInfo, 2, E_ACCESSDENIED);
   ApplyInVain();
-  EXPECT_THAT(boxes_.boxes(),
+  EXPECT_THAT(boxes_.TakeBoxes(),
               ElementsAre(ErrorBox("Unknown error occured\r\n\r\nError code: 0X80070005")));
-  EXPECT_EQ(console_.directory().Value(kFirst, "peloraHidden"), Variant::Integer(1));
-  EXPECT_TRUE(console_.directory().Value(kSecond, "peloraHidden").IsEmpty());
-  EXPECT_TRUE(console_.directory().Value(kThird, "peloraHidden").IsEmpty());
+  EXPECT_EQ(directory().Value(kFirst, "peloraHidden"), Variant::Integer(1));
+  EXPECT_TRUE(directory().Value(kSecond, "peloraHidden").IsEmpty());
+  EXPECT_TRUE(directory().Value(kThird, "peloraHidden").IsEmpty());
   const std::string third = kThird;
   for (const std::string& call :
-       console_.directory().Log({DirectoryCall::Kind::kPut, DirectoryCall::Kind::kPutEx})) {
+       directory().Log({DirectoryCall::Kind::kPut, DirectoryCall::Kind::kPutEx})) {
     EXPECT_EQ(call.find(third), std::string::npos) << call;
   }
 }
 
 TEST_F(FailureTest, AfterAFailureTheNextApplyWritesEverything) {
-  Open({kFirst});
+  Open(kUserPage, {kFirst});
   console_.plan().Fail(FaultPoint::kSetInfo, 1, E_ACCESSDENIED);
   ApplyInVain();
-  console_.User().Type(IDC_QUOTA_HARD, "5");
-  console_.sheet().ClickOk();
-  EXPECT_FALSE(console_.sheet().IsOpen());
-  EXPECT_EQ(console_.directory().Value(kFirst, "peloraHidden"), Variant::Integer(1));
-  EXPECT_EQ(boxes_.boxes().size(), 1U);
+  User().Type(IDC_QUOTA_HARD, "5");
+  sheet().ClickOk();
+  EXPECT_FALSE(sheet().IsOpen());
+  EXPECT_EQ(directory().Value(kFirst, "peloraHidden"), Variant::Integer(1));
+  EXPECT_EQ(boxes_.TakeBoxes().size(), 1U);
 }
 
 TEST_F(FailureTest, ValidationFails) {
-  console_.directory().SetValue(kFirst, "mail", Variant());
-  Open({kFirst});
+  directory().SetValue(kFirst, "mail", Variant());
+  Open(kUserPage, {kFirst});
   ApplyInVain();
-  EXPECT_THAT(boxes_.boxes(), ElementsAre(ErrorBox(
-                                  "Validation of input fields failed: Missing Email Address\r\n\r\n"
-                                  "Error code: 0X80004005")));
-  EXPECT_TRUE(console_.sheet().IsApplyEnabled());
+  EXPECT_THAT(
+      boxes_.TakeBoxes(),
+      ElementsAre(ErrorBox("Validation of input fields failed: Missing Email Address\r\n\r\n"
+                           "Error code: 0X80004005")));
+  EXPECT_TRUE(sheet().IsApplyEnabled());
 }
 
 TEST_F(FailureTest, OkStaysOnAPageThatFailed) {
-  Open({kFirst});
+  Open(kUserPage, {kFirst});
   console_.plan().Fail(FaultPoint::kSetInfo, 1, E_ACCESSDENIED);
-  console_.User().Click(IDC_PELORA_HIDDEN);
-  console_.sheet().ClickOk();
-  EXPECT_TRUE(console_.sheet().IsOpen());
-  EXPECT_EQ(boxes_.boxes().size(), 1U);
+  User().Click(IDC_PELORA_HIDDEN);
+  sheet().ClickOk();
+  EXPECT_TRUE(sheet().IsOpen());
+  EXPECT_EQ(boxes_.TakeBoxes().size(), 1U);
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "hosts/windows/system_headers.h"
-#include "tests/windows/extension/extension_module.h"
 #include "tests/windows/extension/pe_file.h"
+#include "tests/windows/support/extension_module.h"
 
 namespace pelora::windows::test {
 namespace {

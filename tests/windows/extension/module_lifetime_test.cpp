@@ -9,8 +9,8 @@
 #include "hosts/windows/values/bstr.h"
 #include "hosts/windows/values/system_guid.h"
 #include "server/class_table.h"
-#include "tests/windows/extension/console.h"
-#include "tests/windows/extension/extension_test.h"
+#include "tests/windows/support/console.h"
+#include "tests/windows/support/extension_test.h"
 
 namespace pelora::windows::test {
 namespace {

@@ -4,12 +4,11 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <vector>
 
-#include "tests/windows/extension/console.h"
-#include "tests/windows/extension/extension_test.h"
+#include "tests/windows/support/console.h"
+#include "tests/windows/support/extension_test.h"
 
 namespace pelora::windows::test {
 namespace {
@@ -18,33 +17,6 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr const char* kPath = "LDAP://CN=Ada,DC=fake,DC=example";
 constexpr int kRounds = 21;
-
-/// A dialog without controls, as large as the user tab.
-struct BlankTemplate {
-  DLGTEMPLATE head = {.style = WS_CHILD | WS_DISABLED | WS_CAPTION,
-                      .dwExtendedStyle = 0,
-                      .cdit = 0,
-                      .x = 0,
-                      .y = 0,
-                      .cx = 271,
-                      .cy = 228};
-  /// Neither menu nor class nor title.
-  std::array<WORD, 3> no_names{};
-};
-
-INT_PTR CALLBACK DoNothing(HWND /*window*/, UINT /*message*/, WPARAM /*wide*/, LPARAM /*narrow*/) {
-  return FALSE;
-}
-
-HPROPSHEETPAGE MakeBlankPage(BlankTemplate& blank) {
-  PROPSHEETPAGEW page = {};
-  page.dwSize = sizeof(page);
-  page.dwFlags = PSP_DLGINDIRECT | PSP_USETITLE;
-  page.pResource = &blank.head;
-  page.pszTitle = L"Blank";
-  page.pfnDlgProc = &DoNothing;
-  return CreatePropertySheetPageW(&page);
-}
 
 /// Median of the time that opening takes; what was opened is closed off the clock.
 template <class Open, class Close>
@@ -63,11 +35,11 @@ double MedianTime(const Open& open, const Close& close) {
 using OpeningTimeTest = ExtensionTest;
 
 TEST_F(OpeningTimeTest, OfAUserTabBesideABlankPage) {
-  BlankTemplate blank;
+  BlankPage blank;
   std::optional<SheetWindow> sheet;
   const double blank_time = MedianTime(
       [&] {
-        sheet.emplace(std::vector{MakeBlankPage(blank)});
+        sheet.emplace(std::vector{blank.Make()});
         UpdateWindow(sheet->window());
       },
       [&] { sheet.reset(); });

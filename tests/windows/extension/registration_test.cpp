@@ -9,8 +9,8 @@
 #include "server/class_table.h"
 #include "server/guid_text.h"
 #include "server/module_identity.h"
-#include "tests/windows/extension/extension_module.h"
 #include "tests/windows/extension/registry_snapshot.h"
+#include "tests/windows/support/extension_module.h"
 
 namespace pelora::windows::test {
 namespace {

@@ -3,8 +3,8 @@
 // tables by number, without any of our declarations.
 #include <ocidl.h>
 
-#include "tests/windows/extension/console.h"
-#include "tests/windows/extension/extension_test.h"
+#include "tests/windows/support/console.h"
+#include "tests/windows/support/extension_test.h"
 
 namespace pelora::windows::test {
 namespace {

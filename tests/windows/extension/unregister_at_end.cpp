@@ -2,7 +2,7 @@
 // Leaves the prefix without the module, so that a later run begins as the first one did.
 #include <gtest/gtest.h>
 
-#include "tests/windows/extension/extension_module.h"
+#include "tests/windows/support/extension_module.h"
 
 namespace pelora::windows::test {
 namespace {

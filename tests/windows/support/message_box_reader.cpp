@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/windows/support/message_box_reader.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <ostream>
 
@@ -32,6 +34,20 @@ BOOL CALLBACK ReadChild(HWND window, LPARAM target) {
   return TRUE;
 }
 
+BOOL CALLBACK LookForOthers(HWND window, LPARAM found) {
+  const ControlKind kind = ControlWindow(window).Kind();
+  if (kind != ControlKind::kStatic && kind != ControlKind::kButton) {
+    *reinterpret_cast<bool*>(found) = true;
+  }
+  return TRUE;
+}
+
+bool IsMessageBox(HWND dialog) {
+  bool has_others = false;
+  EnumChildWindows(dialog, &LookForOthers, reinterpret_cast<LPARAM>(&has_others));
+  return !has_others;
+}
+
 }  // namespace
 
 void PrintTo(const ShownBox& box, std::ostream* out) {
@@ -41,10 +57,28 @@ void PrintTo(const ShownBox& box, std::ostream* out) {
   *out << ", owned by \"" << box.owner << '"';
 }
 
-MessageBoxReader::MessageBoxReader() : watcher_([this](HWND box) { Read(box); }) {}
+MessageBoxReader::MessageBoxReader() : watcher_([this](HWND dialog) { DealWith(dialog); }) {}
+
+void MessageBoxReader::DealWith(HWND dialog) {
+  if (IsMessageBox(dialog)) {
+    Read(dialog);
+  } else {
+    Play(dialog);
+  }
+}
+
+void MessageBoxReader::Play(HWND dialog) {
+  if (scripts_.empty()) {
+    ADD_FAILURE() << "nobody plays the dialog \"" << TextOfWindow(dialog) << '"';
+    SendMessageW(dialog, WM_CLOSE, 0, 0);
+    return;
+  }
+  const Script script = std::move(scripts_.front());
+  scripts_.pop_front();
+  script(dialog);
+}
 
 void MessageBoxReader::Read(HWND window) {
-  if (is_paused_) return;
   ShownBox box;
   box.caption = TextOfWindow(window);
   if (const HWND owner = GetWindow(window, GW_OWNER)) box.owner = TextOfWindow(owner);

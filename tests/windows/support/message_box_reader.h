@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+#include <deque>
+#include <functional>
 #include <iosfwd>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/message_box.h"
@@ -25,24 +29,32 @@ struct ShownBox {
 
 void PrintTo(const ShownBox& box, std::ostream* out);
 
-/// Reads every message box that opens on this thread while it lives and presses a button of it: Yes
-/// where there is one, else OK.
+/// Deals with every dialog that opens on this thread while it lives and waits for the user, so that
+/// the call that runs it comes back. A message box (nothing but texts and buttons) is read, and a
+/// button of it pressed: Yes where there is one, else OK. Another dialog is played by the next
+/// script; without one the test fails and the dialog is closed. Property sheets are left alone.
 class MessageBoxReader {
  public:
+  using Script = std::function<void(HWND dialog)>;
+
   MessageBoxReader();
 
   [[nodiscard]] const std::vector<ShownBox>& boxes() const { return boxes_; }
-  /// Leaves dialogs alone for a while: somebody else deals with them.
-  void Pause() { is_paused_ = true; }
-  void Resume() { is_paused_ = false; }
-  /// Another dialog that is not to be taken for a message box.
-  void Ignore(HWND window) { watcher_.Ignore(window); }
+  /// The boxes since the last time.
+  [[nodiscard]] std::vector<ShownBox> TakeBoxes() { return std::exchange(boxes_, {}); }
+
+  /// Has the next dialog that is no message box played by `script`, which has to close it.
+  void PlayNext(Script script) { scripts_.push_back(std::move(script)); }
+  /// Scripts that no dialog has opened for.
+  [[nodiscard]] std::size_t pending_scripts() const { return scripts_.size(); }
 
  private:
+  void DealWith(HWND dialog);
   void Read(HWND box);
+  void Play(HWND dialog);
 
   std::vector<ShownBox> boxes_;
-  bool is_paused_ = false;
+  std::deque<Script> scripts_;
   ModalWatcher watcher_;
 };
 

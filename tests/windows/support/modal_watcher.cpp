@@ -16,7 +16,9 @@ constexpr UINT kMilliseconds = 10;
 bool IsShownDialog(HWND window) {
   std::array<wchar_t, 16> name{};
   GetClassNameW(window, name.data(), name.size());
-  return std::wstring_view(name.data()) == L"#32770" && IsWindowVisible(window) != FALSE;
+  const bool is_sheet = FindWindowExW(window, nullptr, WC_TABCONTROLW, nullptr) != nullptr;
+  return std::wstring_view(name.data()) == L"#32770" && !is_sheet &&
+         IsWindowVisible(window) != FALSE;
 }
 
 BOOL CALLBACK Collect(HWND window, LPARAM dialogs) {

@@ -11,7 +11,8 @@ namespace pelora::windows::test {
 
 /// Notices each dialog window that opens on this thread and waits for the user, and has something
 /// done with it. It works from within the dialog's own message loop, so that the thread may stand
-/// in the call that runs the dialog. Windows that were open before are left alone.
+/// in the call that runs the dialog. Windows that were open before and property sheets are left
+/// alone.
 class ModalWatcher {
  public:
   using Action = std::function<void(HWND dialog)>;
@@ -20,9 +21,6 @@ class ModalWatcher {
   ~ModalWatcher();
   ModalWatcher(const ModalWatcher&) = delete;
   ModalWatcher& operator=(const ModalWatcher&) = delete;
-
-  /// Leaves this window alone.
-  void Ignore(HWND window) { known_.insert(window); }
 
  private:
   static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wide, LPARAM narrow);
@@ -33,7 +31,7 @@ class ModalWatcher {
   HWND timer_window_ = nullptr;
 };
 
-/// The top-level dialog windows of this thread that are shown.
+/// The top-level dialog windows of this thread that are shown, apart from property sheets.
 [[nodiscard]] std::set<HWND> ShownDialogs();
 
 }  // namespace pelora::windows::test

@@ -78,9 +78,14 @@ ResourceCounts CountResources() {
   counts.handles = CountHandles();
   counts.windows = CountWindows();
   counts.drawing_objects = CountDrawingObjects();
-  EnumThreadWindows(GetCurrentThreadId(), &Count,
-                    reinterpret_cast<LPARAM>(&counts.windows_of_thread));
+  counts.windows_of_thread = CountWindowsOfThread();
   return counts;
+}
+
+std::size_t CountWindowsOfThread() {
+  std::size_t count = 0;
+  EnumThreadWindows(GetCurrentThreadId(), &Count, reinterpret_cast<LPARAM>(&count));
+  return count;
 }
 
 void PrintTo(const ResourceCounts& counts, std::ostream* out) {

@@ -23,6 +23,9 @@ struct ResourceCounts {
 
 [[nodiscard]] ResourceCounts CountResources();
 
+/// Windows of this thread alone, which is quickly counted.
+[[nodiscard]] std::size_t CountWindowsOfThread();
+
 void PrintTo(const ResourceCounts& counts, std::ostream* out);
 
 }  // namespace pelora::windows::test

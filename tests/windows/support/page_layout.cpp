@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/windows/extension/page_layout.h"
+#include "tests/windows/support/page_layout.h"
 
 #include "hosts/windows/dialogs/control_window.h"
 #include "hosts/windows/values/wide_text.h"

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/windows/extension/extension_module.h"
+#include "tests/windows/support/extension_module.h"
 
 namespace pelora::windows::test {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/windows/extension/extension_module.h"
+#include "tests/windows/support/extension_module.h"
 
 #include "hosts/windows/module/module_path.h"
 #include "hosts/windows/values/system_guid.h"
