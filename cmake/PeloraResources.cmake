@@ -12,6 +12,8 @@ find_path(PELORA_RESOURCE_HEADERS winuser.rh PATHS /usr/share/mingw-w64/include
 # dependencies.
 function(pelora_compile_resource_script script output)
   get_filename_component(script_folder "${script}" DIRECTORY)
+  # The preprocessor does not see what the compiler itself reads.
+  file(GLOB images CONFIGURE_DEPENDS "${script_folder}/*.ico")
   add_custom_command(
     OUTPUT "${output}"
     COMMAND "${PELORA_WINDRES}" -c 65001 -O res
@@ -21,7 +23,7 @@ function(pelora_compile_resource_script script output)
             --preprocessor-arg=-MT "--preprocessor-arg=${output}"
             -I "${script_folder}" -I "${PROJECT_SOURCE_DIR}" -I "${PELORA_RESOURCE_HEADERS}"
             "${script}" "${output}"
-    DEPENDS "${script}"
+    DEPENDS "${script}" ${images}
     DEPFILE "${output}.d"
     COMMENT "Compiling resources ${script}"
     VERBATIM)

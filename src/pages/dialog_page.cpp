@@ -3,8 +3,9 @@
 
 #include <algorithm>
 #include <iterator>
-#include <new>
 #include <utility>
+
+#include "directory/exception_status.h"
 
 namespace pelora {
 
@@ -38,10 +39,8 @@ std::int32_t CDialogPage::Guarded(std::int32_t on_exception,
                                   const std::function<std::int32_t()>& action) {
   try {
     return action();
-  } catch (const std::bad_alloc&) {
-    ReportException(E_OUTOFMEMORY);
   } catch (...) {
-    ReportException(E_UNEXPECTED);
+    ReportException(StatusOfException());
   }
   return on_exception;
 }

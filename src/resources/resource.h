@@ -9,11 +9,53 @@
 /* Of a control that nobody asks for: a group box, a label, a unit. */
 #ifndef IDC_STATIC
 #define IDC_STATIC 0xFFFFFFFF
+/* The head of a wizard page, its check box, the name of a list and the address of what is made. */
+#define IDC_CONTAINER_NAME 291
+#define IDC_CREATE_PELORA 254
+#define IDC_OBJECT_NAME 292
+#define IDC_NEW_ADDRESS_LABEL 265
+#define IDC_NEW_ADDRESS 268
+
+/* A server's address, ports, socket file and public store. */
+#define IDC_HOST_ADDRESS_LABEL 280
+#define IDC_HOST_ADDRESS 245
+#define IDC_HTTP_PORT_LABEL 274
+#define IDC_HTTP_PORT 246
+#define IDC_SSL_PORT_LABEL 275
+#define IDC_SSL_PORT 247
+#define IDC_FILE_PATH_LABEL 276
+#define IDC_FILE_PATH 249
+#define IDC_CONTAINS_PUBLIC 243
+
+/* A company's system administrator. */
+#define IDC_SYSTEM_ADMIN_LABEL 270
+#define IDC_SYSTEM_ADMIN 272
+#define IDC_SYSTEM_ADMIN_SELECT 227
+
+/* What makes a list of the directory's objects. */
+#define IDC_SEARCH_BASE_LABEL 288
+#define IDC_SEARCH_BASE 258
+#define IDC_SEARCH_BASE_SELECT 293
+#define IDC_SEARCH_QUERY_LABEL 289
+#define IDC_SEARCH_QUERY 287
+
 #endif
 
 /* Dialog templates. */
 #define IDD_PROPPAGE_USER 102
 #define IDD_EMAIL_ADDRESS 107
+#define IDD_WIZARD_EXT_USER 205
+#define IDD_WIZARD_EXT_COMPANY 212
+#define IDD_WIZARD_EXT_SERVER 213
+#define IDD_WIZARD_EXT_DISTLIST 214
+#define IDD_WIZARD_EXT_CONTACT 215
+#define IDD_WIZARD_EXT_DYNAMIC_DISTLIST 218
+#define IDD_WIZARD_EXT_ADDRESSLIST 219
+#define IDD_WIZARD_ADDRESSLIST 222
+#define IDD_WIZARD_DYNAMIC_DISTLIST 223
+
+/* Icons. */
+#define IDI_PELORA 230
 
 /* The account and visibility boxes. */
 #define IDC_PELORA_ACCOUNT 214
@@ -64,7 +106,38 @@
 #define IDC_CAPACITY_LABEL 297
 #define IDC_CAPACITY 298
 #define IDC_SERVER_GROUP 266
+#define IDC_SERVER_LABEL 266
 #define IDC_SERVER 242
 #define IDC_SERVER_SELECT 271
+
+/* The head of a wizard page, its check box, the name of a list and the address of what is made. */
+#define IDC_CONTAINER_NAME 291
+#define IDC_CREATE_PELORA 254
+#define IDC_OBJECT_NAME 292
+#define IDC_NEW_ADDRESS_LABEL 265
+#define IDC_NEW_ADDRESS 268
+
+/* A server's address, ports, socket file and public store. */
+#define IDC_HOST_ADDRESS_LABEL 280
+#define IDC_HOST_ADDRESS 245
+#define IDC_HTTP_PORT_LABEL 274
+#define IDC_HTTP_PORT 246
+#define IDC_SSL_PORT_LABEL 275
+#define IDC_SSL_PORT 247
+#define IDC_FILE_PATH_LABEL 276
+#define IDC_FILE_PATH 249
+#define IDC_CONTAINS_PUBLIC 243
+
+/* A company's system administrator. */
+#define IDC_SYSTEM_ADMIN_LABEL 270
+#define IDC_SYSTEM_ADMIN 272
+#define IDC_SYSTEM_ADMIN_SELECT 227
+
+/* What makes a list of the directory's objects. */
+#define IDC_SEARCH_BASE_LABEL 288
+#define IDC_SEARCH_BASE 258
+#define IDC_SEARCH_BASE_SELECT 293
+#define IDC_SEARCH_QUERY_LABEL 289
+#define IDC_SEARCH_QUERY 287
 
 #endif

@@ -5,6 +5,16 @@
 #include <array>
 
 #include "pages/objects/prop_page_user.h"
+#include "wizards/wizard_addresslist.h"
+#include "wizards/wizard_component.h"
+#include "wizards/wizard_dynamic_distlist.h"
+#include "wizards/wizard_ext_addresslist.h"
+#include "wizards/wizard_ext_company.h"
+#include "wizards/wizard_ext_contact.h"
+#include "wizards/wizard_ext_distlist.h"
+#include "wizards/wizard_ext_dynamic_distlist.h"
+#include "wizards/wizard_ext_server.h"
+#include "wizards/wizard_ext_user.h"
 
 namespace pelora {
 namespace {
@@ -12,6 +22,11 @@ namespace {
 template <class Page>
 IUnknown* Create(const Platform& platform) {
   return static_cast<IShellExtInit*>(new Page(platform));
+}
+
+template <class Wizard>
+IUnknown* CreateWizard(const Platform& platform) {
+  return static_cast<IDsAdminNewObjExt*>(new CWizardComponent<Wizard>(platform));
 }
 
 // Program identifiers repeat on purpose: they came with the first registration of each class and
@@ -81,47 +96,47 @@ constexpr std::array<ComponentClass, 21> kClasses = {{
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",
      {0x41324062, 0x11E2, 0x421D, {0x9E, 0x64, 0x46, 0xE8, 0x1C, 0x7B, 0x65, 0xE2}},
-     nullptr},
+     &CreateWizard<CWizardExtAddresslist>},
     {"CWizardAddresslist",
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",
      {0xE3A0FDA0, 0xD416, 0x40D6, {0x8C, 0x37, 0x70, 0x56, 0x7D, 0x5F, 0xDA, 0x20}},
-     nullptr},
+     &CreateWizard<CWizardAddresslist>},
     {"CWizardExtDynamicDistlist",
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",
      {0x84B0CF55, 0x86CF, 0x4923, {0x84, 0x20, 0xE6, 0xC6, 0x8B, 0x08, 0xB1, 0x44}},
-     nullptr},
+     &CreateWizard<CWizardExtDynamicDistlist>},
     {"CWizardDynamicDistlist",
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",
      {0xEC14F8B3, 0x7DA6, 0x432B, {0xB2, 0xE5, 0xE8, 0x79, 0x8E, 0xAD, 0x75, 0xE9}},
-     nullptr},
+     &CreateWizard<CWizardDynamicDistlist>},
     {"CWizardExtCompany",
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",
      {0xF3AC54F4, 0xFE03, 0x4A8B, {0xA5, 0x53, 0xB5, 0x7E, 0xF7, 0x92, 0xC7, 0xFB}},
-     nullptr},
+     &CreateWizard<CWizardExtCompany>},
     {"CWizardExtContact",
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",
      {0x3E1FBBD8, 0x3D2C, 0x4261, {0xB1, 0xDF, 0x0A, 0x56, 0xD9, 0x8C, 0x59, 0x40}},
-     nullptr},
+     &CreateWizard<CWizardExtContact>},
     {"CWizardExtDistlist",
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",
      {0xD6AA6D76, 0x3E7F, 0x45B3, {0x92, 0x9C, 0xBA, 0x4E, 0xAF, 0x0F, 0xAC, 0xB1}},
-     nullptr},
+     &CreateWizard<CWizardExtDistlist>},
     {"CWizardExtServer",
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",
      {0xAEE63A9A, 0x74C4, 0x4AF1, {0xB1, 0x1A, 0x84, 0x6D, 0x57, 0x3F, 0x59, 0x10}},
-     nullptr},
+     &CreateWizard<CWizardExtServer>},
     {"CWizardExtUser",
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",
      {0xD05E3BBF, 0x5B96, 0x4C0C, {0x99, 0x1E, 0x96, 0xA7, 0x66, 0x6D, 0x10, 0xC2}},
-     nullptr},
+     &CreateWizard<CWizardExtUser>},
 }};
 
 }  // namespace

@@ -33,10 +33,11 @@ const std::vector<std::pair<std::string, std::set<std::string>>> kExtensionLayer
 /// Folders of hosts, each with the other hosts' folders that it may include.
 const std::map<std::string, std::set<std::string>> kHosts = {
     {"resources", {}},
-    {"headless", {"resources"}},
+    {"new_object", {}},
+    {"headless", {"resources", "new_object"}},
     {"ldap", {}},
     {"windows", {}},
-    {"console", {"resources", "ldap"}},
+    {"console", {"resources", "new_object", "ldap"}},
     {"ctl", {"resources", "headless", "ldap"}},
 };
 

@@ -30,6 +30,12 @@ bool IsGroupBox(const DialogItem& item) {
   return item.kind == ControlKind::kButton && (item.style & kButtonTypeMask) == kGroupBoxType;
 }
 
+bool IsRule(const DialogItem& item) {
+  constexpr std::uint32_t kStaticTypeMask = 0x1F;
+  constexpr std::uint32_t kHorizontalRule = 0x10;
+  return item.kind == ControlKind::kStatic && (item.style & kStaticTypeMask) == kHorizontalRule;
+}
+
 /// Where a control is seen; a drop-down list's height in the template is that of the open list.
 Rectangle Seen(const DialogItem& item) {
   const int height = item.kind == ControlKind::kComboBox ? kClosedDropDownHeight : item.height;
@@ -65,10 +71,11 @@ int TextWidth(const std::string& text) {
 /// Least height of a control of the kind, in dialog units.
 int LeastHeight(const DialogItem& item) {
   constexpr int kLine = 8;
+  constexpr int kRule = 1;
   constexpr int kCheckBox = 10;
   constexpr int kField = 14;
   if (IsGroupBox(item)) return 2 * kField;
-  if (item.kind == ControlKind::kStatic) return kLine;
+  if (item.kind == ControlKind::kStatic) return IsRule(item) ? kRule : kLine;
   if (item.kind == ControlKind::kButton && (item.style & kButtonTypeMask) > kLastPushButtonType) {
     return kCheckBox;
   }

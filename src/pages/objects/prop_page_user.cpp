@@ -9,6 +9,7 @@
 
 #include "directory/ascii_case.h"
 #include "directory/select_ad_object.h"
+#include "pages/account_type.h"
 #include "pages/handler.h"
 #include "resources/resource.h"
 
@@ -27,38 +28,6 @@ constexpr const Attribute& kSharedStoreOnly = CatalogueEntry("peloraSharedStoreO
 constexpr const Attribute& kAdmin = CatalogueEntry("peloraAdmin");
 constexpr const Attribute& kResourceType = CatalogueEntry("peloraResourceType");
 constexpr const Attribute& kCapacity = CatalogueEntry("peloraResourceCapacity");
-
-/// What a type of account is called and what is written for it.
-struct AccountType {
-  std::string_view text;
-  std::string_view admin = "0";
-  std::string_view shared_store_only = "0";
-  std::string_view resource_type = {};
-
-  [[nodiscard]] constexpr bool IsResource() const { return !resource_type.empty(); }
-};
-
-constexpr RowIndex kActiveUser = 0;
-constexpr RowIndex kSharedStore = 1;
-constexpr RowIndex kRoom = 2;
-constexpr RowIndex kEquipment = 3;
-constexpr RowIndex kAdministrator = 4;
-
-/// In the order of the list; rooms and equipment are shared stores too.
-constexpr std::array<AccountType, 6> kAccountTypes = {{
-    {.text = "active user"},
-    {.text = "shared store only", .shared_store_only = "1"},
-    {.text = "room", .shared_store_only = "1", .resource_type = "room"},
-    {.text = "equipment", .shared_store_only = "1", .resource_type = "equipment"},
-    {.text = "administrator", .admin = "1"},
-    {.text = "system administrator", .admin = "2"},
-}};
-/// Nothing selected.
-constexpr AccountType kNoType{};
-
-const AccountType& TypeOf(std::optional<RowIndex> row) {
-  return row && *row < kAccountTypes.size() ? kAccountTypes.at(*row) : kNoType;
-}
 
 /// The row of an account: its resource type comes before its being a shared store, both before its
 /// administrator level. A level beyond the list has no row.
@@ -121,7 +90,7 @@ HRESULT CPropPageUser::Load(const BoundObjects& objects) {
 
 HRESULT CPropPageUser::Collect(ChangeList& changes) {
   const bool is_multi_select = IsMultiSelect();
-  const AccountType& type = TypeOf(AccountTypeList().Selection());
+  const AccountType type = AccountTypeAt(AccountTypeList().Selection());
   const bool writes_capacity = !capacity_changed_ || type.IsResource();
   const auto add = [&](const Attribute& attribute, std::string value, bool changed) {
     changes.push_back(MakeChange(attribute, std::move(value), changed, is_multi_select));
@@ -140,7 +109,7 @@ HRESULT CPropPageUser::Collect(ChangeList& changes) {
 std::int32_t CPropPageUser::OnAccountTypeChanged() {
   type_changed_ = true;
   // An earlier edit of the capacity is forgotten when the account is no resource any more.
-  capacity_changed_ = TypeOf(AccountTypeList().Selection()).IsResource();
+  capacity_changed_ = AccountTypeAt(AccountTypeList().Selection()).IsResource();
   FollowAccountType();
   SetModified(true);
   return 0;
@@ -185,7 +154,7 @@ IComboBox& CPropPageUser::AccountTypeList() const { return Dialog().ComboBox(IDC
 
 void CPropPageUser::FollowAccountType() {
   const std::optional<RowIndex> row = AccountTypeList().Selection();
-  const bool is_resource = TypeOf(row).IsResource();
+  const bool is_resource = AccountTypeAt(row).IsResource();
   Dialog().SetEnabled(IDC_CAPACITY, is_resource);
   Dialog().SetEnabled(IDC_CAPACITY_LABEL, is_resource);
   person_.set_email_required(row == kActiveUser);

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "wizards/wizard_base.h"
+
+#include <memory>
+
+#include "resources/resource.h"
+
+namespace pelora {
+namespace {
+
+constexpr std::uint32_t kOnlyPage = 0;
+constexpr std::int32_t kAccepted = 0;
+constexpr std::int32_t kLoaded = 0;
+constexpr std::int32_t kNotLoaded = 1;
+
+}  // namespace
+
+/// The page as the wizard holds it: destroying it is the release that ends the object.
+class CWizardBase::Page final : public PropSheetPage {
+ public:
+  Page(CWizardBase& owner, CDialogPage& dialog) : owner_(owner), dialog_(dialog) {
+    owner_.AddRef();
+  }
+  ~Page() override { owner_.OnPageReleased(); }
+  Page(const Page&) = delete;
+  Page& operator=(const Page&) = delete;
+
+  DialogId Template() const override { return dialog_.dialog_template(); }
+  std::string Title() const override { return dialog_.title(); }
+  IDialogController& Controller() override { return dialog_; }
+
+ private:
+  CWizardBase& owner_;
+  CDialogPage& dialog_;
+};
+
+CWizardBase::CWizardBase(const Platform& platform, const Guid& object_interface,
+                         std::span<const ControlId> enabled_controls)
+    : CADSBase(platform),
+      object_interface_(object_interface),
+      enabled_controls_(enabled_controls) {}
+
+HRESULT CWizardBase::QueryInterface(const Guid& /*iid*/, void** object) {
+  if (object != nullptr) *object = nullptr;
+  return E_NOTIMPL;
+}
+
+std::uint32_t CWizardBase::AddRef() { return ++references_; }
+
+std::uint32_t CWizardBase::Release() {
+  const std::uint32_t left = --references_;
+  if (left == 0) delete this;
+  return left;
+}
+
+HRESULT CWizardBase::Initialize(IADs* /*container*/, IADs* /*copy_source*/,
+                                const std::string& /*class_name*/, IDsAdminNewObj* wizard,
+                                const NewObjectDisplayInfo& display_info) {
+  wizard_ = Ref<IDsAdminNewObj>(wizard);
+  container_name_ = display_info.container_name;
+  return S_OK;
+}
+
+HRESULT CWizardBase::SetObject(IADs* object) {
+  CADSBase::SetObject(object);
+  return S_OK;
+}
+
+HRESULT CWizardBase::OnError(IDialog* /*owner*/, HRESULT status, NewObjectPhase /*phase*/) {
+  const CreationFailure failure = DescribeCreationFailure(status);
+  ShowError(failure.status, failure.message);
+  return S_OK;
+}
+
+bool CWizardBase::IsValid() const { return SUCCEEDED(ValidateAll(nullptr)); }
+
+std::int32_t CWizardBase::InitPage() {
+  Dialog().SetText(IDC_CONTAINER_NAME, container_name_);
+  if (FAILED(LoadAll({}))) return kNotLoaded;
+  // Whether the check box asks for anything is not looked at before the page is activated.
+  SetButtons(IsValid());
+  return kLoaded;
+}
+
+std::int32_t CWizardBase::Revalidate() const {
+  SetButtons(IsValid());
+  return 0;
+}
+
+std::int32_t CWizardBase::AnswerNotification(PageNotification notification) const {
+  if (notification == PageNotification::kSetActive) Activate();
+  // The page before is complete, or it would not have been left.
+  if (notification == PageNotification::kWizardBack) SetButtons(true);
+  return kAccepted;
+}
+
+void CWizardBase::SetButtons(bool valid) const {
+  // A wizard that does not take it says so to nobody who could do anything about it.
+  if (wizard_) (void)wizard_->SetButtons(kOnlyPage, valid);
+}
+
+void CWizardBase::EnableControls(bool enabled) const {
+  for (const ControlId control : enabled_controls_) Dialog().SetEnabled(control, enabled);
+}
+
+HRESULT CWizardBase::RequireText(ControlId field, const char* missing, std::string* message) const {
+  if (!IsFieldEmpty(Dialog(), field)) return S_OK;
+  if (message != nullptr) *message = missing;
+  return E_FAIL;
+}
+
+HRESULT CWizardBase::OfferPage(CDialogPage& page, const AddPropSheetPage& add_page) {
+  if (has_page_) return E_UNEXPECTED;
+  auto offered = std::make_unique<Page>(*this, page);
+  has_page_ = true;
+  is_offering_page_ = true;
+  (void)add_page(std::move(offered));
+  is_offering_page_ = false;
+  return S_OK;
+}
+
+void CWizardBase::OnPageReleased() {
+  if (!is_offering_page_) {
+    delete this;
+    return;
+  }
+  // The wizard has refused the page, and the object has never been on one.
+  has_page_ = false;
+  --references_;
+}
+
+CreationFailure DescribeCreationFailure(HRESULT status) {
+  if (status != kObjectAlreadyExists) return {.status = status, .message = {}};
+  return {.status = S_OK,
+          .message =
+              "The new object cannot be created because the name is already in use.\r\n"
+              "Please select a different name and try again."};
+}
+
+}  // namespace pelora
