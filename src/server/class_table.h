@@ -1,12 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string_view>
 
 #include "platform/platform.h"
 
 namespace pelora {
+
+/// What a component class is to the console.
+enum class ComponentKind : std::uint8_t {
+  /// Offers `IShellExtInit` and `IShellPropSheetExt`.
+  kPropertyPage,
+  /// Offers `IDsAdminNewObjExt`.
+  kWizardPage,
+};
 
 /// One component class of the module.
 struct ComponentClass {
@@ -17,6 +26,7 @@ struct ComponentClass {
   /// Makes an object with one reference, which the caller owns; null for a class that has no page
   /// yet.
   IUnknown* (*create)(const Platform& platform) = nullptr;
+  ComponentKind kind = ComponentKind::kPropertyPage;
 };
 
 /// Every component class, in the order in which they are registered.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <optional>
 #include <utility>
 
 #include "hosts/windows/com/module_context.h"
@@ -18,7 +19,7 @@ struct CComMultiThreadModel {
 };
 
 /// First base of every object: its count of references, which begins at 1, and its lock on the
-/// module, which is the last thing that it gives up.
+/// module, which is the last thing that it gives up unless it says otherwise.
 template <class ThreadModel>
 class CComObjectRootEx {
  public:
@@ -27,16 +28,18 @@ class CComObjectRootEx {
 
  protected:
   explicit CComObjectRootEx(const ModuleContext& context)
-      : context_(context), lock_(context.module) {}
+      : context_(context), lock_(std::in_place, context.module) {}
   ~CComObjectRootEx() = default;
 
   [[nodiscard]] const ModuleContext& context() const { return context_; }
   ULONG InternalAddRef() { return ++references_; }
   ULONG InternalRelease() { return --references_; }
+  /// What is left of the object no longer keeps the module loaded.
+  void GiveUpModuleLock() { lock_.reset(); }
 
  private:
   const ModuleContext& context_;
-  ModuleLock lock_;
+  std::optional<ModuleLock> lock_;
   typename ThreadModel::Count references_ = 1;
 };
 

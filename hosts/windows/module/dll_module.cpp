@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "hosts/windows/com/property_page_shell.h"
+#include "hosts/windows/com/wizard_shell.h"
 #include "hosts/windows/module/module_path.h"
 #include "hosts/windows/values/system_guid.h"
 #include "server/class_table.h"
@@ -29,6 +30,9 @@ HRESULT DllModule::GetClassObject(REFCLSID class_id, REFIID iid, void** factory)
   *factory = nullptr;
   const ComponentClass* const found = FindClass(FromSystem(class_id));
   if (found == nullptr || found->create == nullptr) return CLASS_E_CLASSNOTAVAILABLE;
+  if (found->kind == ComponentKind::kWizardPage) {
+    return WizardShell::CreateClassFactory(context_, *found, iid, factory);
+  }
   return PropertyPageShell::CreateClassFactory(context_, *found, iid, factory);
 }
 
