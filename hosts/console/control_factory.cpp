@@ -45,6 +45,8 @@ constexpr std::array kControlTypes = {
     ControlType{ControlKind::kEdit, 0, 0, Make<EditControl>},
     ControlType{ControlKind::kStatic, style::kStaticTypeMask, style::kStaticHorizontalLine,
                 Make<RuleControl>},
+    ControlType{ControlKind::kStatic, style::kStaticTypeMask, style::kStaticIcon,
+                Make<IconControl>},
     ControlType{ControlKind::kStatic, 0, 0, Make<LabelControl>},
     ControlType{ControlKind::kListBox, 0, 0, Make<ListBoxControl>},
     ControlType{ControlKind::kComboBox, 0, 0, Make<ComboBoxControl>},

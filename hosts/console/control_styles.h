@@ -24,6 +24,7 @@ inline constexpr std::uint32_t kEditNumber = 0x2000;
 inline constexpr std::uint32_t kStaticTypeMask = 0x1F;
 inline constexpr std::uint32_t kStaticCenter = 1;
 inline constexpr std::uint32_t kStaticRight = 2;
+inline constexpr std::uint32_t kStaticIcon = 3;
 inline constexpr std::uint32_t kStaticHorizontalLine = 0x10;
 inline constexpr std::uint32_t kStaticNoPrefix = 0x80;
 

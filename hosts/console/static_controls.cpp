@@ -4,8 +4,11 @@
 #include <QEvent>
 #include <QPainter>
 #include <QStyle>
+#include <algorithm>
+#include <optional>
 
 #include "hosts/console/control_styles.h"
+#include "hosts/console/module_icon.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
@@ -29,6 +32,25 @@ Qt::Alignment AlignmentOf(const resources::DialogItem& item) {
       return Qt::AlignLeft;
   }
 }
+
+/// Reads its picture anew for each size that it is given.
+class IconLabel final : public QLabel {
+ public:
+  IconLabel(std::optional<std::uint16_t> number, QWidget* parent)
+      : QLabel(parent), number_(number) {
+    setAlignment(Qt::AlignCenter);
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent* /*event*/) override {
+    const auto module = resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
+    const int extent = std::min(width(), height());
+    if (module.value && number_) setPixmap(ReadModuleIcon(*module.value, *number_, extent));
+  }
+
+ private:
+  std::optional<std::uint16_t> number_;
+};
 
 }  // namespace
 
@@ -106,6 +128,9 @@ void LabelControl::Show() {
 }
 
 QSize LabelControl::NeededSize() const { return label_.wordWrap() ? QSize() : label_.sizeHint(); }
+
+IconControl::IconControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events)
+    : DialogControl(item, *new IconLabel(item.title_resource, &parent), events) {}
 
 RuleControl::RuleControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events)
     : DialogControl(item, *new QFrame(&parent), events) {

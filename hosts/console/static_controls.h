@@ -57,6 +57,12 @@ class LabelControl final : public DialogControl {
   bool has_mnemonics_;
 };
 
+/// A picture of the module's own resources, at the size that its place has.
+class IconControl final : public DialogControl {
+ public:
+  IconControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
+};
+
 /// A horizontal rule, or whatever else has no contents.
 class RuleControl final : public DialogControl {
  public:

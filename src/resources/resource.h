@@ -54,8 +54,8 @@
 #define IDD_WIZARD_ADDRESSLIST 222
 #define IDD_WIZARD_DYNAMIC_DISTLIST 223
 
-/* Icons. */
-#define IDI_PELORA 230
+/* The picture of an object of the groupware's own classes. */
+#define IDI_OBJECT 230
 
 /* The account and visibility boxes. */
 #define IDC_PELORA_ACCOUNT 214
