@@ -9,36 +9,6 @@
 /* Of a control that nobody asks for: a group box, a label, a unit. */
 #ifndef IDC_STATIC
 #define IDC_STATIC 0xFFFFFFFF
-/* The head of a wizard page, its check box, the name of a list and the address of what is made. */
-#define IDC_CONTAINER_NAME 291
-#define IDC_CREATE_PELORA 254
-#define IDC_OBJECT_NAME 292
-#define IDC_NEW_ADDRESS_LABEL 265
-#define IDC_NEW_ADDRESS 268
-
-/* A server's address, ports, socket file and public store. */
-#define IDC_HOST_ADDRESS_LABEL 280
-#define IDC_HOST_ADDRESS 245
-#define IDC_HTTP_PORT_LABEL 274
-#define IDC_HTTP_PORT 246
-#define IDC_SSL_PORT_LABEL 275
-#define IDC_SSL_PORT 247
-#define IDC_FILE_PATH_LABEL 276
-#define IDC_FILE_PATH 249
-#define IDC_CONTAINS_PUBLIC 243
-
-/* A company's system administrator. */
-#define IDC_SYSTEM_ADMIN_LABEL 270
-#define IDC_SYSTEM_ADMIN 272
-#define IDC_SYSTEM_ADMIN_SELECT 227
-
-/* What makes a list of the directory's objects. */
-#define IDC_SEARCH_BASE_LABEL 288
-#define IDC_SEARCH_BASE 258
-#define IDC_SEARCH_BASE_SELECT 293
-#define IDC_SEARCH_QUERY_LABEL 289
-#define IDC_SEARCH_QUERY 287
-
 #endif
 
 /* Dialog templates. */
