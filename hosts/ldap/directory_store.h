@@ -76,6 +76,8 @@ class IDirectoryStore {
   virtual StoreStatus Modify(const std::string& dn,
                              std::span<const Modification> modifications) = 0;
   virtual StoreStatus Add(const Entry& entry) = 0;
+  /// Whether requests are sealed on their way to a server: only then may they hold secrets.
+  [[nodiscard]] virtual bool IsSealed() const { return false; }
 };
 
 }  // namespace pelora::ldap

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdarg>
+#include <new>
 #include <utility>
 
 #include "hosts/ldap/case_fold.h"
@@ -128,6 +129,13 @@ LdbConnection::NamingAttribute LdbConnection::NamingAttributeOf(const std::strin
   const ldb_val* const value = ldb_dn_get_rdn_val(dn);
   if (attribute == nullptr || value == nullptr) return {};
   return {attribute, ToBytes(*value)};
+}
+
+std::string LdbConnection::FilterValue(const std::string& value) const {
+  const TallocScope scope = MakeTallocScope();
+  const char* const escaped = ldb_binary_encode_string(scope.get(), value.c_str());
+  if (escaped == nullptr) throw std::bad_alloc();
+  return escaped;
 }
 
 StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entry>& entries) const {

@@ -47,6 +47,8 @@ class LdbConnection {
     std::string value;
   };
   [[nodiscard]] NamingAttribute NamingAttributeOf(const std::string& name) const;
+  /// A value as it is written in a search filter.
+  [[nodiscard]] std::string FilterValue(const std::string& value) const;
 
   [[nodiscard]] StoreStatus Search(const SearchRequest& request, std::vector<Entry>& entries) const;
   [[nodiscard]] StoreStatus Add(const Entry& entry) const;

@@ -42,6 +42,8 @@ class LdbStore final : public IDirectoryStore {
   StoreStatus ModifyNow(const std::string& dn, std::span<const Modification> modifications,
                         bool& has_changes);
   StoreStatus AddNow(Entry entry);
+  /// Names of accounts are unique in the whole directory.
+  StoreStatus CheckAccountName(const Entry& entry) const;
 
   StoreStatus Find(const SearchRequest& request, std::vector<Entry>& entries) const;
   /// The entry itself, without taking the lock.
@@ -168,10 +170,30 @@ StoreStatus LdbStore::ModifyNow(const std::string& dn, std::span<const Modificat
 StoreStatus LdbStore::AddNow(Entry entry) {
   Entry parent;
   StoreStatus status = FindOne(connection_->ParentName(entry.dn), {}, parent);
+  CompleteClasses(entry);
   if (status.Ok()) status = CompleteNewEntry(*connection_, schema_, entry);
   if (status.Ok()) status = rules_.CheckNew(entry);
+  if (status.Ok()) status = CheckAccountName(entry);
   if (!status.Ok()) return status;
   return AboutFile(connection_->Add(entry));
+}
+
+StoreStatus LdbStore::CheckAccountName(const Entry& entry) const {
+  const auto name = entry.attributes.find("sAMAccountName");
+  const auto base = root_.attributes.find("defaultNamingContext");
+  const bool is_account = name != entry.attributes.end() && !name->second.empty();
+  if (!is_account || base == root_.attributes.end()) return {};
+  std::vector<Entry> others;
+  StoreStatus status =
+      Find({.base = base->second.front(),
+            .scope = SearchScope::kSubtree,
+            .filter = "(sAMAccountName=" + connection_->FilterValue(name->second.front()) + ")",
+            .attributes = {"sAMAccountName"}},
+           others);
+  if (status.Ok() && !others.empty()) {
+    return {kLdapAlreadyExists, "the account name is in use by " + others.front().dn};
+  }
+  return status;
 }
 
 StoreStatus LdbStore::Find(const SearchRequest& request, std::vector<Entry>& entries) const {

@@ -14,4 +14,9 @@ namespace pelora::ldap {
 [[nodiscard]] StoreStatus CompleteNewEntry(const LdbConnection& connection, const Schema& schema,
                                            Entry& entry);
 
+/// Puts the classes that a new entry's classes are derived from in front of them, the most general
+/// first, as a directory does that is told the last one only. Classes that are not known here are
+/// taken to be derived from `top` alone.
+void CompleteClasses(Entry& entry);
+
 }  // namespace pelora::ldap

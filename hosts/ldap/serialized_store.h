@@ -29,6 +29,7 @@ class SerializedStore final : public IDirectoryStore {
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
   StoreStatus Add(const Entry& entry) override;
+  [[nodiscard]] bool IsSealed() const override { return store_->IsSealed(); }
 
  private:
   std::unique_ptr<IDirectoryStore> store_;

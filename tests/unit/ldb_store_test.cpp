@@ -291,11 +291,12 @@ TEST_F(LdbStoreTest, AddsAnEntryAndWhatFollowsFromItsName) {
   Entry entry;
   ASSERT_TRUE(Open()->Read(dn, {}, entry).Ok());
   EXPECT_EQ(entry.dn, dn);
-  EXPECT_EQ(entry.attributes, (AttributeMap{{"objectClass", {"top", "person", "user"}},
-                                            {"cn", {"Neu, Nina/2"}},
-                                            {"name", {"Neu, Nina/2"}},
-                                            {"peloraAccount", {"1"}},
-                                            {"distinguishedName", {dn}}}));
+  EXPECT_EQ(entry.attributes,
+            (AttributeMap{{"objectClass", {"top", "person", "organizationalPerson", "user"}},
+                          {"cn", {"Neu, Nina/2"}},
+                          {"name", {"Neu, Nina/2"}},
+                          {"peloraAccount", {"1"}},
+                          {"distinguishedName", {dn}}}));
   EXPECT_TRUE(entry.attributes.contains("peloraAccount"));
 }
 

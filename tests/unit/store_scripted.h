@@ -40,6 +40,7 @@ class ScriptedStore final : public IDirectoryStore {
 
   std::vector<ReadCall> reads;
   std::vector<ModifyCall> modifies;
+  std::vector<Entry> adds;
   int root_reads = 0;
 
   [[nodiscard]] const Schema& schema() const override { return types; }
@@ -68,7 +69,10 @@ class ScriptedStore final : public IDirectoryStore {
     modifies.push_back({dn, {modifications.begin(), modifications.end()}});
     return failure;
   }
-  StoreStatus Add(const Entry& /*entry*/) override { return {kLdapUnwillingToPerform, "not here"}; }
+  StoreStatus Add(const Entry& added) override {
+    adds.push_back(added);
+    return failure;
+  }
 };
 
 }  // namespace pelora::ldap
