@@ -22,6 +22,10 @@ enum class SelectionMode : std::uint8_t { kMultiple, kSingle };
 /// as it was. Nothing is shown here but the chooser itself.
 class SelectADObject {
  public:
+  /// One of the choices below that give names of objects.
+  using Choice = HRESULT (SelectADObject::*)(ChooserOwner owner, std::vector<std::string>& names,
+                                             SelectionMode mode) const;
+
   explicit SelectADObject(const Platform& platform) : platform_(platform) {}
   virtual ~SelectADObject() = default;
   SelectADObject(const SelectADObject&) = delete;

@@ -21,6 +21,12 @@ CPropPageExtPelora::CPropPageExtPelora(CPropPage& page) : CPropPageExt(page) {
   page.RegisterValidate([](std::string* /*message*/) { return S_OK; });
 }
 
+std::vector<Command> CPropPageExtPelora::Commands() {
+  using enum ControlNotification;
+  return {{IDC_PELORA_ACCOUNT, kClicked, Handler(this, &CPropPageExtPelora::OnAccountClicked)},
+          {IDC_PELORA_HIDDEN, kClicked, Handler(this, &CPropPageExtPelora::OnHiddenClicked)}};
+}
+
 std::int32_t CPropPageExtPelora::OnAccountClicked() {
   OnClicked(IDC_PELORA_ACCOUNT, account_changed_);
   return 0;

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
+#include "pages/dialog_page.h"
 #include "pages/prop_page_ext.h"
 
 namespace pelora {
@@ -15,11 +17,13 @@ class CPropPageExtPelora final : public CPropPageExt {
  public:
   explicit CPropPageExtPelora(CPropPage& page);
 
-  // Command handlers: a click on either box.
+  /// Clicks on either box.
+  [[nodiscard]] std::vector<Command> Commands();
+
+ private:
   std::int32_t OnAccountClicked();
   std::int32_t OnHiddenClicked();
 
- private:
   HRESULT Load(const BoundObjects& objects);
   HRESULT Collect(ChangeList& changes);
   [[nodiscard]] int SkipValidation() const;

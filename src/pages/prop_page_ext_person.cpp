@@ -4,9 +4,7 @@
 #include <array>
 #include <string>
 #include <utility>
-#include <vector>
 
-#include "directory/select_ad_object.h"
 #include "pages/email_address_dlg.h"
 #include "pages/handler.h"
 #include "resources/resource.h"
@@ -16,7 +14,13 @@ namespace {
 
 constexpr const Attribute& kDefaultAddress = CatalogueEntry("mail");
 constexpr const Attribute& kOtherAddresses = CatalogueEntry("otherMailbox");
-constexpr const Attribute& kDelegates = CatalogueEntry("peloraSendAsPrivilege");
+
+constexpr NameList::Layout kDelegates = {IDC_SENDAS_LIST,
+                                         IDC_SENDAS_ADD,
+                                         IDC_SENDAS_DELETE,
+                                         CatalogueEntry("peloraSendAsPrivilege"),
+                                         &SelectADObject::SelectUsersAndGroups,
+                                         IDC_SENDAS_ADD};
 
 }  // namespace
 
@@ -25,11 +29,21 @@ CPropPageExtPerson::CPropPageExtPerson(CPropPage& page, const Platform& platform
     : CPropPageExt(page),
       platform_(platform),
       addresses_(platform.text),
-      delegates_(platform.text),
+      delegates_(page, platform, kDelegates),
       email_required_(email_required) {
   page.RegisterLoad(Handler(this, &CPropPageExtPerson::Load));
   page.RegisterCollect(Handler(this, &CPropPageExtPerson::Collect));
   page.RegisterValidate(Handler(this, &CPropPageExtPerson::Validate));
+}
+
+std::vector<Command> CPropPageExtPerson::AddressCommands() {
+  using enum ControlNotification;
+  return {
+      {IDC_EMAIL_ADD, kClicked, Handler(this, &CPropPageExtPerson::OnAddAddress)},
+      {IDC_EMAIL_DELETE, kClicked, Handler(this, &CPropPageExtPerson::OnDeleteAddress)},
+      {IDC_EMAIL_MODIFY, kClicked, Handler(this, &CPropPageExtPerson::OnModifyAddress)},
+      {IDC_EMAIL_DEFAULT, kClicked, Handler(this, &CPropPageExtPerson::OnSetDefaultAddress)},
+      {IDC_EMAIL_LIST, kSelectionChange, Handler(this, &CPropPageExtPerson::OnAddressSelected)}};
 }
 
 std::int32_t CPropPageExtPerson::OnAddAddress() {
@@ -74,37 +88,12 @@ std::int32_t CPropPageExtPerson::OnAddressSelected() {
   return 0;
 }
 
-std::int32_t CPropPageExtPerson::OnAddDelegates() {
-  const SelectADObject chooser(platform_);
-  std::vector<std::string> names;
-  const ChooserOwner owner{&dialog(), IDC_SENDAS_ADD};
-  if (chooser.SelectUsersAndGroups(owner, names, SelectionMode::kMultiple) != S_OK) return 0;
-  if (names.empty()) return 0;
-  for (std::string& name : names) delegates_.Add(DelegateList(), std::move(name), true, false);
-  page().SetModified(true);
-  return 0;
-}
-
-std::int32_t CPropPageExtPerson::OnDeleteDelegate() {
-  page().SetModified(true);
-  if (DelegateList().Count() == 1) dialog().SetEnabled(IDC_SENDAS_DELETE, false);
-  delegates_.Delete(DelegateList());
-  return 0;
-}
-
-std::int32_t CPropPageExtPerson::OnDelegateSelected() {
-  dialog().SetEnabled(IDC_SENDAS_DELETE, DelegateList().Selection().has_value());
-  return 0;
-}
-
 HRESULT CPropPageExtPerson::Load(const BoundObjects& objects) {
   LoadDefaultAddress(objects);
   page().LoadMultiValue(objects, kOtherAddresses.name, [this](std::string value) {
     return addresses_.Load(AddressList(), std::move(value));
   });
-  page().LoadMultiValue(objects, kDelegates.name, [this](std::string value) {
-    return delegates_.Load(DelegateList(), std::move(value));
-  });
+  delegates_.Load(objects);
   const int width = dialog().ClientWidth(IDC_EMAIL_LIST);
   AddressList().SetTabStops(std::array{width / 2, width});
   return S_OK;
@@ -112,8 +101,7 @@ HRESULT CPropPageExtPerson::Load(const BoundObjects& objects) {
 
 HRESULT CPropPageExtPerson::Collect(ChangeList& changes) {
   CollectAddresses(changes);
-  CollectDelegates(changes);
-  return S_OK;
+  return delegates_.Collect(changes);
 }
 
 HRESULT CPropPageExtPerson::Validate(std::string* message) const {
@@ -142,12 +130,6 @@ void CPropPageExtPerson::CollectAddresses(ChangeList& changes) const {
   changes.push_back(MakeListChange(kOtherAddresses, std::move(others), is_multi_select));
 }
 
-void CPropPageExtPerson::CollectDelegates(ChangeList& changes) const {
-  Variant names;
-  if (!delegates_.BuildValue(&names, nullptr)) return;
-  changes.push_back(MakeListChange(kDelegates, std::move(names), page().IsMultiSelect()));
-}
-
 void CPropPageExtPerson::UpdateAddressButtons() const {
   const bool is_selected = AddressList().Selection().has_value();
   const bool is_only = AddressList().Count() == 1;
@@ -157,7 +139,5 @@ void CPropPageExtPerson::UpdateAddressButtons() const {
 }
 
 IListBox& CPropPageExtPerson::AddressList() const { return dialog().ListBox(IDC_EMAIL_LIST); }
-
-IListBox& CPropPageExtPerson::DelegateList() const { return dialog().ListBox(IDC_SENDAS_LIST); }
 
 }  // namespace pelora

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "directory/multi_value_attribute.h"
+#include "pages/name_list.h"
 #include "pages/prop_page_ext.h"
 
 namespace pelora {
@@ -20,33 +22,31 @@ class CPropPageExtPerson final : public CPropPageExt {
 
   void set_email_required(bool required) { email_required_ = required; }
 
-  // Command handlers: the buttons and the selection of the list of addresses...
+  /// The buttons and the selection of the list of addresses.
+  [[nodiscard]] std::vector<Command> AddressCommands();
+  /// Those of the list of delegates.
+  [[nodiscard]] std::vector<Command> DelegateCommands() { return delegates_.Commands(); }
+
+ private:
   std::int32_t OnAddAddress();
   /// 1 when no address is selected.
   std::int32_t OnModifyAddress();
   std::int32_t OnDeleteAddress();
   std::int32_t OnSetDefaultAddress();
   std::int32_t OnAddressSelected();
-  // ... and those of the list of delegates.
-  std::int32_t OnAddDelegates();
-  std::int32_t OnDeleteDelegate();
-  std::int32_t OnDelegateSelected();
 
- private:
   HRESULT Load(const BoundObjects& objects);
   HRESULT Collect(ChangeList& changes);
   HRESULT Validate(std::string* message) const;
 
   void LoadDefaultAddress(const BoundObjects& objects);
   void CollectAddresses(ChangeList& changes) const;
-  void CollectDelegates(ChangeList& changes) const;
   void UpdateAddressButtons() const;
   [[nodiscard]] IListBox& AddressList() const;
-  [[nodiscard]] IListBox& DelegateList() const;
 
   const Platform& platform_;
   MultiValueAttribute addresses_;
-  MultiValueAttribute delegates_;
+  NameList delegates_;
   bool email_required_;
 };
 

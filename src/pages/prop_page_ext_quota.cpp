@@ -2,21 +2,11 @@
 #include "pages/prop_page_ext_quota.h"
 
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "directory/select_ad_object.h"
 #include "pages/handler.h"
 #include "resources/resource.h"
 
 namespace pelora {
-namespace {
-
-constexpr std::size_t kWarning = 0;
-constexpr std::size_t kSoftLimit = 1;
-constexpr std::size_t kHardLimit = 2;
-
-}  // namespace
 
 struct CPropPageExtQuota::Layout {
   struct Field {
@@ -26,8 +16,7 @@ struct CPropPageExtQuota::Layout {
   Field override_box;
   /// Warning level, soft limit, hard limit.
   std::array<Field, kLimitCount> limits;
-  Field recipients;
-  ControlId delete_recipient;
+  NameList::Layout recipients;
 };
 
 const CPropPageExtQuota::Layout& CPropPageExtQuota::LayoutOf(QuotaKind kind) {
@@ -36,23 +25,34 @@ const CPropPageExtQuota::Layout& CPropPageExtQuota::LayoutOf(QuotaKind kind) {
        {{{IDC_QUOTA_WARN, CatalogueEntry("peloraQuotaWarn")},
          {IDC_QUOTA_SOFT, CatalogueEntry("peloraQuotaSoft")},
          {IDC_QUOTA_HARD, CatalogueEntry("peloraQuotaHard")}}},
-       {IDC_QUOTA_RECIPIENTS, CatalogueEntry("peloraQuotaCompanyWarningRecipients")},
-       IDC_QUOTA_RECIPIENTS_DELETE},
+       {IDC_QUOTA_RECIPIENTS, IDC_QUOTA_RECIPIENTS_ADD, IDC_QUOTA_RECIPIENTS_DELETE,
+        CatalogueEntry("peloraQuotaCompanyWarningRecipients"), &SelectADObject::SelectUsers}},
       {{IDC_USER_QUOTA_OVERRIDE, CatalogueEntry("peloraUserDefaultQuotaOverride")},
        {{{IDC_USER_QUOTA_WARN, CatalogueEntry("peloraUserDefaultQuotaWarn")},
          {IDC_USER_QUOTA_SOFT, CatalogueEntry("peloraUserDefaultQuotaSoft")},
          {IDC_USER_QUOTA_HARD, CatalogueEntry("peloraUserDefaultQuotaHard")}}},
-       {IDC_USER_QUOTA_RECIPIENTS, CatalogueEntry("peloraQuotaUserWarningRecipients")},
-       IDC_USER_QUOTA_RECIPIENTS_DELETE},
+       {IDC_USER_QUOTA_RECIPIENTS, IDC_USER_QUOTA_RECIPIENTS_ADD, IDC_USER_QUOTA_RECIPIENTS_DELETE,
+        CatalogueEntry("peloraQuotaUserWarningRecipients"), &SelectADObject::SelectUsers}},
   }};
   return kLayouts.at(static_cast<std::size_t>(kind));
 }
 
 CPropPageExtQuota::CPropPageExtQuota(CPropPage& page, const Platform& platform, QuotaKind kind)
-    : CPropPageExt(page), platform_(platform), layout_(LayoutOf(kind)), recipients_(platform.text) {
+    : CPropPageExt(page), layout_(LayoutOf(kind)), recipients_(page, platform, layout_.recipients) {
   page.RegisterLoad(Handler(this, &CPropPageExtQuota::Load));
   page.RegisterCollect(Handler(this, &CPropPageExtQuota::Collect));
   page.RegisterValidate([](std::string* /*message*/) { return S_OK; });
+}
+
+std::vector<Command> CPropPageExtQuota::LimitCommands() {
+  using enum ControlNotification;
+  std::vector<Command> commands = {{layout_.override_box.control, kClicked,
+                                    Handler(this, &CPropPageExtQuota::OnOverrideClicked)}};
+  for (std::size_t limit = 0; limit < kLimitCount; ++limit) {
+    commands.push_back({layout_.limits.at(limit).control, kEditChange,
+                        [this, limit] { return OnLimitEdited(limit); }});
+  }
+  return commands;
 }
 
 std::int32_t CPropPageExtQuota::OnOverrideClicked() {
@@ -63,34 +63,6 @@ std::int32_t CPropPageExtQuota::OnOverrideClicked() {
   // A box that was loaded indeterminate leaves that state for good with its first click.
   dialog().SetStyle(layout_.override_box.control, ButtonStyle::kAutoCheckBox);
   page().SetModified(true);
-  return 0;
-}
-
-std::int32_t CPropPageExtQuota::OnWarningEdited() { return OnLimitEdited(kWarning); }
-
-std::int32_t CPropPageExtQuota::OnSoftLimitEdited() { return OnLimitEdited(kSoftLimit); }
-
-std::int32_t CPropPageExtQuota::OnHardLimitEdited() { return OnLimitEdited(kHardLimit); }
-
-std::int32_t CPropPageExtQuota::OnAddRecipients() {
-  const SelectADObject chooser(platform_);
-  std::vector<std::string> names;
-  if (chooser.SelectUsers(&dialog(), names, SelectionMode::kMultiple) != S_OK) return 0;
-  if (names.empty()) return 0;
-  for (std::string& name : names) recipients_.Add(RecipientList(), std::move(name), true, false);
-  page().SetModified(true);
-  return 0;
-}
-
-std::int32_t CPropPageExtQuota::OnDeleteRecipient() {
-  page().SetModified(true);
-  if (RecipientList().Count() == 1) dialog().SetEnabled(layout_.delete_recipient, false);
-  recipients_.Delete(RecipientList());
-  return 0;
-}
-
-std::int32_t CPropPageExtQuota::OnRecipientSelected() {
-  dialog().SetEnabled(layout_.delete_recipient, RecipientList().Selection().has_value());
   return 0;
 }
 
@@ -105,10 +77,7 @@ HRESULT CPropPageExtQuota::Load(const BoundObjects& objects) {
     // Filling the field has been reported as an edit.
     limit_changed_.at(limit) = false;
   }
-  page().LoadMultiValue(objects, layout_.recipients.attribute.name, [this](std::string value) {
-    return recipients_.Load(RecipientList(), std::move(value));
-  });
-  return S_OK;
+  return recipients_.Load(objects);
 }
 
 HRESULT CPropPageExtQuota::Collect(ChangeList& changes) {
@@ -120,14 +89,9 @@ HRESULT CPropPageExtQuota::Collect(ChangeList& changes) {
   }
   changes.push_back(MakeChange(layout_.override_box.attribute, IsOverridden() ? "1" : "0",
                                override_changed_, is_multi_select));
-  Variant names;
-  if (recipients_.BuildValue(&names, nullptr)) {
-    changes.push_back(
-        MakeListChange(layout_.recipients.attribute, std::move(names), is_multi_select));
-  }
   override_changed_ = false;
   limit_changed_.fill(false);
-  return S_OK;
+  return recipients_.Collect(changes);
 }
 
 std::int32_t CPropPageExtQuota::OnLimitEdited(std::size_t limit) {
@@ -138,10 +102,6 @@ std::int32_t CPropPageExtQuota::OnLimitEdited(std::size_t limit) {
 
 bool CPropPageExtQuota::IsOverridden() const {
   return dialog().Check(layout_.override_box.control) == CheckState::kChecked;
-}
-
-IListBox& CPropPageExtQuota::RecipientList() const {
-  return dialog().ListBox(layout_.recipients.control);
 }
 
 }  // namespace pelora

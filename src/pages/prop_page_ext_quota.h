@@ -4,8 +4,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
-#include "directory/multi_value_attribute.h"
+#include "pages/name_list.h"
 #include "pages/prop_page_ext.h"
 
 namespace pelora {
@@ -28,15 +29,10 @@ class CPropPageExtQuota final : public CPropPageExt {
  public:
   CPropPageExtQuota(CPropPage& page, const Platform& platform, QuotaKind kind);
 
-  // Command handlers: a click on the box, edits of the limits...
-  std::int32_t OnOverrideClicked();
-  std::int32_t OnWarningEdited();
-  std::int32_t OnSoftLimitEdited();
-  std::int32_t OnHardLimitEdited();
-  // ... and the buttons and the selection of the list of recipients.
-  std::int32_t OnAddRecipients();
-  std::int32_t OnDeleteRecipient();
-  std::int32_t OnRecipientSelected();
+  /// A click on the box and edits of the limits.
+  [[nodiscard]] std::vector<Command> LimitCommands();
+  /// The buttons and the selection of the list of recipients.
+  [[nodiscard]] std::vector<Command> RecipientCommands() { return recipients_.Commands(); }
 
  private:
   static constexpr std::size_t kLimitCount = 3;
@@ -47,16 +43,15 @@ class CPropPageExtQuota final : public CPropPageExt {
   HRESULT Load(const BoundObjects& objects);
   HRESULT Collect(ChangeList& changes);
 
+  std::int32_t OnOverrideClicked();
   std::int32_t OnLimitEdited(std::size_t limit);
   [[nodiscard]] bool IsOverridden() const;
-  [[nodiscard]] IListBox& RecipientList() const;
 
-  const Platform& platform_;
   const Layout& layout_;
   /// Clicked or edited since the last load or collect.
   bool override_changed_ = false;
   std::array<bool, kLimitCount> limit_changed_{};
-  MultiValueAttribute recipients_;
+  NameList recipients_;
 };
 
 }  // namespace pelora

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "pages/handler.h"
 #include "pages/snap_in_property_page.h"
 #include "resources/resource.h"
 #include "tests/support/selection_data_object.h"
@@ -37,9 +36,7 @@ class GroupPage final : public CSnapInPropertyPage {
  public:
   explicit GroupPage(const Platform& platform)
       : CSnapInPropertyPage(platform, IID_IADs, {}, IDD_PROPPAGE_USER, "Group"), group_(*this) {
-    using enum ControlNotification;
-    Route({{IDC_PELORA_ACCOUNT, kClicked, Handler(&group_, &CPropPageExtPelora::OnAccountClicked)},
-           {IDC_PELORA_HIDDEN, kClicked, Handler(&group_, &CPropPageExtPelora::OnHiddenClicked)}});
+    Route(group_.Commands());
     RegisterValidate([this](std::string* message) {
       if (!refuse_all) return S_OK;
       *message = "refused";

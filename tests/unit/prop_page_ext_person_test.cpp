@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "pages/handler.h"
 #include "resources/resource.h"
 #include "tests/unit/page_bench.h"
 
@@ -30,16 +29,8 @@ class PersonPage final : public CSnapInPropertyPage {
   PersonPage(const Platform& platform, bool email_required)
       : CSnapInPropertyPage(platform, IID_IADs, {}, IDD_PROPPAGE_USER, "Person"),
         person_(*this, platform, email_required) {
-    using enum ControlNotification;
-    using Person = CPropPageExtPerson;
-    Route({{IDC_EMAIL_ADD, kClicked, Handler(&person_, &Person::OnAddAddress)},
-           {IDC_EMAIL_DELETE, kClicked, Handler(&person_, &Person::OnDeleteAddress)},
-           {IDC_EMAIL_MODIFY, kClicked, Handler(&person_, &Person::OnModifyAddress)},
-           {IDC_EMAIL_DEFAULT, kClicked, Handler(&person_, &Person::OnSetDefaultAddress)},
-           {IDC_EMAIL_LIST, kSelectionChange, Handler(&person_, &Person::OnAddressSelected)},
-           {IDC_SENDAS_LIST, kSelectionChange, Handler(&person_, &Person::OnDelegateSelected)},
-           {IDC_SENDAS_ADD, kClicked, Handler(&person_, &Person::OnAddDelegates)},
-           {IDC_SENDAS_DELETE, kClicked, Handler(&person_, &Person::OnDeleteDelegate)}});
+    Route(person_.AddressCommands());
+    Route(person_.DelegateCommands());
   }
 
   [[nodiscard]] CPropPageExtPerson& person() { return person_; }
@@ -235,7 +226,7 @@ TEST_F(PersonTest, ModifyingToTheSameTextMarksThePageButWritesNothing) {
 
 TEST_F(PersonTest, ModifyingWithoutASelectionAnswersOneAndOpensNothing) {
   OpenWithAddresses();
-  EXPECT_EQ(page().page().person().OnModifyAddress(), 1);
+  EXPECT_EQ(page().page().OnCommand(IDC_EMAIL_MODIFY, ControlNotification::kClicked), 1);
   EXPECT_THAT(bench_.dialogs.records(), IsEmpty());
   EXPECT_FALSE(page().IsModified());
 }
@@ -321,7 +312,7 @@ TEST_P(AddressButtonsTest, FollowRowCountSelectionAndNeed) {
   if (GetParam().addresses > 1) attributes["otherMailbox"] = Variant::String("bob@x");
   Open(attributes, GetParam().required);
   if (GetParam().selected) page().List(IDC_EMAIL_LIST).Select(0);
-  page().page().person().OnAddressSelected();
+  page().page().OnCommand(IDC_EMAIL_LIST, ControlNotification::kSelectionChange);
   EXPECT_THAT(AddressButtons(), ElementsAre(GetParam().can_delete, GetParam().can_modify,
                                             GetParam().can_set_default));
 }
@@ -439,7 +430,7 @@ TEST_F(PersonTest, DeselectingDisablesTheDelegateButton) {
   Open({{"peloraSendAsPrivilege", Variant::String("CN=Bob,DC=x")}});
   page().SelectRow(IDC_SENDAS_LIST, "CN=Bob,DC=x");
   page().List(IDC_SENDAS_LIST).Select(std::nullopt);
-  page().page().person().OnDelegateSelected();
+  page().page().OnCommand(IDC_SENDAS_LIST, ControlNotification::kSelectionChange);
   EXPECT_FALSE(page().dialog().IsEnabled(IDC_SENDAS_DELETE));
 }
 

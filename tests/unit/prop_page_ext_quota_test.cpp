@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "pages/handler.h"
 #include "resources/resource.h"
 #include "tests/unit/page_bench.h"
 
@@ -71,15 +70,8 @@ class QuotaPage final : public CSnapInPropertyPage {
   QuotaPage(const Platform& platform, const Variation& layout)
       : CSnapInPropertyPage(platform, IID_IADs, {}, 1, "Quota"),
         quota_(*this, platform, layout.kind) {
-    using enum ControlNotification;
-    using Quota = CPropPageExtQuota;
-    Route({{layout.override_box, kClicked, Handler(&quota_, &Quota::OnOverrideClicked)},
-           {layout.limits[0], kEditChange, Handler(&quota_, &Quota::OnWarningEdited)},
-           {layout.limits[1], kEditChange, Handler(&quota_, &Quota::OnSoftLimitEdited)},
-           {layout.limits[2], kEditChange, Handler(&quota_, &Quota::OnHardLimitEdited)},
-           {layout.add_recipient, kClicked, Handler(&quota_, &Quota::OnAddRecipients)},
-           {layout.delete_recipient, kClicked, Handler(&quota_, &Quota::OnDeleteRecipient)},
-           {layout.recipients, kSelectionChange, Handler(&quota_, &Quota::OnRecipientSelected)}});
+    Route(quota_.LimitCommands());
+    Route(quota_.RecipientCommands());
   }
 
  private:

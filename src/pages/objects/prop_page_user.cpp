@@ -5,11 +5,10 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "directory/ascii_case.h"
-#include "directory/select_ad_object.h"
 #include "pages/account_type.h"
+#include "pages/choose_name.h"
 #include "pages/handler.h"
 #include "resources/resource.h"
 
@@ -23,11 +22,12 @@ constexpr std::array<ControlId, 10> kMultiSelectHideList = {
     IDC_EMAIL_LIST,   IDC_SENDAS_LIST,  IDC_EMAIL_GROUP,   IDC_SENDAS_GROUP, IDC_EMAIL_ADD,
     IDC_EMAIL_DELETE, IDC_EMAIL_MODIFY, IDC_EMAIL_DEFAULT, IDC_SENDAS_ADD,   IDC_SENDAS_DELETE};
 
-constexpr const Attribute& kServer = CatalogueEntry("peloraUserServer");
 constexpr const Attribute& kSharedStoreOnly = CatalogueEntry("peloraSharedStoreOnly");
 constexpr const Attribute& kAdmin = CatalogueEntry("peloraAdmin");
 constexpr const Attribute& kResourceType = CatalogueEntry("peloraResourceType");
 constexpr const Attribute& kCapacity = CatalogueEntry("peloraResourceCapacity");
+constexpr std::array kServer = {
+    EditedFields::Field{IDC_SERVER, CatalogueEntry("peloraUserServer")}};
 
 /// The row of an account: its resource type comes before its being a shared store, both before its
 /// administrator level. A level beyond the list has no row.
@@ -50,36 +50,25 @@ CPropPageUser::CPropPageUser(const Platform& platform)
                           "Pelora"),
       person_(*this, platform, true),
       quota_(*this, platform, QuotaKind::kOwn),
-      account_(*this) {
+      account_(*this),
+      server_(*this, kServer) {
   RegisterLoad(Handler(this, &CPropPageUser::Load));
   RegisterCollect(Handler(this, &CPropPageUser::Collect));
   RegisterValidate([](std::string* /*message*/) { return S_OK; });
+  Route(account_.Commands());
+  Route(person_.AddressCommands());
+  Route(person_.DelegateCommands());
+  Route(quota_.LimitCommands());
+  Route(server_.Commands());
   Route({
-      {IDC_PELORA_ACCOUNT, kClicked, Handler(&account_, &CPropPageExtPelora::OnAccountClicked)},
-      {IDC_PELORA_HIDDEN, kClicked, Handler(&account_, &CPropPageExtPelora::OnHiddenClicked)},
       {IDC_ACCOUNT_TYPE, kSelectionChange, Handler(this, &CPropPageUser::OnAccountTypeChanged)},
       {IDC_CAPACITY, kEditChange, Handler(this, &CPropPageUser::OnCapacityEdited)},
-      {IDC_EMAIL_ADD, kClicked, Handler(&person_, &CPropPageExtPerson::OnAddAddress)},
-      {IDC_EMAIL_DELETE, kClicked, Handler(&person_, &CPropPageExtPerson::OnDeleteAddress)},
-      {IDC_EMAIL_MODIFY, kClicked, Handler(&person_, &CPropPageExtPerson::OnModifyAddress)},
-      {IDC_EMAIL_DEFAULT, kClicked, Handler(&person_, &CPropPageExtPerson::OnSetDefaultAddress)},
-      {IDC_EMAIL_LIST, kSelectionChange, Handler(&person_, &CPropPageExtPerson::OnAddressSelected)},
-      {IDC_SENDAS_LIST, kSelectionChange,
-       Handler(&person_, &CPropPageExtPerson::OnDelegateSelected)},
-      {IDC_SENDAS_ADD, kClicked, Handler(&person_, &CPropPageExtPerson::OnAddDelegates)},
-      {IDC_SENDAS_DELETE, kClicked, Handler(&person_, &CPropPageExtPerson::OnDeleteDelegate)},
-      {IDC_QUOTA_OVERRIDE, kClicked, Handler(&quota_, &CPropPageExtQuota::OnOverrideClicked)},
-      {IDC_QUOTA_WARN, kEditChange, Handler(&quota_, &CPropPageExtQuota::OnWarningEdited)},
-      {IDC_QUOTA_SOFT, kEditChange, Handler(&quota_, &CPropPageExtQuota::OnSoftLimitEdited)},
-      {IDC_QUOTA_HARD, kEditChange, Handler(&quota_, &CPropPageExtQuota::OnHardLimitEdited)},
-      {IDC_SERVER, kEditChange, Handler(this, &CPropPageUser::OnServerEdited)},
       {IDC_SERVER_SELECT, kClicked, Handler(this, &CPropPageUser::OnSelectServer)},
   });
 }
 
 HRESULT CPropPageUser::Load(const BoundObjects& objects) {
-  LoadText(objects, kServer.name, IDC_SERVER);
-  server_changed_ = false;
+  server_.Load(objects);
   LoadAccountType(objects);
   type_changed_ = false;
   LoadNumber(objects, kCapacity.name, IDC_CAPACITY);
@@ -99,11 +88,9 @@ HRESULT CPropPageUser::Collect(ChangeList& changes) {
   add(kSharedStoreOnly, std::string(type.shared_store_only), type_changed_);
   add(kResourceType, std::string(type.resource_type), type_changed_);
   add(kCapacity, Dialog().Text(IDC_CAPACITY), writes_capacity);
-  add(kServer, Dialog().Text(IDC_SERVER), server_changed_);
   // Whether the capacity was edited is remembered until the next load or choice of a type.
   type_changed_ = false;
-  server_changed_ = false;
-  return S_OK;
+  return server_.Collect(changes);
 }
 
 std::int32_t CPropPageUser::OnAccountTypeChanged() {
@@ -121,19 +108,8 @@ std::int32_t CPropPageUser::OnCapacityEdited() {
   return 0;
 }
 
-std::int32_t CPropPageUser::OnServerEdited() {
-  server_changed_ = true;
-  SetModified(true);
-  return 0;
-}
-
 std::int32_t CPropPageUser::OnSelectServer() {
-  const SelectADObject chooser(platform());
-  std::vector<std::string> names;
-  if (chooser.SelectComputers(&Dialog(), names, SelectionMode::kSingle) != S_OK) return 0;
-  if (names.empty()) return 0;
-  Dialog().SetText(IDC_SERVER, names.front());
-  SetModified(true);
+  ChooseName(*this, platform(), &SelectADObject::SelectComputers, IDC_SERVER);
   return 0;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "pages/edited_fields.h"
 #include "pages/prop_page_ext_pelora.h"
 #include "pages/prop_page_ext_person.h"
 #include "pages/prop_page_ext_quota.h"
@@ -28,7 +29,6 @@ class CPropPageUser final : public CSnapInPropertyPage {
 
   std::int32_t OnAccountTypeChanged();
   std::int32_t OnCapacityEdited();
-  std::int32_t OnServerEdited();
   std::int32_t OnSelectServer();
 
   void LoadAccountType(const BoundObjects& objects) const;
@@ -39,10 +39,10 @@ class CPropPageUser final : public CSnapInPropertyPage {
   CPropPageExtPerson person_;
   CPropPageExtQuota quota_;
   CPropPageExtPelora account_;
+  EditedFields server_;
 
   bool type_changed_ = false;
   bool capacity_changed_ = false;
-  bool server_changed_ = false;
 };
 
 }  // namespace pelora

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "directory/multi_value_attribute.h"
+#include "directory/select_ad_object.h"
+#include "pages/dialog_page.h"
+#include "pages/prop_page.h"
+
+namespace pelora {
+
+/// A list box of directory objects' names with its two buttons: names are chosen and deleted, never
+/// typed. They are written as a whole when the list changed; on a multi-selection nothing is loaded
+/// and nothing written.
+///
+/// It registers nothing: the page or field group that holds it calls `Load` and `Collect` where
+/// they belong among its own, and routes the commands.
+class NameList {
+ public:
+  struct Layout {
+    ControlId list;
+    ControlId add_button;
+    ControlId delete_button;
+    const Attribute& attribute;
+    /// How objects are chosen.
+    SelectADObject::Choice choice;
+    /// The control that the chooser is modal to; 0: the dialog.
+    ControlId chooser_owner = 0;
+  };
+
+  /// Page, platform and layout outlive the list.
+  NameList(CPropPage& page, const Platform& platform, const Layout& layout);
+
+  HRESULT Load(const BoundObjects& objects);
+  HRESULT Collect(ChangeList& changes) const;
+
+  /// Clicks on the buttons and the selection of a row, without which nothing can be deleted.
+  [[nodiscard]] std::vector<Command> Commands();
+
+ private:
+  std::int32_t OnAdd();
+  std::int32_t OnDelete();
+  std::int32_t OnSelected();
+  [[nodiscard]] IListBox& List() const;
+
+  CPropPage& page_;
+  const Platform& platform_;
+  const Layout& layout_;
+  MultiValueAttribute names_;
+};
+
+}  // namespace pelora
