@@ -4,7 +4,8 @@
 
 /* Numbers of the module's resources and of the controls in its dialog templates. The resource
  * compiler reads this file too, so there is nothing in it but definitions. A control that means the
- * same on several templates has the same number on each. */
+ * same on several templates has the same number on each; the same number may mean something else
+ * on another template. */
 
 /* Of a control that nobody asks for: a group box, a label, a unit. */
 #ifndef IDC_STATIC
@@ -12,8 +13,18 @@
 #endif
 
 /* Dialog templates. */
+#define IDD_PROPPAGE_COMPANY 101
 #define IDD_PROPPAGE_USER 102
+#define IDD_PROPPAGE_SERVER 106
 #define IDD_EMAIL_ADDRESS 107
+#define IDD_PROPPAGE_COMPANY_QUOTA 204
+#define IDD_PROPPAGE_DISTLIST 216
+#define IDD_PROPPAGE_CONTACT 217
+#define IDD_PROPPAGE_DYNAMIC_DISTLIST 220
+#define IDD_PROPPAGE_ADDRESSLIST 221
+#define IDD_PROPPAGE_ADDRESSLIST_GENERAL 224
+#define IDD_PROPPAGE_DYNAMIC_DISTLIST_GENERAL 225
+#define IDD_PROPPAGE_COMPANY_RIGHTS 226
 #define IDD_WIZARD_EXT_USER 205
 #define IDD_WIZARD_EXT_COMPANY 212
 #define IDD_WIZARD_EXT_SERVER 213
@@ -53,6 +64,8 @@
 #define IDC_USER_QUOTA_RECIPIENTS 234
 #define IDC_USER_QUOTA_RECIPIENTS_ADD 232
 #define IDC_USER_QUOTA_RECIPIENTS_DELETE 233
+#define IDC_QUOTA_RECIPIENTS_GROUP 251
+#define IDC_USER_QUOTA_RECIPIENTS_GROUP 252
 
 /* The e-mail addresses. */
 #define IDC_EMAIL_LIST 206
@@ -87,7 +100,33 @@
 #define IDC_NEW_ADDRESS_LABEL 265
 #define IDC_NEW_ADDRESS 268
 
-/* A server's address, ports, socket file and public store. */
+/* An object's common name and its description; its name is that above. */
+#define IDC_NAME_CN 294
+#define IDC_DESCRIPTION 295
+
+/* Where and for what a list searches its members. */
+#define IDC_SEARCH_BASE_LABEL 288
+#define IDC_SEARCH_BASE 258
+#define IDC_SEARCH_BASE_SELECT 293
+#define IDC_SEARCH_QUERY_LABEL 289
+#define IDC_SEARCH_QUERY 287
+
+/* A company's system administrator. */
+#define IDC_SYSTEM_ADMIN_LABEL 270
+#define IDC_SYSTEM_ADMIN 272
+#define IDC_SYSTEM_ADMIN_SELECT 227
+
+/* The companies that may view a company, and those who may administer it. */
+#define IDC_VIEW_GROUP 249
+#define IDC_VIEW_LIST 219
+#define IDC_VIEW_ADD 231
+#define IDC_VIEW_DELETE 228
+#define IDC_ADMIN_GROUP 250
+#define IDC_ADMIN_LIST 221
+#define IDC_ADMIN_ADD 226
+#define IDC_ADMIN_DELETE 230
+
+/* How a server is reached. */
 #define IDC_HOST_ADDRESS_LABEL 280
 #define IDC_HOST_ADDRESS 245
 #define IDC_HTTP_PORT_LABEL 274
@@ -97,17 +136,5 @@
 #define IDC_FILE_PATH_LABEL 276
 #define IDC_FILE_PATH 249
 #define IDC_CONTAINS_PUBLIC 243
-
-/* A company's system administrator. */
-#define IDC_SYSTEM_ADMIN_LABEL 270
-#define IDC_SYSTEM_ADMIN 272
-#define IDC_SYSTEM_ADMIN_SELECT 227
-
-/* What makes a list of the directory's objects. */
-#define IDC_SEARCH_BASE_LABEL 288
-#define IDC_SEARCH_BASE 258
-#define IDC_SEARCH_BASE_SELECT 293
-#define IDC_SEARCH_QUERY_LABEL 289
-#define IDC_SEARCH_QUERY 287
 
 #endif

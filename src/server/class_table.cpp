@@ -4,6 +4,16 @@
 #include <algorithm>
 #include <array>
 
+#include "pages/objects/prop_page_addresslist.h"
+#include "pages/objects/prop_page_addresslist_general.h"
+#include "pages/objects/prop_page_company.h"
+#include "pages/objects/prop_page_company_quota.h"
+#include "pages/objects/prop_page_company_rights.h"
+#include "pages/objects/prop_page_contact.h"
+#include "pages/objects/prop_page_distlist.h"
+#include "pages/objects/prop_page_dynamic_distlist.h"
+#include "pages/objects/prop_page_dynamic_distlist_general.h"
+#include "pages/objects/prop_page_server.h"
 #include "pages/objects/prop_page_user.h"
 #include "wizards/wizard_addresslist.h"
 #include "wizards/wizard_component.h"
@@ -36,47 +46,47 @@ constexpr std::array<ComponentClass, 21> kClasses = {{
      "PeloraProp.PropPageDistlist.1",
      "PeloraProp.PropPageDistlist",
      {0x87641283, 0xEF54, 0x4AA6, {0x85, 0x38, 0x95, 0xE9, 0x4E, 0x1B, 0x52, 0xAB}},
-     nullptr},
+     &Create<CPropPageAddresslist>},
     {"CPropPageAddresslistGeneral",
      "PeloraProp.PropPageDistlist.1",
      "PeloraProp.PropPageDistlist",
      {0xB5DF1403, 0x8A56, 0x48C8, {0xBA, 0xE7, 0xA4, 0xDF, 0x8D, 0xDC, 0x6D, 0x31}},
-     nullptr},
+     &Create<CPropPageAddresslistGeneral>},
     {"CPropPageCompany",
      "PeloraProp.PropPageCompany.1",
      "PeloraProp.PropPageCompany",
      {0xB948A8A2, 0x1A3F, 0x4B06, {0x8C, 0x18, 0x6A, 0xF1, 0x3E, 0xBB, 0xB6, 0x5A}},
-     nullptr},
+     &Create<CPropPageCompany>},
     {"CPropPageCompanyQuota",
      "PeloraProp.PropPageCompanyQuota.1",
      "PeloraProp.PropPageCompanyQuota",
      {0x76EC110C, 0xE197, 0x4708, {0x8C, 0xAF, 0x21, 0x7D, 0x68, 0x48, 0x54, 0xDC}},
-     nullptr},
+     &Create<CPropPageCompanyQuota>},
     {"CPropPageCompanyRights",
      "PeloraProp.PropPageCompanyRights.1",
      "PeloraProp.PropPageCompanyRights",
      {0xD22A3C8F, 0x3E04, 0x4290, {0x9F, 0x20, 0x4F, 0xD8, 0xB7, 0x74, 0x3B, 0x48}},
-     nullptr},
+     &Create<CPropPageCompanyRights>},
     {"CPropPageContact",
      "PeloraProp.PropPageDistlist.1",
      "PeloraProp.PropPageContact",
      {0x05AF43B9, 0xA906, 0x45D0, {0x82, 0x40, 0x06, 0x5E, 0x99, 0x9C, 0x31, 0x8E}},
-     nullptr},
+     &Create<CPropPageContact>},
     {"CPropPageDistlist",
      "PeloraProp.PropPageDistlist.1",
      "PeloraProp.PropPageDistlist",
      {0x93868DB2, 0xF4E1, 0x40C9, {0x87, 0xE7, 0xD7, 0xE3, 0x9A, 0xC3, 0xB7, 0xD6}},
-     nullptr},
+     &Create<CPropPageDistlist>},
     {"CPropPageDynamicDistlist",
      "PeloraProp.PropPageDistlist.1",
      "PeloraProp.PropPageDistlist",
      {0x0F2263E9, 0x82E7, 0x481B, {0xAB, 0x0E, 0xA8, 0xEE, 0x20, 0x9B, 0x17, 0x3B}},
-     nullptr},
+     &Create<CPropPageDynamicDistlist>},
     {"CPropPageDynamicDistlistGeneral",
      "PeloraProp.PropPageDistlist.1",
      "PeloraProp.PropPageDistlist",
      {0xE2CE6CEC, 0xBB89, 0x48C9, {0x9C, 0x5B, 0x25, 0x2E, 0x1A, 0x28, 0x55, 0x35}},
-     nullptr},
+     &Create<CPropPageDynamicDistlistGeneral>},
     {"CPropPageFeatures",
      "PeloraProp.PropPageFeatures.1",
      "PeloraProp.PropPageFeatures",
@@ -86,7 +96,7 @@ constexpr std::array<ComponentClass, 21> kClasses = {{
      "PeloraProp.PropPageServer.1",
      "PeloraProp.PropPageServer",
      {0xD9C5938A, 0x4CE0, 0x478B, {0xAE, 0xB3, 0xD3, 0x20, 0x60, 0x56, 0xAF, 0xF5}},
-     nullptr},
+     &Create<CPropPageServer>},
     {"CPropPageUser",
      "PeloraProp.PropPage.1",
      "PeloraProp.PropPage",

@@ -147,9 +147,10 @@ TEST_F(Program, AnUnknownNameIsAFailureThatNamesIt) {
 }
 
 TEST_F(Program, ObjectsWithoutPropertiesAreAFailure) {
-  const Outcome run = Console({"--directory", file(), "--open", kGroup, "--screenshot", Picture()});
+  const Outcome run =
+      Console({"--directory", file(), "--open", kPlotter, "--screenshot", Picture()});
   EXPECT_EQ(run.exit_code, 1);
-  EXPECT_THAT(run.errors, HasSubstr("Objects of the type Group have no properties to show."));
+  EXPECT_THAT(run.errors, HasSubstr("Objects of the type printQueue have no properties to show."));
   EXPECT_FALSE(HasPicture());
 }
 

@@ -33,6 +33,9 @@ inline constexpr const char* kUrsula =
     "CN=Ursula Fischer,OU=Fertigung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
 inline constexpr const char* kGroup =
     "CN=Vertrieb Alle,OU=Gruppen,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+/// Of a class that has no settings.
+inline constexpr const char* kPlotter =
+    "CN=Plotter Halle A,OU=Fertigung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
 
 /// Lines of an entry, in order of the alphabet, values in UTF-8.
 using EntryLines = std::vector<std::string>;

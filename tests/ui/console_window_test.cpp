@@ -239,11 +239,11 @@ TEST_F(Window, OpensOneSheetForSeveralUsers) {
 }
 
 TEST_F(Window, SaysWhyThereAreNoProperties) {
-  GoTo({"Linden-Werke Chemnitz", "Gruppen"});
-  DoubleClick("Drucker 1, Halle B");
+  GoTo({"Linden-Werke Chemnitz", "Fertigung"});
+  DoubleClick("Plotter Halle A");
   EXPECT_THAT(Sheets(), IsEmpty());
   EXPECT_FALSE(properties().isEnabled());
-  constexpr const char* kReason = "Objects of the type Group have no properties to show.";
+  constexpr const char* kReason = "Objects of the type printQueue have no properties to show.";
   EXPECT_EQ(ToUtf8(properties().statusTip()), kReason);
   EXPECT_THAT(StatusTexts(), HasSubstr(kReason));
 }
@@ -265,10 +265,19 @@ TEST_F(Window, ActionsConcernTheContainerWhileTheTreeIsUsed) {
   EXPECT_THAT(SelectedNames(), ElementsAre("Birgit Krämer"));
   tree().setFocus();
   EXPECT_THAT(SelectedNames(), ElementsAre("Vertrieb"));
-  EXPECT_FALSE(properties().isEnabled());
+  properties().trigger();
+  ASSERT_EQ(Sheets().size(), 1);
+  EXPECT_EQ(ToUtf8(Sheets().front()->windowTitle()), "Vertrieb Properties");
   list().setFocus();
   EXPECT_THAT(SelectedNames(), ElementsAre("Birgit Krämer"));
   EXPECT_TRUE(properties().isEnabled());
+}
+
+TEST_F(Window, AContainerThatIsNoCompanyHasNoProperties) {
+  GoTo({"Users"});
+  tree().setFocus();
+  EXPECT_THAT(SelectedNames(), ElementsAre("Users"));
+  EXPECT_FALSE(properties().isEnabled());
 }
 
 TEST_F(Window, RefreshShowsWhatOthersChangedAndKeepsTheSelection) {
