@@ -26,12 +26,6 @@ struct Rectangle {
   int bottom;
 };
 
-bool IsRule(const DialogItem& item) {
-  constexpr std::uint32_t kStaticTypeMask = 0x1F;
-  constexpr std::uint32_t kEtchedHorizontal = 0x10;
-  return item.kind == ControlKind::kStatic && (item.style & kStaticTypeMask) == kEtchedHorizontal;
-}
-
 bool IsGroupBox(const DialogItem& item) {
   return item.kind == ControlKind::kButton && (item.style & kButtonTypeMask) == kGroupBoxType;
 }
@@ -80,7 +74,6 @@ int LeastHeight(const DialogItem& item) {
   constexpr int kRule = 1;
   constexpr int kCheckBox = 10;
   constexpr int kField = 14;
-  if (IsRule(item)) return 1;
   if (IsGroupBox(item)) return 2 * kField;
   if (item.kind == ControlKind::kStatic) return IsRule(item) ? kRule : kLine;
   if (item.kind == ControlKind::kButton && (item.style & kButtonTypeMask) > kLastPushButtonType) {
