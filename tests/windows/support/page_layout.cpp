@@ -52,7 +52,10 @@ LONG ReservedWidth(const Placed& control) {
 }
 
 bool ShowsItsText(const Placed& control) {
-  return control.kind == ControlKind::kButton || control.kind == ControlKind::kStatic;
+  if (control.kind == ControlKind::kButton) return true;
+  if (control.kind != ControlKind::kStatic) return false;
+  const DWORD type = ControlWindow(control.window).Style() & SS_TYPEMASK;
+  return type != SS_ICON && type != SS_ETCHEDHORZ;
 }
 
 }  // namespace
