@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-// The dialogs and sheets in memory, held to the contracts.
+// The dialogs, sheets and texts in memory, held to the contracts.
 #include <optional>
 #include <utility>
 
 #include "hosts/headless/headless_modal_dialogs.h"
 #include "hosts/headless/headless_property_sheet.h"
+#include "hosts/headless/headless_text_service.h"
 #include "tests/contract/contract_resources.h"
 #include "tests/contract/dialog_contract.h"
 #include "tests/contract/headless_player.h"
 #include "tests/contract/property_sheet_contract.h"
+#include "tests/contract/text_service_contract.h"
 
 namespace pelora::contract {
 namespace {
@@ -78,6 +80,9 @@ std::unique_ptr<DialogDriver> MakeDriver() { return std::make_unique<HeadlessDri
 
 std::unique_ptr<PropertySheetDriver> MakeSheet() { return std::make_unique<HeadlessSheetDriver>(); }
 
+std::unique_ptr<ITextService> MakeTextService() { return std::make_unique<HeadlessTextService>(); }
+
+INSTANTIATE_TEST_SUITE_P(Headless, TextServiceContract, testing::Values(&MakeTextService));
 INSTANTIATE_TEST_SUITE_P(Headless, DialogContract, testing::Values(&MakeDriver));
 INSTANTIATE_TEST_SUITE_P(Headless, PropertySheetContract, testing::Values(&MakeSheet));
 

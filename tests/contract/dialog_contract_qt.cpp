@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The native dialogs and sheets of the console, held to the contracts.
+// The native dialogs, sheets and texts of the console, held to the contracts.
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -14,11 +14,13 @@
 #include "hosts/console/modal_dialogs.h"
 #include "hosts/console/property_sheet.h"
 #include "hosts/console/qt_text.h"
+#include "hosts/console/text_service.h"
 #include "tests/contract/contract_resources.h"
 #include "tests/contract/dialog_contract.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"
 #include "tests/contract/property_sheet_contract.h"
+#include "tests/contract/text_service_contract.h"
 
 namespace pelora::contract {
 namespace {
@@ -26,6 +28,7 @@ namespace {
 using console::QtDialog;
 using console::QtModalDialogs;
 using console::QtPropertySheet;
+using console::QtTextService;
 
 resources::ResourceFile Templates() {
   return resources::ResourceFile::Read(ContractResourceBytes()).value.value();
@@ -128,6 +131,9 @@ std::unique_ptr<DialogDriver> MakeDriver() { return std::make_unique<QtDriver>()
 
 std::unique_ptr<PropertySheetDriver> MakeSheet() { return std::make_unique<QtSheetDriver>(); }
 
+std::unique_ptr<ITextService> MakeTextService() { return std::make_unique<QtTextService>(); }
+
+INSTANTIATE_TEST_SUITE_P(Qt, TextServiceContract, testing::Values(&MakeTextService));
 INSTANTIATE_TEST_SUITE_P(Qt, DialogContract, testing::Values(&MakeDriver));
 INSTANTIATE_TEST_SUITE_P(Qt, PropertySheetContract, testing::Values(&MakeSheet));
 

@@ -3,18 +3,10 @@
 
 #include "hosts/windows/system_headers.h"
 #include "hosts/windows/win32_text_service.h"
+#include "tests/contract/text_service_contract.h"
 
 namespace pelora::windows {
 namespace {
-
-TEST(Win32TextService, UpperCasesEveryScript) {
-  const Win32TextService text;
-  EXPECT_EQ(text.UpperCase(""), "");
-  EXPECT_EQ(text.UpperCase("smtp:Ada@example.test 1"), "SMTP:ADA@EXAMPLE.TEST 1");
-  EXPECT_EQ(text.UpperCase("größe çà"), "GRÖßE ÇÀ");
-  EXPECT_EQ(text.UpperCase("ελένη щука"), "ΕΛΈΝΗ ЩУКА");
-  EXPECT_EQ(text.UpperCase("林 \U0001F333"), "林 \U0001F333");
-}
 
 TEST(Win32TextService, DoesNotDependOnTheUsersLanguage) {
   const LCID before = GetThreadLocale();
@@ -26,3 +18,15 @@ TEST(Win32TextService, DoesNotDependOnTheUsersLanguage) {
 
 }  // namespace
 }  // namespace pelora::windows
+
+namespace pelora::contract {
+namespace {
+
+std::unique_ptr<ITextService> MakeTextService() {
+  return std::make_unique<windows::Win32TextService>();
+}
+
+INSTANTIATE_TEST_SUITE_P(Win32, TextServiceContract, testing::Values(&MakeTextService));
+
+}  // namespace
+}  // namespace pelora::contract
