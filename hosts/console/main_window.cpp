@@ -7,10 +7,12 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTreeView>
 #include <algorithm>
+#include <utility>
 
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
@@ -22,8 +24,15 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   setWindowIcon(IconOf(ObjectIcon::kDomain));
   MakePanes();
   MakeActions();
+  MakeNewMenu();
   MakeMenus();
-  listing_->on_changed = [this] { UpdateActions(); };
+  listing_->on_changed = [this] {
+    const bool is_read = listing_->state() != ContainerListing::State::kReading;
+    if (is_read && !select_when_read_.empty()) {
+      list_->Select({std::exchange(select_when_read_, {})});
+    }
+    UpdateActions();
+  };
   listing_->on_failed = [this](const QString& reason) {
     const QModelIndex container = tree_->currentIndex();
     const QString name = container.isValid() ? tree_model_->ObjectAt(container).name : QString();
@@ -70,6 +79,11 @@ bool MainWindow::IsOpening() const {
 }
 
 void MainWindow::FinishOpening(SessionResult result, const std::function<void()>& on_shown) {
+  if (is_creating_) {
+    const auto kept = std::make_shared<SessionResult>(std::move(result));
+    show_opened_ = [this, kept, on_shown] { FinishOpening(std::move(*kept), on_shown); };
+    return;
+  }
   if (!result.session) {
     ReportLater(QStringLiteral("%1 cannot be opened.").arg(opened_name_), result.error);
   } else if (SetSession(std::move(result.session)) && on_shown) {
@@ -217,6 +231,7 @@ void MainWindow::UpdateActions() {
   properties_->setToolTip(tip);
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
   refresh_->setEnabled(session_ != nullptr);
+  new_menu_->menuAction()->setEnabled(tree_->currentIndex().isValid());
   parent_->setEnabled(tree_->currentIndex().parent().isValid());
 
   stop_->setEnabled(listing_->state() == ContainerListing::State::kReading || IsOpening());

@@ -12,6 +12,7 @@
 #include "hosts/console/container_tree_model.h"
 #include "hosts/console/directory_session.h"
 #include "hosts/console/message_box.h"
+#include "hosts/console/new_object/new_object_kind.h"
 #include "hosts/console/object_list_pane.h"
 #include "hosts/console/property_tabs.h"
 #include "hosts/console/session_opening.h"
@@ -19,6 +20,7 @@
 
 class QAction;
 class QLabel;
+class QMenu;
 class QTreeView;
 
 namespace pelora::console {
@@ -45,6 +47,9 @@ class MainWindow final : public QMainWindow {
 
   /// Opens the property sheet of objects, or brings it to the front; a failure is shown.
   void ShowProperties(std::span<const DirectoryObject> selection);
+  /// Makes an object in the container that is shown, in a wizard that is waited for; a failure is
+  /// shown.
+  void MakeNewObject(const NewObjectKind& kind);
   /// What an action on objects concerns now: the objects selected in the list or, when the tree was
   /// used last or nothing is selected there, the container.
   [[nodiscard]] std::vector<DirectoryObject> Selection() const;
@@ -61,6 +66,8 @@ class MainWindow final : public QMainWindow {
   void MakePanes();
   void MakeActions();
   void MakeMenus();
+  void MakeNewMenu();
+  void ShowNewObject(const NewObjectKind& kind, const std::string& dn);
   void ShowContainer();
   void RefreshAll();
   /// Goes down from `container` by the names of containers, each below the one before.
@@ -94,12 +101,19 @@ class MainWindow final : public QMainWindow {
   /// The last is the one that counts; others have been stopped and run out.
   std::vector<std::unique_ptr<SessionOpening>> openings_;
   QString opened_name_;
+  /// An object is being made; the session has to stay.
+  bool is_creating_ = false;
+  /// A directory that was opened meanwhile, and what follows its showing.
+  std::function<void()> show_opened_;
   QLabel* count_ = nullptr;
   QLabel* hint_ = nullptr;
   bool tree_used_last_ = false;
   QAction* open_file_ = nullptr;
   QAction* quit_ = nullptr;
   QAction* open_container_ = nullptr;
+  QMenu* new_menu_ = nullptr;
+  /// An object that is to be selected when the list has been read; empty: none.
+  std::string select_when_read_;
   QAction* properties_ = nullptr;
   QAction* refresh_ = nullptr;
   QAction* stop_ = nullptr;

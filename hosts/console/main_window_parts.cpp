@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QSplitter>
 #include <QStyle>
 #include <QToolBar>
+#include <QToolButton>
 #include <QTreeView>
 
 #include "hosts/console/main_window.h"
@@ -107,6 +109,7 @@ void MainWindow::MakeMenus() {
   file->addActions({open_file_, quit_});
   file->insertSeparator(quit_);
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
+  object->addMenu(new_menu_);
   object->addActions({open_container_, properties_});
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
   view->addActions({refresh_, stop_, parent_, find_, advanced_});
@@ -116,11 +119,14 @@ void MainWindow::MakeMenus() {
   QToolBar* tools = addToolBar(QStringLiteral("Tools"));
   tools->setObjectName(QStringLiteral("tools"));
   tools->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  tools->addActions({parent_, refresh_, stop_, properties_});
+  tools->addActions({parent_, refresh_, stop_, new_menu_->menuAction(), properties_});
+  if (auto* opener = qobject_cast<QToolButton*>(tools->widgetForAction(new_menu_->menuAction()))) {
+    opener->setPopupMode(QToolButton::InstantPopup);
+  }
 
-  list_->view().addActions({open_container_, properties_, refresh_});
+  list_->view().addActions({new_menu_->menuAction(), open_container_, properties_, refresh_});
   list_->view().setContextMenuPolicy(Qt::ActionsContextMenu);
-  tree_->addActions({properties_, refresh_});
+  tree_->addActions({new_menu_->menuAction(), properties_, refresh_});
   tree_->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 

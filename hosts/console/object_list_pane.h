@@ -24,6 +24,8 @@ class ObjectListPane final : public QWidget {
   void SetObjects(std::vector<DirectoryObject> objects);
   /// Shows more objects.
   void AddObjects(std::vector<DirectoryObject> objects);
+  /// Selects the objects of these names, as far as they are shown; when none is, nothing changes.
+  void Select(const std::vector<std::string>& names);
   /// The selected objects, in the order shown.
   [[nodiscard]] std::vector<DirectoryObject> Selection() const;
   [[nodiscard]] int ShownCount() const;
@@ -42,7 +44,6 @@ class ObjectListPane final : public QWidget {
  private:
   void MakeFilter();
   void MakeView();
-  void Select(const std::vector<std::string>& names);
 
   ObjectListModel* model_;
   QSortFilterProxyModel* shown_;

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+// The way to new objects.
+#include <QAction>
+#include <QMenu>
+#include <QTreeView>
+#include <array>
+#include <utility>
+
+#include "hosts/console/main_window.h"
+#include "hosts/console/new_object/make_new_object_wizard.h"
+#include "hosts/console/object_icons.h"
+#include "hosts/console/qt_text.h"
+
+namespace pelora::console {
+
+void MainWindow::MakeNewMenu() {
+  new_menu_ = new QMenu(QStringLiteral("&New"), this);
+  new_menu_->setObjectName(QStringLiteral("new_menu"));
+  QAction* opener = new_menu_->menuAction();
+  opener->setIcon(QIcon::fromTheme(QStringLiteral("document-new")));
+  opener->setStatusTip(QStringLiteral("Create an object in the container"));
+  for (const NewObjectKind& kind : NewObjectKinds()) {
+    QAction* action = new_menu_->addAction(IconOf(kind.icon), ToQString(kind.menu_text));
+    action->setStatusTip(QStringLiteral("Create an object of the type %1").arg(TextOf(kind)));
+    connect(action, &QAction::triggered, this, [this, &kind] { MakeNewObject(kind); });
+  }
+}
+
+void MainWindow::MakeNewObject(const NewObjectKind& kind) {
+  const QModelIndex current = tree_->currentIndex();
+  if (!session_ || !current.isValid()) return;
+  WizardResult made = MakeNewObjectWizard(kind, tree_model_->ObjectAt(current), *session_,
+                                          platform_->platform(), module_, this);
+  if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
+  is_creating_ = true;
+  const bool is_made = made.wizard->exec() == QDialog::Accepted;
+  is_creating_ = false;
+  if (is_made) ShowNewObject(kind, made.wizard->created_name());
+  made.wizard.reset();
+  if (const auto show_opened = std::exchange(show_opened_, nullptr)) show_opened();
+}
+
+void MainWindow::ShowNewObject(const NewObjectKind& kind, const std::string& dn) {
+  select_when_read_ = dn;
+  // A container stands in the tree as well.
+  const std::array classes = {std::string(kind.class_name)};
+  KindOf(classes).is_container ? RefreshAll() : listing_->Refresh();
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+
+#include "hosts/console/directory_browser.h"
+#include "hosts/console/directory_session.h"
+#include "hosts/console/new_object/new_object_wizard.h"
+#include "platform/platform.h"
+
+namespace pelora::console {
+
+/// A wizard, started but not shown, or a sentence that says why there is none.
+struct WizardResult {
+  std::unique_ptr<QtNewObjectWizard> wizard;
+  QString error;
+};
+
+/// Makes the wizard that makes an object of a kind in a container: with the components that the
+/// directory's display specifiers name. An extension that refuses stays out; a refusing primary one
+/// leaves no wizard. Everything that it is made with outlives the wizard.
+[[nodiscard]] WizardResult MakeNewObjectWizard(const NewObjectKind& kind,
+                                               const DirectoryObject& container,
+                                               DirectorySession& session, const Platform& platform,
+                                               const resources::ResourceFile& module,
+                                               QWidget* parent);
+
+}  // namespace pelora::console

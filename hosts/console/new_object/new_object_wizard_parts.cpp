@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+// The widgets of the wizard's window.
+#include <QFrame>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "hosts/console/new_object/new_object_wizard.h"
+#include "hosts/console/object_icons.h"
+#include "hosts/console/qt_text.h"
+
+namespace pelora::console {
+namespace {
+
+constexpr int kIconExtent = 32;
+
+/// The head that an extension's page has in its template, for a page of the console's own.
+QWidget* MakeHead(ObjectIcon icon, const QString& container, QWidget& parent) {
+  auto* head = new QWidget(&parent);
+  auto* picture = new QLabel(head);
+  picture->setPixmap(IconOf(icon).pixmap(kIconExtent));
+  auto* place = new QLabel(QStringLiteral("Create in:  %1").arg(container), head);
+  place->setObjectName(QStringLiteral("own_container"));
+  place->setTextFormat(Qt::PlainText);
+  place->setWordWrap(true);
+  auto* row = new QHBoxLayout;
+  row->addWidget(picture);
+  row->addWidget(place, 1);
+  auto* rule = new QFrame(head);
+  rule->setFrameShape(QFrame::HLine);
+  rule->setFrameShadow(QFrame::Sunken);
+  auto* layout = new QVBoxLayout(head);
+  layout->setContentsMargins({});
+  layout->addLayout(row);
+  layout->addWidget(rule);
+  return head;
+}
+
+}  // namespace
+
+void QtNewObjectWizard::MakeLayout(const QString& container) {
+  container_ = container;
+  stack_ = new QStackedWidget(this);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(stack_);
+  MakeOwnPage();
+  MakeSummary();
+  MakeButtons(*layout);
+}
+
+void QtNewObjectWizard::MakeOwnPage() {
+  if (!parts_.kind.HasOwnPage()) return;
+  auto* page = new QWidget;
+  own_page_ = new OwnPage(parts_.kind, parts_.own_context, page);
+  own_page_->on_changed = [this] { UpdateButtons(); };
+  auto* layout = new QVBoxLayout(page);
+  layout->addWidget(MakeHead(parts_.kind.icon, container_, *page));
+  layout->addWidget(own_page_, 1);
+  stack_->addWidget(page);
+}
+
+void QtNewObjectWizard::MakeSummary() {
+  auto* page = new QWidget;
+  auto* heading =
+      new QLabel(QStringLiteral("When you click Finish, this object will be &created:"), page);
+  summary_ = new QPlainTextEdit(page);
+  summary_->setObjectName(QStringLiteral("summary"));
+  summary_->setReadOnly(true);
+  summary_->setTabChangesFocus(true);
+  heading->setBuddy(summary_);
+  failure_ = new QLabel(page);
+  failure_->setObjectName(QStringLiteral("creation_failure"));
+  failure_->setTextFormat(Qt::PlainText);
+  failure_->setWordWrap(true);
+  failure_->hide();
+  auto* layout = new QVBoxLayout(page);
+  layout->addWidget(MakeHead(parts_.kind.icon, container_, *page));
+  layout->addWidget(heading);
+  layout->addWidget(summary_, 1);
+  layout->addWidget(failure_);
+  stack_->addWidget(page);
+}
+
+void QtNewObjectWizard::MakeButtons(QVBoxLayout& layout) {
+  const auto make = [this](const char* text, const char* name, void (QtNewObjectWizard::*click)()) {
+    auto* button = new QPushButton(QString::fromLatin1(text), this);
+    button->setObjectName(QLatin1String(name));
+    connect(button, &QPushButton::clicked, this, click);
+    return button;
+  };
+  back_ = make("< &Back", "wizard_back", &QtNewObjectWizard::GoBack);
+  next_ = make("&Next >", "wizard_next", &QtNewObjectWizard::GoNext);
+  finish_ = make("&Finish", "wizard_finish", &QtNewObjectWizard::Finish);
+  cancel_ = make("Cancel", "wizard_cancel", &QtNewObjectWizard::reject);
+  for (QPushButton* button : {back_, cancel_}) button->setAutoDefault(false);
+  auto* row = new QHBoxLayout;
+  row->addStretch();
+  for (QPushButton* button : {back_, next_, finish_, cancel_}) row->addWidget(button);
+  layout.addLayout(row);
+}
+
+void QtNewObjectWizard::FillSummary() {
+  QStringList paragraphs;
+  if (own_page_ != nullptr) {
+    paragraphs.append(
+        SummaryOf(parts_.kind, own_page_->Values(), parts_.own_context).join(QLatin1Char('\n')));
+  }
+  for (const std::string& summary : session_->Summaries()) {
+    paragraphs.append(ToQString(summary).trimmed());
+  }
+  summary_->setPlainText(paragraphs.join(QStringLiteral("\n\n")));
+  failure_->hide();
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/new_object/own_page.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "hosts/console/qt_text.h"
+
+namespace pelora::console {
+namespace {
+
+/// One button each, the first of the numbers checked.
+QButtonGroup* AddChoice(QFormLayout& form, const QString& label, const QStringList& texts,
+                        const char* name, int checked, QWidget& page) {
+  auto* group = new QButtonGroup(&page);
+  auto* row = new QHBoxLayout;
+  for (int i = 0; i < texts.size(); ++i) {
+    auto* button = new QRadioButton(texts[i], &page);
+    button->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(i));
+    button->setAccessibleDescription(label);
+    button->setChecked(i == checked);
+    group->addButton(button, i);
+    row->addWidget(button);
+  }
+  row->addStretch();
+  form.addRow(label, row);
+  return group;
+}
+
+}  // namespace
+
+OwnPage::OwnPage(const NewObjectKind& kind, OwnContext context, QWidget* parent)
+    : QWidget(parent), kind_(kind), context_(std::move(context)) {
+  auto* form = new QFormLayout;
+  AddNames(*form);
+  if (kind_.account == AccountForm::kGroup) AddGroupChoices(*form);
+  if (kind_.account == AccountForm::kUser) AddPasswords(*form);
+  hint_ = new QLabel(this);
+  hint_->setObjectName(QStringLiteral("own_hint"));
+  hint_->setTextFormat(Qt::PlainText);
+  hint_->setWordWrap(true);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins({});
+  layout->addLayout(form);
+  layout->addStretch();
+  layout->addWidget(hint_);
+  Changed();
+}
+
+QLineEdit* OwnPage::AddEdit(QFormLayout& form, std::string_view label, const char* name) {
+  auto* edit = new QLineEdit(this);
+  edit->setObjectName(QLatin1String(name));
+  form.addRow(ToQString(label), edit);
+  edit->setAccessibleName(WithoutMnemonic(ToQString(label)));
+  connect(edit, &QLineEdit::textChanged, this, [this] { Changed(); });
+  return edit;
+}
+
+void OwnPage::AddNames(QFormLayout& form) {
+  if (kind_.is_person) {
+    first_name_ = AddEdit(form, "&First name:", "own_first_name");
+    last_name_ = AddEdit(form, "&Last name:", "own_last_name");
+  }
+  name_ = AddEdit(form, kind_.name_label, "own_name");
+  connect(name_, &QLineEdit::textEdited, this, [this] { name_is_own_ = !name_->text().isEmpty(); });
+  if (kind_.account == AccountForm::kNone) return;
+  logon_name_ = AddEdit(form, kind_.logon_label, "own_logon_name");
+  connect(logon_name_, &QLineEdit::textEdited, this,
+          [this] { logon_name_is_own_ = !logon_name_->text().isEmpty(); });
+}
+
+void OwnPage::AddGroupChoices(QFormLayout& form) {
+  scope_ = AddChoice(
+      form, QStringLiteral("Group scope:"),
+      {QStringLiteral("D&omain local"), QStringLiteral("&Global"), QStringLiteral("&Universal")},
+      "own_scope", static_cast<int>(GroupScope::kGlobal), *this);
+  type_ = AddChoice(form, QStringLiteral("Group type:"),
+                    {QStringLiteral("&Security"), QStringLiteral("&Distribution")}, "own_type", 0,
+                    *this);
+}
+
+void OwnPage::AddPasswords(QFormLayout& form) {
+  if (!context_.takes_passwords) {
+    auto* note = new QLabel(
+        QStringLiteral("An initial password can only be given over a sealed connection."), this);
+    note->setObjectName(QStringLiteral("own_password_note"));
+    note->setWordWrap(true);
+    form.addRow(note);
+    return;
+  }
+  password_ = AddEdit(form, "&Password (may be empty):", "own_password");
+  confirmation_ = AddEdit(form, "&Confirm password:", "own_confirmation");
+  for (QLineEdit* edit : {password_, confirmation_}) edit->setEchoMode(QLineEdit::Password);
+  must_change_ = new QCheckBox(QStringLiteral("User &must change password at next logon"), this);
+  must_change_->setObjectName(QStringLiteral("own_must_change"));
+  must_change_->setChecked(true);
+  form.addRow(must_change_);
+}
+
+void OwnPage::Follow() {
+  if (kind_.is_person && !name_is_own_) {
+    name_->setText(FullName(first_name_->text(), last_name_->text()));
+  }
+  const bool follows = logon_name_ != nullptr && kind_.account != AccountForm::kUser;
+  if (follows && !logon_name_is_own_) {
+    logon_name_->setText(SuggestedLogonName(kind_, name_->text()));
+  }
+}
+
+void OwnPage::Changed() {
+  if (hint_ == nullptr) return;
+  Follow();
+  hint_->setText(WhyIncomplete());
+  if (on_changed) on_changed();
+}
+
+QString OwnPage::WhyIncomplete() const { return console::WhyIncomplete(kind_, Values(), context_); }
+
+OwnValues OwnPage::Values() const {
+  const auto text = [](const QLineEdit* edit) {
+    return edit != nullptr ? edit->text() : QString();
+  };
+  OwnValues values;
+  values.first_name = text(first_name_);
+  values.last_name = text(last_name_);
+  values.name = text(name_);
+  values.logon_name = text(logon_name_);
+  values.password = text(password_);
+  values.confirmation = text(confirmation_);
+  if (must_change_ != nullptr) values.must_change_password = must_change_->isChecked();
+  if (scope_ != nullptr) values.scope = static_cast<GroupScope>(scope_->checkedId());
+  if (type_ != nullptr) values.is_security_group = type_->checkedId() == 0;
+  return values;
+}
+
+QWidget& OwnPage::FirstField() const { return first_name_ != nullptr ? *first_name_ : *name_; }
+
+}  // namespace pelora::console

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "hosts/console/new_object/own_values.h"
+
+class QButtonGroup;
+class QCheckBox;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+
+namespace pelora::console {
+
+/// The console's own first page of a new-object wizard: the name, and what the kind needs beside
+/// it. The full name of a person follows the first and the last name, and a group's or computer's
+/// logon name follows the name, until the administrator writes another.
+class OwnPage final : public QWidget {
+ public:
+  /// `kind` outlives the page.
+  OwnPage(const NewObjectKind& kind, OwnContext context, QWidget* parent);
+
+  [[nodiscard]] OwnValues Values() const;
+  /// Why the page may not be left forwards, as a sentence; empty when it may.
+  [[nodiscard]] QString WhyIncomplete() const;
+  [[nodiscard]] const NewObjectKind& kind() const { return kind_; }
+  [[nodiscard]] const OwnContext& context() const { return context_; }
+  /// The first field.
+  [[nodiscard]] QWidget& FirstField() const;
+
+  /// Called after every change.
+  std::function<void()> on_changed;
+
+ private:
+  QLineEdit* AddEdit(QFormLayout& form, std::string_view label, const char* name);
+  void AddNames(QFormLayout& form);
+  void AddGroupChoices(QFormLayout& form);
+  void AddPasswords(QFormLayout& form);
+  void Follow();
+  void Changed();
+
+  const NewObjectKind& kind_;
+  OwnContext context_;
+  // Null where the kind has none.
+  QLineEdit* first_name_ = nullptr;
+  QLineEdit* last_name_ = nullptr;
+  QLineEdit* name_ = nullptr;
+  QLineEdit* logon_name_ = nullptr;
+  QButtonGroup* scope_ = nullptr;
+  QButtonGroup* type_ = nullptr;
+  QLineEdit* password_ = nullptr;
+  QLineEdit* confirmation_ = nullptr;
+  QCheckBox* must_change_ = nullptr;
+  QLabel* hint_ = nullptr;
+  /// The administrator has written something else than what followed.
+  bool name_is_own_ = false;
+  bool logon_name_is_own_ = false;
+};
+
+}  // namespace pelora::console

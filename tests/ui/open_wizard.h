@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QPushButton>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "hosts/console/console_platform.h"
+#include "hosts/console/message_box.h"
+#include "hosts/console/new_object/make_new_object_wizard.h"
+#include "tests/contract/dialog_contract_qt_player.h"
+#include "tests/support/fake_choosers.h"
+
+namespace pelora::test {
+
+/// Passes requests on to a store, takes down the entries that are added, and may be sealed. What
+/// only a server keeps (passwords) is not passed on.
+class RecordingStore final : public ldap::IDirectoryStore {
+ public:
+  RecordingStore(std::unique_ptr<ldap::IDirectoryStore> store, std::vector<ldap::Entry>& adds,
+                 bool is_sealed)
+      : store_(std::move(store)), adds_(adds), is_sealed_(is_sealed) {}
+
+  const ldap::Schema& schema() const override { return store_->schema(); }
+  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return store_->ReadRoot(root); }
+  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                         ldap::Entry& entry) override {
+    return store_->Read(dn, attributes, entry);
+  }
+  ldap::StoreStatus Search(const ldap::SearchRequest& request,
+                           const ldap::EntrySink& sink) override {
+    return store_->Search(request, sink);
+  }
+  ldap::StoreStatus Modify(const std::string& dn,
+                           std::span<const ldap::Modification> modifications) override {
+    ADD_FAILURE() << "modified " << dn;
+    return store_->Modify(dn, modifications);
+  }
+  ldap::StoreStatus Add(const ldap::Entry& entry) override {
+    adds_.push_back(entry);
+    ldap::Entry kept = entry;
+    kept.attributes.erase("unicodePwd");
+    kept.attributes.erase("pwdLastSet");
+    return store_->Add(kept);
+  }
+  [[nodiscard]] bool IsSealed() const override { return is_sealed_; }
+
+ private:
+  std::unique_ptr<ldap::IDirectoryStore> store_;
+  std::vector<ldap::Entry>& adds_;
+  bool is_sealed_;
+};
+
+/// The wizard of a kind of objects on the screen, over a directory, with the person in front of it.
+class OpenWizard {
+ public:
+  /// `kind` is the LDAP display name of a class.
+  OpenWizard(console::DirectorySession& session, const resources::ResourceFile& module,
+             const char* kind, const console::DirectoryObject& container);
+
+  [[nodiscard]] console::QtNewObjectWizard& wizard() const { return *result_.wizard; }
+  [[nodiscard]] contract::QtPlayer& user() { return *player_; }
+  [[nodiscard]] pelora::testing::FakeChoosers& choosers() { return choosers_; }
+  [[nodiscard]] std::ptrdiff_t components() const { return platform_.component_library().users(); }
+  [[nodiscard]] bool IsOpen() const { return wizard().isVisible(); }
+  /// The dialog of the current page.
+  [[nodiscard]] console::QtDialog& dialog() const {
+    return *wizard().Dialog(wizard().CurrentPage());
+  }
+
+  /// Writes into a field of the console's own page, in place of what stood there.
+  void Write(const char* field, const std::string& text);
+  [[nodiscard]] std::string Field(const char* field) const;
+  void ClickOwn(const char* button);
+  [[nodiscard]] std::string Hint() const;
+  [[nodiscard]] std::string Summary() const;
+
+  void Back() { Click(wizard().back()); }
+  void Next() { Click(wizard().next()); }
+  void Finish() { Click(wizard().finish()); }
+  void Destroy() { result_.wizard.reset(); }
+
+ private:
+  static void Click(QPushButton& button);
+
+  console::QtMessageBox message_box_;
+  pelora::testing::FakeChoosers choosers_;
+  console::ConsolePlatform platform_;
+  console::WizardResult result_;
+  std::unique_ptr<contract::QtPlayer> player_;
+};
+
+}  // namespace pelora::test
