@@ -30,6 +30,8 @@ function(pelora_use_test_headers)
     if(WIN32)
       # As the adapters are compiled: a precompiled header serves nobody who defines more.
       target_compile_definitions(pelora_test_headers PRIVATE UNICODE _UNICODE)
+      # Reading the system's headers takes longer still.
+      target_precompile_headers(pelora_test_headers PRIVATE <hosts/windows/system_headers.h>)
     endif()
     pelora_test_code(pelora_test_headers)
     # In angle brackets it is found by the include path: clones at different places share it.

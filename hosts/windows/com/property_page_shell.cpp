@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "hosts/windows/selection_data_object.h"
+#include "pages/prop_page.h"
 #include "server/component_server.h"
 
 namespace pelora::windows {
@@ -38,6 +39,14 @@ STDMETHODIMP PropertyPageShell::Initialize(LPCITEMIDLIST /*folder*/, ::IDataObje
     const auto selection =
         Ref<pelora::IDataObject>::Adopt(new SelectionDataObject(Ref<::IDataObject>(data_object)));
     return init_->Initialize(selection.Get());
+  });
+}
+
+void STDMETHODCALLTYPE PropertyPageShell::SetModified(BOOL modified) {
+  (void)Guarded([&] {
+    auto* const tab = dynamic_cast<CPropPage*>(init_.Get());
+    if (tab != nullptr) tab->SetModified(modified != FALSE);
+    return S_OK;
   });
 }
 

@@ -28,6 +28,9 @@ class PropertyPageShell : public CComObjectRootEx<CComSingleThreadModel>,
 
   /// Only the data object is looked at.
   STDMETHODIMP Initialize(LPCITEMIDLIST folder, ::IDataObject* data_object, HKEY key) override;
+  /// Follows the operations of the first interface, as it always has: tells the sheet whether the
+  /// tab has changes. The tab itself does so on its own side of the ports.
+  virtual void STDMETHODCALLTYPE SetModified(BOOL modified);
   STDMETHODIMP AddPages(LPFNADDPROPSHEETPAGE add, LPARAM parameter) override;
   /// The console replaces no page.
   STDMETHODIMP ReplacePage(EXPPS page, LPFNADDPROPSHEETPAGE replace, LPARAM parameter) override;

@@ -57,8 +57,9 @@ INT_PTR DialogHost::Dispatch(HWND window, UINT message, WPARAM wide, LPARAM narr
     case WM_NOTIFY:
       return OnNotify(*reinterpret_cast<NMHDR*>(narrow));
     case WM_DESTROY:
-      controller_.OnDestroy();
+      // First of all: the window's number may soon be another's.
       dialog_->Forget();
+      controller_.OnDestroy();
       return FALSE;
     default:
       return FALSE;
@@ -77,7 +78,13 @@ INT_PTR DialogHost::OnNotify(NMHDR& notification) {
 INT_PTR DialogHost::OnPageNotification(const NMHDR& notification) {
   const auto code = static_cast<PageNotification>(notification.code);
   if (role_ != DialogRole::kPage || !Contains(kPageNotifications, code)) return FALSE;
-  return Answer(controller_.OnPageNotification(code));
+  std::int32_t answer = code == PageNotification::kApply ? kPageInvalidStay : kPageApplied;
+  try {
+    answer = controller_.OnPageNotification(code);
+  } catch (...) {
+    // What was not applied is not given up: the answer from above stands.
+  }
+  return Answer(answer);
 }
 
 INT_PTR DialogHost::OnListViewNotification(NMHDR& notification) {

@@ -10,7 +10,7 @@ namespace pelora::windows {
 
 /// Stands between one dialog window and what drives it: it turns the window's messages into calls
 /// of the controller, and the controller's answers into the messages' results. No exception passes
-/// it.
+/// it: a page whose controller throws while it applies stays open, any other answer is then 0.
 class DialogHost {
  public:
   /// `controller` outlives the host.

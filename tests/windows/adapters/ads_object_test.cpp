@@ -62,6 +62,7 @@ TEST_F(AdsObjectTest, ARoundOfEverythingGivesAllMemoryBack) {
   }
   EXPECT_EQ(fake_.live_objects(), 0U);
   EXPECT_LE(memory.live(), after_first);
+  EXPECT_EQ(memory.freed_twice(), 0);
 }
 
 TEST_F(AdsObjectTest, FailuresGiveAllMemoryBackToo) {
@@ -85,6 +86,7 @@ TEST_F(AdsObjectTest, FailuresGiveAllMemoryBackToo) {
   }
   EXPECT_EQ(fake_.live_objects(), 0U);
   EXPECT_LE(memory.live(), after_first);
+  EXPECT_EQ(memory.freed_twice(), 0);
 }
 
 TEST_F(AdsObjectTest, AnObjectThatLacksTheInterfaceIsReleased) {

@@ -181,6 +181,22 @@ TEST(AutomationVariant, EveryBlockOfMemoryIsGivenBack) {
               E_ADS_CANT_CONVERT_DATATYPE);
   }
   EXPECT_EQ(memory.live(), 0);
+  EXPECT_EQ(memory.freed_twice(), 0);
+}
+
+TEST(MallocCounter, NoticesABlockThatIsKeptOrFreedTwice) {
+  const MallocCounter memory;
+  void* const kept = CoTaskMemAlloc(8);
+  void* const twice = CoTaskMemAlloc(8);
+  EXPECT_EQ(memory.live(), 2);
+  CoTaskMemFree(twice);
+  EXPECT_EQ(memory.freed_twice(), 0);
+  CoTaskMemFree(twice);
+  EXPECT_EQ(memory.freed_twice(), 1);
+  EXPECT_EQ(memory.live(), 1);
+  CoTaskMemFree(kept);
+  EXPECT_EQ(memory.live(), 0);
+  EXPECT_EQ(memory.freed_twice(), 1);
 }
 
 }  // namespace

@@ -60,6 +60,7 @@ TEST_F(EnduranceTest, AThousandSheetsLeaveNothingBehind) {
   EXPECT_LE(after.drawing_objects, before.drawing_objects + kFew);
   EXPECT_EQ(after.windows_of_thread, before.windows_of_thread);
   EXPECT_LE(memory.live(), blocks_before);
+  EXPECT_EQ(memory.freed_twice(), 0);
   EXPECT_EQ(console_.directory().live_objects(), 0U);
   EXPECT_EQ(console_.selection().references(), 0U);
   EXPECT_EQ(console_.selection().locks(), 0U);

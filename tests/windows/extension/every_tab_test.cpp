@@ -201,6 +201,7 @@ TEST_P(EveryTabTest, LeavesNothingBehind) {
   const std::size_t windows = CountWindowsOfThread();
   open_and_close(10);
   EXPECT_LE(memory.live(), blocks);
+  EXPECT_EQ(memory.freed_twice(), 0);
   EXPECT_EQ(CountWindowsOfThread(), windows);
 }
 

@@ -90,6 +90,27 @@ TEST_F(SlotOrderTest, OfTheInitialisation) {
   CallSlot<ULONG>(init, kRelease);
 }
 
+TEST_F(SlotOrderTest, OfWhatFollowsTheInitialisation) {
+  constexpr std::size_t kSetModified = 4;
+  Console console;
+  console.directory().AddObject(kPath);
+  console.Select({kPath});
+  void* const init = Create(::IID_IShellExtInit);
+  // Without a page there is nobody to tell.
+  CallSlot<void, BOOL>(init, kSetModified, TRUE);
+  {
+    const auto tab = Ref<::IShellExtInit>::Adopt(static_cast<::IShellExtInit*>(init));
+    ASSERT_EQ(console.AddTab(*tab), S_OK);
+    ASSERT_TRUE(console.Show());
+    EXPECT_FALSE(console.sheet().IsApplyEnabled());
+    CallSlot<void, BOOL>(init, kSetModified, TRUE);
+    EXPECT_TRUE(console.sheet().IsApplyEnabled());
+    CallSlot<void, BOOL>(init, kSetModified, FALSE);
+    EXPECT_FALSE(console.sheet().IsApplyEnabled());
+  }
+  console.Close();
+}
+
 TEST_F(SlotOrderTest, OfTheSheetExtension) {
   constexpr std::size_t kAddPages = 3;
   constexpr std::size_t kReplacePage = 4;

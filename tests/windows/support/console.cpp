@@ -24,12 +24,16 @@ void Console::Select(const std::vector<std::string>& paths) {
 }
 
 HRESULT Console::AddTab(REFCLSID class_id) {
-  PageCollector collector;
   Ref<::IShellExtInit> init;
-  if (const HRESULT status = Activate(class_id, init); status != S_OK) return status;
-  const HRESULT initialised = init->Initialize(nullptr, &*selection_, nullptr);
+  const HRESULT status = Activate(class_id, init);
+  return status == S_OK ? AddTab(*init) : status;
+}
+
+HRESULT Console::AddTab(::IShellExtInit& init) {
+  PageCollector collector;
+  const HRESULT initialised = init.Initialize(nullptr, &*selection_, nullptr);
   if (initialised != S_OK) return initialised;
-  const auto sheet_extension = QueryFor<::IShellPropSheetExt>(*init);
+  const auto sheet_extension = QueryFor<::IShellPropSheetExt>(init);
   if (!sheet_extension) return E_NOINTERFACE;
   const HRESULT added = sheet_extension->AddPages(collector.function(), collector.parameter());
   if (added != S_OK) return added;

@@ -45,6 +45,8 @@ class Console {
   /// come, and releases it, as consoles do. Stops at the first answer that is not `S_OK` and gives
   /// that; the pages are then not shown.
   [[nodiscard]] HRESULT AddTab(REFCLSID class_id);
+  /// The same with a component that is activated already and may outlive its pages.
+  [[nodiscard]] HRESULT AddTab(::IShellExtInit& init);
   /// Adds a page of nobody's.
   void AddBlankPage() { pages_.push_back(blank_page_.Make()); }
   /// Shows the pages added since, in a sheet of their own. False when there are none.

@@ -11,6 +11,7 @@ namespace pelora::windows::test {
 class MallocCounter::Spy final : public ::IMallocSpy {
  public:
   [[nodiscard]] long live() const { return static_cast<long>(blocks_.size()); }
+  [[nodiscard]] long freed_twice() const { return freed_twice_; }
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     const bool offered = IsEqualIID(iid, ::IID_IUnknown) || IsEqualIID(iid, ::IID_IMallocSpy);
@@ -28,22 +29,28 @@ class MallocCounter::Spy final : public ::IMallocSpy {
 
   STDMETHODIMP_(SIZE_T) PreAlloc(SIZE_T size) override { return size; }
   STDMETHODIMP_(void*) PostAlloc(void* block) override {
-    if (block != nullptr) blocks_.insert(block);
+    Keep(block);
     return block;
   }
   STDMETHODIMP_(void*) PreFree(void* block, WINBOOL /*spied*/) override {
+    if (block == nullptr) return nullptr;
     blocks_.erase(block);
-    return block;
+    if (freed_.insert(block).second) return block;
+    ++freed_twice_;
+    return nullptr;
   }
   STDMETHODIMP_(void) PostFree(WINBOOL /*spied*/) override {}
   STDMETHODIMP_(SIZE_T)
   PreRealloc(void* block, SIZE_T size, void** new_block, WINBOOL /*spied*/) override {
     was_ours_ = blocks_.erase(block) != 0;
+    // Where it lay another one may lie before this is over.
+    if (was_ours_) freed_.insert(block);
     *new_block = block;
     return size;
   }
   STDMETHODIMP_(void*) PostRealloc(void* block, WINBOOL /*spied*/) override {
-    if (was_ours_ && block != nullptr) blocks_.insert(block);
+    if (was_ours_) Keep(block);
+    freed_.erase(block);
     return block;
   }
   STDMETHODIMP_(void*) PreGetSize(void* block, WINBOOL /*spied*/) override { return block; }
@@ -58,8 +65,16 @@ class MallocCounter::Spy final : public ::IMallocSpy {
  private:
   ~Spy() = default;
 
+  void Keep(void* block) {
+    if (block == nullptr) return;
+    blocks_.insert(block);
+    freed_.erase(block);
+  }
+
   ULONG references_ = 1;
   std::set<void*> blocks_;
+  std::set<void*> freed_;
+  long freed_twice_ = 0;
   bool was_ours_ = false;
 };
 
@@ -74,5 +89,6 @@ MallocCounter::~MallocCounter() {
 }
 
 long MallocCounter::live() const { return spy_->live(); }
+long MallocCounter::freed_twice() const { return spy_->freed_twice(); }
 
 }  // namespace pelora::windows::test

@@ -20,6 +20,8 @@ class MallocCounter {
   MallocCounter& operator=(const MallocCounter&) = delete;
 
   [[nodiscard]] long live() const;
+  /// Times that a block was freed which had been freed before. Such a free is not carried out.
+  [[nodiscard]] long freed_twice() const;
 
  private:
   class Spy;
