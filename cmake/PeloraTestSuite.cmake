@@ -42,19 +42,22 @@ function(pelora_use_test_headers)
   endforeach()
 endfunction()
 
-# pelora_test_suite(NAME SOURCES source... LIBRARIES library... [ENVIRONMENT NAME=VALUE...])
+# pelora_test_suite(NAME SOURCES source... LIBRARIES library... [ENVIRONMENT NAME=VALUE...]
+#                   [LAUNCHER command...])
 #
-# Builds one GoogleTest program and registers it as one suite. The program leaves its results in
+# Builds one GoogleTest program and registers it as one suite. A launcher is a command that runs it, with
+# the program's own command line behind its own. The program leaves its results in
 # results/NAME.xml below the build folder, where test.sh counts them; a suite whose file is missing
 # did not run, and that is an error.
 function(pelora_test_suite name)
-  cmake_parse_arguments(suite "" "" "SOURCES;LIBRARIES;ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(suite "" "" "SOURCES;LIBRARIES;ENVIRONMENT;LAUNCHER" ${ARGN})
   add_executable(${name} ${suite_SOURCES})
   target_link_libraries(${name} PRIVATE pelora_options GTest::gmock_main ${suite_LIBRARIES})
   pelora_test_code(${name})
   pelora_use_test_headers(${name})
   set(results "${PROJECT_BINARY_DIR}/results/${name}.xml")
-  add_test(NAME ${name} COMMAND ${name} "--gtest_output=xml:${results}")
+  add_test(NAME ${name}
+    COMMAND ${suite_LAUNCHER} "$<TARGET_FILE:${name}>" "--gtest_output=xml:${results}")
   set_tests_properties(${name} PROPERTIES TIMEOUT 300
     ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp;${suite_ENVIRONMENT}")
   set_property(GLOBAL APPEND PROPERTY PELORA_SUITES "${results}")

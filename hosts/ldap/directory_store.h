@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "hosts/ldap/schema.h"
@@ -16,6 +17,9 @@ namespace pelora::ldap {
 
 /// What became of a request: an LDAP result code (0: done; negative: the client's own failures, as
 /// libldap numbers them) and the server's text, for the details.
+///
+/// A write that was sent and not answered is a timeout (-5): it may have been done or not. Every
+/// other failure of a write means that nothing was changed.
 struct [[nodiscard]] StoreStatus {
   int code = 0;
   std::string text;
@@ -55,6 +59,10 @@ struct SearchRequest {
 /// Takes found entries one by one; false ends the search (which is then done, not failed).
 using EntrySink = std::function<bool(Entry entry)>;
 
+/// Takes what became of one of many entries asked for: a failure, or success and the entry. False
+/// ends the reading (which is then done, not failed).
+using ReadSink = std::function<bool(StoreStatus status, Entry entry)>;
+
 /// A directory that entries are read from and written to: an embedded file or a server.
 ///
 /// One store is used on one thread; a host that searches beside its windows opens a second one.
@@ -71,6 +79,17 @@ class IDirectoryStore {
   /// Reads the entry `dn`; code 32 when there is none.
   virtual StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                            Entry& entry) = 0;
+  /// Reads each of the entries `dns` whole and hands them to `sink`, one by one and in that order.
+  /// A store behind a network asks for many at once. What became of one entry goes to the sink; the
+  /// status is that of the reading itself.
+  virtual StoreStatus ReadMany(std::span<const std::string> dns, const ReadSink& sink) {
+    for (const std::string& dn : dns) {
+      Entry entry;
+      StoreStatus status = Read(dn, {}, entry);
+      if (!sink(std::move(status), std::move(entry))) break;
+    }
+    return {};
+  }
   virtual StoreStatus Search(const SearchRequest& request, const EntrySink& sink) = 0;
   /// Takes effect whole or not at all and, once done, outlives a crash.
   virtual StoreStatus Modify(const std::string& dn,

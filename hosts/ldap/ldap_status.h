@@ -15,12 +15,15 @@ enum LdapResult : int {
   kLdapTimeLimitExceeded = 3,
   kLdapSizeLimitExceeded = 4,
   kLdapAdminLimitExceeded = 11,
+  kLdapConfidentialityRequired = 13,
   kLdapNoSuchAttribute = 16,
   kLdapConstraintViolation = 19,
   kLdapValueExists = 20,
   kLdapInvalidSyntax = 21,
   kLdapNoSuchObject = 32,
   kLdapInvalidDnSyntax = 34,
+  kLdapInvalidCredentials = 49,
+  kLdapInsufficientAccessRights = 50,
   kLdapBusy = 51,
   kLdapUnavailable = 52,
   kLdapUnwillingToPerform = 53,
@@ -31,7 +34,13 @@ enum LdapResult : int {
   kLdapOther = 80,
   /// The client's own failures, as libldap numbers them.
   kLdapServerDown = -1,
+  kLdapLocalError = -2,
+  kLdapDecodingError = -4,
+  kLdapTimeout = -5,
+  kLdapAuthUnknown = -6,
   kLdapFilterError = -7,
+  kLdapParamError = -9,
+  kLdapConnectError = -11,
 };
 
 /// One result code, in both numberings, and the system error that stands for it.

@@ -137,6 +137,18 @@ std::int64_t Extent(Syntax syntax, const std::string& value) {
   }
 }
 
+StoreStatus UnknownAttribute() { return {kLdapNoSuchAttribute, "no such attribute"}; }
+
+/// Whether an attribute may have so many values; that it has too many does not keep one from taking
+/// some away.
+StoreStatus CheckCount(const Modification& change, const AttributeType& type,
+                       const AttributeValues& values) {
+  if (change.operation == Operation::kDelete || !type.is_single_valued || values.size() < 2) {
+    return {};
+  }
+  return {kLdapConstraintViolation, "takes one value only"};
+}
+
 StoreStatus Named(StoreStatus status, std::string_view attribute) {
   if (!status.Ok()) status.text = "attribute '" + std::string(attribute) + "': " + status.text;
   return status;
@@ -169,6 +181,15 @@ StoreStatus ModifyRules::Apply(const Entry& before, std::span<const Modification
   return {};
 }
 
+StoreStatus ModifyRules::CheckValues(std::span<const Modification> modifications) const {
+  for (const Modification& change : modifications) {
+    const std::optional<AttributeType> type = schema_.Find(change.attribute);
+    StoreStatus status = type ? CheckChange(change, *type) : UnknownAttribute();
+    if (!status.Ok()) return Named(std::move(status), change.attribute);
+  }
+  return {};
+}
+
 StoreStatus ModifyRules::CheckNew(const Entry& entry) const {
   for (const auto& [name, values] : entry.attributes) {
     AttributeValues none;
@@ -178,24 +199,27 @@ StoreStatus ModifyRules::CheckNew(const Entry& entry) const {
   return {};
 }
 
-StoreStatus ModifyRules::ApplyOne(const Modification& change, AttributeValues& values) const {
-  const std::optional<AttributeType> type = schema_.Find(change.attribute);
-  if (!type) return {kLdapNoSuchAttribute, "no such attribute"};
+StoreStatus ModifyRules::CheckChange(const Modification& change, const AttributeType& type) const {
   // What is deleted need not be well-formed: it was let in once, or it is not there.
-  if (change.operation != Operation::kDelete) {
-    for (const std::string& value : change.values) {
-      StoreStatus status = CheckValue(*type, value);
-      if (!status.Ok()) return status;
-    }
+  if (change.operation == Operation::kDelete) return {};
+  for (const std::string& value : change.values) {
+    StoreStatus status = CheckValue(type, value);
+    if (!status.Ok()) return status;
   }
-  if (change.operation == Operation::kReplace && HasTwice(type->syntax, change.values)) {
+  if (change.operation != Operation::kReplace) return {};
+  if (HasTwice(type.syntax, change.values)) {
     return {kLdapValueExists, "the same value is given twice"};
   }
+  return CheckCount(change, type, change.values);
+}
+
+StoreStatus ModifyRules::ApplyOne(const Modification& change, AttributeValues& values) const {
+  const std::optional<AttributeType> type = schema_.Find(change.attribute);
+  if (!type) return UnknownAttribute();
+  StoreStatus status = CheckChange(change, *type);
+  if (!status.Ok()) return status;
   values = Merge(change, type->syntax, std::move(values));
-  if (values.size() > 1 && type->is_single_valued && change.operation != Operation::kDelete) {
-    return {kLdapConstraintViolation, "takes one value only"};
-  }
-  return {};
+  return CheckCount(change, *type, values);
 }
 
 StoreStatus ModifyRules::CheckValue(const AttributeType& type, const std::string& value) const {

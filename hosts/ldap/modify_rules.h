@@ -29,10 +29,16 @@ class ModifyRules {
   [[nodiscard]] StoreStatus Apply(const Entry& before, std::span<const Modification> modifications,
                                   AttributeMap& changed) const;
 
+  /// Checks what can be told without knowing the object: the codes are those of `Apply`, and
+  /// whether an attribute may be changed at all is left open.
+  [[nodiscard]] StoreStatus CheckValues(std::span<const Modification> modifications) const;
+
   /// Checks every value of a new entry by the same rules.
   [[nodiscard]] StoreStatus CheckNew(const Entry& entry) const;
 
  private:
+  [[nodiscard]] StoreStatus CheckChange(const Modification& change,
+                                        const AttributeType& type) const;
   /// Changes `values` as the modification says, or refuses it.
   [[nodiscard]] StoreStatus ApplyOne(const Modification& change, AttributeValues& values) const;
   [[nodiscard]] StoreStatus CheckValue(const AttributeType& type, const std::string& value) const;

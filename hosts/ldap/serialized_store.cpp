@@ -26,6 +26,11 @@ StoreStatus SerializedStore::Read(const std::string& dn, std::span<const std::st
   return store_->Read(dn, attributes, entry);
 }
 
+StoreStatus SerializedStore::ReadMany(std::span<const std::string> dns, const ReadSink& sink) {
+  const Lock lock(*mutex_);
+  return store_->ReadMany(dns, sink);
+}
+
 StoreStatus SerializedStore::Search(const SearchRequest& request, const EntrySink& sink) {
   const Lock lock(*mutex_);
   return store_->Search(request, sink);

@@ -3,7 +3,9 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "hosts/ldap/directory_store.h"
 #include "platform/ads.h"
@@ -17,7 +19,9 @@ namespace pelora::ldap {
 /// every object bound from it.
 class StoreDirectoryService final : public IDirectoryService {
  public:
-  explicit StoreDirectoryService(IDirectoryStore& store);
+  /// Failures are noted in `last_failure`, which services may share.
+  explicit StoreDirectoryService(IDirectoryStore& store, std::shared_ptr<StoreStatus> last_failure =
+                                                             std::make_shared<StoreStatus>());
   ~StoreDirectoryService() override;
   StoreDirectoryService(const StoreDirectoryService&) = delete;
   StoreDirectoryService& operator=(const StoreDirectoryService&) = delete;
@@ -33,11 +37,19 @@ class StoreDirectoryService final : public IDirectoryService {
                                       std::uint32_t flags, const Guid& iid,
                                       Ref<IADs>& object) override;
 
+  /// Reads the objects whole, so that none that was bound can fail to be read later.
+  [[nodiscard]] HRESULT BindPaths(std::span<const std::string> paths, const Guid& iid,
+                                  std::vector<Ref<IADs>>& objects) override;
+
   /// What the store said of the last request that failed, through the service or an object bound
   /// from it: the words behind the status that the caller got. Success when none has failed yet.
   [[nodiscard]] const StoreStatus& last_failure() const;
 
  private:
+  [[nodiscard]] HRESULT BindNames(std::span<const std::string> dns, const Guid& iid,
+                                  std::vector<Ref<IADs>>& objects);
+  [[nodiscard]] HRESULT Answer(StoreStatus status);
+
   IDirectoryStore& store_;
   std::shared_ptr<StoreStatus> last_failure_;
 };

@@ -45,6 +45,13 @@ StoreObject::StoreObject(IDirectoryStore& store, Identity identity,
                          std::shared_ptr<StoreStatus> last_failure)
     : store_(store), identity_(std::move(identity)), last_failure_(std::move(last_failure)) {}
 
+StoreObject::StoreObject(IDirectoryStore& store, Identity identity,
+                         std::shared_ptr<StoreStatus> last_failure, AttributeMap attributes)
+    : StoreObject(store, std::move(identity), std::move(last_failure)) {
+  cache_ = std::move(attributes);
+  is_filled_ = true;
+}
+
 HRESULT StoreObject::QueryInterface(const Guid& iid, void** object) {
   if (object == nullptr) return E_POINTER;
   *object = nullptr;

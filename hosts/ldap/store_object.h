@@ -16,10 +16,11 @@ namespace pelora::ldap {
 
 /// An object bound from a store, with its property cache. Born with a count of 1.
 ///
-/// The first read of a name that is not cached reads the whole object, once; from then on a missing
-/// name is answered from the cache. What was staged is what is read. `SetInfo` is one modify
-/// request; afterwards what was replaced stays cached as it was sent, while an attribute that
-/// values were added to or deleted from is read anew when it is next asked for.
+/// The first read of a name that is not cached reads the whole object, once, unless it was handed
+/// over when the object was bound; from then on a missing name is answered from the cache. What was
+/// staged is what is read. `SetInfo` is one modify request; afterwards what was replaced stays
+/// cached as it was sent, while an attribute that values were added to or deleted from is read anew
+/// when it is next asked for.
 class StoreObject final : public IADs {
  public:
   /// What the object is in the directory.
@@ -33,6 +34,9 @@ class StoreObject final : public IADs {
 
   /// `store` outlives the object. What the store says of failed requests goes to `last_failure`.
   StoreObject(IDirectoryStore& store, Identity identity, std::shared_ptr<StoreStatus> last_failure);
+  /// An object whose attributes have been read already, all of them.
+  StoreObject(IDirectoryStore& store, Identity identity, std::shared_ptr<StoreStatus> last_failure,
+              AttributeMap attributes);
   StoreObject(const StoreObject&) = delete;
   StoreObject& operator=(const StoreObject&) = delete;
 

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/network/server_name.h"
+
+namespace pelora::ldap {
+
+/// Asks the domain name system for the directory servers of the domain `realm`, in the order in
+/// which they are to be tried. Each name server is waited for as long as `timeout`, once.
+///
+/// No answer, and an answer that names none, is -1 with a text that says what was asked for;
+/// `servers` is empty then.
+[[nodiscard]] StoreStatus FindDomainServers(const std::string& realm,
+                                            std::chrono::milliseconds timeout,
+                                            std::vector<ServerName>& servers);
+
+}  // namespace pelora::ldap

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::ldap {
+
+/// Whose ticket the program's user holds.
+struct KerberosTicket {
+  /// `name@REALM`.
+  std::string principal;
+
+  /// The realm: the domain's name in capitals.
+  [[nodiscard]] std::string Realm() const;
+};
+
+/// Looks at the user's ticket cache; nothing is asked of a server.
+///
+/// No ticket, or one that has expired, is 49, with a text that says how to get one.
+[[nodiscard]] StoreStatus ReadKerberosTicket(KerberosTicket& ticket);
+
+}  // namespace pelora::ldap

@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/network/ldap_connection.h"
+
+#include <fcntl.h>
+#include <poll.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/network/broken_pipe_guard.h"
+#include "hosts/ldap/network/modify_request.h"
+#include "hosts/ldap/network/sasl_sign_in.h"
+
+namespace pelora::ldap {
+namespace {
+
+using Milliseconds = std::chrono::milliseconds;
+
+/// Values that are there are not added again, and those that are not are deleted without complaint.
+constexpr const char* kPermissiveModify = "1.2.840.113556.1.4.1413";
+
+timeval ToTimeval(Milliseconds duration) {
+  return {.tv_sec = duration.count() / 1000, .tv_usec = duration.count() % 1000 * 1000};
+}
+
+std::string InSeconds(Milliseconds duration) {
+  const auto tenths = duration.count() / 100;
+  const std::string fraction = tenths % 10 == 0 ? "" : "." + std::to_string(tenths % 10);
+  return std::to_string(tenths / 10) + fraction + " seconds";
+}
+
+int ScopeOf(SearchScope scope) {
+  switch (scope) {
+    case SearchScope::kBase:
+      return LDAP_SCOPE_BASE;
+    case SearchScope::kOneLevel:
+      return LDAP_SCOPE_ONELEVEL;
+    case SearchScope::kSubtree:
+      return LDAP_SCOPE_SUBTREE;
+  }
+  return LDAP_SCOPE_BASE;
+}
+
+bool NeedsPermission(std::span<const Modification> modifications) {
+  return std::ranges::any_of(modifications, [](const Modification& change) {
+    return change.operation != Modification::Operation::kReplace;
+  });
+}
+
+}  // namespace
+
+void LdapConnection::Unbind::operator()(LDAP* handle) const {
+  const BrokenPipeGuard guard;
+  ldap_unbind_ext(handle, nullptr, nullptr);
+}
+
+LdapConnection::LdapConnection(ServerName server, const NetworkOptions& options)
+    : server_(std::move(server)), options_(options) {}
+
+LdapConnection::~LdapConnection() = default;
+
+StoreStatus LdapConnection::Open(const ServerName& server, const NetworkOptions& options,
+                                 std::shared_ptr<LdapConnection>& connection) {
+  connection.reset();
+  const std::shared_ptr<LdapConnection> opened(new LdapConnection(server, options));
+  StoreStatus status = opened->Connect();
+  if (status.Ok()) status = opened->SignIn();
+  if (status.Ok()) connection = opened;
+  return status;
+}
+
+bool LdapConnection::SetOptions() const {
+  const timeval connect_wait = ToTimeval(options_.connect_timeout);
+  const int version = LDAP_VERSION3;
+  const int no_limit = LDAP_NO_LIMIT;
+  const int never = LDAP_DEREF_NEVER;
+  struct Option {
+    int number;
+    const void* value;
+  };
+  // Everything that the machine's or the user's own settings could have changed.
+  const auto options = std::to_array<Option>({
+      {LDAP_OPT_PROTOCOL_VERSION, &version},
+      {LDAP_OPT_NETWORK_TIMEOUT, &connect_wait},
+      {LDAP_OPT_REFERRALS, LDAP_OPT_OFF},
+      {LDAP_OPT_RESTART, LDAP_OPT_ON},
+      {LDAP_OPT_DEREF, &never},
+      {LDAP_OPT_SIZELIMIT, &no_limit},
+      {LDAP_OPT_TIMELIMIT, &no_limit},
+      // The ticket is for the server as it is named here, not as some name server calls it back.
+      {LDAP_OPT_X_SASL_NOCANON, LDAP_OPT_ON},
+  });
+  return std::ranges::all_of(options, [&](const Option& option) {
+    return ldap_set_option(handle_.get(), option.number, option.value) == LDAP_OPT_SUCCESS;
+  });
+}
+
+StoreStatus LdapConnection::Connect() {
+  const BrokenPipeGuard guard;
+  LDAP* handle = nullptr;
+  const int code = ldap_initialize(&handle, server_.Uri().c_str());
+  handle_.reset(handle);
+  if (code != LDAP_SUCCESS || !SetOptions()) {
+    return {kLdapLocalError, "the LDAP library cannot be set up for '" + server_.Text() + "'"};
+  }
+  if (const int connected = ldap_connect(handle); connected != LDAP_SUCCESS) {
+    char* reason = nullptr;
+    ldap_get_option(handle, LDAP_OPT_DIAGNOSTIC_MESSAGE, &reason);
+    const LdapMemoryPtr<char> owner(reason);
+    const bool has_reason = reason != nullptr && *reason != '\0';
+    return {connected, "cannot reach the server '" + server_.Text() +
+                           "': " + (has_reason ? reason : ldap_err2string(connected))};
+  }
+  // From here on nothing but a wait with an end waits: neither a server that takes nothing nor one
+  // that stops in the middle of an answer can hold the program.
+  int socket = -1;
+  ldap_get_option(handle, LDAP_OPT_DESC, &socket);
+  const int flags = fcntl(socket, F_GETFL);
+  if (flags == -1 || fcntl(socket, F_SETFL, flags | O_NONBLOCK) == -1) {
+    return {kLdapLocalError, "the connection to '" + server_.Text() + "' cannot be set up"};
+  }
+  return {};
+}
+
+StoreStatus LdapConnection::SignIn() {
+  const BrokenPipeGuard guard;
+  StoreStatus status = SignInWithTicket(handle_.get(), options_.request_timeout);
+  if (!status.Ok()) status.text = "cannot sign in to '" + server_.Text() + "': " + status.text;
+  return status;
+}
+
+bool LdapConnection::IsUsable() const {
+  if (is_broken_) return false;
+  pollfd connection{.fd = -1, .events = POLLRDHUP, .revents = 0};
+  ldap_get_option(handle_.get(), LDAP_OPT_DESC, &connection.fd);
+  if (connection.fd < 0 || poll(&connection, 1, 0) < 0) return false;
+  return (connection.revents & (POLLRDHUP | POLLHUP | POLLERR | POLLNVAL)) == 0;
+}
+
+StoreStatus LdapConnection::SendSearch(const SearchRequest& request, LDAPControl* page,
+                                       RequestId& id) {
+  const BrokenPipeGuard guard;
+  std::vector<char*> attributes;
+  for (const std::string& name : request.attributes) {
+    attributes.push_back(const_cast<char*>(name.c_str()));
+  }
+  attributes.push_back(nullptr);
+  std::array<LDAPControl*, 2> controls = {page, nullptr};
+  const int code = ldap_search_ext(
+      handle(), request.base.c_str(), ScopeOf(request.scope), request.filter.c_str(),
+      request.attributes.empty() ? nullptr : attributes.data(), 0,
+      page == nullptr ? nullptr : controls.data(), nullptr, nullptr, LDAP_NO_LIMIT, &id);
+  if (code == LDAP_FILTER_ERROR) return {code, "not a search filter: " + request.filter};
+  return Failure(code, "the request cannot be sent");
+}
+
+StoreStatus LdapConnection::SendModify(const std::string& dn,
+                                       std::span<const Modification> modifications, RequestId& id) {
+  const BrokenPipeGuard guard;
+  LDAPControl permissive{.ldctl_oid = const_cast<char*>(kPermissiveModify),
+                         .ldctl_value = {.bv_len = 0, .bv_val = nullptr},
+                         .ldctl_iscritical = 1};
+  std::array<LDAPControl*, 2> controls = {&permissive, nullptr};
+  LdapModifications changes(modifications);
+  const int code =
+      ldap_modify_ext(handle(), dn.c_str(), changes.get(),
+                      NeedsPermission(modifications) ? controls.data() : nullptr, nullptr, &id);
+  return Failure(code, "the change cannot be sent");
+}
+
+StoreStatus LdapConnection::SendAdd(const Entry& entry, RequestId& id) {
+  const BrokenPipeGuard guard;
+  LdapModifications attributes(entry.attributes);
+  const int code =
+      ldap_add_ext(handle(), entry.dn.c_str(), attributes.get(), nullptr, nullptr, &id);
+  return Failure(code, "the new object cannot be sent");
+}
+
+StoreStatus LdapConnection::Await(RequestId id, Amount amount, LdapMessagePtr& answer) {
+  answer.reset();
+  const BrokenPipeGuard guard;
+  timeval wait = ToTimeval(options_.request_timeout);
+  LDAPMessage* received = nullptr;
+  const int type = ldap_result(handle(), id, amount == Amount::kAll ? LDAP_MSG_ALL : LDAP_MSG_ONE,
+                               &wait, &received);
+  answer.reset(received);
+  if (type > 0) return {};
+  is_broken_ = true;
+  if (type == 0) {
+    return {kLdapTimeout, "the server '" + server_.Text() + "' did not answer within " +
+                              InSeconds(options_.request_timeout)};
+  }
+  int code = LDAP_SERVER_DOWN;
+  ldap_get_option(handle(), LDAP_OPT_RESULT_CODE, &code);
+  return Failure(code == LDAP_SUCCESS ? LDAP_SERVER_DOWN : code, "the answer cannot be read");
+}
+
+void LdapConnection::Abandon(RequestId id) {
+  if (is_broken_) return;
+  const BrokenPipeGuard guard;
+  ldap_abandon_ext(handle(), id, nullptr, nullptr);
+}
+
+StoreStatus LdapConnection::Failure(int code, const std::string& doing) {
+  if (code == LDAP_SUCCESS) return {};
+  // What the library itself objects to leaves the connection as it was.
+  if (code == LDAP_SERVER_DOWN || code == LDAP_CONNECT_ERROR) {
+    is_broken_ = true;
+    return {kLdapServerDown, "the connection to the server '" + server_.Text() + "' was lost"};
+  }
+  if (code == LDAP_DECODING_ERROR || code == LDAP_LOCAL_ERROR) is_broken_ = true;
+  return {code, doing + ": " + ldap_err2string(code)};
+}
+
+}  // namespace pelora::ldap

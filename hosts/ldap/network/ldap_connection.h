@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/network/ldap_api.h"
+#include "hosts/ldap/network/network_options.h"
+#include "hosts/ldap/network/server_name.h"
+
+namespace pelora::ldap {
+
+/// One connection to a directory server, signed and sealed with the user's Kerberos ticket.
+///
+/// Requests are sent without waiting, as many as one likes, and their answers awaited one by one.
+/// An answer that does not come in time (-5) and a connection that is lost (-1) make the connection
+/// unusable for good; nothing here opens another. No request and no wait blocks longer than the
+/// options say. Referrals to other servers are not followed.
+class LdapConnection {
+ public:
+  using RequestId = int;
+
+  /// Connects and signs in. On failure `connection` is left empty: the server is not reached (-1,
+  /// -5), there is no usable ticket (49), the module for signing in is missing (-6), or the server
+  /// would sign or seal less than is asked for (13); `text` is one line that names the server.
+  static StoreStatus Open(const ServerName& server, const NetworkOptions& options,
+                          std::shared_ptr<LdapConnection>& connection);
+  ~LdapConnection();
+  LdapConnection(const LdapConnection&) = delete;
+  LdapConnection& operator=(const LdapConnection&) = delete;
+
+  [[nodiscard]] const ServerName& server() const { return server_; }
+  /// Valid as long as the connection.
+  [[nodiscard]] LDAP* handle() const { return handle_.get(); }
+
+  /// Whether a request could be sent, as far as this side knows: nothing has failed, and the server
+  /// has not hung up. Nothing is sent to find out.
+  [[nodiscard]] bool IsUsable() const;
+
+  /// Sends a search; `page`, when there is one, makes it a page of a longer one.
+  StoreStatus SendSearch(const SearchRequest& request, LDAPControl* page, RequestId& id);
+  StoreStatus SendModify(const std::string& dn, std::span<const Modification> modifications,
+                         RequestId& id);
+  StoreStatus SendAdd(const Entry& entry, RequestId& id);
+
+  enum class Amount : std::uint8_t {
+    /// The next message: an entry, a reference or the result.
+    kNext,
+    /// Everything up to and with the result.
+    kAll,
+  };
+  StoreStatus Await(RequestId id, Amount amount, LdapMessagePtr& answer);
+  /// Lets go of a request whose answer is no longer wanted.
+  void Abandon(RequestId id);
+
+ private:
+  struct Unbind {
+    void operator()(LDAP* handle) const;
+  };
+
+  LdapConnection(ServerName server, const NetworkOptions& options);
+  StoreStatus Connect();
+  StoreStatus SignIn();
+  [[nodiscard]] bool SetOptions() const;
+  /// What a failed call of the library means; a connection that is of no more use is marked.
+  [[nodiscard]] StoreStatus Failure(int code, const std::string& doing);
+
+  ServerName server_;
+  NetworkOptions options_;
+  std::unique_ptr<LDAP, Unbind> handle_;
+  bool is_broken_ = false;
+};
+
+}  // namespace pelora::ldap

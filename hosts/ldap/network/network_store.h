@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/modify_rules.h"
+#include "hosts/ldap/network/ldap_connection.h"
+#include "hosts/ldap/network/naming_contexts.h"
+#include "hosts/ldap/network/schema_cache.h"
+#include "hosts/ldap/network/server_choice.h"
+
+namespace pelora::ldap {
+
+/// A directory server as a store: Active Directory or Samba.
+///
+/// A lost connection is opened again, once, for the request that finds it lost, and a reading is
+/// then done anew; a search of which something has been handed over already fails instead (-1). A
+/// write is sent once. When no answer to it comes, it may have been done or not: that is -5, with a
+/// text that says so, and -1 means that it was not sent.
+///
+/// What the schema does not allow (an integer of more than 32 bits, a value that is too long, an
+/// empty one) is refused before anything is sent, with the codes of `ModifyRules`.
+class NetworkStore final : public IDirectoryStore {
+ public:
+  /// `servers` and `schemas` may be shared by several stores, on several threads.
+  NetworkStore(std::shared_ptr<ServerChoice> servers, std::shared_ptr<SchemaCache> schemas);
+  NetworkStore(const NetworkStore&) = delete;
+  NetworkStore& operator=(const NetworkStore&) = delete;
+
+  /// Connects and reads what the store has to know before it is of use.
+  StoreStatus Open();
+
+  [[nodiscard]] const Schema& schema() const override { return *schema_; }
+  StoreStatus ReadRoot(Entry& root) override;
+  StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                   Entry& entry) override;
+  StoreStatus ReadMany(std::span<const std::string> dns, const ReadSink& sink) override;
+  StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
+  StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
+  StoreStatus Add(const Entry& entry) override;
+
+ private:
+  using Reading = std::function<StoreStatus(LdapConnection& connection)>;
+  using Sending =
+      std::function<StoreStatus(LdapConnection& connection, LdapConnection::RequestId& id)>;
+
+  StoreStatus DoReading(const Reading& read);
+  StoreStatus DoWriting(const std::string& what, const Sending& send);
+  /// The schema that the server at the other end has now.
+  StoreStatus LearnSchema(LdapConnection& connection, const Entry& root);
+
+  std::shared_ptr<ServerChoice> servers_;
+  std::shared_ptr<SchemaCache> schemas_;
+  /// Shared with the request under way: one that a sink makes may replace it.
+  std::shared_ptr<LdapConnection> connection_;
+  NamingContexts contexts_;
+  std::shared_ptr<const Schema> schema_ = std::make_shared<Schema>();
+};
+
+}  // namespace pelora::ldap

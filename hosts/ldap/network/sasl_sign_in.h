@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/network/ldap_api.h"
+
+namespace pelora::ldap {
+
+/// What every connection has to have: sealing by a key of at least so many bits.
+inline constexpr ber_len_t kMinimumStrength = 56;
+
+/// Signs in through GSSAPI with the user's Kerberos ticket, signing and sealing everything that
+/// follows. Nothing else is tried, and the strength is checked once more when it is done.
+///
+/// The codes are those of `LdapConnection::Open`; the text does not name the server.
+[[nodiscard]] StoreStatus SignInWithTicket(LDAP* handle, std::chrono::milliseconds timeout);
+
+}  // namespace pelora::ldap

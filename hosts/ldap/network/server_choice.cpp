@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/network/server_choice.h"
+
+#include <utility>
+#include <vector>
+
+#include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/network/domain_servers.h"
+#include "hosts/ldap/network/kerberos_ticket.h"
+
+namespace pelora::ldap {
+namespace {
+
+/// Whether another server might do better.
+bool IsUnreachable(const StoreStatus& status) {
+  return status.code == kLdapServerDown || status.code == kLdapTimeout ||
+         status.code == kLdapConnectError;
+}
+
+}  // namespace
+
+ServerChoice::ServerChoice(const NetworkOptions& options)
+    : options_(options), named_(ParseServerName(options.server)) {}
+
+std::optional<ServerName> ServerChoice::current() const {
+  if (named_) return named_;
+  const std::lock_guard lock(mutex_);
+  return found_;
+}
+
+StoreStatus ServerChoice::Connect(std::shared_ptr<LdapConnection>& connection) {
+  connection.reset();
+  const std::optional<ServerName> chosen = current();
+  if (!chosen) return FindOther({}, connection);
+  StoreStatus status = LdapConnection::Open(*chosen, options_, connection);
+  return named_ || !IsUnreachable(status) ? status : FindOther(chosen, connection);
+}
+
+StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable,
+                                    std::shared_ptr<LdapConnection>& connection) {
+  KerberosTicket ticket;
+  StoreStatus status = ReadKerberosTicket(ticket);
+  std::vector<ServerName> servers;
+  if (status.Ok()) status = FindDomainServers(ticket.Realm(), options_.connect_timeout, servers);
+  if (!status.Ok()) return status;
+  for (const ServerName& server : servers) {
+    if (server == unreachable && servers.size() > 1) continue;
+    status = LdapConnection::Open(server, options_, connection);
+    if (IsUnreachable(status)) continue;
+    if (!status.Ok()) return status;
+    const std::lock_guard lock(mutex_);
+    found_ = server;
+    return {};
+  }
+  return status;
+}
+
+}  // namespace pelora::ldap

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Unpacks a domain, starts it, and runs a command beside it.
+#
+#   inside_lab.sh ARCHIVE COMMAND [ARGUMENT...]
+#
+# Runs within namespaces of its own (run_in_lab.sh). The command's environment:
+#
+#   PELORA_LAB_SERVER   the domain controller's name
+#   PELORA_LAB_BASE     the domain's distinguished name
+#   PELORA_LAB_TICKETS  folder of ticket caches, one per user: administrator, helper (who may read only)
+#   PELORA_LAB_CONTROL  script that stops, kills, pauses and starts the server
+#   KRB5CCNAME          the administrator's tickets; KRB5_CONFIG, KRB5_KTNAME besides
+set -euo pipefail
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+source "$here/lab_settings.sh"
+archive="$1"
+shift
+
+ip link set lo up
+mount -t tmpfs -o mode=0755 tmpfs "$(dirname "$lab_home")"
+mkdir -p "$lab_home/tickets"
+tar --no-same-owner -xf "$archive" -C "$lab_home"
+
+printf '127.0.0.1 localhost\n127.0.0.1 %s %s\n' "$server" "$host" >"$lab_home/hosts"
+mount --bind "$lab_home/hosts" /etc/hosts
+printf 'nameserver 127.0.0.1\n' >"$lab_home/resolv.conf"
+mount --bind "$lab_home/resolv.conf" "$(realpath /etc/resolv.conf)"
+cat >"$lab_home/krb5.conf" <<SETTINGS
+[libdefaults]
+  default_realm = $realm
+  dns_lookup_kdc = false
+  dns_lookup_realm = false
+  dns_canonicalize_hostname = false
+  rdns = false
+[realms]
+  $realm = {
+    kdc = 127.0.0.1
+  }
+SETTINGS
+
+export PELORA_LAB_SERVER="$server" PELORA_LAB_BASE="$base" PELORA_LAB_TICKETS="$lab_home/tickets"
+export PELORA_LAB_CONTROL="$here/control_server.sh"
+export KRB5_CONFIG="$lab_home/krb5.conf" KRB5_KTNAME="FILE:$lab_home/ldap.keytab"
+
+"$PELORA_LAB_CONTROL" start
+for user in administrator helper; do
+  kinit -c "FILE:$PELORA_LAB_TICKETS/$user" "$user" <<<"$password" >/dev/null ||
+    fail "no ticket for $user"
+done
+export KRB5CCNAME="FILE:$PELORA_LAB_TICKETS/administrator"
+code=0
+"$@" || code=$?
+exit "$code"

@@ -1,0 +1,64 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Provisions the lab's domain, with our schema and a few objects, and packs it.
+#
+#   make_domain.sh SCHEMA ARCHIVE
+#
+# Runs within namespaces of its own (run_in_lab.sh).
+set -euo pipefail
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+source "$here/lab_settings.sh"
+schema="$1"
+archive="$2"
+
+ip link set lo up
+mount -t tmpfs -o mode=0755 tmpfs "$(dirname "$lab_home")"
+mkdir -p "$lab_home"
+samba-tool domain provision --targetdir="$lab_home/domain" --realm="$realm" --domain="${realm%%.*}" \
+  --server-role=dc --dns-backend=SAMBA_INTERNAL --adminpass="$password" \
+  --host-ip=127.0.0.1 --host-name="$host" --option="interfaces = lo" \
+  --option="bind interfaces only = yes"
+
+# The directory, the ticket server and the name server; no files, no other networks.
+sed -i '/^\[sysvol\]/,$d; /^\[netlogon\]/,$d; /dns forwarder/d' "$smb_conf"
+cat >>"$smb_conf" <<SETTINGS
+
+[global]
+	server services = ldap kdc cldap dns
+	pid directory = $lab_home/run
+	log file = $lab_home/log.%m
+	tls enabled = no
+	dsdb:schema update allowed = yes
+SETTINGS
+mkdir -p "$lab_home/run"
+
+# The tool keeps everything for one transaction, but classes want attributes that are there already: each
+# part that ends with an update of the schema is a run of its own.
+sam="$lab_home/domain/private/sam.ldb"
+ldb_options=(-H "$sam" --option="dsdb:schema update allowed = yes")
+sed "s/DC=X/$base/" "$schema" | csplit --quiet --prefix="$lab_home/schema" --suppress-matched - \
+  '/^dn:$/' '{*}'
+for part in "$lab_home"/schema*; do
+  # What is left of the update itself: its last lines.
+  sed -i '/^changetype: modify$/{N;/add: schemaUpdateNow/{N;N;d}}' "$part"
+  grep -q '^dn: ' "$part" || continue
+  ldbmodify "${ldb_options[@]}" "$part"
+done
+rm "$lab_home"/schema*
+
+sed "s/DC=X/$base/" "$here/lab_objects.ldif" >"$lab_home/objects.ldif"
+ldbadd "${ldb_options[@]}" "$lab_home/objects.ldif"
+# A running server adds these by and by; a ticket for the directory needs them at once.
+ldbmodify "${ldb_options[@]}" <<NAMES
+dn: CN=$(echo "$host" | tr a-z A-Z),OU=Domain Controllers,$base
+changetype: modify
+add: servicePrincipalName
+servicePrincipalName: ldap/$server
+servicePrincipalName: ldap/$(echo "$host" | tr a-z A-Z)
+NAMES
+# The server's key, for servers of the tests' own that sit beside it under its name.
+samba-tool domain exportkeytab "$lab_home/ldap.keytab" --principal="ldap/$server" \
+  --configfile="$smb_conf"
+# Files of policies belong to users that only root can give files to; nothing here serves files.
+rm -r "$lab_home/domain/state/sysvol"
+tar -cf "$archive" -C "$lab_home" .
