@@ -53,7 +53,7 @@ struct SearchRequest {
   std::string base;
   SearchScope scope = SearchScope::kBase;
   std::string filter = "(objectClass=*)";
-  std::vector<std::string> attributes;
+  std::vector<std::string> attributes{};
 };
 
 /// Takes found entries one by one; false ends the search (which is then done, not failed).

@@ -9,7 +9,10 @@ source "$here/lab_settings.sh"
 pid_file="$lab_home/server.pid"
 log="$lab_home/server.log"
 
-is_alive() { [ -r "/proc/$1/stat" ] && [ "$(cut -d' ' -f3 "/proc/$1/stat")" != Z ]; }
+is_alive() {
+  local state
+  state="$(cut -d' ' -f3 "/proc/$1/stat" 2>/dev/null)" && [ "$state" != Z ]
+}
 
 is_ready() {
   ldapsearch -x -LLL -o nettimeout=1 -l 1 -H "ldap://$server" -s base -b '' dn >/dev/null 2>&1 &&

@@ -22,7 +22,8 @@ mount -t tmpfs -o mode=0755 tmpfs "$(dirname "$lab_home")"
 mkdir -p "$lab_home/tickets"
 tar --no-same-owner -xf "$archive" -C "$lab_home"
 
-printf '127.0.0.1 localhost\n127.0.0.1 %s %s\n' "$server" "$host" >"$lab_home/hosts"
+# The machine's own name is looked up too when one signs in.
+printf '127.0.0.1 localhost %s\n127.0.0.1 %s %s\n' "$(uname -n)" "$server" "$host" >"$lab_home/hosts"
 mount --bind "$lab_home/hosts" /etc/hosts
 printf 'nameserver 127.0.0.1\n' >"$lab_home/resolv.conf"
 mount --bind "$lab_home/resolv.conf" "$(realpath /etc/resolv.conf)"

@@ -6,6 +6,7 @@
 #include <deque>
 #include <stdexcept>
 
+#include "hosts/ldap/network/broken_pipe_guard.h"
 #include "tests/lab/lab.h"
 
 namespace pelora::lab {
@@ -52,10 +53,23 @@ class Changes {
 }  // namespace
 
 struct LabAdministrator::Impl {
+  Impl() = default;
+  Impl(const Impl&) = delete;
+  Impl& operator=(const Impl&) = delete;
+  ~Impl() {
+    const ldap::BrokenPipeGuard guard;
+    if (handle != nullptr) ldap_unbind_ext_s(handle, nullptr, nullptr);
+  }
+
   LDAP* handle = nullptr;
 };
 
-LabAdministrator::LabAdministrator() : impl_(std::make_unique<Impl>()) {
+LabAdministrator::LabAdministrator() : impl_(std::make_unique<Impl>()) { Reconnect(); }
+
+LabAdministrator::~LabAdministrator() = default;
+
+void LabAdministrator::Reconnect() {
+  impl_ = std::make_unique<Impl>();
   const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kAdministrator));
   const int version = LDAP_VERSION3;
   Require(ldap_initialize(&impl_->handle, ("ldap://" + Server()).c_str()), "initialize");
@@ -66,8 +80,6 @@ LabAdministrator::LabAdministrator() : impl_(std::make_unique<Impl>()) {
                                        LDAP_SASL_QUIET, AnswerNothing, nullptr),
           "sign in");
 }
-
-LabAdministrator::~LabAdministrator() { ldap_unbind_ext_s(impl_->handle, nullptr, nullptr); }
 
 void LabAdministrator::Add(const std::string& dn, const Attributes& attributes) {
   Changes changes;

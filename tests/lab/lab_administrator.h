@@ -22,6 +22,9 @@ class LabAdministrator {
   LabAdministrator(const LabAdministrator&) = delete;
   LabAdministrator& operator=(const LabAdministrator&) = delete;
 
+  /// After the server has been away.
+  void Reconnect();
+
   void Add(const std::string& dn, const Attributes& attributes);
   void Remove(const std::string& dn);
   /// Gives an attribute exactly these values; none removes it.

@@ -48,6 +48,18 @@ rm "$lab_home"/schema*
 
 sed "s/DC=X/$base/" "$here/lab_objects.ldif" >"$lab_home/objects.ldif"
 ldbadd "${ldb_options[@]}" "$lab_home/objects.ldif"
+
+# More users than servers give in one page, for what has to work with many.
+{
+  printf 'dn: OU=Many,%s\nobjectClass: organizationalUnit\n\n' "$base"
+  for number in $(seq 0 1099); do
+    printf 'dn: CN=Person %d,OU=Many,%s\nobjectClass: user\nsAMAccountName: person%d\n' \
+      "$number" "$base" "$number"
+    printf 'mail: person%d@%s\ndescription: Number %d\npeloraAccount: 1\npeloraUserServer: mail01\n\n' \
+      "$number" "$domain" "$number"
+  done
+} >"$lab_home/many.ldif"
+time ldbadd "${ldb_options[@]}" "$lab_home/many.ldif"
 # A running server adds these by and by; a ticket for the directory needs them at once.
 ldbmodify "${ldb_options[@]}" <<NAMES
 dn: CN=$(echo "$host" | tr a-z A-Z),OU=Domain Controllers,$base
@@ -59,6 +71,7 @@ NAMES
 # The server's key, for servers of the tests' own that sit beside it under its name.
 samba-tool domain exportkeytab "$lab_home/ldap.keytab" --principal="ldap/$server" \
   --configfile="$smb_conf"
+rm "$lab_home"/*.ldif
 # Files of policies belong to users that only root can give files to; nothing here serves files.
 rm -r "$lab_home/domain/state/sysvol"
 tar -cf "$archive" -C "$lab_home" .

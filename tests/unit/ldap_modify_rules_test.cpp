@@ -203,6 +203,33 @@ TEST_F(ModifyRulesTest, OneRefusalRefusesAll) {
   EXPECT_THAT(changed_, IsEmpty());
 }
 
+TEST_F(ModifyRulesTest, ValuesAreCheckedWithoutTheObject) {
+  const auto check = [&](Operation operation, const char* attribute,
+                         const AttributeValues& values) {
+    const std::vector<Modification> changes = {{Operation::kReplace, "texts", {"fine"}},
+                                               {operation, attribute, values}};
+    return rules_.CheckValues(changes).code;
+  };
+  using enum Operation;
+  EXPECT_EQ(check(kReplace, "number", {"-2147483648"}), 0);
+  EXPECT_EQ(check(kReplace, "number", {"2147483648"}), kLdapInvalidSyntax);
+  EXPECT_EQ(check(kAdd, "number", {"4294967301"}), kLdapInvalidSyntax);
+  EXPECT_EQ(check(kReplace, "text", {}), 0);
+  EXPECT_EQ(check(kReplace, "text", {""}), kLdapInvalidSyntax);
+  EXPECT_EQ(check(kReplace, "text", {"longer"}), kLdapConstraintViolation);
+  EXPECT_EQ(check(kReplace, "text", {"one", "two"}), kLdapConstraintViolation);
+  EXPECT_EQ(check(kReplace, "texts", {"A", "a"}), kLdapValueExists);
+  EXPECT_EQ(check(kReplace, "names", {"Ada"}), kLdapInvalidDnSyntax);
+  EXPECT_EQ(check(kReplace, "unknown", {}), kLdapNoSuchAttribute);
+  // What the object holds already is not known: adding may be right, and deleting always is.
+  EXPECT_EQ(check(kAdd, "text", {"one"}), 0);
+  EXPECT_EQ(check(kAdd, "texts", {"A", "a"}), 0);
+  EXPECT_EQ(check(kDelete, "number", {"no number"}), 0);
+  EXPECT_EQ(rules_.CheckValues({}).code, 0);
+  const std::vector<Modification> change = {{kReplace, "small", {"10"}}};
+  EXPECT_THAT(rules_.CheckValues(change).text, HasSubstr("attribute 'small': "));
+}
+
 TEST_F(ModifyRulesTest, NewEntriesKeepToTheSameRules) {
   Entry entry{.dn = "CN=New,DC=x",
               .attributes = {{"cn", {"New"}}, {"objectClass", {"user"}}, {"texts", {"a", "b"}}}};

@@ -68,10 +68,8 @@ StoreStatus NoTicket(const std::string& reason) {
   return {kLdapInvalidCredentials, std::move(text)};
 }
 
-StoreStatus Expired(const std::string& principal) {
-  const std::string of = principal.empty() ? "" : " of " + principal;
-  return {kLdapInvalidCredentials,
-          "the Kerberos ticket" + of + " has expired: get a new one with \"kinit\""};
+StoreStatus Expired() {
+  return {kLdapInvalidCredentials, "the Kerberos ticket has expired: get a new one with \"kinit\""};
 }
 
 }  // namespace
@@ -86,14 +84,14 @@ StoreStatus ReadKerberosTicket(KerberosTicket& ticket) {
   Credential credential;
   OM_uint32 minor = 0;
   OM_uint32 major = credential.Acquire(minor);
-  if (GSS_ROUTINE_ERROR(major) == GSS_S_CREDENTIALS_EXPIRED) return Expired({});
+  if (GSS_ROUTINE_ERROR(major) == GSS_S_CREDENTIALS_EXPIRED) return Expired();
   if (GSS_ERROR(major)) return NoTicket(ReasonOf(minor));
 
   OM_uint32 seconds_left = 0;
   major = credential.Inquire(minor, seconds_left);
   const bool is_expired = GSS_ROUTINE_ERROR(major) == GSS_S_CREDENTIALS_EXPIRED ||
                           (!GSS_ERROR(major) && seconds_left == 0);
-  if (is_expired) return Expired(NameOf(credential));
+  if (is_expired) return Expired();
   if (GSS_ERROR(major)) return NoTicket(ReasonOf(minor));
   ticket.principal = NameOf(credential);
   return {};

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/lab/ldap_frames.h"
+
+namespace pelora::lab {
+
+/// What the stand-in does with a request.
+struct StandInAnswer {
+  std::vector<StandInEntry> entries{};
+  /// References to other servers that come with the entries.
+  std::vector<std::string> references{};
+  int code = 0;
+  std::string text{};
+  /// Closes the connection instead of answering.
+  bool hangs_up = false;
+  /// Sends bytes that are no message instead of answering.
+  bool sends_nonsense = false;
+};
+
+using StandInScript = std::function<StandInAnswer(const StandInRequest& request)>;
+
+/// A directory server of a test's own, under the domain controller's name and on a port of its own,
+/// for what a domain controller cannot be made to do. It takes one connection at a time; the user
+/// signs in with the ticket for the domain controller.
+///
+/// The script is asked on the stand-in's thread about every request but those that `StandInSchema`
+/// answers: a store that opens wants a root entry and a schema.
+class LdapStandIn {
+ public:
+  struct Options {
+    /// 0 nothing, 1 signing, more sealing.
+    unsigned most_strength = 256;
+    /// What a bind is refused with, if at all.
+    int bind_code = 0;
+    /// Requests are gathered until no more come, and answered then: so one sees how often a program
+    /// waits.
+    bool gathers = false;
+  };
+
+  LdapStandIn(Options options, StandInScript script);
+  ~LdapStandIn();
+  LdapStandIn(const LdapStandIn&) = delete;
+  LdapStandIn& operator=(const LdapStandIn&) = delete;
+
+  /// `dc1.pelora.test:12345`.
+  [[nodiscard]] std::string Address() const;
+
+  /// Requests that have been answered, and how often the program has waited for answers, since the
+  /// last call of `Forget`.
+  [[nodiscard]] int requests() const;
+  [[nodiscard]] int turns() const;
+  void Forget();
+
+ private:
+  class Worker;
+  std::unique_ptr<Worker> worker_;
+};
+
+}  // namespace pelora::lab

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: Apache-2.0
+// Which servers are reached, and how one signs in to them.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "hosts/ldap/network/domain_servers.h"
+#include "tests/lab/lab_test.h"
+#include "tests/lab/ldap_stand_in.h"
+
+namespace pelora::lab {
+namespace {
+
+/// What opening a session says.
+std::string Open(const NetworkOptions& options) {
+  std::unique_ptr<NetworkSession> session;
+  const StoreStatus status = NetworkSession::Open(options, session);
+  EXPECT_EQ(session != nullptr, status.Ok());
+  return status.Ok() ? "open on " + session->server() : ToText(status);
+}
+
+/// The same in a process that is started with some settings.
+std::string OpenWith(const std::string& settings, const std::string& server) {
+  std::string line = OutputOf(settings + " '" + std::getenv("PELORA_OPEN_SESSION") + "' " + server);
+  line.pop_back();
+  return line;
+}
+
+StandInAnswer AnswerNothing(const StandInRequest& /*request*/) { return {}; }
+
+TEST(SignIn, ANamedServerIsUsed) {
+  EXPECT_EQ(Open({.server = Server()}), "open on dc1.pelora.test");
+  EXPECT_EQ(Open({.server = "DC1.pelora.test.:389"}), "open on dc1.pelora.test");
+}
+
+TEST(SignIn, WithoutANameTheDomainsNameServersTellOne) {
+  EXPECT_EQ(Open({}), "open on dc1.pelora.test");
+}
+
+TEST(SignIn, ADomainWithoutServersSaysSo) {
+  std::vector<ldap::ServerName> servers = {{}};
+  const StoreStatus status = ldap::FindDomainServers("ELSEWHERE.TEST", kShortWait, servers);
+  EXPECT_EQ(status.code, -1);
+  EXPECT_TRUE(status.text.starts_with(
+      "the name servers know no directory server of the domain 'elsewhere.test' "
+      "(_ldap._tcp.dc._msdcs.elsewhere.test): "))
+      << status.text;
+  EXPECT_TRUE(servers.empty());
+}
+
+TEST(SignIn, NameServersThatHangAreNotWaitedForAnyLonger) {
+  RunningServer server;
+  server.Pause();
+  std::vector<ldap::ServerName> servers;
+  const auto begin = std::chrono::steady_clock::now();
+  const StoreStatus status = ldap::FindDomainServers("PELORA.TEST", kShortWait, servers);
+  EXPECT_EQ(status.code, -1) << status.text;
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(6));
+}
+
+TEST(SignIn, AServerThatIsNotThereIsNamed) {
+  EXPECT_EQ(Open({.server = "nowhere.pelora.test"}),
+            "-1 cannot reach the server 'nowhere.pelora.test': Can't contact LDAP server");
+  EXPECT_EQ(Open({.server = Server() + ":2"}),
+            "-1 cannot reach the server 'dc1.pelora.test:2': Can't contact LDAP server");
+  EXPECT_EQ(Open({.server = "no server"}), "-9 'no server' is no name of a server");
+}
+
+TEST(SignIn, WithoutATicketItSaysHowToGetOne) {
+  const EnvironmentVariable tickets("KRB5CCNAME", "FILE:/nonexistent/tickets");
+  const std::string why =
+      "no Kerberos ticket: get one with \"kinit\", or \"kinit name@REALM\" "
+      "(No Kerberos credentials available (default cache: FILE:/nonexistent/tickets))";
+  EXPECT_EQ(Open({.server = Server()}), "49 cannot sign in to 'dc1.pelora.test': " + why);
+  EXPECT_EQ(Open({}), "49 " + why);
+}
+
+TEST(SignIn, AnExpiredTicketIsToldFromNone) {
+  const std::string cache = "FILE:/mnt/lab/expired";
+  static_cast<void>(OutputOf("echo Lab-Passw0rd | kinit -l 1s -c " + cache + " helper"));
+  static_cast<void>(OutputOf("while klist -s -c " + cache + "; do sleep 0.1; done"));
+  const EnvironmentVariable tickets("KRB5CCNAME", cache);
+  EXPECT_EQ(
+      Open({.server = Server()}),
+      "49 cannot sign in to 'dc1.pelora.test': the Kerberos ticket has expired: get a new one "
+      "with \"kinit\"");
+}
+
+TEST(SignIn, AMissingModuleIsNamed) {
+  EXPECT_EQ(
+      OpenWith("SASL_PATH=/nonexistent", Server()),
+      "-6 cannot sign in to 'dc1.pelora.test': the SASL module \"GSSAPI\" is missing: install "
+      "the package libsasl2-modules-gssapi-mit");
+}
+
+TEST(SignIn, SettingsOfTheMachineCannotWeakenIt) {
+  EXPECT_EQ(OpenWith("LDAPSASL_SECPROPS=maxssf=0 LDAPSASL_MECH=PLAIN LDAPSASL_NOCANON=off "
+                     "LDAPREFERRALS=on LDAPDEREF=always LDAPSIZELIMIT=1 LDAPTIMELIMIT=1",
+                     Server()),
+            "open on dc1.pelora.test");
+}
+
+TEST(SignIn, AServerThatOffersLessThanSealingIsRefused) {
+  for (const unsigned strength : {0U, 1U}) {
+    const LdapStandIn weak({.most_strength = strength}, AnswerNothing);
+    EXPECT_EQ(Open({.server = weak.Address()}),
+              "13 cannot sign in to '" + weak.Address() +
+                  "': it does not offer signing and sealing, and nothing less is accepted");
+  }
+  const LdapStandIn strong({.most_strength = 256}, AnswerNothing);
+  EXPECT_EQ(Open({.server = strong.Address()}), "open on " + strong.Address());
+}
+
+TEST(SignIn, WhatTheServerSaysAgainstItIsPassedOn) {
+  const LdapStandIn server({.bind_code = 7}, AnswerNothing);
+  EXPECT_EQ(Open({.server = server.Address()}),
+            "7 cannot sign in to '" + server.Address() + "': not like this");
+}
+
+TEST(SignIn, ATicketForAnotherNameIsNotHad) {
+  const std::string why = Open({.server = "127.0.0.1"});
+  EXPECT_TRUE(why.starts_with("-2 cannot sign in to '127.0.0.1': ")) << why;
+  EXPECT_NE(why.find("not found in Kerberos database"), std::string::npos) << why;
+}
+
+}  // namespace
+}  // namespace pelora::lab

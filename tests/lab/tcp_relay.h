@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace pelora::lab {
+
+/// Stands between programs and a server, on a port of this machine, and passes on what they say to
+/// each other until it is told otherwise. It understands none of it.
+class TcpRelay {
+ public:
+  /// To `port` of this machine.
+  explicit TcpRelay(std::uint16_t port);
+  ~TcpRelay();
+  TcpRelay(const TcpRelay&) = delete;
+  TcpRelay& operator=(const TcpRelay&) = delete;
+
+  /// Where the relay listens.
+  [[nodiscard]] std::uint16_t port() const;
+  /// How many connections have been made to it.
+  [[nodiscard]] int connections() const;
+
+  /// Holds everything back for half of `delay`, so that an answer takes that much longer.
+  void SetDelay(std::chrono::microseconds delay);
+  /// Ends all connections; new ones are taken.
+  void Cut();
+  /// Ends the connection on which the next request comes, which the server does not get.
+  void CutAtNextRequest();
+  /// Passes on the next request and ends the connection when the server answers it.
+  void CutAtNextAnswer();
+  /// Passes on so many bytes of what the server says from now on, and nothing after them. Zero
+  /// bytes: nothing more comes back.
+  void HoldAnswersAfter(std::size_t bytes);
+  /// Takes nothing more from the programs, so that their writes find no room in the end.
+  void HoldRequests();
+
+ private:
+  class Worker;
+  std::unique_ptr<Worker> worker_;
+};
+
+}  // namespace pelora::lab

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::testing {
+
+/// Forwards to another store, which outlives it, and counts what is asked of it: what a program
+/// that waits for each answer would wait for.
+class ObservedStore final : public ldap::IDirectoryStore {
+ public:
+  explicit ObservedStore(ldap::IDirectoryStore& target) : target_(target) {}
+
+  /// Names of the objects that were read one by one, or written; many that were read together count
+  /// as one, "and N more".
+  std::vector<std::string> log;
+  /// Called before a change is passed on, with the changes that there have been so far.
+  std::function<void(std::size_t before)> before_modify;
+
+  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
+  ldap::StoreStatus ReadRoot(ldap::Entry& root) override {
+    log.emplace_back("read root");
+    return target_.ReadRoot(root);
+  }
+  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                         ldap::Entry& entry) override {
+    log.push_back("read " + dn);
+    return target_.Read(dn, attributes, entry);
+  }
+  ldap::StoreStatus ReadMany(std::span<const std::string> dns,
+                             const ldap::ReadSink& sink) override {
+    if (!dns.empty()) {
+      log.push_back("read " + dns.front() +
+                    (dns.size() == 1 ? "" : " and " + std::to_string(dns.size() - 1) + " more"));
+    }
+    return target_.ReadMany(dns, sink);
+  }
+  ldap::StoreStatus Search(const ldap::SearchRequest& request,
+                           const ldap::EntrySink& sink) override {
+    log.push_back("search " + request.base);
+    return target_.Search(request, sink);
+  }
+  ldap::StoreStatus Modify(const std::string& dn,
+                           std::span<const ldap::Modification> modifications) override {
+    if (before_modify) before_modify(modifies_);
+    ++modifies_;
+    std::string line = "modify " + dn + ":";
+    for (const ldap::Modification& change : modifications) line += " " + change.attribute;
+    log.push_back(line);
+    return target_.Modify(dn, modifications);
+  }
+  ldap::StoreStatus Add(const ldap::Entry& entry) override {
+    log.push_back("add " + entry.dn);
+    return target_.Add(entry);
+  }
+
+ private:
+  ldap::IDirectoryStore& target_;
+  std::size_t modifies_ = 0;
+};
+
+}  // namespace pelora::testing

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+// Names as a directory on the network has them: of servers, of its parts, of objects in a filter,
+// of attributes that come in parts.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "hosts/ldap/network/name_filter.h"
+#include "hosts/ldap/network/naming_contexts.h"
+#include "hosts/ldap/network/server_name.h"
+#include "hosts/ldap/network/value_ranges.h"
+
+namespace pelora::ldap {
+namespace {
+
+std::string Read(const char* text) {
+  const auto server = ParseServerName(text);
+  return server ? server->Text() + " " + server->Uri() : "none";
+}
+
+TEST(ServerName, IsTheSameHoweverItIsSpelled) {
+  EXPECT_EQ(Read("dc1.example.test"), "dc1.example.test ldap://dc1.example.test:389");
+  EXPECT_EQ(Read("DC1.Example.TEST."), Read("dc1.example.test"));
+  EXPECT_EQ(Read("dc1.example.test:389"), Read("dc1.example.test"));
+  EXPECT_EQ(Read("dc1:3268"), "dc1:3268 ldap://dc1:3268");
+  EXPECT_EQ(Read("192.0.2.7"), "192.0.2.7 ldap://192.0.2.7:389");
+  EXPECT_EQ(Read("[2001:DB8::7]"), "[2001:db8::7] ldap://[2001:db8::7]:389");
+  EXPECT_EQ(Read("[::1]:3890"), "[::1]:3890 ldap://[::1]:3890");
+}
+
+TEST(ServerName, OtherTextsAreNone) {
+  for (const char* const text :
+       {"",          ".",       ":389",       "dc1:",          "dc1:0",
+        "dc1:65536", "dc1:38x", "dc1:-1",     "dc1:389:1",     "dc 1",
+        "dc1/",      "dc1?",    "ldap://dc1", "d\xC3\xB6main", "2001:db8::7",
+        "[::1",      "[dc1]",   "[]",         "[:::1]x",       "a%2fb",
+        ".dc1"}) {
+    EXPECT_EQ(Read(text), "none") << text;
+  }
+}
+
+TEST(NamingContexts, AnObjectLiesInTheDeepestThatItsNameEndsWith) {
+  const NamingContexts contexts({"DC=x,DC=test", "CN=Configuration,DC=x,DC=test",
+                                 "CN=Schema,CN=Configuration,DC=x,DC=test", ""});
+  EXPECT_EQ(contexts.BaseOf("CN=Ada,OU=Staff,DC=x,DC=test"), "DC=x,DC=test");
+  EXPECT_EQ(contexts.BaseOf("cn=ada,dc=X,dc=TEST"), "DC=x,DC=test");
+  EXPECT_EQ(contexts.BaseOf("DC=x,DC=test"), "DC=x,DC=test");
+  EXPECT_EQ(contexts.BaseOf("CN=a,CN=Schema,CN=Configuration,DC=x,DC=test"),
+            "CN=Schema,CN=Configuration,DC=x,DC=test");
+  EXPECT_EQ(contexts.BaseOf("CN=Sites,CN=Configuration,DC=x,DC=test"),
+            "CN=Configuration,DC=x,DC=test");
+  EXPECT_EQ(contexts.BaseOf("CN=Ada,DC=other,DC=test"), "");
+  EXPECT_EQ(contexts.BaseOf("CN=Ada,ADC=x,DC=test"), "");
+  EXPECT_EQ(contexts.BaseOf(""), "");
+  EXPECT_EQ(NamingContexts().BaseOf("DC=x"), "");
+}
+
+TEST(NameFilter, FindsTheNamesAndNothingElse) {
+  EXPECT_EQ(FilterOfNames(std::vector<std::string>{"CN=Ada,DC=x"}),
+            "(|(distinguishedName=CN=Ada,DC=x))");
+  EXPECT_EQ(FilterOfNames(std::vector<std::string>{"CN=a\\, b,DC=x", "CN=*(c),DC=x"}),
+            "(|(distinguishedName=CN=a\\5c, b,DC=x)(distinguishedName=CN=\\2a\\28c\\29,DC=x))");
+  EXPECT_EQ(EscapeFilterValue(std::string("\0", 1)), "\\00");
+  EXPECT_EQ(EscapeFilterValue("Größe 林 / \""), "Größe 林 / \"");
+}
+
+/// What an entry's attributes look like, one line each, and what is still to be asked for.
+std::string File(AttributeMap attributes) {
+  std::string requests;
+  for (const UnfinishedAttribute& part : FileRanges(attributes)) requests += part.Request() + "\n";
+  std::string text;
+  for (const auto& [name, values] : attributes) {
+    text += name + ":";
+    for (const std::string& value : values) text += " " + value;
+    text += "\n";
+  }
+  return text + requests;
+}
+
+TEST(ValueRanges, PartsAreFiledUnderTheBareName) {
+  EXPECT_EQ(File({{"member;range=0-1", {"a", "b"}}, {"name", {"n"}}}),
+            "member: a b\nname: n\nmember;range=2-*\n");
+  EXPECT_EQ(File({{"member;range=2-*", {"c"}}}), "member: c\n");
+  EXPECT_EQ(File({{"Member;RANGE=0-1499", {"a"}}}), "Member: a\nMember;range=1500-*\n");
+}
+
+TEST(ValueRanges, ThePlainNameMayStandBesideItsPart) {
+  EXPECT_EQ(File({{"member", {}}, {"member;range=0-0", {"a"}}}), "member: a\nmember;range=1-*\n");
+}
+
+TEST(ValueRanges, OtherOptionsStay) {
+  EXPECT_EQ(File({{"userCertificate;binary", {"c"}}, {"ranged", {"r"}}}),
+            "ranged: r\nuserCertificate;binary: c\n");
+}
+
+TEST(ValueRanges, ARangeThatIsNoneIsTheLast) {
+  EXPECT_EQ(File({{"member;range=", {"a"}}}), "member: a\n");
+  EXPECT_EQ(File({{"member;range=0-", {"a"}}}), "member: a\n");
+  EXPECT_EQ(File({{"member;range=0-99999999999999999999999", {"a"}}}), "member: a\n");
+  EXPECT_EQ(File({{"member;range=0-1x", {"a"}}}), "member: a\n");
+}
+
+}  // namespace
+}  // namespace pelora::ldap
