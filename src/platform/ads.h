@@ -82,7 +82,8 @@ class IDirectoryService {
 
   /// Binds every path, in order, and gives the objects in that order. The first status that is not
   /// exactly `S_OK` is returned and `objects` is left empty. A directory behind a network may ask
-  /// for all of them at once, as long as order, first failure and "nothing kept" stay the same.
+  /// for all of them at once, as long as order, first failure and "nothing kept" stay the same, and
+  /// may fill the objects' caches with what it read.
   [[nodiscard]] virtual HRESULT BindPaths(std::span<const std::string> paths, const Guid& iid,
                                           std::vector<Ref<IADs>>& objects) {
     objects.clear();
