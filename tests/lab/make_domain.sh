@@ -2,13 +2,13 @@
 # SPDX-License-Identifier: Apache-2.0
 # Provisions the lab's domain, with our schema and a few objects, and packs it.
 #
-#   make_domain.sh SCHEMA ARCHIVE
+#   make_domain.sh DEPLOY-FOLDER ARCHIVE
 #
 # Runs within namespaces of its own (run_in_lab.sh).
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 source "$here/lab_settings.sh"
-schema="$1"
+deploy="$1"
 archive="$2"
 
 ip link set lo up
@@ -32,22 +32,11 @@ cat >>"$smb_conf" <<SETTINGS
 SETTINGS
 mkdir -p "$lab_home/run"
 
-# The tool keeps everything for one transaction, but classes want attributes that are there already: each
-# part that ends with an update of the schema is a run of its own.
 sam="$lab_home/domain/private/sam.ldb"
-ldb_options=(-H "$sam" --option="dsdb:schema update allowed = yes")
-sed "s/DC=X/$base/" "$schema" | csplit --quiet --prefix="$lab_home/schema" --suppress-matched - \
-  '/^dn:$/' '{*}'
-for part in "$lab_home"/schema*; do
-  # What is left of the update itself: its last lines.
-  sed -i '/^changetype: modify$/{N;/add: schemaUpdateNow/{N;N;d}}' "$part"
-  grep -q '^dn: ' "$part" || continue
-  ldbmodify "${ldb_options[@]}" "$part"
-done
-rm "$lab_home"/schema*
+"$deploy/pelora-deploy" --database "$sam" --schema-file "$deploy/schema.ldif" schema
 
 sed "s/DC=X/$base/" "$here/lab_objects.ldif" >"$lab_home/objects.ldif"
-ldbadd "${ldb_options[@]}" "$lab_home/objects.ldif"
+ldbadd -H "$sam" "$lab_home/objects.ldif"
 
 # More users than servers give in one page, for what has to work with many.
 {
@@ -59,9 +48,9 @@ ldbadd "${ldb_options[@]}" "$lab_home/objects.ldif"
       "$number" "$domain" "$number"
   done
 } >"$lab_home/many.ldif"
-time ldbadd "${ldb_options[@]}" "$lab_home/many.ldif"
+ldbadd -H "$sam" "$lab_home/many.ldif"
 # A running server adds these by and by; a ticket for the directory needs them at once.
-ldbmodify "${ldb_options[@]}" <<NAMES
+ldbmodify -H "$sam" <<NAMES
 dn: CN=$(echo "$host" | tr a-z A-Z),OU=Domain Controllers,$base
 changetype: modify
 add: servicePrincipalName

@@ -58,6 +58,7 @@ class ObservedStore final : public ldap::IDirectoryStore {
     log.push_back("add " + entry.dn);
     return target_.Add(entry);
   }
+  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:
   ldap::IDirectoryStore& target_;

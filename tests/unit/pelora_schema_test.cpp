@@ -80,7 +80,7 @@ class PeloraSchema : public ::testing::Test {
     return {};
   }
 
-  std::vector<Change> changes_ = ReadChanges("pelora-schema.ldif");
+  std::vector<Change> changes_ = ReadChanges("schema.ldif");
 };
 
 /// What a server has to know of an attribute that is read and written in this way.
@@ -142,7 +142,7 @@ TEST_F(PeloraSchema, GivesEverythingItsOwnIdentifiers) {
     EXPECT_EQ(change.One("schemaIDGUID").size(), kGuidInBase64) << change.dn;
     EXPECT_TRUE(seen.insert(change.One("lDAPDisplayName")).second) << change.dn;
     EXPECT_EQ(change.One("showInAdvancedViewOnly"), "TRUE") << change.dn;
-    EXPECT_EQ(change.dn, "CN=" + change.One("cn") + ",CN=Schema,CN=Configuration,DC=X");
+    EXPECT_EQ(change.dn, "CN=" + change.One("cn") + ",@SCHEMA@");
   }
   EXPECT_EQ(count, 39U);
 }
@@ -204,8 +204,7 @@ TEST_F(PeloraSchema, AllowsOnEachClassWhatItsTabsEdit) {
     EXPECT_EQ(carrier.One("objectClassCategory"), allowed.object_class == nullptr ? "1" : "3");
     EXPECT_EQ(carrier.One("subClassOf"), "top");
     if (allowed.object_class == nullptr) continue;
-    const std::string dn =
-        "CN=" + std::string(allowed.object_class) + ",CN=Schema,CN=Configuration,DC=X";
+    const std::string dn = "CN=" + std::string(allowed.object_class) + ",@SCHEMA@";
     const auto link = std::ranges::find(changes_, dn, &Change::dn);
     ASSERT_NE(link, changes_.end()) << dn;
     EXPECT_EQ(link->One("add"), "auxiliaryClass");
