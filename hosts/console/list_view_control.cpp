@@ -126,9 +126,11 @@ std::string ListViewControl::Text(RowIndex row, std::size_t column) const {
 
 void ListViewControl::SetText(RowIndex row, std::size_t column, std::string_view text) {
   QTreeWidgetItem* item = Item(row);
-  if (item != nullptr && HasColumn(column)) {
-    item->setText(static_cast<int>(column), ToQString(text));
-  }
+  if (item == nullptr || !HasColumn(column)) return;
+  const QString shown = ToQString(text);
+  item->setText(static_cast<int>(column), shown);
+  // A text too long for its column is cut short; here it stands whole.
+  item->setToolTip(static_cast<int>(column), shown);
 }
 
 bool ListViewControl::IsSelected(RowIndex row) const {
