@@ -1,75 +1,51 @@
 // SPDX-License-Identifier: Apache-2.0
 // The features tab in a property sheet of the system's: what its list tells the page and is told by
 // it, how it is drawn, and every call that an apply makes.
-#include <gtest/gtest.h>
+#include <array>
 
-#include "hosts/windows/dialogs/win32_dialog.h"
 #include "platform/dialog_controller.h"
 #include "resources/resource.h"
-#include "tests/windows/extension/console.h"
-#include "tests/windows/extension/extension_test.h"
-#include "tests/windows/extension/page_layout.h"
+#include "tests/windows/support/control_lines.h"
 #include "tests/windows/support/drawn_cells.h"
-#include "tests/windows/support/message_box_reader.h"
+#include "tests/windows/support/page_layout.h"
 #include "tests/windows/support/screenshot.h"
-#include "tests/windows/support/window_text.h"
+#include "tests/windows/support/stand_in_picker.h"
+#include "tests/windows/support/tab_test.h"
 
 namespace pelora::windows::test {
 namespace {
 
-using pelora::testing::FakeAttributes;
 using pelora::testing::FaultPoint;
 using Lines = std::vector<std::string>;
+using Boxes = std::vector<ShownBox>;
 
-const std::string kAda = "LDAP://dc1/CN=Ada,OU=Größe,DC=fake,DC=example";
-const std::string kBob = "LDAP://dc1/CN=Bob,OU=Größe,DC=fake,DC=example";
+constexpr const char* kFeaturesTab = "CPropPageFeatures";
+constexpr const char* kAda = "LDAP://dc1/CN=Ada,OU=Größe,DC=fake,DC=example";
+constexpr const char* kBob = "LDAP://dc1/CN=Bob,OU=Größe,DC=fake,DC=example";
 constexpr RowIndex kArchiverRow = 0;
 constexpr RowIndex kImapRow = 1;
 constexpr RowIndex kPop3Row = 2;
 constexpr COLORREF kGrey = RGB(192, 192, 192);
+constexpr auto kOkButton = static_cast<ControlId>(kDialogOk);
 
-class FeaturesTabTest : public ExtensionTest {
+class FeaturesTabTest : public TabTest {
  protected:
-  ~FeaturesTabTest() override {
-    console_.Close();
-    EXPECT_EQ(boxes_.boxes().size(), expected_boxes_);
-    EXPECT_EQ(console_.directory().live_objects(), 0U);
-    EXPECT_EQ(console_.selection().references(), 0U);
-    EXPECT_EQ(CanUnloadNow(), S_OK);
-  }
-
   /// Opens the tab on two users: imap is enabled, pop3 is ambiguous, the archive servers are those.
   void OpenTwo(const char* server_of_ada = "arc1", const char* server_of_bob = "arc1") {
-    console_.directory().AddObject(
-        kAda, {{"peloraEnabledFeatures", Variant::StringArray({"imap", "pop3"})},
-               {"peloraUserArchiveServers", Variant::String(server_of_ada)}});
-    console_.directory().AddObject(kBob,
-                                   {{"peloraDisabledFeatures", Variant::String("pop3")},
-                                    {"peloraUserArchiveServers", Variant::String(server_of_bob)}});
-    Open({kAda, kBob});
+    directory().AddObject(kAda, {{"peloraEnabledFeatures", Variant::StringArray({"imap", "pop3"})},
+                                 {"peloraUserArchiveServers", Variant::String(server_of_ada)}});
+    directory().AddObject(kBob, {{"peloraDisabledFeatures", Variant::String("pop3")},
+                                 {"peloraUserArchiveServers", Variant::String(server_of_bob)}});
+    Open(kFeaturesTab, {kAda, kBob});
   }
-  void OpenOne(FakeAttributes attributes = {}) {
-    console_.directory().AddObject(kAda, std::move(attributes));
-    Open({kAda});
-  }
-  void Open(const std::vector<std::string>& paths) {
-    console_.Select(paths);
-    ASSERT_TRUE(console_.Open("CPropPageFeatures"));
-    boxes_.Ignore(console_.sheet().window());
-    console_.directory().ClearCalls();
+  /// Opens the tab on one user of whom nothing is stored.
+  void OpenOne() {
+    directory().AddObject(kAda);
+    Open(kFeaturesTab, {kAda});
   }
 
-  Win32Dialog Page() { return {console_.sheet().Page(), DialogRole::kPage}; }
-  ControlWindow View() { return {console_.sheet().Page(), IDC_FEATURE_LIST}; }
-  Lines Rows() {
-    Lines rows;
-    Win32Dialog page = Page();
-    const IListView& list = page.ListView(IDC_FEATURE_LIST);
-    for (RowIndex row = 0; row < list.RowCount(); ++row) {
-      rows.push_back(list.Text(row, 0) + ": " + list.Text(row, 1));
-    }
-    return rows;
-  }
+  ControlWindow View() { return {sheet().Page(), IDC_FEATURE_LIST}; }
+  std::string Status(RowIndex row) { return Page().ListView(IDC_FEATURE_LIST).Text(row, 1); }
   std::string Buttons() {
     Win32Dialog page = Page();
     std::string enabled;
@@ -79,59 +55,36 @@ class FeaturesTabTest : public ExtensionTest {
     return enabled.empty() ? "none" : enabled;
   }
   void ClickRow(RowIndex row, bool add = false) {
-    console_.User().ClickListViewCell(IDC_FEATURE_LIST, row, 1, add);
+    User().ClickListViewCell(IDC_FEATURE_LIST, row, 1, add);
   }
-  void DoubleClickRow(RowIndex row) {
-    console_.User().DoubleClickListViewCell(IDC_FEATURE_LIST, row, 1);
-  }
+  void DoubleClickRow(RowIndex row) { User().DoubleClickListViewCell(IDC_FEATURE_LIST, row, 1); }
   void PressKey(WPARAM key) {
     View().Send(WM_KEYDOWN, key, 1);
     View().Send(WM_KEYUP, key, 1);
   }
   std::optional<COLORREF> TextColor(RowIndex row, std::size_t column) {
-    return DrawnTextColor(console_.sheet().Page(), View().window(), row, column);
+    return DrawnTextColor(sheet().Page(), View().window(), row, column);
   }
-  /// Has the servers' dialog dealt with while `open` opens it.
-  void WithServerDialog(const std::function<void(HWND)>& play, const std::function<void()>& open) {
-    bool was_played = false;
-    ModalWatcher watcher([&](HWND dialog) {
-      if (GetDlgItem(dialog, IDC_ARCHIVER_LIST) == nullptr) return;
-      was_played = true;
-      play(dialog);
-    });
-    boxes_.Pause();
-    open();
-    boxes_.Resume();
-    EXPECT_TRUE(was_played);
-  }
-
-  Console console_;
-  MessageBoxReader boxes_;
-  std::size_t expected_boxes_ = 0;
 };
 
 // What it shows.
 
 TEST_F(FeaturesTabTest, ListsTheFeaturesInTwoColumnsOfHalfTheWidth) {
   OpenTwo();
-  EXPECT_EQ(console_.sheet().TabText(0), "Pelora Features");
-  EXPECT_EQ(Rows(),
-            (Lines{"archiver: Enabled on server 'arc1'", "imap: Enabled", "pop3: Ambiguous"}));
-  EXPECT_EQ(Buttons(), "none");
-  EXPECT_FALSE(console_.sheet().IsApplyEnabled());
+  EXPECT_EQ(sheet().TabText(0), "Pelora Features");
+  EXPECT_EQ(Controls(),
+            (Lines{"311 list view Feature|Status archiver|Enabled on server 'arc1' "
+                   "imap|Enabled pop3|Ambiguous",
+                   R"(312 default button "Properties" disabled)", R"(308 button "Enable" disabled)",
+                   R"(309 button "Disable" disabled)"}));
+  EXPECT_FALSE(sheet().IsApplyEnabled());
   const int width = Page().ClientWidth(IDC_FEATURE_LIST);
-  EXPECT_EQ(console_.User().ColumnWidth(IDC_FEATURE_LIST, 0), width / 2);
-  EXPECT_EQ(console_.User().ColumnWidth(IDC_FEATURE_LIST, 1), width / 2);
+  EXPECT_EQ(User().ColumnWidth(IDC_FEATURE_LIST, 0), width / 2);
+  EXPECT_EQ(User().ColumnWidth(IDC_FEATURE_LIST, 1), width / 2);
   EXPECT_EQ(View().Style() & (WS_HSCROLL | WS_VSCROLL), 0U);
-  const DWORD wanted = LVS_REPORT | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER;
-  EXPECT_EQ(View().Style() & wanted, wanted);
+  constexpr DWORD kWanted = LVS_REPORT | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER;
+  EXPECT_EQ(View().Style() & kWanted, kWanted);
   EXPECT_NE(View().Send(LVM_GETEXTENDEDLISTVIEWSTYLE).value_or(0) & LVS_EX_FULLROWSELECT, 0);
-}
-
-TEST_F(FeaturesTabTest, NothingIsClipped) {
-  OpenTwo("arc1", "arc2");
-  SavePicture(console_.sheet().window(), "features_tab");
-  EXPECT_EQ(ClippedControls(console_.sheet().Page()), Lines{});
 }
 
 TEST_F(FeaturesTabTest, ItsTitleStandsInTheStringTable) {
@@ -145,6 +98,7 @@ TEST_F(FeaturesTabTest, ItsTitleStandsInTheStringTable) {
 
 TEST_F(FeaturesTabTest, AnOpenStatusIsDrawnGreyUntilItIsChosen) {
   OpenTwo("arc1", "arc2");
+  SavePage("features_tab");
   const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
   for (const RowIndex row : {kArchiverRow, kImapRow, kPop3Row}) {
     EXPECT_EQ(TextColor(row, 0), text) << "the name of row " << row;
@@ -153,14 +107,15 @@ TEST_F(FeaturesTabTest, AnOpenStatusIsDrawnGreyUntilItIsChosen) {
   EXPECT_EQ(TextColor(kImapRow, 1), text);
   EXPECT_EQ(TextColor(kPop3Row, 1), kGrey);
   ClickRow(kPop3Row);
-  console_.User().Click(IDC_FEATURE_ENABLE);
+  User().Click(IDC_FEATURE_ENABLE);
   EXPECT_EQ(TextColor(kPop3Row, 1), text);
-  SavePicture(console_.sheet().window(), "features_tab_chosen");
+  SavePage("features_tab_chosen");
 }
 
 TEST_F(FeaturesTabTest, AnUnsetStatusIsDrawnGrey) {
   OpenOne();
-  EXPECT_EQ(Rows(), (Lines{"archiver: Disabled", "imap: Unset", "pop3: Unset"}));
+  EXPECT_EQ(Controls().front(),
+            "311 list view Feature|Status archiver|Disabled imap|Unset pop3|Unset");
   EXPECT_EQ(TextColor(kArchiverRow, 1), GetSysColor(COLOR_WINDOWTEXT));
   EXPECT_EQ(TextColor(kImapRow, 1), kGrey);
   DoubleClickRow(kImapRow);
@@ -199,7 +154,7 @@ TEST_F(FeaturesTabTest, AllRowsMayBeSelectedInOneMessage) {
   LVITEMW every = {};
   every.stateMask = LVIS_SELECTED;
   every.state = LVIS_SELECTED;
-  constexpr WPARAM kEveryRow = static_cast<WPARAM>(-1);
+  constexpr auto kEveryRow = static_cast<WPARAM>(-1);
   View().Send(LVM_SETITEMSTATE, kEveryRow, reinterpret_cast<LPARAM>(&every));
   EXPECT_EQ(Buttons(), "none") << "the archiver is among them";
   Page().ListView(IDC_FEATURE_LIST).SetSelected(kArchiverRow, false);
@@ -212,14 +167,14 @@ TEST_F(FeaturesTabTest, AllRowsMayBeSelectedInOneMessage) {
 TEST_F(FeaturesTabTest, TheKeyboardIsNotLostOnAButtonThatGoesOff) {
   OpenTwo();
   ClickRow(kImapRow);
-  const ControlWindow disable(console_.sheet().Page(), IDC_FEATURE_DISABLE);
+  const ControlWindow disable(sheet().Page(), IDC_FEATURE_DISABLE);
   SetFocus(disable.window());
   ASSERT_EQ(GetFocus(), disable.window());
-  console_.User().Click(IDC_FEATURE_DISABLE);
+  User().Click(IDC_FEATURE_DISABLE);
   EXPECT_EQ(Buttons(), "Enable");
   const HWND focus = GetFocus();
   EXPECT_NE(focus, disable.window());
-  EXPECT_NE(IsChild(console_.sheet().Page(), focus), FALSE);
+  EXPECT_NE(IsChild(sheet().Page(), focus), FALSE);
   EXPECT_NE(IsWindowEnabled(focus), FALSE);
 }
 
@@ -228,143 +183,140 @@ TEST_F(FeaturesTabTest, TheKeyboardIsNotLostOnAButtonThatGoesOff) {
 TEST_F(FeaturesTabTest, AnApplyMakesExactlyTheseCalls) {
   OpenTwo();
   ClickRow(kPop3Row);
-  console_.User().Click(IDC_FEATURE_ENABLE);
-  EXPECT_TRUE(console_.sheet().IsApplyEnabled());
-  console_.sheet().ClickApply();
+  User().Click(IDC_FEATURE_ENABLE);
+  EXPECT_TRUE(sheet().IsApplyEnabled());
+  sheet().ClickApply();
   EXPECT_EQ(
-      console_.directory().Log(),
-      (Lines{"ADsOpenObject " + kAda + " 1", "ADsOpenObject " + kBob + " 1",
-             "Get " + kAda + " peloraEnabledFeatures", "Get " + kAda + " peloraDisabledFeatures",
-             "Get " + kBob + " peloraEnabledFeatures", "Get " + kBob + " peloraDisabledFeatures",
-             "Put " + kBob + " peloraEnabledFeatures \"pop3\"",
-             "PutEx CLEAR " + kBob + " peloraDisabledFeatures nothing", "SetInfo " + kAda,
-             "SetInfo " + kBob}));
-  EXPECT_EQ(console_.sheet().AnswersTo(PSN_APPLY), std::vector<LRESULT>{PSNRET_NOERROR});
-  EXPECT_FALSE(console_.sheet().IsApplyEnabled());
-  EXPECT_EQ(console_.directory().Value(kBob, "peloraEnabledFeatures"), Variant::String("pop3"));
-  EXPECT_TRUE(console_.directory().Value(kBob, "peloraDisabledFeatures").IsEmpty());
+      console_.TakeCalls(),
+      (Lines{"ADsOpenObject <1> 1", "ADsOpenObject <2> 1", "Get <1> peloraEnabledFeatures",
+             "Get <1> peloraDisabledFeatures", "Get <2> peloraEnabledFeatures",
+             "Get <2> peloraDisabledFeatures", "Put <2> peloraEnabledFeatures \"pop3\"",
+             "PutEx CLEAR <2> peloraDisabledFeatures nothing", "SetInfo <1>", "SetInfo <2>"}));
+  EXPECT_EQ(sheet().AnswersTo(PSN_APPLY), std::vector<LRESULT>{PSNRET_NOERROR});
+  EXPECT_FALSE(sheet().IsApplyEnabled());
+  EXPECT_EQ(directory().Value(kBob, "peloraEnabledFeatures"), Variant::String("pop3"));
+  EXPECT_TRUE(directory().Value(kBob, "peloraDisabledFeatures").IsEmpty());
 }
 
 TEST_F(FeaturesTabTest, ADoubleClickTogglesAndOkWritesItThoughThePageIsNotModified) {
   OpenTwo();
   DoubleClickRow(kImapRow);
-  EXPECT_EQ(Rows()[kImapRow], "imap: Disabled");
+  EXPECT_EQ(Status(kImapRow), "Disabled");
   EXPECT_EQ(Buttons(), "Enable");
   DoubleClickRow(3);
-  console_.User().RightDoubleClickListViewCell(IDC_FEATURE_LIST, kPop3Row, 0);
-  EXPECT_EQ(Rows()[kPop3Row], "pop3: Ambiguous");
-  EXPECT_FALSE(console_.sheet().IsApplyEnabled());
-  console_.sheet().ClickOk();
-  EXPECT_FALSE(console_.sheet().IsOpen());
-  EXPECT_EQ(console_.directory().Value(kAda, "peloraEnabledFeatures"), Variant::String("pop3"));
-  EXPECT_EQ(console_.directory().Value(kAda, "peloraDisabledFeatures"), Variant::String("imap"));
-  EXPECT_EQ(console_.directory().Value(kBob, "peloraDisabledFeatures"),
+  User().RightDoubleClickListViewCell(IDC_FEATURE_LIST, kPop3Row, 0);
+  EXPECT_EQ(Status(kPop3Row), "Ambiguous");
+  EXPECT_FALSE(sheet().IsApplyEnabled());
+  sheet().ClickOk();
+  EXPECT_FALSE(sheet().IsOpen());
+  EXPECT_EQ(directory().Value(kAda, "peloraEnabledFeatures"), Variant::String("pop3"));
+  EXPECT_EQ(directory().Value(kAda, "peloraDisabledFeatures"), Variant::String("imap"));
+  EXPECT_EQ(directory().Value(kBob, "peloraDisabledFeatures"),
             Variant::StringArray({"imap", "pop3"}));
 }
 
 TEST_F(FeaturesTabTest, ArchiveServersAreEditedInTheirDialog) {
   OpenTwo();
   ClickRow(kArchiverRow);
-  WithServerDialog(
-      [](HWND dialog) {
-        WindowPlayer user(dialog);
-        Win32Dialog controls(dialog, DialogRole::kModal);
-        EXPECT_EQ(controls.ListBox(IDC_ARCHIVER_LIST).Count(), 1U);
-        EXPECT_FALSE(controls.IsEnabled(IDC_ARCHIVER_ADD));
-        user.ClickListRow(IDC_ARCHIVER_LIST, 0);
-        EXPECT_TRUE(controls.IsEnabled(IDC_ARCHIVER_REMOVE));
-        user.Click(IDC_ARCHIVER_REMOVE);
-        EXPECT_EQ(controls.Text(IDC_ARCHIVER_NAME), "arc1");
-        EXPECT_FALSE(controls.IsEnabled(IDC_ARCHIVER_REMOVE));
-        EXPECT_TRUE(controls.IsEnabled(IDC_ARCHIVER_ADD));
-        user.Type(IDC_ARCHIVER_NAME, "-größe");
-        user.Click(IDC_ARCHIVER_ADD);
-        user.Type(IDC_ARCHIVER_NAME, std::string(62, 'x') + "äy");
-        user.Click(IDC_ARCHIVER_ADD);
-        SavePicture(dialog, "archive_servers");
-        EXPECT_EQ(ClippedControls(dialog), Lines{});
-        user.Click(static_cast<ControlId>(kDialogOk));
-      },
-      [this] { console_.User().Click(IDC_FEATURE_PROPERTIES); });
+  boxes_.PlayNext([](HWND dialog) {
+    WindowPlayer user(dialog);
+    Win32Dialog controls(dialog, DialogRole::kModal);
+    EXPECT_EQ(ControlLines(dialog),
+              (Lines{R"(1043 frame "Archive Servers")", R"(1002 edit "")", R"(105 button "Search")",
+                     R"(1008 button "Add" disabled)", R"(1007 list box "arc1")",
+                     R"(1009 button "Remove" disabled)", R"(1 default button "OK")",
+                     R"(2 button "Cancel")"}));
+    user.ClickListRow(IDC_ARCHIVER_LIST, 0);
+    EXPECT_TRUE(controls.IsEnabled(IDC_ARCHIVER_REMOVE));
+    user.Click(IDC_ARCHIVER_REMOVE);
+    EXPECT_EQ(controls.Text(IDC_ARCHIVER_NAME), "arc1");
+    EXPECT_FALSE(controls.IsEnabled(IDC_ARCHIVER_REMOVE));
+    EXPECT_TRUE(controls.IsEnabled(IDC_ARCHIVER_ADD));
+    user.Type(IDC_ARCHIVER_NAME, "-größe");
+    user.Click(IDC_ARCHIVER_ADD);
+    EXPECT_FALSE(controls.IsEnabled(IDC_ARCHIVER_ADD));
+    user.Type(IDC_ARCHIVER_NAME, std::string(62, 'x') + "äy");
+    user.Click(IDC_ARCHIVER_ADD);
+    SavePicture(dialog, "archive_servers");
+    EXPECT_EQ(ClippedControls(dialog), Lines{});
+    user.Click(kOkButton);
+  });
+  User().Click(IDC_FEATURE_PROPERTIES);
   const std::string longest = std::string(62, 'x') + "ä";
-  EXPECT_EQ(Rows()[kArchiverRow], "archiver: Enabled on servers 'arc1-größe', '" + longest + "'");
-  EXPECT_FALSE(console_.sheet().IsApplyEnabled());
-  console_.sheet().ClickOk();
-  EXPECT_EQ(console_.directory().Value(kBob, "peloraUserArchiveServers"),
+  EXPECT_EQ(Status(kArchiverRow), "Enabled on servers 'arc1-größe', '" + longest + "'");
+  EXPECT_FALSE(sheet().IsApplyEnabled());
+  sheet().ClickOk();
+  EXPECT_EQ(directory().Value(kBob, "peloraUserArchiveServers"),
             Variant::StringArray({"arc1-größe", longest}));
+}
+
+TEST_F(FeaturesTabTest, AServerIsSearchedForFromTheDialog) {
+  OpenOne();
+  constexpr const char* kNode = "LDAP://CN=node7,DC=fake,DC=example";
+  directory().AddObject(kNode, {{"cn", Variant::String("node7")}});
+  PickedObjects picked({kNode});
+  StandInPicker picker;
+  picker.Choose(picked);
+  HWND owner = nullptr;
+  boxes_.PlayNext([&owner](HWND dialog) {
+    owner = dialog;
+    WindowPlayer user(dialog);
+    user.Click(IDC_ARCHIVER_SEARCH);
+    user.Click(IDC_ARCHIVER_ADD);
+    user.Click(kOkButton);
+  });
+  DoubleClickRow(kArchiverRow);
+  EXPECT_EQ(picker.owner(), owner);
+  EXPECT_EQ(picker.references(), 0U);
+  EXPECT_EQ(Status(kArchiverRow), "Enabled on server 'node7'");
 }
 
 TEST_F(FeaturesTabTest, UsersThatDisagreeAreReplacedAfterAQuestion) {
   OpenTwo("arc1", "arc2");
-  Lines question;
-  const auto edit = [&](int answer) {
-    ModalWatcher answerer([&](HWND box) {
-      if (GetDlgItem(box, answer) == nullptr || GetDlgItem(box, IDYES) == nullptr) return;
-      constexpr int kTextOfBox = 0xFFFF;
-      question = {TextOfWindow(box), TextOfWindow(GetDlgItem(box, kTextOfBox))};
-      SendMessageW(box, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED), 0);
-    });
-    DoubleClickRow(kArchiverRow);
-  };
-  boxes_.Pause();
-  edit(IDNO);
-  boxes_.Resume();
-  EXPECT_EQ(question, (Lines{"Warning",
-                             "This will clear the settings for all selected objects. Do you wish "
-                             "to continue?"}));
-  EXPECT_EQ(Rows()[kArchiverRow], "archiver: Ambiguous");
-  WithServerDialog(
-      [](HWND dialog) {
-        WindowPlayer user(dialog);
-        user.Type(IDC_ARCHIVER_NAME, "arc3");
-        user.Click(IDC_ARCHIVER_ADD);
-        user.Click(static_cast<ControlId>(kDialogOk));
-      },
-      [&] { edit(IDYES); });
-  EXPECT_EQ(Rows()[kArchiverRow], "archiver: Enabled on server 'arc3'");
+  boxes_.PlayNext([](HWND dialog) {
+    WindowPlayer user(dialog);
+    EXPECT_EQ(Win32Dialog(dialog, DialogRole::kModal).ListBox(IDC_ARCHIVER_LIST).Count(), 0U);
+    user.Type(IDC_ARCHIVER_NAME, "arc3");
+    user.Click(IDC_ARCHIVER_ADD);
+    user.Click(kOkButton);
+  });
+  DoubleClickRow(kArchiverRow);
+  const ShownBox question = {.caption = "Warning",
+                             .text =
+                                 "This will clear the settings for all selected objects. Do "
+                                 "you wish to continue?",
+                             .icon = MessageIcon::kNone,
+                             .buttons = {"Yes", "No"},
+                             .owner = "Properties"};
+  EXPECT_EQ(boxes_.TakeBoxes(), Boxes{question});
+  EXPECT_EQ(Status(kArchiverRow), "Enabled on server 'arc3'");
 }
 
 TEST_F(FeaturesTabTest, AFailureOnTheSecondUserIsShownAndTheRetrySucceeds) {
   OpenTwo();
-  expected_boxes_ = 2;
   ClickRow(kImapRow);
-  console_.User().Click(IDC_FEATURE_DISABLE);
+  User().Click(IDC_FEATURE_DISABLE);
   console_.plan().FailAttribute(FaultPoint::kPut, "peloraDisabledFeatures", 2, E_ACCESSDENIED);
-  console_.sheet().ClickApply();
-  ASSERT_EQ(boxes_.boxes().size(), 1U);
-  EXPECT_EQ(boxes_.boxes()[0].caption, "Pelora Error");
-  EXPECT_EQ(boxes_.boxes()[0].text, "Failed to update object: \r\n\r\nError code: 0X80070005");
-  EXPECT_TRUE(console_.sheet().IsApplyEnabled());
-  EXPECT_TRUE(console_.directory().Value(kAda, "peloraDisabledFeatures").IsEmpty());
+  sheet().ClickApply();
+  EXPECT_EQ(boxes_.TakeBoxes(), Boxes{ErrorBox("Failed to update object: \r\n\r\n"
+                                               "Error code: 0X80070005")});
+  EXPECT_TRUE(sheet().IsApplyEnabled());
+  EXPECT_TRUE(directory().Value(kAda, "peloraDisabledFeatures").IsEmpty());
 
   console_.plan().Fail(FaultPoint::kSetInfo, 2, E_ACCESSDENIED);
-  console_.sheet().ClickApply();
-  ASSERT_EQ(boxes_.boxes().size(), 2U);
-  EXPECT_EQ(boxes_.boxes()[1].text, "Unknown error occured\r\n\r\nError code: 0X80070005");
-  EXPECT_EQ(console_.directory().Value(kAda, "peloraDisabledFeatures"), Variant::String("imap"));
-  EXPECT_EQ(console_.directory().Value(kBob, "peloraDisabledFeatures"), Variant::String("pop3"));
+  sheet().ClickApply();
+  EXPECT_EQ(boxes_.TakeBoxes(), Boxes{ErrorBox("Unknown error occured\r\n\r\n"
+                                               "Error code: 0X80070005")});
+  EXPECT_EQ(directory().Value(kAda, "peloraDisabledFeatures"), Variant::String("imap"));
+  EXPECT_EQ(directory().Value(kBob, "peloraDisabledFeatures"), Variant::String("pop3"));
 
-  console_.sheet().ClickApply();
-  EXPECT_EQ(console_.directory().Value(kBob, "peloraDisabledFeatures"),
-            Variant::StringArray({"imap", "pop3"}));
-  EXPECT_EQ(console_.sheet().AnswersTo(PSN_APPLY),
+  EXPECT_EQ(Apply(), (Lines{"PutEx CLEAR <2> peloraEnabledFeatures nothing",
+                            "Put <2> peloraDisabledFeatures [\"imap\", \"pop3\"]", "SetInfo <1>",
+                            "SetInfo <2>"}));
+  EXPECT_EQ(sheet().AnswersTo(PSN_APPLY),
             (std::vector<LRESULT>{PSNRET_INVALID_NOCHANGEPAGE, PSNRET_INVALID_NOCHANGEPAGE,
                                   PSNRET_NOERROR}));
-  EXPECT_FALSE(console_.sheet().IsApplyEnabled());
-}
-
-TEST_F(FeaturesTabTest, AUserThatCannotBeBoundIsReported) {
-  console_.directory().AddObject(kAda, {});
-  console_.Select({kAda});
-  // The first binding is the test of the connection.
-  console_.FailBinding(2, kNoSuchObject);
-  ASSERT_TRUE(console_.Open("CPropPageFeatures"));
-  boxes_.Ignore(console_.sheet().window());
-  expected_boxes_ = 1;
-  ASSERT_EQ(boxes_.boxes().size(), 1U);
-  EXPECT_EQ(boxes_.boxes()[0].text,
-            "Unable to get connection with the ldap user.\r\n\r\nError code: 0X80072030");
-  EXPECT_EQ(Rows(), Lines{});
+  EXPECT_FALSE(sheet().IsApplyEnabled());
 }
 
 }  // namespace
