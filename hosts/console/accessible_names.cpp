@@ -27,6 +27,8 @@ struct UnlabelledControl {
 
 constexpr std::array kUnlabelledControls = {
     UnlabelledControl{IDC_ACCOUNT_TYPE, "Account type"},
+    UnlabelledControl{IDC_FEATURE_LIST, "Features"},
+    UnlabelledControl{IDC_ARCHIVER_NAME, "Server name"},
 };
 
 bool IsGroup(const DialogItem& item) {

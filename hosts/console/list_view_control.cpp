@@ -2,6 +2,7 @@
 #include "hosts/console/list_view_control.h"
 
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <algorithm>
 #include <vector>
 
@@ -27,10 +28,15 @@ void TextRoleDelegate::initStyleOption(QStyleOptionViewItem* option,
   option->palette.setColor(QPalette::Text, QColor(dark ? kMutedOnDark : kMutedOnLight));
 }
 
+void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) return QTreeWidget::mouseDoubleClickEvent(event);
+  mousePressEvent(event);
+}
+
 ListViewControl::ListViewControl(const resources::DialogItem& item, QWidget& parent,
                                  ControlEvents& events)
-    : DialogControl(item, *new QTreeWidget(&parent), events),
-      view_(static_cast<QTreeWidget&>(widget())) {
+    : DialogControl(item, *new ReportView(&parent), events),
+      view_(static_cast<ReportView&>(widget())) {
   const bool single = (item.style & style::kListViewSingleSelection) != 0;
   view_.setSelectionMode(single ? QAbstractItemView::SingleSelection
                                 : QAbstractItemView::ExtendedSelection);
@@ -38,6 +44,8 @@ ListViewControl::ListViewControl(const resources::DialogItem& item, QWidget& par
   view_.setUniformRowHeights(true);
   view_.setColumnCount(0);
   view_.header()->setStretchLastSection(false);
+  view_.header()->setSectionsMovable(false);
+  view_.header()->setSectionsClickable(false);
   view_.setItemDelegate(new TextRoleDelegate(*this, &view_));
   QObject::connect(view_.selectionModel(), &QItemSelectionModel::selectionChanged, &view_,
                    [this](const QItemSelection& selected, const QItemSelection& deselected) {
@@ -45,6 +53,8 @@ ListViewControl::ListViewControl(const resources::DialogItem& item, QWidget& par
                      Report(selected, true);
                    });
   QObject::connect(&view_, &QTreeWidget::doubleClicked, &view_, [this](const QModelIndex& index) {
+    // Beside the last column there is no cell.
+    if (!index.isValid()) return;
     this->events().OnListViewDoubleClick(id(), static_cast<RowIndex>(index.row()));
   });
 }
@@ -116,9 +126,11 @@ std::string ListViewControl::Text(RowIndex row, std::size_t column) const {
 
 void ListViewControl::SetText(RowIndex row, std::size_t column, std::string_view text) {
   QTreeWidgetItem* item = Item(row);
-  if (item != nullptr && HasColumn(column)) {
-    item->setText(static_cast<int>(column), ToQString(text));
-  }
+  if (item == nullptr || !HasColumn(column)) return;
+  const QString shown = ToQString(text);
+  item->setText(static_cast<int>(column), shown);
+  // A text too long for its column is cut short; here it stands whole.
+  item->setToolTip(static_cast<int>(column), shown);
 }
 
 bool ListViewControl::IsSelected(RowIndex row) const {

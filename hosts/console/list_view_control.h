@@ -8,8 +8,17 @@
 
 namespace pelora::console {
 
-/// Rows of texts under column heads. Every change of a row's selection is reported, whoever made
-/// it.
+/// Rows under column heads. A double click is one of the left button.
+class ReportView final : public QTreeWidget {
+ public:
+  using QTreeWidget::QTreeWidget;
+
+ protected:
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+};
+
+/// Rows of texts under column heads, which stay where they are and sort nothing. Every change of a
+/// row's selection is reported, whoever made it.
 class ListViewControl final : public DialogControl, private IListView {
  public:
   ListViewControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
@@ -33,7 +42,7 @@ class ListViewControl final : public DialogControl, private IListView {
   [[nodiscard]] bool HasColumn(std::size_t column) const;
   void Report(const QItemSelection& rows, bool selected);
 
-  QTreeWidget& view_;
+  ReportView& view_;
 };
 
 /// Asks the dialog's controller how each cell is to be drawn.

@@ -85,6 +85,8 @@ void QtPropertySheet::CreateDialog(std::size_t page) {
                                               *created.holder, host);
   created.holder->setMinimumSize(created.dialog->widget().size());
   created.dialog->Open();
+  // Enter means the sheet's default button, whatever button a page calls its own.
+  buttons_->button(QDialogButtonBox::Ok)->setDefault(true);
   created.dialog->widget().show();
   OrderTabs();
 }

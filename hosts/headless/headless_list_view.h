@@ -31,6 +31,10 @@ class HeadlessListView final : public IListView {
   void SetSelected(RowIndex row, bool selected) override;
 
   [[nodiscard]] bool full_row_select() const { return full_row_select_; }
+  /// Whether a click on a row reaches it in this column.
+  [[nodiscard]] bool Reacts(std::size_t column) const {
+    return column == 0 || (full_row_select_ && column < columns_.size());
+  }
   [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
 
  private:

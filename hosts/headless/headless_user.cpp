@@ -116,7 +116,7 @@ UserAnswer HeadlessUser::ClickListViewCell(ControlId id, RowIndex row, std::size
   if (const UserAnswer reach = Reach(id); reach != UserAnswer::kDone) return reach;
   HeadlessListView* view = dialog_.Find(id)->list_view.get();
   if (view == nullptr) return UserAnswer::kWrongKind;
-  const bool hit = row < view->RowCount() && (column == 0 || view->full_row_select());
+  const bool hit = row < view->RowCount() && view->Reacts(column);
   if (!add) {
     for (RowIndex other = 0; other < view->RowCount(); ++other) {
       if (!hit || other != row) view->SetSelected(other, false);
@@ -130,7 +130,7 @@ UserAnswer HeadlessUser::DoubleClickListViewCell(ControlId id, RowIndex row, std
   const UserAnswer clicked = ClickListViewCell(id, row, column, false);
   if (clicked != UserAnswer::kDone) return clicked;
   if (const UserAnswer reach = Reach(id); reach != UserAnswer::kDone) return reach;
-  if (column == 0 || dialog_.Find(id)->list_view->full_row_select()) {
+  if (dialog_.Find(id)->list_view->Reacts(column)) {
     dialog_.controller().OnListViewDoubleClick(id, row);
   }
   return UserAnswer::kDone;

@@ -44,7 +44,8 @@ class HeadlessUser {
   UserAnswer SelectComboRow(ControlId id, RowIndex row);
   /// Clicks a cell of a list view. Alone (`add` false) it leaves just that row selected; with `add`
   /// it selects or unselects the row beside the others. Where rows are not selected over their full
-  /// width only the first column selects; a click elsewhere and below the last row unselects all.
+  /// width only the first column selects; a click elsewhere, to the right of the last column and
+  /// below the last row unselects all.
   UserAnswer ClickListViewCell(ControlId id, RowIndex row, std::size_t column, bool add);
   UserAnswer DoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column);
   /// Presses Enter: a click on the default button; on `kDialogOk` in a modal dialog that has none.

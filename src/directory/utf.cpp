@@ -103,4 +103,13 @@ std::u16string ToUtf16(std::string_view text) {
   return result;
 }
 
+std::string FirstCharacters(std::string_view text, std::size_t count) {
+  std::size_t end = 0;
+  for (; end < text.size(); ++end) {
+    const bool starts_character = (static_cast<std::uint8_t>(text[end]) & 0xC0U) != 0x80U;
+    if (starts_character && count-- == 0) break;
+  }
+  return std::string(text.substr(0, end));
+}
+
 }  // namespace pelora

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -13,5 +14,8 @@ namespace pelora {
 
 /// UTF-8 (as `ToUtf8` gives it) to UTF-16. A byte that belongs to no valid sequence becomes U+FFFD.
 [[nodiscard]] std::u16string ToUtf16(std::string_view text);
+
+/// The first `count` characters of a text in UTF-8, or all of it; none is cut in two.
+[[nodiscard]] std::string FirstCharacters(std::string_view text, std::size_t count);
 
 }  // namespace pelora

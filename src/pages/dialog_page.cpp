@@ -25,6 +25,20 @@ std::int32_t CDialogPage::OnCommand(ControlId id, ControlNotification notificati
   return Guarded(0, command->handler);
 }
 
+void CDialogPage::OnListViewItemChanged(ControlId id, const ListViewItemChange& change) {
+  (void)Guarded(0, [&] {
+    ListViewItemChanged(id, change);
+    return 0;
+  });
+}
+
+void CDialogPage::OnListViewDoubleClick(ControlId id, RowIndex row) {
+  (void)Guarded(0, [&] {
+    ListViewDoubleClicked(id, row);
+    return 0;
+  });
+}
+
 std::int32_t CDialogPage::OnPageNotification(PageNotification notification) {
   return Guarded(kPageInvalidStay, [&] { return AnswerPage(notification); });
 }

@@ -35,6 +35,8 @@ class CDialogPage : public IDialogController {
   std::int32_t OnInitDialog(IDialog& dialog) final;
   /// Notifications that the table does not name are nobody's business; the result is 0.
   std::int32_t OnCommand(ControlId id, ControlNotification notification) final;
+  void OnListViewItemChanged(ControlId id, const ListViewItemChange& change) final;
+  void OnListViewDoubleClick(ControlId id, RowIndex row) final;
   std::int32_t OnPageNotification(PageNotification notification) final;
   void OnDestroy() final;
 
@@ -43,6 +45,9 @@ class CDialogPage : public IDialogController {
   virtual std::int32_t InitDialog() = 0;
   /// Answers a notification of the sheet or wizard.
   virtual std::int32_t AnswerPage(PageNotification notification) = 0;
+  /// A row of a list view has changed, or was double clicked.
+  virtual void ListViewItemChanged(ControlId /*id*/, const ListViewItemChange& /*change*/) {}
+  virtual void ListViewDoubleClicked(ControlId /*id*/, RowIndex /*row*/) {}
   /// An exception has been stopped on its way out to the host; `status` says what it was.
   virtual void ReportException(HRESULT status) = 0;
 

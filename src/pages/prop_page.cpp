@@ -55,20 +55,8 @@ HRESULT CPropPage::Load() {
 }
 
 bool CPropPage::Apply() {
-  if (load_status_ != S_OK) {
-    ShowError(load_status_, "Unable to get connection with the ldap user");
-    return false;
-  }
   BoundObjects objects;
-  if (const HRESULT status = BindObjects(IID_IADs, objects); status != S_OK) {
-    ShowError(status, "Unable to get connection with the ldap user");
-    return false;
-  }
-  std::string message;
-  if (const HRESULT status = ValidateAll(&message); FAILED(status)) {
-    ShowError(status, "Validation of input fields failed: " + message);
-    return false;
-  }
+  if (!BindForApply(objects) || !ValidateForApply()) return false;
   ChangeList changes;
   if (const HRESULT status = CollectAll(changes); FAILED(status)) {
     ShowError(status, "Unable to collect pelora attributes");
@@ -76,6 +64,20 @@ bool CPropPage::Apply() {
   }
   SetModified(false);
   return SUCCEEDED(WriteAndCommit(objects, changes));
+}
+
+bool CPropPage::BindForApply(BoundObjects& objects) const {
+  HRESULT status = load_status_;
+  if (status == S_OK) status = BindObjects(IID_IADs, objects);
+  if (status != S_OK) ShowError(status, "Unable to get connection with the ldap user");
+  return status == S_OK;
+}
+
+bool CPropPage::ValidateForApply() const {
+  std::string message;
+  const HRESULT status = ValidateAll(&message);
+  if (FAILED(status)) ShowError(status, "Validation of input fields failed: " + message);
+  return SUCCEEDED(status);
 }
 
 HRESULT CPropPage::WriteAndCommit(const BoundObjects& objects, ChangeList& changes) const {

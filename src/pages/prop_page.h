@@ -46,7 +46,7 @@ class CPropPage : public IShellExtInit, public IShellPropSheetExt, public CADSBa
   /// Validates, collects, and writes and commits each selected object in turn. A page that could
   /// not be loaded is not applied: what its controls show is nobody's wish. The first failure ends
   /// it and is shown; objects before it keep what was committed. True when nothing failed.
-  [[nodiscard]] bool Apply();
+  [[nodiscard]] virtual bool Apply();
 
   // Readers: each shows one attribute of all objects in one control.
 
@@ -69,6 +69,13 @@ class CPropPage : public IShellExtInit, public IShellPropSheetExt, public CADSBa
 
  protected:
   ~CPropPage() override = default;
+
+  // The first two steps of every apply; each shows what fails, and then the apply is over.
+
+  /// Binds the selected objects to write to them; refuses a page that could not be loaded.
+  [[nodiscard]] bool BindForApply(BoundObjects& objects) const;
+  /// Lets the field groups validate.
+  [[nodiscard]] bool ValidateForApply() const;
 
  private:
   [[nodiscard]] HRESULT Load();

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "directory/utf.h"
 #include "pages/prop_page.h"
 
 namespace pelora {
@@ -14,16 +15,6 @@ constexpr std::size_t kLongestElement = 1023;
 
 bool RefersToDeletedObject(std::string_view value) {
   return value.find(kDeletedMark) != std::string_view::npos;
-}
-
-/// The first `count` characters of a text in UTF-8; none is cut in two.
-std::string FirstCharacters(std::string_view text, std::size_t count) {
-  std::size_t end = 0;
-  for (; end < text.size(); ++end) {
-    const bool starts_character = (static_cast<std::uint8_t>(text[end]) & 0xC0U) != 0x80U;
-    if (starts_character && count-- == 0) break;
-  }
-  return std::string(text.substr(0, end));
 }
 
 }  // namespace

@@ -34,6 +34,11 @@
 #define IDD_WIZARD_EXT_ADDRESSLIST 219
 #define IDD_WIZARD_ADDRESSLIST 222
 #define IDD_WIZARD_DYNAMIC_DISTLIST 223
+#define IDD_PROPPAGE_FEATURES 227
+#define IDD_ARCHIVE_SERVERS 229
+
+/* Strings of the string table. */
+#define IDS_PROPPAGE_FEATURES 113
 
 /* The picture of an object of the groupware's own classes. */
 #define IDI_OBJECT 230
@@ -136,5 +141,19 @@
 #define IDC_FILE_PATH_LABEL 276
 #define IDC_FILE_PATH 249
 #define IDC_CONTAINS_PUBLIC 243
+
+/* The list of features and what is done with them. */
+#define IDC_FEATURE_ENABLE 308
+#define IDC_FEATURE_DISABLE 309
+#define IDC_FEATURE_LIST 311
+#define IDC_FEATURE_PROPERTIES 312
+
+/* The dialog in which archive servers are edited. */
+#define IDC_ARCHIVER_GROUP 1043
+#define IDC_ARCHIVER_SEARCH 105
+#define IDC_ARCHIVER_NAME 1002
+#define IDC_ARCHIVER_ADD 1008
+#define IDC_ARCHIVER_LIST 1007
+#define IDC_ARCHIVER_REMOVE 1009
 
 #endif

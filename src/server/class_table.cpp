@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "features/prop_page_features.h"
 #include "pages/objects/prop_page_addresslist.h"
 #include "pages/objects/prop_page_addresslist_general.h"
 #include "pages/objects/prop_page_company.h"
@@ -91,7 +92,7 @@ constexpr std::array<ComponentClass, 21> kClasses = {{
      "PeloraProp.PropPageFeatures.1",
      "PeloraProp.PropPageFeatures",
      {0xB66B5E34, 0xBE8D, 0x4972, {0x9C, 0xB1, 0xF8, 0x17, 0xB9, 0x21, 0x1B, 0x92}},
-     nullptr},
+     &Create<CPropPageFeatures>},
     {"CPropPageServer",
      "PeloraProp.PropPageServer.1",
      "PeloraProp.PropPageServer",

@@ -150,6 +150,71 @@ TEST_P(DialogContract, ADoubleClickOutsideTheRowsIsNotReported) {
   EXPECT_THAT(controller.events(), IsEmpty());
 }
 
+TEST_P(DialogContract, BesideTheLastColumnThereIsNoRow) {
+  RecordingController controller;
+  controller.on_init = [](IDialog& dialog) {
+    IListView& view = dialog.ListView(kView);
+    view.SetFullRowSelect(true);
+    view.InsertColumn(0, "Feature", dialog.ClientWidth(kView) / 4);
+    view.InsertColumn(1, "Status", dialog.ClientWidth(kView) / 4);
+    view.InsertRow(0, "a");
+    view.InsertRow(1, "b");
+  };
+  const auto open = Driver().Open(IDD_CONTRACT_PAGE, controller);
+  open->User().ClickListViewCell(kView, 1, 1, false);
+  (void)controller.TakeEvents();
+  open->User().DoubleClickListViewCell(kView, 1, 2);
+  EXPECT_THAT(controller.events(), ElementsAre("row 1 of 1050 off"));
+}
+
+TEST_P(DialogContract, ADoubleClickOfTheRightButtonIsNone) {
+  RecordingController controller;
+  controller.on_init = Fill;
+  const auto open = Driver().Open(IDD_CONTRACT_PAGE, controller);
+  (void)controller.TakeEvents();
+  open->User().RightDoubleClickListViewCell(kView, 1, 0);
+  EXPECT_THAT(controller.events(), ElementsAre("row 1 of 1050 on"));
+}
+
+TEST_P(DialogContract, ColumnsAreAsWideAsTheyWereMade) {
+  RecordingController controller;
+  controller.on_init = Fill;
+  const auto open = Driver().Open(IDD_CONTRACT_PAGE, controller);
+  const int client_width = controller.dialog()->ClientWidth(kView);
+  EXPECT_GT(client_width, 100);
+  EXPECT_EQ(open->User().ColumnWidth(kView, 0), client_width / 2);
+  EXPECT_EQ(open->User().ColumnWidth(kView, 1), client_width / 2);
+}
+
+TEST_P(DialogContract, TheHeadsOfColumnsSortNothing) {
+  RecordingController controller;
+  controller.on_init = [](IDialog& dialog) {
+    Fill(dialog);
+    dialog.ListView(kView).InsertRow(0, "z");
+  };
+  const auto open = Driver().Open(IDD_CONTRACT_PAGE, controller);
+  const IListView& view = controller.dialog()->ListView(kView);
+  open->User().ClickListViewCell(kView, 2, 0, false);
+  (void)controller.TakeEvents();
+  open->User().ClickListViewHead(kView, 0);
+  open->User().ClickListViewHead(kView, 0);
+  open->User().ClickListViewHead(kView, 1);
+  EXPECT_THAT(controller.events(), IsEmpty());
+  EXPECT_EQ(view.Text(0, 0), "z");
+  EXPECT_EQ(view.Text(4, 0), "d");
+}
+
+TEST_P(DialogContract, ASelectionIsShownWhereverTheFocusIs) {
+  RecordingController controller;
+  controller.on_init = Fill;
+  const auto open = Driver().Open(IDD_CONTRACT_PAGE, controller);
+  controller.dialog()->ListView(kView).SetSelected(2, true);
+  DialogPlayer& user = open->User();
+  user.Type(IDC_CONTRACT_EDIT, "x");
+  EXPECT_TRUE(user.IsDrawnSelected(kView, 2));
+  EXPECT_FALSE(user.IsDrawnSelected(kView, 1));
+}
+
 TEST_P(DialogContract, ADisabledListViewTakesNothingFromTheUser) {
   RecordingController controller;
   controller.on_init = Fill;

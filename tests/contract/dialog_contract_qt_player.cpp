@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTest>
@@ -22,11 +23,19 @@ void PressKey(QWidget& widget, Qt::Key key, const QString& text = {}) {
   QTest::sendKeyEvent(QTest::Click, &widget, key, text, Qt::NoModifier);
 }
 
-/// Where a hand clicks to hit a cell, or the empty space below when there is none such.
+/// Where a hand clicks to hit a cell, or the empty space below or beside when there is none such.
 QPoint PlaceOf(const QAbstractItemView& view, RowIndex row, std::size_t column) {
-  const QModelIndex cell = view.model()->index(static_cast<int>(row), static_cast<int>(column));
-  if (!cell.isValid()) return {view.viewport()->width() / 2, view.viewport()->height() - 2};
+  const QModelIndex first = view.model()->index(static_cast<int>(row), 0);
+  if (!first.isValid()) return {view.viewport()->width() / 2, view.viewport()->height() - 2};
+  const QModelIndex cell = first.siblingAtColumn(static_cast<int>(column));
+  if (!cell.isValid()) return {view.viewport()->width() - 2, view.visualRect(first).center().y()};
   return view.visualRect(cell).center();
+}
+
+/// A click and the double click that follows it.
+void DoubleClick(QTreeWidget& view, Qt::MouseButton button, QPoint place) {
+  QTest::mouseClick(view.viewport(), button, Qt::NoModifier, place);
+  QTest::mouseDClick(view.viewport(), button, Qt::NoModifier, place);
 }
 
 }  // namespace
@@ -88,9 +97,23 @@ void QtPlayer::ClickListViewCell(ControlId id, RowIndex row, std::size_t column,
 void QtPlayer::DoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) {
   auto* view = Find<QTreeWidget>(id);
   if (view == nullptr) return;
-  const QPoint place = PlaceOf(*view, row, column);
-  QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
-  QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+  DoubleClick(*view, Qt::LeftButton, PlaceOf(*view, row, column));
+}
+
+void QtPlayer::RightDoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) {
+  auto* view = Find<QTreeWidget>(id);
+  if (view == nullptr) return;
+  DoubleClick(*view, Qt::RightButton, PlaceOf(*view, row, column));
+}
+
+void QtPlayer::ClickListViewHead(ControlId id, std::size_t column) {
+  const auto* view = Find<QTreeWidget>(id);
+  if (view == nullptr) return;
+  const QHeaderView& head = *view->header();
+  const int section = static_cast<int>(column);
+  const QPoint place{head.sectionViewportPosition(section) + head.sectionSize(section) / 2,
+                     head.height() / 2};
+  QTest::mouseClick(head.viewport(), Qt::LeftButton, Qt::NoModifier, place);
 }
 
 void QtPlayer::PressEnter() {
@@ -119,6 +142,21 @@ TextRole QtPlayer::DrawnRole(ControlId id, RowIndex row, std::size_t column) {
   constexpr int kGround = 240;
   EXPECT_LT(darkest, kGround) << "the cell is empty";
   return darkest >= kLightGrey ? TextRole::kMuted : TextRole::kNormal;
+}
+
+bool QtPlayer::IsDrawnSelected(ControlId id, RowIndex row) {
+  auto* view = Find<QTreeWidget>(id);
+  if (view == nullptr) return false;
+  // The right end of the row's first cell holds no text.
+  const QRect cell = view->visualRect(view->model()->index(static_cast<int>(row), 0));
+  const QPoint place(cell.right() - 2, cell.center().y());
+  const QImage drawn = view->viewport()->grab(QRect(place, QSize(1, 1))).toImage();
+  return drawn.pixel(0, 0) != view->palette().color(QPalette::Base).rgb();
+}
+
+int QtPlayer::ColumnWidth(ControlId id, std::size_t column) {
+  const auto* view = Find<QTreeWidget>(id);
+  return view != nullptr ? view->columnWidth(static_cast<int>(column)) : 0;
 }
 
 }  // namespace pelora::contract

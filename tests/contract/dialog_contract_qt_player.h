@@ -21,9 +21,13 @@ class QtPlayer final : public DialogPlayer {
   void ChooseComboRow(ControlId id, RowIndex row) override;
   void ClickListViewCell(ControlId id, RowIndex row, std::size_t column, bool add) override;
   void DoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) override;
+  void RightDoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) override;
+  void ClickListViewHead(ControlId id, std::size_t column) override;
   void PressEnter() override;
   void CloseWindow() override;
   [[nodiscard]] TextRole DrawnRole(ControlId id, RowIndex row, std::size_t column) override;
+  [[nodiscard]] bool IsDrawnSelected(ControlId id, RowIndex row) override;
+  [[nodiscard]] int ColumnWidth(ControlId id, std::size_t column) override;
 
  private:
   /// The control's widget if it is on the screen and of the kind; else null.

@@ -28,10 +28,15 @@ class DialogPlayer {
   /// Opens a drop-down list and chooses a row that it does not show already.
   virtual void ChooseComboRow(ControlId id, RowIndex row) = 0;
   /// Clicks a cell of a list view, alone or with the key held that adds to the selection (or takes
-  /// from it). A row that does not exist stands for the empty space below.
+  /// from it). A row that does not exist stands for the empty space below, a column that does not
+  /// exist for the empty space beside the last one.
   virtual void ClickListViewCell(ControlId id, RowIndex row, std::size_t column, bool add) = 0;
   /// Double clicks a cell of a list view; the first click selects the row.
   virtual void DoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) = 0;
+  /// Double clicks a cell with the right button.
+  virtual void RightDoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) = 0;
+  /// Clicks the head of a column.
+  virtual void ClickListViewHead(ControlId id, std::size_t column) = 0;
   /// Presses Enter while an edit control of the dialog has the focus.
   virtual void PressEnter() = 0;
   /// Closes a modal dialog by its close box.
@@ -39,6 +44,10 @@ class DialogPlayer {
 
   /// Looks at a cell of a list view: in which role its text is drawn now.
   [[nodiscard]] virtual TextRole DrawnRole(ControlId id, RowIndex row, std::size_t column) = 0;
+  /// Looks at a row of a list view: whether it is drawn as selected.
+  [[nodiscard]] virtual bool IsDrawnSelected(ControlId id, RowIndex row) = 0;
+  /// Looks at a column of a list view: how wide it is.
+  [[nodiscard]] virtual int ColumnWidth(ControlId id, std::size_t column) = 0;
 };
 
 }  // namespace pelora::contract

@@ -22,11 +22,22 @@ class HeadlessPlayer final : public DialogPlayer {
   void DoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) override {
     user_.DoubleClickListViewCell(id, row, column);
   }
+  // Nobody is told of right clicks, and heads do nothing.
+  void RightDoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) override {
+    user_.ClickListViewCell(id, row, column, false);
+  }
+  void ClickListViewHead(ControlId /*id*/, std::size_t /*column*/) override {}
   void PressEnter() override { user_.PressEnter(); }
   void CloseWindow() override { user_.CloseWindow(); }
   // Nothing is drawn here: drawing is asking.
   [[nodiscard]] TextRole DrawnRole(ControlId id, RowIndex row, std::size_t column) override {
     return user_.dialog().controller().ListViewTextRole(id, row, column);
+  }
+  [[nodiscard]] bool IsDrawnSelected(ControlId id, RowIndex row) override {
+    return user_.dialog().ListView(id).IsSelected(row);
+  }
+  [[nodiscard]] int ColumnWidth(ControlId id, std::size_t column) override {
+    return user_.dialog().Find(id)->list_view->columns().at(column).width;
   }
 
  private:

@@ -284,12 +284,15 @@ TEST_F(UserSheet, AStatusThatIsNoFailureIsAWarning) {
 
 TEST_F(UserSheet, ATabWhoseDirectoryDoesNotAnswerIsNotShown) {
   plan().Fail(FaultPoint::kOpenObject, 1, E_FAIL);
+  EXPECT_EQ(Open({kBirgit}).sheet().PageCount(), 1U);
+  plan().Fail(FaultPoint::kOpenObject, 1, E_FAIL);
+  plan().Fail(FaultPoint::kOpenObject, 2, E_FAIL);
   EXPECT_THROW((void)Open({kBirgit}), std::runtime_error);
 }
 
 TEST_F(UserSheet, AClosedSheetReleasesItsComponents) {
   OpenSheet& open = Open({kBirgit});
-  EXPECT_EQ(open.components(), 1);
+  EXPECT_EQ(open.components(), 2) << "the user tab and the features tab";
   open.Destroy();
   EXPECT_EQ(open.components(), 0);
 }

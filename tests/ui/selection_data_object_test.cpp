@@ -84,7 +84,7 @@ TEST(TabsOfASelection, AreThoseThatAllObjectsHave) {
   const DirectoryObject user = ObjectOf("CN=U,DC=x", {"top", "person", "user"});
   const DirectoryObject person = ObjectOf("CN=P,DC=x", {"top", "user", "inetOrgPerson"});
   const DirectoryObject other = ObjectOf("CN=O,DC=x", {"top", "printQueue"});
-  EXPECT_THAT(console::TabsOf(std::vector{user, person}, {}), SizeIs(1));
+  EXPECT_THAT(console::TabsOf(std::vector{user, person}, {}), SizeIs(2));
   EXPECT_THAT(console::TabsOf(std::vector{user, other}, {}), IsEmpty());
   EXPECT_THAT(console::TabsOf(std::vector{other, user}, {}), IsEmpty());
   EXPECT_THAT(console::TabsOf({}, {}), IsEmpty());

@@ -48,7 +48,12 @@ bool Win32Dialog::IsEnabled(ControlId id) const {
 }
 
 void Win32Dialog::SetEnabled(ControlId id, bool enabled) {
-  if (const ControlWindow control = Control(id)) EnableWindow(control.window(), enabled);
+  const ControlWindow control = Control(id);
+  if (!control) return;
+  // A disabled control would keep the keys to itself: the focus goes to the next one.
+  const bool loses_focus = !enabled && GetFocus() == control.window();
+  if (loses_focus) SendMessageW(window_, WM_NEXTDLGCTL, 0, FALSE);
+  EnableWindow(control.window(), enabled);
 }
 
 bool Win32Dialog::IsShown(ControlId id) const { return (Control(id).Style() & WS_VISIBLE) != 0; }

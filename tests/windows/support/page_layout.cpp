@@ -63,6 +63,9 @@ bool ShowsItsText(const Placed& control) {
 std::vector<std::string> ClippedControls(HWND dialog) {
   std::vector<Placed> controls;
   EnumChildWindows(dialog, &Collect, reinterpret_cast<LPARAM>(&controls));
+  // The parts of a control are its own business.
+  std::erase_if(controls,
+                [dialog](const Placed& control) { return GetParent(control.window) != dialog; });
   RECT client = {};
   GetClientRect(dialog, &client);
   std::vector<std::string> clipped;

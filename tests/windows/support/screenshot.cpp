@@ -9,6 +9,7 @@
 #include "hosts/windows/module/module_path.h"
 #include "hosts/windows/values/wide_text.h"
 #include "tests/windows/support/png_writer.h"
+#include "tests/windows/support/window_player.h"
 
 namespace pelora::windows::test {
 namespace {
@@ -51,16 +52,44 @@ Picture TakePicture(HWND window) {
   return picture;
 }
 
+/// What was drawn comes to the screen when the thread has nothing else to do.
+void WaitForTheScreen() {
+  constexpr int kRounds = 3;
+  constexpr DWORD kMilliseconds = 20;
+  for (int round = 0; round < kRounds; ++round) {
+    HandleWaitingMessages();
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, kMilliseconds, QS_ALLINPUT);
+  }
+}
+
+/// Whether nothing is to be seen below a window's caption.
+bool IsEmpty(HWND window, const Picture& picture) {
+  POINT client = {};
+  RECT area = {};
+  ClientToScreen(window, &client);
+  GetWindowRect(window, &area);
+  const auto left = static_cast<std::size_t>(client.x - area.left);
+  const auto width = picture.width - 2 * left;
+  const auto first = static_cast<std::size_t>(client.y - area.top);
+  const std::uint32_t colour = picture.pixels[first * picture.width + left];
+  for (std::size_t row = first; row + left < picture.height; ++row) {
+    const auto begin =
+        picture.pixels.begin() + static_cast<std::ptrdiff_t>(row * picture.width + left);
+    const auto end = begin + static_cast<std::ptrdiff_t>(width);
+    if (std::any_of(begin, end, [colour](auto pixel) { return pixel != colour; })) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 void SavePicture(HWND window, const std::string& name) {
   SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   RedrawWindow(window, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+  WaitForTheScreen();
   const Picture picture = TakePicture(window);
-  const auto colour = picture.pixels.front();
-  EXPECT_FALSE(std::ranges::all_of(picture.pixels, [&](auto pixel) { return pixel == colour; }))
-      << name << " is empty";
+  EXPECT_FALSE(IsEmpty(window, picture)) << name << " is empty";
   EXPECT_TRUE(WritePng(PictureFolder() + L'\\' + ToWide(name) + L".png", picture)) << name;
 }
 

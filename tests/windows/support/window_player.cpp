@@ -11,12 +11,28 @@ LPARAM PointOf(const RECT& area) {
   return MAKELPARAM((area.left + area.right) / 2, (area.top + area.bottom) / 2);
 }
 
+/// A button of the mouse: its messages and its key.
+struct MouseButton {
+  UINT press;
+  UINT double_press;
+  UINT release;
+  WPARAM key;
+};
+constexpr MouseButton kLeft = {WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, WM_LBUTTONUP, MK_LBUTTON};
+constexpr MouseButton kRight = {WM_RBUTTONDOWN, WM_RBUTTONDBLCLK, WM_RBUTTONUP, MK_RBUTTON};
+
 /// Presses and releases the mouse. The release waits already when the press comes: controls may
 /// look out for it before they return.
-void PressMouse(HWND window, UINT press, LPARAM point, WPARAM keys = 0) {
-  PostMessageW(window, WM_LBUTTONUP, keys, point);
-  SendMessageW(window, press, keys | MK_LBUTTON, point);
+void PressMouse(HWND window, UINT press, LPARAM point, WPARAM keys = 0,
+                const MouseButton& button = kLeft) {
+  PostMessageW(window, button.release, keys, point);
+  SendMessageW(window, press, keys | button.key, point);
   HandleWaitingMessages();
+}
+
+void DoubleClick(HWND window, LPARAM point, const MouseButton& button) {
+  PressMouse(window, button.press, point, 0, button);
+  PressMouse(window, button.double_press, point, 0, button);
 }
 
 RECT ClientArea(HWND window) {
@@ -32,11 +48,22 @@ RECT LowerEdge(HWND window) {
   return area;
 }
 
+ControlWindow HeadOf(const ControlWindow& view) {
+  return ControlWindow(reinterpret_cast<HWND>(view.Send(LVM_GETHEADER).value_or(0)));
+}
+
 RECT CellArea(const ControlWindow& view, RowIndex row, std::size_t column) {
   if (row >= view.AskIndex(LVM_GETITEMCOUNT).value_or(0)) return LowerEdge(view.window());
   view.Send(LVM_ENSUREVISIBLE, row, FALSE);
   RECT area = {};
   area.left = LVIR_LABEL;
+  if (column >= HeadOf(view).AskIndex(HDM_GETITEMCOUNT).value_or(0)) {
+    // Beside the last column.
+    view.Send(LVM_GETITEMRECT, row, reinterpret_cast<LPARAM>(&area));
+    area.right = ClientArea(view.window()).right;
+    area.left = area.right - 2;
+    return area;
+  }
   area.top = static_cast<LONG>(column);
   const UINT message = column == 0 ? LVM_GETITEMRECT : LVM_GETSUBITEMRECT;
   view.Send(message, row, reinterpret_cast<LPARAM>(&area));
@@ -113,10 +140,20 @@ void WindowPlayer::ClickListViewCell(ControlId id, RowIndex row, std::size_t col
 
 void WindowPlayer::DoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) {
   const ControlWindow view = Reachable(id, ControlKind::kListView);
+  if (view) DoubleClick(view.window(), PointOf(CellArea(view, row, column)), kLeft);
+}
+
+void WindowPlayer::RightDoubleClickListViewCell(ControlId id, RowIndex row, std::size_t column) {
+  const ControlWindow view = Reachable(id, ControlKind::kListView);
+  if (view) DoubleClick(view.window(), PointOf(CellArea(view, row, column)), kRight);
+}
+
+void WindowPlayer::ClickListViewHead(ControlId id, std::size_t column) {
+  const ControlWindow view = Reachable(id, ControlKind::kListView);
   if (!view) return;
-  const LPARAM point = PointOf(CellArea(view, row, column));
-  PressMouse(view.window(), WM_LBUTTONDOWN, point);
-  PressMouse(view.window(), WM_LBUTTONDBLCLK, point);
+  RECT area = {};
+  HeadOf(view).Send(HDM_GETITEMRECT, column, reinterpret_cast<LPARAM>(&area));
+  PressMouse(HeadOf(view).window(), WM_LBUTTONDOWN, PointOf(area));
 }
 
 void WindowPlayer::PressEnter() {
@@ -137,6 +174,22 @@ TextRole WindowPlayer::DrawnRole(ControlId id, RowIndex row, std::size_t column)
   return DrawnTextColor(dialog_, view.window(), row, column) == RGB(192, 192, 192)
              ? TextRole::kMuted
              : TextRole::kNormal;
+}
+
+bool WindowPlayer::IsDrawnSelected(ControlId id, RowIndex row) {
+  const ControlWindow view(dialog_, id);
+  const RECT cell = CellArea(view, row, 0);
+  RedrawWindow(view.window(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+  // The right end of the row's first cell holds no text.
+  HDC drawn = GetDC(view.window());
+  const COLORREF ground = GetPixel(drawn, cell.right - 3, (cell.top + cell.bottom) / 2);
+  ReleaseDC(view.window(), drawn);
+  return ground != GetSysColor(COLOR_WINDOW);
+}
+
+int WindowPlayer::ColumnWidth(ControlId id, std::size_t column) {
+  return static_cast<int>(
+      ControlWindow(dialog_, id).AskIndex(LVM_GETCOLUMNWIDTH, column).value_or(0));
 }
 
 }  // namespace pelora::windows::test
