@@ -11,7 +11,8 @@ constexpr const char* kDescription =
     "Shows the objects of a directory and edits their Pelora settings.";
 
 constexpr const char* kFooter =
-    "Without --directory the sample company's directory in the user's data folder is shown; it is\n"
+    "Without --directory and --server the sample company's directory in the user's data folder is "
+    "shown; it is\n"
     "made when the console is first started.\n"
     "\n"
     "Exit status:\n"
@@ -23,8 +24,15 @@ constexpr const char* kFooter =
 void AddOptions(CLI::App& app, CommandLine& line) {
   app.set_version_flag("--version", "pelora-console " PELORA_VERSION, "Show the version and exit");
   app.set_help_flag("--help", "Show this help and exit");
-  app.add_option("--directory", line.directory, "Show the directory in this file")
-      ->type_name("FILE");
+  auto* directory = app.add_option("--directory", line.directory, "Show the directory in this file")
+                        ->type_name("FILE");
+  app.add_option_function<std::string>(
+         "--server", [&line](const std::string& server) { line.server = server; },
+         "Show the domain of this domain controller, with your Kerberos ticket;\n"
+         "without a name, one of the servers of the ticket's domain")
+      ->type_name("HOST")
+      ->expected(0, 1)
+      ->excludes(directory);
   app.add_option("--open", line.open, "Open the properties of the objects of these names")
       ->type_name("DN")
       ->expected(1, CLI::detail::expected_max_vector_size);

@@ -21,6 +21,8 @@ enum ExitCode : int {
 struct CommandLine {
   /// Directory file; none: the sample company's.
   std::optional<std::string> directory;
+  /// Server of the domain that is to be shown, in place of a file; empty: one that is found.
+  std::optional<std::string> server;
   /// Distinguished names whose property sheet is to be opened.
   std::vector<std::string> open;
   /// Picture to write instead of showing windows.

@@ -17,18 +17,35 @@ namespace {
 /// The folder of the display specifiers in the console's language.
 constexpr std::string_view kLanguage = "409";
 
-SessionResult OpenSession(const QString& path, ldap::StoreOpener open) {
-  std::unique_ptr<ldap::IDirectoryStore> store;
-  ldap::DisplaySpecifiers specifiers;
-  ldap::StoreStatus status = open(store);
-  if (status.Ok()) status = ldap::DisplaySpecifiers::Read(*store, kLanguage, specifiers);
+/// Adds what every session knows of its directory.
+SessionResult Complete(std::unique_ptr<DirectorySession> session) {
+  const ldap::StoreStatus status =
+      ldap::DisplaySpecifiers::Read(*session->store, kLanguage, session->specifiers);
   if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
-  auto session = std::make_unique<DirectorySession>(path, std::move(store), std::move(open));
-  session->specifiers = std::move(specifiers);
   return {.session = std::move(session), .error = {}};
 }
 
 }  // namespace
+
+DirectorySession::DirectorySession(const QString& file_path,
+                                   std::unique_ptr<ldap::IDirectoryStore> opened,
+                                   ldap::StoreOpener opener)
+    : file_store_(std::move(opened)),
+      file_service_(std::make_unique<ldap::StoreDirectoryService>(*file_store_)),
+      path(file_path),
+      store(file_store_.get()),
+      service(*file_service_),
+      open_another(std::move(opener)) {}
+
+DirectorySession::DirectorySession(std::unique_ptr<ldap::NetworkSession> opened)
+    : network_(std::move(opened)),
+      path(ToQString(network_->server())),
+      is_file(false),
+      store(&network_->store()),
+      service(network_->service()),
+      open_another(network_->open_another()) {}
+
+DirectorySession::~DirectorySession() = default;
 
 SessionResult OpenDirectoryFile(const QString& path) {
   // Names of files are byte strings and stay what they are.
@@ -38,7 +55,17 @@ SessionResult OpenDirectoryFile(const QString& path) {
       ldap::SerializeStores([file](std::unique_ptr<ldap::IDirectoryStore>& opened) {
         return ldap::OpenLdbStore(file, {}, opened);
       });
-  return OpenSession(path, std::move(open));
+  std::unique_ptr<ldap::IDirectoryStore> store;
+  const ldap::StoreStatus status = open(store);
+  if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
+  return Complete(std::make_unique<DirectorySession>(path, std::move(store), std::move(open)));
+}
+
+SessionResult OpenServer(const QString& server) {
+  std::unique_ptr<ldap::NetworkSession> network;
+  const ldap::StoreStatus status = ldap::NetworkSession::Open({.server = ToUtf8(server)}, network);
+  if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
+  return Complete(std::make_unique<DirectorySession>(std::move(network)));
 }
 
 QString SampleDirectoryPath() {

@@ -6,31 +6,42 @@
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/network/network_session.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/ldap/store_opener.h"
 
 namespace pelora::console {
 
-/// A directory file that the console has open: its store, and the directory port over it.
-/// Everything bound from it goes before it.
+/// A directory that the console has open, in a file or on a server: the store for the user
+/// interface's thread, and the directory port over it. Everything bound from it goes before it.
 struct DirectorySession {
-  DirectorySession(QString file_path, std::unique_ptr<ldap::IDirectoryStore> opened,
-                   ldap::StoreOpener opener)
-      : path(std::move(file_path)),
-        store(std::move(opened)),
-        service(*store),
-        open_another(std::move(opener)) {}
+  /// A directory in a file.
+  DirectorySession(const QString& path, std::unique_ptr<ldap::IDirectoryStore> opened,
+                   ldap::StoreOpener opener);
+  /// A directory on a server.
+  explicit DirectorySession(std::unique_ptr<ldap::NetworkSession> opened);
+  ~DirectorySession();
+  DirectorySession(const DirectorySession&) = delete;
+  DirectorySession& operator=(const DirectorySession&) = delete;
 
+ private:
+  std::unique_ptr<ldap::IDirectoryStore> file_store_;
+  std::unique_ptr<ldap::StoreDirectoryService> file_service_;
+  std::unique_ptr<ldap::NetworkSession> network_;
+
+ public:
+  /// The file's path, or the server's name.
   QString path;
-  std::unique_ptr<ldap::IDirectoryStore> store;
-  ldap::StoreDirectoryService service;
+  bool is_file = true;
+  ldap::IDirectoryStore* store;
+  IDirectoryService& service;
   /// What the directory says of its classes' tabs and wizards.
   ldap::DisplaySpecifiers specifiers;
   /// Opens the same directory for use on another thread.
   ldap::StoreOpener open_another;
 };
 
-/// A session, or one line that names the file and says why there is none.
+/// A session, or one line that names the directory and says why there is none.
 struct SessionResult {
   std::unique_ptr<DirectorySession> session;
   QString error;
@@ -38,6 +49,11 @@ struct SessionResult {
 
 /// Opens a directory file. A file that cannot be opened stays as it is.
 [[nodiscard]] SessionResult OpenDirectoryFile(const QString& path);
+
+/// Connects to a domain controller, with the user's Kerberos ticket; without a name, to one of
+/// those of the ticket's domain. Takes its time: seconds, when a server does not answer. The
+/// session may be opened on one thread and used on another.
+[[nodiscard]] SessionResult OpenServer(const QString& server);
 
 /// The sample company's file in the user's data folder.
 [[nodiscard]] QString SampleDirectoryPath();

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "hosts/console/connect_dialog.h"
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
 
@@ -119,7 +120,8 @@ bool MainWindow::SetSession(std::unique_ptr<DirectorySession> session) {
   session_ = std::move(session);
   connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &MainWindow::ShowContainer);
-  setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(QFileInfo(session_->path).fileName()));
+  const QString name = session_->is_file ? QFileInfo(session_->path).fileName() : session_->path;
+  setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
   tree_->setCurrentIndex(tree_model_->BaseIndex());
   tree_->expand(tree_model_->BaseIndex());
   return true;
@@ -262,11 +264,23 @@ QString MainWindow::CountText(std::size_t selected) const {
 }
 
 void MainWindow::AskForFile() {
-  const QString folder = session_ ? QFileInfo(session_->path).path() : QString();
+  const bool is_file = session_ && session_->is_file;
+  const QString folder = is_file ? QFileInfo(session_->path).path() : QString();
   const QString path =
       QFileDialog::getOpenFileName(this, QStringLiteral("Open Directory File"), folder,
                                    QStringLiteral("Directory files (*.ldb);;All files (*)"));
   if (!path.isEmpty()) OpenFile(path);
+}
+
+void MainWindow::AskForServer() {
+  ConnectDialog dialog(session_ && !session_->is_file ? session_->path : QString(), this);
+  if (dialog.exec() == QDialog::Accepted) OpenServerBesides(dialog.Server());
+}
+
+void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown) {
+  const QString name = server.isEmpty() ? QStringLiteral("The domain") : server;
+  OpenBesides(
+      name, [server] { return OpenServer(server); }, std::move(on_shown));
 }
 
 void MainWindow::ShowAbout() {
@@ -278,13 +292,18 @@ void MainWindow::ShowAbout() {
 }
 
 void MainWindow::ReportLater(const QString& text, const QString& reason) {
+  // One server that is gone fails the tree and the list alike: that is said once.
+  const QString report = text + QLatin1Char('\n') + reason;
+  if (reports_.contains(report)) return;
+  reports_.insert(report);
   // Not at once: what failed may be on the stack of a view that is being drawn.
-  const auto show = [this, text, reason] {
+  const auto show = [this, text, reason, report] {
     QMessageBox box(QMessageBox::Critical, QStringLiteral("Pelora Console"), text, QMessageBox::Ok,
                     this);
     box.setObjectName(QStringLiteral("failure_box"));
     box.setInformativeText(reason);
     box.exec();
+    reports_.remove(report);
   };
   QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QSet>
 #include <memory>
 #include <optional>
 #include <span>
@@ -45,6 +46,10 @@ class MainWindow final : public QMainWindow {
   void OpenBesides(const QString& name, SessionOpening::Open open,
                    std::function<void()> on_shown = {});
 
+  /// Connects to a domain controller, as `OpenBesides` does; without a name, to one of the
+  /// domain's.
+  void OpenServerBesides(const QString& server, std::function<void()> on_shown = {});
+
   /// Opens the property sheet of objects, or brings it to the front; a failure is shown.
   void ShowProperties(std::span<const DirectoryObject> selection);
   /// Makes an object in the container that is shown, in a wizard that is waited for; a failure is
@@ -54,9 +59,12 @@ class MainWindow final : public QMainWindow {
   /// used last or nothing is selected there, the container.
   [[nodiscard]] std::vector<DirectoryObject> Selection() const;
   [[nodiscard]] const SheetWindows& sheets() const { return sheets_; }
+  /// The directory shown; null when there is none.
+  [[nodiscard]] const DirectorySession* session() const { return session_.get(); }
   /// Whether something is being read beside the window.
   [[nodiscard]] bool IsReading() const;
-  /// Shows a failure as soon as the program waits for events again.
+  /// Shows a failure as soon as the program waits for events again; one that is being shown already
+  /// is not shown twice.
   void ReportLater(const QString& text, const QString& reason);
 
  protected:
@@ -82,6 +90,7 @@ class MainWindow final : public QMainWindow {
   void UpdateActions();
   [[nodiscard]] QString CountText(std::size_t selected) const;
   void AskForFile();
+  void AskForServer();
   void ShowAbout();
 
   const resources::ResourceFile& module_;
@@ -105,10 +114,13 @@ class MainWindow final : public QMainWindow {
   bool is_creating_ = false;
   /// A directory that was opened meanwhile, and what follows its showing.
   std::function<void()> show_opened_;
+  /// Failures that are being shown.
+  QSet<QString> reports_;
   QLabel* count_ = nullptr;
   QLabel* hint_ = nullptr;
   bool tree_used_last_ = false;
   QAction* open_file_ = nullptr;
+  QAction* connect_ = nullptr;
   QAction* quit_ = nullptr;
   QAction* open_container_ = nullptr;
   QMenu* new_menu_ = nullptr;

@@ -71,6 +71,10 @@ void MainWindow::MakeActions() {
       make(ThemeIcon("document-open", QStyle::SP_DialogOpenButton),
            QStringLiteral("&Open Directory File..."), QStringLiteral("Show another directory file"),
            {QKeySequence::Open}, [this] { AskForFile(); });
+  connect_ = make(ThemeIcon("network-server", QStyle::SP_DriveNetIcon),
+                  QStringLiteral("&Connect to Domain..."),
+                  QStringLiteral("Show the domain of a domain controller"),
+                  {QKeySequence(QStringLiteral("Ctrl+L"))}, [this] { AskForServer(); });
   quit_ = make(ThemeIcon("application-exit", QStyle::SP_DialogCloseButton), QStringLiteral("&Quit"),
                QStringLiteral("Close the console"), {QKeySequence(QStringLiteral("Ctrl+Q"))},
                [this] { close(); });
@@ -106,7 +110,7 @@ void MainWindow::MakeActions() {
 
 void MainWindow::MakeMenus() {
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-  file->addActions({open_file_, quit_});
+  file->addActions({open_file_, connect_, quit_});
   file->insertSeparator(quit_);
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
   object->addMenu(new_menu_);

@@ -59,9 +59,32 @@ int WriteWindowPicture(std::unique_ptr<DirectorySession> session,
                        const resources::ResourceFile& module, const QString& path) {
   MainWindow window(module);
   if (!window.SetSession(std::move(session))) return kExitFailure;
+  // A tree reads what it is to show when it is shown.
+  window.show();
+  QApplication::processEvents();
   while (window.IsReading()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
   const QString error = WriteScreenshot(window, path);
   return error.isEmpty() ? kExitDone : Fail(error);
+}
+
+/// Shows the objects' properties, once their directory is shown.
+void OpenNamed(MainWindow& window, const std::vector<std::string>& names) {
+  std::vector<DirectoryObject> objects;
+  const QString error = ReadObjects(*window.session(), names, objects);
+  if (!error.isEmpty()) {
+    window.ReportLater(QStringLiteral("The properties cannot be shown."), error);
+  } else if (!objects.empty()) {
+    window.ShowProperties(objects);
+  }
+}
+
+/// The window is there at once; connecting goes on beside it.
+int ShowDomain(const CommandLine& line, const resources::ResourceFile& module) {
+  MainWindow window(module);
+  window.show();
+  window.OpenServerBesides(ToQString(*line.server),
+                           [&window, &line] { OpenNamed(window, line.open); });
+  return QApplication::exec();
 }
 
 int ShowWindows(SessionResult opened, const std::vector<DirectoryObject>& objects,
@@ -77,11 +100,17 @@ int ShowWindows(SessionResult opened, const std::vector<DirectoryObject>& object
   return QApplication::exec();
 }
 
+SessionResult OpenNamedDirectory(const CommandLine& line) {
+  if (line.server) return OpenServer(ToQString(*line.server));
+  return line.directory ? OpenDirectoryFile(ToQString(*line.directory)) : OpenSampleDirectory();
+}
+
 int Run(const CommandLine& line, const resources::ResourceFile& module) {
-  SessionResult opened =
-      line.directory ? OpenDirectoryFile(ToQString(*line.directory)) : OpenSampleDirectory();
-  // Who names a file, an object or a picture reads what is wrong with it where he typed it.
-  const bool asks_for_something = line.directory || !line.open.empty() || line.screenshot;
+  if (line.server && !line.screenshot) return ShowDomain(line, module);
+  SessionResult opened = OpenNamedDirectory(line);
+  // Who names a directory, an object or a picture reads what is wrong with it where he typed it.
+  const bool asks_for_something =
+      line.directory || line.server || !line.open.empty() || line.screenshot;
   if (!opened.session && asks_for_something) return Fail(opened.error);
 
   std::vector<DirectoryObject> objects;

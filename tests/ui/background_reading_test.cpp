@@ -172,7 +172,11 @@ TEST_F(BackgroundReading, TheListDoesNotWaitForTheTree) {
   EXPECT_EQ(tree().model()->rowCount(tree().currentIndex()), 0);
   gate_.release();
   ASSERT_TRUE(WaitForEnd());
-  EXPECT_EQ(tree().model()->rowCount(tree().currentIndex()), 1);
+  const QModelIndex base = tree().currentIndex();
+  ASSERT_EQ(tree().model()->rowCount(base), 1);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(tree().isExpanded(base));
+  EXPECT_FALSE(tree().visualRect(tree().model()->index(0, 0, base)).isEmpty());
 }
 
 TEST_F(BackgroundReading, AFailedListingIsToldAndReadAgainOverANewConnection) {

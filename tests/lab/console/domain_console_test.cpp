@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: Apache-2.0
+// The console's window on a domain.
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTreeView>
+
+#include "hosts/console/main_window.h"
+#include "hosts/console/qt_text.h"
+#include "resources/resource.h"
+#include "server/class_table.h"
+#include "server/guid_text.h"
+#include "tests/contract/dialog_contract_qt_player.h"
+#include "tests/lab/lab.h"
+#include "tests/lab/lab_administrator.h"
+#include "tests/ui/console_test.h"
+
+namespace pelora::test {
+namespace {
+
+using console::MainWindow;
+using console::ToUtf8;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
+using ::testing::Not;
+
+constexpr int kPatience = 60000;
+
+std::string AdaDn() { return "CN=Ada Brandt,OU=Linden," + lab::Base(); }
+
+class DomainConsole : public ConsoleTest {
+ protected:
+  DomainConsole() : window_(module()) { window_.show(); }
+
+  /// Connects and waits until the domain is shown.
+  void Connect(const std::string& server = lab::Server()) {
+    bool shown = false;
+    window_.OpenServerBesides(console::ToQString(server), [&shown] { shown = true; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown; }, kPatience));
+    Settle();
+  }
+  void Settle() {
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window_.IsReading(); }, kPatience));
+  }
+  [[nodiscard]] QTreeView& list() {
+    return *window_.findChild<QTreeView*>(QStringLiteral("object_list"));
+  }
+  [[nodiscard]] std::vector<std::string> Names() {
+    std::vector<std::string> names;
+    for (int row = 0; row < list().model()->rowCount(); ++row) {
+      names.push_back(ToUtf8(list().model()->index(row, 0).data().toString()));
+    }
+    return names;
+  }
+  void DoubleClick(const char* name) {
+    const auto rows = list().model()->match(list().model()->index(0, 0), Qt::DisplayRole,
+                                            QString::fromUtf8(name), 1, Qt::MatchExactly);
+    ASSERT_FALSE(rows.isEmpty()) << name;
+    list().scrollTo(rows.first());
+    const QPoint place = list().visualRect(rows.first()).center();
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    QTest::mouseDClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    Settle();
+  }
+  [[nodiscard]] QList<console::QtPropertySheet*> Sheets() { return window_.sheets().Open(); }
+  void Refresh() {
+    for (QAction* action : window_.findChildren<QAction*>()) {
+      if (action->text() == QStringLiteral("&Refresh")) action->trigger();
+    }
+  }
+  /// Waits for the next message, closes it and gives its text.
+  [[nodiscard]] std::string NextMessage() {
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !told_.empty(); }, kPatience));
+    return std::exchange(told_, {});
+  }
+  void ExpectMessage() {
+    modal_scripts().Add([this](QWidget& box) {
+      told_ = ToUtf8(qobject_cast<QMessageBox*>(&box)->text()) + " " +
+              ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
+      box.close();
+    });
+  }
+  [[nodiscard]] MainWindow& window() { return window_; }
+
+ private:
+  std::string told_;
+  MainWindow window_;
+};
+
+TEST_F(DomainConsole, ShowsWhatADomainHolds) {
+  Connect();
+  EXPECT_EQ(ToUtf8(window().windowTitle()), lab::Server() + " - Pelora Console");
+  EXPECT_THAT(Names(),
+              IsSupersetOf({"Builtin", "Computers", "Domain Controllers", "Linden", "Users"}));
+  EXPECT_THAT(Names(), Not(Contains("System"))) << "for an advanced view only";
+}
+
+TEST_F(DomainConsole, FindsAServerOfTheTicketsDomain) {
+  Connect({});
+  EXPECT_EQ(ToUtf8(window().windowTitle()), lab::Server() + " - Pelora Console");
+  EXPECT_THAT(Names(), Contains("Linden"));
+}
+
+TEST_F(DomainConsole, AUserIsChangedAndNothingElse) {
+  Connect();
+  DoubleClick("Linden");
+  EXPECT_THAT(Names(), ElementsAre("Ada Brandt", "Berta Önder", "Carla Weiß, Dr."));
+  DoubleClick("Ada Brandt");
+  ASSERT_EQ(Sheets().size(), 1);
+  const lab::Attributes before = lab::LabAdministrator().Stored(AdaDn());
+  contract::QtPlayer user(*Sheets().front());
+  user.Click(IDC_PELORA_HIDDEN);
+  Sheets().front()->ApplyButton().click();
+  lab::Attributes expected = before;
+  expected["peloraHidden"] = {"1"};
+  expected["peloraResourceCapacity"] = {"0"};
+  EXPECT_EQ(lab::LabAdministrator().Stored(AdaDn()), expected);
+  EXPECT_THAT(lab::LdapSearch(AdaDn(), {"peloraHidden"}), ElementsAre("peloraHidden: 1"));
+}
+
+TEST_F(DomainConsole, NamesWithSpecialCharactersAreOpened) {
+  Connect();
+  DoubleClick("Linden");
+  DoubleClick("Carla Weiß, Dr.");
+  ASSERT_EQ(Sheets().size(), 1);
+  EXPECT_EQ(ToUtf8(Sheets().front()->windowTitle()), "Carla Weiß, Dr. Properties");
+}
+
+TEST_F(DomainConsole, TabsAreThoseOfTheDisplaySpecifiers) {
+  lab::LabAdministrator administrator;
+  const std::string specifier =
+      "CN=user-Display,CN=409,CN=DisplaySpecifiers,CN=Configuration," + lab::Base();
+  const lab::Attributes before = administrator.Stored(specifier);
+  administrator.Set(specifier, "adminPropertyPages",
+                    {"22," + GuidText(FindClass("CPropPageUser")->class_id),
+                     "21," + GuidText(FindClass("CPropPageFeatures")->class_id)});
+  Connect();
+  DoubleClick("Linden");
+  DoubleClick("Ada Brandt");
+  ASSERT_EQ(Sheets().size(), 1);
+  std::vector<std::string> titles;
+  const auto* tabs = Sheets().front()->findChild<QTabWidget*>();
+  for (int tab = 0; tab < tabs->count(); ++tab) titles.push_back(ToUtf8(tabs->tabText(tab)));
+  EXPECT_THAT(titles, ElementsAre("Pelora Features", "Pelora"));
+  administrator.Set(specifier, "adminPropertyPages", before.at("adminPropertyPages"));
+}
+
+TEST_F(DomainConsole, WithoutTicketItSaysHowToGetOne) {
+  const lab::EnvironmentVariable tickets("KRB5CCNAME", "FILE:/nonexistent");
+  ExpectMessage();
+  window().OpenServerBesides(console::ToQString(lab::Server()));
+  const std::string message = NextMessage();
+  EXPECT_THAT(message, HasSubstr("dc1.pelora.test cannot be opened."));
+  EXPECT_THAT(message, HasSubstr("no Kerberos ticket"));
+  EXPECT_THAT(message, HasSubstr("kinit"));
+  EXPECT_THAT(Names(), IsEmpty());
+}
+
+TEST_F(DomainConsole, AServerThatIsGoneIsToldAndReadAgainWhenItIsBack) {
+  Connect();
+  DoubleClick("Linden");
+  const std::vector<std::string> names = Names();
+  lab::RunningServer server;
+  server.Kill();
+  // Neither the tree nor the list can be read, which is said once.
+  ExpectMessage();
+  Refresh();
+  EXPECT_THAT(NextMessage(), HasSubstr("cannot be read."));
+  Settle();
+  server.Start();
+  Refresh();
+  Settle();
+  EXPECT_THAT(window().Selection(), ::testing::SizeIs(1));
+  EXPECT_FALSE(Names().empty());
+}
+
+}  // namespace
+}  // namespace pelora::test
