@@ -7,7 +7,7 @@
 
 #include "hosts/windows/values/wide_text.h"
 #include "tests/windows/choosers/chooser_test.h"
-#include "tests/windows/choosers/stand_in_browser.h"
+#include "tests/windows/support/stand_in_browser.h"
 
 namespace pelora::windows::test {
 namespace {

@@ -3,7 +3,7 @@
 // beside this one say how its browser is exported.
 #include <algorithm>
 
-#include "tests/windows/choosers/stand_in/browser_plan.h"
+#include "tests/windows/support/browser_plan.h"
 
 using pelora::windows::test::BrowserPlan;
 

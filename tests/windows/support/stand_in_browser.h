@@ -4,7 +4,7 @@
 #include <string>
 
 #include "hosts/windows/values/unique_resource.h"
-#include "tests/windows/choosers/stand_in/browser_plan.h"
+#include "tests/windows/support/browser_plan.h"
 
 namespace pelora::windows::test {
 

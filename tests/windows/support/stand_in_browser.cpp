@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/windows/choosers/stand_in_browser.h"
+#include "tests/windows/support/stand_in_browser.h"
 
 #include <stdexcept>
 
