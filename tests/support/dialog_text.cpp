@@ -69,6 +69,8 @@ constexpr std::array kFlags = {
     Flag{ControlKind::kListBox, 1, "notifies"},
     Flag{ControlKind::kListBox, 2, "sorted"},
     Flag{ControlKind::kListBox, 0x80, "tab stops"},
+    Flag{ControlKind::kListView, 0x8, "selection always shown"},
+    Flag{ControlKind::kListView, 0x8000, "heads do not sort"},
 };
 
 std::string Number(const char* word, std::uint32_t bits) {

@@ -312,6 +312,24 @@ page "Pelora Rights", 271 x 228, 8 "MS Shell Dlg"
 226 button, first of a group "&Add"
 230 button, disabled "&Delete"
 )"},
+    ModuleDialog{227, R"(
+page "Pelora Features", 271 x 228, 8 "MS Shell Dlg"
+311 list view, selection always shown, heads do not sort
+312 default button, disabled "Properties"
+308 button, disabled "Enable"
+309 button, disabled "Disable"
+)"},
+    ModuleDialog{229, R"(
+modal "Archive Servers", 220 x 154, 8 "MS Shell Dlg"
+1043 group box "Archive Servers"
+1002 edit
+105 button "Search"
+1008 button, disabled "Add"
+1007 list box, notifies
+1009 button, disabled "Remove"
+1 default button "OK"
+2 button "Cancel"
+)"},
 };
 
 }  // namespace

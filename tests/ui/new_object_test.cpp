@@ -28,7 +28,9 @@ class NewObject : public ConsoleTest {
   /// Opens the directory so that what is added is taken down.
   void Reopen(bool is_sealed) {
     std::unique_ptr<console::DirectorySession> session = OpenFile();
-    auto store = std::make_unique<RecordingStore>(std::move(session->store), adds_, is_sealed);
+    std::unique_ptr<ldap::IDirectoryStore> opened;
+    if (!session->open_another(opened).Ok()) throw std::runtime_error("it cannot be opened twice");
+    auto store = std::make_unique<RecordingStore>(std::move(opened), adds_, is_sealed);
     recorded_ = std::make_unique<console::DirectorySession>(session->path, std::move(store),
                                                             session->open_another);
   }
