@@ -87,7 +87,8 @@ TEST(ModuleDialogs, EveryIconThatADialogShowsIsThere) {
   const ResourceFile module = Module();
   int icons = 0;
   for (const ModuleDialog& dialog : ModuleDialogs()) {
-    for (const DialogItem& item : module.Dialog(dialog.id).value.value().items) {
+    const auto read = module.Dialog(dialog.id);
+    for (const DialogItem& item : read.value.value().items) {
       if (!item.title_resource) continue;
       EXPECT_TRUE(module.Find(kGroupIconType, *item.title_resource)) << dialog.id;
       ++icons;

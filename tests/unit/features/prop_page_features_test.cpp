@@ -25,6 +25,8 @@ class FeaturesPageTest : public FeaturesTest {
   /// Opens the tab, of which a binding or reading is to fail; gives the answer to the dialog.
   HRESULT OpenFailing(const std::vector<std::string>& paths) {
     testing::SelectionDataObject selection(paths);
+    // A dialog goes before its page.
+    standing_.reset();
     failing_ = Ref<CPropPageFeatures>::Adopt(new CPropPageFeatures(bench_.platform));
     EXPECT_EQ(static_cast<IShellExtInit&>(*failing_).Initialize(&selection), S_OK);
     standing_.emplace(bench_.Template(IDD_PROPPAGE_FEATURES), *failing_);
