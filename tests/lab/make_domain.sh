@@ -38,17 +38,27 @@ sam="$lab_home/domain/private/sam.ldb"
 sed "s/DC=X/$base/" "$here/lab_objects.ldif" >"$lab_home/objects.ldif"
 ldbadd -H "$sam" "$lab_home/objects.ldif"
 
-# More users than servers give in one page, for what has to work with many.
-{
-  printf 'dn: OU=Many,%s\nobjectClass: organizationalUnit\n\n' "$base"
-  for number in $(seq 0 1099); do
-    printf 'dn: CN=Person %d,OU=Many,%s\nobjectClass: user\nsAMAccountName: person%d\n' \
-      "$number" "$base" "$number"
-    printf 'mail: person%d@%s\ndescription: Number %d\npeloraAccount: 1\npeloraUserServer: mail01\n\n' \
-      "$number" "$domain" "$number"
-  done
-} >"$lab_home/many.ldif"
-ldbadd -H "$sam" "$lab_home/many.ldif"
+# add_users CONTAINER COUNT
+add_users() {
+  {
+    printf 'dn: OU=%s,%s\nobjectClass: organizationalUnit\n\n' "$1" "$base"
+    for ((number = 0; number < $2; ++number)); do
+      printf 'dn: CN=Person %d,OU=%s,%s\nobjectClass: user\nsAMAccountName: %.1s-%d\n' \
+        "$number" "$1" "$base" "$1" "$number"
+      printf 'mail: person%d@%s\ndescription: Number %d\npeloraAccount: 1\n' \
+        "$number" "$domain" "$number"
+      printf 'peloraUserServer: mail01\n\n'
+    done
+  } >"$lab_home/users.ldif"
+  ldbadd -H "$sam" "$lab_home/users.ldif"
+}
+# More than servers give in one page, for what has to work with many.
+add_users Many 1100
+if [ "${PELORA_LAB_BENCH:-}" = 1 ]; then
+  add_users Hundreds 1000
+  add_users Thousands 10000
+fi
+
 # A running server adds these by and by; a ticket for the directory needs them at once.
 ldbmodify -H "$sam" <<NAMES
 dn: CN=$(echo "$host" | tr a-z A-Z),OU=Domain Controllers,$base

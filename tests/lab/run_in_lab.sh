@@ -35,14 +35,17 @@ deploy="$root/deploy"
 made_of=("$here/make_domain.sh" "$here/lab_settings.sh" "$here/lab_objects.ldif"
   "$deploy/pelora-deploy" "$deploy/schema.ldif")
 state="$(cat "${made_of[@]}" | sha256sum | cut -c1-16)"
-archive="$folder/domain-$state.tar"
+# One with many more users, for measuring.
+kind="${PELORA_LAB_BENCH:+bench}"
+kind="${kind:-domain}"
+archive="$folder/$kind-$state.tar"
 
 exec {lock}>"$folder/lock"
 flock "$lock"
 if [ ! -s "$archive" ]; then
   # Running it takes no more than the namespaces; making it changes users and groups.
   [ "$(id -u)" -eq 0 ] || fail "the domain has to be made once, as root: sudo $0 true"
-  rm -f "$folder"/domain-*.tar*
+  rm -f "$folder/$kind"-*.tar*
   "${namespaces[@]}" "$here/make_domain.sh" "$deploy" "$archive.new" >"$folder/make_domain.log" 2>&1 ||
     { tail -n 20 "$folder/make_domain.log" >&2; fail "the domain cannot be made; see $folder/make_domain.log"; }
   mv "$archive.new" "$archive"

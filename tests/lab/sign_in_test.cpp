@@ -66,6 +66,16 @@ TEST(SignIn, AServerThatIsNotThereIsNamed) {
   EXPECT_EQ(Open({.server = "no server"}), "-9 'no server' is no name of a server");
 }
 
+TEST(SignIn, PortsThatWouldNotDoAreRefused) {
+  const std::string of_no_use = "53 the server 'dc1.pelora.test:";
+  const std::string catalog = "' is of no use: the global catalog holds a part of each object only";
+  EXPECT_EQ(Open({.server = Server() + ":3268"}), of_no_use + "3268" + catalog);
+  EXPECT_EQ(Open({.server = Server() + ":3269"}), of_no_use + "3269" + catalog);
+  EXPECT_EQ(
+      Open({.server = Server() + ":636"}),
+      of_no_use + "636' is of no use: what is sealed by Kerberos goes to port 389, without TLS");
+}
+
 TEST(SignIn, WithoutATicketItSaysHowToGetOne) {
   const EnvironmentVariable tickets("KRB5CCNAME", "FILE:/nonexistent/tickets");
   const std::string why =

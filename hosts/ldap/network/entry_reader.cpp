@@ -17,9 +17,9 @@ namespace {
 
 /// A server compares each object that it considers with every name of the filter: longer lists cost
 /// it more than they save.
-constexpr std::size_t kNamesInBatch = 32;
+constexpr std::size_t kNamesInBatch = 16;
 /// Enough to keep a server busy that is some milliseconds away.
-constexpr std::size_t kBatchesUnderWay = 12;
+constexpr std::size_t kBatchesUnderWay = 24;
 
 /// Whether the connection has failed, and not just the one request.
 bool IsLost(const LdapConnection& connection, const StoreStatus& status) {

@@ -44,6 +44,27 @@ int ScopeOf(SearchScope scope) {
   return LDAP_SCOPE_BASE;
 }
 
+/// Ports of servers of the same host that would not do.
+struct UnfitPort {
+  std::uint16_t port;
+  const char* reason;
+};
+constexpr auto kUnfitPorts = std::to_array<UnfitPort>({
+    // What is missing there would look unset, and be written so.
+    {3268, "the global catalog holds a part of each object only"},
+    {3269, "the global catalog holds a part of each object only"},
+    {636, "what is sealed by Kerberos goes to port 389, without TLS"},
+});
+
+StoreStatus CheckPort(const ServerName& server) {
+  for (const UnfitPort& unfit : kUnfitPorts) {
+    if (server.port != unfit.port) continue;
+    return {kLdapUnwillingToPerform,
+            "the server '" + server.Text() + "' is of no use: " + unfit.reason};
+  }
+  return {};
+}
+
 bool NeedsPermission(std::span<const Modification> modifications) {
   return std::ranges::any_of(modifications, [](const Modification& change) {
     return change.operation != Modification::Operation::kReplace;
@@ -66,7 +87,8 @@ StoreStatus LdapConnection::Open(const ServerName& server, const NetworkOptions&
                                  std::shared_ptr<LdapConnection>& connection) {
   connection.reset();
   const std::shared_ptr<LdapConnection> opened(new LdapConnection(server, options));
-  StoreStatus status = opened->Connect();
+  StoreStatus status = CheckPort(server);
+  if (status.Ok()) status = opened->Connect();
   if (status.Ok()) status = opened->SignIn();
   if (status.Ok()) connection = opened;
   return status;

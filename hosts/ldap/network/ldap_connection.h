@@ -25,8 +25,9 @@ class LdapConnection {
   using RequestId = int;
 
   /// Connects and signs in. On failure `connection` is left empty: the server is not reached (-1,
-  /// -5), there is no usable ticket (49), the module for signing in is missing (-6), or the server
-  /// would sign or seal less than is asked for (13); `text` is one line that names the server.
+  /// -5), there is no usable ticket (49), the module for signing in is missing (-6), the server
+  /// would sign or seal less than is asked for (13), or the port is that of a global catalog or of
+  /// TLS (53); `text` is one line that names the server.
   static StoreStatus Open(const ServerName& server, const NetworkOptions& options,
                           std::shared_ptr<LdapConnection>& connection);
   ~LdapConnection();

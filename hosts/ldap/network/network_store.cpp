@@ -91,6 +91,8 @@ StoreStatus NetworkStore::DoWriting(const std::string& what, const Sending& send
   // As long as nothing is sent, another connection is as good.
   if (connection_ == nullptr || !connection_->IsUsable()) {
     StoreStatus status = Open();
+    // A timeout here leaves nothing in doubt.
+    if (status.code == kLdapTimeout) status.code = kLdapServerDown;
     if (!status.Ok()) return status;
   }
   const std::shared_ptr<LdapConnection> connection = connection_;

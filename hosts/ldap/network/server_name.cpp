@@ -24,7 +24,8 @@ bool IsHost(std::string_view host) {
     return host.find(':') != std::string_view::npos &&
            host.find_first_not_of(kAddressLetters) == std::string_view::npos;
   }
-  return !host.empty() && host.front() != '.' &&
+  return !host.empty() && host.front() != '.' && host.back() != '.' &&
+         host.find("..") == std::string_view::npos &&
          host.find_first_not_of(kHostLetters) == std::string_view::npos;
 }
 

@@ -17,8 +17,12 @@ constexpr std::string_view kMark = ";range=";
 
 /// Where the mark of a range begins.
 std::size_t FindMark(std::string_view name) {
-  const auto found = std::ranges::search(name, kMark, {}, AsciiLowerCase, AsciiLowerCase);
-  return static_cast<std::size_t>(found.begin() - name.begin());
+  const auto is_same = [](char left, char right) {
+    return AsciiLowerCase(left) == AsciiLowerCase(right);
+  };
+  const auto* const found =
+      std::search(name.begin(), name.end(), kMark.begin(), kMark.end(), is_same);
+  return static_cast<std::size_t>(found - name.begin());
 }
 
 /// The number of the last value of a range; nothing when it is the last of all.

@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: Apache-2.0
+// Measures tabs on a directory server against the tools that one would take instead, in one run and
+// on one machine, and prints the ratios. Runs in the lab (run_directory_bench.sh).
+//
+//   directory_bench CONTAINER [LARGE-CONTAINER]
+//
+// CONTAINER is an organizational unit with some users right below it, LARGE-CONTAINER one with ten
+// times as many. The exit code is 1 when a ratio exceeds its limit.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "pages/objects/prop_page_contact.h"
+#include "pages/objects/prop_page_user.h"
+#include "resources/resource.h"
+#include "tests/lab/lab_page.h"
+#include "tests/lab/lab_test.h"
+
+namespace pelora::lab {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr auto kDelay = std::chrono::milliseconds(5);
+
+/// What the user tab reads.
+constexpr const char* kAttributes =
+    "objectClass mail otherMailbox peloraSendAsPrivilege peloraQuotaOverride peloraQuotaWarn "
+    "peloraQuotaSoft peloraQuotaHard peloraAccount peloraHidden peloraAdmin peloraSharedStoreOnly "
+    "peloraResourceType peloraResourceCapacity peloraUserServer";
+
+double SecondsOf(const std::function<void()>& action) {
+  const auto begin = Clock::now();
+  action();
+  return std::chrono::duration<double>(Clock::now() - begin).count();
+}
+
+/// The middle one of several runs of each of two actions, which take turns: what else the machine
+/// does falls on both.
+struct Pair {
+  double first;
+  double second;
+};
+Pair MediansOf(int rounds, const std::function<void()>& first,
+               const std::function<void()>& second) {
+  std::vector<double> firsts;
+  std::vector<double> seconds;
+  for (int round = 0; round < rounds; ++round) {
+    firsts.push_back(SecondsOf(first));
+    seconds.push_back(SecondsOf(second));
+  }
+  std::ranges::sort(firsts);
+  std::ranges::sort(seconds);
+  const std::size_t middle = firsts.size() / 2;
+  return {firsts[middle], seconds[middle]};
+}
+
+class Table {
+ public:
+  void Add(const std::string& what, double ours, const std::string& against, double theirs,
+           double limit) {
+    const double ratio = ours / theirs;
+    const bool holds = ratio <= limit;
+    all_hold_ = all_hold_ && holds;
+    std::printf("%-36s %8.3f s  %-30s %8.3f s  %5.2f  of at most %5.2f  %s\n", what.c_str(), ours,
+                against.c_str(), theirs, ratio, limit, holds ? "good" : "TOO SLOW");
+    std::fflush(stdout);
+  }
+  [[nodiscard]] bool AllHold() const { return all_hold_; }
+
+ private:
+  bool all_hold_ = true;
+};
+
+std::vector<std::string> UsersBelow(ldap::IDirectoryStore& store, const std::string& container) {
+  std::vector<std::string> names;
+  const StoreStatus status = store.Search({.base = container,
+                                           .scope = ldap::SearchScope::kOneLevel,
+                                           .filter = "(objectClass=user)",
+                                           .attributes = {"cn"}},
+                                          [&](const Entry& entry) {
+                                            names.push_back(entry.dn);
+                                            return true;
+                                          });
+  if (!status.Ok() || names.empty()) throw std::runtime_error("no users below " + container);
+  return names;
+}
+
+/// Opens the user tab on all of them.
+void OpenTab(NetworkSession& session, const std::vector<std::string>& users) {
+  LabBench bench(session.service());
+  const LabPage<CPropPageUser> page(bench, IDD_PROPPAGE_USER, users);
+  if (page.opened() != S_OK) throw std::runtime_error("the tab cannot be opened");
+}
+
+/// A tab on which one box has been clicked, and that writes nothing else.
+class EditedTab {
+ public:
+  EditedTab(NetworkSession& session, const std::vector<std::string>& users)
+      : bench_(session.service()), page_(bench_, IDD_PROPPAGE_CONTACT, users) {}
+
+  void Apply() {
+    page_.Click(IDC_PELORA_HIDDEN);
+    if (!page_.Apply()) throw std::runtime_error("not applied: " + bench_.Boxes());
+  }
+
+ private:
+  LabBench bench_;
+  LabPage<CPropPageContact> page_;
+};
+
+std::string Tool(const std::string& name) {
+  return name + " -N -Q -Y GSSAPI -H ldap://" + Server() + " ";
+}
+
+void RunTool(const std::string& command) {
+  if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
+}
+
+/// As an edited tab's change, for the tool: of another flag, since a server has less to do when a
+/// value stays as it is.
+std::string WriteChanges(const std::vector<std::string>& users, int round) {
+  const std::string path = "/mnt/lab/changes-" + std::to_string(round % 2) + ".ldif";
+  std::ofstream file(path);
+  for (const std::string& user : users) {
+    file << "dn: " << user
+         << "\nchangetype: modify\nreplace: peloraHidden\npeloraHidden: " << round % 2 << "\n-\n\n";
+  }
+  return path;
+}
+
+class Bench {
+ public:
+  /// Everything is done so many times, within reason; or once.
+  Bench(const std::string& container, bool is_quick)
+      : container_(container),
+        is_quick_(is_quick),
+        users_(UsersBelow(session_->store(), container)) {}
+
+  void Open(Table& table) {
+    const std::string search = Tool("ldapsearch") + "-LLL -E pr=1000/noprompt -b '" + container_ +
+                               "' -s one '(objectClass=user)' " + kAttributes + " >/dev/null";
+    const Pair open = MediansOf(
+        Rounds(7), [&] { OpenTab(*session_, users_); }, [&] { RunTool(search); });
+    table.Add("open a tab on " + Count(), open.first, "ldapsearch, one paged search", open.second,
+              1.2);
+  }
+
+  void OpenFromAfar(Table& table) {
+    TcpRelay relay(ldap::kDirectoryPort);
+    const auto session = OpenSession({.server = Server() + ":" + std::to_string(relay.port())});
+    const Pair open = MediansOf(
+        Rounds(5),
+        [&] {
+          relay.SetDelay(kDelay);
+          OpenTab(*session, users_);
+        },
+        [&] {
+          relay.SetDelay(std::chrono::microseconds(0));
+          OpenTab(*session, users_);
+        });
+    const double ten_trips = std::chrono::duration<double>(kDelay).count() * 10;
+    table.Add("open them 5 ms away", open.first, "without the delay, x1.5 + 50 ms",
+              open.second * 1.5 + ten_trips, 1.0);
+  }
+
+  void Apply(Table& table) {
+    EditedTab tab(*session_, users_);
+    const std::vector<std::string> files = {WriteChanges(users_, 0), WriteChanges(users_, 1)};
+    int round = 0;
+    const Pair apply = MediansOf(
+        Rounds(5), [&] { tab.Apply(); },
+        [&] {
+          RunTool(Tool("ldapmodify") + "-f " + files[static_cast<std::size_t>(++round % 2)] +
+                  " >/dev/null");
+        });
+    table.Add("apply one change to " + Count(), apply.first, "ldapmodify, as many", apply.second,
+              1.15);
+  }
+
+  /// What a large selection costs, in terms of this one.
+  void Grow(Table& table, const std::string& large_container) {
+    const std::vector<std::string> many = UsersBelow(session_->store(), large_container);
+    const auto times = static_cast<double>(many.size()) / static_cast<double>(users_.size());
+    const std::string label = std::to_string(many.size()) + " users";
+    const Pair open = MediansOf(
+        Rounds(3), [&] { OpenTab(*session_, many); }, [&] { OpenTab(*session_, users_); });
+    table.Add("open a tab on " + label, open.first, "on " + Count(), open.second, times * 1.1);
+    EditedTab few_tab(*session_, users_);
+    EditedTab many_tab(*session_, many);
+    const Pair apply = MediansOf(
+        1, [&] { many_tab.Apply(); }, [&] { few_tab.Apply(); });
+    table.Add("apply one change to " + label, apply.first, "to " + Count(), apply.second,
+              times * 1.1);
+  }
+
+ private:
+  [[nodiscard]] int Rounds(int rounds) const { return is_quick_ ? 1 : rounds; }
+  [[nodiscard]] std::string Count() const { return std::to_string(users_.size()) + " users"; }
+
+  std::string container_;
+  bool is_quick_;
+  std::unique_ptr<NetworkSession> session_ = OpenSession();
+  std::vector<std::string> users_;
+};
+
+int Run(const std::vector<std::string>& containers, bool is_quick) {
+  Table table;
+  Bench bench(containers.front(), is_quick);
+  bench.Open(table);
+  bench.OpenFromAfar(table);
+  bench.Apply(table);
+  bench.Grow(table, containers.back());
+  return is_quick || table.AllHold() ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace pelora::lab
+
+int main(int argc, char** argv) {
+  std::vector<std::string> arguments(argv + 1, argv + argc);
+  const bool is_quick = !arguments.empty() && arguments.front() == "--quick";
+  if (is_quick) arguments.erase(arguments.begin());
+  if (arguments.size() != 2) {
+    std::cerr << "usage: directory_bench [--quick] CONTAINER LARGE-CONTAINER" << std::endl;
+    return 2;
+  }
+  try {
+    return pelora::lab::Run(arguments, is_quick);
+  } catch (const std::exception& error) {
+    std::cerr << "directory_bench: " << error.what() << std::endl;
+    return 2;
+  }
+}
