@@ -14,13 +14,13 @@
 
 namespace pelora::test {
 
-/// Passes requests on to a store, takes down the entries that are added, and may be sealed. What
-/// only a server keeps (passwords) is not passed on.
+/// Passes requests on to a store and takes down the entries that are added. It may pose as sealed;
+/// what only a server keeps (passwords) is not passed on then.
 class RecordingStore final : public ldap::IDirectoryStore {
  public:
   RecordingStore(std::unique_ptr<ldap::IDirectoryStore> store, std::vector<ldap::Entry>& adds,
-                 bool is_sealed)
-      : store_(std::move(store)), adds_(adds), is_sealed_(is_sealed) {}
+                 bool poses_as_sealed = false)
+      : store_(std::move(store)), adds_(adds), poses_as_sealed_(poses_as_sealed) {}
 
   const ldap::Schema& schema() const override { return store_->schema(); }
   ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return store_->ReadRoot(root); }
@@ -39,17 +39,18 @@ class RecordingStore final : public ldap::IDirectoryStore {
   }
   ldap::StoreStatus Add(const ldap::Entry& entry) override {
     adds_.push_back(entry);
+    if (!poses_as_sealed_) return store_->Add(entry);
     ldap::Entry kept = entry;
     kept.attributes.erase("unicodePwd");
     kept.attributes.erase("pwdLastSet");
     return store_->Add(kept);
   }
-  [[nodiscard]] bool IsSealed() const override { return is_sealed_; }
+  [[nodiscard]] bool IsSealed() const override { return poses_as_sealed_ || store_->IsSealed(); }
 
  private:
   std::unique_ptr<ldap::IDirectoryStore> store_;
   std::vector<ldap::Entry>& adds_;
-  bool is_sealed_;
+  bool poses_as_sealed_;
 };
 
 /// The wizard of a kind of objects on the screen, over a directory, with the person in front of it.

@@ -99,6 +99,10 @@ std::string ListViewLine(const ControlWindow& view) {
 }
 
 std::string StaticLine(const ControlWindow& label) {
+  const DWORD type = label.Style() & SS_TYPEMASK;
+  // The text of a picture is the number of its resource.
+  if (type == SS_ICON) return "icon";
+  if (type == SS_ETCHEDHORZ) return "rule";
   return "label" + Quoted(TextOfWindow(label.window()));
 }
 

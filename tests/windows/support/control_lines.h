@@ -20,6 +20,8 @@ namespace pelora::windows::test {
 ///     249 list view Feature|State *imap|enabled pop3|disabled
 ///     207 button "&Add"
 ///     209 button "&Modify" disabled
+///     - icon
+///     - rule
 ///
 /// The number is the control's; "-" for one that nobody asks for. A star marks selected rows. Words
 /// at the end say what is out of the ordinary: three-state, read-only, disabled, hidden.

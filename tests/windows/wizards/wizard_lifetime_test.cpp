@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: Apache-2.0
+// How long a wizard page lives, what it answers when, and the order of its functions.
+#include "hosts/windows/values/bstr.h"
+#include "hosts/windows/values/system_guid.h"
+#include "server/class_table.h"
+#include "tests/windows/support/console.h"
+#include "tests/windows/support/malloc_counter.h"
+#include "tests/windows/wizards/wizard_test.h"
+
+namespace pelora::windows::test {
+namespace {
+
+class WizardLifetimeTest : public WizardTest {
+ protected:
+  /// A wizard page that has been initialised, and its page.
+  void Make(std::string_view class_name = "CWizardExtUser") {
+    ASSERT_EQ(Activate(ClassId(class_name), extension_), S_OK);
+    ASSERT_EQ(extension_->Initialize(nullptr, nullptr, nullptr, &console_.site(), nullptr), S_OK);
+  }
+  void AddPages() { ASSERT_EQ(extension_->AddPages(pages_.function(), pages_.parameter()), S_OK); }
+  void ReleasePages() {
+    for (const HPROPSHEETPAGE page : pages_.Take()) DestroyPropertySheetPage(page);
+  }
+
+  Ref<::IDsAdminNewObjExt> extension_;
+  PageCollector pages_;
+};
+
+TEST_F(WizardLifetimeTest, ThePagesReleaseEndsTheWizardWhateverReferencesAreHeld) {
+  Make();
+  AddPages();
+  EXPECT_EQ(console_.site().references(), 1U);
+  const Ref<::IUnknown> another = QueryFor<::IUnknown>(*extension_);
+  EXPECT_EQ(CanUnloadNow(), S_FALSE);
+  ReleasePages();
+  EXPECT_EQ(console_.site().references(), 0U);
+  EXPECT_EQ(CanUnloadNow(), S_OK);
+  // What is left answers that there is nothing left.
+  BSTR text = nullptr;
+  EXPECT_EQ(extension_->Initialize(nullptr, nullptr, nullptr, &console_.site(), nullptr),
+            E_UNEXPECTED);
+  EXPECT_EQ(extension_->AddPages(pages_.function(), pages_.parameter()), E_UNEXPECTED);
+  EXPECT_EQ(extension_->SetObject(nullptr), E_UNEXPECTED);
+  EXPECT_EQ(extension_->WriteData(nullptr, 1), E_UNEXPECTED);
+  EXPECT_EQ(extension_->OnError(nullptr, E_FAIL, 1), E_UNEXPECTED);
+  EXPECT_EQ(extension_->GetSummaryInfo(&text), E_UNEXPECTED);
+  EXPECT_EQ(text, nullptr);
+}
+
+TEST_F(WizardLifetimeTest, ThePageKeepsTheWizardWithoutTheConsolesReference) {
+  Make();
+  AddPages();
+  extension_.Reset();
+  EXPECT_EQ(CanUnloadNow(), S_FALSE);
+  EXPECT_EQ(console_.site().references(), 1U);
+  ReleasePages();
+  EXPECT_EQ(CanUnloadNow(), S_OK);
+}
+
+TEST_F(WizardLifetimeTest, WithoutAPageItLivesByItsReferences) {
+  Make();
+  EXPECT_EQ(CanUnloadNow(), S_FALSE);
+  extension_.Reset();
+  EXPECT_EQ(console_.site().references(), 0U);
+  EXPECT_EQ(CanUnloadNow(), S_OK);
+}
+
+TEST_F(WizardLifetimeTest, ARefusedPageIsNoEnd) {
+  Make();
+  pages_.Refuse();
+  AddPages();
+  EXPECT_EQ(pages_.offered(), 1U);
+  EXPECT_EQ(console_.site().references(), 1U);
+  PageCollector others;
+  EXPECT_EQ(extension_->AddPages(others.function(), others.parameter()), S_OK);
+  EXPECT_EQ(others.pages().size(), 1U);
+  EXPECT_EQ(extension_->AddPages(nullptr, 0), E_INVALIDARG);
+}
+
+TEST_F(WizardLifetimeTest, ASecondInitializeLetsTheFirstWizardGo) {
+  Make();
+  WizardSite other;
+  EXPECT_EQ(extension_->Initialize(nullptr, nullptr, nullptr, &other, nullptr), S_OK);
+  EXPECT_EQ(console_.site().references(), 0U);
+  EXPECT_EQ(other.references(), 1U);
+  EXPECT_EQ(extension_->Initialize(nullptr, nullptr, nullptr, nullptr, nullptr), S_OK);
+  EXPECT_EQ(other.references(), 0U);
+}
+
+TEST_F(WizardLifetimeTest, ObjectsAreLetGoWhenAnotherOrNoneComes) {
+  ASSERT_EQ(console_.Add("CWizardExtUser"), S_OK);
+  console_.HandOut("One");
+  EXPECT_EQ(console_.directory().live_objects(), 1U);
+  console_.HandOut("Two");
+  EXPECT_EQ(console_.directory().live_objects(), 1U);
+  console_.HandOut(std::nullopt);
+  EXPECT_EQ(console_.directory().live_objects(), 0U);
+  EXPECT_EQ(console_.TakeLog(),
+            (Lines{"SetObject new = 0", "SetObject new = 0", "SetObject none = 0"}));
+  EXPECT_EQ(console_.extension(0).WriteData(nullptr, 1), 0);
+  EXPECT_EQ(TakeBoxes(), Lines{"error: Unable to get connection with the ldap user\r\n\r\n"
+                               "Error code: 0X80005009"});
+}
+
+TEST_F(WizardLifetimeTest, EveryPhaseButTheFirstIsAnsweredWithOne) {
+  Make();
+  for (const ULONG phase : {0UL, 2UL, 3UL, 4UL, 99UL}) {
+    EXPECT_EQ(extension_->WriteData(nullptr, phase), 1) << phase;
+  }
+}
+
+TEST_F(WizardLifetimeTest, TheSummaryIsTheCallersToFree) {
+  Make();
+  MallocCounter counter;
+  UniqueBstr text;
+  EXPECT_EQ(extension_->GetSummaryInfo(text.Put()), S_OK);
+  EXPECT_EQ(TextOf(text.Get()), "Pelora disabled");
+  EXPECT_EQ(counter.live(), 1);
+  text.Reset();
+  EXPECT_EQ(counter.live(), 0);
+  EXPECT_EQ(extension_->GetSummaryInfo(nullptr), E_POINTER);
+}
+
+TEST_F(WizardLifetimeTest, AnyOtherFailureShowsItsCode) {
+  Make();
+  EXPECT_EQ(extension_->OnError(nullptr, E_ACCESSDENIED, 2), S_OK);
+  EXPECT_EQ(TakeBoxes(), Lines{"error: Unknown error occured\r\n\r\nError code: 0X80070005"});
+}
+
+TEST_F(WizardLifetimeTest, APrimaryPageNeedsThePrimarySite) {
+  Make("CWizardAddresslist");
+  EXPECT_EQ(extension_->WriteData(nullptr, 1), 0);
+  console_.site().is_primary = true;
+  console_.site().on_create = [](const std::wstring& name) {
+    EXPECT_TRUE(name.empty());
+    return S_OK;
+  };
+  EXPECT_EQ(extension_->WriteData(nullptr, 1), 1);
+  EXPECT_EQ(console_.site().references(), 1U);
+  console_.site().on_create = [](const std::wstring& /*name*/) { return E_ACCESSDENIED; };
+  EXPECT_EQ(extension_->WriteData(nullptr, 1), 0);
+  EXPECT_EQ(console_.site().references(), 1U);
+}
+
+TEST_F(WizardLifetimeTest, CancelMakesNothing) {
+  Open("CWizardExtUser");
+  GoToPage("Ada");
+  console_.User().Click(254);
+  (void)console_.TakeLog();
+  console_.Cancel();
+  EXPECT_FALSE(console_.IsOpen());
+  EXPECT_EQ(console_.TakeLog(), Lines());
+  EXPECT_EQ(console_.directory().Values(WizardConsole::PathOf("Ada")), std::nullopt);
+}
+
+TEST_F(WizardLifetimeTest, OffersItsInterfacesAndNoOthers) {
+  Make();
+  EXPECT_TRUE(QueryFor<::IProvideClassInfo>(*extension_));
+  EXPECT_FALSE(QueryFor<::IShellExtInit>(*extension_));
+  EXPECT_FALSE(QueryFor<::IShellPropSheetExt>(*extension_));
+  EXPECT_EQ(QueryFor<::IUnknown>(*extension_),
+            QueryFor<::IUnknown>(*QueryFor<::IProvideClassInfo>(*extension_)));
+}
+
+/// Calls the function in a slot of an interface, without any declaration of it.
+template <class Result, class... Arguments>
+Result CallSlot(void* interface_pointer, std::size_t slot, Arguments... arguments) {
+  void** const table = *static_cast<void***>(interface_pointer);
+  const auto function =
+      reinterpret_cast<Result(STDMETHODCALLTYPE*)(void*, Arguments...)>(table[slot]);
+  return function(interface_pointer, arguments...);
+}
+
+TEST_F(WizardLifetimeTest, ItsFunctionsStandInThePublishedOrder) {
+  ASSERT_EQ(Activate(ClassId("CWizardExtUser"), extension_), S_OK);
+  void* const object = extension_.Get();
+  EXPECT_EQ(CallSlot<ULONG>(object, 1), 2U);
+  EXPECT_EQ(CallSlot<ULONG>(object, 2), 1U);
+  EXPECT_EQ((CallSlot<HRESULT, void*, void*, LPCWSTR, void*, void*>(
+                object, 3, nullptr, nullptr, nullptr,
+                static_cast<::IDsAdminNewObj*>(&console_.site()), nullptr)),
+            S_OK);
+  EXPECT_EQ(console_.site().references(), 1U);
+  EXPECT_EQ((CallSlot<HRESULT, LPFNADDPROPSHEETPAGE, LPARAM>(object, 4, pages_.function(),
+                                                             pages_.parameter())),
+            S_OK);
+  EXPECT_EQ(pages_.offered(), 1U);
+  EXPECT_EQ((CallSlot<HRESULT, void*>(object, 5, nullptr)), S_OK);
+  EXPECT_EQ((CallSlot<HRESULT, HWND, ULONG>(object, 6, nullptr, 3)), 1);
+  EXPECT_EQ((CallSlot<HRESULT, HWND, HRESULT, ULONG>(object, 7, nullptr, S_OK, 2)), S_OK);
+  EXPECT_EQ(TakeBoxes(), Lines{"warning: Unknown error occured"});
+  UniqueBstr text;
+  EXPECT_EQ((CallSlot<HRESULT, BSTR*>(object, 8, text.Put())), S_OK);
+  EXPECT_EQ(TextOf(text.Get()), "Pelora disabled");
+}
+
+TEST_F(WizardLifetimeTest, AThousandWizardsLeaveNothingBehind) {
+  const auto run = [this] {
+    Make();
+    AddPages();
+    extension_.Reset();
+    ReleasePages();
+  };
+  run();
+  MallocCounter counter;
+  for (int round = 0; round < 1000; ++round) run();
+  EXPECT_EQ(counter.live(), 0);
+  EXPECT_EQ(CanUnloadNow(), S_OK);
+}
+
+}  // namespace
+}  // namespace pelora::windows::test
