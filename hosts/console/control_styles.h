@@ -27,6 +27,7 @@ inline constexpr std::uint32_t kStaticRight = 2;
 inline constexpr std::uint32_t kStaticIcon = 3;
 inline constexpr std::uint32_t kStaticHorizontalLine = 0x10;
 inline constexpr std::uint32_t kStaticNoPrefix = 0x80;
+inline constexpr std::uint32_t kStaticEndEllipsis = 0x4000;
 
 inline constexpr std::uint32_t kListBoxNotify = 1;
 inline constexpr std::uint32_t kListBoxSort = 2;

@@ -22,6 +22,28 @@ constexpr int kTitleGap = 3;
 constexpr double kFrameRadius = 3;
 constexpr float kFrameOpacity = 0.3F;
 
+/// A label that ends a text in dots for which there is no room.
+class ElidingLabel final : public QLabel {
+ public:
+  using QLabel::QLabel;
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    style()->drawItemText(&painter, rect(), static_cast<int>(alignment()), palette(), isEnabled(),
+                          shown, foregroundRole());
+  }
+};
+
+bool EndsInDots(const resources::DialogItem& item) {
+  return (item.style & style::kStaticEndEllipsis) != 0;
+}
+
+QLabel& MakeLabel(const resources::DialogItem& item, QWidget& parent) {
+  return EndsInDots(item) ? *new ElidingLabel(&parent) : *new QLabel(&parent);
+}
+
 Qt::Alignment AlignmentOf(const resources::DialogItem& item) {
   switch (item.style & style::kStaticTypeMask) {
     case style::kStaticCenter:
@@ -98,10 +120,11 @@ void GroupControl::SetText(std::string_view text) { frame_.setTitle(ToQString(te
 
 LabelControl::LabelControl(const resources::DialogItem& item, QWidget& parent,
                            ControlEvents& events)
-    : DialogControl(item, *new QLabel(&parent), events),
+    : DialogControl(item, MakeLabel(item, parent), events),
       label_(static_cast<QLabel&>(widget())),
       text_(item.title),
-      has_mnemonics_((item.style & style::kStaticNoPrefix) == 0) {
+      has_mnemonics_((item.style & style::kStaticNoPrefix) == 0),
+      fits_any_width_(item.height >= kTwoLines || EndsInDots(item)) {
   label_.setTextFormat(Qt::PlainText);
   const bool has_lines = item.height >= kTwoLines;
   label_.setWordWrap(has_lines);
@@ -127,7 +150,7 @@ void LabelControl::Show() {
   label_.setText(plain ? WithoutMnemonic(text) : text);
 }
 
-QSize LabelControl::NeededSize() const { return label_.wordWrap() ? QSize() : label_.sizeHint(); }
+QSize LabelControl::NeededSize() const { return fits_any_width_ ? QSize() : label_.sizeHint(); }
 
 IconControl::IconControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events)
     : DialogControl(item, *new IconLabel(item.title_resource, &parent), events) {}

@@ -39,7 +39,8 @@ class GroupControl final : public DialogControl {
   GroupFrame& frame_;
 };
 
-/// A text whose mnemonic, when it has one, moves the focus to `SetBuddy`'s widget.
+/// A text whose mnemonic, when it has one, moves the focus to `SetBuddy`'s widget. Where there is
+/// not enough room for it, it ends in dots if the template says so.
 class LabelControl final : public DialogControl {
  public:
   LabelControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
@@ -55,6 +56,7 @@ class LabelControl final : public DialogControl {
   QLabel& label_;
   std::string text_;
   bool has_mnemonics_;
+  bool fits_any_width_;
 };
 
 /// A picture of the module's own resources, at the size that its place has.

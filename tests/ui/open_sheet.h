@@ -23,6 +23,7 @@ class OpenSheet {
   /// The dialog of the first page.
   [[nodiscard]] console::QtDialog& dialog() const { return *sheet().Dialog(0); }
   [[nodiscard]] contract::QtPlayer& user() { return *player_; }
+  [[nodiscard]] pelora::testing::FakeChoosers& choosers() { return choosers_; }
   [[nodiscard]] bool IsOpen() const { return sheet().isVisible(); }
   [[nodiscard]] bool IsApplyEnabled() const;
   void ClickOk();

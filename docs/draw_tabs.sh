@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Draws docs/images/tabs.png anew: every tab on an object of the sample company, in a property sheet of
+# Windows (under Wine) and in pelora-console, side by side. Needs the packages of ./install.sh test.
+#
+#   docs/draw_tabs.sh
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+# The tests that look for controls that are cut off keep a picture of each tab.
+export GTEST_FILTER='*TabContract.NothingIsCutOffAndNothingOverlaps*'
+
+cmake --preset native -DBUILD_TESTING=ON
+cmake --build --preset native --target ui_tabs pelora_tab_sheet
+build/native/tests/ui/ui_tabs
+
+cmake --preset windows
+cmake --build --preset windows --target windows_extension_test
+mkdir -p build/tabs
+grep windows_extension_test build/windows/windows_suites.txt >build/tabs/windows_suites.txt
+tests/windows/run_wine_suites.sh "$PWD/build/tabs"
+
+build/native/tests/ui/pelora_tab_sheet build/windows/screenshots build/native/screenshots \
+  docs/images/tabs.png

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/contract/tab_contract.h"
+
+#include <algorithm>
+#include <map>
+
+#include "directory/attribute_catalogue.h"
+
+namespace pelora::contract {
+namespace {
+
+using Lines = std::vector<std::string>;
+using AttributeValues = std::map<std::string, std::vector<std::string>>;
+
+/// Controls have numbers from 200 on.
+constexpr ControlId kFirstControl = 200;
+constexpr ControlId kLastControl = 299;
+
+AttributeValues ReadAll(TabConsole& console, const std::string& name) {
+  AttributeValues values;
+  for (const Attribute& attribute : kAttributeCatalogue) {
+    // That one is made up by the directory.
+    if (attribute.name == "distinguishedName") continue;
+    values[std::string(attribute.name)] = console.Values(name, attribute.name);
+  }
+  return values;
+}
+
+Lines ToLines(const AttributeValues& values) {
+  Lines lines;
+  for (const auto& [attribute, list] : values) {
+    if (list.empty()) continue;
+    std::string line = attribute + ":";
+    for (const std::string& value : list) line += (value == list.front() ? " " : " | ") + value;
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+RowIndex RowOf(const IListBox& list, const std::string& text) {
+  for (RowIndex row = 0; row < list.Count(); ++row) {
+    if (list.Text(row) == text) return row;
+  }
+  ADD_FAILURE() << "there is no row " << text;
+  return list.Count();
+}
+
+void PlayStep(TabConsole& console, const TabStep& step) {
+  using enum TabStep::Act;
+  switch (step.act) {
+    case kClick:
+      EXPECT_TRUE(console.Page().IsEnabled(step.control)) << step.control;
+      return console.User().Click(step.control);
+    case kType:
+      console.User().Erase(step.control);
+      console.User().Type(step.control, step.text);
+      EXPECT_EQ(console.Page().Text(step.control), step.text);
+      return;
+    case kSelectRow:
+      return console.User().ClickListRow(step.control,
+                                         RowOf(console.Page().ListBox(step.control), step.text));
+    case kChooseComboRow:
+      return console.User().ChooseComboRow(step.control, step.row);
+    case kTypeAddress:
+      return console.TypeAddress(step.text);
+    case kPick:
+      return console.Pick(step.names);
+    case kFind:
+      return console.Find(step.names);
+    case kBrowse:
+      return console.Browse(step.names.front());
+  }
+}
+
+}  // namespace
+
+void TabContract::Open(std::size_t count) {
+  Console().Open(
+      Script().component,
+      {Script().objects.begin(), Script().objects.begin() + static_cast<std::ptrdiff_t>(count)});
+  EXPECT_FALSE(Console().IsApplyEnabled());
+}
+
+void TabContract::Play(const std::vector<TabStep>& steps) {
+  for (const TabStep& step : steps) PlayStep(Console(), step);
+}
+
+std::vector<std::string> TabContract::Entry(const std::string& name) {
+  return ToLines(ReadAll(Console(), name));
+}
+
+std::vector<std::string> TabContract::EntryAfter(const std::string& name,
+                                                 const std::vector<TabWrite>& writes) {
+  AttributeValues values = ReadAll(Console(), name);
+  for (const TabWrite& write : writes) values[write.attribute] = write.values;
+  return ToLines(values);
+}
+
+std::vector<std::string> TabContract::Fields() {
+  Lines fields;
+  IDialog& page = Console().Page();
+  for (ControlId id = kFirstControl; id <= kLastControl; ++id) {
+    std::string line = std::to_string(id) + " " + page.Text(id);
+    line += page.Check(id) == CheckState::kUnchecked ? "" : " checked";
+    const IListBox& list = page.ListBox(id);
+    for (RowIndex row = 0; row < list.Count(); ++row) line += " [" + list.Text(row) + "]";
+    const auto chosen = page.ComboBox(id).Selection();
+    if (chosen) line += " " + std::to_string(*chosen);
+    fields.push_back(line);
+  }
+  return fields;
+}
+
+TEST_P(TabContract, EveryFieldReachesTheDirectoryAndComesBack) {
+  const std::string& object = Script().objects.front();
+  const Lines expected = EntryAfter(object, Script().writes);
+  ASSERT_NE(Entry(object), expected);
+  Open(1);
+  const Lines loaded = Fields();
+  Play(Script().steps);
+  const Lines edited = Fields();
+  EXPECT_NE(edited, loaded);
+  EXPECT_TRUE(Console().IsApplyEnabled());
+  Console().ClickApply();
+  EXPECT_FALSE(Console().IsApplyEnabled());
+  EXPECT_EQ(Entry(object), expected);
+  Console().Close();
+  Open(1);
+  EXPECT_EQ(Fields(), edited);
+}
+
+TEST_P(TabContract, ThreeObjectsTakeWhatWasEditedAndNothingElse) {
+  std::vector<Lines> expected;
+  for (const std::string& object : Script().objects) {
+    expected.push_back(EntryAfter(object, Script().writes_to_three));
+  }
+  Open(3);
+  Play(Script().steps_for_three);
+  EXPECT_TRUE(Console().IsApplyEnabled());
+  if (!Script().refusal_of_three.empty()) Console().AwaitBox();
+  Console().ClickApply();
+  if (!Script().refusal_of_three.empty()) {
+    EXPECT_EQ(Console().TakeBox(), Script().refusal_of_three);
+  }
+  EXPECT_EQ(Console().IsApplyEnabled(), !Script().refusal_of_three.empty());
+  for (std::size_t index = 0; index < expected.size(); ++index) {
+    EXPECT_EQ(Entry(Script().objects[index]), expected[index]);
+  }
+}
+
+TEST_P(TabContract, OkWithoutAnEditLeavesWhatIsAlwaysWritten) {
+  const std::string& object = Script().objects.front();
+  const Lines expected = EntryAfter(object, Script().always);
+  Open(1);
+  Console().ClickOk();
+  EXPECT_FALSE(Console().IsOpen());
+  EXPECT_EQ(Entry(object), expected);
+}
+
+TEST_P(TabContract, CancelLeavesEverythingAsItWas) {
+  const Lines before = Entry(Script().objects.front());
+  Open(1);
+  Play(Script().steps);
+  Console().Close();
+  EXPECT_FALSE(Console().IsOpen());
+  EXPECT_EQ(Entry(Script().objects.front()), before);
+}
+
+TEST_P(TabContract, NothingIsCutOffAndNothingOverlaps) {
+  for (const std::size_t count : {1U, 3U}) {
+    Open(count);
+    EXPECT_EQ(Console().FaultsOfSight(), Lines());
+    Console().SavePicture("sample_" + Script().component + (count == 1 ? "" : "_three"));
+    Console().Close();
+  }
+}
+
+}  // namespace pelora::contract

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every tab in the console, over the sample company in a directory file.
+#include <QCoreApplication>
+#include <QDir>
+#include <algorithm>
+
+#include "hosts/console/property_tabs.h"
+#include "hosts/console/qt_text.h"
+#include "hosts/console/screenshot.h"
+#include "hosts/ldap/ads_path.h"
+#include "hosts/ldap/create_ldb_directory.h"
+#include "hosts/ldap/sample_company.h"
+#include "resources/resource.h"
+#include "server/class_table.h"
+#include "tests/contract/tab_contract.h"
+#include "tests/ui/console_test.h"
+#include "tests/ui/faults_of_sight.h"
+#include "tests/ui/open_sheet.h"
+
+namespace pelora::contract {
+namespace {
+
+using console::ToQString;
+using Names = std::vector<std::string>;
+
+class QtConsole final : public TabConsole {
+ public:
+  QtConsole() {
+    const std::string file = folder_.File("company.ldb");
+    const ldap::StoreStatus made = ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif());
+    EXPECT_TRUE(made.Ok()) << made.text;
+    session_ = console::OpenDirectoryFile(ToQString(file)).session;
+  }
+
+  void Open(const std::string& component, const Names& names) override {
+    std::vector<console::DirectoryObject> objects;
+    const console::DirectoryBrowser browser(*session_->store);
+    for (const std::string& name : names) {
+      EXPECT_TRUE(browser.ReadObject(name, objects.emplace_back()).Ok()) << name;
+    }
+    sheet_.reset();
+    sheet_ = std::make_unique<test::OpenSheet>(session_->service, *module_.value, objects);
+    const std::vector<Guid> tabs = console::TabsOf(objects, {});
+    const Guid tab = FindClass(component)->class_id;
+    page_ = static_cast<std::size_t>(std::ranges::find(tabs, tab) - tabs.begin());
+    sheet_->sheet().SelectPage(page_);
+    QCoreApplication::processEvents();
+    player_.emplace(Dialog().widget());
+  }
+  void Close() override {
+    if (sheet_->sheet().HasUnsavedEdits()) scripts_.Add(test::Press("&Discard"));
+    sheet_->ClickCancel();
+  }
+  [[nodiscard]] IDialog& Page() override { return Dialog(); }
+  [[nodiscard]] DialogPlayer& User() override { return *player_; }
+
+  void Pick(const Names& names) override { sheet_->choosers().Choose(PathsOf(names)); }
+  void Find(const Names& names) override {
+    sheet_->choosers().Find(pelora::testing::ChosenObjects::AsObjectNames(PathsOf(names)));
+  }
+  void Browse(const std::string& name) override {
+    sheet_->choosers().Browse(kDialogOk, ldap::AdsPathOf(name));
+  }
+  void TypeAddress(const std::string& address) override {
+    scripts_.Add([address](QWidget& window) {
+      QtPlayer user(window);
+      user.Erase(IDC_EMAIL_ADDRESS);
+      user.Type(IDC_EMAIL_ADDRESS, address);
+      user.PressEnter();
+    });
+  }
+  void AwaitBox() override { scripts_.Add(test::Confirm(box_)); }
+  [[nodiscard]] std::string TakeBox() override { return box_.text.substr(0, box_.text.find('\n')); }
+
+  [[nodiscard]] bool IsApplyEnabled() const override { return sheet_->IsApplyEnabled(); }
+  void ClickApply() override { sheet_->ClickApply(); }
+  void ClickOk() override { sheet_->ClickOk(); }
+  [[nodiscard]] bool IsOpen() const override { return sheet_->IsOpen(); }
+
+  [[nodiscard]] Names FaultsOfSight() override { return test::FaultsOfSight(Dialog().widget()); }
+  void SavePicture(const std::string& name) override {
+    const QDir folder(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
+    EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
+    const QString file = folder.filePath(ToQString(name + ".png"));
+    EXPECT_EQ(console::WriteScreenshot(sheet_->sheet(), file), QString());
+  }
+
+  [[nodiscard]] Names Values(const std::string& name, std::string_view attribute) override {
+    const Names wanted = {std::string(attribute)};
+    ldap::Entry entry;
+    EXPECT_TRUE(session_->store->Read(name, wanted, entry).Ok()) << name;
+    return entry.attributes[wanted.front()];
+  }
+
+ private:
+  [[nodiscard]] console::QtDialog& Dialog() { return *sheet_->sheet().Dialog(page_); }
+  static Names PathsOf(const Names& names) {
+    Names paths;
+    for (const std::string& name : names) paths.push_back(ldap::AdsPathOf(name));
+    return paths;
+  }
+
+  pelora::testing::TemporaryFolder folder_;
+  resources::ReadResult<resources::ResourceFile> module_ =
+      resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
+  std::unique_ptr<console::DirectorySession> session_;
+  ModalScripts scripts_;
+  test::ShownBox box_;
+  std::unique_ptr<test::OpenSheet> sheet_;
+  std::size_t page_ = 0;
+  std::optional<QtPlayer> player_;
+};
+
+std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<QtConsole>(); }
+
+INSTANTIATE_TEST_SUITE_P(Qt, TabContract, EveryTab(&MakeConsole), TabName);
+
+}  // namespace
+}  // namespace pelora::contract
