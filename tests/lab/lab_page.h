@@ -29,6 +29,8 @@ class LabBench {
   HeadlessMessageBox messages;
 
   [[nodiscard]] const Platform& platform() const { return platform_; }
+  /// Where the dialogs that a page opens are played.
+  [[nodiscard]] HeadlessModalDialogs& dialogs() { return dialogs_; }
   [[nodiscard]] resources::DialogTemplate Template(DialogId dialog) const {
     return templates_.Dialog(dialog).value.value();
   }
@@ -77,6 +79,7 @@ class LabPage {
   [[nodiscard]] HRESULT initialized() const { return initialized_; }
   [[nodiscard]] HRESULT opened() const { return opened_; }
   [[nodiscard]] HeadlessDialog& dialog() { return dialog_; }
+  [[nodiscard]] HeadlessUser& user() { return user_; }
 
   void Click(ControlId id) { EXPECT_EQ(user_.Click(id), UserAnswer::kDone) << id; }
   void Type(ControlId id, const std::string& text) {
