@@ -62,9 +62,8 @@ std::vector<int> InkedRows(const QImage& picture) {
 
 TEST(TabLooks, TheObjectsPictureIsDrawn) {
   constexpr int kIconWidth = 30;
-  for (const DialogId id :
-       {IDD_PROPPAGE_ADDRESSLIST_GENERAL, IDD_PROPPAGE_DYNAMIC_DISTLIST_GENERAL}) {
-    Shown shown(id);
+  for (const int id : {IDD_PROPPAGE_ADDRESSLIST_GENERAL, IDD_PROPPAGE_DYNAMIC_DISTLIST_GENERAL}) {
+    Shown shown(static_cast<DialogId>(id));
     const QRect name = shown.dialog().Find(IDC_NAME_CN)->widget().geometry();
     const QImage picture = shown.Draw({0, 0, name.left() - 2, name.bottom() + 10});
     EXPECT_GE(static_cast<int>(InkedRows(picture).size()), kIconWidth);
