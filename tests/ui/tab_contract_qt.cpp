@@ -4,6 +4,7 @@
 #include <QDir>
 #include <algorithm>
 
+#include "directory/attribute_catalogue.h"
 #include "hosts/console/property_tabs.h"
 #include "hosts/console/qt_text.h"
 #include "hosts/console/screenshot.h"
@@ -85,11 +86,14 @@ class QtConsole final : public TabConsole {
     EXPECT_EQ(console::WriteScreenshot(sheet_->sheet(), file), QString());
   }
 
-  [[nodiscard]] Names Values(const std::string& name, std::string_view attribute) override {
-    const Names wanted = {std::string(attribute)};
+  [[nodiscard]] TabValues Stored(const std::string& name) override {
+    Names wanted;
+    for (const Attribute& attribute : kAttributeCatalogue) wanted.emplace_back(attribute.name);
     ldap::Entry entry;
     EXPECT_TRUE(session_->store->Read(name, wanted, entry).Ok()) << name;
-    return entry.attributes[wanted.front()];
+    TabValues values;
+    for (const std::string& attribute : wanted) values[attribute] = entry.attributes[attribute];
+    return values;
   }
 
  private:
@@ -114,6 +118,7 @@ class QtConsole final : public TabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<QtConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Qt, TabContract, EveryTab(&MakeConsole), TabName);
+INSTANTIATE_TEST_SUITE_P(Qt, TabLooks, EveryTab(&MakeConsole), TabName);
 
 }  // namespace
 }  // namespace pelora::contract
