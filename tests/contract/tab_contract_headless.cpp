@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every tab on the console in memory.
+#include <set>
+
 #include "tests/contract/headless_tab_console.h"
 #include "tests/unit/page_bench.h"
 
@@ -27,6 +29,18 @@ class MemoryConsole final : private SampleCompany, public HeadlessTabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<MemoryConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Headless, TabContract, EveryTab(&MakeConsole), TabName);
+
+TEST(TabScripts, ThereIsOneForEveryTab) {
+  std::set<std::string> tabs;
+  for (const ComponentClass& row : ClassTable()) {
+    if (row.name.starts_with("CPropPage")) tabs.emplace(row.name);
+  }
+  // A list with buttons, whose rows the scripts do not know; it has suites of its own.
+  tabs.erase("CPropPageFeatures");
+  std::set<std::string> played;
+  for (const TabScript& script : TabScripts()) played.insert(script.component);
+  EXPECT_EQ(played, tabs);
+}
 
 }  // namespace
 }  // namespace pelora::contract

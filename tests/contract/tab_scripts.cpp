@@ -146,7 +146,8 @@ TabScript Addresslist() {
   return {
       .component = "CPropPageAddresslist",
       .objects = {"CN=Alle Personen,OU=Adresslisten," + kCompany,
-                  "CN=Räume,OU=Adresslisten," + kCompany, "CN=Geräte,OU=Adresslisten," + kCompany},
+                  "CN=Räume,OU=Adresslisten," + kCompany,
+                  "CN=Partner/Lieferanten,OU=Adresslisten," + kCompany},
       .steps = {Click(IDC_PELORA_HIDDEN), Browse(contacts), Click(IDC_SEARCH_BASE_SELECT),
                 Type(IDC_SEARCH_QUERY, "(mail=*größe*)"), Click(IDC_PELORA_ACCOUNT)},
       .writes = {{"peloraAccount", {"0"}},
@@ -313,7 +314,7 @@ const std::vector<TabScript>& TabScripts() {
       User(),
       Contact(),
       Distlist(),
-      General("CPropPageAddresslistGeneral", {"Alle Personen", "Räume", "Geräte"}),
+      General("CPropPageAddresslistGeneral", {"Alle Personen", "Räume", "Partner/Lieferanten"}),
       Addresslist(),
       General("CPropPageDynamicDistlistGeneral",
               {"Alle in Chemnitz", "Administratoren", "Ohne Suche"}),
