@@ -49,15 +49,15 @@ void PlayStep(TabConsole& console, const TabStep& step) {
 
 }  // namespace
 
+void PlaySteps(TabConsole& console, const std::vector<TabStep>& steps) {
+  for (const TabStep& step : steps) PlayStep(console, step);
+}
+
 void TabContract::Open(std::size_t count) {
   Console().Open(
       Script().component,
       {Script().objects.begin(), Script().objects.begin() + static_cast<std::ptrdiff_t>(count)});
   EXPECT_FALSE(Console().IsApplyEnabled());
-}
-
-void TabContract::Play(const std::vector<TabStep>& steps) {
-  for (const TabStep& step : steps) PlayStep(Console(), step);
 }
 
 std::vector<std::string> TabContract::ToLines(const TabValues& values) {

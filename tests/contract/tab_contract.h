@@ -81,13 +81,16 @@ using TabContractCase = std::tuple<TabConsoleFactory, std::size_t>;
   return TabScripts().at(std::get<1>(info.param)).component;
 }
 
+/// Does on the console's tab what a script says.
+void PlaySteps(TabConsole& console, const std::vector<TabStep>& steps);
+
 class TabContract : public ::testing::TestWithParam<TabContractCase> {
  protected:
   [[nodiscard]] TabConsole& Console() { return *console_; }
   [[nodiscard]] const TabScript& Script() const { return script_; }
 
   void Open(std::size_t count);
-  void Play(const std::vector<TabStep>& steps);
+  void Play(const std::vector<TabStep>& steps) { PlaySteps(Console(), steps); }
   /// The object's attributes, each "name: value | value", in order of their names.
   [[nodiscard]] std::vector<std::string> Entry(const std::string& name);
   /// The same, as it is to be after `writes`.

@@ -102,5 +102,20 @@ TEST(TabsOfADomain, SendUntouchedOnlyWhatIsAlwaysWritten) {
   }
 }
 
+TEST(TabsOfADomain, AGroupWithoutItsOnlyAddressKeepsItsMail) {
+  const std::string group =
+      "CN=Vertrieb Alle,OU=Gruppen,OU=Linden-Werke Chemnitz," + DomainCompany::Base();
+  DomainConsole console;
+  const TabValues before = console.Stored(group);
+  console.Open("CPropPageDistlist", {group});
+  console.User().ClickListRow(IDC_EMAIL_LIST, 0);
+  console.User().Click(IDC_EMAIL_DELETE);
+  console.store.log.clear();
+  console.ClickApply();
+  EXPECT_EQ(console.store.log, (Names{"read " + group, "modify " + group + ": otherMailbox"}));
+  EXPECT_EQ(console.bench.Boxes(), "");
+  EXPECT_EQ(console.Stored(group), before);
+}
+
 }  // namespace
 }  // namespace pelora::lab
