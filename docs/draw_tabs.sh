@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 # The tests that look for controls that are cut off keep a picture of each tab, as do those of grey texts.
-export GTEST_FILTER='*TabContract.NothingIsCutOffAndNothingOverlaps*:*.AnOpenStatusIsDrawnGreyUntilItIsChosen'
+export GTEST_FILTER='*TabLooks.NothingIsCutOffAndNothingOverlaps*:*.AnOpenStatusIsDrawnGreyUntilItIsChosen'
 GTEST_FILTER+=':*.InALightThemeAnOpenStatusIsLightGrey'
 
 cmake --preset native -DBUILD_TESTING=ON
