@@ -62,6 +62,17 @@ class NewObject : public ConsoleTest {
   }
   std::string Below(const std::string& rdn) { return rdn + "," + kSales; }
 
+  /// Opens the wizard of a kind, with its first page filled in as far as Next needs it.
+  void OpenNamed(const console::NewObjectKind& kind) {
+    Open(std::string(kind.class_name).c_str());
+    if (kind.HasOwnPage()) {
+      wizard().Write("own_name", "New " + ToUtf8(console::TextOf(kind)));
+    } else {
+      wizard().user().Type(292, "New " + ToUtf8(console::TextOf(kind)));
+    }
+    if (kind.account == console::AccountForm::kUser) wizard().Write("own_logon_name", "new");
+  }
+
   /// Keeps a picture of the window as it stands.
   void Picture(const std::string& name) {
     const QString folder = QStringLiteral(PELORA_SCREENSHOT_FOLDER);
@@ -298,6 +309,20 @@ TEST_F(NewObject, ADynamicDistributionList) {
       Stored(Below("CN=Neue")),
       (Lines{"mail: neue@linden-werke.example", "objectClass: peloraDynamicDistlist",
              "objectClass: top", "peloraAccount: 1", "peloraFilter: (cn=n*)", "peloraHidden: 0"}));
+}
+
+TEST_F(NewObject, EveryKindLeftAloneHasNoAccountAndNothingElseOfPelora) {
+  for (const console::NewObjectKind& kind : console::NewObjectKinds()) {
+    SCOPED_TRACE(kind.class_name);
+    adds_.clear();
+    OpenNamed(kind);
+    while (!wizard().wizard().IsSummary()) wizard().Next();
+    wizard().Finish();
+    EXPECT_EQ(adds_.size(), 1U);
+    Lines stored = Stored(wizard().wizard().created_name());
+    std::erase_if(stored, [](const std::string& line) { return !line.starts_with("pelora"); });
+    EXPECT_EQ(stored, Lines{"peloraAccount: 0"});
+  }
 }
 
 // The console's own page.
@@ -592,6 +617,21 @@ TEST_F(NewObject, TheKeyboardLeadsThrough) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   EXPECT_FALSE(wizard().IsOpen());
   EXPECT_TRUE(IsThere(Below("CN=Nora")));
+}
+
+TEST_F(NewObject, TheButtonsStayWhereTheyAre) {
+  for (const console::NewObjectKind& kind : console::NewObjectKinds()) {
+    SCOPED_TRACE(kind.class_name);
+    OpenNamed(kind);
+    const QRect back = wizard().wizard().back().geometry();
+    const QRect next = wizard().wizard().next().geometry();
+    while (!wizard().wizard().IsSummary()) {
+      EXPECT_EQ(wizard().wizard().next().geometry(), next);
+      wizard().Next();
+    }
+    EXPECT_EQ(wizard().wizard().finish().geometry(), next);
+    EXPECT_EQ(wizard().wizard().back().geometry(), back);
+  }
 }
 
 TEST_F(NewObject, EveryPageHasItsPicture) {

@@ -70,9 +70,9 @@ class QtNewObjectWizard final : public QDialog {
  private:
   struct Page {
     std::unique_ptr<PropSheetPage> page;
-    resources::DialogTemplate dialog_template;
-    QWidget* holder = nullptr;
+    /// Its widgets stand from the beginning, its controller hears of it when it is first shown.
     std::unique_ptr<QtDialog> dialog;
+    bool was_shown = false;
   };
 
   void MakeLayout(const QString& container);
@@ -83,7 +83,7 @@ class QtNewObjectWizard final : public QDialog {
   /// Null for a page of the console's own.
   [[nodiscard]] Page* ExtensionPage(std::size_t page);
   bool TakePage(std::unique_ptr<PropSheetPage> page);
-  void CreateDialog(Page& page);
+  void OpenDialog(Page& page);
   void Activate(std::size_t page);
   void UpdateButtons();
   void FillSummary();
