@@ -340,6 +340,19 @@ TEST_F(NewObject, TheFullNameFollowsUntilAnotherIsWritten) {
   EXPECT_EQ(wizard().Field("own_name"), "Ada Alt");
 }
 
+TEST_F(NewObject, TheLogonNameThatFollowsIsOneThatTheDirectoryTakes) {
+  const auto follows = [this](const char* kind, const std::string& name) {
+    Open(kind);
+    wizard().Write("own_name", name);
+    EXPECT_EQ(wizard().Hint(), "");
+    return wizard().Field("own_logon_name");
+  };
+  EXPECT_EQ(follows("group", "St. Gallen"), "St. Gallen");
+  EXPECT_EQ(follows("group", " Meier & Co., Inc. "), "Meier & Co._ Inc");
+  EXPECT_EQ(follows("computer", "abcdefghijklmn.linden"), "ABCDEFGHIJKLMN");
+  EXPECT_EQ(follows("computer", "abcdefghijklm .linden"), "ABCDEFGHIJKLM");
+}
+
 TEST_F(NewObject, NextWaitsForWhatTheKindNeedsAndSaysForWhat) {
   const auto expect = [this](const std::string& hint) {
     EXPECT_EQ(wizard().Hint(), hint);
