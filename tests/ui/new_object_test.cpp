@@ -10,6 +10,7 @@
 #include <functional>
 
 #include "hosts/console/qt_text.h"
+#include "hosts/ldap/ldap_status.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/open_sheet.h"
 #include "tests/ui/open_wizard.h"
@@ -31,6 +32,7 @@ class NewObject : public ConsoleTest {
     std::unique_ptr<ldap::IDirectoryStore> opened;
     if (!session->open_another(opened).Ok()) throw std::runtime_error("it cannot be opened twice");
     auto store = std::make_unique<RecordingStore>(std::move(opened), adds_, is_sealed);
+    store_ = store.get();
     recorded_ = std::make_unique<console::DirectorySession>(session->path, std::move(store),
                                                             session->open_another);
   }
@@ -84,6 +86,7 @@ class NewObject : public ConsoleTest {
 
   std::vector<ldap::Entry> adds_;
   std::unique_ptr<console::DirectorySession> recorded_;
+  RecordingStore* store_ = nullptr;
   std::optional<OpenWizard> wizard_;
 };
 
@@ -525,6 +528,23 @@ TEST_F(NewObject, ANameInUseIsSaidAndEverythingTypedStays) {
   const Lines stored = Stored(Below("CN=Birgit Krämer 2"));
   EXPECT_NE(std::ranges::find(stored, "mail: b2@linden-werke.example"), stored.end());
   EXPECT_NE(std::ranges::find(stored, "givenName: Birgit"), stored.end());
+}
+
+TEST_F(NewObject, ARequestWithoutAnAnswerLeavesOpenWhetherTheObjectIsThere) {
+  OpenNamed(console::NewObjectKinds()[1]);
+  wizard().Next();
+  wizard().Next();
+  store_->FailNextAdd({ldap::kLdapTimeout, "no answer came"});
+  ShownBox box;
+  modal_scripts().Add(Confirm(box));
+  wizard().Finish();
+  EXPECT_EQ(box.text, "Unknown error occured\n\nError code: 0X800705B4");
+  const auto* words = wizard().wizard().findChild<QLabel*>(QStringLiteral("creation_failure"));
+  EXPECT_TRUE(words->isVisible());
+  EXPECT_EQ(ToUtf8(words->text()),
+            "It is not known whether the object was created. The directory says: no answer came");
+  wizard().Finish();
+  EXPECT_FALSE(wizard().IsOpen());
 }
 
 TEST_F(NewObject, WhatIsChangedAfterGoingBackIsWhatIsMade) {

@@ -160,10 +160,8 @@ void QtNewObjectWizard::Finish() {
 }
 
 void QtNewObjectWizard::ShowFailure(const CreationResult& result) {
-  const QString words = explain_failure ? explain_failure() : QString();
-  failure_->setText(
-      QStringLiteral("The object was not created. The directory says: %1").arg(words));
-  failure_->setVisible(!words.isEmpty());
+  failure_->setText(explain_failure ? explain_failure() : QString());
+  failure_->setVisible(!failure_->text().isEmpty());
   if (result.is_shown) return;
   const CreationFailure failure = DescribeCreationFailure(result.status);
   parts_.message_box.Show(nullptr, MakeErrorMessage(failure.status, failure.message));

@@ -59,9 +59,10 @@ class QtNewObjectWizard final : public QDialog {
   [[nodiscard]] QPushButton& next() const { return *next_; }
   [[nodiscard]] QPushButton& finish() const { return *finish_; }
 
-  /// What the directory said of the last failure, in its own words; may be none.
+  /// What is to be said of the last failure beside its code; may be none.
   std::function<QString()> explain_failure;
-  /// Distinguished name of the object that was made, once the window was accepted.
+  /// Distinguished name of the object that was made, once the window was accepted. Asks the
+  /// directory.
   std::function<std::string()> created_name;
 
   /// Cancel, Escape and the close box.
