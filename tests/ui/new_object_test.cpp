@@ -2,16 +2,20 @@
 // Objects made in the console's wizards, read back from the directory file.
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 #include <functional>
+#include <map>
 
 #include "hosts/console/qt_text.h"
 #include "hosts/ldap/ldap_status.h"
 #include "tests/ui/console_test.h"
+#include "tests/ui/faults_of_sight.h"
 #include "tests/ui/open_sheet.h"
 #include "tests/ui/open_wizard.h"
 
@@ -73,6 +77,43 @@ class NewObject : public ConsoleTest {
       wizard().user().Type(292, "New " + ToUtf8(console::TextOf(kind)));
     }
     if (kind.account == console::AccountForm::kUser) wizard().Write("own_logon_name", "new");
+  }
+
+  /// What the person in front of the page that shows would complain of: controls that do not show
+  /// whole, and keys that belong to two controls.
+  Lines Faults() {
+    const console::QtNewObjectWizard& window = wizard().wizard();
+    const console::QtDialog* dialog = window.Dialog(window.CurrentPage());
+    Lines faults;
+    if (dialog != nullptr) faults = FaultsOfSight(dialog->widget());
+    if (window.CurrentPage() == 0 && dialog == nullptr) faults = FaultsOfSight(*window.own_page());
+    std::map<QKeySequence, int> keys;
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+      if (button->isVisible()) ++keys[QKeySequence::mnemonic(button->text())];
+    }
+    for (const auto* label : window.findChildren<QLabel*>()) {
+      if (label->isVisible() && label->buddy() != nullptr) {
+        ++keys[QKeySequence::mnemonic(label->text())];
+      }
+    }
+    keys.erase(QKeySequence());
+    for (const auto& [key, count] : keys) {
+      if (count > 1) faults.push_back(ToUtf8(key.toString()) + " is taken twice");
+    }
+    EXPECT_GE(keys.size(), 2U);
+    return faults;
+  }
+  /// Looks at every page of every kind of object.
+  void LookAtEveryPage() {
+    for (const console::NewObjectKind& kind : console::NewObjectKinds()) {
+      SCOPED_TRACE(kind.class_name);
+      OpenNamed(kind);
+      EXPECT_EQ(Faults(), Lines{});
+      while (!wizard().wizard().IsSummary()) {
+        wizard().Next();
+        EXPECT_EQ(Faults(), Lines{});
+      }
+    }
   }
 
   /// Keeps a picture of the window as it stands.
@@ -651,6 +692,10 @@ TEST_F(NewObject, TheKeyboardLeadsThrough) {
   EXPECT_FALSE(wizard().IsOpen());
   EXPECT_TRUE(IsThere(Below("CN=Nora")));
 }
+
+TEST_F(NewObject, EveryPageShowsWholeAndNoKeyBelongsToTwoControls) { LookAtEveryPage(); }
+
+TEST_F(SealedNewObject, EveryPageShowsWholeAndNoKeyBelongsToTwoControls) { LookAtEveryPage(); }
 
 TEST_F(NewObject, TheButtonsStayWhereTheyAre) {
   for (const console::NewObjectKind& kind : console::NewObjectKinds()) {
