@@ -454,6 +454,20 @@ TEST_F(NewObject, WithoutASealedConnectionNoPasswordIsAskedFor) {
             "An initial password can only be given over a sealed connection.");
 }
 
+TEST_F(NewObject, WithoutASealedConnectionNoPasswordIsSentWhateverTheValuesHold) {
+  const auto object = Ref<ldap::NewStoreObject>::Adopt(new ldap::NewStoreObject(
+      *recorded_->store, Below("CN=Nora"), "user", std::make_shared<ldap::StoreStatus>()));
+  console::OwnValues values;
+  values.name = values.logon_name = QStringLiteral("Nora");
+  values.password = values.confirmation = QStringLiteral("Gehe1m!");
+  EXPECT_EQ(console::StageOwnValues(console::NewObjectKinds()[0], values, {}, *object), S_OK);
+  EXPECT_EQ(object->SetInfo(), S_OK);
+  ASSERT_EQ(adds_.size(), 1U);
+  EXPECT_TRUE(adds_[0].attributes.contains("sAMAccountName"));
+  EXPECT_FALSE(adds_[0].attributes.contains("unicodePwd"));
+  EXPECT_FALSE(adds_[0].attributes.contains("pwdLastSet"));
+}
+
 class SealedNewObject : public NewObject {
  protected:
   SealedNewObject() { Reopen(true); }
