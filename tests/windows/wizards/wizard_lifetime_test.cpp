@@ -153,6 +153,30 @@ TEST_F(WizardLifetimeTest, CancelMakesNothing) {
   EXPECT_EQ(console_.directory().Values(WizardConsole::PathOf("Ada")), std::nullopt);
 }
 
+TEST_F(WizardLifetimeTest, ListensToTheWizardAndToItselfAloneAndRefusesNothing) {
+  Open("CWizardExtContact");
+  GoToPage("Carl");
+  console_.User().Click(254);
+  (void)console_.TakeLog();
+  const auto tell = [this](HWND sender, UINT code) {
+    NMHDR notification = {sender, 0, code};
+    EXPECT_EQ(SendMessageW(console_.Page(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notification)),
+              0);
+    return console_.TakeLog();
+  };
+  for (const HWND sender : {console_.Page(), console_.window()}) {
+    EXPECT_EQ(tell(sender, PSN_SETACTIVE), Lines{"SetButtons 0 off"});
+    EXPECT_EQ(tell(sender, PSN_WIZBACK), Lines{"SetButtons 0 on"});
+    for (const UINT code :
+         {PSN_WIZNEXT, PSN_WIZFINISH, PSN_QUERYCANCEL, PSN_KILLACTIVE, PSN_APPLY}) {
+      EXPECT_EQ(tell(sender, code), Lines()) << code;
+    }
+  }
+  for (const UINT code : {PSN_SETACTIVE, PSN_WIZBACK}) {
+    EXPECT_EQ(tell(GetDesktopWindow(), code), Lines()) << code;
+  }
+}
+
 TEST_F(WizardLifetimeTest, OffersItsInterfacesAndNoOthers) {
   Make();
   EXPECT_TRUE(QueryFor<::IProvideClassInfo>(*extension_));
