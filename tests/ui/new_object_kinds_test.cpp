@@ -232,6 +232,29 @@ TEST_F(NewObjectKinds, ADynamicDistributionList) {
              "objectClass: top", "peloraAccount: 1", "peloraFilter: (cn=n*)", "peloraHidden: 0"}));
 }
 
+TEST_F(NewObjectKinds, ContainersMayHaveSlashesAndCommasInTheirNames) {
+  const std::string slash =
+      "OU=Labor I/O,OU=Entwicklung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+  Open("organizationalUnit", slash.c_str());
+  wizard().Write("own_name", "Prüfstand, links");
+  wizard().Next();
+  EXPECT_EQ(wizard().dialog().Text(291),
+            "linden-werke.example/Linden-Werke Chemnitz/Entwicklung/Labor I/O");
+  wizard().Next();
+  wizard().Finish();
+  const std::string comma = "OU=Prüfstand\\, links," + slash;
+  EXPECT_EQ(wizard().wizard().created_name(), comma);
+
+  Open("peloraAddresslist", comma.c_str());
+  wizard().user().Type(292, "A/B, C");
+  wizard().Next();
+  wizard().Next();
+  wizard().Finish();
+  EXPECT_FALSE(wizard().IsOpen());
+  EXPECT_EQ(wizard().wizard().created_name(), "CN=A/B\\, C," + comma);
+  EXPECT_TRUE(IsThere("CN=A/B\\, C," + comma));
+}
+
 TEST_F(NewObjectKinds, EveryKindLeftAloneHasNoAccountAndNothingElseOfPelora) {
   for (const console::NewObjectKind& kind : console::NewObjectKinds()) {
     SCOPED_TRACE(kind.class_name);
