@@ -44,7 +44,7 @@ bool BindsUsers(std::string_view name) {
 std::vector<std::string> Tabs() {
   std::vector<std::string> tabs;
   for (const ComponentClass& row : ClassTable()) {
-    if (row.create != nullptr && row.name.starts_with(kTabPrefix)) tabs.emplace_back(row.name);
+    if (row.name.starts_with(kTabPrefix)) tabs.emplace_back(row.name);
   }
   return tabs;
 }

@@ -8,6 +8,7 @@
 
 #include "hosts/windows/values/bstr.h"
 #include "hosts/windows/values/system_guid.h"
+#include "hosts/windows/wizard_headers.h"
 #include "server/class_table.h"
 #include "tests/windows/support/console.h"
 #include "tests/windows/support/extension_test.h"
@@ -29,6 +30,27 @@ class ModuleLifetimeTest : public ExtensionTest {
   }
 };
 
+/// Uses a tab as a console does whose sheet is closed before the tab is shown.
+void UseTab(::IUnknown& component, Console& console, PageCollector& pages) {
+  const auto init = QueryFor<::IShellExtInit>(component);
+  const auto sheet = QueryFor<::IShellPropSheetExt>(component);
+  ASSERT_TRUE(init && sheet);
+  EXPECT_EQ(init->Initialize(nullptr, &console.selection(), nullptr), S_OK);
+  EXPECT_EQ(sheet->AddPages(pages.function(), pages.parameter()), S_OK);
+}
+
+/// Uses a wizard page as a console does whose wizard is cancelled before the page is shown.
+void UseWizardPage(::IUnknown& component, PageCollector& pages) {
+  const auto wizard = QueryFor<::IDsAdminNewObjExt>(component);
+  ASSERT_TRUE(wizard);
+  EXPECT_EQ(wizard->Initialize(nullptr, nullptr, nullptr, nullptr, nullptr), S_OK);
+  EXPECT_EQ(wizard->AddPages(pages.function(), pages.parameter()), S_OK);
+  EXPECT_EQ(wizard->SetObject(nullptr), S_OK);
+  UniqueBstr summary;
+  EXPECT_EQ(wizard->GetSummaryInfo(summary.Put()), S_OK);
+  EXPECT_EQ(wizard->WriteData(nullptr, DSA_NEWOBJ_CTX_POSTCOMMIT), 1);
+}
+
 TEST_F(ModuleLifetimeTest, EveryClassIsCreatedUsedAndReleased) {
   Console console;
   console.directory().AddObject(kPath);
@@ -36,22 +58,25 @@ TEST_F(ModuleLifetimeTest, EveryClassIsCreatedUsedAndReleased) {
   int created = 0;
   for (const ComponentClass& row : ClassTable()) {
     SCOPED_TRACE(row.name);
-    Ref<::IUnknown> component;
-    const HRESULT status = Activate(ToSystem(row.class_id), component);
-    if (row.create == nullptr) {
-      EXPECT_EQ(status, CLASS_E_CLASSNOTAVAILABLE);
-      continue;
+    PageCollector pages;
+    {
+      Ref<::IUnknown> component;
+      ASSERT_EQ(Activate(ToSystem(row.class_id), component), S_OK);
+      EXPECT_EQ(CanUnloadNow(), S_FALSE);
+      if (row.name.starts_with("CPropPage")) {
+        UseTab(*component, console, pages);
+      } else {
+        UseWizardPage(*component, pages);
+      }
     }
-    ASSERT_EQ(status, S_OK);
-    ++created;
+    EXPECT_EQ(pages.offered(), 1U);
+    // The page keeps its component.
     EXPECT_EQ(CanUnloadNow(), S_FALSE);
-    if (const auto init = QueryFor<::IShellExtInit>(*component)) {
-      EXPECT_EQ(init->Initialize(nullptr, &console.selection(), nullptr), S_OK);
-    }
-    component.Reset();
+    for (const HPROPSHEETPAGE page : pages.Take()) DestroyPropertySheetPage(page);
     EXPECT_EQ(CanUnloadNow(), S_OK);
+    ++created;
   }
-  EXPECT_GT(created, 0);
+  EXPECT_EQ(created, 21);
   EXPECT_EQ(console.selection().references(), 0U);
   EXPECT_EQ(console.directory().live_objects(), 0U);
 }
