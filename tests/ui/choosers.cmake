@@ -1,8 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
 # The console's choosers and the search behind them.
 pelora_test_suite(ui_choosers
-  SOURCES choosers_test.cpp chooser_user.cpp chooser_user.h scripted_store.h "${qt_main}"
-  LIBRARIES pelora_ui_test_support)
+  SOURCES choosers_test.cpp choosers_contract_qt.cpp chooser_user.cpp chooser_user.h
+    scripted_store.h "${qt_main}"
+  LIBRARIES pelora_choosers_contract pelora_ui_test_support)
 pelora_test_suite(ui_object_search
   SOURCES object_search_test.cpp scripted_store.h "${qt_main}"
   LIBRARIES pelora_ui_test_support)
