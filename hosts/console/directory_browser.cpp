@@ -48,8 +48,7 @@ DirectoryObject ObjectOf(const ldap::Entry& entry) {
 /// What the directory itself can leave out: a container may hold many thousand objects.
 std::string FilterOf(const ListRequest& request) {
   const std::string classes = request.containers_only ? ContainerFilter() : "(objectClass=*)";
-  if (request.advanced) return classes;
-  return "(&" + classes + "(!(showInAdvancedViewOnly=TRUE)))";
+  return request.advanced ? classes : WithoutHidden(classes);
 }
 
 }  // namespace
