@@ -263,6 +263,7 @@ TEST_F(ChoosersTest, ContainersGiveTheirNamesAsTheDirectoryWritesThem) {
 TEST_F(ChoosersTest, ASingleContainerIsAskedForAsOne) {
   PlaySearched([](ChooserUser& user) {
     EXPECT_EQ(user.Title(), "Select Container");
+    EXPECT_THAT(user.Names(), Contains("linden-werke.example")) << "as in the tree";
     user.DoubleClickRow("Builtin");
   });
   EXPECT_EQ(chooser_.SelectContainers(nullptr, names_, SelectionMode::kSingle), S_OK);
