@@ -35,6 +35,14 @@ QString NameOf(const ldap::Entry& entry, ObjectIcon icon) {
   return ToQString(name.empty() ? entry.dn : name);
 }
 
+/// What the directory itself can leave out: a container may hold many thousand objects.
+std::string FilterOf(const ListRequest& request) {
+  const std::string classes = request.containers_only ? ContainerFilter() : "(objectClass=*)";
+  return request.advanced ? classes : WithoutHidden(classes);
+}
+
+}  // namespace
+
 DirectoryObject ObjectOf(const ldap::Entry& entry) {
   const auto classes = entry.attributes.find("objectClass");
   DirectoryObject object;
@@ -44,15 +52,6 @@ DirectoryObject ObjectOf(const ldap::Entry& entry) {
   object.description = ToQString(FirstValue(entry, "description"));
   return object;
 }
-
-/// What the directory itself can leave out: a container may hold many thousand objects.
-std::string FilterOf(const ListRequest& request) {
-  const std::string classes = request.containers_only ? ContainerFilter() : "(objectClass=*)";
-  if (request.advanced) return classes;
-  return "(&" + classes + "(!(showInAdvancedViewOnly=TRUE)))";
-}
-
-}  // namespace
 
 ldap::StoreStatus DirectoryBrowser::ReadBase(DirectoryObject& base) const {
   ldap::Entry root;

@@ -19,6 +19,9 @@ struct DirectoryObject {
   ObjectKind kind;
 };
 
+/// The object of an entry that was read with its classes, name and description.
+[[nodiscard]] DirectoryObject ObjectOf(const ldap::Entry& entry);
+
 /// What is to be listed.
 struct ListRequest {
   std::string container;

@@ -9,6 +9,7 @@ TEST_P(TextServiceContract, LettersOfEveryScriptGetTheirCapital) {
   EXPECT_EQ(UpperCase("ελένη"), "ΕΛΈΝΗ");
   EXPECT_EQ(UpperCase("щука ѓ"), "ЩУКА Ѓ");
   EXPECT_EQ(UpperCase("ἀ ա ḁ"), "Ἀ Ա Ḁ");
+  EXPECT_EQ(UpperCase("a\U00010428z"), "A\U00010400Z") << "two units in UTF-16";
 }
 
 TEST_P(TextServiceContract, LettersWithoutACapitalStay) {

@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "directory/utf.h"
+
 namespace pelora::testing {
 
 class FakeChoosers::Picker final : public IDsObjectPicker {
@@ -73,7 +75,11 @@ HRESULT FakeChoosers::CreateCommonQuery(std::unique_ptr<ICommonQuery>& chooser) 
 
 std::int32_t FakeChoosers::BrowseForContainer(const ContainerBrowserInit& init, std::string& path) {
   browsers_.push_back(init);
-  path = browser_answer_ == kDialogOk ? browser_path_ : std::string();
+  path.clear();
+  if (browser_answer_ == kDialogOk) {
+    // The platform's browser cuts off what does not fit.
+    path = ToUtf8(ToUtf16(browser_path_).substr(0, init.path_capacity - 1));
+  }
   return browser_answer_;
 }
 

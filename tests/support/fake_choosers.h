@@ -38,7 +38,7 @@ class FakeChoosers final : public IChoosers {
   void Choose(const std::vector<std::string>& paths);
   void Choose(ChosenObjects* picked) { picked_ = Ref<IDataObject>(picked); }
   void Find(ChosenObjects* found) { found_ = Ref<IDataObject>(found); }
-  /// What the container browser gives from now on.
+  /// What the container browser gives from now on, as far as there is room for the path.
   void Browse(std::int32_t answer, std::string path);
   /// From now on a step of every picker and query window fails.
   void FailAt(Step step, HRESULT status);

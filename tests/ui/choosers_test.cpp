@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <algorithm>
 #include <cstring>
 #include <semaphore>
 
@@ -262,10 +263,49 @@ TEST_F(ChoosersTest, ContainersGiveTheirNamesAsTheDirectoryWritesThem) {
 TEST_F(ChoosersTest, ASingleContainerIsAskedForAsOne) {
   PlaySearched([](ChooserUser& user) {
     EXPECT_EQ(user.Title(), "Select Container");
+    EXPECT_THAT(user.Names(), Contains("linden-werke.example")) << "as in the tree";
     user.DoubleClickRow("Builtin");
   });
   EXPECT_EQ(chooser_.SelectContainers(nullptr, names_, SelectionMode::kSingle), S_OK);
   EXPECT_THAT(names_, ElementsAre("CN=Builtin,DC=linden-werke,DC=example"));
+}
+
+TEST_F(ChoosersTest, HiddenContainersAreLeftOutUnlessAskedFor) {
+  ModifyEntry(file(), std::string("dn: ") + kSales +
+                          "\nchangetype: modify\nadd: showInAdvancedViewOnly\n"
+                          "showInAdvancedViewOnly: TRUE\n");
+  constexpr std::uint32_t kShowHidden = 0x4;
+  for (const bool hidden_too : {false, true}) {
+    std::unique_ptr<ICommonQuery> query;
+    ASSERT_EQ(choosers_.CreateCommonQuery(query), S_OK);
+    PlaySearched([hidden_too](ChooserUser& user) {
+      EXPECT_THAT(user.Names(), Contains("Labor I/O"));
+      EXPECT_EQ(std::ranges::count(user.Names(), "Vertrieb"), hidden_too ? 1 : 0);
+      user.Click("Cancel");
+    });
+    Ref<IDataObject> chosen;
+    QueryWindowInit init;
+    init.handler_flags = hidden_too ? kShowHidden : 0;
+    EXPECT_EQ(query->OpenQueryWindow(nullptr, init, chosen), S_FALSE);
+  }
+}
+
+TEST_F(ChoosersTest, AddressesHaveColumnsWhereThereMayBeSome) {
+  const auto expect = [this](const char* typed, bool shown) {
+    Play([=](ChooserUser& user) {
+      EXPECT_EQ(user.Text().placeholderText().toStdString(), typed);
+      EXPECT_EQ(user.Results().isColumnHidden(2), !shown) << "logon name";
+      EXPECT_EQ(user.Results().isColumnHidden(3), !shown) << "mail address";
+      EXPECT_FALSE(user.Results().isColumnHidden(4)) << "folder";
+      user.Click("Cancel");
+    });
+  };
+  expect("Part of a name, logon name or e-mail address", true);
+  EXPECT_EQ(PickUsers(), kCancelled);
+  expect("Part of a name", false);
+  EXPECT_EQ(chooser_.SelectComputers(nullptr, names_, SelectionMode::kSingle), kCancelled);
+  expect("Part of a name", false);
+  EXPECT_EQ(chooser_.SelectContainers(nullptr, names_, SelectionMode::kSingle), kCancelled);
 }
 
 TEST_F(ChoosersTest, TheLimitIsStated) {

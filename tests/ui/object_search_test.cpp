@@ -120,6 +120,17 @@ TEST_F(FilterTest, BuiltinGroupsAreLeftOutUnlessAskedFor) {
   EXPECT_THAT(FindTyped(kGroups | kBuiltin, "Vertrieb"), ElementsAre("Vertrieb Alle"));
 }
 
+TEST_F(FilterTest, HiddenObjectsAreLeftOutUnlessAskedFor) {
+  constexpr std::uint32_t kHidden = 0x1;
+  ModifyEntry(file(), std::string("dn: ") + kBirgit +
+                          "\nchangetype: modify\nadd: showInAdvancedViewOnly\n"
+                          "showInAdvancedViewOnly: TRUE\n");
+  EXPECT_THAT(FindTyped(kUsers, "b.kraemer"), IsEmpty());
+  EXPECT_THAT(FindTyped(kUsers | kHidden, "b.kraemer"), ElementsAre("Birgit Krämer"));
+  EXPECT_EQ(Find(console::TypeFilter(Scope(kUsers))).size() + 1,
+            Find(console::TypeFilter(Scope(kUsers | kHidden))).size());
+}
+
 TEST_F(FilterTest, ObjectsAreFoundByEachOfTheirNames) {
   EXPECT_THAT(FindTyped(kUsers, "birgit"), ElementsAre("Birgit Krämer")) << "name";
   EXPECT_THAT(FindTyped(kUsers, "b.kraemer"), ElementsAre("Birgit Krämer")) << "logon name";

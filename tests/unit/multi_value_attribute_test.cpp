@@ -166,6 +166,7 @@ TEST_F(MultiValueAttributeTest, ModifyingTakesTheRowToItsNewPlace) {
   Select("ada@x");
   EXPECT_EQ(attribute_.Modify(list_, "zoe@x"), 0);
   EXPECT_THAT(Rows(), ElementsAre("bob@x", "zoe@x"));
+  EXPECT_EQ(Selected(), "") << "its row is another one";
   ExpectBuilt(R"(["zoe@x", "bob@x"])", "untouched");
 }
 
@@ -208,6 +209,7 @@ TEST_F(MultiValueAttributeTest, AnotherDefaultTakesTheMarkFromTheFirst) {
   Load({"Bob@x"});
   SetDefault("Bob@x");
   EXPECT_THAT(Rows(), ElementsAre("ada@x", "BOB@X"));
+  EXPECT_EQ(Selected(), "") << "all rows are new";
   ExpectBuilt(R"(["ada@x"])", "Bob@x");
 }
 
@@ -283,6 +285,23 @@ TEST_F(MultiValueAttributeTest, DeletingEveryValueGivesAnEmptyArrayAndNoDefault)
   Delete("BOB@X");
   EXPECT_THAT(Rows(), IsEmpty());
   ExpectBuilt("[]", "untouched");
+}
+
+TEST_F(MultiValueAttributeTest, ADefaultAfterAllWereDeletedSharesTheMarkWithTheDeletedOnes) {
+  attribute_.Add(list_, "ada@x", !kChanged, kDefault);
+  Delete("ADA@X");
+  attribute_.Add(list_, "bob@x", kChanged, kDefault);
+  attribute_.Add(list_, "mia@x", kChanged, !kDefault);
+  EXPECT_THAT(Rows(), ElementsAre("BOB@X", "mia@x"));
+  ExpectBuilt(R"(["mia@x"])", "bob@x");
+  // The first mark to be found is the deleted record's; the next time it is that of "bob@x".
+  SetDefault("mia@x");
+  EXPECT_THAT(Rows(), ElementsAre("BOB@X", "MIA@X"));
+  ExpectBuilt("[]", "mia@x");
+  attribute_.Add(list_, "zoe@x", kChanged, !kDefault);
+  SetDefault("zoe@x");
+  EXPECT_THAT(Rows(), ElementsAre("bob@x", "MIA@X", "ZOE@X"));
+  ExpectBuilt(R"(["bob@x"])", "zoe@x");
 }
 
 TEST_F(MultiValueAttributeTest, AnUnchangedDefaultIsNotReportedWithOtherChanges) {

@@ -169,6 +169,36 @@ TEST_F(PersonTest, AddingBesideADefaultLeavesMailAlone) {
   EXPECT_THAT(bench_.Writes(), WritesOf(kAda, {R"(otherMailbox ["zoe@x", "ada@x", "bob@x"])"}));
 }
 
+TEST_F(PersonTest, AddingBesideOthersWithoutADefaultMakesNone) {
+  Open({{"otherMailbox", Variant::String("zoe@x")}});
+  AddAddress("ada@x");
+  EXPECT_THAT(Addresses(), ElementsAre("ada@x", "zoe@x"));
+  EXPECT_TRUE(page().Apply());
+  EXPECT_THAT(bench_.Writes(), WritesOf(kAda, {R"(otherMailbox ["zoe@x", "ada@x"])"}));
+}
+
+TEST_F(PersonTest, AnAddressAddedAfterAllWereDeletedIsTheDefault) {
+  Open({{"mail", Variant::String("ada@x")}});
+  SelectAddress("ADA@X");
+  page().Click(IDC_EMAIL_DELETE);
+  AddAddress("bob@x");
+  EXPECT_THAT(Addresses(), ElementsAre("BOB@X"));
+  EXPECT_TRUE(page().Apply());
+  EXPECT_THAT(bench_.Writes(), WritesOf(kAda, {R"(mail "bob@x")", "otherMailbox []"}));
+}
+
+TEST_F(PersonTest, ANewDefaultLeavesNothingSelectedAndTheButtonsAsTheyWere) {
+  OpenWithAddresses();
+  SelectAddress("zoe@x");
+  page().Click(IDC_EMAIL_DEFAULT);
+  EXPECT_EQ(page().List(IDC_EMAIL_LIST).Selection(), std::nullopt);
+  EXPECT_THAT(AddressButtons(), ElementsAre(true, true, true));
+  page().Click(IDC_EMAIL_DEFAULT);
+  page().Click(IDC_EMAIL_DELETE);
+  EXPECT_THAT(Addresses(), ElementsAre("ada@x", "Mia@x", "ZOE@X")) << "nothing was selected";
+  EXPECT_THAT(AddressButtons(), ElementsAre(false, false, false));
+}
+
 TEST_F(PersonTest, DuplicatesAreAccepted) {
   Open({});
   AddAddress("ada@x");

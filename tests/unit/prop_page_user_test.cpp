@@ -6,6 +6,7 @@
 
 #include <array>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "resources/resource.h"
@@ -415,6 +416,45 @@ TEST_F(UserTest, ACapacityEditedWhileNoResourceIsChosenIsNotWrittenUntilOneIs) {
   EXPECT_THAT(Applied(), ElementsAre("peloraResourceType cleared"));
   ChooseType(2);
   EXPECT_THAT(Applied(), Contains("peloraResourceCapacity 40"));
+}
+
+TEST_F(UserTest, AChangeToNoTypeWritesAnOrdinaryUserAndAsksForNoAddress) {
+  Open({{"peloraAccount", Variant::Integer(1)},
+        {"peloraSharedStoreOnly", Variant::Integer(1)},
+        {"peloraResourceType", Variant::String("room")}});
+  // No hand can do this; a program can.
+  dialog().ComboBox(IDC_ACCOUNT_TYPE).Select(std::nullopt);
+  page().page().OnCommand(IDC_ACCOUNT_TYPE, ControlNotification::kSelectionChange);
+  EXPECT_FALSE(CapacityEnabled());
+  EXPECT_FALSE(AddressRequired());
+  EXPECT_THAT(Applied(), ElementsAre("peloraAdmin 0", "peloraSharedStoreOnly 0",
+                                     "peloraResourceType cleared", "peloraResourceCapacity 0"));
+}
+
+/// A type that is loaded, the last one being none, and whether the capacity is edited then.
+using TypeAndEdit = std::tuple<RowIndex, bool>;
+class UserCollectTest : public UserTest, public ::testing::WithParamInterface<TypeAndEdit> {};
+
+INSTANTIATE_TEST_SUITE_P(EveryTypeAndNone, UserCollectTest,
+                         ::testing::Combine(::testing::Range(RowIndex{0}, RowIndex{7}),
+                                            ::testing::Bool()));
+
+TEST_P(UserCollectTest, WritesTheResourceTypeAlwaysAndTheCapacityUnlessEditedForNoResource) {
+  const auto [type, is_edited] = GetParam();
+  const bool is_resource = type == 2 || type == 3;
+  FakeAttributes stored = {{"peloraResourceCapacity", Variant::Integer(12)}};
+  if (type == 1) stored["peloraSharedStoreOnly"] = Variant::Integer(1);
+  if (is_resource) stored["peloraResourceType"] = Variant::String(kTypes.at(type));
+  if (type > 3) stored["peloraAdmin"] = Variant::Integer(static_cast<std::int32_t>(type) - 3);
+  Open(stored);
+  ASSERT_EQ(AccountType(), type < 6 ? type : kNothing);
+  if (is_edited) dialog().SetText(IDC_CAPACITY, "40");
+  std::vector<std::string> expected = {is_resource
+                                           ? "peloraResourceType \"" + kTypes.at(type) + "\""
+                                           : "peloraResourceType cleared"};
+  if (!is_edited) expected.emplace_back("peloraResourceCapacity 12");
+  if (is_edited && is_resource) expected.emplace_back("peloraResourceCapacity 40");
+  EXPECT_EQ(Applied(), expected);
 }
 
 TEST_F(UserTest, AnErasedCapacityIsCleared) {

@@ -40,7 +40,7 @@ ContainerBrowser::ContainerBrowser(ldap::StoreOpener opener, DirectoryObject bas
   connect(buttons, &QDialogButtonBox::accepted, this, &ContainerBrowser::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &ContainerBrowser::reject);
 
-  auto* label = new QLabel(QStringLiteral("&Container:"), this);
+  auto* label = new QLabel(QStringLiteral("Con&tainer:"), this);
   label->setBuddy(tree_);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(label);

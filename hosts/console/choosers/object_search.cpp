@@ -17,16 +17,12 @@ QString FirstValue(const ldap::Entry& entry, std::string_view attribute) {
 }
 
 FoundObject FoundObjectOf(const ldap::Entry& entry) {
-  FoundObject found;
-  found.object.dn = entry.dn;
-  const auto classes = entry.attributes.find("objectClass");
-  found.object.kind = classes == entry.attributes.end() ? KindOf({}) : KindOf(classes->second);
-  const QString name = FirstValue(entry, "name");
-  found.object.name = name.isEmpty() ? ToQString(entry.dn) : name;
-  found.object.description = FirstValue(entry, "description");
-  found.logon_name = FirstValue(entry, "sAMAccountName");
-  found.mail = FirstValue(entry, "mail");
-  found.folder = FolderOf(entry.dn);
+  FoundObject found{.object = ObjectOf(entry),
+                    .logon_name = FirstValue(entry, "sAMAccountName"),
+                    .mail = FirstValue(entry, "mail"),
+                    .folder = {}};
+  // A domain's name says where it is.
+  if (found.object.kind.icon != ObjectIcon::kDomain) found.folder = FolderOf(entry.dn);
   return found;
 }
 

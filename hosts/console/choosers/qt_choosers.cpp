@@ -21,6 +21,8 @@ namespace {
 
 constexpr std::uint32_t kPickSeveral = 0x1;
 constexpr std::uint32_t kQuerySingle = 0x4;
+constexpr std::uint32_t kQueryHiddenObjects = 0x4;
+constexpr std::uint32_t kComputers = 0x800;
 constexpr std::int32_t kBrowserFailed = -1;
 
 /// What the types of a picker's scope are called.
@@ -29,13 +31,16 @@ struct TypeName {
   const char* name;
 };
 constexpr std::array kTypeNames = {TypeName{0x2, "User"}, TypeName{0x3F0, "Group"},
-                                   TypeName{0x400, "Contact"}, TypeName{0x800, "Computer"}};
+                                   TypeName{0x400, "Contact"}, TypeName{kComputers, "Computer"}};
+
+std::uint32_t TypesOf(const ObjectPickerScope& scope) {
+  return scope.up_level_both_modes | scope.up_level_native_mode;
+}
 
 QString TitleOf(const ObjectPickerScope& scope, bool multiple) {
-  const std::uint32_t bits = scope.up_level_both_modes | scope.up_level_native_mode;
   QStringList names;
   for (const TypeName& type : kTypeNames) {
-    if ((bits & type.bits) == 0) continue;
+    if ((TypesOf(scope) & type.bits) == 0) continue;
     names.append(QLatin1String(type.name) + QLatin1String(multiple ? "s" : ""));
   }
   return QStringLiteral("Select %1").arg(names.join(QStringLiteral(" or ")));
@@ -78,6 +83,7 @@ class ObjectPicker final : public IDsObjectPicker {
     auto objects = RunSearch({.title = TitleOf(init_->scope, multiple),
                               .type_filter = TypeFilter(init_->scope),
                               .multiple = multiple,
+                              .shows_addresses = TypesOf(init_->scope) != kComputers,
                               .limit = options_.limit,
                               .typing_pause = options_.typing_pause},
                              opener_, owner);
@@ -101,13 +107,16 @@ class ContainerQuery final : public ICommonQuery {
                                         Ref<IDataObject>& chosen) override {
     chosen.Reset();
     const bool multiple = (init.window_flags & kQuerySingle) == 0;
-    const auto objects = RunSearch({.title = multiple ? QStringLiteral("Select Containers")
-                                                      : QStringLiteral("Select Container"),
-                                    .type_filter = ContainerFilter(),
-                                    .multiple = multiple,
-                                    .limit = options_.limit,
-                                    .typing_pause = options_.typing_pause},
-                                   opener_, owner);
+    const bool with_hidden = (init.handler_flags & kQueryHiddenObjects) != 0;
+    const auto objects = RunSearch(
+        {.title =
+             multiple ? QStringLiteral("Select Containers") : QStringLiteral("Select Container"),
+         .type_filter = with_hidden ? ContainerFilter() : WithoutHidden(ContainerFilter()),
+         .multiple = multiple,
+         .shows_addresses = false,
+         .limit = options_.limit,
+         .typing_pause = options_.typing_pause},
+        opener_, owner);
     if (!objects) return S_FALSE;
     std::vector<SelectedObject> selected;
     for (const DirectoryObject& object : *objects) {

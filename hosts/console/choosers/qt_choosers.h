@@ -21,7 +21,7 @@ struct ChooserOptions {
 ///
 /// Of an object picker's set-up the up-level filter bits and the choice of several count; the
 /// directory's own domain is the only place to look in. Of a query window's set-up the choice of a
-/// single object counts.
+/// single object and that of hidden ones count.
 class QtChoosers final : public IChoosers {
  public:
   /// `store` outlives the choosers; searches run on a thread of their own over stores from

@@ -27,6 +27,7 @@ namespace {
 /// In average characters.
 constexpr int kWidth = 140;
 constexpr std::array kColumnWidths = {26, 12, 18, 28};
+constexpr std::array kColumnWidthsWithoutAddresses = {40, 22, 0, 0};
 constexpr int kResultLines = 14;
 constexpr int kChosenLines = 4;
 
@@ -61,7 +62,9 @@ void SearchDialog::MakeText(QVBoxLayout& layout) {
   text_ = new QLineEdit(this);
   text_->setObjectName(QStringLiteral("search_text"));
   text_->setClearButtonEnabled(true);
-  text_->setPlaceholderText(QStringLiteral("Part of a name, logon name or e-mail address"));
+  text_->setPlaceholderText(init_.shows_addresses
+                                ? QStringLiteral("Part of a name, logon name or e-mail address")
+                                : QStringLiteral("Part of a name"));
   connect(text_, &QLineEdit::textChanged, this, &SearchDialog::OnTextEdited);
   OnKeys(*text_, {Qt::Key_Return, Qt::Key_Enter}, [this] { OnTextEntered(); });
   OnKeys(*text_, {Qt::Key_Down}, [this] { GoToResults(); });
@@ -90,16 +93,13 @@ void SearchDialog::MakeResults(QVBoxLayout& layout) {
   results_->setSortingEnabled(true);
   results_->sortByColumn(FoundObjectModel::kName, Qt::AscendingOrder);
   results_->setMinimumHeight(kResultLines * fontMetrics().lineSpacing());
-  for (std::size_t column = 0; column < kColumnWidths.size(); ++column) {
-    results_->setColumnWidth(static_cast<int>(column),
-                             kColumnWidths[column] * fontMetrics().averageCharWidth());
-  }
+  SetColumns(init_.shows_addresses ? kColumnWidths : kColumnWidthsWithoutAddresses);
   connect(results_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &SearchDialog::UpdateButtons);
   connect(results_, &QTreeView::doubleClicked, this, &SearchDialog::TakeSelected);
   OnKeys(*results_, {Qt::Key_Return, Qt::Key_Enter}, [this] { TakeSelected(); });
 
-  auto* label = new QLabel(QStringLiteral("F&ound:"), this);
+  auto* label = new QLabel(QStringLiteral("Fou&nd:"), this);
   label->setBuddy(results_);
   status_ = new QLabel(this);
   status_->setObjectName(QStringLiteral("search_status"));
@@ -108,6 +108,14 @@ void SearchDialog::MakeResults(QVBoxLayout& layout) {
   layout.addWidget(label);
   layout.addWidget(results_);
   layout.addWidget(status_);
+}
+
+void SearchDialog::SetColumns(std::span<const int> widths) {
+  for (int column = 0; column < static_cast<int>(widths.size()); ++column) {
+    const int width = widths[static_cast<std::size_t>(column)];
+    results_->setColumnWidth(column, width * fontMetrics().averageCharWidth());
+    results_->setColumnHidden(column, width == 0);
+  }
 }
 
 void SearchDialog::MakeChosen(QVBoxLayout& layout) {
@@ -126,7 +134,7 @@ void SearchDialog::MakeChosen(QVBoxLayout& layout) {
   remove_ = new QPushButton(QStringLiteral("&Remove"), this);
   remove_->setObjectName(QStringLiteral("remove_chosen"));
   connect(remove_, &QPushButton::clicked, this, &SearchDialog::RemoveChosen);
-  auto* label = new QLabel(QStringLiteral("&Chosen:"), this);
+  auto* label = new QLabel(QStringLiteral("C&hosen:"), this);
   label->setBuddy(chosen_list_);
   auto* buttons = new QVBoxLayout;
   buttons->addWidget(add_);

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QTimer>
 #include <chrono>
+#include <span>
 #include <vector>
 
 #include "hosts/console/choosers/found_object_model.h"
@@ -26,6 +27,8 @@ struct SearchDialogInit {
   /// LDAP filter of the objects that may be chosen.
   std::string type_filter;
   bool multiple = false;
+  /// What is searched for may have a logon name and a mail address.
+  bool shows_addresses = true;
   /// At most so many objects are shown for one search.
   std::size_t limit = 1000;
   /// The search begins when nothing has been typed for so long.
@@ -51,6 +54,8 @@ class SearchDialog final : public QDialog {
  private:
   void MakeText(QVBoxLayout& layout);
   void MakeResults(QVBoxLayout& layout);
+  /// Sets the widths of the first columns, in average characters; 0 hides one.
+  void SetColumns(std::span<const int> widths);
   void MakeChosen(QVBoxLayout& layout);
   void MakeButtons(QVBoxLayout& layout);
 

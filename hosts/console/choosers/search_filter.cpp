@@ -8,6 +8,7 @@ namespace pelora::console {
 namespace {
 
 /// Filter bits of an object picker's scope.
+constexpr std::uint32_t kHiddenObjects = 0x1;
 constexpr std::uint32_t kUsers = 0x2;
 constexpr std::uint32_t kBuiltinGroups = 0x4;
 constexpr std::uint32_t kAllGroups = 0x3F0;
@@ -81,12 +82,18 @@ std::string TypeFilter(const ObjectPickerScope& scope) {
     if ((bits & type.bit) != 0) types += type.filter;
   }
   types += GroupFilter(bits);
-  return types.empty() ? Not("(objectClass=*)") : Either(types);
+  if (types.empty()) return Not("(objectClass=*)");
+  types = Either(types);
+  return (bits & kHiddenObjects) != 0 ? types : WithoutHidden(types);
 }
 
 std::string ContainerFilter() {
   return "(|(objectClass=organizationalUnit)(objectClass=container)(objectClass=builtinDomain)"
          "(objectClass=domainDNS))";
+}
+
+std::string WithoutHidden(const std::string& filter) {
+  return Both(filter + Not("(showInAdvancedViewOnly=TRUE)"));
 }
 
 std::string SearchFilter(const std::string& type_filter, std::string_view typed) {

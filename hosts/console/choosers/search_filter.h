@@ -12,12 +12,15 @@ namespace pelora::console {
 /// it is made from.
 
 /// The objects that a picker's scope admits, by its filter bits for up-level domains: users (no
-/// computers), groups by kind, contacts, computers. Bits that admit nothing here are passed over;
-/// no bit at all admits nothing.
+/// computers), groups by kind, contacts, computers; objects for an advanced view only by a bit of
+/// their own. Bits that admit nothing here are passed over; no bit at all admits nothing.
 [[nodiscard]] std::string TypeFilter(const ObjectPickerScope& scope);
 
 /// Domains, organisational units and other containers.
 [[nodiscard]] std::string ContainerFilter();
+
+/// The objects of a filter without those that the directory keeps for an advanced view.
+[[nodiscard]] std::string WithoutHidden(const std::string& filter);
 
 /// The objects of `type_filter` that hold the typed text, taken literally, in their name, display
 /// name, logon name or mail address; all of them for an empty text. Blanks around the text do not

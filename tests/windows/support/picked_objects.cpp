@@ -18,7 +18,8 @@ std::size_t ListSize(std::size_t count) {
 PickedObjects::PickedObjects(const std::vector<std::string>& paths)
     : memory_(GlobalAlloc(GHND, ListSize(paths.size()))) {
   list().cItems = static_cast<ULONG>(paths.size());
-  for (const std::string& path : paths) strings_.push_back(ToWide(path));
+  for (const std::string& path : paths) originals_.push_back(ToWide(path));
+  strings_ = originals_;
   for (std::size_t entry = 0; entry < strings_.size(); ++entry) {
     list().aDsSelection[entry].pwzADsPath = strings_[entry].data();
   }
@@ -92,6 +93,10 @@ STDMETHODIMP PickedObjects::GetData(FORMATETC* format, STGMEDIUM* medium) {
   if (known != S_OK) return known;
   if (FAILED(status_)) return status_;
   ++rendered_;
+  // Where they are: the list points at them.
+  for (std::size_t entry = 0; entry < strings_.size(); ++entry) {
+    std::ranges::copy(originals_[entry], strings_[entry].begin());
+  }
   medium->tymed = medium_;
   medium->hGlobal = hidden_ ? nullptr : memory_;
   medium->pUnkForRelease = &owner_;

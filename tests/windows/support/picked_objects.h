@@ -11,7 +11,8 @@ namespace pelora::windows::test {
 
 /// What was chosen, as an object picker hands it over: a data object of the system's that renders
 /// a `DS_SELECTION_LIST` in global memory, its strings elsewhere. It counts what is done with it,
-/// and spoils the strings when the medium is released, so that a later look at them shows.
+/// and spoils the strings when the medium is released, so that a later look at them shows; the next
+/// rendering mends them.
 ///
 /// Lives on the stack of its test; a reference that is not given back shows in `references`.
 class PickedObjects final : public ::IDataObject {
@@ -77,6 +78,7 @@ class PickedObjects final : public ::IDataObject {
 
   void Reallocate(std::size_t size);
 
+  std::vector<std::wstring> originals_;
   std::vector<std::wstring> strings_;
   HGLOBAL memory_;
   Owner owner_{*this};
