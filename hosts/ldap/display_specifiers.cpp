@@ -54,8 +54,7 @@ std::vector<Guid> OwnClasses(const AttributeValues& values) {
   for (const std::string& value : values) {
     Registration registration;
     if (!ReadRegistration(value, registration)) continue;
-    const ComponentClass* component = FindClass(registration.class_id);
-    if (component != nullptr && component->create != nullptr) registrations.push_back(registration);
+    if (FindClass(registration.class_id) != nullptr) registrations.push_back(registration);
   }
   std::ranges::stable_sort(registrations, {}, &Registration::order);
   std::vector<Guid> classes;

@@ -10,9 +10,7 @@ HRESULT CreateComponent(const Guid& class_id, const Platform& platform, const Gu
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   const ComponentClass* component_class = FindClass(class_id);
-  if (component_class == nullptr || component_class->create == nullptr) {
-    return CLASS_E_CLASSNOTAVAILABLE;
-  }
+  if (component_class == nullptr) return CLASS_E_CLASSNOTAVAILABLE;
   const auto component = Ref<IUnknown>::Adopt(component_class->create(platform));
   return component->QueryInterface(iid, object);
 }

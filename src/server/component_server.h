@@ -7,7 +7,7 @@ namespace pelora {
 
 /// Makes an object of a component class and gives its interface `iid` in `*object`, with a
 /// reference for the caller. `CLASS_E_CLASSNOTAVAILABLE` for an identifier that is not in the class
-/// table or has no page yet; `*object` is null after any failure. `platform` outlives the object.
+/// table; `*object` is null after any failure. `platform` outlives the object.
 [[nodiscard]] HRESULT CreateComponent(const Guid& class_id, const Platform& platform,
                                       const Guid& iid, void** object);
 

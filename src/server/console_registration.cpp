@@ -84,9 +84,7 @@ std::vector<Guid> DefaultRegistrations(std::string_view object_class, ConsoleRol
   for (const ConsoleRegistration& row : kRegistrations) {
     if (row.role != role || !EqualsWithoutCase(row.object_class, object_class)) continue;
     const ComponentClass* component = FindClass(row.component_class);
-    if (component != nullptr && component->create != nullptr) {
-      identifiers.push_back(component->class_id);
-    }
+    if (component != nullptr) identifiers.push_back(component->class_id);
   }
   return identifiers;
 }

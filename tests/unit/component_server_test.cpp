@@ -60,18 +60,17 @@ TEST(ClassTable, IdentifiersTellClassesApart) {
   EXPECT_EQ(FindClass("CPropPageNothing"), nullptr);
 }
 
-TEST(ComponentServer, MakesEveryClassThatHasAPageAndLetsItGo) {
+TEST(ComponentServer, MakesEveryClassAndLetsItGo) {
   testing::TestHost host;
   int made = 0;
   for (const ComponentClass& row : ClassTable()) {
-    if (row.create == nullptr) continue;
     void* object = nullptr;
     ASSERT_EQ(CreateComponent(row.class_id, host.platform, IID_IUnknown, &object), S_OK)
         << row.name;
     EXPECT_EQ(static_cast<IUnknown*>(object)->Release(), 0U);
     ++made;
   }
-  EXPECT_GT(made, 0);
+  EXPECT_EQ(made, 21);
   EXPECT_EQ(host.component_library.initialized(), made);
   EXPECT_EQ(host.component_library.uninitialized(), made);
 }
@@ -82,11 +81,6 @@ TEST(ComponentServer, RefusesWhatItDoesNotHave) {
   EXPECT_EQ(CreateComponent(Guid{}, host.platform, IID_IUnknown, &object),
             CLASS_E_CLASSNOTAVAILABLE);
   EXPECT_EQ(object, nullptr);
-  for (const ComponentClass& row : ClassTable()) {
-    if (row.create != nullptr) continue;
-    EXPECT_EQ(CreateComponent(row.class_id, host.platform, IID_IUnknown, &object),
-              CLASS_E_CLASSNOTAVAILABLE);
-  }
   const Guid user = FindClass("CPropPageUser")->class_id;
   object = &host;
   EXPECT_EQ(CreateComponent(user, host.platform, IID_IADs, &object), E_NOINTERFACE);

@@ -29,7 +29,7 @@ HRESULT DllModule::GetClassObject(REFCLSID class_id, REFIID iid, void** factory)
   if (factory == nullptr) return E_POINTER;
   *factory = nullptr;
   const ComponentClass* const found = FindClass(FromSystem(class_id));
-  if (found == nullptr || found->create == nullptr) return CLASS_E_CLASSNOTAVAILABLE;
+  if (found == nullptr) return CLASS_E_CLASSNOTAVAILABLE;
   if (found->kind == ComponentKind::kWizardPage) {
     return WizardShell::CreateClassFactory(context_, *found, iid, factory);
   }

@@ -19,8 +19,8 @@ class DllModule {
 
   [[nodiscard]] CPeloraPropModule& module() { return module_; }
 
-  /// The class factory of a class of the class table. `CLASS_E_CLASSNOTAVAILABLE` for any other,
-  /// and for a class that has no page yet; `*factory` is null after any failure.
+  /// The class factory of a class of the class table. `CLASS_E_CLASSNOTAVAILABLE` for any other;
+  /// `*factory` is null after any failure.
   [[nodiscard]] HRESULT GetClassObject(REFCLSID class_id, REFIID iid, void** factory) const;
 
  private:

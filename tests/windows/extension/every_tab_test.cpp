@@ -40,11 +40,11 @@ bool BindsUsers(std::string_view name) {
   return name == "CPropPageUser" || name == "CPropPageFeatures";
 }
 
-/// The property tabs that there are.
+/// The property tabs of the class table.
 std::vector<std::string> Tabs() {
   std::vector<std::string> tabs;
   for (const ComponentClass& row : ClassTable()) {
-    if (row.create != nullptr && row.name.starts_with(kTabPrefix)) tabs.emplace_back(row.name);
+    if (row.name.starts_with(kTabPrefix)) tabs.emplace_back(row.name);
   }
   return tabs;
 }
@@ -205,7 +205,7 @@ TEST_P(EveryTabTest, LeavesNothingBehind) {
   EXPECT_EQ(CountWindowsOfThread(), windows);
 }
 
-TEST(EveryTab, StandsInTheTable) { EXPECT_THAT(Tabs(), ::testing::Contains("CPropPageUser")); }
+TEST(EveryTab, StandsInTheTable) { EXPECT_EQ(Tabs().size(), 12U); }
 
 }  // namespace
 }  // namespace pelora::windows::test

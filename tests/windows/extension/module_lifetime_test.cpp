@@ -8,6 +8,8 @@
 
 #include "hosts/windows/values/bstr.h"
 #include "hosts/windows/values/system_guid.h"
+#include "hosts/windows/values/unique_resource.h"
+#include "hosts/windows/wizard_headers.h"
 #include "server/class_table.h"
 #include "tests/windows/support/console.h"
 #include "tests/windows/support/extension_test.h"
@@ -17,6 +19,32 @@ namespace {
 
 constexpr const char* kPath = "LDAP://CN=Ada,DC=fake,DC=example";
 constexpr const char* kUserPage = "CPropPageUser";
+
+/// What an object says its class is; empty when it does not say.
+std::string ClassNameOf(::IUnknown& object) {
+  const auto provider = QueryFor<::IProvideClassInfo>(object);
+  Ref<ITypeInfo> info;
+  if (!provider || provider->GetClassInfo(info.Put()) != S_OK) return {};
+  UniqueBstr name;
+  if (FAILED(info->GetDocumentation(MEMBERID_NIL, name.Put(), nullptr, nullptr, nullptr))) {
+    return {};
+  }
+  return TextOf(name.Get());
+}
+
+/// A console's first steps with a component: the selection goes to a tab, a wizard page needs
+/// nothing here, and either adds its page. The first answer that is not `S_OK`.
+HRESULT AddPagesOf(::IUnknown& component, Selection& selection, const PageCollector& pages) {
+  if (const auto wizard = QueryFor<::IDsAdminNewObjExt>(component)) {
+    const HRESULT status = wizard->Initialize(nullptr, nullptr, nullptr, nullptr, nullptr);
+    return status == S_OK ? wizard->AddPages(pages.function(), pages.parameter()) : status;
+  }
+  const auto init = QueryFor<::IShellExtInit>(component);
+  const auto extension = QueryFor<::IShellPropSheetExt>(component);
+  if (!init || !extension) return E_NOINTERFACE;
+  const HRESULT status = init->Initialize(nullptr, &selection, nullptr);
+  return status == S_OK ? extension->AddPages(pages.function(), pages.parameter()) : status;
+}
 
 class ModuleLifetimeTest : public ExtensionTest {
  protected:
@@ -30,28 +58,30 @@ class ModuleLifetimeTest : public ExtensionTest {
 };
 
 TEST_F(ModuleLifetimeTest, EveryClassIsCreatedUsedAndReleased) {
+  const UniqueLibrary loaded(LoadLibraryW(ExtensionPath().c_str()));
+  ASSERT_TRUE(static_cast<bool>(loaded));
   Console console;
   console.directory().AddObject(kPath);
   console.Select({kPath});
-  int created = 0;
+  int used = 0;
   for (const ComponentClass& row : ClassTable()) {
     SCOPED_TRACE(row.name);
-    Ref<::IUnknown> component;
-    const HRESULT status = Activate(ToSystem(row.class_id), component);
-    if (row.create == nullptr) {
-      EXPECT_EQ(status, CLASS_E_CLASSNOTAVAILABLE);
-      continue;
+    EXPECT_EQ(CanUnloadNow(), S_OK) << "before";
+    {
+      PageCollector pages;
+      Ref<::IUnknown> component;
+      ASSERT_EQ(Activate(ToSystem(row.class_id), component), S_OK);
+      EXPECT_EQ(CanUnloadNow(), S_FALSE) << "while the component lives";
+      EXPECT_EQ(ClassNameOf(*component), row.name);
+      EXPECT_EQ(AddPagesOf(*component, console.selection(), pages), S_OK);
+      EXPECT_EQ(pages.pages().size(), 1U);
+      component.Reset();
+      EXPECT_EQ(CanUnloadNow(), S_FALSE) << "while its page lives";
     }
-    ASSERT_EQ(status, S_OK);
-    ++created;
-    EXPECT_EQ(CanUnloadNow(), S_FALSE);
-    if (const auto init = QueryFor<::IShellExtInit>(*component)) {
-      EXPECT_EQ(init->Initialize(nullptr, &console.selection(), nullptr), S_OK);
-    }
-    component.Reset();
-    EXPECT_EQ(CanUnloadNow(), S_OK);
+    EXPECT_EQ(CanUnloadNow(), S_OK) << "afterwards";
+    ++used;
   }
-  EXPECT_GT(created, 0);
+  EXPECT_EQ(used, 21);
   EXPECT_EQ(console.selection().references(), 0U);
   EXPECT_EQ(console.directory().live_objects(), 0U);
 }
@@ -137,11 +167,7 @@ TEST_F(ModuleLifetimeTest, EveryInterfaceLeadsToEveryOther) {
 TEST_F(ModuleLifetimeTest, AnObjectTellsItsClass) {
   Ref<::IProvideClassInfo> provider;
   ASSERT_EQ(Activate(ClassId(kUserPage), provider), S_OK);
-  Ref<ITypeInfo> info;
-  ASSERT_EQ(provider->GetClassInfo(info.Put()), S_OK);
-  UniqueBstr name;
-  ASSERT_EQ(info->GetDocumentation(MEMBERID_NIL, name.Put(), nullptr, nullptr, nullptr), S_OK);
-  EXPECT_EQ(TextOf(name.Get()), kUserPage);
+  EXPECT_EQ(ClassNameOf(*provider), kUserPage);
   EXPECT_EQ(provider->GetClassInfo(nullptr), E_POINTER);
 }
 
