@@ -186,7 +186,6 @@ TEST_P(EveryTabTest, GoesWithASheetThatNeverShowedIt) {
 }
 
 TEST_P(EveryTabTest, LeavesNothingBehind) {
-  const MallocCounter memory;
   console_.Select({kFirst});
   const auto open_and_close = [&](int rounds) {
     for (int round = 0; round < rounds; ++round) {
@@ -196,6 +195,11 @@ TEST_P(EveryTabTest, LeavesNothingBehind) {
     }
   };
   // Until caches of the system are filled.
+  open_and_close(5);
+  const std::size_t heap_blocks = CountHeapBlocks();
+  open_and_close(5);
+  EXPECT_EQ(CountHeapBlocks(), heap_blocks);
+  const MallocCounter memory;
   open_and_close(5);
   const long blocks = memory.live();
   const std::size_t windows = CountWindowsOfThread();
