@@ -7,12 +7,14 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# The tests that look for controls that are cut off keep a picture of each tab.
-export GTEST_FILTER='*TabContract.NothingIsCutOffAndNothingOverlaps*'
+# The tests that look for controls that are cut off keep a picture of each tab, as do those of grey texts.
+export GTEST_FILTER='*TabLooks.NothingIsCutOffAndNothingOverlaps*:*.AnOpenStatusIsDrawnGreyUntilItIsChosen'
+GTEST_FILTER+=':*.InALightThemeAnOpenStatusIsLightGrey'
 
 cmake --preset native -DBUILD_TESTING=ON
-cmake --build --preset native --target ui_tabs pelora_tab_sheet
+cmake --build --preset native --target ui_tabs ui_console_features pelora_tab_sheet
 build/native/tests/ui/ui_tabs
+build/native/tests/ui/ui_console_features
 
 cmake --preset windows
 cmake --build --preset windows --target windows_extension_test

@@ -23,7 +23,7 @@ struct ComponentClass {
   std::string_view prog_id;
   std::string_view version_independent_prog_id;
   Guid class_id;
-  /// Makes an object with one reference, which the caller owns. Every class of the table has it.
+  /// Makes an object with one reference, which the caller owns. Every class has it.
   IUnknown* (*create)(const Platform& platform) = nullptr;
   ComponentKind kind = ComponentKind::kPropertyPage;
 };

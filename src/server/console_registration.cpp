@@ -83,8 +83,7 @@ std::vector<Guid> DefaultRegistrations(std::string_view object_class, ConsoleRol
   std::vector<Guid> identifiers;
   for (const ConsoleRegistration& row : kRegistrations) {
     if (row.role != role || !EqualsWithoutCase(row.object_class, object_class)) continue;
-    const ComponentClass* component = FindClass(row.component_class);
-    if (component != nullptr) identifiers.push_back(component->class_id);
+    identifiers.push_back(FindClass(row.component_class)->class_id);
   }
   return identifiers;
 }

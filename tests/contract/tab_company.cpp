@@ -64,6 +64,14 @@ std::string TextOf(const Variant& value) {
   return value.type() == VT_I4 ? std::to_string(value.integer()) : value.string();
 }
 
+Values ToTexts(const Variant& value) {
+  if (value.IsEmpty()) return {};
+  if (value.type() != kVariantArray) return {TextOf(value)};
+  Values texts;
+  for (const Variant& element : value.array()) texts.push_back(TextOf(element));
+  return texts;
+}
+
 }  // namespace
 
 std::string TabPathOf(const std::string& name) {
@@ -78,13 +86,11 @@ void AddSampleCompany(FakeDirectory& directory) {
   }
 }
 
-std::vector<std::string> ValuesIn(const FakeDirectory& directory, const std::string& name,
-                                  std::string_view attribute) {
-  const Variant value = directory.Value(TabPathOf(name), attribute);
-  if (value.IsEmpty()) return {};
-  if (value.type() != kVariantArray) return {TextOf(value)};
-  Values values;
-  for (const Variant& element : value.array()) values.push_back(TextOf(element));
+TabValues StoredIn(const FakeDirectory& directory, const std::string& name) {
+  TabValues values;
+  for (const Attribute& attribute : kAttributeCatalogue) {
+    values[std::string(attribute.name)] = ToTexts(directory.Value(TabPathOf(name), attribute.name));
+  }
   return values;
 }
 

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "tests/contract/tab_contract.h"
 #include "tests/support/fake_directory.h"
 
 namespace pelora::contract {
@@ -14,9 +15,8 @@ namespace pelora::contract {
 /// attributes that tabs read.
 void AddSampleCompany(pelora::testing::FakeDirectory& directory);
 
-/// Values of an attribute of a directory in memory, as text.
-[[nodiscard]] std::vector<std::string> ValuesIn(const pelora::testing::FakeDirectory& directory,
-                                                const std::string& name,
-                                                std::string_view attribute);
+/// What a directory in memory holds of the catalogue's attributes of an object.
+[[nodiscard]] TabValues StoredIn(const pelora::testing::FakeDirectory& directory,
+                                 const std::string& name);
 
 }  // namespace pelora::contract

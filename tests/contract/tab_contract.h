@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -19,9 +20,12 @@
 //
 //   INSTANTIATE_TEST_SUITE_P(Headless, TabContract, EveryTab(&MakeHeadlessConsole), TabName);
 //
-// in a program that links pelora_tab_contract.
+// in a program that links pelora_tab_contract. A console that draws runs TabLooks too.
 
 namespace pelora::contract {
+
+/// Values of attributes by the attributes' names, as text.
+using TabValues = std::map<std::string, std::vector<std::string>>;
 
 /// A console over the sample company, and the person in front of it; made anew for each test. What
 /// is chosen or typed in windows of their own is said beforehand.
@@ -50,14 +54,19 @@ class TabConsole {
   virtual void ClickOk() = 0;
   [[nodiscard]] virtual bool IsOpen() const = 0;
 
+  // Asked of consoles that draw.
+
   /// What is wrong with how the tab looks, in words: controls that are cut off or overlap.
-  [[nodiscard]] virtual std::vector<std::string> FaultsOfSight() { return {}; }
-  /// Keeps a picture of the sheet, where there is something to be seen.
+  [[nodiscard]] virtual std::vector<std::string> FaultsOfSight() { return {"nothing is seen"}; }
+  /// Keeps a picture of the sheet.
   virtual void SavePicture(const std::string& /*name*/) {}
 
-  /// The values of an object's attribute, as text, in the directory's order.
-  [[nodiscard]] virtual std::vector<std::string> Values(const std::string& name,
-                                                        std::string_view attribute) = 0;
+  /// The name that the company's objects stand below.
+  [[nodiscard]] virtual std::string Base() const { return std::string(kSampleBase); }
+  /// What the directory holds of the catalogue's attributes of an object, values in its order.
+  [[nodiscard]] virtual TabValues Stored(const std::string& name) = 0;
+  /// Whether the directory keeps the order in which an attribute's values were written.
+  [[nodiscard]] virtual bool KeepsOrder() const { return true; }
 };
 
 using TabConsoleFactory = std::unique_ptr<TabConsole> (*)();
@@ -72,13 +81,16 @@ using TabContractCase = std::tuple<TabConsoleFactory, std::size_t>;
   return TabScripts().at(std::get<1>(info.param)).component;
 }
 
+/// Does on the console's tab what a script says.
+void PlaySteps(TabConsole& console, const std::vector<TabStep>& steps);
+
 class TabContract : public ::testing::TestWithParam<TabContractCase> {
  protected:
   [[nodiscard]] TabConsole& Console() { return *console_; }
   [[nodiscard]] const TabScript& Script() const { return script_; }
 
   void Open(std::size_t count);
-  void Play(const std::vector<TabStep>& steps);
+  void Play(const std::vector<TabStep>& steps) { PlaySteps(Console(), steps); }
   /// The object's attributes, each "name: value | value", in order of their names.
   [[nodiscard]] std::vector<std::string> Entry(const std::string& name);
   /// The same, as it is to be after `writes`.
@@ -88,8 +100,13 @@ class TabContract : public ::testing::TestWithParam<TabContractCase> {
   [[nodiscard]] std::vector<std::string> Fields();
 
  private:
+  [[nodiscard]] std::vector<std::string> ToLines(const TabValues& values);
+
   std::unique_ptr<TabConsole> console_ = std::get<0>(GetParam())();
-  const TabScript& script_ = TabScripts().at(std::get<1>(GetParam()));
+  const TabScript script_ = Rebased(TabScripts().at(std::get<1>(GetParam())), console_->Base());
 };
+
+/// How tabs look, where they can be seen.
+class TabLooks : public TabContract {};
 
 }  // namespace pelora::contract

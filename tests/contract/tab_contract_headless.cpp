@@ -1,85 +1,46 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every tab on the console in memory.
-#include <optional>
-#include <utility>
+#include <set>
 
-#include "hosts/headless/headless_property_sheet.h"
-#include "resources/resource.h"
-#include "server/class_table.h"
-#include "tests/contract/headless_player.h"
-#include "tests/contract/tab_company.h"
-#include "tests/contract/tab_contract.h"
+#include "tests/contract/headless_tab_console.h"
 #include "tests/unit/page_bench.h"
 
 namespace pelora::contract {
 namespace {
 
-using Names = std::vector<std::string>;
+/// The directory in memory comes to stand before the console over it.
+struct SampleCompany {
+  SampleCompany() { AddSampleCompany(bench.directory); }
 
-class HeadlessConsole final : public TabConsole {
- public:
-  HeadlessConsole() { AddSampleCompany(bench_.directory); }
-
-  void Open(const std::string& component, const Names& names) override {
-    IUnknown* made = FindClass(component)->create(bench_.platform);
-    const auto page = Ref<CSnapInPropertyPage>::Adopt(dynamic_cast<CSnapInPropertyPage*>(made));
-    pelora::testing::SelectionDataObject selection(PathsOf(names));
-    EXPECT_EQ(static_cast<IShellExtInit&>(*page).Initialize(&selection), S_OK);
-    sheet_.emplace(bench_.templates());
-    EXPECT_EQ(page->AddPages(sheet_->PageTaker()), S_OK);
-    sheet_->Show();
-    player_.emplace(*sheet_->Dialog(0));
-  }
-  void Close() override { sheet_->Cancel(); }
-  [[nodiscard]] IDialog& Page() override { return *sheet_->Dialog(0); }
-  [[nodiscard]] DialogPlayer& User() override { return *player_; }
-
-  void Pick(const Names& names) override { bench_.choosers.Choose(PathsOf(names)); }
-  void Find(const Names& names) override {
-    bench_.choosers.Find(pelora::testing::ChosenObjects::AsObjectNames(PathsOf(names)));
-  }
-  void Browse(const std::string& name) override {
-    bench_.choosers.Browse(kDialogOk, TabPathOf(name));
-  }
-  void TypeAddress(const std::string& address) override {
-    bench_.dialogs.PlayNext([address](HeadlessUser& user) {
-      user.EraseText(IDC_EMAIL_ADDRESS);
-      user.TypeText(IDC_EMAIL_ADDRESS, address);
-      user.Click(static_cast<ControlId>(kDialogOk));
-    });
-  }
-  void AwaitBox() override { boxes_ = bench_.messages.records().size(); }
-  [[nodiscard]] std::string TakeBox() override {
-    if (bench_.messages.records().size() != boxes_ + 1) return "no box";
-    const std::string& text = bench_.messages.records().back().message.text;
-    return text.substr(0, text.find('\r'));
-  }
-
-  [[nodiscard]] bool IsApplyEnabled() const override { return sheet_->IsApplyEnabled(); }
-  void ClickApply() override { sheet_->Apply(); }
-  void ClickOk() override { sheet_->Ok(); }
-  [[nodiscard]] bool IsOpen() const override { return sheet_->IsOpen(); }
-
-  [[nodiscard]] Names Values(const std::string& name, std::string_view attribute) override {
-    return ValuesIn(bench_.directory, name, attribute);
-  }
-
- private:
-  static Names PathsOf(const Names& names) {
-    Names paths;
-    for (const std::string& name : names) paths.push_back(TabPathOf(name));
-    return paths;
-  }
-
-  pelora::testing::PageBench bench_;
-  std::optional<HeadlessPropertySheet> sheet_;
-  std::optional<HeadlessPlayer> player_;
-  std::size_t boxes_ = 0;
+  pelora::testing::PageBench bench;
 };
 
-std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<HeadlessConsole>(); }
+class MemoryConsole final : private SampleCompany, public HeadlessTabConsole {
+ public:
+  MemoryConsole()
+      : HeadlessTabConsole(
+            {bench.platform, bench.templates(), bench.messages, bench.dialogs, bench.choosers}) {}
+
+  [[nodiscard]] TabValues Stored(const std::string& name) override {
+    return StoredIn(bench.directory, name);
+  }
+};
+
+std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<MemoryConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Headless, TabContract, EveryTab(&MakeConsole), TabName);
+
+TEST(TabScripts, ThereIsOneForEveryTab) {
+  std::set<std::string> tabs;
+  for (const ComponentClass& row : ClassTable()) {
+    if (row.name.starts_with("CPropPage")) tabs.emplace(row.name);
+  }
+  // A list with buttons, whose rows the scripts do not know; it has suites of its own.
+  tabs.erase("CPropPageFeatures");
+  std::set<std::string> played;
+  for (const TabScript& script : TabScripts()) played.insert(script.component);
+  EXPECT_EQ(played, tabs);
+}
 
 }  // namespace
 }  // namespace pelora::contract

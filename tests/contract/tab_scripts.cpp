@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/contract/tab_scripts.h"
 
+#include <utility>
+
 #include "resources/resource.h"
 
 namespace pelora::contract {
@@ -10,7 +12,7 @@ using Names = std::vector<std::string>;
 using Steps = std::vector<TabStep>;
 using Writes = std::vector<TabWrite>;
 
-const std::string kBase = "DC=linden-werke,DC=example";
+const std::string kBase(kSampleBase);
 const std::string kCompany = "OU=Linden-Werke Chemnitz," + kBase;
 const std::string kOtherCompany = "OU=Linden Optiki Thessaloniki," + kBase;
 const std::string kThirdCompany = "OU=Linden Servis Beograd," + kBase;
@@ -144,7 +146,8 @@ TabScript Addresslist() {
   return {
       .component = "CPropPageAddresslist",
       .objects = {"CN=Alle Personen,OU=Adresslisten," + kCompany,
-                  "CN=Räume,OU=Adresslisten," + kCompany, "CN=Geräte,OU=Adresslisten," + kCompany},
+                  "CN=Räume,OU=Adresslisten," + kCompany,
+                  "CN=Partner/Lieferanten,OU=Adresslisten," + kCompany},
       .steps = {Click(IDC_PELORA_HIDDEN), Browse(contacts), Click(IDC_SEARCH_BASE_SELECT),
                 Type(IDC_SEARCH_QUERY, "(mail=*größe*)"), Click(IDC_PELORA_ACCOUNT)},
       .writes = {{"peloraAccount", {"0"}},
@@ -165,13 +168,17 @@ TabScript DynamicDistlist() {
                   "CN=Ohne Suche,OU=Adresslisten," + kCompany},
       .steps = {Click(IDC_PELORA_HIDDEN), Browse(kSales), Click(IDC_SEARCH_BASE_SELECT),
                 Type(IDC_SEARCH_QUERY, "(sn=*)"), TypeAddress("sales@linden-werke.example"),
-                Click(IDC_EMAIL_ADD), Select(IDC_EMAIL_LIST, "alle@linden-werke.example"),
-                Click(IDC_EMAIL_DELETE), Click(IDC_PELORA_ACCOUNT)},
+                Click(IDC_EMAIL_ADD), Select(IDC_EMAIL_LIST, "sales@linden-werke.example"),
+                TypeAddress("sell@linden-werke.example"), Click(IDC_EMAIL_MODIFY),
+                Select(IDC_EMAIL_LIST, "alle@linden-werke.example"), Click(IDC_EMAIL_DELETE),
+                Select(IDC_EMAIL_LIST, "sell@linden-werke.example"), Click(IDC_EMAIL_DEFAULT),
+                Click(IDC_PELORA_ACCOUNT)},
       .writes = {{"peloraAccount", {"0"}},
                  {"peloraHidden", {"1"}},
                  {"peloraBase", {kSales}},
                  {"peloraFilter", {"(sn=*)"}},
-                 {"otherMailbox", {"sales@linden-werke.example"}}},
+                 {"mail", {"sell@linden-werke.example"}},
+                 {"otherMailbox", {"chemnitz@linden-werke.example"}}},
       .steps_for_three = {TypeAddress("nobody@linden-werke.example"), Click(IDC_EMAIL_ADD),
                           Type(IDC_SEARCH_QUERY, "(sn=*)"), Click(IDC_PELORA_HIDDEN)},
       .writes_to_three = {{"peloraFilter", {"(sn=*)"}}, {"peloraHidden", {"0"}}},
@@ -266,17 +273,48 @@ TabScript Server() {
       .steps_for_three = {Type(IDC_HTTP_PORT, "80")},
       .writes_to_three = {},
       .refusal_of_three = "Validation of input fields failed: Missing Server Address",
+      .always = {{"peloraHostAddress", {"192.0.2.11"}}, {"peloraContainsPublic", {"1"}}},
   };
 }
 
+void Rebase(Names& names, std::string_view base) {
+  for (std::string& name : names) name = Rebased(std::move(name), base);
+}
+
+void Rebase(Steps& steps, std::string_view base) {
+  for (TabStep& step : steps) {
+    step.text = Rebased(std::move(step.text), base);
+    Rebase(step.names, base);
+  }
+}
+
+void Rebase(Writes& writes, std::string_view base) {
+  for (TabWrite& write : writes) Rebase(write.values, base);
+}
+
 }  // namespace
+
+std::string Rebased(std::string text, std::string_view base) {
+  const std::size_t place = text.find(kSampleBase);
+  if (place != std::string::npos) text.replace(place, kSampleBase.size(), base);
+  return text;
+}
+
+TabScript Rebased(TabScript script, std::string_view base) {
+  Rebase(script.objects, base);
+  for (Steps* const steps : {&script.steps, &script.steps_for_three}) Rebase(*steps, base);
+  for (Writes* const writes : {&script.writes, &script.writes_to_three, &script.always}) {
+    Rebase(*writes, base);
+  }
+  return script;
+}
 
 const std::vector<TabScript>& TabScripts() {
   static const std::vector<TabScript> scripts = {
       User(),
       Contact(),
       Distlist(),
-      General("CPropPageAddresslistGeneral", {"Alle Personen", "Räume", "Geräte"}),
+      General("CPropPageAddresslistGeneral", {"Alle Personen", "Räume", "Partner/Lieferanten"}),
       Addresslist(),
       General("CPropPageDynamicDistlistGeneral",
               {"Alle in Chemnitz", "Administratoren", "Ohne Suche"}),

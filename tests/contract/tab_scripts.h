@@ -4,11 +4,15 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/dialog.h"
 
 namespace pelora::contract {
+
+/// The distinguished name that the sample company's objects stand below.
+inline constexpr std::string_view kSampleBase = "DC=linden-werke,DC=example";
 
 /// One thing that a person does on a tab, or what is to happen in the window that the next one
 /// opens.
@@ -53,10 +57,16 @@ struct TabScript {
   std::vector<TabWrite> writes_to_three;
   /// What an apply to the three is refused with, instead.
   std::string refusal_of_three{};
-  /// What an apply leaves in each object when nothing was touched.
+  /// What an apply writes to one object when nothing was touched, in its order.
   std::vector<TabWrite> always{};
 };
 
 [[nodiscard]] const std::vector<TabScript>& TabScripts();
+
+// For a copy of the sample company that stands below another name.
+
+/// A text with the name that it ends in, or holds, moved there.
+[[nodiscard]] std::string Rebased(std::string text, std::string_view base);
+[[nodiscard]] TabScript Rebased(TabScript script, std::string_view base);
 
 }  // namespace pelora::contract

@@ -31,6 +31,8 @@ class LabBench {
   [[nodiscard]] const Platform& platform() const { return platform_; }
   /// Where the dialogs that a page opens are played.
   [[nodiscard]] HeadlessModalDialogs& dialogs() { return dialogs_; }
+  [[nodiscard]] testing::FakeChoosers& choosers() { return choosers_; }
+  [[nodiscard]] const resources::ResourceFile& templates() const { return templates_; }
   [[nodiscard]] resources::DialogTemplate Template(DialogId dialog) const {
     return templates_.Dialog(dialog).value.value();
   }

@@ -217,6 +217,22 @@ TEST_F(LabNewObject, EveryOtherClass) {
              "peloraHidden: 0"}));
 }
 
+TEST_F(LabNewObject, WhateverSignsItsNameHoldsTheObjectIsListedUnderTheNameItWasMadeWith) {
+  Open("contact");
+  const std::string name = R"(#1 <A+B=C>; "x", y/z\w?#2)";
+  wizard().Write("own_name", name);
+  EXPECT_EQ(Finish(), "");
+  std::string listed;
+  EXPECT_TRUE(console::DirectoryBrowser(*directory_->store)
+                  .ListChildren({.container = Container()},
+                                [&](const console::DirectoryObject& object) {
+                                  if (ToUtf8(object.name) == name) listed = object.dn;
+                                  return true;
+                                })
+                  .Ok());
+  EXPECT_EQ(listed, wizard().wizard().created_name());
+}
+
 TEST_F(LabNewObject, NamesInUseAreSaidAndNothingIsMade) {
   const Lines before = LdapSearch(Below("CN=Ada Brandt"), {"mail", "sAMAccountName"});
   const std::string in_use =

@@ -33,6 +33,16 @@ int ReservedWidth(const QWidget& control) {
   return qobject_cast<const QLabel*>(&control) != nullptr ? 0 : 8;
 }
 
+/// Room that a text takes in a control, over several lines where its control breaks them.
+QSize RoomOf(const QString& text, const QWidget& control) {
+  const auto* label = qobject_cast<const QLabel*>(&control);
+  if (label == nullptr || !label->wordWrap()) {
+    return control.fontMetrics().size(Qt::TextShowMnemonic, text);
+  }
+  const QRect lines(0, 0, control.width(), QWIDGETSIZE_MAX);
+  return control.fontMetrics().boundingRect(lines, Qt::TextWordWrap, text).size();
+}
+
 bool IsFrame(const QWidget& control) { return qobject_cast<const QGroupBox*>(&control) != nullptr; }
 
 std::string NameOf(const QWidget& control) {
@@ -59,7 +69,7 @@ std::vector<std::string> FaultsOfSight(const QWidget& page) {
     }
     const QString text = TextOf(*control);
     if (text.isEmpty()) continue;
-    const QSize size = control->fontMetrics().size(Qt::TextShowMnemonic, text);
+    const QSize size = RoomOf(text, *control);
     if (size.width() + ReservedWidth(*control) > control->width() ||
         size.height() > control->height()) {
       faults.push_back(NameOf(*control) + " has too much text");

@@ -115,6 +115,14 @@ TEST_F(NewObjectWindow, ANewUserIsListedAndSelected) {
   EXPECT_FALSE(SearchEntry(file(), "CN=Nora Neu,CN=Users,DC=linden-werke,DC=example").empty());
 }
 
+TEST_F(NewObjectWindow, AnObjectIsSelectedWhateverSignsItsNameHolds) {
+  GoTo("Users");
+  const std::string signs = R"(#1 <A+B=C>; "x", y/z\w?#2 )";
+  modal_scripts().Add(Make(signs.c_str(), "signs"));
+  Choose(0);
+  EXPECT_EQ(Selected(), std::vector<std::string>{signs.substr(0, signs.size() - 1)});
+}
+
 TEST_F(NewObjectWindow, ANewUnitStandsInTheTreeToo) {
   EXPECT_FALSE(TreeHolds("Neue Abteilung"));
   modal_scripts().Add(Make("Neue Abteilung", nullptr));

@@ -3,7 +3,9 @@
 
 #include <QPushButton>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hosts/console/console_platform.h"
@@ -15,7 +17,8 @@
 namespace pelora::test {
 
 /// Passes requests on to a store and takes down the entries that are added. It may pose as sealed;
-/// what only a server keeps (passwords) is not passed on then.
+/// what only a server keeps (passwords) is not passed on then. The next addition can be made to
+/// fail.
 class RecordingStore final : public ldap::IDirectoryStore {
  public:
   RecordingStore(std::unique_ptr<ldap::IDirectoryStore> store, std::vector<ldap::Entry>& adds,
@@ -37,8 +40,10 @@ class RecordingStore final : public ldap::IDirectoryStore {
     ADD_FAILURE() << "modified " << dn;
     return store_->Modify(dn, modifications);
   }
+  void FailNextAdd(ldap::StoreStatus status) { next_failure_ = std::move(status); }
   ldap::StoreStatus Add(const ldap::Entry& entry) override {
     adds_.push_back(entry);
+    if (next_failure_) return *std::exchange(next_failure_, std::nullopt);
     if (!poses_as_sealed_) return store_->Add(entry);
     ldap::Entry kept = entry;
     kept.attributes.erase("unicodePwd");
@@ -51,6 +56,7 @@ class RecordingStore final : public ldap::IDirectoryStore {
   std::unique_ptr<ldap::IDirectoryStore> store_;
   std::vector<ldap::Entry>& adds_;
   bool poses_as_sealed_;
+  std::optional<ldap::StoreStatus> next_failure_;
 };
 
 /// The wizard of a kind of objects on the screen, over a directory, with the person in front of it.

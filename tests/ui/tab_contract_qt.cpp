@@ -4,6 +4,7 @@
 #include <QDir>
 #include <algorithm>
 
+#include "directory/attribute_catalogue.h"
 #include "hosts/console/property_tabs.h"
 #include "hosts/console/qt_text.h"
 #include "hosts/console/screenshot.h"
@@ -33,20 +34,26 @@ class QtConsole final : public TabConsole {
   }
 
   void Open(const std::string& component, const Names& names) override {
-    std::vector<console::DirectoryObject> objects;
+    objects_.clear();
     const console::DirectoryBrowser browser(*session_->store);
     for (const std::string& name : names) {
-      EXPECT_TRUE(browser.ReadObject(name, objects.emplace_back()).Ok()) << name;
+      EXPECT_TRUE(browser.ReadObject(name, objects_.emplace_back()).Ok()) << name;
     }
     sheet_.reset();
-    sheet_ = std::make_unique<test::OpenSheet>(session_->service, *module_.value, objects);
-    const std::vector<Guid> tabs = console::TabsOf(objects, {});
+    sheet_ = std::make_unique<test::OpenSheet>(session_->service, *module_.value, objects_);
+    ShowTab(component);
+  }
+  /// Goes to another tab of the sheet.
+  void ShowTab(const std::string& component) {
+    const std::vector<Guid> tabs = console::TabsOf(objects_, {});
     const Guid tab = FindClass(component)->class_id;
     page_ = static_cast<std::size_t>(std::ranges::find(tabs, tab) - tabs.begin());
     sheet_->sheet().SelectPage(page_);
     QCoreApplication::processEvents();
     player_.emplace(Dialog().widget());
   }
+  /// The number of the tab that shows.
+  [[nodiscard]] std::size_t CurrentTab() const { return sheet_->sheet().CurrentPage(); }
   void Close() override {
     if (sheet_->sheet().HasUnsavedEdits()) scripts_.Add(test::Press("&Discard"));
     sheet_->ClickCancel();
@@ -85,11 +92,14 @@ class QtConsole final : public TabConsole {
     EXPECT_EQ(console::WriteScreenshot(sheet_->sheet(), file), QString());
   }
 
-  [[nodiscard]] Names Values(const std::string& name, std::string_view attribute) override {
-    const Names wanted = {std::string(attribute)};
+  [[nodiscard]] TabValues Stored(const std::string& name) override {
+    Names wanted;
+    for (const Attribute& attribute : kAttributeCatalogue) wanted.emplace_back(attribute.name);
     ldap::Entry entry;
     EXPECT_TRUE(session_->store->Read(name, wanted, entry).Ok()) << name;
-    return entry.attributes[wanted.front()];
+    TabValues values;
+    for (const std::string& attribute : wanted) values[attribute] = entry.attributes[attribute];
+    return values;
   }
 
  private:
@@ -106,6 +116,7 @@ class QtConsole final : public TabConsole {
   std::unique_ptr<console::DirectorySession> session_;
   ModalScripts scripts_;
   test::ShownBox box_;
+  std::vector<console::DirectoryObject> objects_;
   std::unique_ptr<test::OpenSheet> sheet_;
   std::size_t page_ = 0;
   std::optional<QtPlayer> player_;
@@ -114,6 +125,51 @@ class QtConsole final : public TabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<QtConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Qt, TabContract, EveryTab(&MakeConsole), TabName);
+INSTANTIATE_TEST_SUITE_P(Qt, TabLooks, EveryTab(&MakeConsole), TabName);
+
+TEST(TabsOfOneSheet, AreAppliedTogether) {
+  QtConsole console;
+  std::vector<TabScript> scripts = TabScripts();
+  std::erase_if(scripts, [](const TabScript& script) {
+    return !script.component.starts_with("CPropPageCompany");
+  });
+  ASSERT_EQ(scripts.size(), 3U);
+  const std::string company = scripts.front().objects.front();
+  TabValues expected = console.Stored(company);
+  console.Open(scripts.front().component, {company});
+  for (const TabScript& script : scripts) {
+    console.ShowTab(script.component);
+    PlaySteps(console, script.steps);
+    for (const TabWrite& write : script.writes) expected[write.attribute] = write.values;
+  }
+  console.ClickOk();
+  EXPECT_FALSE(console.IsOpen());
+  EXPECT_EQ(console.Stored(company), expected);
+}
+
+TEST(TabsOfOneSheet, OneThatIsRefusedIsShownAndTheOneBeforeItIsWritten) {
+  QtConsole console;
+  const std::string list =
+      "CN=Alle Personen,OU=Adresslisten,OU=Linden-Werke Chemnitz," + std::string(kSampleBase);
+  TabValues expected = console.Stored(list);
+  console.Open("CPropPageAddresslist", {list});
+  console.User().Erase(IDC_SEARCH_QUERY);
+  console.ShowTab("CPropPageAddresslistGeneral");
+  console.User().Type(IDC_DESCRIPTION, "!");
+  expected["description"].front() += "!";
+  console.AwaitBox();
+  console.ClickOk();
+  EXPECT_EQ(console.TakeBox(), "Validation of input fields failed: Missing Search Query");
+  EXPECT_TRUE(console.IsOpen());
+  EXPECT_EQ(console.CurrentTab(), 1U);
+  EXPECT_EQ(console.Stored(list), expected);
+  console.ShowTab("CPropPageAddresslist");
+  console.User().Type(IDC_SEARCH_QUERY, "(a=*)");
+  console.ClickOk();
+  EXPECT_FALSE(console.IsOpen());
+  expected["peloraFilter"] = {"(a=*)"};
+  EXPECT_EQ(console.Stored(list), expected);
+}
 
 }  // namespace
 }  // namespace pelora::contract

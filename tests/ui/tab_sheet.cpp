@@ -13,22 +13,30 @@
 namespace {
 
 struct Tab {
-  const char* component;
+  /// The files' names without their ending.
+  const char* windows;
+  const char* console;
   const char* caption;
 };
 
+/// A tab of which the same test keeps a picture on both systems.
+constexpr Tab SameOnBoth(const char* picture, const char* caption) {
+  return {picture, picture, caption};
+}
+
 constexpr std::array kTabs = {
-    Tab{"CPropPageUser", "Users"},
-    Tab{"CPropPageContact", "Contacts"},
-    Tab{"CPropPageDistlist", "Groups"},
-    Tab{"CPropPageServer", "Servers (computers)"},
-    Tab{"CPropPageAddresslistGeneral", "Address lists: General"},
-    Tab{"CPropPageAddresslist", "Address lists: Pelora"},
-    Tab{"CPropPageDynamicDistlistGeneral", "Dynamic distribution lists: General"},
-    Tab{"CPropPageDynamicDistlist", "Dynamic distribution lists: Pelora"},
-    Tab{"CPropPageCompany", "Companies (organizational units): Pelora"},
-    Tab{"CPropPageCompanyQuota", "Companies: Pelora Quota"},
-    Tab{"CPropPageCompanyRights", "Companies: Pelora Rights"},
+    SameOnBoth("sample_CPropPageUser", "Users"),
+    Tab{"features_tab", "features-tab-light", "Users: Pelora Features"},
+    SameOnBoth("sample_CPropPageContact", "Contacts"),
+    SameOnBoth("sample_CPropPageDistlist", "Groups"),
+    SameOnBoth("sample_CPropPageServer", "Servers (computers)"),
+    SameOnBoth("sample_CPropPageAddresslistGeneral", "Address lists: General"),
+    SameOnBoth("sample_CPropPageAddresslist", "Address lists: Pelora"),
+    SameOnBoth("sample_CPropPageDynamicDistlistGeneral", "Dynamic distribution lists: General"),
+    SameOnBoth("sample_CPropPageDynamicDistlist", "Dynamic distribution lists: Pelora"),
+    SameOnBoth("sample_CPropPageCompany", "Companies (organizational units): Pelora"),
+    SameOnBoth("sample_CPropPageCompanyQuota", "Companies: Pelora Quota"),
+    SameOnBoth("sample_CPropPageCompanyRights", "Companies: Pelora Rights"),
 };
 
 constexpr std::size_t kColumns = 2;
@@ -46,9 +54,8 @@ struct Pair {
   }
 };
 
-bool Read(const QString& folder, const char* component, QImage& picture) {
-  const QString file =
-      QDir(folder).filePath(QStringLiteral("sample_%1.png").arg(QLatin1String(component)));
+bool Read(const QString& folder, const char* name, QImage& picture) {
+  const QString file = QDir(folder).filePath(QLatin1String(name) + QStringLiteral(".png"));
   if (picture.load(file)) return true;
   std::fprintf(stderr, "%s: there is no such picture\n", qPrintable(file));
   return false;
@@ -96,8 +103,8 @@ int main(int argc, char** argv) {
   std::vector<Pair> pairs;
   for (const Tab& tab : kTabs) {
     Pair pair{.caption = QLatin1String(tab.caption), .windows = {}, .console = {}};
-    if (!Read(arguments[1], tab.component, pair.windows)) return 1;
-    if (!Read(arguments[2], tab.component, pair.console)) return 1;
+    if (!Read(arguments[1], tab.windows, pair.windows)) return 1;
+    if (!Read(arguments[2], tab.console, pair.console)) return 1;
     pairs.push_back(pair);
   }
   if (Sheet(pairs).save(arguments[3])) return 0;

@@ -76,7 +76,7 @@ TEST(ConsoleRegistration, EveryComponentClassIsUsed) {
   EXPECT_EQ(used.size(), ClassTable().size());
 }
 
-TEST(ConsoleRegistration, DefaultsNameEveryClassOfTheTable) {
+TEST(ConsoleRegistration, DefaultsAreTheClassesInTheirOrder) {
   for (const std::string_view object_class : RegisteredObjectClasses()) {
     for (const ConsoleRole role :
          {kPropertyPage, kMultiselectPropertyPage, kCreationWizard, kCreationWizardExtension}) {

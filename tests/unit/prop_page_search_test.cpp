@@ -41,6 +41,11 @@ TEST_P(SearchTabTest, AnEmptyQueryIsRefusedWithAnAccount) {
   EXPECT_EQ(Applied(), Lines{"peloraFilter \"(cn=*)\""});
 }
 
+TEST_P(SearchTabTest, AnEmptyQueryIsRefusedAlsoWithoutRoomForAMessage) {
+  OpenOn({{"peloraAccount", Variant::Integer(1)}});
+  EXPECT_EQ(page().page().ValidateAll(nullptr), E_FAIL);
+}
+
 TEST_P(SearchTabTest, AnEmptyQueryIsSavedWithoutAnAccount) {
   OpenOn({{"peloraFilter", Variant::String("(mail=*)")}});
   EXPECT_EQ(page().user().EraseText(287), UserAnswer::kDone);
@@ -94,10 +99,13 @@ TEST_P(SearchTabTest, TheSameBaseChosenAgainIsWritten) {
   EXPECT_EQ(Applied(), Lines{R"(peloraBase "OU=Staff,DC=x")"});
 }
 
-TEST_P(SearchTabTest, ACancelledChoiceChangesNothingAndAnswersOne) {
+TEST_P(SearchTabTest, ACancelledOrFailedChoiceChangesNothingAndAnswersOne) {
   OpenOn(kList);
-  EXPECT_EQ(Command(293, kClicked), 1);
-  EXPECT_EQ(bench_.choosers.browsers().size(), 1U);
+  for (const std::int32_t answer : {kDialogCancel, -1, 0}) {
+    bench_.choosers.Browse(answer, "LDAP://OU=Sales,DC=x");
+    EXPECT_EQ(Command(293, kClicked), 1);
+  }
+  EXPECT_EQ(bench_.choosers.browsers().size(), 3U);
   EXPECT_EQ(Text(258), "OU=Staff,DC=x");
   EXPECT_FALSE(page().IsModified());
   EXPECT_EQ(Applied(), Lines{});
@@ -170,6 +178,17 @@ TEST_F(DynamicDistlistTest, LeavesTheDelegatesAlone) {
   EXPECT_FALSE(page().IsModified());
   EXPECT_EQ(Applied(), Lines{});
   EXPECT_EQ(bench_.directory.Values(testing::kTabPaths[0]), Addressed());
+}
+
+TEST_F(DynamicDistlistTest, AnAddressIsModified) {
+  Open("CPropPageDynamicDistlist", {Addressed()});
+  page().SelectRow(206, "one@y");
+  bench_.dialogs.PlayNext([](HeadlessUser& user) {
+    user.TypeText(203, "more");
+    user.Click(kDialogOk);
+  });
+  page().Click(209);
+  EXPECT_EQ(Applied(), Lines{R"(otherMailbox ["one@ymore", "one@z"])"});
 }
 
 TEST_F(DynamicDistlistTest, NeedsNoAddress) {

@@ -159,6 +159,11 @@ TEST_P(ServerNeedTest, IsSaidWhetherTheServerIsEnabledOrNot) {
   }
 }
 
+TEST_F(ServerTabTest, IsRefusedAlsoWithoutRoomForAMessage) {
+  OpenOn({{}});
+  EXPECT_EQ(page().page().ValidateAll(nullptr), E_FAIL);
+}
+
 TEST_F(ServerTabTest, BlanksAreAnAddressAndAPath) {
   OpenOn({kServer});
   page().Type(245, " ");

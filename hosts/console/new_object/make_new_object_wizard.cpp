@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/new_object/make_new_object_wizard.h"
 
+#include <array>
 #include <utility>
 
 #include "hosts/console/choosers/folder_name.h"
 #include "hosts/console/qt_text.h"
 #include "hosts/ldap/ads_path.h"
+#include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/object_name.h"
 #include "server/component_server.h"
 
@@ -34,6 +36,24 @@ HRESULT AddComponent(const Guid& class_id, WizardRole role, const Platform& plat
   const HRESULT created = CreateComponent(class_id, platform, IID_IDsAdminNewObjExt,
                                           reinterpret_cast<void**>(extension.Put()));
   return FAILED(created) ? created : wizard.AddExtension(std::move(extension), role);
+}
+
+/// What the administrator is told of a failure beside its code; empty when the directory has no
+/// words for it.
+QString Explain(const ldap::StoreStatus& failure) {
+  if (failure.text.empty()) return {};
+  // What was sent and not answered may have been done.
+  const QString outcome = failure.code == ldap::kLdapTimeout
+                              ? QStringLiteral("It is not known whether the object was created.")
+                              : QStringLiteral("The object was not created.");
+  return QStringLiteral("%1 The directory says: %2").arg(outcome, ToQString(failure.text));
+}
+
+/// An object's name as the directory writes it, which may escape other signs than we do.
+std::string NameInDirectory(ldap::IDirectoryStore& store, const std::string& dn) {
+  const std::array<std::string, 1> wanted = {"objectClass"};
+  ldap::Entry entry;
+  return store.Read(dn, wanted, entry).Ok() ? entry.dn : dn;
 }
 
 /// What becomes of the temporary objects.
@@ -83,10 +103,8 @@ WizardResult MakeNewObjectWizard(const NewObjectKind& kind, const DirectoryObjec
           .kind = kind,
           .own_context = {.domain = DomainOf(store), .takes_passwords = store.IsSealed()}},
       std::move(setup), parent);
-  wizard->explain_failure = [outcome] {
-    return ToQString(std::exchange(*outcome->failure, {}).text);
-  };
-  wizard->created_name = [outcome] { return outcome->dn; };
+  wizard->explain_failure = [outcome] { return Explain(std::exchange(*outcome->failure, {})); };
+  wizard->created_name = [&store, outcome] { return NameInDirectory(store, outcome->dn); };
   if (!kind.HasOwnPage()) {
     const std::vector<Guid> primary =
         session.specifiers.ComponentsOf(kind.class_name, ConsoleRole::kCreationWizard);

@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "directory/error_text.h"
-#include "hosts/console/dialog_units.h"
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
 #include "wizards/wizard_base.h"
@@ -59,7 +58,8 @@ std::size_t QtNewObjectWizard::PageCount() const { return OwnPages() + pages_.si
 
 QtDialog* QtNewObjectWizard::Dialog(std::size_t page) const {
   if (page < OwnPages() || page - OwnPages() >= pages_.size()) return nullptr;
-  return pages_[page - OwnPages()].dialog.get();
+  const Page& shown = pages_[page - OwnPages()];
+  return shown.was_shown ? shown.dialog.get() : nullptr;
 }
 
 HRESULT QtNewObjectWizard::AddExtension(Ref<IDsAdminNewObjExt> extension, WizardRole role) {
@@ -70,16 +70,14 @@ HRESULT QtNewObjectWizard::AddExtension(Ref<IDsAdminNewObjExt> extension, Wizard
 }
 
 bool QtNewObjectWizard::TakePage(std::unique_ptr<PropSheetPage> page) {
-  resources::ReadResult<resources::DialogTemplate> read = parts_.module.Dialog(page->Template());
+  const auto read = parts_.module.Dialog(page->Template());
   if (is_started_ || !read.value) return false;
   auto* holder = new QWidget;
-  // About the size that its dialog will have, so that the window need not grow on the way.
-  holder->setMinimumSize(UnitsOfFont(QFontMetrics(font())).SizeOf(*read.value));
   stack_->insertWidget(stack_->count() - 1, holder);
-  pages_.push_back({.page = std::move(page),
-                    .dialog_template = *std::move(read.value),
-                    .holder = holder,
-                    .dialog = nullptr});
+  auto dialog = std::make_unique<QtDialog>(*read.value, page->Controller(), *holder, DialogHost{});
+  // The window has room for every page from the start, and its buttons stay where they are.
+  holder->setMinimumSize(dialog->widget().size());
+  pages_.push_back({.page = std::move(page), .dialog = std::move(dialog)});
   return true;
 }
 
@@ -89,10 +87,8 @@ void QtNewObjectWizard::Start() {
   adjustSize();
 }
 
-void QtNewObjectWizard::CreateDialog(Page& page) {
-  page.dialog = std::make_unique<QtDialog>(page.dialog_template, page.page->Controller(),
-                                           *page.holder, DialogHost{});
-  page.holder->setMinimumSize(page.dialog->widget().size());
+void QtNewObjectWizard::OpenDialog(Page& page) {
+  page.was_shown = true;
   page.dialog->Open();
   page.dialog->widget().show();
   QWidget* last = page.dialog->PutInTabOrder(*stack_);
@@ -108,7 +104,7 @@ void QtNewObjectWizard::Activate(std::size_t page) {
   next_enabled_ = true;
   Page* shown = ExtensionPage(page);
   if (shown != nullptr) {
-    if (!shown->dialog) CreateDialog(*shown);
+    if (!shown->was_shown) OpenDialog(*shown);
     shown->page->Controller().OnPageNotification(PageNotification::kSetActive);
   } else if (IsSummary()) {
     FillSummary();
@@ -164,10 +160,8 @@ void QtNewObjectWizard::Finish() {
 }
 
 void QtNewObjectWizard::ShowFailure(const CreationResult& result) {
-  const QString words = explain_failure ? explain_failure() : QString();
-  failure_->setText(
-      QStringLiteral("The object was not created. The directory says: %1").arg(words));
-  failure_->setVisible(!words.isEmpty());
+  failure_->setText(explain_failure ? explain_failure() : QString());
+  failure_->setVisible(!failure_->text().isEmpty());
   if (result.is_shown) return;
   const CreationFailure failure = DescribeCreationFailure(result.status);
   parts_.message_box.Show(nullptr, MakeErrorMessage(failure.status, failure.message));

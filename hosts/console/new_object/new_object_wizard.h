@@ -59,9 +59,10 @@ class QtNewObjectWizard final : public QDialog {
   [[nodiscard]] QPushButton& next() const { return *next_; }
   [[nodiscard]] QPushButton& finish() const { return *finish_; }
 
-  /// What the directory said of the last failure, in its own words; may be none.
+  /// What is to be said of the last failure beside its code; may be none.
   std::function<QString()> explain_failure;
-  /// Distinguished name of the object that was made, once the window was accepted.
+  /// Distinguished name of the object that was made, once the window was accepted. Asks the
+  /// directory.
   std::function<std::string()> created_name;
 
   /// Cancel, Escape and the close box.
@@ -70,9 +71,9 @@ class QtNewObjectWizard final : public QDialog {
  private:
   struct Page {
     std::unique_ptr<PropSheetPage> page;
-    resources::DialogTemplate dialog_template;
-    QWidget* holder = nullptr;
+    /// Its widgets stand from the beginning, its controller hears of it when it is first shown.
     std::unique_ptr<QtDialog> dialog;
+    bool was_shown = false;
   };
 
   void MakeLayout(const QString& container);
@@ -83,7 +84,7 @@ class QtNewObjectWizard final : public QDialog {
   /// Null for a page of the console's own.
   [[nodiscard]] Page* ExtensionPage(std::size_t page);
   bool TakePage(std::unique_ptr<PropSheetPage> page);
-  void CreateDialog(Page& page);
+  void OpenDialog(Page& page);
   void Activate(std::size_t page);
   void UpdateButtons();
   void FillSummary();

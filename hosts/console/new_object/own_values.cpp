@@ -123,7 +123,11 @@ QString SuggestedLogonName(const NewObjectKind& kind, const QString& name) {
   for (QChar& character : suggested) {
     if (IsRefusedInLogonName(character)) character = QLatin1Char('_');
   }
-  return suggested.left(kind.longest_logon_name);
+  suggested.truncate(kind.longest_logon_name);
+  while (suggested.endsWith(QLatin1Char('.')) || suggested.endsWith(QLatin1Char(' '))) {
+    suggested.chop(1);
+  }
+  return suggested;
 }
 
 QString WhyIncomplete(const NewObjectKind& kind, const OwnValues& values,

@@ -321,6 +321,68 @@ TEST(WizardPage, APageThatCannotBeLoadedAnswersOneAndLeavesTheButton) {
   EXPECT_EQ(page.TakeLog(), Lines{});
 }
 
+/// A first page whose name enables other controls; the module's own have none.
+class NamePageWithControls : public CWizardPage<CWizardCreate> {
+ public:
+  static constexpr std::array<ControlId, 1> kControls = {IDC_CONTAINER_NAME};
+
+  explicit NamePageWithControls(const Platform& platform)
+      : CWizardPage(platform,
+                    {.dialog_template = 222, .title = "Named", .enabled_controls = kControls}) {
+    Route(
+        {{IDC_OBJECT_NAME, ControlNotification::kEditChange, [this] { return OnNameChanged(); }}});
+  }
+
+ protected:
+  ~NamePageWithControls() override = default;
+};
+
+TEST(WizardPage, ANameEnablesTheControlsThatGoWithItAndAnEmptyOneDisablesThem) {
+  PageBench bench;
+  OpenWizardPage<NamePageWithControls> page(bench);
+  for (int round = 0; round < 2; ++round) {
+    page.Type(292, "A");
+    EXPECT_TRUE(page.dialog().IsEnabled(291));
+    EXPECT_EQ(page.user().EraseText(292), UserAnswer::kDone);
+    EXPECT_FALSE(page.dialog().IsEnabled(291));
+  }
+}
+
+/// A page with two callbacks of a kind.
+class TwoValidators : public CWizardPage<CWizardExtension> {
+ public:
+  explicit TwoValidators(const Platform& platform)
+      : CWizardPage(platform, {.dialog_template = 215, .title = "Two"}) {
+    RegisterValidate([this](std::string* /*message*/) {
+      calls.emplace_back("first");
+      return first;
+    });
+    RegisterValidate([this](std::string* /*message*/) {
+      calls.emplace_back("second");
+      return S_FALSE;
+    });
+    Route({{254, ControlNotification::kClicked, [this] { return OnCreateClicked(); }}});
+  }
+
+  HRESULT first = S_OK;
+  Lines calls;
+
+ protected:
+  ~TwoValidators() override = default;
+};
+
+TEST(WizardPage, TheFirstInvalidFieldEndsTheValidation) {
+  PageBench bench;
+  OpenWizardPage<TwoValidators> page(bench);
+  EXPECT_EQ(std::exchange(page.wizard().calls, {}), (Lines{"first", "second"}));
+  // Only a failure disables the button.
+  EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 on"});
+  page.wizard().first = E_FAIL;
+  page.Click(254);
+  EXPECT_EQ(page.wizard().calls, Lines{"first"});
+  EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 off"});
+}
+
 // Reference counts.
 
 class BarePage : public CWizardPage<CWizardExtension> {

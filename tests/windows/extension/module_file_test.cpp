@@ -5,10 +5,14 @@
 
 #include <cstring>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "hosts/resources/dialog_template.h"
 #include "hosts/windows/system_headers.h"
+#include "tests/support/dialog_text.h"
+#include "tests/support/module_dialogs.h"
 #include "tests/windows/extension/pe_file.h"
 #include "tests/windows/support/extension_module.h"
 
@@ -69,6 +73,10 @@ std::string NumbersOf(DWORD most, DWORD least) {
          std::to_string(HIWORD(least)) + '.' + std::to_string(LOWORD(least));
 }
 
+// Types of resources, by their numbers.
+const auto* const kDialogs = MAKEINTRESOURCEW(5);
+const auto* const kIcons = MAKEINTRESOURCEW(14);
+
 class ModuleResources : public ::testing::Test {
  protected:
   ModuleResources()
@@ -81,8 +89,21 @@ class ModuleResources : public ::testing::Test {
     return {static_cast<const char*>(LockResource(LoadResource(module_, found))),
             SizeofResource(module_, found)};
   }
+  /// Numbers of the resources of a type; 0 stands for those with names.
+  [[nodiscard]] std::set<DialogId> Numbers(const wchar_t* type) const {
+    std::set<DialogId> numbers;
+    EnumResourceNamesW(module_, type, &TakeNumber, reinterpret_cast<LONG_PTR>(&numbers));
+    return numbers;
+  }
 
  private:
+  static BOOL CALLBACK TakeNumber(HMODULE /*module*/, const wchar_t* /*type*/, wchar_t* name,
+                                  LONG_PTR numbers) {
+    const WORD number = IS_INTRESOURCE(name) ? LOWORD(reinterpret_cast<ULONG_PTR>(name)) : 0;
+    reinterpret_cast<std::set<DialogId>*>(numbers)->insert(number);
+    return TRUE;
+  }
+
   HMODULE module_;
 };
 
@@ -115,8 +136,22 @@ TEST_F(ModuleResources, HoldTheRegistrationScripts) {
   EXPECT_THAT(std::string(Find(L"REGISTRY", 101)), HasSubstr("PeloraADS.DLL"));
 }
 
-TEST_F(ModuleResources, HoldTheUserTabsTemplate) {
-  EXPECT_FALSE(Find(MAKEINTRESOURCEW(5), 102).empty());
+TEST_F(ModuleResources, HoldEveryDialogOfTheTableAndNoOther) {
+  std::set<DialogId> named;
+  for (const pelora::testing::ModuleDialog& expected : pelora::testing::ModuleDialogs()) {
+    SCOPED_TRACE(expected.id);
+    named.insert(expected.id);
+    const auto dialog =
+        resources::ReadDialogTemplate(std::as_bytes(std::span(Find(kDialogs, expected.id))));
+    EXPECT_EQ(dialog.error, "");
+    ASSERT_TRUE(dialog.value);
+    EXPECT_EQ('\n' + pelora::testing::ToText(*dialog.value), expected.text);
+    for (const resources::DialogItem& item : dialog.value->items) {
+      if (!item.title_resource) continue;
+      EXPECT_FALSE(Find(kIcons, *item.title_resource).empty()) << *item.title_resource;
+    }
+  }
+  EXPECT_EQ(Numbers(kDialogs), named);
 }
 
 }  // namespace

@@ -20,6 +20,17 @@ namespace {
 constexpr const char* kPath = "LDAP://CN=Ada,DC=fake,DC=example";
 constexpr const char* kUserPage = "CPropPageUser";
 
+class ModuleLifetimeTest : public ExtensionTest {
+ protected:
+  void TearDown() override {
+    if (IsLoaded()) {
+      EXPECT_EQ(CanUnloadNow(), S_OK);
+    }
+    UnloadUnused();
+    EXPECT_FALSE(IsLoaded());
+  }
+};
+
 /// What an object says its class is; empty when it does not say.
 std::string ClassNameOf(::IUnknown& object) {
   const auto provider = QueryFor<::IProvideClassInfo>(object);
@@ -32,30 +43,26 @@ std::string ClassNameOf(::IUnknown& object) {
   return TextOf(name.Get());
 }
 
-/// A console's first steps with a component: the selection goes to a tab, a wizard page needs
-/// nothing here, and either adds its page. The first answer that is not `S_OK`.
-HRESULT AddPagesOf(::IUnknown& component, Selection& selection, const PageCollector& pages) {
-  if (const auto wizard = QueryFor<::IDsAdminNewObjExt>(component)) {
-    const HRESULT status = wizard->Initialize(nullptr, nullptr, nullptr, nullptr, nullptr);
-    return status == S_OK ? wizard->AddPages(pages.function(), pages.parameter()) : status;
-  }
+/// Uses a tab as a console does whose sheet is closed before the tab is shown.
+void UseTab(::IUnknown& component, Console& console, PageCollector& pages) {
   const auto init = QueryFor<::IShellExtInit>(component);
-  const auto extension = QueryFor<::IShellPropSheetExt>(component);
-  if (!init || !extension) return E_NOINTERFACE;
-  const HRESULT status = init->Initialize(nullptr, &selection, nullptr);
-  return status == S_OK ? extension->AddPages(pages.function(), pages.parameter()) : status;
+  const auto sheet = QueryFor<::IShellPropSheetExt>(component);
+  ASSERT_TRUE(init && sheet);
+  EXPECT_EQ(init->Initialize(nullptr, &console.selection(), nullptr), S_OK);
+  EXPECT_EQ(sheet->AddPages(pages.function(), pages.parameter()), S_OK);
 }
 
-class ModuleLifetimeTest : public ExtensionTest {
- protected:
-  void TearDown() override {
-    if (IsLoaded()) {
-      EXPECT_EQ(CanUnloadNow(), S_OK);
-    }
-    UnloadUnused();
-    EXPECT_FALSE(IsLoaded());
-  }
-};
+/// Uses a wizard page as a console does whose wizard is cancelled before the page is shown.
+void UseWizardPage(::IUnknown& component, PageCollector& pages) {
+  const auto wizard = QueryFor<::IDsAdminNewObjExt>(component);
+  ASSERT_TRUE(wizard);
+  EXPECT_EQ(wizard->Initialize(nullptr, nullptr, nullptr, nullptr, nullptr), S_OK);
+  EXPECT_EQ(wizard->AddPages(pages.function(), pages.parameter()), S_OK);
+  EXPECT_EQ(wizard->SetObject(nullptr), S_OK);
+  UniqueBstr summary;
+  EXPECT_EQ(wizard->GetSummaryInfo(summary.Put()), S_OK);
+  EXPECT_EQ(wizard->WriteData(nullptr, DSA_NEWOBJ_CTX_POSTCOMMIT), 1);
+}
 
 TEST_F(ModuleLifetimeTest, EveryClassIsCreatedUsedAndReleased) {
   const UniqueLibrary loaded(LoadLibraryW(ExtensionPath().c_str()));
@@ -63,25 +70,30 @@ TEST_F(ModuleLifetimeTest, EveryClassIsCreatedUsedAndReleased) {
   Console console;
   console.directory().AddObject(kPath);
   console.Select({kPath});
-  int used = 0;
+  int created = 0;
   for (const ComponentClass& row : ClassTable()) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(CanUnloadNow(), S_OK) << "before";
+    EXPECT_EQ(CanUnloadNow(), S_OK);
+    PageCollector pages;
     {
-      PageCollector pages;
       Ref<::IUnknown> component;
       ASSERT_EQ(Activate(ToSystem(row.class_id), component), S_OK);
-      EXPECT_EQ(CanUnloadNow(), S_FALSE) << "while the component lives";
+      EXPECT_EQ(CanUnloadNow(), S_FALSE);
       EXPECT_EQ(ClassNameOf(*component), row.name);
-      EXPECT_EQ(AddPagesOf(*component, console.selection(), pages), S_OK);
-      EXPECT_EQ(pages.pages().size(), 1U);
-      component.Reset();
-      EXPECT_EQ(CanUnloadNow(), S_FALSE) << "while its page lives";
+      if (row.name.starts_with("CPropPage")) {
+        UseTab(*component, console, pages);
+      } else {
+        UseWizardPage(*component, pages);
+      }
     }
-    EXPECT_EQ(CanUnloadNow(), S_OK) << "afterwards";
-    ++used;
+    EXPECT_EQ(pages.offered(), 1U);
+    // The page keeps its component.
+    EXPECT_EQ(CanUnloadNow(), S_FALSE);
+    for (const HPROPSHEETPAGE page : pages.Take()) DestroyPropertySheetPage(page);
+    EXPECT_EQ(CanUnloadNow(), S_OK);
+    ++created;
   }
-  EXPECT_EQ(used, 21);
+  EXPECT_EQ(created, 21);
   EXPECT_EQ(console.selection().references(), 0U);
   EXPECT_EQ(console.directory().live_objects(), 0U);
 }

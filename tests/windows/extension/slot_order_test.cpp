@@ -3,6 +3,7 @@
 // tables by number, without any of our declarations.
 #include <ocidl.h>
 
+#include "tests/windows/support/call_slot.h"
 #include "tests/windows/support/console.h"
 #include "tests/windows/support/extension_test.h"
 
@@ -10,15 +11,6 @@ namespace pelora::windows::test {
 namespace {
 
 constexpr const char* kPath = "LDAP://CN=Ada,DC=fake,DC=example";
-
-/// Calls the function in a slot of an interface.
-template <class Result, class... Arguments>
-Result CallSlot(void* interface_pointer, std::size_t slot, Arguments... arguments) {
-  void** const table = *static_cast<void***>(interface_pointer);
-  const auto function =
-      reinterpret_cast<Result(STDMETHODCALLTYPE*)(void*, Arguments...)>(table[slot]);
-  return function(interface_pointer, arguments...);
-}
 
 constexpr std::size_t kQueryInterface = 0;
 constexpr std::size_t kAddRef = 1;

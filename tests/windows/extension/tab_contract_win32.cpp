@@ -95,8 +95,8 @@ class Win32Console final : public TabConsole {
     windows::test::SavePicture(sheet().window(), name);
   }
 
-  [[nodiscard]] Names Values(const std::string& name, std::string_view attribute) override {
-    return ValuesIn(console_.directory(), name, attribute);
+  [[nodiscard]] TabValues Stored(const std::string& name) override {
+    return StoredIn(console_.directory(), name);
   }
 
  private:
@@ -123,6 +123,7 @@ class Win32Console final : public TabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<Win32Console>(); }
 
 INSTANTIATE_TEST_SUITE_P(Win32, TabContract, EveryTab(&MakeConsole), TabName);
+INSTANTIATE_TEST_SUITE_P(Win32, TabLooks, EveryTab(&MakeConsole), TabName);
 
 }  // namespace
 }  // namespace pelora::contract

@@ -216,6 +216,64 @@ TEST_F(EveryWizardTest, DynamicDistributionList) {
                    "WriteData 1 = 1", "SetInfo <new>", "WriteData 3 = 1", "WriteData 3 = 1"}));
 }
 
+/// The wizards that have no page of the console's own.
+class ListWizardTest : public WizardTest,
+                       public ::testing::WithParamInterface<std::pair<const char*, const char*>> {
+ protected:
+  /// From the first page to the last.
+  void NameList(const std::string& name) {
+    console_.User().Erase(292);
+    console_.User().Type(292, name);
+    console_.Next();
+    console_.Next();
+    (void)console_.TakeLog();
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(EveryClass, ListWizardTest,
+                         ::testing::Values(std::pair("CWizardAddresslist", "CWizardExtAddresslist"),
+                                           std::pair("CWizardDynamicDistlist",
+                                                     "CWizardExtDynamicDistlist")),
+                         [](const auto& row) { return row.param.first; });
+
+TEST_P(ListWizardTest, ANameInUseIsSaidByTheFirstPageAndTheWizardGoesOn) {
+  console_.directory().AddObject(WizardConsole::PathOf("Taken"), {}, {});
+  OpenPrimary(GetParam().first, GetParam().second);
+  NameList("Taken");
+  console_.Finish();
+  EXPECT_TRUE(console_.IsOpen());
+  EXPECT_EQ(TakeBoxes(),
+            Lines{"warning: The new object cannot be created because the name is already in use."
+                  "\r\nPlease select a different name and try again."});
+  EXPECT_EQ(console_.TakeLog(),
+            (Lines{"CreateNew Taken", "SetObject new = 0", "SetObject new = 0", "WriteData 1 = 1",
+                   "Put <new> peloraAccount 0", "WriteData 1 = 1", "SetInfo <new>",
+                   "SetObject new = 0", "SetObject new = 0", "WriteData 4 = 1", "WriteData 4 = 1",
+                   "OnError 0x80071392 2 = 0"}));
+  console_.Back();
+  console_.Back();
+  EXPECT_EQ(Text(292), "Taken");
+  NameList("Free");
+  console_.Finish();
+  EXPECT_FALSE(console_.IsOpen());
+  EXPECT_EQ(console_.directory().Values(WizardConsole::PathOf("Free")),
+            (FakeAttributes{{"peloraAccount", Variant::Integer(0)}}));
+}
+
+TEST_P(ListWizardTest, AnyOtherFailureOfTheCreationShowsItsCodeAndMayBeTriedAgain) {
+  OpenPrimary(GetParam().first, GetParam().second);
+  NameList("List");
+  console_.plan().Fail(pelora::testing::FaultPoint::kSetInfo, 1, E_ACCESSDENIED);
+  console_.Finish();
+  EXPECT_TRUE(console_.IsOpen());
+  EXPECT_EQ(TakeBoxes(), Lines{"error: Unknown error occured\r\n\r\nError code: 0X80070005"});
+  EXPECT_EQ(console_.TakeLog().back(), "OnError 0x80070005 2 = 0");
+  console_.Finish();
+  EXPECT_FALSE(console_.IsOpen());
+  EXPECT_EQ(console_.directory().Values(WizardConsole::PathOf("List")),
+            (FakeAttributes{{"peloraAccount", Variant::Integer(0)}}));
+}
+
 /// The extensions of wizards that the console owns.
 class ExtensionPageTest : public WizardTest, public ::testing::WithParamInterface<const char*> {
  protected:
@@ -266,6 +324,7 @@ TEST_P(ExtensionPageTest, AnObjectThatDoesNotTakeItIsMadeWithoutIt) {
   const Lines boxes = TakeBoxes();
   EXPECT_EQ(boxes, Lines{"error: Unable to get connection with the ldap user\r\n\r\n"
                          "Error code: 0X80004002"});
+  EXPECT_EQ(console_.directory().Values(WizardConsole::PathOf("Plain")), FakeAttributes{});
 }
 
 TEST_P(ExtensionPageTest, ANameInUseIsSaidAndTheWizardGoesOn) {

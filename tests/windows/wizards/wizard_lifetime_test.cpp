@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// How long a wizard page lives, what it answers when, and the order of its functions.
+// How long a wizard page lives, and what it answers when.
 #include "hosts/windows/values/bstr.h"
 #include "hosts/windows/values/system_guid.h"
 #include "server/class_table.h"
@@ -154,6 +154,30 @@ TEST_F(WizardLifetimeTest, CancelMakesNothing) {
   EXPECT_EQ(console_.directory().Values(WizardConsole::PathOf("Ada")), std::nullopt);
 }
 
+TEST_F(WizardLifetimeTest, ListensToTheWizardAndToItselfAloneAndRefusesNothing) {
+  Open("CWizardExtContact");
+  GoToPage("Carl");
+  console_.User().Click(254);
+  (void)console_.TakeLog();
+  const auto tell = [this](HWND sender, UINT code) {
+    NMHDR notification = {sender, 0, code};
+    EXPECT_EQ(SendMessageW(console_.Page(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notification)),
+              0);
+    return console_.TakeLog();
+  };
+  for (const HWND sender : {console_.Page(), console_.window()}) {
+    EXPECT_EQ(tell(sender, PSN_SETACTIVE), Lines{"SetButtons 0 off"});
+    EXPECT_EQ(tell(sender, PSN_WIZBACK), Lines{"SetButtons 0 on"});
+    for (const UINT code :
+         {PSN_WIZNEXT, PSN_WIZFINISH, PSN_QUERYCANCEL, PSN_KILLACTIVE, PSN_APPLY}) {
+      EXPECT_EQ(tell(sender, code), Lines()) << code;
+    }
+  }
+  for (const UINT code : {PSN_SETACTIVE, PSN_WIZBACK}) {
+    EXPECT_EQ(tell(GetDesktopWindow(), code), Lines()) << code;
+  }
+}
+
 TEST_F(WizardLifetimeTest, OffersItsInterfacesAndNoOthers) {
   Make();
   EXPECT_TRUE(QueryFor<::IProvideClassInfo>(*extension_));
@@ -161,38 +185,6 @@ TEST_F(WizardLifetimeTest, OffersItsInterfacesAndNoOthers) {
   EXPECT_FALSE(QueryFor<::IShellPropSheetExt>(*extension_));
   EXPECT_EQ(QueryFor<::IUnknown>(*extension_),
             QueryFor<::IUnknown>(*QueryFor<::IProvideClassInfo>(*extension_)));
-}
-
-/// Calls the function in a slot of an interface, without any declaration of it.
-template <class Result, class... Arguments>
-Result CallSlot(void* interface_pointer, std::size_t slot, Arguments... arguments) {
-  void** const table = *static_cast<void***>(interface_pointer);
-  const auto function =
-      reinterpret_cast<Result(STDMETHODCALLTYPE*)(void*, Arguments...)>(table[slot]);
-  return function(interface_pointer, arguments...);
-}
-
-TEST_F(WizardLifetimeTest, ItsFunctionsStandInThePublishedOrder) {
-  ASSERT_EQ(Activate(ClassId("CWizardExtUser"), extension_), S_OK);
-  void* const object = extension_.Get();
-  EXPECT_EQ(CallSlot<ULONG>(object, 1), 2U);
-  EXPECT_EQ(CallSlot<ULONG>(object, 2), 1U);
-  EXPECT_EQ((CallSlot<HRESULT, void*, void*, LPCWSTR, void*, void*>(
-                object, 3, nullptr, nullptr, nullptr,
-                static_cast<::IDsAdminNewObj*>(&console_.site()), nullptr)),
-            S_OK);
-  EXPECT_EQ(console_.site().references(), 1U);
-  EXPECT_EQ((CallSlot<HRESULT, LPFNADDPROPSHEETPAGE, LPARAM>(object, 4, pages_.function(),
-                                                             pages_.parameter())),
-            S_OK);
-  EXPECT_EQ(pages_.offered(), 1U);
-  EXPECT_EQ((CallSlot<HRESULT, void*>(object, 5, nullptr)), S_OK);
-  EXPECT_EQ((CallSlot<HRESULT, HWND, ULONG>(object, 6, nullptr, 3)), 1);
-  EXPECT_EQ((CallSlot<HRESULT, HWND, HRESULT, ULONG>(object, 7, nullptr, S_OK, 2)), S_OK);
-  EXPECT_EQ(TakeBoxes(), Lines{"warning: Unknown error occured"});
-  UniqueBstr text;
-  EXPECT_EQ((CallSlot<HRESULT, BSTR*>(object, 8, text.Put())), S_OK);
-  EXPECT_EQ(TextOf(text.Get()), "Pelora disabled");
 }
 
 TEST_F(WizardLifetimeTest, AThousandWizardsLeaveNothingBehind) {

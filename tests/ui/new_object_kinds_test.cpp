@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every kind of object made in the console's wizards, read back from the directory file.
+#include "hosts/console/qt_text.h"
+#include "tests/ui/new_object_test.h"
+
+namespace pelora::test {
+namespace {
+
+using console::ToUtf8;
+
+using NewObjectKinds = NewObjectTest;
+
+TEST_F(NewObjectKinds, AUserWithAnAccount) {
+  Open("user");
+  EXPECT_EQ(ToUtf8(wizard().wizard().windowTitle()), "New Object - User");
+  EXPECT_EQ(wizard().wizard().PageCount(), 3U);
+  wizard().Write("own_first_name", "Jörg");
+  wizard().Write("own_last_name", "Neu");
+  EXPECT_EQ(wizard().Field("own_name"), "Jörg Neu");
+  wizard().Write("own_logon_name", "jneu");
+  Picture("new-user-1");
+  wizard().Next();
+  EXPECT_EQ(wizard().dialog().Text(291), "linden-werke.example/Linden-Werke Chemnitz/Vertrieb");
+  wizard().user().Click(254);
+  EXPECT_FALSE(wizard().wizard().next().isEnabled());
+  wizard().user().Type(268, "j.neu@linden-werke.example");
+  wizard().choosers().Choose({"LDAP://CN=mail02,OU=Groupware Servers,DC=linden-werke,DC=example"});
+  wizard().user().Click(271);
+  EXPECT_EQ(wizard().dialog().Text(242), "mail02");
+  Picture("new-user-2");
+  wizard().Next();
+  EXPECT_TRUE(wizard().wizard().IsSummary());
+  EXPECT_EQ(wizard().Summary(), "Full name: Jörg Neu\nUser logon name: jneu\n\nPelora enabled");
+  Picture("new-user-3");
+  EXPECT_FALSE(IsThere(Below("CN=Jörg Neu")));
+  wizard().Finish();
+  EXPECT_FALSE(wizard().IsOpen());
+  EXPECT_EQ(adds_.size(), 1U);
+  EXPECT_EQ(wizard().wizard().created_name(), Below("CN=Jörg Neu"));
+  EXPECT_EQ(Stored(Below("CN=Jörg Neu")),
+            (Lines{"displayName: Jörg Neu", "givenName: Jörg", "mail: j.neu@linden-werke.example",
+                   "objectClass: organizationalPerson", "objectClass: person", "objectClass: top",
+                   "objectClass: user", "peloraAccount: 1", "peloraAdmin: 0", "peloraHidden: 0",
+                   "peloraSharedStoreOnly: 0", "peloraUserServer: mail02", "sAMAccountName: jneu",
+                   "sn: Neu", "userAccountControl: 512",
+                   "userPrincipalName: jneu@linden-werke.example"}));
+}
+
+TEST_F(NewObjectKinds, ARoom) {
+  Open("user");
+  wizard().Write("own_name", "Saal 3, groß");
+  wizard().Write("own_logon_name", "saal3");
+  wizard().Next();
+  wizard().user().Click(254);
+  wizard().user().ChooseComboRow(284, 2);
+  EXPECT_TRUE(wizard().wizard().next().isEnabled());
+  wizard().user().Type(298, "12");
+  wizard().user().Click(243);
+  Picture("new-user-room");
+  wizard().Next();
+  wizard().Finish();
+  EXPECT_EQ(
+      Stored(Below("CN=Saal 3\\, groß")),
+      (Lines{"displayName: Saal 3, groß", "objectClass: organizationalPerson",
+             "objectClass: person", "objectClass: top", "objectClass: user", "peloraAccount: 1",
+             "peloraAdmin: 0", "peloraHidden: 1", "peloraResourceCapacity: 12",
+             "peloraResourceType: room", "peloraSharedStoreOnly: 1", "sAMAccountName: saal3",
+             "userAccountControl: 512", "userPrincipalName: saal3@linden-werke.example"}));
+}
+
+TEST_F(NewObjectKinds, AContactWithoutPelora) {
+  Open("contact");
+  wizard().Write("own_first_name", "Ole");
+  wizard().Write("own_last_name", "Fern");
+  Picture("new-contact-1");
+  wizard().Next();
+  Picture("new-contact-2");
+  EXPECT_TRUE(wizard().wizard().next().isEnabled());
+  wizard().Next();
+  EXPECT_EQ(wizard().Summary(), "Full name: Ole Fern\n\nPelora disabled");
+  wizard().Finish();
+  EXPECT_EQ(Stored(Below("CN=Ole Fern")),
+            (Lines{"displayName: Ole Fern", "givenName: Ole", "objectClass: contact",
+                   "objectClass: organizationalPerson", "objectClass: person", "objectClass: top",
+                   "peloraAccount: 0", "sn: Fern"}));
+}
+
+TEST_F(NewObjectKinds, AContactWithAnAddress) {
+  Open("contact");
+  wizard().Write("own_name", "Firma Fern");
+  wizard().Next();
+  wizard().user().Click(254);
+  EXPECT_FALSE(wizard().wizard().next().isEnabled());
+  wizard().user().Type(268, "info@fern.example");
+  wizard().Next();
+  wizard().Finish();
+  EXPECT_EQ(Stored(Below("CN=Firma Fern")),
+            (Lines{"displayName: Firma Fern", "mail: info@fern.example", "objectClass: contact",
+                   "objectClass: organizationalPerson", "objectClass: person", "objectClass: top",
+                   "peloraAccount: 1", "peloraHidden: 0"}));
+}
+
+TEST_F(NewObjectKinds, AGroup) {
+  Open("group");
+  wizard().Write("own_name", "Team A/B");
+  EXPECT_EQ(wizard().Field("own_logon_name"), "Team A_B");
+  Picture("new-group-1");
+  wizard().Next();
+  wizard().user().Click(254);
+  EXPECT_TRUE(wizard().wizard().next().isEnabled());
+  wizard().user().Type(268, "team@linden-werke.example");
+  Picture("new-group-2");
+  wizard().Next();
+  EXPECT_EQ(wizard().Summary(),
+            "Group name: Team A/B\nGroup name (pre-Windows 2000): Team A_B\nGroup scope: Global\n"
+            "Group type: Security\n\nPelora enabled");
+  wizard().Finish();
+  EXPECT_EQ(Stored(Below("CN=Team A/B")),
+            (Lines{"groupType: -2147483646", "mail: team@linden-werke.example",
+                   "objectClass: group", "objectClass: top", "peloraAccount: 1", "peloraHidden: 0",
+                   "sAMAccountName: Team A_B"}));
+}
+
+TEST_F(NewObjectKinds, GroupsOfOtherScopesAndTypes) {
+  struct Row {
+    const char* scope;
+    const char* type;
+    const char* stored;
+  };
+  int number = 0;
+  for (const Row& row : {Row{"own_scope_0", "own_type_0", "groupType: -2147483644"},
+                         Row{"own_scope_2", "own_type_0", "groupType: -2147483640"},
+                         Row{"own_scope_0", "own_type_1", "groupType: 4"},
+                         Row{"own_scope_1", "own_type_1", "groupType: 2"},
+                         Row{"own_scope_2", "own_type_1", "groupType: 8"}}) {
+    const std::string name = "Group " + std::to_string(++number);
+    Open("group");
+    wizard().Write("own_name", name);
+    wizard().ClickOwn(row.scope);
+    wizard().ClickOwn(row.type);
+    wizard().Next();
+    wizard().Next();
+    wizard().Finish();
+    EXPECT_EQ(Stored(Below("CN=" + name)).front(), row.stored);
+  }
+}
+
+TEST_F(NewObjectKinds, AnOrganizationalUnitThatIsACompany) {
+  Open("organizationalUnit", "DC=linden-werke,DC=example");
+  wizard().Write("own_name", "Tochter GmbH");
+  Picture("new-organizational-unit-1");
+  wizard().Next();
+  EXPECT_EQ(wizard().dialog().Text(291), "linden-werke.example");
+  wizard().user().Click(254);
+  wizard().choosers().Choose({std::string("LDAP://") + kBirgit});
+  wizard().user().Click(227);
+  wizard().choosers().Choose({"LDAP://CN=mail01,OU=Groupware Servers,DC=linden-werke,DC=example"});
+  wizard().user().Click(271);
+  Picture("new-organizational-unit-2");
+  wizard().Next();
+  wizard().Finish();
+  EXPECT_EQ(Stored("OU=Tochter GmbH,DC=linden-werke,DC=example"),
+            (Lines{"objectClass: organizationalUnit", "objectClass: top", "peloraAccount: 1",
+                   "peloraCompanyServer: mail01", "peloraHidden: 0",
+                   std::string("peloraSystemAdmin: ") + kBirgit}));
+}
+
+TEST_F(NewObjectKinds, AComputerThatIsAServer) {
+  Open("computer", "OU=Groupware Servers,DC=linden-werke,DC=example");
+  wizard().Write("own_name", "mail-zagreb-reserve");
+  EXPECT_EQ(wizard().Field("own_logon_name"), "MAIL-ZAGREB-RES");
+  wizard().Write("own_logon_name", "MAIL-ZAG");
+  wizard().Write("own_name", "mail-zagreb");
+  EXPECT_EQ(wizard().Field("own_logon_name"), "MAIL-ZAG");
+  Picture("new-computer-1");
+  wizard().Next();
+  wizard().user().Click(254);
+  EXPECT_FALSE(wizard().wizard().next().isEnabled());
+  EXPECT_EQ(wizard().dialog().Text(246), "236");
+  wizard().user().Type(245, "192.0.2.44");
+  wizard().user().Erase(246);
+  wizard().user().Click(243);
+  Picture("new-computer-2");
+  wizard().Next();
+  wizard().Finish();
+  EXPECT_EQ(
+      Stored("CN=mail-zagreb,OU=Groupware Servers,DC=linden-werke,DC=example"),
+      (Lines{"objectClass: computer", "objectClass: organizationalPerson", "objectClass: person",
+             "objectClass: top", "objectClass: user", "peloraAccount: 1", "peloraContainsPublic: 1",
+             "peloraFilePath: /var/run/pelora", "peloraHostAddress: 192.0.2.44",
+             "peloraSslPort: 237", "sAMAccountName: MAIL-ZAG$", "userAccountControl: 4096"}));
+}
+
+TEST_F(NewObjectKinds, AnAddressList) {
+  Open("peloraAddresslist");
+  EXPECT_EQ(wizard().wizard().own_page(), nullptr);
+  EXPECT_FALSE(wizard().wizard().next().isEnabled());
+  wizard().user().Type(292, "Alle Köche");
+  Picture("new-address-list-1");
+  wizard().Next();
+  wizard().user().Click(254);
+  EXPECT_FALSE(wizard().wizard().next().isEnabled());
+  wizard().choosers().Browse(1, std::string("LDAP://") + kSales);
+  wizard().user().Click(293);
+  wizard().user().Type(287, "(title=Koch)");
+  Picture("new-address-list-2");
+  wizard().Next();
+  EXPECT_EQ(wizard().Summary(), "Fullname: Alle Köche\n\nPelora enabled");
+  Picture("new-address-list-3");
+  wizard().Finish();
+  EXPECT_EQ(adds_.size(), 1U);
+  EXPECT_EQ(Stored(Below("CN=Alle Köche")),
+            (Lines{"objectClass: peloraAddresslist", "objectClass: top", "peloraAccount: 1",
+                   std::string("peloraBase: ") + kSales, "peloraFilter: (title=Koch)",
+                   "peloraHidden: 0"}));
+}
+
+TEST_F(NewObjectKinds, ADynamicDistributionList) {
+  Open("peloraDynamicDistlist");
+  wizard().user().Type(292, "Neue");
+  Picture("new-dynamic-list-1");
+  wizard().Next();
+  wizard().user().Click(254);
+  wizard().user().Type(268, "neue@linden-werke.example");
+  wizard().user().Type(287, "(cn=n*)");
+  Picture("new-dynamic-list-2");
+  wizard().Next();
+  wizard().Finish();
+  EXPECT_EQ(
+      Stored(Below("CN=Neue")),
+      (Lines{"mail: neue@linden-werke.example", "objectClass: peloraDynamicDistlist",
+             "objectClass: top", "peloraAccount: 1", "peloraFilter: (cn=n*)", "peloraHidden: 0"}));
+}
+
+TEST_F(NewObjectKinds, ContainersMayHaveSlashesAndCommasInTheirNames) {
+  const std::string slash =
+      "OU=Labor I/O,OU=Entwicklung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+  Open("organizationalUnit", slash.c_str());
+  wizard().Write("own_name", "Prüfstand, links");
+  wizard().Next();
+  EXPECT_EQ(wizard().dialog().Text(291),
+            "linden-werke.example/Linden-Werke Chemnitz/Entwicklung/Labor I/O");
+  wizard().Next();
+  wizard().Finish();
+  const std::string comma = "OU=Prüfstand\\, links," + slash;
+  EXPECT_EQ(wizard().wizard().created_name(), comma);
+
+  Open("peloraAddresslist", comma.c_str());
+  wizard().user().Type(292, "A/B, C");
+  wizard().Next();
+  wizard().Next();
+  wizard().Finish();
+  EXPECT_FALSE(wizard().IsOpen());
+  EXPECT_EQ(wizard().wizard().created_name(), "CN=A/B\\, C," + comma);
+  EXPECT_TRUE(IsThere("CN=A/B\\, C," + comma));
+}
+
+TEST_F(NewObjectKinds, EveryKindLeftAloneHasNoAccountAndNothingElseOfPelora) {
+  for (const console::NewObjectKind& kind : console::NewObjectKinds()) {
+    SCOPED_TRACE(kind.class_name);
+    adds_.clear();
+    OpenNamed(kind);
+    while (!wizard().wizard().IsSummary()) wizard().Next();
+    wizard().Finish();
+    EXPECT_EQ(adds_.size(), 1U);
+    Lines stored = Stored(wizard().wizard().created_name());
+    std::erase_if(stored, [](const std::string& line) { return !line.starts_with("pelora"); });
+    EXPECT_EQ(stored, Lines{"peloraAccount: 0"});
+  }
+}
+
+}  // namespace
+}  // namespace pelora::test
