@@ -3,7 +3,7 @@
 # pelora_windows_suite(NAME SOURCES source... LIBRARIES library... [RESOURCES file...])
 #
 # Builds one GoogleTest program for Windows and enters it into windows_suites.txt of the build folder,
-# which tests/windows/run_wine_suites.sh runs: one line per program, its file and its result file.
+# which tests/windows/run_wine_suites.sh runs: one line per run, with the program and its result file.
 function(pelora_windows_suite name)
   cmake_parse_arguments(suite "" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${suite_SOURCES})
@@ -16,6 +16,17 @@ function(pelora_windows_suite name)
   set_property(GLOBAL APPEND PROPERTY PELORA_SUITES "${results}")
   set_property(GLOBAL APPEND PROPERTY PELORA_WINDOWS_PROGRAMS
     "${PROJECT_BINARY_DIR}/bin/${name}.exe\t${results}")
+endfunction()
+
+# pelora_windows_suite_at(NAME DPI FILTER)
+#
+# Runs those tests of a program that FILTER names once more, on a screen with DPI dots per inch (96 is
+# usual): two further columns of its line.
+function(pelora_windows_suite_at name dpi filter)
+  set(results "${PROJECT_BINARY_DIR}/results/${name}_${dpi}dpi.xml")
+  set_property(GLOBAL APPEND PROPERTY PELORA_SUITES "${results}")
+  set_property(GLOBAL APPEND PROPERTY PELORA_WINDOWS_PROGRAMS
+    "${PROJECT_BINARY_DIR}/bin/${name}.exe\t${results}\t${dpi}\t${filter}")
 endfunction()
 
 function(pelora_write_windows_suite_list)

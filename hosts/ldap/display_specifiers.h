@@ -23,7 +23,7 @@ class DisplaySpecifiers {
   /// The component classes of a directory class in a role, by the order numbers with which they are
   /// registered; equal numbers keep the directory's order. Where the directory registers none of
   /// the module's classes, those that the module has for the directory class. Classes of other
-  /// makers and ones that cannot be made are left out.
+  /// makers are left out.
   [[nodiscard]] std::vector<Guid> ComponentsOf(std::string_view object_class,
                                                ConsoleRole role) const;
 

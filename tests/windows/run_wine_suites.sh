@@ -4,9 +4,10 @@
 #
 #   tests/windows/run_wine_suites.sh [BUILD-FOLDER]
 #
-# The build folder (build/windows unless given) holds windows_suites.txt: one line per program, its file
-# and its result file. The results are GoogleTest XML; suites.txt lists them. The exit code is 0 only when
-# every program ran to its end and every test passed.
+# The build folder (build/windows unless given) holds windows_suites.txt: one line per run, with the
+# program, its result file and, for runs of some tests on a finer screen, its dots per inch and the tests'
+# filter. Those runs are left out when GTEST_FILTER asks for tests. The results are GoogleTest XML;
+# suites.txt lists them. The exit code is 0 only when every program ran to its end and every test passed.
 set -uo pipefail
 
 root="$(cd "$(dirname "$0")/../.." && pwd)"
@@ -38,14 +39,26 @@ end_wine
 
 "$root/tests/windows/make_wine_prefix.sh" || exit 1
 
+# Wine reads the dots per inch when it starts.
+use_dpi() {
+  [ "$1" = "${PELORA_DPI:-}" ] && return
+  export PELORA_DPI="$1"
+  wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null </dev/null
+  end_wine
+}
+
 failed=0
+unset PELORA_DPI
 mkdir -p "$build/results"
-while IFS=$'\t' read -r program results; do
-  name="$(basename "$program" .exe)"
+while IFS=$'\t' read -r program results dpi filter; do
+  [ -n "$filter" ] && [ -n "${GTEST_FILTER:-}" ] && continue
+  use_dpi "${dpi:-96}"
+  name="$(basename "$results" .xml)"
   rm -f "$results"
   printf '%s: ' "$name"
   timeout --kill-after=10 "$limit" wine "$program" \
-    "--gtest_output=xml:$(winepath -w "$results" 2>/dev/null)" >"$build/results/$name.log" 2>&1
+    "--gtest_output=xml:$(winepath -w "$results" 2>/dev/null)" ${filter:+"--gtest_filter=$filter"} \
+    >"$build/results/$name.log" 2>&1
   code=$?
   tail -n 400 "$build/results/$name.log" | grep -aE '^\[  (PASSED|FAILED)|^(watchdog|crash):' | head -40
   case "$code" in

@@ -12,9 +12,11 @@ namespace {
 
 constexpr std::string_view kProvider = "LDAP://";
 
-/// A path that begins with no provider known to it makes the system say almost anything.
+/// Systems differ in what they say of a path that begins with no provider known to them. What a
+/// provider says, be it another one than usual, is left as it is.
 HRESULT StatusOfPath(HRESULT status, std::string_view path) {
-  return FAILED(status) && !path.starts_with(kProvider) ? E_ADS_BAD_PATHNAME : status;
+  const bool may_have_no_provider = status == E_FAIL || status == MK_E_SYNTAX;
+  return may_have_no_provider && !path.starts_with(kProvider) ? E_ADS_BAD_PATHNAME : status;
 }
 
 /// What the system bound, behind the port; its status when it bound nothing.

@@ -104,6 +104,21 @@ TEST_F(AdsObjectTest, BindsWithTheUsersOwnCredentials) {
   EXPECT_EQ(fake_.Log(), std::vector<std::string>{"ADsOpenObject " + std::string(kPath) + " 1"});
 }
 
+TEST_F(AdsObjectTest, AFailureOfAKnownProviderIsItsOwnHoweverThePathIsWritten) {
+  constexpr auto kServerDown = static_cast<HRESULT>(0x8007203AU);
+  Ref<pelora::IADs> object;
+  for (const char* const path : {"LDAP://CN=Ada,DC=fake", "ldap://CN=Ada,DC=fake"}) {
+    faulty_.plan().Fail(FaultPoint::kOpenObject, 1, kServerDown);
+    EXPECT_EQ(directory_.ADsOpenObject(path, std::nullopt, std::nullopt, ADS_SECURE_AUTHENTICATION,
+                                       pelora::IID_IADs, object),
+              kServerDown)
+        << path;
+    EXPECT_FALSE(object);
+  }
+  EXPECT_EQ(directory_.ADsGetObject("nobody://CN=Ada,DC=fake", pelora::IID_IADs, object),
+            E_ADS_BAD_PATHNAME);
+}
+
 TEST_F(AdsObjectTest, ASystemObjectCanBeWrappedAndIsHeldOnce) {
   Ref<pelora::IADs> object = Bind();
   Ref<pelora::IADs> same = object;

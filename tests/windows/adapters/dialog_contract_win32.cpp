@@ -25,13 +25,17 @@ INT_PTR CALLBACK PageProcedure(HWND window, UINT message, WPARAM wide, LPARAM na
   return host == nullptr ? FALSE : host->OnMessage(window, message, wide, narrow);
 }
 
+/// Room for a page on a screen of any usual number of dots.
+constexpr int kFrameWidth = 900;
+constexpr int kFrameHeight = 800;
+
 /// A page in a frame that is no property sheet.
 class Win32OpenDialog final : public OpenDialog {
  public:
   Win32OpenDialog(DialogId dialog, IDialogController& controller)
       : host_(controller, DialogRole::kPage),
-        frame_(CreateWindowExW(0, L"Static", L"Frame", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 500,
-                               450, nullptr, nullptr, nullptr, nullptr)),
+        frame_(CreateWindowExW(0, L"Static", L"Frame", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                               kFrameWidth, kFrameHeight, nullptr, nullptr, nullptr, nullptr)),
         page_(CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(dialog), frame_,
                                  &PageProcedure, reinterpret_cast<LPARAM>(&host_))),
         player_(page_) {

@@ -2,6 +2,8 @@
 // What is left after a property sheet has been opened and closed many times.
 #include <gmock/gmock.h>
 
+#include <memory>
+
 #include "resources/resource.h"
 #include "tests/windows/support/console.h"
 #include "tests/windows/support/extension_test.h"
@@ -15,6 +17,8 @@ constexpr const char* kPath = "LDAP://CN=Ada,DC=fake,DC=example";
 constexpr int kRounds = 1000;
 /// Until caches of the system are filled.
 constexpr int kWarmUpRounds = 20;
+/// So many take a few seconds.
+constexpr int kRoundsAtOnce = 50;
 /// Every so many rounds something is edited and applied.
 constexpr int kApplyEvery = 10;
 
@@ -36,11 +40,16 @@ class EnduranceTest : public ExtensionTest {
     }
     console_.Close();
     console_.directory().ClearCalls();
-    // A sign of life for the watchdog.
-    SUCCEED();
   }
   void Rounds(int count) {
     for (int round = 0; round < count && !HasFatalFailure(); ++round) Round(round);
+  }
+  void RoundsUnderWatch(int count) {
+    for (int done = 0; done < count && !HasFatalFailure(); done += kRoundsAtOnce) {
+      Rounds(kRoundsAtOnce);
+      // A sign of life for the watchdog.
+      SUCCEED();
+    }
   }
 
   Console console_;
@@ -51,7 +60,7 @@ TEST_F(EnduranceTest, AThousandSheetsLeaveNothingBehind) {
   Rounds(kWarmUpRounds);
   const ResourceCounts before = CountResources();
   const long blocks_before = memory.live();
-  Rounds(kRounds);
+  RoundsUnderWatch(kRounds);
   const ResourceCounts after = CountResources();
   // The system itself may keep a few for later.
   constexpr std::size_t kFew = kRounds / 50;
@@ -65,6 +74,19 @@ TEST_F(EnduranceTest, AThousandSheetsLeaveNothingBehind) {
   EXPECT_EQ(console_.selection().references(), 0U);
   EXPECT_EQ(console_.selection().locks(), 0U);
   EXPECT_EQ(CanUnloadNow(), S_OK);
+}
+
+TEST_F(EnduranceTest, SheetsLeaveNoBlockOfMemoryBehind) {
+  Rounds(kWarmUpRounds);
+  const std::size_t before = CountHeapBlocks();
+  Rounds(2 * kRoundsAtOnce);
+  EXPECT_EQ(CountHeapBlocks(), before);
+}
+
+TEST(ResourceCounts, NoticeABlockOfMemoryThatIsNotGivenBack) {
+  const std::size_t before = CountHeapBlocks();
+  const auto kept = std::make_unique<int>(1);
+  EXPECT_EQ(CountHeapBlocks(), before + 1);
 }
 
 TEST(ResourceCounts, NoticeWhatIsNotGivenBack) {

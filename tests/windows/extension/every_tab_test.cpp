@@ -40,7 +40,7 @@ bool BindsUsers(std::string_view name) {
   return name == "CPropPageUser" || name == "CPropPageFeatures";
 }
 
-/// The property tabs that there are.
+/// The property tabs of the class table.
 std::vector<std::string> Tabs() {
   std::vector<std::string> tabs;
   for (const ComponentClass& row : ClassTable()) {
@@ -186,7 +186,6 @@ TEST_P(EveryTabTest, GoesWithASheetThatNeverShowedIt) {
 }
 
 TEST_P(EveryTabTest, LeavesNothingBehind) {
-  const MallocCounter memory;
   console_.Select({kFirst});
   const auto open_and_close = [&](int rounds) {
     for (int round = 0; round < rounds; ++round) {
@@ -197,6 +196,11 @@ TEST_P(EveryTabTest, LeavesNothingBehind) {
   };
   // Until caches of the system are filled.
   open_and_close(5);
+  const std::size_t heap_blocks = CountHeapBlocks();
+  open_and_close(5);
+  EXPECT_EQ(CountHeapBlocks(), heap_blocks);
+  const MallocCounter memory;
+  open_and_close(5);
   const long blocks = memory.live();
   const std::size_t windows = CountWindowsOfThread();
   open_and_close(10);
@@ -205,7 +209,7 @@ TEST_P(EveryTabTest, LeavesNothingBehind) {
   EXPECT_EQ(CountWindowsOfThread(), windows);
 }
 
-TEST(EveryTab, StandsInTheTable) { EXPECT_THAT(Tabs(), ::testing::Contains("CPropPageUser")); }
+TEST(EveryTab, StandsInTheTable) { EXPECT_EQ(Tabs().size(), 12U); }
 
 }  // namespace
 }  // namespace pelora::windows::test

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <set>
 #include <span>
 #include <string>
@@ -66,6 +67,12 @@ TEST(ModuleFile, IsStrippedAndSmall) {
   std::printf("PeloraADS.DLL: %zu bytes\n", file.size);
 }
 
+/// A version as the fixed part holds it, "1.2.3.0".
+std::string NumbersOf(DWORD most, DWORD least) {
+  return std::to_string(HIWORD(most)) + '.' + std::to_string(LOWORD(most)) + '.' +
+         std::to_string(HIWORD(least)) + '.' + std::to_string(LOWORD(least));
+}
+
 // Types of resources, by their numbers.
 const auto* const kDialogs = MAKEINTRESOURCEW(5);
 const auto* const kIcons = MAKEINTRESOURCEW(14);
@@ -104,7 +111,14 @@ TEST_F(ModuleResources, HoldAVersion) {
   const std::string_view version = Find(MAKEINTRESOURCEW(16), 1);
   // The fixed part begins with its mark, whose place depends on the texts before it.
   const std::string mark("\xBD\x04\xEF\xFE", 4);
-  EXPECT_NE(version.find(mark), std::string_view::npos);
+  const std::size_t begin = version.find(mark);
+  ASSERT_NE(begin, std::string_view::npos);
+  VS_FIXEDFILEINFO fixed = {};
+  ASSERT_LE(begin + sizeof(fixed), version.size());
+  std::memcpy(&fixed, version.data() + begin, sizeof(fixed));
+  EXPECT_EQ(NumbersOf(fixed.dwFileVersionMS, fixed.dwFileVersionLS), PELORA_VERSION ".0");
+  EXPECT_EQ(NumbersOf(fixed.dwProductVersionMS, fixed.dwProductVersionLS), PELORA_VERSION ".0");
+  EXPECT_EQ(fixed.dwFileType, static_cast<DWORD>(VFT_DLL));
   for (const char* const text : {"PeloraADS.DLL", "FileVersion", PELORA_VERSION}) {
     std::string wide;
     for (const char letter : std::string_view(text)) wide += {letter, '\0'};

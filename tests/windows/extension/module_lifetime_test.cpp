@@ -8,6 +8,7 @@
 
 #include "hosts/windows/values/bstr.h"
 #include "hosts/windows/values/system_guid.h"
+#include "hosts/windows/values/unique_resource.h"
 #include "hosts/windows/wizard_headers.h"
 #include "server/class_table.h"
 #include "tests/windows/support/console.h"
@@ -29,6 +30,18 @@ class ModuleLifetimeTest : public ExtensionTest {
     EXPECT_FALSE(IsLoaded());
   }
 };
+
+/// What an object says its class is; empty when it does not say.
+std::string ClassNameOf(::IUnknown& object) {
+  const auto provider = QueryFor<::IProvideClassInfo>(object);
+  Ref<ITypeInfo> info;
+  if (!provider || provider->GetClassInfo(info.Put()) != S_OK) return {};
+  UniqueBstr name;
+  if (FAILED(info->GetDocumentation(MEMBERID_NIL, name.Put(), nullptr, nullptr, nullptr))) {
+    return {};
+  }
+  return TextOf(name.Get());
+}
 
 /// Uses a tab as a console does whose sheet is closed before the tab is shown.
 void UseTab(::IUnknown& component, Console& console, PageCollector& pages) {
@@ -52,17 +65,21 @@ void UseWizardPage(::IUnknown& component, PageCollector& pages) {
 }
 
 TEST_F(ModuleLifetimeTest, EveryClassIsCreatedUsedAndReleased) {
+  const UniqueLibrary loaded(LoadLibraryW(ExtensionPath().c_str()));
+  ASSERT_TRUE(static_cast<bool>(loaded));
   Console console;
   console.directory().AddObject(kPath);
   console.Select({kPath});
   int created = 0;
   for (const ComponentClass& row : ClassTable()) {
     SCOPED_TRACE(row.name);
+    EXPECT_EQ(CanUnloadNow(), S_OK);
     PageCollector pages;
     {
       Ref<::IUnknown> component;
       ASSERT_EQ(Activate(ToSystem(row.class_id), component), S_OK);
       EXPECT_EQ(CanUnloadNow(), S_FALSE);
+      EXPECT_EQ(ClassNameOf(*component), row.name);
       if (row.name.starts_with("CPropPage")) {
         UseTab(*component, console, pages);
       } else {
@@ -162,11 +179,7 @@ TEST_F(ModuleLifetimeTest, EveryInterfaceLeadsToEveryOther) {
 TEST_F(ModuleLifetimeTest, AnObjectTellsItsClass) {
   Ref<::IProvideClassInfo> provider;
   ASSERT_EQ(Activate(ClassId(kUserPage), provider), S_OK);
-  Ref<ITypeInfo> info;
-  ASSERT_EQ(provider->GetClassInfo(info.Put()), S_OK);
-  UniqueBstr name;
-  ASSERT_EQ(info->GetDocumentation(MEMBERID_NIL, name.Put(), nullptr, nullptr, nullptr), S_OK);
-  EXPECT_EQ(TextOf(name.Get()), kUserPage);
+  EXPECT_EQ(ClassNameOf(*provider), kUserPage);
   EXPECT_EQ(provider->GetClassInfo(nullptr), E_POINTER);
 }
 

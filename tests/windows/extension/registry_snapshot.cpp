@@ -2,6 +2,7 @@
 #include "tests/windows/extension/registry_snapshot.h"
 
 #include <array>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -10,6 +11,9 @@
 
 namespace pelora::windows::test {
 namespace {
+
+constexpr const wchar_t* kSoftwareOfTheMachine = L"HKLM\\Software";
+constexpr std::wstring_view kClassesOfTheMachine = L"HKLM\\Software\\Classes";
 
 /// Goes down a part of the registry. Its buffers are as long as names and values can be here.
 class Reader {
@@ -23,10 +27,13 @@ class Reader {
       auto length = static_cast<DWORD>(name.size());
       RegEnumKeyExW(key, index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
       // What 32-bit programs share is there under a second name.
-      if (path.starts_with(L"Wow6432Node") && IsLink(key, name.data())) continue;
+      const bool is_of_32_bits = path.find(L"Wow6432Node") != std::wstring::npos;
+      if (is_of_32_bits && IsLink(key, name.data())) continue;
       UniqueRegistryKey below;
       if (RegOpenKeyExW(key, name.data(), 0, KEY_READ, below.Put()) != ERROR_SUCCESS) continue;
       const std::wstring below_path = path.empty() ? name.data() : path + L'\\' + name.data();
+      // The classes root once more.
+      if (below_path == kClassesOfTheMachine) continue;
       snapshot_[ToNarrow(below_path)] = ReadValues(below.Get());
       ReadKeys(below.Get(), below_path);
     }
@@ -71,6 +78,12 @@ class Reader {
 Snapshot TakeSnapshot() {
   Reader reader;
   reader.ReadKeys(HKEY_CLASSES_ROOT, L"");
+  reader.ReadKeys(HKEY_CURRENT_USER, L"HKCU");
+  UniqueRegistryKey software;
+  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software", 0, KEY_READ, software.Put()) ==
+      ERROR_SUCCESS) {
+    reader.ReadKeys(software.Get(), kSoftwareOfTheMachine);
+  }
   return reader.Take();
 }
 

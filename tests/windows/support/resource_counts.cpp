@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/windows/support/resource_counts.h"
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <ostream>
@@ -85,6 +87,15 @@ ResourceCounts CountResources() {
 std::size_t CountWindowsOfThread() {
   std::size_t count = 0;
   EnumThreadWindows(GetCurrentThreadId(), &Count, reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
+std::size_t CountHeapBlocks() {
+  std::size_t count = 0;
+  _HEAPINFO block = {};
+  while (_heapwalk(&block) == _HEAPOK) {
+    if (block._useflag == _USEDENTRY) ++count;
+  }
   return count;
 }
 

@@ -26,6 +26,11 @@ struct ResourceCounts {
 /// Windows of this thread alone, which is quickly counted.
 [[nodiscard]] std::size_t CountWindowsOfThread();
 
+/// Blocks of `new` and `malloc` in use, of the program and of every module that was compiled as it
+/// was: they share the heap of the system's run-time library. What tests themselves keep counts too
+/// (each success that they announce, and all that `MallocCounter` notes).
+[[nodiscard]] std::size_t CountHeapBlocks();
+
 void PrintTo(const ResourceCounts& counts, std::ostream* out);
 
 }  // namespace pelora::windows::test

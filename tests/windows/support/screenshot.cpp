@@ -22,6 +22,14 @@ std::wstring PictureFolder() {
   return folder;
 }
 
+/// What tells pictures of a screen with more dots per inch from the usual ones.
+std::wstring DpiSuffix() {
+  const HDC screen = GetDC(nullptr);
+  const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+  ReleaseDC(nullptr, screen);
+  return dpi == USER_DEFAULT_SCREEN_DPI ? L"" : L'_' + std::to_wstring(dpi) + L"dpi";
+}
+
 Picture TakePicture(HWND window) {
   RECT area = {};
   GetWindowRect(window, &area);
@@ -90,7 +98,8 @@ void SavePicture(HWND window, const std::string& name) {
   WaitForTheScreen();
   const Picture picture = TakePicture(window);
   EXPECT_FALSE(IsEmpty(window, picture)) << name << " is empty";
-  EXPECT_TRUE(WritePng(PictureFolder() + L'\\' + ToWide(name) + L".png", picture)) << name;
+  EXPECT_TRUE(WritePng(PictureFolder() + L'\\' + ToWide(name) + DpiSuffix() + L".png", picture))
+      << name;
 }
 
 }  // namespace pelora::windows::test

@@ -5,6 +5,7 @@
 #include "server/class_table.h"
 #include "tests/windows/support/console.h"
 #include "tests/windows/support/malloc_counter.h"
+#include "tests/windows/support/resource_counts.h"
 #include "tests/windows/wizards/wizard_test.h"
 
 namespace pelora::windows::test {
@@ -194,6 +195,9 @@ TEST_F(WizardLifetimeTest, AThousandWizardsLeaveNothingBehind) {
     ReleasePages();
   };
   run();
+  const std::size_t heap_blocks = CountHeapBlocks();
+  for (int round = 0; round < 1000; ++round) run();
+  EXPECT_EQ(CountHeapBlocks(), heap_blocks);
   MallocCounter counter;
   for (int round = 0; round < 1000; ++round) run();
   EXPECT_EQ(counter.live(), 0);
