@@ -156,9 +156,10 @@ TEST_F(FeaturesSheet, ArchiveServersAreEditedInTheirDialog) {
   EXPECT_EQ(Rows()[kArchiverRow], "archiver: Enabled on servers 'archive01', 'archive02'");
   ClickRow(kArchiverRow);
   EXPECT_EQ(Buttons(), "Properties");
-  modal_scripts().Add([](QWidget& window) {
+  modal_scripts().Add([&open](QWidget& window) {
     contract::QtPlayer user(window);
     EXPECT_EQ(window.windowTitle().toStdString(), "Archive Servers");
+    EXPECT_EQ(window.parentWidget(), &open.sheet()) << "its owner";
     user.ClickListRow(IDC_ARCHIVER_LIST, 0);
     user.Click(IDC_ARCHIVER_REMOVE);
     user.Erase(IDC_ARCHIVER_NAME);
@@ -180,13 +181,16 @@ TEST_F(FeaturesSheet, ArchiveServersAreEditedInTheirDialog) {
 }
 
 TEST_F(FeaturesSheet, UsersThatDisagreeAreReplacedAfterAQuestion) {
-  (void)Open({kJuergen, kTom});
+  const std::string longest(62, 'x');
+  const OpenSheet& open = Open({kJuergen, kTom});
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&open.sheet()));
   EXPECT_EQ(Rows()[kArchiverRow], "archiver: Ambiguous");
   ShownBox box;
-  const auto answer = [&box](const char* button) {
-    return [&box, press = Press(button)](QWidget& window) {
+  const auto answer = [&](const char* button) {
+    return [&, button, press = Press(button)](QWidget& window) {
       const auto* shown = qobject_cast<QMessageBox*>(&window);
       ASSERT_NE(shown, nullptr);
+      EXPECT_EQ(shown->parentWidget(), &open.sheet()) << button;
       box = {.caption = console::ToUtf8(shown->windowTitle()),
              .text = console::ToUtf8(shown->text()),
              .icon = shown->icon()};
@@ -198,16 +202,20 @@ TEST_F(FeaturesSheet, UsersThatDisagreeAreReplacedAfterAQuestion) {
   EXPECT_EQ(box.caption, "Warning");
   EXPECT_EQ(box.text,
             "This will clear the settings for all selected objects. Do you wish to continue?");
+  open.sheet().activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&open.sheet()));
   modal_scripts().Add(answer("&Yes"));
-  modal_scripts().Add([](QWidget& window) {
+  modal_scripts().Add([&](QWidget& window) {
     contract::QtPlayer user(window);
+    EXPECT_EQ(window.parentWidget(), &open.sheet()) << "its owner, not the question's window";
     EXPECT_EQ(window.findChild<QListWidget*>()->count(), 0);
-    user.Type(IDC_ARCHIVER_NAME, "archive09");
+    // Its last character would have to be cut in two.
+    user.Type(IDC_ARCHIVER_NAME, longest + "🖥");
     user.Click(IDC_ARCHIVER_ADD);
     user.Click(1);
   });
   DoubleClickRow(kArchiverRow);
-  EXPECT_EQ(Rows()[kArchiverRow], "archiver: Enabled on server 'archive09'");
+  EXPECT_EQ(Rows()[kArchiverRow], "archiver: Enabled on server '" + longest + "'");
 }
 
 TEST_F(FeaturesSheet, AFailureOnTheSecondUserIsReportedAndTheRetrySucceeds) {
@@ -228,6 +236,33 @@ TEST_F(FeaturesSheet, AFailureOnTheSecondUserIsReportedAndTheRetrySucceeds) {
   EXPECT_FALSE(open.IsApplyEnabled());
   EXPECT_EQ(Features(Difference(helga, Entry(kHelga))),
             (Lines{"- peloraEnabledFeatures: imap", "+ peloraDisabledFeatures: imap"}));
+}
+
+TEST_F(FeaturesSheet, ACommitThatFailsOnTheSecondOfThreeUsersIsDoneByTheRetry) {
+  const std::array users = {kHelga, kTom, kJuergen};
+  std::array<EntryLines, 3> before;
+  std::ranges::transform(users, before.begin(), [this](const char* dn) { return Entry(dn); });
+  const auto written = [&](std::size_t user) {
+    return Features(Difference(before.at(user), Entry(users.at(user))));
+  };
+  const Lines disabled = {"- peloraEnabledFeatures: imap", "+ peloraDisabledFeatures: imap"};
+  OpenSheet& open = Open({users.begin(), users.end()});
+  ClickRow(kImapRow);
+  open.user().Click(IDC_FEATURE_DISABLE);
+  // The tab before this one commits each of them first.
+  plan().Fail(FaultPoint::kSetInfo, users.size() + 2, E_ACCESSDENIED);
+  ShownBox box;
+  modal_scripts().Add(Confirm(box));
+  open.ClickApply();
+  EXPECT_EQ(box.text, "Unknown error occured\n\nError code: 0X80070005");
+  EXPECT_TRUE(open.IsApplyEnabled());
+  EXPECT_EQ(written(0), disabled);
+  EXPECT_EQ(written(1), Lines{});
+  EXPECT_EQ(written(2), Lines{});
+  open.ClickApply();
+  EXPECT_FALSE(open.IsApplyEnabled());
+  for (std::size_t user = 0; user < users.size(); ++user)
+    EXPECT_EQ(written(user), disabled) << user;
 }
 
 // Keys and screen readers.
