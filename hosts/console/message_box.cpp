@@ -37,7 +37,7 @@ std::int32_t QtMessageBox::Show(IDialog* owner, const Message& message) {
   box.setIcon(IconOf(message.icon));
   box.setText(text);
   box.setStandardButtons(asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
-  const int answer = box.exec();
+  const int answer = RunModal(box);
   if (!asks) return kDialogOk;
   return answer == QMessageBox::Yes ? kDialogYes : kDialogNo;
 }

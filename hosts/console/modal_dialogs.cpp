@@ -30,7 +30,7 @@ class ModalWindow final : public QDialog {
     dialog_.Open();
     if (!result_) {
       dialog_.FocusFirst();
-      exec();
+      RunModal(*this);
     }
     return result_.value_or(kDialogCancel);
   }

@@ -2,6 +2,7 @@
 #include "hosts/console/qt_dialog.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <algorithm>
 #include <utility>
 
@@ -156,6 +157,16 @@ TextRole QtDialog::ListViewTextRole(ControlId id, RowIndex row, std::size_t colu
 QWidget* WindowOf(IDialog* owner) {
   const auto* dialog = dynamic_cast<QtDialog*>(owner);
   return dialog != nullptr ? dialog->widget().window() : QApplication::activeWindow();
+}
+
+int RunModal(QDialog& window) {
+  const int result = window.exec();
+  // The window system hands the focus back only later; until then no window would be active.
+  QWidget* owner = window.parentWidget();
+  const QWidget* active = QApplication::activeWindow();
+  const bool is_left_over = active == nullptr || active == &window;
+  if (owner != nullptr && is_left_over) QApplication::setActiveWindow(owner->window());
+  return result;
 }
 
 }  // namespace pelora::console

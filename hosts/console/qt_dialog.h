@@ -86,4 +86,8 @@ class QtDialog final : public IDialog, private ControlEvents {
 /// which may be none.
 [[nodiscard]] QWidget* WindowOf(IDialog* owner);
 
+/// Shows a modal window until it ends and gives its result. Its owner is the active window then, at
+/// once, so that what is shown next belongs to it.
+int RunModal(QDialog& window);
+
 }  // namespace pelora::console

@@ -106,8 +106,12 @@ std::u16string ToUtf16(std::string_view text) {
 std::string FirstCharacters(std::string_view text, std::size_t count) {
   std::size_t end = 0;
   for (; end < text.size(); ++end) {
-    const bool starts_character = (static_cast<std::uint8_t>(text[end]) & 0xC0U) != 0x80U;
-    if (starts_character && count-- == 0) break;
+    const auto byte = static_cast<std::uint8_t>(text[end]);
+    const bool starts_character = (byte & 0xC0U) != 0x80U;
+    if (!starts_character) continue;
+    const std::size_t units = byte >= 0xF0 ? 2 : 1;
+    if (units > count) break;
+    count -= units;
   }
   return std::string(text.substr(0, end));
 }

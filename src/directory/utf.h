@@ -15,7 +15,8 @@ namespace pelora {
 /// UTF-8 (as `ToUtf8` gives it) to UTF-16. A byte that belongs to no valid sequence becomes U+FFFD.
 [[nodiscard]] std::u16string ToUtf16(std::string_view text);
 
-/// The first `count` characters of a text in UTF-8, or all of it; none is cut in two.
+/// The first `count` characters of a text in UTF-8, or all of it, counted as the platform's edit
+/// controls count: one beyond the basic plane is two. None is cut in two.
 [[nodiscard]] std::string FirstCharacters(std::string_view text, std::size_t count);
 
 }  // namespace pelora

@@ -139,24 +139,31 @@ TEST_F(FeaturesTabTest, AnUntouchedApplySendsNothing) {
   EXPECT_EQ(store_.log, Lines{"read " + Dn("One") + " and 2 more"});
 }
 
-TEST_F(FeaturesTabTest, WhenTheServerDiesBetweenTwoUsersTheNextApplyDoesTheRest) {
+TEST_F(FeaturesTabTest, WhenTheServerDiesAtTheSecondOfThreeUsersTheNextApplyDoesTheRest) {
   RunningServer server;
+  const Lines two = Stored("Two");
   FeaturesPage page(bench_, {Dn("One"), Dn("Two"), Dn("Three")});
-  page.Choose(kPop3Row, IDC_FEATURE_DISABLE);
+  page.Choose(kImapRow, IDC_FEATURE_DISABLE);
   store_.before_modify = [&](std::size_t before) {
     if (before == 1) server.Kill();
   };
-  // The second user has pop3 disabled already: the change that fails is the third one's.
   EXPECT_FALSE(page.Apply());
   EXPECT_EQ(bench_.Boxes(), "Unknown error occured||Error code: 0X8007203A\n");
   store_.before_modify = nullptr;
   server.Start();
-  EXPECT_EQ(Stored("One").front(), "peloraDisabledFeatures: pop3");
+  EXPECT_EQ(Stored("One").front(), "peloraDisabledFeatures: imap");
+  EXPECT_EQ(Stored("Two"), two);
   EXPECT_EQ(Stored("Three"), Lines{});
-  EXPECT_EQ(page.Rows()[kPop3Row], "pop3: Disabled");
+  EXPECT_EQ(page.Rows()[kImapRow], "imap: Disabled");
 
+  store_.log.clear();
   EXPECT_TRUE(page.Apply());
-  EXPECT_EQ(Stored("Three"), Lines{"peloraDisabledFeatures: pop3"});
+  const std::string lists = ": peloraEnabledFeatures peloraDisabledFeatures";
+  EXPECT_EQ(store_.log, (Lines{"read " + Dn("One") + " and 2 more", "modify " + Dn("Two") + lists,
+                               "modify " + Dn("Three") + lists}))
+      << "who has it already is left alone";
+  EXPECT_EQ(Stored("Two").front(), "peloraDisabledFeatures: imap");
+  EXPECT_EQ(Stored("Three"), Lines{"peloraDisabledFeatures: imap"});
 }
 
 TEST_F(FeaturesTabTest, WithoutRightsItSaysSoAndWritesNothing) {

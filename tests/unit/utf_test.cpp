@@ -66,5 +66,17 @@ TEST(Utf, ZeroInsideATextIsACharacterLikeOthers) {
   EXPECT_EQ(ToUtf16("a\0b"s), u"a\0b"s);
 }
 
+TEST(Utf, TheFirstCharactersAreCountedAsThePlatformCounts) {
+  EXPECT_EQ(FirstCharacters("", 2), "");
+  EXPECT_EQ(FirstCharacters("ab", 0), "");
+  EXPECT_EQ(FirstCharacters("ab", 2), "ab");
+  EXPECT_EQ(FirstCharacters("abc", 2), "ab");
+  EXPECT_EQ(FirstCharacters("äöü", 2), "äö");
+  EXPECT_EQ(FirstCharacters("漢字漢", 2), "漢字");
+  EXPECT_EQ(FirstCharacters("a🖥b", 3), "a🖥") << "a character of two units counts twice";
+  EXPECT_EQ(FirstCharacters("a🖥b", 2), "a") << "and is not cut in two";
+  EXPECT_EQ(FirstCharacters("🖥", 1), "");
+}
+
 }  // namespace
 }  // namespace pelora

@@ -89,6 +89,20 @@ TEST_F(ArchiverDlgTest, SixtyThreeCharactersOfANameAreRead) {
   EXPECT_EQ(servers, StringSet{longest});
 }
 
+TEST_F(ArchiverDlgTest, ACharacterOfTwoUnitsCountsTwiceAndIsNotCutInTwo) {
+  const std::string sixty_one(61, 'n');
+  EXPECT_EQ(Run(kDialogOk, {},
+                [&](HeadlessUser& user) {
+                  for (const std::string& name :
+                       {sixty_one + "🖥x", sixty_one + "nn🖥", sixty_one + "ö🖥"}) {
+                    user.TypeText(IDC_ARCHIVER_NAME, name);
+                    user.Click(IDC_ARCHIVER_ADD);
+                  }
+                  user.Click(IDOK);
+                }),
+            (StringSet{sixty_one + "🖥", sixty_one + "nn", sixty_one + "ö"}));
+}
+
 TEST_F(ArchiverDlgTest, ABlankIsAName) {
   EXPECT_EQ(Run(kDialogOk, {},
                 [](HeadlessUser& user) {

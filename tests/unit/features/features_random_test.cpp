@@ -39,14 +39,19 @@ class FeaturesRandomTest : public testing::FeaturesTest {
     return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_);
   }
   bool Coin() { return Below(2) == 0; }
-  Names SomeOf(const std::vector<std::string>& names) {
+  /// Each of the names, one time in `one_in`.
+  Names SomeOf(const std::vector<std::string>& names, std::size_t one_in = 3) {
     Names some;
     for (const std::string& name : names) {
-      if (Below(3) == 0) some.insert(name);
+      if (Below(one_in) == 0) some.insert(name);
     }
     return some;
   }
-  OracleUser SomeUser() { return {SomeOf(kListed), SomeOf(kListed), SomeOf(kServers)}; }
+  /// Of many users little is said.
+  OracleUser SomeUser() {
+    const std::size_t one_in = Coin() ? 3 : 12;
+    return {SomeOf(kListed, one_in), SomeOf(kListed, one_in), SomeOf(kServers, one_in)};
+  }
   void Store(std::size_t user);
   void StartOver();
   void Reopen();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/windows/support/drawn_cells.h"
 
+#include <algorithm>
+
 namespace pelora::windows::test {
 namespace {
 
@@ -37,6 +39,24 @@ std::optional<COLORREF> DrawnTextColor(HWND dialog, HWND view, std::size_t row,
   RedrawWindow(view, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
   RemoveWindowSubclass(dialog, &LookOn, kLooker);
   return looker.color;
+}
+
+int DrawnTextBrightness(HWND view, std::size_t row, std::size_t column) {
+  constexpr int kWhite = 255;
+  RECT cell = {};
+  cell.left = LVIR_LABEL;
+  cell.top = static_cast<LONG>(column);
+  SendMessageW(view, LVM_GETSUBITEMRECT, row, reinterpret_cast<LPARAM>(&cell));
+  RedrawWindow(view, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+  HDC drawn = GetDC(view);
+  int darkest = kWhite;
+  for (LONG y = cell.top + 1; y < cell.bottom - 1; ++y) {
+    for (LONG x = cell.left + 1; x < cell.right - 1; ++x) {
+      darkest = std::min<int>(darkest, GetGValue(GetPixel(drawn, x, y)));
+    }
+  }
+  ReleaseDC(view, drawn);
+  return darkest;
 }
 
 }  // namespace pelora::windows::test

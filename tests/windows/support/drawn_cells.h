@@ -13,4 +13,8 @@ namespace pelora::windows::test {
 [[nodiscard]] std::optional<COLORREF> DrawnTextColor(HWND dialog, HWND view, std::size_t row,
                                                      std::size_t column);
 
+/// Has a list view drawn anew and gives the brightness (0 to 255) of the darkest spot in a cell:
+/// that of its text, on a light ground.
+[[nodiscard]] int DrawnTextBrightness(HWND view, std::size_t row, std::size_t column);
+
 }  // namespace pelora::windows::test
