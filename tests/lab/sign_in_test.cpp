@@ -60,9 +60,9 @@ TEST(SignIn, NameServersThatHangAreNotWaitedForAnyLonger) {
 
 TEST(SignIn, AServerThatIsNotThereIsNamed) {
   EXPECT_EQ(Open({.server = "nowhere.pelora.test"}),
-            "-1 cannot reach the server 'nowhere.pelora.test': Can't contact LDAP server");
+            "-1 cannot reach the server 'nowhere.pelora.test': Name or service not known");
   EXPECT_EQ(Open({.server = Server() + ":2"}),
-            "-1 cannot reach the server 'dc1.pelora.test:2': Can't contact LDAP server");
+            "-1 cannot reach the server 'dc1.pelora.test:2': Connection refused");
   EXPECT_EQ(Open({.server = "no server"}), "-9 'no server' is no name of a server");
 }
 

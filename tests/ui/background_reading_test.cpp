@@ -47,13 +47,14 @@ class BackgroundReading : public ConsoleTest {
 
   /// Opens a window on stores that answer listings as the script says.
   void Open(ScriptedStore::SearchScript script) {
-    ldap::StoreOpener opener = [this, script](std::unique_ptr<ldap::IDirectoryStore>& store) {
+    ldap::StoreOpener opener = [this, script](std::unique_ptr<ldap::IDirectoryStore>& store,
+                                              const std::stop_token& /*stop*/) {
       ++opened_;
       store = std::make_unique<ScriptedStore>(script, true);
       return ldap::StoreStatus{};
     };
     std::unique_ptr<ldap::IDirectoryStore> store;
-    ASSERT_TRUE(opener(store).Ok());
+    ASSERT_TRUE(opener(store, {}).Ok());
     window_ = std::make_unique<MainWindow>(module());
     ASSERT_TRUE(window_->SetSession(std::make_unique<console::DirectorySession>(
         QStringLiteral("slow"), std::move(store), std::move(opener))));
@@ -326,12 +327,13 @@ class BackgroundOpening : public BackgroundReading {
       if (!IsForTree(request)) sink(UserEntry(user));
       return ldap::StoreStatus{};
     };
-    ldap::StoreOpener opener = [script](std::unique_ptr<ldap::IDirectoryStore>& store) {
+    ldap::StoreOpener opener = [script](std::unique_ptr<ldap::IDirectoryStore>& store,
+                                        const std::stop_token& /*stop*/) {
       store = std::make_unique<ScriptedStore>(script, true);
       return ldap::StoreStatus{};
     };
     std::unique_ptr<ldap::IDirectoryStore> store;
-    EXPECT_TRUE(opener(store).Ok());
+    EXPECT_TRUE(opener(store, {}).Ok());
     return {.session = std::make_unique<console::DirectorySession>(
                 QString::fromLatin1(user), std::move(store), std::move(opener)),
             .error = {}};
@@ -342,7 +344,7 @@ TEST_F(BackgroundOpening, TheWindowSaysWhatItOpensAndShowsItThen) {
   bool shown = false;
   window_->OpenBesides(
       QStringLiteral("dc1"),
-      [this] {
+      [this](const auto& /*stop*/) {
         gate_.acquire();
         return Scripted("Ada");
       },
@@ -358,7 +360,7 @@ TEST_F(BackgroundOpening, TheWindowSaysWhatItOpensAndShowsItThen) {
 }
 
 TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
-  window_->OpenBesides(QStringLiteral("dc1"), [] { return Scripted("Ada"); });
+  window_->OpenBesides(QStringLiteral("dc1"), [](const auto& /*stop*/) { return Scripted("Ada"); });
   ASSERT_TRUE(WaitForRows(1));
   std::string told;
   modal_scripts().Add([&told](QWidget& box) {
@@ -366,7 +368,7 @@ TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
            ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
     box.close();
   });
-  window_->OpenBesides(QStringLiteral("dc2"), [] {
+  window_->OpenBesides(QStringLiteral("dc2"), [](const auto& /*stop*/) {
     return console::SessionResult{.session = nullptr, .error = QStringLiteral("no ticket")};
   });
   ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }, kPatience));
@@ -376,7 +378,7 @@ TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
 
 TEST_F(BackgroundOpening, AnOpeningThatWasStoppedChangesNothing) {
   std::atomic<bool> opened = false;
-  window_->OpenBesides(QStringLiteral("dc1"), [&] {
+  window_->OpenBesides(QStringLiteral("dc1"), [&](const auto& /*stop*/) {
     gate_.acquire();
     opened = true;
     return Scripted("Ada");
@@ -391,11 +393,11 @@ TEST_F(BackgroundOpening, AnOpeningThatWasStoppedChangesNothing) {
 }
 
 TEST_F(BackgroundOpening, TheLastOpeningCounts) {
-  window_->OpenBesides(QStringLiteral("dc1"), [this] {
+  window_->OpenBesides(QStringLiteral("dc1"), [this](const auto& /*stop*/) {
     gate_.acquire();
     return Scripted("Ada");
   });
-  window_->OpenBesides(QStringLiteral("dc2"), [] { return Scripted("Bob"); });
+  window_->OpenBesides(QStringLiteral("dc2"), [](const auto& /*stop*/) { return Scripted("Bob"); });
   ASSERT_TRUE(WaitForRows(1));
   gate_.release();
   QTest::qWait(20);

@@ -211,7 +211,7 @@ TEST_F(ObjectSearchTest, SearchesTheWholeBaseOnAThreadOfItsOwnOverAStoreOfItsOwn
   std::atomic<QThread*> searched_on = nullptr;
   std::atomic<int> opened = 0;
   ldap::SearchRequest asked;
-  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store) {
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store, const auto& /*stop*/) {
     opened_on = QThread::currentThread();
     ++opened;
     store = std::make_unique<ScriptedStore>([&](const auto& request, const auto& /*sink*/) {
@@ -326,7 +326,7 @@ TEST_F(ObjectSearchTest, ALimitOfTheDirectoryIsNoFailure) {
 
 TEST_F(ObjectSearchTest, AFailureKeepsWhatWasFoundAndTheNextSearchOpensAnew) {
   std::atomic<int> opened = 0;
-  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store) {
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store, const auto& /*stop*/) {
     const bool fails = ++opened == 1;
     store = std::make_unique<ScriptedStore>([fails](const auto&, const ldap::EntrySink& sink) {
       sink(UserEntry("Ada"));
@@ -346,7 +346,7 @@ TEST_F(ObjectSearchTest, AFailureKeepsWhatWasFoundAndTheNextSearchOpensAnew) {
 }
 
 TEST_F(ObjectSearchTest, ADirectoryThatCannotBeOpenedIsAFailure) {
-  MakeFrom([](std::unique_ptr<ldap::IDirectoryStore>& store) {
+  MakeFrom([](std::unique_ptr<ldap::IDirectoryStore>& store, const auto& /*stop*/) {
     store.reset();
     return ldap::StoreStatus{-1, "no such file"};
   });
@@ -402,7 +402,7 @@ TEST(SerializedStore, RequestsOfTwoStoresNeverCoincide) {
       }));
   const auto use = [&open] {
     std::unique_ptr<ldap::IDirectoryStore> store;
-    ASSERT_TRUE(open(store).Ok());
+    ASSERT_TRUE(open(store, {}).Ok());
     for (int i = 0; i < 50; ++i) {
       EXPECT_TRUE(store->Search({}, [](const auto&) { return true; }).Ok());
     }
@@ -421,7 +421,7 @@ TEST(SerializedStore, ASinkMayAskForMore) {
         return ldap::StoreStatus{};
       }));
   std::unique_ptr<ldap::IDirectoryStore> store;
-  ASSERT_TRUE(open(store).Ok());
+  ASSERT_TRUE(open(store, {}).Ok());
   ldap::Entry root;
   const ldap::StoreStatus status = store->Search({}, [&](const auto&) {
     EXPECT_TRUE(store->ReadRoot(root).Ok());
@@ -432,12 +432,12 @@ TEST(SerializedStore, ASinkMayAskForMore) {
 }
 
 TEST(SerializedStore, AStoreThatCannotBeOpenedIsNone) {
-  const ldap::StoreOpener open =
-      ldap::SerializeStores([](std::unique_ptr<ldap::IDirectoryStore>& /*store*/) {
+  const ldap::StoreOpener open = ldap::SerializeStores(
+      [](std::unique_ptr<ldap::IDirectoryStore>& /*store*/, const auto& /*stop*/) {
         return ldap::StoreStatus{-1, "no such file"};
       });
   std::unique_ptr<ldap::IDirectoryStore> store = std::make_unique<ScriptedStore>(nullptr);
-  EXPECT_EQ(open(store).text, "no such file");
+  EXPECT_EQ(open(store, {}).text, "no such file");
   EXPECT_EQ(store, nullptr);
 }
 

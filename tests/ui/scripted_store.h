@@ -51,7 +51,8 @@ class ScriptedStore final : public ldap::IDirectoryStore {
 
 /// Opens stores that share one script.
 inline ldap::StoreOpener OpenScripted(ScriptedStore::SearchScript search) {
-  return [search = std::move(search)](std::unique_ptr<ldap::IDirectoryStore>& store) {
+  return [search = std::move(search)](std::unique_ptr<ldap::IDirectoryStore>& store,
+                                      const std::stop_token& /*stop*/) {
     store = std::make_unique<ScriptedStore>(search);
     return ldap::StoreStatus{};
   };
