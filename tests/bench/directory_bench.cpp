@@ -70,14 +70,15 @@ class EditedTab {
   LabPage<CPropPageContact> page_;
 };
 
-/// As an edited tab's change, for the tool: of another flag, since a server has less to do when a
-/// value stays as it is.
+/// As an edited tab's change, for the tool: of another flag of the same kind, since a server has
+/// less to do when a value stays as it is, and both write the same users in turn.
 std::string WriteChanges(const std::vector<std::string>& users, int round) {
   const std::string path = "/mnt/lab/changes-" + std::to_string(round % 2) + ".ldif";
   std::ofstream file(path);
   for (const std::string& user : users) {
     file << "dn: " << user
-         << "\nchangetype: modify\nreplace: peloraHidden\npeloraHidden: " << round % 2 << "\n-\n\n";
+         << "\nchangetype: modify\nreplace: peloraQuotaOverride\npeloraQuotaOverride: " << round % 2
+         << "\n-\n\n";
   }
   return path;
 }
@@ -135,7 +136,8 @@ class Bench {
     MeasureListing(*session_, large_container, Rounds(5), table);
   }
 
-  /// What a large selection costs, in terms of this one.
+  /// What a large selection costs, in terms of this one. They have no user in common, or the second
+  /// of two changes would find its work done.
   void Grow(BenchTable& table, const std::string& large_container) {
     const std::vector<std::string> many = UsersBelow(session_->store(), large_container);
     const auto times = static_cast<double>(many.size()) / static_cast<double>(users_.size());

@@ -9,8 +9,10 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTest>
+#include <QThread>
 #include <QTreeView>
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <semaphore>
 
@@ -134,6 +136,31 @@ TEST_F(BackgroundReading, AStoppedReadingKeepsWhatArrivedAndSaysThatItIsNotAll) 
   EXPECT_TRUE(QTest::qWaitFor([&] { return told_to_end.load(); }, kPatience));
   QCoreApplication::processEvents();
   EXPECT_THAT(Names(), ElementsAre("Ada"));
+}
+
+TEST_F(BackgroundReading, AListingThatHangsHoldsNeitherWhatFollowsNorTheEnd) {
+  std::atomic<bool> hangs = true;
+  Open([&](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) return ldap::StoreStatus{};
+    if (hangs) return ldap::StoreStatus{ScriptedStore::kHangs, {}};
+    sink(UserEntry("Ada"));
+    return ldap::StoreStatus{};
+  });
+  const auto begin = std::chrono::steady_clock::now();
+  QTest::qWait(50);
+  EXPECT_TRUE(window_->IsReading());
+  const int opened = opened_;
+  Action("&Stop").trigger();
+  hangs = false;
+  Action("&Refresh").trigger();
+  ASSERT_TRUE(WaitForRows(1));
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(opened_, opened) << "what was stopped has not failed";
+  hangs = true;
+  Action("&Refresh").trigger();
+  QTest::qWait(50);
+  window_.reset();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
 }
 
 TEST_F(BackgroundReading, GoingElsewhereEndsTheReadingAndNothingOfItArrives) {
@@ -374,6 +401,23 @@ TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }, kPatience));
   EXPECT_EQ(told, "dc2 cannot be opened. no ticket");
   EXPECT_THAT(Names(), ElementsAre("Ada"));
+}
+
+TEST_F(BackgroundOpening, AnOpeningIsToldWhenItIsStoppedAndWhenTheWindowEnds) {
+  std::atomic<int> told = 0;
+  const auto hang = [&told](const std::stop_token& stop) {
+    while (!stop.stop_requested()) QThread::msleep(1);
+    ++told;
+    return console::SessionResult{.session = nullptr, .error = QStringLiteral("stopped")};
+  };
+  window_->OpenBesides(QStringLiteral("dc1"), hang);
+  Action("&Stop").trigger();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told == 1; }, kPatience));
+  window_->OpenBesides(QStringLiteral("dc1"), hang);
+  window_->OpenBesides(QStringLiteral("dc2"), hang);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told == 2; }, kPatience)) << "another was opened";
+  window_.reset();
+  EXPECT_EQ(told, 3);
 }
 
 TEST_F(BackgroundOpening, AnOpeningThatWasStoppedChangesNothing) {

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QThread>
 #include <atomic>
+#include <chrono>
 #include <semaphore>
 
 #include "hosts/console/choosers/folder_name.h"
@@ -283,6 +284,47 @@ TEST_F(ObjectSearchTest, DestroyingItEndsTheSearchWithTheNextEntry) {
   const int at_the_end = taken;
   EXPECT_GT(at_the_end, 0);
   EXPECT_EQ(taken, at_the_end);
+}
+
+TEST_F(ObjectSearchTest, ASearchThatHangsHoldsNeitherTheNextOneNorTheEnd) {
+  std::atomic<int> opened = 0;
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store, const auto& /*stop*/) {
+    ++opened;
+    store = std::make_unique<ScriptedStore>([](const auto& request, const ldap::EntrySink& sink) {
+      if (request.filter == "(hang=1)") return ldap::StoreStatus{ScriptedStore::kHangs, {}};
+      sink(UserEntry("Ada"));
+      return ldap::StoreStatus{};
+    });
+    return ldap::StoreStatus{};
+  });
+  const auto begin = std::chrono::steady_clock::now();
+  Start("(hang=1)");
+  QTest::qWait(50);
+  Start("(a=b)");
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(found_, ElementsAre("Ada"));
+  EXPECT_EQ(end_->reason, SearchEnd::Reason::kComplete);
+  EXPECT_EQ(opened, 1) << "what was stopped has not failed";
+  Start("(hang=1)");
+  QTest::qWait(50);
+  search_.reset();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+}
+
+TEST_F(ObjectSearchTest, AnOpeningThatHangsIsStopped) {
+  std::atomic<bool> told = false;
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& /*store*/, const std::stop_token& stop) {
+    while (!stop.stop_requested()) QThread::msleep(1);
+    told = true;
+    return ldap::StoreStatus{-8, "stopped"};
+  });
+  Start();
+  QTest::qWait(50);
+  search_->Stop();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told.load(); }, kPatience));
+  search_.reset();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(end_);
 }
 
 TEST_F(ObjectSearchTest, StopsAtItsOwnLimitAndSaysSo) {
