@@ -7,6 +7,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/lab/lab.h"
@@ -17,6 +18,11 @@ namespace pelora::lab {
   const auto begin = std::chrono::steady_clock::now();
   action();
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+[[nodiscard]] inline double MedianOf(std::vector<double> values) {
+  std::ranges::sort(values);
+  return values[values.size() / 2];
 }
 
 /// The middle one of several runs of each of two actions, which take turns: what else the machine
@@ -33,10 +39,7 @@ struct Pair {
     firsts.push_back(SecondsOf(first));
     seconds.push_back(SecondsOf(second));
   }
-  std::ranges::sort(firsts);
-  std::ranges::sort(seconds);
-  const std::size_t middle = firsts.size() / 2;
-  return {firsts[middle], seconds[middle]};
+  return {MedianOf(std::move(firsts)), MedianOf(std::move(seconds))};
 }
 
 /// What was measured, one line each, printed as it comes.

@@ -60,11 +60,8 @@ void MeasureListing(ldap::NetworkSession& session, const std::string& container,
     count = list.Count();
     theirs.push_back(SecondsOf([&] { RunTool(search); }));
   }
-  std::ranges::sort(ours);
-  std::ranges::sort(theirs);
-  const std::size_t middle = ours.size() / 2;
-  table.Add("list " + std::to_string(count) + " objects", ours[middle],
-            "ldapsearch, one paged search", theirs[middle], 1.3);
+  table.Add("list " + std::to_string(count) + " objects", MedianOf(ours),
+            "ldapsearch, one paged search", MedianOf(theirs), 1.3);
 }
 
 }  // namespace pelora::lab

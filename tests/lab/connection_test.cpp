@@ -243,6 +243,17 @@ TEST_F(ConnectionTest, AServerThatIsDownIsReachedAgainWhenItIsBack) {
   EXPECT_NE(ReadValue(session->store(), User(), "description"), "nobody took it");
 }
 
+TEST_F(ConnectionTest, AServerThatWasFoundAndIsDownIsNamedAndReachedAgain) {
+  const auto session = OpenSession({});
+  RunningServer server;
+  // The name server is down with it, which is not what one wants to hear.
+  server.Kill();
+  EXPECT_EQ(ReadValue(session->store(), User(), "mail"),
+            "-1 cannot reach the server 'dc1.pelora.test': Connection refused");
+  server.Start();
+  EXPECT_EQ(ReadValue(session->store(), User(), "mail"), "berta@pelora.test");
+}
+
 TEST_F(ConnectionTest, WhatIsNoMessageEndsTheConnection) {
   const LdapStandIn server(
       {}, [](const StandInRequest&) { return StandInAnswer{.sends_nonsense = true}; });

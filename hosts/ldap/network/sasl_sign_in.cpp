@@ -53,9 +53,13 @@ std::string TextOf(LDAP* handle, int code) {
 /// What became of the exchange, in the terms of `LdapConnection::Open`.
 StoreStatus OutcomeOfSignIn(LDAP* handle, int code) {
   if (code == LDAP_SUCCESS) return {};
-  std::string text = TextOf(handle, code);
-  // The library's only way to say that the server's offer is below what was asked for.
   if (code == LDAP_USER_CANCELLED) return {code, "stopped"};
+  std::string text = TextOf(handle, code);
+  // An alias or an address was typed.
+  if (text.find("not found in Kerberos database") != std::string::npos) {
+    return {code, "name it by its full DNS name, as the domain does (" + text + ")"};
+  }
+  // The library's only way to say that the server's offer is below what was asked for.
   if (code == LDAP_NOT_SUPPORTED || text.find("SASL(-15)") != std::string::npos) return TooWeak();
   return {code, std::move(text)};
 }

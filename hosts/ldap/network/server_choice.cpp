@@ -34,7 +34,10 @@ StoreStatus ServerChoice::Connect(const std::stop_token& stop,
   const std::optional<ServerName> chosen = current();
   if (!chosen) return FindOther({}, stop, connection);
   StoreStatus status = LdapConnection::Open(*chosen, options_, stop, connection);
-  return named_ || !IsUnreachable(status) ? status : FindOther(chosen, stop, connection);
+  if (named_ || !IsUnreachable(status)) return status;
+  StoreStatus other = FindOther(chosen, stop, connection);
+  // Where none can be reached, that the name servers are gone too says nothing of the reason.
+  return IsUnreachable(other) ? status : other;
 }
 
 StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable,
