@@ -29,7 +29,8 @@ class NewObject : public ConsoleTest {
   void Reopen(bool is_sealed) {
     std::unique_ptr<console::DirectorySession> session = OpenFile();
     std::unique_ptr<ldap::IDirectoryStore> opened;
-    if (!session->open_another(opened, {}).Ok()) throw std::runtime_error("it cannot be opened twice");
+    if (!session->open_another(opened, {}).Ok())
+      throw std::runtime_error("it cannot be opened twice");
     auto store = std::make_unique<RecordingStore>(std::move(opened), adds_, is_sealed);
     recorded_ = std::make_unique<console::DirectorySession>(session->path, std::move(store),
                                                             session->open_another);
