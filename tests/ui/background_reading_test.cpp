@@ -14,6 +14,7 @@
 #include <atomic>
 #include <chrono>
 #include <mutex>
+#include <optional>
 #include <semaphore>
 
 #include "hosts/console/main_window.h"
@@ -300,6 +301,12 @@ TEST_F(BackgroundReading, AContainerWithTenThousandObjectsIsUsable) {
   EXPECT_EQ(rows().rowCount(), kMany);
   EXPECT_EQ(ToUtf8(rows().index(0, 0).data().toString()), "user 100001");
   EXPECT_EQ(ToUtf8(rows().index(kMany - 1, 0).data().toString()), "user 110000");
+  auto* list = window_->findChild<QTreeView*>(QStringLiteral("object_list"));
+  list->selectAll();
+  Action("&Refresh").trigger();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(list->selectionModel()->selectedRows().size(), kMany);
+  list->clearSelection();
   window_->findChild<QLineEdit*>(QStringLiteral("object_filter"))
       ->setText(QStringLiteral("user 10424"));
   EXPECT_EQ(rows().rowCount(), 10);
@@ -323,6 +330,25 @@ TEST_F(BackgroundReading, AContainerOpenedFromTheListIsShownWhenTheTreeHasIt) {
   ASSERT_TRUE(WaitForEnd());
   EXPECT_EQ(ToUtf8(tree().currentIndex().data().toString()), "Sales");
   EXPECT_EQ(rows().rowCount(), 0);
+}
+
+TEST(DirectoryReader, GivesUpAtItsEndWhatNobodyStopped) {
+  std::optional<console::DirectoryReader> reader(
+      std::in_place, OpenScripted([](const auto& /*request*/, const auto& /*sink*/) {
+        return ldap::StoreStatus{ScriptedStore::kHangs, {}};
+      }));
+  bool told = false;
+  const auto reading = reader->Start(
+      {.container = "DC=x"}, [&](const auto& /*objects*/) { told = true; },
+      [&](const auto& /*end*/) { told = true; });
+  QTest::qWait(50);
+  EXPECT_TRUE(reading.IsRunning());
+  const auto begin = std::chrono::steady_clock::now();
+  reader.reset();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(reading.IsRunning());
+  EXPECT_FALSE(told);
 }
 
 TEST_F(BackgroundReading, AWindowCanCloseWhileItReadsWithoutEnd) {
