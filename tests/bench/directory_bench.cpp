@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/console/display.h"
 #include "pages/objects/prop_page_contact.h"
 #include "pages/objects/prop_page_user.h"
 #include "resources/resource.h"
@@ -196,6 +197,7 @@ int main(int argc, char** argv) {
   }
   // The list of objects is drawn in memory.
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  const pelora::console::QuietToolkit quiet;
   int toolkit_argc = 1;
   const QApplication application(toolkit_argc, argv);
   try {
