@@ -8,18 +8,19 @@ namespace pelora::console {
 
 DirectoryReader::Reading& DirectoryReader::Reading::operator=(Reading&& other) noexcept {
   Stop();
-  wanted_ = std::exchange(other.wanted_, nullptr);
+  stop_ = std::exchange(other.stop_, std::stop_source(std::nostopstate));
   return *this;
 }
 
-void DirectoryReader::Reading::Stop() {
-  if (wanted_) *wanted_ = false;
-}
+void DirectoryReader::Reading::Stop() { stop_.request_stop(); }
 
 /// One listing as both threads see it.
 struct DirectoryReader::Task {
+  explicit Task(const std::stop_token& over) : on_over(over, [this] { stop.request_stop(); }) {}
+
   ListRequest request;
-  std::shared_ptr<std::atomic<bool>> wanted;
+  /// Told when nothing more of it is wanted, and when it has ended.
+  std::stop_source stop;
   /// Called on the user interface's thread only.
   FoundSink on_found;
   EndSink on_end;
@@ -28,7 +29,10 @@ struct DirectoryReader::Task {
   /// Found, and not yet fetched by the user interface.
   std::vector<DirectoryObject> found;
   bool is_announced = false;
+  /// With the reader this ends too.
+  std::stop_callback<std::function<void()>> on_over;
 
+  [[nodiscard]] bool IsWanted() const { return !stop.stop_requested(); }
   /// Whether the other side is to be told that there is something to fetch.
   [[nodiscard]] bool Add(DirectoryObject object) {
     const std::lock_guard lock(mutex);
@@ -43,12 +47,12 @@ struct DirectoryReader::Task {
       is_announced = false;
       objects.swap(found);
     }
-    if (*wanted && !objects.empty()) on_found(std::move(objects));
+    if (IsWanted() && !objects.empty()) on_found(std::move(objects));
   }
 
   void Finish(const SearchEnd& end) {
     Deliver();
-    if (wanted->exchange(false)) on_end(end);
+    if (stop.request_stop()) on_end(end);
   }
 };
 
@@ -59,9 +63,10 @@ class DirectoryReader::Worker final : public QObject {
       : receiver_(receiver), opener_(std::move(opener)) {}
 
   void Run(const std::shared_ptr<Task>& task) {
-    if (!*task->wanted) return;
+    if (!task->IsWanted()) return;
     const SearchEnd end = EndOf(List(task));
-    if (end.reason == SearchEnd::Reason::kFailed) store_.reset();
+    // What was stopped has not failed.
+    if (end.reason == SearchEnd::Reason::kFailed && task->IsWanted()) store_.reset();
     Post([task, end] { task->Finish(end); });
   }
 
@@ -73,12 +78,14 @@ class DirectoryReader::Worker final : public QObject {
   }
 
   ldap::StoreStatus List(const std::shared_ptr<Task>& task) {
-    ldap::StoreStatus status = store_ ? ldap::StoreStatus{} : opener_(store_);
+    const std::stop_token stop = task->stop.get_token();
+    ldap::StoreStatus status = store_ ? ldap::StoreStatus{} : opener_(store_, stop);
     if (!status.Ok()) return status;
+    store_->StopOn(stop);
     const auto take = [&](DirectoryObject object) {
       // One announcement stands for all that is found until it arrives.
       if (task->Add(std::move(object))) Post([task] { task->Deliver(); });
-      return task->wanted->load();
+      return task->IsWanted();
     };
     return DirectoryBrowser(*store_).ListChildren(task->request, take);
   }
@@ -97,20 +104,20 @@ DirectoryReader::DirectoryReader(ldap::StoreOpener opener)
 }
 
 DirectoryReader::~DirectoryReader() {
+  over_.request_stop();
   thread_.quit();
   thread_.wait();
 }
 
 DirectoryReader::Reading DirectoryReader::Start(ListRequest request, FoundSink on_found,
                                                 EndSink on_end) {
-  auto task = std::make_shared<Task>();
+  auto task = std::make_shared<Task>(over_.get_token());
   task->request = std::move(request);
-  task->wanted = std::make_shared<std::atomic<bool>>(true);
   task->on_found = std::move(on_found);
   task->on_end = std::move(on_end);
   QMetaObject::invokeMethod(
       worker_, [worker = worker_, task] { worker->Run(task); }, Qt::QueuedConnection);
-  return Reading(task->wanted);
+  return Reading(task->stop);
 }
 
 }  // namespace pelora::console

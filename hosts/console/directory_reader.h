@@ -3,9 +3,10 @@
 
 #include <QObject>
 #include <QThread>
-#include <atomic>
 #include <functional>
 #include <memory>
+#include <stop_token>
+#include <utility>
 #include <vector>
 
 #include "hosts/console/directory_browser.h"
@@ -19,8 +20,8 @@ namespace pelora::console {
 /// it.
 ///
 /// Everything here happens on the thread of the user interface, the callbacks too. Destroying the
-/// reader ends what it was asked for without a word, and waits for the request under way, which
-/// ends with the next entry that it yields.
+/// reader ends what it was asked for without a word; the request under way is given up, answered or
+/// not.
 class DirectoryReader final {
  public:
   using FoundSink = std::function<void(std::vector<DirectoryObject> objects)>;
@@ -32,20 +33,23 @@ class DirectoryReader final {
    public:
     Reading() = default;
     ~Reading() { Stop(); }
-    Reading(Reading&& other) noexcept = default;
+    Reading(Reading&& other) noexcept
+        : stop_(std::exchange(other.stop_, std::stop_source(std::nostopstate))) {}
     Reading& operator=(Reading&& other) noexcept;
     Reading(const Reading&) = delete;
     Reading& operator=(const Reading&) = delete;
 
     void Stop();
     /// Until the end has been told, or it was stopped.
-    [[nodiscard]] bool IsRunning() const { return wanted_ != nullptr && *wanted_; }
+    [[nodiscard]] bool IsRunning() const {
+      return stop_.stop_possible() && !stop_.stop_requested();
+    }
 
    private:
     friend class DirectoryReader;
-    explicit Reading(std::shared_ptr<std::atomic<bool>> wanted) : wanted_(std::move(wanted)) {}
+    explicit Reading(std::stop_source stop) : stop_(std::move(stop)) {}
 
-    std::shared_ptr<std::atomic<bool>> wanted_;
+    std::stop_source stop_{std::nostopstate};
   };
 
   /// `opener` is called on the reader's thread, when the first listing begins, and again after one
@@ -61,6 +65,8 @@ class DirectoryReader final {
   class Worker;
   struct Task;
 
+  /// Of everything that is asked of the reader.
+  std::stop_source over_;
   QThread thread_;
   /// Lives on `thread_`.
   Worker* worker_;

@@ -51,21 +51,24 @@ SessionResult OpenDirectoryFile(const QString& path) {
   // Names of files are byte strings and stay what they are.
   const std::string file = QFile::encodeName(path).toStdString();
   // The library shares its file between all stores of one process.
-  ldap::StoreOpener open =
-      ldap::SerializeStores([file](std::unique_ptr<ldap::IDirectoryStore>& opened) {
+  ldap::StoreOpener open = ldap::SerializeStores(
+      [file](std::unique_ptr<ldap::IDirectoryStore>& opened, const std::stop_token& /*stop*/) {
         return ldap::OpenLdbStore(file, {}, opened);
       });
   std::unique_ptr<ldap::IDirectoryStore> store;
-  const ldap::StoreStatus status = open(store);
+  const ldap::StoreStatus status = open(store, {});
   if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
   return Complete(std::make_unique<DirectorySession>(path, std::move(store), std::move(open)));
 }
 
-SessionResult OpenServer(const QString& server) {
+SessionResult OpenServer(const QString& server, const std::stop_token& stop) {
   std::unique_ptr<ldap::NetworkSession> network;
-  const ldap::StoreStatus status = ldap::NetworkSession::Open({.server = ToUtf8(server)}, network);
+  const ldap::StoreStatus status =
+      ldap::NetworkSession::Open({.server = ToUtf8(server)}, network, stop);
   if (!status.Ok()) return {.session = nullptr, .error = ToQString(status.text)};
-  return Complete(std::make_unique<DirectorySession>(std::move(network)));
+  SessionResult result = Complete(std::make_unique<DirectorySession>(std::move(network)));
+  if (result.session) result.session->store->StopOn({});
+  return result;
 }
 
 QString SampleDirectoryPath() {

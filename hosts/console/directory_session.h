@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <memory>
+#include <stop_token>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/display_specifiers.h"
@@ -52,8 +53,9 @@ struct SessionResult {
 
 /// Connects to a domain controller, with the user's Kerberos ticket; without a name, to one of
 /// those of the ticket's domain. Takes its time: seconds, when a server does not answer. The
-/// session may be opened on one thread and used on another.
-[[nodiscard]] SessionResult OpenServer(const QString& server);
+/// session may be opened on one thread and used on another. `stop` ends the opening early, and has
+/// nothing to do with the session afterwards.
+[[nodiscard]] SessionResult OpenServer(const QString& server, const std::stop_token& stop = {});
 
 /// The sample company's file in the user's data folder.
 [[nodiscard]] QString SampleDirectoryPath();

@@ -162,12 +162,13 @@ void MainWindow::ShowAdvanced(bool advanced) {
 
 void MainWindow::RefreshAll() {
   if (!session_) return;
-  std::vector<std::string> path;
+  // While one refresh is under way no container is current; another one leads to the same.
+  if (tree_->currentIndex().isValid()) refreshed_path_.clear();
   for (QModelIndex step = tree_->currentIndex(); step.parent().isValid(); step = step.parent()) {
-    path.insert(path.begin(), tree_model_->ObjectAt(step).dn);
+    refreshed_path_.insert(refreshed_path_.begin(), tree_model_->ObjectAt(step).dn);
   }
   tree_model_->Reload();
-  FollowPath(tree_model_->BaseIndex(), std::move(path));
+  FollowPath(tree_model_->BaseIndex(), refreshed_path_);
 }
 
 void MainWindow::FollowPath(const QModelIndex& container, std::vector<std::string> path) {
@@ -280,7 +281,8 @@ void MainWindow::AskForServer() {
 void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown) {
   const QString name = server.isEmpty() ? QStringLiteral("The domain") : server;
   OpenBesides(
-      name, [server] { return OpenServer(server); }, std::move(on_shown));
+      name, [server](const std::stop_token& stop) { return OpenServer(server, stop); },
+      std::move(on_shown));
 }
 
 void MainWindow::ShowAbout() {

@@ -124,6 +124,8 @@ class MainWindow final : public QMainWindow {
   QAction* quit_ = nullptr;
   QAction* open_container_ = nullptr;
   QMenu* new_menu_ = nullptr;
+  /// Where the last refresh leads.
+  std::vector<std::string> refreshed_path_;
   /// An object that is to be selected when the list has been read; empty: none.
   std::string select_when_read_;
   QAction* properties_ = nullptr;

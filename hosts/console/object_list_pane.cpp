@@ -9,6 +9,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 #include "hosts/console/collation.h"
 
@@ -106,11 +108,19 @@ void ObjectListPane::AddObjects(std::vector<DirectoryObject> objects) {
 }
 
 void ObjectListPane::Select(const std::vector<std::string>& names) {
+  const std::unordered_set<std::string_view> wanted(names.begin(), names.end());
+  const auto index_of = [this](int row) { return shown_->index(row, ObjectListModel::kName); };
+  const auto is_wanted = [&](int row) {
+    const QModelIndex source = shown_->mapToSource(index_of(row));
+    return wanted.contains(model_->ObjectAt(source.row()).dn);
+  };
+  // Rows that follow each other make one range: thousands may be selected.
   QItemSelection rows;
   for (int row = 0; row < shown_->rowCount(); ++row) {
-    const QModelIndex index = shown_->index(row, ObjectListModel::kName);
-    const std::string& dn = model_->ObjectAt(shown_->mapToSource(index).row()).dn;
-    if (std::ranges::find(names, dn) != names.end()) rows.select(index, index);
+    if (!is_wanted(row)) continue;
+    const int first = row;
+    while (row + 1 < shown_->rowCount() && is_wanted(row + 1)) ++row;
+    rows.select(index_of(first), index_of(row));
   }
   if (rows.isEmpty()) return;
   constexpr auto kWholeRows = QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;

@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <functional>
+#include <stop_token>
 #include <thread>
 
 #include "hosts/console/directory_session.h"
@@ -12,20 +13,24 @@ namespace pelora::console {
 /// Opens a directory beside the user interface, for connecting to a server takes its time.
 ///
 /// `on_opened` is called once, on the thread of the user interface, unless the opening was stopped
-/// before; it may destroy the opening. Destroying it waits for the attempt under way.
+/// before; it may destroy the opening. Destroying it stops it, and waits until it has heard of
+/// that.
 class SessionOpening final {
  public:
-  using Open = std::function<SessionResult()>;
+  using Open = std::function<SessionResult(const std::stop_token& stop)>;
   using OpenedSink = std::function<void(SessionResult result)>;
 
-  /// `open` is called on a thread of its own.
+  /// `open` is called on a thread of its own; what it is given ends it early.
   SessionOpening(Open open, OpenedSink on_opened);
   ~SessionOpening();
   SessionOpening(const SessionOpening&) = delete;
   SessionOpening& operator=(const SessionOpening&) = delete;
 
   /// Whatever comes of it is of no interest any more.
-  void Stop() { on_opened_ = nullptr; }
+  void Stop() {
+    on_opened_ = nullptr;
+    thread_.request_stop();
+  }
   /// Until the result has been told, or it was stopped.
   [[nodiscard]] bool IsRunning() const { return on_opened_ != nullptr; }
 

@@ -22,6 +22,8 @@ class FileDescriptor {
     if (descriptor_ >= 0) close(descriptor_);
   }
 
+  /// Whoever calls it closes the file.
+  [[nodiscard]] int Release() { return std::exchange(descriptor_, -1); }
   [[nodiscard]] int get() const { return descriptor_; }
   explicit operator bool() const { return descriptor_ >= 0; }
 

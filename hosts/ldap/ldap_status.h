@@ -39,6 +39,7 @@ enum LdapResult : int {
   kLdapTimeout = -5,
   kLdapAuthUnknown = -6,
   kLdapFilterError = -7,
+  kLdapUserCancelled = -8,
   kLdapParamError = -9,
   kLdapConnectError = -11,
 };

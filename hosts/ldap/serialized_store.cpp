@@ -49,11 +49,12 @@ StoreStatus SerializedStore::Add(const Entry& entry) {
 
 StoreOpener SerializeStores(StoreOpener opener) {
   auto mutex = std::make_shared<std::recursive_mutex>();
-  return [opener = std::move(opener), mutex](std::unique_ptr<IDirectoryStore>& store) {
+  return [opener = std::move(opener), mutex](std::unique_ptr<IDirectoryStore>& store,
+                                             const std::stop_token& stop) {
     store.reset();
     const Lock lock(*mutex);
     std::unique_ptr<IDirectoryStore> opened;
-    StoreStatus status = opener(opened);
+    StoreStatus status = opener(opened, stop);
     if (status.Ok()) store = std::make_unique<SerializedStore>(std::move(opened), mutex);
     return status;
   };

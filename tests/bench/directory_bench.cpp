@@ -1,30 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
-// Measures tabs on a directory server against the tools that one would take instead, in one run and
-// on one machine, and prints the ratios. Runs in the lab (run_directory_bench.sh).
+// Measures tabs and the list of objects on a directory server against the tools that one would take
+// instead, in one run and on one machine, and prints the ratios. Runs in the lab
+// (run_directory_bench.sh).
 //
 //   directory_bench CONTAINER [LARGE-CONTAINER]
 //
 // CONTAINER is an organizational unit with some users right below it, LARGE-CONTAINER one with ten
 // times as many. The exit code is 1 when a ratio exceeds its limit.
-#include <algorithm>
+#include <QApplication>
 #include <chrono>
-#include <cstdio>
 #include <fstream>
-#include <functional>
 #include <iostream>
 #include <string>
 #include <vector>
 
+#include "hosts/console/display.h"
 #include "pages/objects/prop_page_contact.h"
 #include "pages/objects/prop_page_user.h"
 #include "resources/resource.h"
+#include "tests/bench/bench_table.h"
+#include "tests/bench/listing_bench.h"
 #include "tests/lab/lab_page.h"
 #include "tests/lab/lab_test.h"
 
 namespace pelora::lab {
 namespace {
 
-using Clock = std::chrono::steady_clock;
 constexpr auto kDelay = std::chrono::milliseconds(5);
 
 /// What the user tab reads.
@@ -32,49 +33,6 @@ constexpr const char* kAttributes =
     "objectClass mail otherMailbox peloraSendAsPrivilege peloraQuotaOverride peloraQuotaWarn "
     "peloraQuotaSoft peloraQuotaHard peloraAccount peloraHidden peloraAdmin peloraSharedStoreOnly "
     "peloraResourceType peloraResourceCapacity peloraUserServer";
-
-double SecondsOf(const std::function<void()>& action) {
-  const auto begin = Clock::now();
-  action();
-  return std::chrono::duration<double>(Clock::now() - begin).count();
-}
-
-/// The middle one of several runs of each of two actions, which take turns: what else the machine
-/// does falls on both.
-struct Pair {
-  double first;
-  double second;
-};
-Pair MediansOf(int rounds, const std::function<void()>& first,
-               const std::function<void()>& second) {
-  std::vector<double> firsts;
-  std::vector<double> seconds;
-  for (int round = 0; round < rounds; ++round) {
-    firsts.push_back(SecondsOf(first));
-    seconds.push_back(SecondsOf(second));
-  }
-  std::ranges::sort(firsts);
-  std::ranges::sort(seconds);
-  const std::size_t middle = firsts.size() / 2;
-  return {firsts[middle], seconds[middle]};
-}
-
-class Table {
- public:
-  void Add(const std::string& what, double ours, const std::string& against, double theirs,
-           double limit) {
-    const double ratio = ours / theirs;
-    const bool holds = ratio <= limit;
-    all_hold_ = all_hold_ && holds;
-    std::printf("%-36s %8.3f s  %-30s %8.3f s  %5.2f  of at most %5.2f  %s\n", what.c_str(), ours,
-                against.c_str(), theirs, ratio, limit, holds ? "good" : "TOO SLOW");
-    std::fflush(stdout);
-  }
-  [[nodiscard]] bool AllHold() const { return all_hold_; }
-
- private:
-  bool all_hold_ = true;
-};
 
 std::vector<std::string> UsersBelow(ldap::IDirectoryStore& store, const std::string& container) {
   std::vector<std::string> names;
@@ -113,22 +71,15 @@ class EditedTab {
   LabPage<CPropPageContact> page_;
 };
 
-std::string Tool(const std::string& name) {
-  return name + " -N -Q -Y GSSAPI -H ldap://" + Server() + " ";
-}
-
-void RunTool(const std::string& command) {
-  if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
-}
-
-/// As an edited tab's change, for the tool: of another flag, since a server has less to do when a
-/// value stays as it is.
+/// As an edited tab's change, for the tool: of another flag of the same kind, since a server has
+/// less to do when a value stays as it is, and both write the same users in turn.
 std::string WriteChanges(const std::vector<std::string>& users, int round) {
   const std::string path = "/mnt/lab/changes-" + std::to_string(round % 2) + ".ldif";
   std::ofstream file(path);
   for (const std::string& user : users) {
     file << "dn: " << user
-         << "\nchangetype: modify\nreplace: peloraHidden\npeloraHidden: " << round % 2 << "\n-\n\n";
+         << "\nchangetype: modify\nreplace: peloraQuotaOverride\npeloraQuotaOverride: " << round % 2
+         << "\n-\n\n";
   }
   return path;
 }
@@ -141,7 +92,7 @@ class Bench {
         is_quick_(is_quick),
         users_(UsersBelow(session_->store(), container)) {}
 
-  void Open(Table& table) {
+  void Open(BenchTable& table) {
     const std::string search = Tool("ldapsearch") + "-LLL -E pr=1000/noprompt -b '" + container_ +
                                "' -s one '(objectClass=user)' " + kAttributes + " >/dev/null";
     const Pair open = MediansOf(
@@ -150,7 +101,7 @@ class Bench {
               1.2);
   }
 
-  void OpenFromAfar(Table& table) {
+  void OpenFromAfar(BenchTable& table) {
     TcpRelay relay(ldap::kDirectoryPort);
     const auto session = OpenSession({.server = Server() + ":" + std::to_string(relay.port())});
     const Pair open = MediansOf(
@@ -168,7 +119,7 @@ class Bench {
               open.second * 1.5 + ten_trips, 1.0);
   }
 
-  void Apply(Table& table) {
+  void Apply(BenchTable& table) {
     EditedTab tab(*session_, users_);
     const std::vector<std::string> files = {WriteChanges(users_, 0), WriteChanges(users_, 1)};
     int round = 0;
@@ -182,19 +133,33 @@ class Bench {
               1.15);
   }
 
-  /// What a large selection costs, in terms of this one.
-  void Grow(Table& table, const std::string& large_container) {
+  void List(BenchTable& table, const std::string& large_container) {
+    MeasureListing(*session_, large_container, Rounds(5), table);
+  }
+
+  /// What a large selection costs, in terms of a tenth of it: of the same container, for how large
+  /// that is costs the server something too.
+  void Grow(BenchTable& table, const std::string& large_container) {
     const std::vector<std::string> many = UsersBelow(session_->store(), large_container);
-    const auto times = static_cast<double>(many.size()) / static_cast<double>(users_.size());
+    const auto tenth = static_cast<std::ptrdiff_t>(std::max<std::size_t>(1, many.size() / 10));
+    const std::vector<std::string> few(many.begin(), many.begin() + tenth);
+    const double times = static_cast<double>(many.size()) / static_cast<double>(few.size());
     const std::string label = std::to_string(many.size()) + " users";
+    const std::string few_label = "on " + std::to_string(few.size()) + " of them";
     const Pair open = MediansOf(
-        Rounds(3), [&] { OpenTab(*session_, many); }, [&] { OpenTab(*session_, users_); });
-    table.Add("open a tab on " + label, open.first, "on " + Count(), open.second, times * 1.1);
-    EditedTab few_tab(*session_, users_);
+        Rounds(3), [&] { OpenTab(*session_, many); }, [&] { OpenTab(*session_, few); });
+    table.Add("open a tab on " + label, open.first, few_label, open.second, times * 1.1);
+
     EditedTab many_tab(*session_, many);
-    const Pair apply = MediansOf(
-        1, [&] { many_tab.Apply(); }, [&] { few_tab.Apply(); });
-    table.Add("apply one change to " + label, apply.first, "to " + Count(), apply.second,
+    std::vector<double> of_many;
+    std::vector<double> of_few;
+    for (int round = 0; round < Rounds(3); ++round) {
+      of_many.push_back(SecondsOf([&] { many_tab.Apply(); }));
+      // There and back: what is written is always something else than what was there.
+      EditedTab few_tab(*session_, few);
+      for (int turn = 0; turn < 2; ++turn) of_few.push_back(SecondsOf([&] { few_tab.Apply(); }));
+    }
+    table.Add("apply one change to " + label, MedianOf(of_many), few_label, MedianOf(of_few),
               times * 1.1);
   }
 
@@ -209,11 +174,12 @@ class Bench {
 };
 
 int Run(const std::vector<std::string>& containers, bool is_quick) {
-  Table table;
+  BenchTable table;
   Bench bench(containers.front(), is_quick);
   bench.Open(table);
   bench.OpenFromAfar(table);
   bench.Apply(table);
+  bench.List(table, containers.back());
   bench.Grow(table, containers.back());
   return is_quick || table.AllHold() ? 0 : 1;
 }
@@ -229,6 +195,11 @@ int main(int argc, char** argv) {
     std::cerr << "usage: directory_bench [--quick] CONTAINER LARGE-CONTAINER" << std::endl;
     return 2;
   }
+  // The list of objects is drawn in memory.
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const pelora::console::QuietToolkit quiet;
+  int toolkit_argc = 1;
+  const QApplication application(toolkit_argc, argv);
   try {
     return pelora::lab::Run(arguments, is_quick);
   } catch (const std::exception& error) {

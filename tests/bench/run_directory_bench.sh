@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Measures tabs on a domain controller of the lab's against ldapsearch and ldapmodify, on 1,000 users and
-# on 10,000, and prints a table of ratios. The exit code is 1 when one exceeds its limit.
+# Measures tabs and the console's list of objects on a domain controller of the lab's against ldapsearch
+# and ldapmodify, on 1,000 users and on 10,000, and prints a table of ratios. The exit code is 1 when one
+# exceeds its limit.
 #
 #   tests/bench/run_directory_bench.sh [BUILD-FOLDER]
 #

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Connections that are lost, servers that hang, and what becomes of the requests under way.
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 
 #include <thread>
 
-#include "hosts/ldap/file_descriptor.h"
+#include "tests/lab/full_listener.h"
 #include "tests/lab/lab_test.h"
 #include "tests/lab/ldap_stand_in.h"
 
@@ -224,26 +221,13 @@ TEST_F(ConnectionTest, AServerThatTakesNothingIsWaitedForNoLonger) {
 }
 
 TEST_F(ConnectionTest, AMachineThatTakesNoConnectionIsWaitedForNoLonger) {
-  // Its queue is full, and nobody takes a connection from it.
-  const ldap::FileDescriptor listener(::socket(AF_INET, SOCK_STREAM, 0));
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof address;
-  ASSERT_EQ(bind(listener.get(), reinterpret_cast<sockaddr*>(&address), size), 0);
-  ASSERT_EQ(listen(listener.get(), 0), 0);
-  ASSERT_EQ(getsockname(listener.get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
-  std::vector<ldap::FileDescriptor> waiting;
-  for (int number = 0; number < 4; ++number) {
-    waiting.emplace_back(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
-    static_cast<void>(connect(waiting.back().get(), reinterpret_cast<sockaddr*>(&address), size));
-  }
-  const std::string server = Server() + ":" + std::to_string(ntohs(address.sin_port));
+  const FullListener machine;
   std::unique_ptr<NetworkSession> session;
   const Stopwatch stopwatch;
   const StoreStatus status =
-      NetworkSession::Open({.server = server, .connect_timeout = kShortWait}, session);
-  EXPECT_TRUE(status.text.starts_with("cannot reach the server '" + server + "': ")) << status.text;
+      NetworkSession::Open({.server = machine.Address(), .connect_timeout = kShortWait}, session);
+  EXPECT_EQ(ToText(status),
+            "-1 cannot reach the server '" + machine.Address() + "': Connection timed out");
   EXPECT_TRUE(stopwatch.WaitedFor(kShortWait));
 }
 
@@ -251,13 +235,23 @@ TEST_F(ConnectionTest, AServerThatIsDownIsReachedAgainWhenItIsBack) {
   const auto session = OpenSession();
   RunningServer server;
   server.Kill();
-  const std::string down =
-      "-1 cannot reach the server 'dc1.pelora.test': Can't contact LDAP server";
+  const std::string down = "-1 cannot reach the server 'dc1.pelora.test': Connection refused";
   EXPECT_EQ(ReadValue(session->store(), User(), "mail"), down);
   EXPECT_EQ(ToText(Replace(session->store(), User(), "description", {"nobody took it"})), down);
   server.Start();
   EXPECT_EQ(ReadValue(session->store(), User(), "mail"), "berta@pelora.test");
   EXPECT_NE(ReadValue(session->store(), User(), "description"), "nobody took it");
+}
+
+TEST_F(ConnectionTest, AServerThatWasFoundAndIsDownIsNamedAndReachedAgain) {
+  const auto session = OpenSession({});
+  RunningServer server;
+  // The name server is down with it, which is not what one wants to hear.
+  server.Kill();
+  EXPECT_EQ(ReadValue(session->store(), User(), "mail"),
+            "-1 cannot reach the server 'dc1.pelora.test': Connection refused");
+  server.Start();
+  EXPECT_EQ(ReadValue(session->store(), User(), "mail"), "berta@pelora.test");
 }
 
 TEST_F(ConnectionTest, WhatIsNoMessageEndsTheConnection) {
@@ -280,7 +274,7 @@ TEST_F(ConnectionTest, EachThreadHasAConnectionOfItsOwn) {
   for (std::string& names : found) {
     threads.emplace_back([&names, open] {
       std::unique_ptr<ldap::IDirectoryStore> store;
-      const StoreStatus opened = open(store);
+      const StoreStatus opened = open(store, {});
       names = ToText(opened);
       for (int round = 0; opened.Ok() && round < 20; ++round) {
         names = ReadValue(*store, "CN=Ada Brandt,OU=Linden," + Base(), "mail");

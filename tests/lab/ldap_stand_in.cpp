@@ -82,6 +82,7 @@ class LdapStandIn::Worker {
 
   std::atomic<int> requests{0};
   std::atomic<int> turns{0};
+  std::atomic<int> connections{0};
 
  private:
   /// Whether something is there to be read before `milliseconds` are over.
@@ -99,6 +100,7 @@ class LdapStandIn::Worker {
     while (!is_over_) {
       if (!IsReadable(listener_, 100)) continue;
       const FileDescriptor connection(accept(listener_.get(), nullptr, nullptr));
+      ++connections;
       try {
         Serve(connection);
       } catch (const std::exception& error) {
@@ -168,6 +170,7 @@ class LdapStandIn::Worker {
     StandInAnswer answer;
     if (!AnswerOpening(request, answer)) answer = script_(request);
     if (answer.hangs_up) return false;
+    if (answer.is_silent) return true;
     std::string bytes;
     if (answer.sends_nonsense)
       bytes =
@@ -209,6 +212,8 @@ std::string LdapStandIn::Address() const {
 int LdapStandIn::requests() const { return worker_->requests; }
 
 int LdapStandIn::turns() const { return worker_->turns; }
+
+int LdapStandIn::connections() const { return worker_->connections; }
 
 void LdapStandIn::Forget() {
   worker_->requests = 0;

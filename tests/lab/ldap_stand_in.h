@@ -22,6 +22,8 @@ struct StandInAnswer {
   bool hangs_up = false;
   /// Sends bytes that are no message instead of answering.
   bool sends_nonsense = false;
+  /// Does not answer at all.
+  bool is_silent = false;
 };
 
 using StandInScript = std::function<StandInAnswer(const StandInRequest& request)>;
@@ -56,6 +58,8 @@ class LdapStandIn {
   /// last call of `Forget`.
   [[nodiscard]] int requests() const;
   [[nodiscard]] int turns() const;
+  /// How many connections have been taken.
+  [[nodiscard]] int connections() const;
   void Forget();
 
  private:

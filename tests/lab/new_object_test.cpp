@@ -30,7 +30,7 @@ class LabNewObject : public ::testing::Test {
     directory_.reset();
     session_ = OpenSession();
     std::unique_ptr<ldap::IDirectoryStore> store;
-    const StoreStatus opened = session_->open_another()(store);
+    const StoreStatus opened = session_->open_another()(store, {});
     if (!opened.Ok()) throw std::runtime_error(opened.text);
     directory_ = std::make_unique<console::DirectorySession>(
         QStringLiteral("lab"), std::make_unique<test::RecordingStore>(std::move(store), adds_),

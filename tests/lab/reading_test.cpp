@@ -367,7 +367,7 @@ TEST_F(ValuesTest, AnExtendedSchemaIsKnownToTheNextConnection) {
                      {"isSingleValued", {"TRUE"}}});
   administrator.Set("", "schemaUpdateNow", {"1"});
   std::unique_ptr<ldap::IDirectoryStore> another;
-  ASSERT_TRUE(session_->open_another()(another).Ok());
+  ASSERT_TRUE(session_->open_another()(another, {}).Ok());
   ASSERT_TRUE(another->schema().Find(name).has_value());
   EXPECT_EQ(another->schema().Find(name)->syntax, ldap::Syntax::kInteger);
   // What is open keeps to the schema that it read.

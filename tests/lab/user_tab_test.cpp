@@ -2,9 +2,6 @@
 // The user tab on a directory server.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <sstream>
-
 #include "hosts/ldap/store_directory_service.h"
 #include "pages/objects/prop_page_user.h"
 #include "resources/resource.h"
@@ -243,23 +240,6 @@ TEST(RoundTripTest, BindingManyTakesFew) {
     EXPECT_EQ(server.requests(), 1);
     EXPECT_EQ(server.turns(), 1);
   }
-}
-
-/// That what is measured by hand can be: with what it finds here, and whatever the machine does
-/// besides.
-TEST(DirectoryBenchTest, MeasuresEverythingItIsThereFor) {
-  const std::string output =
-      OutputOf("'" + std::string(std::getenv("PELORA_DIRECTORY_BENCH")) + "' --quick 'OU=Linden," +
-               Base() + "' 'OU=Linden," + Base() + "'");
-  std::vector<std::string> measured;
-  std::istringstream lines(output);
-  for (std::string line; std::getline(lines, line);) {
-    measured.push_back(line.substr(0, line.find("  ")));
-    EXPECT_NE(line.find(" of at most "), std::string::npos) << line;
-  }
-  EXPECT_EQ(measured,
-            (Lines{"open a tab on 3 users", "open them 5 ms away", "apply one change to 3 users",
-                   "open a tab on 3 users", "apply one change to 3 users"}));
 }
 
 }  // namespace

@@ -9,9 +9,12 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTest>
+#include <QThread>
 #include <QTreeView>
 #include <atomic>
+#include <chrono>
 #include <mutex>
+#include <optional>
 #include <semaphore>
 
 #include "hosts/console/main_window.h"
@@ -47,13 +50,14 @@ class BackgroundReading : public ConsoleTest {
 
   /// Opens a window on stores that answer listings as the script says.
   void Open(ScriptedStore::SearchScript script) {
-    ldap::StoreOpener opener = [this, script](std::unique_ptr<ldap::IDirectoryStore>& store) {
+    ldap::StoreOpener opener = [this, script](std::unique_ptr<ldap::IDirectoryStore>& store,
+                                              const std::stop_token& /*stop*/) {
       ++opened_;
       store = std::make_unique<ScriptedStore>(script, true);
       return ldap::StoreStatus{};
     };
     std::unique_ptr<ldap::IDirectoryStore> store;
-    ASSERT_TRUE(opener(store).Ok());
+    ASSERT_TRUE(opener(store, {}).Ok());
     window_ = std::make_unique<MainWindow>(module());
     ASSERT_TRUE(window_->SetSession(std::make_unique<console::DirectorySession>(
         QStringLiteral("slow"), std::move(store), std::move(opener))));
@@ -133,6 +137,31 @@ TEST_F(BackgroundReading, AStoppedReadingKeepsWhatArrivedAndSaysThatItIsNotAll) 
   EXPECT_TRUE(QTest::qWaitFor([&] { return told_to_end.load(); }, kPatience));
   QCoreApplication::processEvents();
   EXPECT_THAT(Names(), ElementsAre("Ada"));
+}
+
+TEST_F(BackgroundReading, AListingThatHangsHoldsNeitherWhatFollowsNorTheEnd) {
+  std::atomic<bool> hangs = true;
+  Open([&](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    if (IsForTree(request)) return ldap::StoreStatus{};
+    if (hangs) return ldap::StoreStatus{ScriptedStore::kHangs, {}};
+    sink(UserEntry("Ada"));
+    return ldap::StoreStatus{};
+  });
+  const auto begin = std::chrono::steady_clock::now();
+  QTest::qWait(50);
+  EXPECT_TRUE(window_->IsReading());
+  const int opened = opened_;
+  Action("&Stop").trigger();
+  hangs = false;
+  Action("&Refresh").trigger();
+  ASSERT_TRUE(WaitForRows(1));
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(opened_, opened) << "what was stopped has not failed";
+  hangs = true;
+  Action("&Refresh").trigger();
+  QTest::qWait(50);
+  window_.reset();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
 }
 
 TEST_F(BackgroundReading, GoingElsewhereEndsTheReadingAndNothingOfItArrives) {
@@ -272,6 +301,12 @@ TEST_F(BackgroundReading, AContainerWithTenThousandObjectsIsUsable) {
   EXPECT_EQ(rows().rowCount(), kMany);
   EXPECT_EQ(ToUtf8(rows().index(0, 0).data().toString()), "user 100001");
   EXPECT_EQ(ToUtf8(rows().index(kMany - 1, 0).data().toString()), "user 110000");
+  auto* list = window_->findChild<QTreeView*>(QStringLiteral("object_list"));
+  list->selectAll();
+  Action("&Refresh").trigger();
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_EQ(list->selectionModel()->selectedRows().size(), kMany);
+  list->clearSelection();
   window_->findChild<QLineEdit*>(QStringLiteral("object_filter"))
       ->setText(QStringLiteral("user 10424"));
   EXPECT_EQ(rows().rowCount(), 10);
@@ -295,6 +330,25 @@ TEST_F(BackgroundReading, AContainerOpenedFromTheListIsShownWhenTheTreeHasIt) {
   ASSERT_TRUE(WaitForEnd());
   EXPECT_EQ(ToUtf8(tree().currentIndex().data().toString()), "Sales");
   EXPECT_EQ(rows().rowCount(), 0);
+}
+
+TEST(DirectoryReader, GivesUpAtItsEndWhatNobodyStopped) {
+  std::optional<console::DirectoryReader> reader(
+      std::in_place, OpenScripted([](const auto& /*request*/, const auto& /*sink*/) {
+        return ldap::StoreStatus{ScriptedStore::kHangs, {}};
+      }));
+  bool told = false;
+  const auto reading = reader->Start(
+      {.container = "DC=x"}, [&](const auto& /*objects*/) { told = true; },
+      [&](const auto& /*end*/) { told = true; });
+  QTest::qWait(50);
+  EXPECT_TRUE(reading.IsRunning());
+  const auto begin = std::chrono::steady_clock::now();
+  reader.reset();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(reading.IsRunning());
+  EXPECT_FALSE(told);
 }
 
 TEST_F(BackgroundReading, AWindowCanCloseWhileItReadsWithoutEnd) {
@@ -326,12 +380,13 @@ class BackgroundOpening : public BackgroundReading {
       if (!IsForTree(request)) sink(UserEntry(user));
       return ldap::StoreStatus{};
     };
-    ldap::StoreOpener opener = [script](std::unique_ptr<ldap::IDirectoryStore>& store) {
+    ldap::StoreOpener opener = [script](std::unique_ptr<ldap::IDirectoryStore>& store,
+                                        const std::stop_token& /*stop*/) {
       store = std::make_unique<ScriptedStore>(script, true);
       return ldap::StoreStatus{};
     };
     std::unique_ptr<ldap::IDirectoryStore> store;
-    EXPECT_TRUE(opener(store).Ok());
+    EXPECT_TRUE(opener(store, {}).Ok());
     return {.session = std::make_unique<console::DirectorySession>(
                 QString::fromLatin1(user), std::move(store), std::move(opener)),
             .error = {}};
@@ -342,7 +397,7 @@ TEST_F(BackgroundOpening, TheWindowSaysWhatItOpensAndShowsItThen) {
   bool shown = false;
   window_->OpenBesides(
       QStringLiteral("dc1"),
-      [this] {
+      [this](const auto& /*stop*/) {
         gate_.acquire();
         return Scripted("Ada");
       },
@@ -358,7 +413,7 @@ TEST_F(BackgroundOpening, TheWindowSaysWhatItOpensAndShowsItThen) {
 }
 
 TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
-  window_->OpenBesides(QStringLiteral("dc1"), [] { return Scripted("Ada"); });
+  window_->OpenBesides(QStringLiteral("dc1"), [](const auto& /*stop*/) { return Scripted("Ada"); });
   ASSERT_TRUE(WaitForRows(1));
   std::string told;
   modal_scripts().Add([&told](QWidget& box) {
@@ -366,7 +421,7 @@ TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
            ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
     box.close();
   });
-  window_->OpenBesides(QStringLiteral("dc2"), [] {
+  window_->OpenBesides(QStringLiteral("dc2"), [](const auto& /*stop*/) {
     return console::SessionResult{.session = nullptr, .error = QStringLiteral("no ticket")};
   });
   ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }, kPatience));
@@ -374,9 +429,26 @@ TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
   EXPECT_THAT(Names(), ElementsAre("Ada"));
 }
 
+TEST_F(BackgroundOpening, AnOpeningIsToldWhenItIsStoppedAndWhenTheWindowEnds) {
+  std::atomic<int> told = 0;
+  const auto hang = [&told](const std::stop_token& stop) {
+    while (!stop.stop_requested()) QThread::msleep(1);
+    ++told;
+    return console::SessionResult{.session = nullptr, .error = QStringLiteral("stopped")};
+  };
+  window_->OpenBesides(QStringLiteral("dc1"), hang);
+  Action("&Stop").trigger();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told == 1; }, kPatience));
+  window_->OpenBesides(QStringLiteral("dc1"), hang);
+  window_->OpenBesides(QStringLiteral("dc2"), hang);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told == 2; }, kPatience)) << "another was opened";
+  window_.reset();
+  EXPECT_EQ(told, 3);
+}
+
 TEST_F(BackgroundOpening, AnOpeningThatWasStoppedChangesNothing) {
   std::atomic<bool> opened = false;
-  window_->OpenBesides(QStringLiteral("dc1"), [&] {
+  window_->OpenBesides(QStringLiteral("dc1"), [&](const auto& /*stop*/) {
     gate_.acquire();
     opened = true;
     return Scripted("Ada");
@@ -391,11 +463,11 @@ TEST_F(BackgroundOpening, AnOpeningThatWasStoppedChangesNothing) {
 }
 
 TEST_F(BackgroundOpening, TheLastOpeningCounts) {
-  window_->OpenBesides(QStringLiteral("dc1"), [this] {
+  window_->OpenBesides(QStringLiteral("dc1"), [this](const auto& /*stop*/) {
     gate_.acquire();
     return Scripted("Ada");
   });
-  window_->OpenBesides(QStringLiteral("dc2"), [] { return Scripted("Bob"); });
+  window_->OpenBesides(QStringLiteral("dc2"), [](const auto& /*stop*/) { return Scripted("Bob"); });
   ASSERT_TRUE(WaitForRows(1));
   gate_.release();
   QTest::qWait(20);

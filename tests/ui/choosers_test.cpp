@@ -347,9 +347,10 @@ TEST_F(ChoosersTest, TheWindowLivesWhileTheSearchGoesOn) {
 }
 
 TEST_F(ChoosersTest, AFailedSearchIsShown) {
-  QtChoosers broken(*session().store, [](std::unique_ptr<ldap::IDirectoryStore>& /*store*/) {
-    return ldap::StoreStatus{-1, "the <b>server</b> is down"};
-  });
+  QtChoosers broken(*session().store,
+                    [](std::unique_ptr<ldap::IDirectoryStore>& /*store*/, const auto& /*stop*/) {
+                      return ldap::StoreStatus{-1, "the <b>server</b> is down"};
+                    });
   const console::ConsolePlatform platform(session().service, message_box_, broken, module());
   PlaySearched([](ChooserUser& user) {
     EXPECT_EQ(user.StatusFormat(), Qt::PlainText) << "what a server says is no markup";

@@ -145,7 +145,8 @@ TEST_F(NewObjectWindow, ADirectoryThatIsOpenedMeanwhileIsShownAfterwards) {
   bool shown = false;
   modal_scripts().Add([&](QWidget& wizard) {
     window().OpenBesides(
-        QStringLiteral("other"), [other] { return console::OpenDirectoryFile(ToQString(other)); },
+        QStringLiteral("other"),
+        [other](const auto& /*stop*/) { return console::OpenDirectoryFile(ToQString(other)); },
         [&shown] { shown = true; });
     QTest::qWait(500);
     EXPECT_FALSE(shown);

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QThread>
 #include <atomic>
+#include <chrono>
 #include <semaphore>
 
 #include "hosts/console/choosers/folder_name.h"
@@ -222,7 +223,7 @@ TEST_F(ObjectSearchTest, SearchesTheWholeBaseOnAThreadOfItsOwnOverAStoreOfItsOwn
   std::atomic<QThread*> searched_on = nullptr;
   std::atomic<int> opened = 0;
   ldap::SearchRequest asked;
-  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store) {
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store, const auto& /*stop*/) {
     opened_on = QThread::currentThread();
     ++opened;
     store = std::make_unique<ScriptedStore>([&](const auto& request, const auto& /*sink*/) {
@@ -296,6 +297,47 @@ TEST_F(ObjectSearchTest, DestroyingItEndsTheSearchWithTheNextEntry) {
   EXPECT_EQ(taken, at_the_end);
 }
 
+TEST_F(ObjectSearchTest, ASearchThatHangsHoldsNeitherTheNextOneNorTheEnd) {
+  std::atomic<int> opened = 0;
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store, const auto& /*stop*/) {
+    ++opened;
+    store = std::make_unique<ScriptedStore>([](const auto& request, const ldap::EntrySink& sink) {
+      if (request.filter == "(hang=1)") return ldap::StoreStatus{ScriptedStore::kHangs, {}};
+      sink(UserEntry("Ada"));
+      return ldap::StoreStatus{};
+    });
+    return ldap::StoreStatus{};
+  });
+  const auto begin = std::chrono::steady_clock::now();
+  Start("(hang=1)");
+  QTest::qWait(50);
+  Start("(a=b)");
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(found_, ElementsAre("Ada"));
+  EXPECT_EQ(end_->reason, SearchEnd::Reason::kComplete);
+  EXPECT_EQ(opened, 1) << "what was stopped has not failed";
+  Start("(hang=1)");
+  QTest::qWait(50);
+  search_.reset();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+}
+
+TEST_F(ObjectSearchTest, AnOpeningThatHangsIsStopped) {
+  std::atomic<bool> told = false;
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& /*store*/, const std::stop_token& stop) {
+    while (!stop.stop_requested()) QThread::msleep(1);
+    told = true;
+    return ldap::StoreStatus{-8, "stopped"};
+  });
+  Start();
+  QTest::qWait(50);
+  search_->Stop();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told.load(); }, kPatience));
+  search_.reset();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(end_);
+}
+
 TEST_F(ObjectSearchTest, StopsAtItsOwnLimitAndSaysSo) {
   int asked = 0;
   Make([&](const auto& /*request*/, const ldap::EntrySink& sink) {
@@ -337,7 +379,7 @@ TEST_F(ObjectSearchTest, ALimitOfTheDirectoryIsNoFailure) {
 
 TEST_F(ObjectSearchTest, AFailureKeepsWhatWasFoundAndTheNextSearchOpensAnew) {
   std::atomic<int> opened = 0;
-  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store) {
+  MakeFrom([&](std::unique_ptr<ldap::IDirectoryStore>& store, const auto& /*stop*/) {
     const bool fails = ++opened == 1;
     store = std::make_unique<ScriptedStore>([fails](const auto&, const ldap::EntrySink& sink) {
       sink(UserEntry("Ada"));
@@ -357,7 +399,7 @@ TEST_F(ObjectSearchTest, AFailureKeepsWhatWasFoundAndTheNextSearchOpensAnew) {
 }
 
 TEST_F(ObjectSearchTest, ADirectoryThatCannotBeOpenedIsAFailure) {
-  MakeFrom([](std::unique_ptr<ldap::IDirectoryStore>& store) {
+  MakeFrom([](std::unique_ptr<ldap::IDirectoryStore>& store, const auto& /*stop*/) {
     store.reset();
     return ldap::StoreStatus{-1, "no such file"};
   });
@@ -413,7 +455,7 @@ TEST(SerializedStore, RequestsOfTwoStoresNeverCoincide) {
       }));
   const auto use = [&open] {
     std::unique_ptr<ldap::IDirectoryStore> store;
-    ASSERT_TRUE(open(store).Ok());
+    ASSERT_TRUE(open(store, {}).Ok());
     for (int i = 0; i < 50; ++i) {
       EXPECT_TRUE(store->Search({}, [](const auto&) { return true; }).Ok());
     }
@@ -432,7 +474,7 @@ TEST(SerializedStore, ASinkMayAskForMore) {
         return ldap::StoreStatus{};
       }));
   std::unique_ptr<ldap::IDirectoryStore> store;
-  ASSERT_TRUE(open(store).Ok());
+  ASSERT_TRUE(open(store, {}).Ok());
   ldap::Entry root;
   const ldap::StoreStatus status = store->Search({}, [&](const auto&) {
     EXPECT_TRUE(store->ReadRoot(root).Ok());
@@ -443,12 +485,12 @@ TEST(SerializedStore, ASinkMayAskForMore) {
 }
 
 TEST(SerializedStore, AStoreThatCannotBeOpenedIsNone) {
-  const ldap::StoreOpener open =
-      ldap::SerializeStores([](std::unique_ptr<ldap::IDirectoryStore>& /*store*/) {
+  const ldap::StoreOpener open = ldap::SerializeStores(
+      [](std::unique_ptr<ldap::IDirectoryStore>& /*store*/, const auto& /*stop*/) {
         return ldap::StoreStatus{-1, "no such file"};
       });
   std::unique_ptr<ldap::IDirectoryStore> store = std::make_unique<ScriptedStore>(nullptr);
-  EXPECT_EQ(open(store).text, "no such file");
+  EXPECT_EQ(open(store, {}).text, "no such file");
   EXPECT_EQ(store, nullptr);
 }
 

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <stop_token>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include "hosts/ldap/store_opener.h"
@@ -15,6 +18,10 @@ class ScriptedStore final : public ldap::IDirectoryStore {
  public:
   using SearchScript =
       std::function<ldap::StoreStatus(const ldap::SearchRequest&, const ldap::EntrySink&)>;
+
+  /// What a script answers so that the store waits as for a server that does not: until it is
+  /// stopped, or for half a minute.
+  static constexpr int kHangs = -1000;
 
   /// `has_base`: the base "DC=x" can be read.
   explicit ScriptedStore(SearchScript search, bool has_base = false)
@@ -33,8 +40,10 @@ class ScriptedStore final : public ldap::IDirectoryStore {
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
                            const ldap::EntrySink& sink) override {
-    return search_(request, sink);
+    ldap::StoreStatus status = search_(request, sink);
+    return status.code == kHangs ? Hang() : status;
   }
+  void StopOn(std::stop_token stop) override { stop_ = std::move(stop); }
   ldap::StoreStatus Modify(const std::string& /*dn*/,
                            std::span<const ldap::Modification> /*modifications*/) override {
     return {53, "unwilling to perform"};
@@ -44,14 +53,24 @@ class ScriptedStore final : public ldap::IDirectoryStore {
   }
 
  private:
+  [[nodiscard]] ldap::StoreStatus Hang() const {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!stop_.stop_requested() && std::chrono::steady_clock::now() < end) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return {stop_.stop_requested() ? -8 : -5, "no answer"};
+  }
+
   SearchScript search_;
   bool has_base_;
   ldap::Schema schema_;
+  std::stop_token stop_;
 };
 
 /// Opens stores that share one script.
 inline ldap::StoreOpener OpenScripted(ScriptedStore::SearchScript search) {
-  return [search = std::move(search)](std::unique_ptr<ldap::IDirectoryStore>& store) {
+  return [search = std::move(search)](std::unique_ptr<ldap::IDirectoryStore>& store,
+                                      const std::stop_token& /*stop*/) {
     store = std::make_unique<ScriptedStore>(search);
     return ldap::StoreStatus{};
   };

@@ -80,11 +80,34 @@ class DisplaySpecifiersTest : public ::testing::Test {
 };
 
 TEST_F(DisplaySpecifiersTest, TheNumbersGiveTheOrder) {
-  store_.Register("organizationalUnit", "adminPropertyPages",
-                  {"10," + TextOf("CPropPageUser"), "1," + std::string(kForeign),
-                   "9," + TextOf("CPropPageUser") + ",more"});
-  EXPECT_EQ(Read("organizationalUnit", kPropertyPage), std::vector{IdOf("CPropPageUser")});
+  store_.Register(
+      "organizationalUnit", "adminPropertyPages",
+      {"10," + TextOf("CPropPageUser"), "1," + std::string(kForeign),
+       "9," + TextOf("CPropPageFeatures") + ",more", "2," + TextOf("CPropPageCompany")});
+  // As numbers, not as texts.
+  EXPECT_EQ(
+      Read("organizationalUnit", kPropertyPage),
+      (std::vector{IdOf("CPropPageCompany"), IdOf("CPropPageFeatures"), IdOf("CPropPageUser")}));
   EXPECT_EQ(store_.searches, 1);
+}
+
+TEST_F(DisplaySpecifiersTest, EqualNumbersKeepTheDirectorysOrder) {
+  const std::vector<Guid> some = {IdOf("CPropPageUser"), IdOf("CPropPageFeatures"),
+                                  IdOf("CPropPageCompany")};
+  store_.Register("thing", "adminPropertyPages",
+                  {"3," + GuidText(some[0]), "3," + GuidText(some[1]), "3," + GuidText(some[2])});
+  store_.Register("other", "adminPropertyPages",
+                  {"3," + GuidText(some[2]), "3," + GuidText(some[1]), "3," + GuidText(some[0])});
+  EXPECT_EQ(Read("thing", kPropertyPage), some);
+  EXPECT_EQ(Read("other", kPropertyPage), (std::vector{some[2], some[1], some[0]}));
+}
+
+TEST_F(DisplaySpecifiersTest, AClassThatIsEnteredTwiceIsShownOnceAtItsFirstPlace) {
+  store_.Register("thing", "adminPropertyPages",
+                  {"7," + TextOf("CPropPageUser"), "5," + TextOf("CPropPageFeatures"),
+                   "4," + TextOf("CPropPageUser")});
+  EXPECT_EQ(Read("thing", kPropertyPage),
+            (std::vector{IdOf("CPropPageUser"), IdOf("CPropPageFeatures")}));
 }
 
 TEST_F(DisplaySpecifiersTest, EachRoleHasItsAttribute) {

@@ -32,14 +32,14 @@ FoundObject FoundObjectOf(const ldap::Entry& entry) {
 class ObjectSearch::Worker final : public QObject {
  public:
   Worker(ObjectSearch& owner, ldap::StoreOpener opener)
-      : owner_(owner), wanted_(owner.wanted_), opener_(std::move(opener)) {}
+      : owner_(owner), opener_(std::move(opener)) {}
 
-  void Run(unsigned number, const ObjectQuery& query) {
-    if (!IsWanted(number)) return;
-    const SearchEnd end = Search(number, query);
+  void Run(const std::stop_token& stop, const ObjectQuery& query) {
+    if (stop.stop_requested()) return;
+    const SearchEnd end = Search(stop, query);
     // The next search opens the directory anew: the connection may have been lost.
-    if (end.reason == SearchEnd::Reason::kFailed) store_.reset();
-    Post([&owner = owner_, number, end] { owner.Finish(number, end); });
+    if (end.reason == SearchEnd::Reason::kFailed && !stop.stop_requested()) store_.reset();
+    Post([&owner = owner_, stop, end] { owner.Finish(stop, end); });
   }
 
  private:
@@ -64,24 +64,24 @@ class ObjectSearch::Worker final : public QObject {
     bool is_announced_ = false;
   };
 
-  [[nodiscard]] bool IsWanted(unsigned number) const { return *wanted_ == number; }
-
   /// Lets the user interface's thread do something, if it still listens.
   template <class Action>
   void Post(Action action) {
     QMetaObject::invokeMethod(&owner_.receiver_, std::move(action), Qt::QueuedConnection);
   }
 
-  SearchEnd Search(unsigned number, const ObjectQuery& query) {
+  SearchEnd Search(const std::stop_token& stop, const ObjectQuery& query) {
     const auto inbox = std::make_shared<Inbox>();
     ldap::Entry root;
-    ldap::StoreStatus status = store_ ? ldap::StoreStatus{} : opener_(store_);
-    if (status.Ok()) status = store_->ReadRoot(root);
+    ldap::StoreStatus status = store_ ? ldap::StoreStatus{} : opener_(store_, stop);
+    if (!status.Ok()) return EndOf(status);
+    store_->StopOn(stop);
+    status = store_->ReadRoot(root);
     if (!status.Ok()) return EndOf(status);
     std::size_t count = 0;
     bool has_more = false;
     const auto take = [&](const ldap::Entry& entry) {
-      if (!IsWanted(number)) return false;
+      if (stop.stop_requested()) return false;
       FoundObject found = FoundObjectOf(entry);
       if (found.object.kind.is_internal) return true;
       has_more = count == query.limit;
@@ -89,7 +89,7 @@ class ObjectSearch::Worker final : public QObject {
       ++count;
       // One announcement stands for all that is found until it arrives.
       if (inbox->Add(std::move(found))) {
-        Post([&owner = owner_, number, inbox] { owner.Deliver(number, inbox->Fetch()); });
+        Post([&owner = owner_, stop, inbox] { owner.Deliver(stop, inbox->Fetch()); });
       }
       return true;
     };
@@ -105,14 +105,12 @@ class ObjectSearch::Worker final : public QObject {
   }
 
   ObjectSearch& owner_;
-  Ticket wanted_;
   ldap::StoreOpener opener_;
   std::unique_ptr<ldap::IDirectoryStore> store_;
 };
 
 ObjectSearch::ObjectSearch(ldap::StoreOpener opener)
-    : wanted_(std::make_shared<std::atomic<unsigned>>(0)),
-      worker_(new Worker(*this, std::move(opener))) {
+    : worker_(new Worker(*this, std::move(opener))) {
   worker_->moveToThread(&thread_);
   // Its store ends where it was used.
   QObject::connect(&thread_, &QThread::finished, worker_, &QObject::deleteLater);
@@ -126,24 +124,28 @@ ObjectSearch::~ObjectSearch() {
 }
 
 void ObjectSearch::Start(ObjectQuery query) {
-  const unsigned number = ++*wanted_;
+  Stop();
+  stop_ = std::stop_source();
   is_running_ = true;
   QMetaObject::invokeMethod(
-      worker_, [worker = worker_, number, query = std::move(query)] { worker->Run(number, query); },
+      worker_,
+      [worker = worker_, stop = stop_.get_token(), query = std::move(query)] {
+        worker->Run(stop, query);
+      },
       Qt::QueuedConnection);
 }
 
 void ObjectSearch::Stop() {
-  ++*wanted_;
+  stop_.request_stop();
   is_running_ = false;
 }
 
-void ObjectSearch::Deliver(unsigned number, std::vector<FoundObject> objects) {
-  if (number == *wanted_ && on_found) on_found(std::move(objects));
+void ObjectSearch::Deliver(const std::stop_token& stop, std::vector<FoundObject> objects) {
+  if (!stop.stop_requested() && on_found) on_found(std::move(objects));
 }
 
-void ObjectSearch::Finish(unsigned number, const SearchEnd& end) {
-  if (number != *wanted_) return;
+void ObjectSearch::Finish(const std::stop_token& stop, const SearchEnd& end) {
+  if (stop.stop_requested()) return;
   is_running_ = false;
   if (on_finished) on_finished(end);
 }

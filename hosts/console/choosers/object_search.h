@@ -4,9 +4,9 @@
 #include <QObject>
 #include <QString>
 #include <QThread>
-#include <atomic>
 #include <functional>
 #include <memory>
+#include <stop_token>
 #include <vector>
 
 #include "hosts/console/directory_browser.h"
@@ -35,8 +35,8 @@ struct ObjectQuery {
 /// is found is handed over at once, as fast as the user interface takes it.
 ///
 /// Everything here happens on the thread of the user interface, the callbacks too. After `Start` or
-/// `Stop` nothing of an earlier search arrives any more. Destroying the object waits for the
-/// request under way, which ends with the next entry that it yields.
+/// `Stop` nothing of an earlier search arrives any more; its request is given up, answered or not.
+/// Destroying the object stops it too.
 class ObjectSearch final {
  public:
   /// `opener` is called on the search's thread, when the first search begins.
@@ -54,13 +54,12 @@ class ObjectSearch final {
 
  private:
   class Worker;
-  /// Number of the search that is wanted; a search of another number is over.
-  using Ticket = std::shared_ptr<std::atomic<unsigned>>;
 
-  void Deliver(unsigned number, std::vector<FoundObject> objects);
-  void Finish(unsigned number, const SearchEnd& end);
+  void Deliver(const std::stop_token& stop, std::vector<FoundObject> objects);
+  void Finish(const std::stop_token& stop, const SearchEnd& end);
 
-  Ticket wanted_;
+  /// Of the latest search.
+  std::stop_source stop_{std::nostopstate};
   bool is_running_ = false;
   QThread thread_;
   /// Lives on `thread_`.

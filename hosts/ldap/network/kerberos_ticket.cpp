@@ -26,8 +26,12 @@ class Credential {
     return gss_acquire_cred(&minor, GSS_C_NO_NAME, GSS_C_INDEFINITE, &kerberos, GSS_C_INITIATE,
                             &handle_, nullptr, nullptr);
   }
-  OM_uint32 Inquire(OM_uint32& minor, OM_uint32& seconds_left) {
-    return gss_inquire_cred(&minor, handle_, &name_, &seconds_left, nullptr, nullptr);
+  OM_uint32 InquireTime(OM_uint32& minor, OM_uint32& seconds_left) {
+    return gss_inquire_cred(&minor, handle_, nullptr, &seconds_left, nullptr, nullptr);
+  }
+  /// Not of one that has expired: the library loses the name then.
+  OM_uint32 InquireName(OM_uint32& minor) {
+    return gss_inquire_cred(&minor, handle_, &name_, nullptr, nullptr, nullptr);
   }
   [[nodiscard]] gss_name_t name() const { return name_; }
 
@@ -88,10 +92,11 @@ StoreStatus ReadKerberosTicket(KerberosTicket& ticket) {
   if (GSS_ERROR(major)) return NoTicket(ReasonOf(minor));
 
   OM_uint32 seconds_left = 0;
-  major = credential.Inquire(minor, seconds_left);
+  major = credential.InquireTime(minor, seconds_left);
   const bool is_expired = GSS_ROUTINE_ERROR(major) == GSS_S_CREDENTIALS_EXPIRED ||
                           (!GSS_ERROR(major) && seconds_left == 0);
   if (is_expired) return Expired();
+  if (!GSS_ERROR(major)) major = credential.InquireName(minor);
   if (GSS_ERROR(major)) return NoTicket(ReasonOf(minor));
   ticket.principal = NameOf(credential);
   return {};

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/network/ldap_connection.h"
 
-#include <fcntl.h>
+#include <openldap.h>
 #include <poll.h>
 
 #include <algorithm>
@@ -11,20 +11,22 @@
 
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/network/broken_pipe_guard.h"
+#include "hosts/ldap/network/message_wait.h"
 #include "hosts/ldap/network/modify_request.h"
 #include "hosts/ldap/network/sasl_sign_in.h"
+#include "hosts/ldap/network/tcp_connect.h"
 
 namespace pelora::ldap {
 namespace {
 
+using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::milliseconds;
 
 /// Values that are there are not added again, and those that are not are deleted without complaint.
 constexpr const char* kPermissiveModify = "1.2.840.113556.1.4.1413";
 
-timeval ToTimeval(Milliseconds duration) {
-  return {.tv_sec = duration.count() / 1000, .tv_usec = duration.count() % 1000 * 1000};
-}
+/// A server that was silent for so long when it was told to stop is not trusted again.
+constexpr Milliseconds kLongSilence{1000};
 
 std::string InSeconds(Milliseconds duration) {
   const auto tenths = duration.count() / 100;
@@ -78,15 +80,17 @@ void LdapConnection::Unbind::operator()(LDAP* handle) const {
   ldap_unbind_ext(handle, nullptr, nullptr);
 }
 
-LdapConnection::LdapConnection(ServerName server, const NetworkOptions& options)
-    : server_(std::move(server)), options_(options) {}
+LdapConnection::LdapConnection(ServerName server, const NetworkOptions& options,
+                               std::stop_token stop)
+    : server_(std::move(server)), options_(options), stop_(std::move(stop)) {}
 
 LdapConnection::~LdapConnection() = default;
 
 StoreStatus LdapConnection::Open(const ServerName& server, const NetworkOptions& options,
+                                 const std::stop_token& stop,
                                  std::shared_ptr<LdapConnection>& connection) {
   connection.reset();
-  const std::shared_ptr<LdapConnection> opened(new LdapConnection(server, options));
+  const std::shared_ptr<LdapConnection> opened(new LdapConnection(server, options, stop));
   StoreStatus status = CheckPort(server);
   if (status.Ok()) status = opened->Connect();
   if (status.Ok()) status = opened->SignIn();
@@ -95,7 +99,6 @@ StoreStatus LdapConnection::Open(const ServerName& server, const NetworkOptions&
 }
 
 bool LdapConnection::SetOptions() const {
-  const timeval connect_wait = ToTimeval(options_.connect_timeout);
   const int version = LDAP_VERSION3;
   const int no_limit = LDAP_NO_LIMIT;
   const int never = LDAP_DEREF_NEVER;
@@ -106,7 +109,6 @@ bool LdapConnection::SetOptions() const {
   // Everything that the machine's or the user's own settings could have changed.
   const auto options = std::to_array<Option>({
       {LDAP_OPT_PROTOCOL_VERSION, &version},
-      {LDAP_OPT_NETWORK_TIMEOUT, &connect_wait},
       {LDAP_OPT_REFERRALS, LDAP_OPT_OFF},
       {LDAP_OPT_RESTART, LDAP_OPT_ON},
       {LDAP_OPT_DEREF, &never},
@@ -121,35 +123,28 @@ bool LdapConnection::SetOptions() const {
 }
 
 StoreStatus LdapConnection::Connect() {
+  // The library connects in its own time and says little of what is in the way.
+  FileDescriptor socket;
+  StoreStatus status = ConnectByTcp(server_, options_.connect_timeout, stop_, socket);
+  if (!status.Ok()) {
+    status.text = "cannot reach the server '" + server_.Text() + "': " + status.text;
+    return status;
+  }
   const BrokenPipeGuard guard;
   LDAP* handle = nullptr;
-  const int code = ldap_initialize(&handle, server_.Uri().c_str());
-  handle_.reset(handle);
-  if (code != LDAP_SUCCESS || !SetOptions()) {
-    return {kLdapLocalError, "the LDAP library cannot be set up for '" + server_.Text() + "'"};
+  // The socket does not block, so that nothing but a wait with an end waits: neither a server that
+  // takes nothing nor one that stops in the middle of an answer can hold the program.
+  if (ldap_init_fd(socket.get(), LDAP_PROTO_TCP, server_.Uri().c_str(), &handle) == LDAP_SUCCESS) {
+    static_cast<void>(socket.Release());
+    handle_.reset(handle);
+    if (SetOptions()) return {};
   }
-  if (const int connected = ldap_connect(handle); connected != LDAP_SUCCESS) {
-    char* reason = nullptr;
-    ldap_get_option(handle, LDAP_OPT_DIAGNOSTIC_MESSAGE, &reason);
-    const LdapMemoryPtr<char> owner(reason);
-    const bool has_reason = reason != nullptr && *reason != '\0';
-    return {connected, "cannot reach the server '" + server_.Text() +
-                           "': " + (has_reason ? reason : ldap_err2string(connected))};
-  }
-  // From here on nothing but a wait with an end waits: neither a server that takes nothing nor one
-  // that stops in the middle of an answer can hold the program.
-  int socket = -1;
-  ldap_get_option(handle, LDAP_OPT_DESC, &socket);
-  const int flags = fcntl(socket, F_GETFL);
-  if (flags == -1 || fcntl(socket, F_SETFL, flags | O_NONBLOCK) == -1) {
-    return {kLdapLocalError, "the connection to '" + server_.Text() + "' cannot be set up"};
-  }
-  return {};
+  return {kLdapLocalError, "the LDAP library cannot be set up for '" + server_.Text() + "'"};
 }
 
 StoreStatus LdapConnection::SignIn() {
   const BrokenPipeGuard guard;
-  StoreStatus status = SignInWithTicket(handle_.get(), options_.request_timeout);
+  StoreStatus status = SignInWithTicket(handle_.get(), options_.request_timeout, stop_);
   if (!status.Ok()) status.text = "cannot sign in to '" + server_.Text() + "': " + status.text;
   return status;
 }
@@ -164,6 +159,7 @@ bool LdapConnection::IsUsable() const {
 
 StoreStatus LdapConnection::SendSearch(const SearchRequest& request, LDAPControl* page,
                                        RequestId& id) {
+  if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
   const BrokenPipeGuard guard;
   std::vector<char*> attributes;
   for (const std::string& name : request.attributes) {
@@ -181,6 +177,7 @@ StoreStatus LdapConnection::SendSearch(const SearchRequest& request, LDAPControl
 
 StoreStatus LdapConnection::SendModify(const std::string& dn,
                                        std::span<const Modification> modifications, RequestId& id) {
+  if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
   const BrokenPipeGuard guard;
   LDAPControl permissive{.ldctl_oid = const_cast<char*>(kPermissiveModify),
                          .ldctl_value = {.bv_len = 0, .bv_val = nullptr},
@@ -194,6 +191,7 @@ StoreStatus LdapConnection::SendModify(const std::string& dn,
 }
 
 StoreStatus LdapConnection::SendAdd(const Entry& entry, RequestId& id) {
+  if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
   const BrokenPipeGuard guard;
   LdapModifications attributes(entry.attributes);
   const int code =
@@ -203,21 +201,21 @@ StoreStatus LdapConnection::SendAdd(const Entry& entry, RequestId& id) {
 
 StoreStatus LdapConnection::Await(RequestId id, Amount amount, LdapMessagePtr& answer) {
   answer.reset();
+  if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
   const BrokenPipeGuard guard;
-  timeval wait = ToTimeval(options_.request_timeout);
-  LDAPMessage* received = nullptr;
-  const int type = ldap_result(handle(), id, amount == Amount::kAll ? LDAP_MSG_ALL : LDAP_MSG_ONE,
-                               &wait, &received);
-  answer.reset(received);
-  if (type > 0) return {};
-  is_broken_ = true;
-  if (type == 0) {
-    return {kLdapTimeout, "the server '" + server_.Text() + "' did not answer within " +
-                              InSeconds(options_.request_timeout)};
+  const Clock::time_point begin = Clock::now();
+  const int code = AwaitMessage(handle(), id, amount == Amount::kAll ? LDAP_MSG_ALL : LDAP_MSG_ONE,
+                                options_.request_timeout, stop_, answer);
+  if (code == LDAP_SUCCESS) return {};
+  is_broken_ = code != LDAP_USER_CANCELLED || Clock::now() - begin >= kLongSilence;
+  if (code == LDAP_USER_CANCELLED) {
+    return {code, "the request to the server '" + server_.Text() + "' was stopped"};
   }
-  int code = LDAP_SERVER_DOWN;
-  ldap_get_option(handle(), LDAP_OPT_RESULT_CODE, &code);
-  return Failure(code == LDAP_SUCCESS ? LDAP_SERVER_DOWN : code, "the answer cannot be read");
+  if (code == LDAP_TIMEOUT) {
+    return {code, "the server '" + server_.Text() + "' did not answer within " +
+                      InSeconds(options_.request_timeout)};
+  }
+  return Failure(code, "the answer cannot be read");
 }
 
 void LdapConnection::Abandon(RequestId id) {

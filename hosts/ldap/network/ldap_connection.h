@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <stop_token>
 #include <string>
+#include <utility>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/network/ldap_api.h"
@@ -18,8 +20,10 @@ namespace pelora::ldap {
 ///
 /// Requests are sent without waiting, as many as one likes, and their answers awaited one by one.
 /// An answer that does not come in time (-5) and a connection that is lost (-1) make the connection
-/// unusable for good; nothing here opens another. No request and no wait blocks longer than the
-/// options say. Referrals to other servers are not followed.
+/// unusable for good; nothing here opens another, and nothing is sent on one that is unusable. No
+/// request and no wait blocks longer than the options say, and none for long after the stop token
+/// says so (-8); unless the server had been silent for some time, the connection is as good as
+/// before then. Referrals to other servers are not followed.
 class LdapConnection {
  public:
   using RequestId = int;
@@ -27,9 +31,9 @@ class LdapConnection {
   /// Connects and signs in. On failure `connection` is left empty: the server is not reached (-1,
   /// -5), there is no usable ticket (49), the module for signing in is missing (-6), the server
   /// would sign or seal less than is asked for (13), or the port is that of a global catalog or of
-  /// TLS (53); `text` is one line that names the server.
+  /// TLS (53), or `stop` put an end to it (-8); `text` is one line that names the server.
   static StoreStatus Open(const ServerName& server, const NetworkOptions& options,
-                          std::shared_ptr<LdapConnection>& connection);
+                          const std::stop_token& stop, std::shared_ptr<LdapConnection>& connection);
   ~LdapConnection();
   LdapConnection(const LdapConnection&) = delete;
   LdapConnection& operator=(const LdapConnection&) = delete;
@@ -37,6 +41,9 @@ class LdapConnection {
   [[nodiscard]] const ServerName& server() const { return server_; }
   /// Valid as long as the connection.
   [[nodiscard]] LDAP* handle() const { return handle_.get(); }
+
+  /// What ends a wait from now on.
+  void StopOn(std::stop_token stop) { stop_ = std::move(stop); }
 
   /// Whether a request could be sent, as far as this side knows: nothing has failed, and the server
   /// has not hung up. Nothing is sent to find out.
@@ -63,7 +70,7 @@ class LdapConnection {
     void operator()(LDAP* handle) const;
   };
 
-  LdapConnection(ServerName server, const NetworkOptions& options);
+  LdapConnection(ServerName server, const NetworkOptions& options, std::stop_token stop);
   StoreStatus Connect();
   StoreStatus SignIn();
   [[nodiscard]] bool SetOptions() const;
@@ -72,6 +79,7 @@ class LdapConnection {
 
   ServerName server_;
   NetworkOptions options_;
+  std::stop_token stop_;
   std::unique_ptr<LDAP, Unbind> handle_;
   bool is_broken_ = false;
 };

@@ -13,10 +13,11 @@ namespace {
 
 StoreOpener MakeOpener(std::shared_ptr<ServerChoice> servers,
                        std::shared_ptr<SchemaCache> schemas) {
-  return [servers = std::move(servers),
-          schemas = std::move(schemas)](std::unique_ptr<IDirectoryStore>& store) {
+  return [servers = std::move(servers), schemas = std::move(schemas)](
+             std::unique_ptr<IDirectoryStore>& store, const std::stop_token& stop) {
     store.reset();
     auto opened = std::make_unique<NetworkStore>(servers, schemas);
+    opened->StopOn(stop);
     StoreStatus status = opened->Open();
     if (status.Ok()) store = std::move(opened);
     return status;
@@ -30,7 +31,7 @@ ServerStoreOpener MakeServerOpener(const NetworkOptions& options,
                                                  std::unique_ptr<IDirectoryStore>& store) {
     NetworkOptions to_server = options;
     to_server.server = server.Text();
-    return MakeOpener(std::make_shared<ServerChoice>(to_server), schemas)(store);
+    return MakeOpener(std::make_shared<ServerChoice>(to_server), schemas)(store, {});
   };
 }
 
@@ -55,7 +56,8 @@ NetworkSession::NetworkSession(std::unique_ptr<Parts> parts) : parts_(std::move(
 NetworkSession::~NetworkSession() = default;
 
 StoreStatus NetworkSession::Open(const NetworkOptions& options,
-                                 std::unique_ptr<NetworkSession>& session) {
+                                 std::unique_ptr<NetworkSession>& session,
+                                 const std::stop_token& stop) {
   session.reset();
   if (!options.server.empty() && !ParseServerName(options.server)) {
     return {kLdapParamError, "'" + options.server + "' is no name of a server"};
@@ -64,7 +66,7 @@ StoreStatus NetworkSession::Open(const NetworkOptions& options,
   const auto schemas = std::make_shared<SchemaCache>();
   StoreOpener opener = MakeOpener(servers, schemas);
   std::unique_ptr<IDirectoryStore> store;
-  StoreStatus status = opener(store);
+  StoreStatus status = opener(store, stop);
   if (!status.Ok()) return status;
   const ServerName home = servers->current().value_or(ServerName());
   session.reset(new NetworkSession(std::make_unique<Parts>(std::move(store), std::move(opener),

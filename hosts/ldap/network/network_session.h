@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <stop_token>
 #include <string>
 
 #include "hosts/ldap/directory_store.h"
@@ -20,8 +21,10 @@ namespace pelora::ldap {
 class NetworkSession {
  public:
   /// Connects at once. On failure `session` is left empty and `text` is one line that says why, as
-  /// with `LdapConnection::Open`; a server name that is none is -9.
-  static StoreStatus Open(const NetworkOptions& options, std::unique_ptr<NetworkSession>& session);
+  /// with `LdapConnection::Open`; a server name that is none is -9. `stop` is as with
+  /// `StoreOpener`.
+  static StoreStatus Open(const NetworkOptions& options, std::unique_ptr<NetworkSession>& session,
+                          const std::stop_token& stop = {});
   ~NetworkSession();
   NetworkSession(const NetworkSession&) = delete;
   NetworkSession& operator=(const NetworkSession&) = delete;

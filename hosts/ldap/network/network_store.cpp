@@ -38,7 +38,7 @@ NetworkStore::NetworkStore(std::shared_ptr<ServerChoice> servers,
 StoreStatus NetworkStore::Open() {
   connection_.reset();
   std::shared_ptr<LdapConnection> opened;
-  StoreStatus status = servers_->Connect(opened);
+  StoreStatus status = servers_->Connect(stop_, opened);
   Entry root;
   if (status.Ok()) status = EntryReader(*opened).Read(kRootName, {}, root);
   if (status.Ok()) status = LearnSchema(*opened, root);
@@ -46,6 +46,11 @@ StoreStatus NetworkStore::Open() {
   contexts_ = NamingContexts(ValuesOf(root, "namingContexts"));
   connection_ = std::move(opened);
   return {};
+}
+
+void NetworkStore::StopOn(std::stop_token stop) {
+  stop_ = std::move(stop);
+  if (connection_ != nullptr) connection_->StopOn(stop_);
 }
 
 StoreStatus NetworkStore::LearnSchema(LdapConnection& connection, const Entry& root) {

@@ -18,8 +18,8 @@ namespace pelora::ldap {
 ///
 /// A lost connection is opened again, once, for the request that finds it lost, and a reading is
 /// then done anew; a search of which something has been handed over already fails instead (-1). A
-/// write is sent once. When no answer to it comes, it may have been done or not: that is -5, with a
-/// text that says so, and -1 means that it was not sent.
+/// write is sent once. When no answer to it is had, it may have been done or not: that is -5, with
+/// a text that says so, and -1 means that it was not sent.
 ///
 /// What the schema does not allow (an integer of more than 32 bits, a value that is too long, an
 /// empty one) is refused before anything is sent, with the codes of `ModifyRules`.
@@ -41,6 +41,7 @@ class NetworkStore final : public IDirectoryStore {
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
   StoreStatus Add(const Entry& entry) override;
+  void StopOn(std::stop_token stop) override;
   [[nodiscard]] bool IsSealed() const override { return true; }
 
  private:
@@ -55,6 +56,7 @@ class NetworkStore final : public IDirectoryStore {
 
   std::shared_ptr<ServerChoice> servers_;
   std::shared_ptr<SchemaCache> schemas_;
+  std::stop_token stop_;
   /// Shared with the request under way: one that a sink makes may replace it.
   std::shared_ptr<LdapConnection> connection_;
   NamingContexts contexts_;

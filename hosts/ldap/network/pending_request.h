@@ -31,7 +31,9 @@ class PendingRequest {
   }
   /// Takes the whole answer, after which nothing more comes.
   StoreStatus AwaitAll(LdapMessagePtr& answer) {
-    return std::exchange(connection_, nullptr)->Await(id_, LdapConnection::Amount::kAll, answer);
+    StoreStatus status = connection_->Await(id_, LdapConnection::Amount::kAll, answer);
+    if (status.Ok()) Finish();
+    return status;
   }
   void Finish() { connection_ = nullptr; }
 

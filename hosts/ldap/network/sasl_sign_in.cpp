@@ -6,6 +6,7 @@
 
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/network/kerberos_ticket.h"
+#include "hosts/ldap/network/message_wait.h"
 
 namespace pelora::ldap {
 namespace {
@@ -52,7 +53,12 @@ std::string TextOf(LDAP* handle, int code) {
 /// What became of the exchange, in the terms of `LdapConnection::Open`.
 StoreStatus OutcomeOfSignIn(LDAP* handle, int code) {
   if (code == LDAP_SUCCESS) return {};
+  if (code == LDAP_USER_CANCELLED) return {code, "stopped"};
   std::string text = TextOf(handle, code);
+  // An alias or an address was typed.
+  if (text.find("not found in Kerberos database") != std::string::npos) {
+    return {code, "name it by its full DNS name, as the domain does (" + text + ")"};
+  }
   // The library's only way to say that the server's offer is below what was asked for.
   if (code == LDAP_NOT_SUPPORTED || text.find("SASL(-15)") != std::string::npos) return TooWeak();
   return {code, std::move(text)};
@@ -65,7 +71,7 @@ StoreStatus CheckStrength(LDAP* handle) {
 }
 
 /// The steps of the exchange, each awaited no longer than `timeout`.
-int Exchange(LDAP* handle, std::chrono::milliseconds timeout) {
+int Exchange(LDAP* handle, std::chrono::milliseconds timeout, const std::stop_token& stop) {
   const char* mechanism = nullptr;
   int id = 0;
   LdapMessagePtr answer;
@@ -74,22 +80,15 @@ int Exchange(LDAP* handle, std::chrono::milliseconds timeout) {
         ldap_sasl_interactive_bind(handle, nullptr, kMechanism, nullptr, nullptr, LDAP_SASL_QUIET,
                                    AnswerNothing, nullptr, answer.get(), &mechanism, &id);
     if (code != LDAP_SASL_BIND_IN_PROGRESS) return code;
-    LDAPMessage* received = nullptr;
-    timeval wait{.tv_sec = timeout.count() / 1000, .tv_usec = timeout.count() % 1000 * 1000};
-    const int type = ldap_result(handle, id, LDAP_MSG_ALL, &wait, &received);
-    answer.reset(received);
-    if (type == 0) return LDAP_TIMEOUT;
-    if (type < 0) {
-      int failure = LDAP_SERVER_DOWN;
-      ldap_get_option(handle, LDAP_OPT_RESULT_CODE, &failure);
-      return failure;
-    }
+    const int waited = AwaitMessage(handle, id, LDAP_MSG_ALL, timeout, stop, answer);
+    if (waited != LDAP_SUCCESS) return waited;
   }
 }
 
 }  // namespace
 
-StoreStatus SignInWithTicket(LDAP* handle, std::chrono::milliseconds timeout) {
+StoreStatus SignInWithTicket(LDAP* handle, std::chrono::milliseconds timeout,
+                             const std::stop_token& stop) {
   KerberosTicket ticket;
   StoreStatus status = CheckModule(handle);
   if (status.Ok()) status = ReadKerberosTicket(ticket);
@@ -98,7 +97,7 @@ StoreStatus SignInWithTicket(LDAP* handle, std::chrono::milliseconds timeout) {
   if (ldap_set_option(handle, LDAP_OPT_X_SASL_SECPROPS, properties.c_str()) != LDAP_OPT_SUCCESS) {
     return {kLdapLocalError, "the LDAP library does not know how to sign and seal"};
   }
-  status = OutcomeOfSignIn(handle, Exchange(handle, timeout));
+  status = OutcomeOfSignIn(handle, Exchange(handle, timeout, stop));
   return status.Ok() ? CheckStrength(handle) : status;
 }
 

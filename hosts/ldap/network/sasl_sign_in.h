@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <stop_token>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/network/ldap_api.h"
@@ -15,6 +16,7 @@ inline constexpr ber_len_t kMinimumStrength = 56;
 /// follows. Nothing else is tried, and the strength is checked once more when it is done.
 ///
 /// The codes are those of `LdapConnection::Open`; the text does not name the server.
-[[nodiscard]] StoreStatus SignInWithTicket(LDAP* handle, std::chrono::milliseconds timeout);
+[[nodiscard]] StoreStatus SignInWithTicket(LDAP* handle, std::chrono::milliseconds timeout,
+                                           const std::stop_token& stop);
 
 }  // namespace pelora::ldap

@@ -28,15 +28,20 @@ std::optional<ServerName> ServerChoice::current() const {
   return found_;
 }
 
-StoreStatus ServerChoice::Connect(std::shared_ptr<LdapConnection>& connection) {
+StoreStatus ServerChoice::Connect(const std::stop_token& stop,
+                                  std::shared_ptr<LdapConnection>& connection) {
   connection.reset();
   const std::optional<ServerName> chosen = current();
-  if (!chosen) return FindOther({}, connection);
-  StoreStatus status = LdapConnection::Open(*chosen, options_, connection);
-  return named_ || !IsUnreachable(status) ? status : FindOther(chosen, connection);
+  if (!chosen) return FindOther({}, stop, connection);
+  StoreStatus status = LdapConnection::Open(*chosen, options_, stop, connection);
+  if (named_ || !IsUnreachable(status)) return status;
+  StoreStatus other = FindOther(chosen, stop, connection);
+  // Where none can be reached, that the name servers are gone too says nothing of the reason.
+  return IsUnreachable(other) ? status : other;
 }
 
 StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable,
+                                    const std::stop_token& stop,
                                     std::shared_ptr<LdapConnection>& connection) {
   KerberosTicket ticket;
   StoreStatus status = ReadKerberosTicket(ticket);
@@ -45,7 +50,7 @@ StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable
   if (!status.Ok()) return status;
   for (const ServerName& server : servers) {
     if (server == unreachable && servers.size() > 1) continue;
-    status = LdapConnection::Open(server, options_, connection);
+    status = LdapConnection::Open(server, options_, stop, connection);
     if (IsUnreachable(status)) continue;
     if (!status.Ok()) return status;
     const std::lock_guard lock(mutex_);

@@ -20,14 +20,14 @@ class ServerChoice {
   explicit ServerChoice(const NetworkOptions& options);
 
   /// Connects to the chosen server. One that was found through the domain name system and cannot be
-  /// reached any more is given up for another of the domain's.
-  StoreStatus Connect(std::shared_ptr<LdapConnection>& connection);
+  /// reached any more is given up for another of the domain's. `stop` is the connection's.
+  StoreStatus Connect(const std::stop_token& stop, std::shared_ptr<LdapConnection>& connection);
 
   /// None until the first connection, when none was named.
   [[nodiscard]] std::optional<ServerName> current() const;
 
  private:
-  StoreStatus FindOther(const std::optional<ServerName>& unreachable,
+  StoreStatus FindOther(const std::optional<ServerName>& unreachable, const std::stop_token& stop,
                         std::shared_ptr<LdapConnection>& connection);
 
   const NetworkOptions options_;

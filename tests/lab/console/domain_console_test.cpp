@@ -8,6 +8,7 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTreeView>
+#include <chrono>
 
 #include "hosts/console/main_window.h"
 #include "hosts/console/qt_text.h"
@@ -35,23 +36,26 @@ constexpr int kPatience = 60000;
 
 std::string AdaDn() { return "CN=Ada Brandt,OU=Linden," + lab::Base(); }
 
+/// Long before a server that hangs is given up.
+constexpr std::chrono::seconds kAtOnce{10};
+
 class DomainConsole : public ConsoleTest {
  protected:
-  DomainConsole() : window_(module()) { window_.show(); }
+  DomainConsole() : window_(std::make_unique<MainWindow>(module())) { window_->show(); }
 
   /// Connects and waits until the domain is shown.
   void Connect(const std::string& server = lab::Server()) {
     bool shown = false;
-    window_.OpenServerBesides(console::ToQString(server), [&shown] { shown = true; });
+    window_->OpenServerBesides(console::ToQString(server), [&shown] { shown = true; });
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown; }, kPatience));
     Settle();
   }
   void Settle() {
     QCoreApplication::processEvents();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !window_.IsReading(); }, kPatience));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->IsReading(); }, kPatience));
   }
   [[nodiscard]] QTreeView& list() {
-    return *window_.findChild<QTreeView*>(QStringLiteral("object_list"));
+    return *window_->findChild<QTreeView*>(QStringLiteral("object_list"));
   }
   [[nodiscard]] std::vector<std::string> Names() {
     std::vector<std::string> names;
@@ -61,6 +65,11 @@ class DomainConsole : public ConsoleTest {
     return names;
   }
   void DoubleClick(const char* name) {
+    BeginDoubleClick(name);
+    Settle();
+  }
+  /// Waits for nothing that follows.
+  void BeginDoubleClick(const char* name) {
     const auto rows = list().model()->match(list().model()->index(0, 0), Qt::DisplayRole,
                                             QString::fromUtf8(name), 1, Qt::MatchExactly);
     ASSERT_FALSE(rows.isEmpty()) << name;
@@ -68,14 +77,14 @@ class DomainConsole : public ConsoleTest {
     const QPoint place = list().visualRect(rows.first()).center();
     QTest::mouseClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, place);
     QTest::mouseDClick(list().viewport(), Qt::LeftButton, Qt::NoModifier, place);
-    Settle();
   }
-  [[nodiscard]] QList<console::QtPropertySheet*> Sheets() { return window_.sheets().Open(); }
-  void Refresh() {
-    for (QAction* action : window_.findChildren<QAction*>()) {
-      if (action->text() == QStringLiteral("&Refresh")) action->trigger();
+  [[nodiscard]] QList<console::QtPropertySheet*> Sheets() { return window_->sheets().Open(); }
+  void Trigger(const char* text) {
+    for (QAction* action : window_->findChildren<QAction*>()) {
+      if (action->text() == QString::fromLatin1(text)) action->trigger();
     }
   }
+  void Refresh() { Trigger("&Refresh"); }
   /// Waits for the next message, closes it and gives its text.
   [[nodiscard]] std::string NextMessage() {
     QCoreApplication::processEvents();
@@ -89,11 +98,16 @@ class DomainConsole : public ConsoleTest {
       box.close();
     });
   }
-  [[nodiscard]] MainWindow& window() { return window_; }
+  [[nodiscard]] MainWindow& window() { return *window_; }
+  /// Closes the window and ends it, as the program does at its end.
+  void EndWindow() {
+    EXPECT_TRUE(window_->close());
+    window_.reset();
+  }
 
  private:
   std::string told_;
-  MainWindow window_;
+  std::unique_ptr<MainWindow> window_;
 };
 
 TEST_F(DomainConsole, ShowsWhatADomainHolds) {
@@ -181,6 +195,64 @@ TEST_F(DomainConsole, AServerThatIsGoneIsToldAndReadAgainWhenItIsBack) {
   Settle();
   EXPECT_THAT(window().Selection(), ::testing::SizeIs(1));
   EXPECT_FALSE(Names().empty());
+}
+
+TEST_F(DomainConsole, AServerThatHangsHoldsNeitherTheWindowNorItsEnd) {
+  Connect();
+  lab::RunningServer server;
+  server.Pause();
+  const auto begin = std::chrono::steady_clock::now();
+  BeginDoubleClick("Linden");
+  QTest::qWait(1'200);
+  EXPECT_TRUE(window().IsReading());
+  Trigger("&Stop");
+  EXPECT_FALSE(window().IsReading());
+  // Now the tree waits, and the list tries another connection.
+  Refresh();
+  QTest::qWait(200);
+  EXPECT_TRUE(window().IsReading());
+  EndWindow();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, kAtOnce);
+}
+
+TEST_F(DomainConsole, AnOpeningThatHangsHoldsNeitherTheWindowNorItsEnd) {
+  lab::RunningServer server;
+  server.Pause();
+  const auto begin = std::chrono::steady_clock::now();
+  window().OpenServerBesides(console::ToQString(lab::Server()));
+  QTest::qWait(200);
+  Trigger("&Stop");
+  window().OpenServerBesides(console::ToQString(lab::Server()));
+  QTest::qWait(200);
+  EndWindow();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, kAtOnce);
+}
+
+TEST_F(DomainConsole, AListingThatWasStoppedWhileTheServerHungIsReadWhenItAnswers) {
+  Connect();
+  lab::RunningServer server;
+  server.Pause();
+  BeginDoubleClick("Linden");
+  QTest::qWait(200);
+  EXPECT_TRUE(window().IsReading());
+  Trigger("&Stop");
+  EXPECT_THAT(Names(), IsEmpty());
+  server.Resume();
+  Refresh();
+  Settle();
+  EXPECT_THAT(Names(), ElementsAre("Ada Brandt", "Berta Önder", "Carla Weiß, Dr."));
+}
+
+TEST_F(DomainConsole, ASecondRefreshStaysWhereTheFirstWasGoing) {
+  Connect();
+  DoubleClick("Linden");
+  lab::RunningServer server;
+  server.Pause();
+  Refresh();
+  Refresh();
+  server.Resume();
+  Settle();
+  EXPECT_THAT(Names(), ElementsAre("Ada Brandt", "Berta Önder", "Carla Weiß, Dr."));
 }
 
 }  // namespace

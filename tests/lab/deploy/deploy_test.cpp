@@ -70,21 +70,14 @@ std::string AllSpecifiers() {
 
 std::string IdOf(const char* name) { return GuidText(FindClass(name)->class_id); }
 
-class DeployTest : public ::testing::Test {
- protected:
-  ~DeployTest() override { EXPECT_EQ(DeployHere("unregister").code, 0); }
-};
-
-TEST_F(DeployTest, TabsAreEnteredBehindThoseThatAreThere) {
-  const std::vector<std::string> before = ValuesOf("contact");
-  const Outcome run = DeployHere("register");
-  EXPECT_EQ(run.code, 0) << run.output;
+/// Behind the five tabs of the console's own, and behind what a class without a value of its own
+/// falls back on for several objects.
+void ExpectContactsTabs(const std::vector<std::string>& before) {
   std::vector<std::string> added = ValuesOf("contact");
   for (const std::string& line : before) {
     EXPECT_THAT(added, Contains(line));
     std::erase(added, line);
   }
-  // A contact has five tabs of the console's own, and falls back on the default's for several.
   const std::string tab = IdOf("CPropPageContact");
   std::string fallback = ValuesOf("default").front();
   for (const std::string& line : ValuesOf("default")) {
@@ -96,8 +89,7 @@ TEST_F(DeployTest, TabsAreEnteredBehindThoseThatAreThere) {
                                               "createWizardExt: 1," + IdOf("CWizardExtContact")));
 }
 
-TEST_F(DeployTest, TheGroupwaresClassesGetSpecifiers) {
-  ASSERT_EQ(DeployHere("register").code, 0);
+void ExpectSpecifiersOfOurOwnClasses() {
   const std::vector<std::string> values = ValuesOf("peloraAddresslist");
   EXPECT_THAT(values, Contains("adminPropertyPages: 1," + IdOf("CPropPageAddresslistGeneral")));
   EXPECT_THAT(values, Contains("adminPropertyPages: 2," + IdOf("CPropPageAddresslist")));
@@ -107,59 +99,7 @@ TEST_F(DeployTest, TheGroupwaresClassesGetSpecifiers) {
       << "in every language";
 }
 
-TEST_F(DeployTest, ASecondRunChangesNothing) {
-  ASSERT_EQ(DeployHere("register").code, 0);
-  const std::string registered = AllSpecifiers();
-  const Outcome again = DeployHere("register");
-  EXPECT_EQ(again.code, 0);
-  EXPECT_THAT(again.output, HasSubstr("nothing was changed"));
-  EXPECT_EQ(AllSpecifiers(), registered);
-}
-
-TEST_F(DeployTest, UnregisteringLeavesWhatWasThere) {
-  const std::string before = AllSpecifiers();
-  ASSERT_EQ(DeployHere("register").code, 0);
-  EXPECT_NE(AllSpecifiers(), before);
-  ASSERT_EQ(DeployHere("unregister").code, 0);
-  EXPECT_EQ(AllSpecifiers(), before);
-}
-
-TEST_F(DeployTest, ADryRunPrintsAndChangesNothing) {
-  const std::string before = AllSpecifiers();
-  const Outcome run = DeployHere("--dry-run register");
-  EXPECT_EQ(run.code, 0);
-  EXPECT_THAT(run.output, HasSubstr("adminPropertyPages: 12," + IdOf("CPropPageUser")));
-  EXPECT_EQ(AllSpecifiers(), before);
-}
-
-TEST_F(DeployTest, WhoMayNotChangeSpecifiersIsToldAndNothingChanges) {
-  const std::string before = AllSpecifiers();
-  const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kHelper));
-  const Outcome run = DeployHere("register");
-  EXPECT_EQ(run.code, 1);
-  EXPECT_THAT(run.output, HasSubstr("pelora-deploy: CN=user-Display,"));
-  EXPECT_EQ(AllSpecifiers(), before);
-}
-
-TEST_F(DeployTest, WithoutTicketNothingIsAsked) {
-  const EnvironmentVariable tickets("KRB5CCNAME", "FILE:/nonexistent");
-  const Outcome run = DeployHere("register");
-  EXPECT_EQ(run.code, 1);
-  EXPECT_THAT(run.output, HasSubstr("pelora-deploy: "));
-  EXPECT_THAT(run.output, Not(HasSubstr("Traceback")));
-}
-
-TEST_F(DeployTest, TheSchemaIsThereAndAddedOnce) {
-  EXPECT_THAT(
-      LdapSearch("CN=Pelora-Account,CN=Schema,CN=Configuration," + Base(), {"lDAPDisplayName"}),
-      Contains("lDAPDisplayName: peloraAccount"));
-  const Outcome run = DeployHere("schema");
-  EXPECT_EQ(run.code, 0) << run.output;
-  EXPECT_THAT(run.output, HasSubstr("nothing was changed"));
-}
-
-TEST_F(DeployTest, ConsolesReadWhatWasEntered) {
-  ASSERT_EQ(DeployHere("register").code, 0);
+void ExpectThatConsolesReadThem() {
   std::unique_ptr<ldap::NetworkSession> session;
   ASSERT_TRUE(ldap::NetworkSession::Open({.server = Server()}, session).Ok());
   ldap::DisplaySpecifiers specifiers;
@@ -169,6 +109,62 @@ TEST_F(DeployTest, ConsolesReadWhatWasEntered) {
               DefaultRegistrations(row.object_class, row.role))
         << row.object_class;
   }
+}
+
+// One test, since each run writes some hundred specifiers.
+TEST(DeployTest, TabsAreEnteredOnceAndTakenBackWithNothingElse) {
+  const std::string before = AllSpecifiers();
+  const std::vector<std::string> contact = ValuesOf("contact");
+  const Outcome first = DeployHere("register");
+  ASSERT_EQ(first.code, 0) << first.output;
+  const std::string registered = AllSpecifiers();
+  EXPECT_NE(registered, before);
+  ExpectContactsTabs(contact);
+  ExpectSpecifiersOfOurOwnClasses();
+  ExpectThatConsolesReadThem();
+
+  const Outcome again = DeployHere("register");
+  EXPECT_EQ(again.code, 0);
+  EXPECT_THAT(again.output, HasSubstr("nothing was changed"));
+  EXPECT_EQ(AllSpecifiers(), registered);
+
+  EXPECT_EQ(DeployHere("unregister").code, 0);
+  EXPECT_EQ(AllSpecifiers(), before);
+  EXPECT_THAT(DeployHere("unregister").output, HasSubstr("nothing was changed"));
+}
+
+TEST(DeployTest, ADryRunPrintsAndChangesNothing) {
+  const std::string before = AllSpecifiers();
+  const Outcome run = DeployHere("--dry-run register");
+  EXPECT_EQ(run.code, 0);
+  EXPECT_THAT(run.output, HasSubstr("adminPropertyPages: 12," + IdOf("CPropPageUser")));
+  EXPECT_EQ(AllSpecifiers(), before);
+}
+
+TEST(DeployTest, WhoMayNotChangeSpecifiersIsToldAndNothingChanges) {
+  const std::string before = AllSpecifiers();
+  const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kHelper));
+  const Outcome run = DeployHere("register");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_THAT(run.output, HasSubstr("pelora-deploy: CN=user-Display,"));
+  EXPECT_EQ(AllSpecifiers(), before);
+}
+
+TEST(DeployTest, WithoutTicketNothingIsAsked) {
+  const EnvironmentVariable tickets("KRB5CCNAME", "FILE:/nonexistent");
+  const Outcome run = DeployHere("register");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_THAT(run.output, HasSubstr("pelora-deploy: "));
+  EXPECT_THAT(run.output, Not(HasSubstr("Traceback")));
+}
+
+TEST(DeployTest, TheSchemaIsThereAndAddedOnce) {
+  EXPECT_THAT(
+      LdapSearch("CN=Pelora-Account,CN=Schema,CN=Configuration," + Base(), {"lDAPDisplayName"}),
+      Contains("lDAPDisplayName: peloraAccount"));
+  const Outcome run = DeployHere("schema");
+  EXPECT_EQ(run.code, 0) << run.output;
+  EXPECT_THAT(run.output, HasSubstr("nothing was changed"));
 }
 
 }  // namespace

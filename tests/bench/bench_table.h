@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/lab/lab.h"
+
+namespace pelora::lab {
+
+[[nodiscard]] inline double SecondsOf(const std::function<void()>& action) {
+  const auto begin = std::chrono::steady_clock::now();
+  action();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+[[nodiscard]] inline double MedianOf(std::vector<double> values) {
+  std::ranges::sort(values);
+  return values[values.size() / 2];
+}
+
+/// The middle one of several runs of each of two actions, which take turns: what else the machine
+/// does falls on both.
+struct Pair {
+  double first;
+  double second;
+};
+[[nodiscard]] inline Pair MediansOf(int rounds, const std::function<void()>& first,
+                                    const std::function<void()>& second) {
+  std::vector<double> firsts;
+  std::vector<double> seconds;
+  for (int round = 0; round < rounds; ++round) {
+    firsts.push_back(SecondsOf(first));
+    seconds.push_back(SecondsOf(second));
+  }
+  return {MedianOf(std::move(firsts)), MedianOf(std::move(seconds))};
+}
+
+/// What was measured, one line each, printed as it comes.
+class BenchTable {
+ public:
+  /// `limit` is the most that `ours` may be, in terms of `theirs`.
+  void Add(const std::string& what, double ours, const std::string& against, double theirs,
+           double limit) {
+    const double ratio = ours / theirs;
+    const bool holds = ratio <= limit;
+    all_hold_ = all_hold_ && holds;
+    std::printf("%-36s %8.3f s  %-30s %8.3f s  %5.2f  of at most %5.2f  %s\n", what.c_str(), ours,
+                against.c_str(), theirs, ratio, limit, holds ? "good" : "TOO SLOW");
+    std::fflush(stdout);
+  }
+  [[nodiscard]] bool AllHold() const { return all_hold_; }
+
+ private:
+  bool all_hold_ = true;
+};
+
+/// How one of the LDAP tools is called.
+[[nodiscard]] inline std::string Tool(const std::string& name) {
+  return name + " -N -Q -Y GSSAPI -H ldap://" + Server() + " ";
+}
+
+inline void RunTool(const std::string& command) {
+  if (std::system(command.c_str()) != 0) throw std::runtime_error("failed: " + command);
+}
+
+}  // namespace pelora::lab

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "hosts/ldap/network/network_session.h"
+#include "tests/bench/bench_table.h"
+
+namespace pelora::lab {
+
+/// Measures how long the console's list of objects takes until it shows all that a container holds,
+/// sorted, against one search of the ldapsearch tool for the same. Needs an application.
+void MeasureListing(ldap::NetworkSession& session, const std::string& container, int rounds,
+                    BenchTable& table);
+
+}  // namespace pelora::lab
