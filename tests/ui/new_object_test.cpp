@@ -15,7 +15,8 @@ using console::ToUtf8;
 NewObjectTest::NewObjectTest(bool is_sealed) {
   std::unique_ptr<console::DirectorySession> session = OpenFile();
   std::unique_ptr<ldap::IDirectoryStore> opened;
-  if (!session->open_another(opened, {}).Ok()) throw std::runtime_error("it cannot be opened twice");
+  if (!session->open_another(opened, {}).Ok())
+    throw std::runtime_error("it cannot be opened twice");
   auto store = std::make_unique<RecordingStore>(std::move(opened), adds_, is_sealed);
   store_ = store.get();
   recorded_ = std::make_unique<console::DirectorySession>(session->path, std::move(store),
