@@ -1,28 +1,54 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
 # Installs what is missing, builds everything, runs every test and prints the totals.
+#
+# Suites run while the next build is under way: they wait more than they compute.
 set -uo pipefail
 cd "$(dirname "$0")"
 
 ./install.sh test || exit 1
 
 failed=0
-suite_lists=()
+job=
+log=
 
-for preset in native asan; do
-  rm -rf "build/$preset/results" "build/$preset/suites.txt"
-  cmake --preset "$preset" -DBUILD_TESTING=ON || exit 1
-  cmake --build --preset "$preset" || exit 1
-  suite_lists+=("build/$preset/suites.txt")
-  ctest --preset "$preset" -j "$(nproc)" || failed=1
-done
+# Starts a command beside what follows, in a process group of its own.
+start() {
+  log="build/$1.log"
+  shift
+  set -m
+  "$@" >"$log" 2>&1 &
+  job=$!
+  set +m
+}
+
+# Waits for it and shows what it had to say.
+finish() {
+  wait "$job" || failed=1
+  job=
+  cat "$log"
+}
+
+trap '[ -z "$job" ] || kill -- "-$job"' EXIT
+trap 'exit 130' INT TERM
+
+build() {
+  rm -rf "build/$1/results" "build/$1/suites.txt"
+  cmake --preset "$1" -DBUILD_TESTING=ON || exit 1
+  cmake --build --preset "$1" || exit 1
+}
+
+build native
+start native-suites ctest --preset native -j "$(nproc)"
 
 # The extension itself, inside a property sheet of the system it is written for.
-rm -rf build/windows/results build/windows/suites.txt
-cmake --preset windows || exit 1
-cmake --build --preset windows || exit 1
-suite_lists+=(build/windows/suites.txt)
-tests/windows/run_wine_suites.sh || failed=1
+build windows
+finish
+start windows-suites tests/windows/run_wine_suites.sh
 
-python3 tests/totals.py "${suite_lists[@]}" || failed=1
+build asan
+finish
+ctest --preset asan -j "$(nproc)" || failed=1
+
+python3 tests/totals.py build/{native,asan,windows}/suites.txt || failed=1
 exit "$failed"

@@ -42,19 +42,39 @@ function(pelora_use_test_headers)
   endforeach()
 endfunction()
 
-# pelora_test_suite(NAME SOURCES source... LIBRARIES library... [ENVIRONMENT NAME=VALUE...]
+# pelora_use_qt_test_headers(NAME...)
+#
+# The same for targets that link the console's widgets besides.
+function(pelora_use_qt_test_headers)
+  if(NOT TARGET pelora_qt_test_headers)
+    add_library(pelora_qt_test_headers OBJECT "${PROJECT_SOURCE_DIR}/tests/support/test_headers.cpp")
+    target_link_libraries(pelora_qt_test_headers PRIVATE pelora_qt_dialogs GTest::gmock)
+    pelora_test_code(pelora_qt_test_headers)
+    target_precompile_headers(pelora_qt_test_headers PRIVATE
+      <hosts/console/qt_headers.h> <tests/support/test_headers.h>)
+  endif()
+  foreach(name IN LISTS ARGN)
+    target_precompile_headers(${name} REUSE_FROM pelora_qt_test_headers)
+  endforeach()
+endfunction()
+
+# pelora_test_suite(NAME [QT] SOURCES source... LIBRARIES library... [ENVIRONMENT NAME=VALUE...]
 #                   [LAUNCHER command...])
 #
-# Builds one GoogleTest program and registers it as one suite. A launcher is a command that runs it, with
-# the program's own command line behind its own. The program leaves its results in
-# results/NAME.xml below the build folder, where test.sh counts them; a suite whose file is missing
-# did not run, and that is an error.
+# Builds one GoogleTest program and registers it as one suite. QT says that it tests widgets. A launcher is
+# a command that runs it, with the program's own command line behind its own. The program leaves its
+# results in results/NAME.xml below the build folder, where test.sh counts them; a suite whose file is
+# missing did not run, and that is an error.
 function(pelora_test_suite name)
-  cmake_parse_arguments(suite "" "" "SOURCES;LIBRARIES;ENVIRONMENT;LAUNCHER" ${ARGN})
+  cmake_parse_arguments(suite "QT" "" "SOURCES;LIBRARIES;ENVIRONMENT;LAUNCHER" ${ARGN})
   add_executable(${name} ${suite_SOURCES})
   target_link_libraries(${name} PRIVATE pelora_options GTest::gmock_main ${suite_LIBRARIES})
   pelora_test_code(${name})
-  pelora_use_test_headers(${name})
+  if(suite_QT)
+    pelora_use_qt_test_headers(${name})
+  else()
+    pelora_use_test_headers(${name})
+  endif()
   set(results "${PROJECT_BINARY_DIR}/results/${name}.xml")
   add_test(NAME ${name}
     COMMAND ${suite_LAUNCHER} "$<TARGET_FILE:${name}>" "--gtest_output=xml:${results}")

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # Objects made in a domain by the console's wizards.
-pelora_test_suite(lab_new_object_test
+pelora_test_suite(lab_new_object_test QT
   SOURCES
     new_object_test.cpp
     "${PROJECT_SOURCE_DIR}/tests/ui/open_wizard.cpp"
