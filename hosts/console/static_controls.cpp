@@ -98,7 +98,8 @@ void GroupFrame::paintEvent(QPaintEvent* /*event*/) {
     const QRect gap = text.adjusted(-kTitleGap, 0, kTitleGap, 0);
     painter.setClipRegion(QRegion(rect()) - QRegion(gap));
   }
-  const QRectF frame = QRectF(rect()).adjusted(0.5, metrics.height() / 2 + 0.5, -0.5, -0.5);
+  const int middle = metrics.height() / 2;
+  const QRectF frame = QRectF(rect()).adjusted(0.5, middle + 0.5, -0.5, -0.5);
   painter.drawRoundedRect(frame, kFrameRadius, kFrameRadius);
   painter.restore();
   const bool underline = style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) != 0;

@@ -98,7 +98,7 @@ class IDirectoryStore {
   virtual StoreStatus Add(const Entry& entry) = 0;
   /// From now on a wait for a server ends as soon as `stop` says so, on whatever thread: the
   /// request is given up (-8). A store that waits for nobody does not look at it.
-  virtual void StopOn(std::stop_token /*stop*/) {}
+  virtual void StopOn(const std::stop_token& /*stop*/) {}
   /// Whether requests are sealed on their way to a server: only then may they hold secrets.
   [[nodiscard]] virtual bool IsSealed() const { return false; }
 };

@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <mutex>
-#include <utility>
 
 #include "hosts/ldap/store_opener.h"
 
@@ -31,7 +30,7 @@ class SerializedStore final : public IDirectoryStore {
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
   StoreStatus Add(const Entry& entry) override;
-  void StopOn(std::stop_token stop) override { store_->StopOn(std::move(stop)); }
+  void StopOn(const std::stop_token& stop) override { store_->StopOn(stop); }
   [[nodiscard]] bool IsSealed() const override { return store_->IsSealed(); }
 
  private:

@@ -43,7 +43,7 @@ class ScriptedStore final : public ldap::IDirectoryStore {
     ldap::StoreStatus status = search_(request, sink);
     return status.code == kHangs ? Hang() : status;
   }
-  void StopOn(std::stop_token stop) override { stop_ = std::move(stop); }
+  void StopOn(const std::stop_token& stop) override { stop_ = stop; }
   ldap::StoreStatus Modify(const std::string& /*dn*/,
                            std::span<const ldap::Modification> /*modifications*/) override {
     return {53, "unwilling to perform"};

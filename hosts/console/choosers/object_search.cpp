@@ -140,7 +140,7 @@ void ObjectSearch::Stop() {
   is_running_ = false;
 }
 
-void ObjectSearch::Deliver(const std::stop_token& stop, std::vector<FoundObject> objects) {
+void ObjectSearch::Deliver(const std::stop_token& stop, std::vector<FoundObject> objects) const {
   if (!stop.stop_requested() && on_found) on_found(std::move(objects));
 }
 

@@ -55,7 +55,7 @@ class ObjectSearch final {
  private:
   class Worker;
 
-  void Deliver(const std::stop_token& stop, std::vector<FoundObject> objects);
+  void Deliver(const std::stop_token& stop, std::vector<FoundObject> objects) const;
   void Finish(const std::stop_token& stop, const SearchEnd& end);
 
   /// Of the latest search.

@@ -138,7 +138,7 @@ QString WhyIncomplete(const NewObjectKind& kind, const OwnValues& values,
     return QStringLiteral("The name has more than %1 characters.").arg(kLongestName);
   }
   if (kind.account != AccountForm::kNone) {
-    const QString reason = WhyNoLogonName(kind, values.logon_name.trimmed());
+    QString reason = WhyNoLogonName(kind, values.logon_name.trimmed());
     if (!reason.isEmpty()) return reason;
   }
   const bool asks_for_password = kind.account == AccountForm::kUser && context.takes_passwords;

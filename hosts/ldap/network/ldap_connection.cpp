@@ -218,7 +218,7 @@ StoreStatus LdapConnection::Await(RequestId id, Amount amount, LdapMessagePtr& a
   return Failure(code, "the answer cannot be read");
 }
 
-void LdapConnection::Abandon(RequestId id) {
+void LdapConnection::Abandon(RequestId id) const {
   if (is_broken_) return;
   const BrokenPipeGuard guard;
   ldap_abandon_ext(handle(), id, nullptr, nullptr);

@@ -63,7 +63,7 @@ class LdapConnection {
   };
   StoreStatus Await(RequestId id, Amount amount, LdapMessagePtr& answer);
   /// Lets go of a request whose answer is no longer wanted.
-  void Abandon(RequestId id);
+  void Abandon(RequestId id) const;
 
  private:
   struct Unbind {

@@ -48,8 +48,8 @@ StoreStatus NetworkStore::Open() {
   return {};
 }
 
-void NetworkStore::StopOn(std::stop_token stop) {
-  stop_ = std::move(stop);
+void NetworkStore::StopOn(const std::stop_token& stop) {
+  stop_ = stop;
   if (connection_ != nullptr) connection_->StopOn(stop_);
 }
 

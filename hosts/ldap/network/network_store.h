@@ -41,7 +41,7 @@ class NetworkStore final : public IDirectoryStore {
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
   StoreStatus Add(const Entry& entry) override;
-  void StopOn(std::stop_token stop) override;
+  void StopOn(const std::stop_token& stop) override;
   [[nodiscard]] bool IsSealed() const override { return true; }
 
  private:

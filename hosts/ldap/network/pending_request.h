@@ -31,6 +31,7 @@ class PendingRequest {
   }
   /// Takes the whole answer, after which nothing more comes.
   StoreStatus AwaitAll(LdapMessagePtr& answer) {
+    // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): who awaits has sent
     StoreStatus status = connection_->Await(id_, LdapConnection::Amount::kAll, answer);
     if (status.Ok()) Finish();
     return status;
