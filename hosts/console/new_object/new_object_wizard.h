@@ -8,8 +8,8 @@
 
 #include "hosts/console/new_object/own_page.h"
 #include "hosts/console/qt_dialog.h"
-#include "hosts/new_object/new_object_session.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/sheets/new_object_session.h"
 #include "platform/message_box.h"
 
 class QLabel;
@@ -19,6 +19,11 @@ class QStackedWidget;
 class QVBoxLayout;
 
 namespace pelora::console {
+
+using sheets::CreationResult;
+using sheets::NewObjectSession;
+using sheets::NewObjectSetup;
+using sheets::WizardRole;
 
 /// The window in which an object is made: the console's own first page (unless an extension asks
 /// for the name), the extensions' pages, a summary, and Finish.
