@@ -36,9 +36,10 @@ const std::map<std::string, std::set<std::string>> kHosts = {
     {"sheets", {"resources"}},
     {"headless", {"resources", "sheets"}},
     {"ldap", {}},
+    {"changes", {"ldap"}},
     {"windows", {}},
-    {"console", {"resources", "sheets", "ldap"}},
-    {"ctl", {"resources", "sheets", "headless", "ldap"}},
+    {"console", {"resources", "sheets", "changes", "ldap"}},
+    {"ctl", {"resources", "sheets", "headless", "changes", "ldap"}},
 };
 
 /// The layer of a path below `src`; empty when it lies in none.
