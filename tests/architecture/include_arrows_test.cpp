@@ -34,11 +34,13 @@ const std::vector<std::pair<std::string, std::set<std::string>>> kExtensionLayer
 const std::map<std::string, std::set<std::string>> kHosts = {
     {"resources", {}},
     {"new_object", {}},
-    {"headless", {"resources", "new_object"}},
+    {"selection", {}},
+    {"headless", {"resources", "selection", "new_object"}},
     {"ldap", {}},
     {"windows", {}},
-    {"console", {"resources", "new_object", "ldap"}},
-    {"ctl", {"resources", "headless", "ldap"}},
+    {"session", {"resources", "selection", "new_object", "ldap"}},
+    {"console", {"resources", "selection", "new_object", "ldap", "session"}},
+    {"ctl", {"resources", "selection", "headless", "ldap", "session"}},
 };
 
 /// The layer of a path below `src`; empty when it lies in none.

@@ -12,6 +12,7 @@
 #include "directory/error_text.h"
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
+#include "hosts/session/text.h"
 #include "wizards/wizard_base.h"
 
 namespace pelora::console {
@@ -25,15 +26,15 @@ constexpr std::int32_t kMayGo = 0;
 QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, NewObjectSetup setup, QWidget* parent)
     : QDialog(parent), parts_(parts), container_(ToQString(setup.display_info.container_name)) {
   setObjectName(QStringLiteral("new_object_wizard"));
-  setWindowTitle(QStringLiteral("New Object - %1").arg(TextOf(parts_.kind)));
+  setWindowTitle(QStringLiteral("New Object - %1").arg(ToQString(session::TextOf(parts_.kind))));
   setWindowIcon(IconOf(parts_.kind.icon));
   MakeLayout(container_);
   setup.own_pages = OwnPages();
   if (own_page_ != nullptr) {
     setup.write_own = [this](IADs& object) {
       // Temporary objects come from this console alone.
-      return StageOwnValues(parts_.kind, own_page_->Values(), parts_.own_context,
-                            static_cast<ldap::NewStoreObject&>(object));
+      return session::StageOwnValues(parts_.kind, own_page_->Values(), parts_.own_context,
+                                     static_cast<ldap::NewStoreObject&>(object));
     };
   }
   session_ = std::make_unique<NewObjectSession>(std::move(setup));
@@ -142,7 +143,7 @@ void QtNewObjectWizard::GoNext() {
   if (is_busy_ || IsSummary() || !next_->isEnabled()) return;
   if (!Leave(PageNotification::kWizardNext)) return;
   if (current_ < OwnPages()) {
-    const std::string name = ToUtf8(own_page_->Values().name.trimmed());
+    const std::string name = session::Trimmed(own_page_->Values().name);
     if (const HRESULT status = session_->PrepareObject(name); FAILED(status)) {
       return ShowFailure({.status = status, .is_shown = false});
     }

@@ -32,8 +32,8 @@ class QtNewObjectWizard final : public QDialog {
     const resources::ResourceFile& module;
     /// Shows a failure that no extension has shown.
     IMessageBox& message_box;
-    const NewObjectKind& kind;
-    OwnContext own_context;
+    const session::NewObjectKind& kind;
+    session::OwnContext own_context;
   };
 
   /// What `parts` refers to outlives the window. The number of own pages in `setup` and what they

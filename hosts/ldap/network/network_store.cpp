@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/network/entry_reader.h"
 #include "hosts/ldap/network/ldap_answer.h"
@@ -15,16 +16,6 @@ namespace pelora::ldap {
 namespace {
 
 constexpr const char* kRootName = "";
-
-AttributeValues ValuesOf(const Entry& entry, std::string_view name) {
-  const auto found = entry.attributes.find(name);
-  return found == entry.attributes.end() ? AttributeValues() : found->second;
-}
-
-std::string FirstValue(const Entry& entry, std::string_view name) {
-  const AttributeValues values = ValuesOf(entry, name);
-  return values.empty() ? std::string() : values.front();
-}
 
 /// Names are the server's to judge.
 bool IsName(const std::string& /*text*/) { return true; }
