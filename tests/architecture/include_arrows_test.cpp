@@ -37,10 +37,11 @@ const std::map<std::string, std::set<std::string>> kHosts = {
     {"selection", {}},
     {"headless", {"resources", "selection", "new_object"}},
     {"ldap", {}},
+    {"changes", {"ldap"}},
     {"windows", {}},
-    {"session", {"resources", "selection", "new_object", "ldap"}},
-    {"console", {"resources", "selection", "new_object", "ldap", "session"}},
-    {"ctl", {"resources", "selection", "headless", "ldap", "session"}},
+    {"session", {"resources", "selection", "new_object", "changes", "ldap"}},
+    {"console", {"resources", "selection", "new_object", "changes", "ldap", "session"}},
+    {"ctl", {"resources", "selection", "headless", "changes", "ldap", "session"}},
 };
 
 /// The layer of a path below `src`; empty when it lies in none.
