@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "directory/error_text.h"
 #include "hosts/changes/change_writer.h"
 #include "hosts/resources/field_label.h"
 #include "hosts/session/property_tabs.h"
@@ -79,9 +80,17 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
 std::string GuardedTabs::Open(std::span<const DirectoryObject> selection,
                               const ldap::DisplaySpecifiers& specifiers,
                               const AddPropSheetPage& add_page) {
+  const std::vector<Guid> tabs = TabsOf(selection, specifiers);
+  if (tabs.empty()) return WhyNoProperties(selection, specifiers);
   const Ref<IDataObject> data_object = MakeSelectionDataObject(selection);
-  return OpenTabs(selection, specifiers,
-                  [&](const Guid& class_id) { return AddTab(class_id, *data_object, add_page); });
+  HRESULT failure = S_OK;
+  for (const Guid& class_id : tabs) {
+    const HRESULT status = AddTab(class_id, *data_object, add_page);
+    if (status != S_OK) failure = status;
+  }
+  if (!pages_.empty()) return {};
+  return "The properties of " + selection.front().name + " cannot be shown (error code " +
+         CodeText(failure) + ").";
 }
 
 bool GuardedTabs::Commit(std::size_t page) {

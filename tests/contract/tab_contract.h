@@ -53,6 +53,8 @@ class TabConsole {
   virtual void ClickApply() = 0;
   virtual void ClickOk() = 0;
   [[nodiscard]] virtual bool IsOpen() const = 0;
+  /// Whether what a page writes on every apply is written though nobody touched it.
+  [[nodiscard]] virtual bool WritesUntouched() const { return true; }
 
   // Asked of consoles that draw.
 

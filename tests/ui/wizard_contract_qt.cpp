@@ -30,7 +30,7 @@ class QtWizardDriver final : public WizardDriver {
   }
   void Show() override {
     auto extension = Ref<IDsAdminNewObjExt>::Adopt(new PagesExtension(std::exchange(pages_, {})));
-    EXPECT_EQ(wizard_.AddExtension(std::move(extension), console::WizardRole::kPrimary), S_OK);
+    EXPECT_EQ(wizard_.AddExtension(std::move(extension), sheets::WizardRole::kPrimary), S_OK);
     wizard_.Start();
     wizard_.show();
     QCoreApplication::processEvents();
