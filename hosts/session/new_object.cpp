@@ -53,7 +53,7 @@ struct Outcome {
   std::string dn;
 };
 
-HRESULT AddComponent(const Guid& class_id, WizardRole role, const Platform& platform,
+HRESULT AddComponent(const Guid& class_id, sheets::WizardRole role, const Platform& platform,
                      const AddWizardExtension& add) {
   Ref<IDsAdminNewObjExt> extension;
   const HRESULT created = CreateComponent(class_id, platform, IID_IDsAdminNewObjExt,
@@ -68,7 +68,7 @@ std::string PrepareNewObject(const NewObjectKind& kind, const DirectoryObject& c
                              NewObject& prepared) {
   ldap::IDirectoryStore& store = *session.store;
   const auto outcome = std::make_shared<Outcome>();
-  NewObjectSetup setup;
+  sheets::NewObjectSetup setup;
   setup.class_name = std::string(kind.class_name);
   setup.display_info = {.wizard_title = TextOf(kind), .container_name = AsFolder(container.dn)};
   setup.make_object = [&store, outcome, class_name = setup.class_name,
@@ -95,15 +95,16 @@ std::string AddWizardComponents(const NewObjectKind& kind,
   if (!kind.HasOwnPage()) {
     const std::vector<Guid> primary =
         specifiers.ComponentsOf(kind.class_name, ConsoleRole::kCreationWizard);
-    const HRESULT status = primary.empty()
-                               ? CLASS_E_CLASSNOTAVAILABLE
-                               : AddComponent(primary.front(), WizardRole::kPrimary, platform, add);
+    const HRESULT status =
+        primary.empty()
+            ? CLASS_E_CLASSNOTAVAILABLE
+            : AddComponent(primary.front(), sheets::WizardRole::kPrimary, platform, add);
     if (status != S_OK) return Refusal(kind, status);
   }
   for (const Guid& class_id :
        specifiers.ComponentsOf(kind.class_name, ConsoleRole::kCreationWizardExtension)) {
     // The object can be made without it.
-    (void)AddComponent(class_id, WizardRole::kSecondary, platform, add);
+    (void)AddComponent(class_id, sheets::WizardRole::kSecondary, platform, add);
   }
   return {};
 }

@@ -4,11 +4,11 @@
 #include <functional>
 #include <string>
 
-#include "hosts/new_object/new_object_session.h"
 #include "hosts/session/directory_browser.h"
 #include "hosts/session/directory_session.h"
 #include "hosts/session/new_object_kind.h"
 #include "hosts/session/own_values.h"
+#include "hosts/sheets/new_object_session.h"
 #include "platform/platform.h"
 
 namespace pelora::session {
@@ -18,7 +18,7 @@ namespace pelora::session {
 struct NewObject {
   /// Temporary objects of the kind in the container. How many pages the host has of its own and
   /// what they stage is the host's to add.
-  NewObjectSetup setup;
+  sheets::NewObjectSetup setup;
   OwnContext own_context;
   /// What is to be said of the last failure beside its code, once; empty when the directory has no
   /// words for it.
@@ -37,7 +37,7 @@ struct NewObject {
 
 /// Takes an extension into a wizard; any other answer than `S_OK` leaves it out.
 using AddWizardExtension =
-    std::function<HRESULT(Ref<IDsAdminNewObjExt> extension, WizardRole role)>;
+    std::function<HRESULT(Ref<IDsAdminNewObjExt> extension, sheets::WizardRole role)>;
 
 /// Makes the components that the directory's display specifiers name for the kind. One that adds to
 /// the object and refuses stays out; without a primary one, where the kind needs it, there is no

@@ -33,15 +33,15 @@ const std::vector<std::pair<std::string, std::set<std::string>>> kExtensionLayer
 /// Folders of hosts, each with the other hosts' folders that it may include.
 const std::map<std::string, std::set<std::string>> kHosts = {
     {"resources", {}},
-    {"new_object", {}},
     {"selection", {}},
-    {"headless", {"resources", "selection", "new_object"}},
+    {"sheets", {"resources"}},
+    {"headless", {"resources", "selection", "sheets"}},
     {"ldap", {}},
     {"changes", {"ldap"}},
     {"windows", {}},
-    {"session", {"resources", "selection", "new_object", "changes", "ldap"}},
-    {"console", {"resources", "selection", "new_object", "changes", "ldap", "session"}},
-    {"ctl", {"resources", "selection", "headless", "changes", "ldap", "session"}},
+    {"session", {"resources", "selection", "sheets", "changes", "ldap"}},
+    {"console", {"resources", "selection", "sheets", "changes", "ldap", "session"}},
+    {"ctl", {"resources", "selection", "sheets", "headless", "changes", "ldap", "session"}},
 };
 
 /// The layer of a path below `src`; empty when it lies in none.

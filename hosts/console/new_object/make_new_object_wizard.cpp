@@ -25,11 +25,11 @@ WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
     return ToQString(explain());
   };
   wizard->created_name = std::move(prepared.created_name);
-  reason =
-      session::AddWizardComponents(kind, session.specifiers, platform,
-                                   [&wizard](Ref<IDsAdminNewObjExt> extension, WizardRole role) {
-                                     return wizard->AddExtension(std::move(extension), role);
-                                   });
+  reason = session::AddWizardComponents(
+      kind, session.specifiers, platform,
+      [&wizard](Ref<IDsAdminNewObjExt> extension, sheets::WizardRole role) {
+        return wizard->AddExtension(std::move(extension), role);
+      });
   if (!reason.empty()) return {.wizard = nullptr, .error = ToQString(reason)};
   wizard->Start();
   return {.wizard = std::move(wizard), .error = {}};
