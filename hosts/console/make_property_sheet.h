@@ -21,7 +21,6 @@ struct SheetResult {
 /// `session::GuardedTabs`. Everything in `surroundings` outlives the sheet.
 [[nodiscard]] SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selection,
                                             const ldap::DisplaySpecifiers& specifiers,
-                                            session::TabSurroundings surroundings,
-                                            QWidget* parent);
+                                            session::TabSurroundings surroundings, QWidget* parent);
 
 }  // namespace pelora::console

@@ -45,8 +45,8 @@ class GuardedTabs {
   GuardedTabs& operator=(const GuardedTabs&) = delete;
 
   /// Lets the component of each tab of a selection add its pages: each is initialised with the
-  /// selection, and one that refuses stays out. Empty when there is a page at least; else a sentence
-  /// that says why there is none. Called once.
+  /// selection, and one that refuses stays out. Empty when there is a page at least; else a
+  /// sentence that says why there is none. Called once.
   [[nodiscard]] std::string Open(std::span<const DirectoryObject> selection,
                                  const ldap::DisplaySpecifiers& specifiers,
                                  const AddPropSheetPage& add_page);

@@ -46,9 +46,8 @@ HRESULT OpenTab(const Guid& class_id, const Platform& platform, IDataObject& dat
   if (const HRESULT status = extension->Initialize(&data_object); status != S_OK) return status;
   const Ref<IShellPropSheetExt> pages = Query<IShellPropSheetExt>(*extension);
   if (!pages) return E_NOINTERFACE;
-  return pages->AddPages([&](std::unique_ptr<PropSheetPage> page) {
-    return add_page(*extension, std::move(page));
-  });
+  return pages->AddPages(
+      [&](std::unique_ptr<PropSheetPage> page) { return add_page(*extension, std::move(page)); });
 }
 
 }  // namespace pelora::session

@@ -25,6 +25,12 @@ struct Advice {
   std::string_view text;
 };
 
+/// A server's word for an attribute that its schema lacks; a file says "no such attribute".
+constexpr int kUndefinedAttributeType = 17;
+constexpr std::string_view kExtendSchema =
+    "The directory's schema lacks Pelora's attributes: its administrator adds them with "
+    "\"pelora-deploy schema\".";
+
 /// What helps against a result code.
 constexpr auto kAdvice = std::to_array<Advice>({
     {ldap::kLdapInsufficientAccessRights,
@@ -43,9 +49,8 @@ constexpr auto kAdvice = std::to_array<Advice>({
     {ldap::kLdapBusy,
      "Another program is writing to the directory. What you typed is kept here: apply again in a "
      "moment."},
-    {ldap::kLdapUndefinedAttributeType,
-     "The directory's schema lacks Pelora's attributes: its administrator adds them with "
-     "\"pelora-deploy schema\"."},
+    {kUndefinedAttributeType, kExtendSchema},
+    {ldap::kLdapNoSuchAttribute, kExtendSchema},
     {ldap::kLdapObjectClassViolation,
      "The directory's schema does not let objects of this class have such a value: its "
      "administrator brings it up to date with \"pelora-deploy schema\"."},
@@ -71,8 +76,9 @@ std::string FieldsOf(const changes::Change& change, const FieldLabels& labels) {
 }
 
 Message ConflictMessage(const Result& result, const FieldLabels& labels) {
-  std::string text = "Somebody else has changed this object since it was read. Nothing of it was "
-                     "written.";
+  std::string text =
+      "Somebody else has changed this object since it was read. Nothing of it was "
+      "written.";
   text.append(kParagraph).append("Object: ").append(result.dn);
   for (Conflict conflict : result.conflicts) {
     conflict.attribute = LabelOf(conflict.attribute, labels);

@@ -21,8 +21,7 @@ using FieldLabels = std::map<std::string, std::string, ldap::AttributeNameLess>;
 /// A change that was refused since somebody else changed the object says so instead, with what each
 /// field was, is now, and was to become; that is a warning.
 [[nodiscard]] Message WriteFailureMessage(const changes::Change& change,
-                                          const changes::Result& result,
-                                          const FieldLabels& labels);
+                                          const changes::Result& result, const FieldLabels& labels);
 
 /// What can be done about a change that was not written, as one or more sentences.
 [[nodiscard]] std::string AdviceOn(const changes::Result& result);

@@ -31,7 +31,7 @@ class GuardedCompany {
 
 using GuardedCompanyFactory = std::unique_ptr<GuardedCompany> (*)();
 
-class GuardedSheetContract : public testing::TestWithParam<GuardedCompanyFactory> {
+class GuardedSheetContract : public ::testing::TestWithParam<GuardedCompanyFactory> {
  protected:
   using Lines = std::vector<std::string>;
 

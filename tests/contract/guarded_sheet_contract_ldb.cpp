@@ -35,7 +35,7 @@ class LdbCompany final : public GuardedCompany {
 
 std::unique_ptr<GuardedCompany> MakeCompany() { return std::make_unique<LdbCompany>(); }
 
-INSTANTIATE_TEST_SUITE_P(Ldb, GuardedSheetContract, testing::Values(&MakeCompany));
+INSTANTIATE_TEST_SUITE_P(Ldb, GuardedSheetContract, ::testing::Values(&MakeCompany));
 
 }  // namespace
 }  // namespace pelora::contract

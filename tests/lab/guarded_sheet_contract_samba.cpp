@@ -39,6 +39,6 @@ std::unique_ptr<contract::GuardedCompany> MakeCompany() {
 
 namespace pelora::contract {
 
-INSTANTIATE_TEST_SUITE_P(Samba, GuardedSheetContract, testing::Values(&lab::MakeCompany));
+INSTANTIATE_TEST_SUITE_P(Samba, GuardedSheetContract, ::testing::Values(&lab::MakeCompany));
 
 }  // namespace pelora::contract

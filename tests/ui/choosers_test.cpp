@@ -59,11 +59,10 @@ class ChoosersTest : public ConsoleTest {
   }
 
   console::SheetResult MakeSheetOfRolf() {
-    return console::MakePropertySheet(Objects({kRolf}), {},
-                                      {.store = *session().store,
-                                       .platform = platform_.platform(),
-                                       .templates = module()},
-                                      nullptr);
+    return console::MakePropertySheet(
+        Objects({kRolf}), {},
+        {.store = *session().store, .platform = platform_.platform(), .templates = module()},
+        nullptr);
   }
 
   QtChoosers choosers_{*session().store,

@@ -107,9 +107,8 @@ TEST_F(FeaturesSheet, ArchiveServersAreEditedInTheirDialog) {
       << "a text that its column cuts short stands whole somewhere";
   EXPECT_FALSE(open.IsApplyEnabled());
   open.ClickOk();
-  EXPECT_EQ(
-      Difference(before, Entry(kJuergen)),
-      (Lines{"- peloraUserArchiveServers: archive01", "+ peloraUserArchiveServers: archive03"}));
+  EXPECT_EQ(Difference(before, Entry(kJuergen)), (Lines{"- peloraUserArchiveServers: archive01",
+                                                        "+ peloraUserArchiveServers: archive03"}));
 }
 
 TEST_F(FeaturesSheet, UsersThatDisagreeAreReplacedAfterAQuestion) {

@@ -8,9 +8,9 @@
 #include "hosts/console/console_platform.h"
 #include "hosts/console/make_property_sheet.h"
 #include "hosts/console/message_box.h"
+#include "hosts/session/directory_session.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"
-#include "hosts/session/directory_session.h"
 #include "tests/support/fake_choosers.h"
 #include "tests/support/fault_directory.h"
 
