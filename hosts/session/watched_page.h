@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "hosts/sheets/sheet_pages.h"
 #include "platform/shell_extension.h"
 
 namespace pelora::session {
@@ -17,7 +18,8 @@ struct PageWatch {
   std::function<void(IDialog& dialog)> on_apply;
 };
 
-/// A page of a sheet as it is, with somebody who looks on. The watch may be used until the page is
+/// A page of a sheet with somebody who looks on. One that cannot apply is shown, though the page
+/// itself asks for no more than that the sheet stays. The watch may be used until the page is
 /// destroyed.
 class WatchedPage final : public PropSheetPage, private IDialogController {
  public:
@@ -49,8 +51,11 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     return page_->Controller().ListViewTextRole(id, row, column);
   }
   std::int32_t OnPageNotification(PageNotification notification) override {
-    if (notification == PageNotification::kApply && dialog_ != nullptr) watch_.on_apply(*dialog_);
-    return page_->Controller().OnPageNotification(notification);
+    IDialogController& page = page_->Controller();
+    if (notification != PageNotification::kApply) return page.OnPageNotification(notification);
+    if (dialog_ != nullptr) watch_.on_apply(*dialog_);
+    const std::int32_t answer = page.OnPageNotification(notification);
+    return answer == kPageInvalidStay ? sheets::kPageInvalidShow : answer;
   }
   void OnDestroy() override {
     dialog_ = nullptr;
