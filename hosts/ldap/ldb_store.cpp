@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/ldb_changes.h"
 #include "hosts/ldap/ldb_connection.h"
