@@ -60,19 +60,19 @@ class LdifByLdapmodify : public ::testing::Test {
 };
 
 TEST_F(LdifByLdapmodify, TheToolDoesTheSame) {
-  const std::string text(400, 'x');
+  const std::string text(200, 'x');
   const Change change{.dn = dn_,
                       .attributes = {{"peloraQuotaHard", false, {"100"}, {"200"}},
                                      {"otherMailbox", true, {"a@x", "b@x"}, {"b@x", "Größe@x"}},
-                                     {"peloraFilePath", false, {}, {" " + text}}}};
+                                     {"displayName", false, {}, {" " + text}}}};
   EXPECT_EQ(ApplyByTool({change}), 0) << said_;
   EXPECT_EQ(Stored("peloraQuotaHard"), Lines{"peloraQuotaHard: 200"});
   EXPECT_EQ(Stored("otherMailbox").size(), 2U);
-  EXPECT_EQ(ReadValue(session_->store(), dn_, "peloraFilePath"), " " + text);
+  EXPECT_EQ(ReadValue(session_->store(), dn_, "displayName"), " " + text);
   EXPECT_EQ(ApplyByTool({UndoOf(change)}), 0) << said_;
   EXPECT_EQ(Stored("peloraQuotaHard"), Lines{"peloraQuotaHard: 100"});
   EXPECT_EQ(Stored("otherMailbox"), (Lines{"otherMailbox: a@x", "otherMailbox: b@x"}));
-  EXPECT_EQ(Stored("peloraFilePath"), Lines{});
+  EXPECT_EQ(Stored("displayName"), Lines{});
 }
 
 TEST_F(LdifByLdapmodify, TheToolRefusesWhatIsStale) {
