@@ -112,7 +112,6 @@ bool GuardedTabs::Commit(std::size_t page) {
     tab.recording.AcceptAsSeen(result);
     return false;
   }
-  tab.fields.Settle(*tab.dialog);
   return true;
 }
 
