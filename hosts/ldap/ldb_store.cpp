@@ -26,6 +26,13 @@ class LdbStore final : public IDirectoryStore {
         connection_(std::move(connection)),
         rules_(schema_, [this](const std::string& name) { return connection_->IsName(name); }) {}
 
+  ~LdbStore() override {
+    const auto alone = lock_->KeepThreadsOut();
+    connection_.reset();
+  }
+  LdbStore(const LdbStore&) = delete;
+  LdbStore& operator=(const LdbStore&) = delete;
+
   /// Reads what the store has to know before it is of use.
   StoreStatus Load();
 
@@ -45,6 +52,8 @@ class LdbStore final : public IDirectoryStore {
   /// Names of accounts are unique in the whole directory.
   StoreStatus CheckAccountName(const Entry& entry) const;
 
+  /// Since the file was looked through it may have got what it may not have.
+  [[nodiscard]] StoreStatus CheckModules() const;
   StoreStatus Find(const SearchRequest& request, std::vector<Entry>& entries) const;
   /// The entry itself, without taking the lock.
   StoreStatus FindOne(const std::string& dn, std::span<const std::string> attributes,
@@ -64,6 +73,7 @@ class LdbStore final : public IDirectoryStore {
 StoreStatus LdbStore::Load() {
   LdbFileLock::Hold hold;
   StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
+  if (status.Ok()) status = CheckModules();
   if (status.Ok()) status = FindOne(kRootRecord, {}, root_);
   if (status.code == kLdapNoSuchObject ||
       (status.Ok() && !root_.attributes.contains("schemaNamingContext"))) {
@@ -87,6 +97,13 @@ StoreStatus LdbStore::Load() {
     if (status.Ok()) status = AddToSchema(definition, schema_);
   }
   return AboutFile(std::move(status));
+}
+
+StoreStatus LdbStore::CheckModules() const {
+  Entry modules;
+  StoreStatus status = FindOne(kModulesRecord, {}, modules);
+  if (status.Ok()) return RefuseModules(path_);
+  return status.code == kLdapNoSuchObject ? StoreStatus{} : status;
 }
 
 StoreStatus LdbStore::ReadRoot(Entry& root) {
@@ -245,7 +262,7 @@ StoreStatus OpenLdbStore(const std::string& path, const LdbStoreOptions& options
     LdbFileLock::Hold hold;
     status = lock->Acquire(Purpose::kOpen, hold);
     if (!status.Ok()) return status;
-    status = LdbConnection::Open(path, LdbConnection::Mode::kExisting, connection);
+    status = LdbConnection::Open(lock->LibraryPath(), LdbConnection::Mode::kExisting, connection);
   }
   if (!status.Ok()) {
     return {kLdapServerDown, "cannot open the directory '" + path + "': " + status.text};

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "hosts/ldap/ads_path.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/store_object.h"
 
@@ -76,7 +77,8 @@ HRESULT StoreDirectoryService::BindNames(std::span<const std::string> dns, const
                                          std::vector<Ref<IADs>>& objects) {
   HRESULT answer = S_OK;
   std::size_t at = 0;
-  StoreStatus status = store_.ReadMany(dns, [&](StoreStatus read, Entry entry) {
+  const std::vector<std::string> attributes = BoundAttributes();
+  StoreStatus status = store_.ReadMany(dns, attributes, [&](StoreStatus read, Entry entry) {
     if (!read.Ok()) {
       answer = Answer(std::move(read));
       return false;

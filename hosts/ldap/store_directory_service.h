@@ -37,7 +37,8 @@ class StoreDirectoryService final : public IDirectoryService {
                                       std::uint32_t flags, const Guid& iid,
                                       Ref<IADs>& object) override;
 
-  /// Reads the objects whole, so that none that was bound can fail to be read later.
+  /// Reads all that the extension knows of the objects (`BoundAttributes`), so that none that was
+  /// bound can fail to be read later.
   [[nodiscard]] HRESULT BindPaths(std::span<const std::string> paths, const Guid& iid,
                                   std::vector<Ref<IADs>>& objects) override;
 

@@ -7,6 +7,7 @@
 
 #include "directory/ascii_case.h"
 #include "hosts/ldap/attribute_value.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/ldap_status.h"
 
 namespace pelora::ldap {
@@ -73,16 +74,13 @@ HRESULT StoreObject::Get(std::string_view name, Variant& value) {
   if (const Modification* const staged = FindStaged(name); staged != nullptr) {
     values = &staged->values;
   } else {
-    const HRESULT read = outdated_.contains(name) ? Refresh(name)
-                         : cache_.contains(name)  ? S_OK
-                                                  : FillCache();
-    if (FAILED(read)) return read;
+    if (const HRESULT read = Load(name); FAILED(read)) return read;
     if (const auto cached = cache_.find(name); cached != cache_.end()) values = &cached->second;
   }
   if (values == nullptr || values->empty()) return E_ADS_PROPERTY_NOT_FOUND;
 
   const std::optional<AttributeType> type = store_.schema().Find(name);
-  if (!type && !identity_.is_root) return E_ADS_CANT_CONVERT_DATATYPE;
+  if (!type && !identity_.is_root) return NotInSchema(name);
   return DecodeValues(type ? type->syntax : Syntax::kString, *values, value);
 }
 
@@ -127,7 +125,7 @@ Modification* StoreObject::FindStaged(std::string_view name) {
 
 HRESULT StoreObject::Stage(Operation operation, std::string_view name, const Variant& value) {
   const std::optional<AttributeType> type = store_.schema().Find(name);
-  if (!type) return E_ADS_CANT_CONVERT_DATATYPE;
+  if (!type) return NotInSchema(name);
   Modification change{.operation = operation, .attribute = std::string(name), .values = {}};
   const HRESULT encoded = EncodeValues(type->syntax, value, change.values);
   if (FAILED(encoded)) return encoded;
@@ -144,10 +142,20 @@ StoreStatus StoreObject::ReadEntry(std::vector<std::string> attributes, Entry& e
   return store_.Read(identity_.dn, attributes, entry);
 }
 
+HRESULT StoreObject::Load(std::string_view name) {
+  if (outdated_.contains(name)) return Refresh(name);
+  if (cache_.contains(name)) return S_OK;
+  if (identity_.is_root || IsBoundAttribute(name)) return FillCache();
+  if (read_alone_.contains(name)) return S_OK;
+  const HRESULT status = Refresh(name);
+  if (SUCCEEDED(status)) read_alone_.emplace(name);
+  return status;
+}
+
 HRESULT StoreObject::FillCache() {
   if (is_filled_) return S_OK;
   Entry entry;
-  const HRESULT status = Answer(ReadEntry({}, entry));
+  const HRESULT status = Answer(ReadEntry(BoundAttributes(), entry));
   if (FAILED(status)) return status;
   // Names that are cached already, sent by an earlier commit, stay as they are.
   cache_.merge(entry.attributes);
@@ -177,6 +185,14 @@ void StoreObject::SettleCache() {
     }
   }
   staged_.clear();
+}
+
+HRESULT StoreObject::NotInSchema(std::string_view name) {
+  std::string text =
+      "the directory's schema does not know the attribute '" + std::string(name) + "'";
+  if (IsBoundAttribute(name)) text += ": extend it with \"pelora-deploy schema\"";
+  *last_failure_ = {kLdapUndefinedType, std::move(text)};
+  return E_ADS_CANT_CONVERT_DATATYPE;
 }
 
 HRESULT StoreObject::Answer(StoreStatus status) {

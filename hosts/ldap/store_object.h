@@ -16,8 +16,9 @@ namespace pelora::ldap {
 
 /// An object bound from a store, with its property cache. Born with a count of 1.
 ///
-/// The first read of a name that is not cached reads the whole object, once, unless it was handed
-/// over when the object was bound; from then on a missing name is answered from the cache. What was
+/// The first read of a name that is not cached reads all of `BoundAttributes`, once, unless they
+/// were handed over when the object was bound; from then on a missing name is answered from the
+/// cache. Another name is read by itself, once. What was
 /// staged is what is read. `SetInfo` is one modify request; afterwards what was replaced stays
 /// cached as it was sent, while an attribute that values were added to or deleted from is read anew
 /// when it is next asked for.
@@ -34,7 +35,7 @@ class StoreObject final : public IADs {
 
   /// `store` outlives the object. What the store says of failed requests goes to `last_failure`.
   StoreObject(IDirectoryStore& store, Identity identity, std::shared_ptr<StoreStatus> last_failure);
-  /// An object whose attributes have been read already, all of them.
+  /// An object whose attributes have been read already, all of `BoundAttributes`.
   StoreObject(IDirectoryStore& store, Identity identity, std::shared_ptr<StoreStatus> last_failure,
               AttributeMap attributes);
   StoreObject(const StoreObject&) = delete;
@@ -57,8 +58,12 @@ class StoreObject final : public IADs {
   [[nodiscard]] HRESULT Stage(Modification::Operation operation, std::string_view name,
                               const Variant& value);
   [[nodiscard]] StoreStatus ReadEntry(std::vector<std::string> attributes, Entry& entry);
+  /// Brings an attribute's values into the cache, if it has any and they are not there.
+  [[nodiscard]] HRESULT Load(std::string_view name);
   [[nodiscard]] HRESULT FillCache();
   [[nodiscard]] HRESULT Refresh(std::string_view name);
+  /// For an attribute that the directory's schema does not know.
+  [[nodiscard]] HRESULT NotInSchema(std::string_view name);
   void SettleCache();
   [[nodiscard]] HRESULT Answer(StoreStatus status);
 
@@ -72,6 +77,8 @@ class StoreObject final : public IADs {
   std::vector<Modification> staged_;
   /// Attributes whose values the directory alone knows since they were added to or deleted from.
   std::set<std::string, AttributeNameLess> outdated_;
+  /// Attributes that were read by themselves and are as cached, or not there.
+  std::set<std::string, AttributeNameLess> read_alone_;
 };
 
 }  // namespace pelora::ldap

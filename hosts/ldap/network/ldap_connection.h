@@ -39,6 +39,7 @@ class LdapConnection {
   LdapConnection& operator=(const LdapConnection&) = delete;
 
   [[nodiscard]] const ServerName& server() const { return server_; }
+  [[nodiscard]] const AnswerLimits& limits() const { return options_.limits; }
   /// Valid as long as the connection.
   [[nodiscard]] LDAP* handle() const { return handle_.get(); }
 

@@ -92,7 +92,7 @@ StoreStatus NetworkStore::DoReading(const Reading& read) {
   return read(*second);
 }
 
-StoreStatus NetworkStore::DoWriting(const std::string& what, const Sending& send) {
+StoreStatus NetworkStore::DoWriting(const std::string& what, int answer_type, const Sending& send) {
   // As long as nothing is sent, another connection is as good.
   if (connection_ == nullptr || !connection_->IsUsable()) {
     StoreStatus status = Open();
@@ -105,8 +105,10 @@ StoreStatus NetworkStore::DoWriting(const std::string& what, const Sending& send
   StoreStatus status = send(*connection, id);
   if (!status.Ok()) return status;
   LdapMessagePtr answer;
-  status = connection->Await(id, LdapConnection::Amount::kAll, answer);
-  if (status.Ok()) return OutcomeOf(connection->handle(), answer.get());
+  status = connection->Await(id, LdapConnection::Amount::kNext, answer);
+  if (status.Ok()) status = OutcomeOf(connection->handle(), answer.get(), answer_type);
+  // A server's own codes are not negative: it has said that it was done, or that it was not.
+  if (status.code >= 0) return status;
   return {kLdapTimeout, "whether " + what + " was done is not known: " + status.text};
 }
 
@@ -123,7 +125,8 @@ StoreStatus NetworkStore::Read(const std::string& dn, std::span<const std::strin
   });
 }
 
-StoreStatus NetworkStore::ReadMany(std::span<const std::string> dns, const ReadSink& sink) {
+StoreStatus NetworkStore::ReadMany(std::span<const std::string> dns,
+                                   std::span<const std::string> attributes, const ReadSink& sink) {
   if (dns.empty()) return {};
   const auto count_and_hand_over = [&](StoreStatus status, Entry entry) {
     dns = dns.subspan(1);
@@ -131,7 +134,7 @@ StoreStatus NetworkStore::ReadMany(std::span<const std::string> dns, const ReadS
   };
   return DoReading([&](LdapConnection& connection) {
     // A second reading goes on where the first was cut off.
-    return EntryReader(connection).ReadMany(dns, contexts_, count_and_hand_over);
+    return EntryReader(connection).ReadMany(dns, attributes, contexts_, count_and_hand_over);
   });
 }
 
@@ -151,7 +154,7 @@ StoreStatus NetworkStore::Modify(const std::string& dn,
   if (modifications.empty()) return {};
   StoreStatus status = ModifyRules(*schema_, IsName).CheckValues(modifications);
   if (!status.Ok()) return status;
-  return DoWriting("the change of '" + dn + "'",
+  return DoWriting("the change of '" + dn + "'", LDAP_RES_MODIFY,
                    [&](LdapConnection& connection, LdapConnection::RequestId& id) {
                      return connection.SendModify(dn, modifications, id);
                    });
@@ -160,7 +163,7 @@ StoreStatus NetworkStore::Modify(const std::string& dn,
 StoreStatus NetworkStore::Add(const Entry& entry) {
   StoreStatus status = ModifyRules(*schema_, IsName).CheckNew(entry);
   if (!status.Ok()) return status;
-  return DoWriting("the making of '" + entry.dn + "'",
+  return DoWriting("the making of '" + entry.dn + "'", LDAP_RES_ADD,
                    [&](LdapConnection& connection, LdapConnection::RequestId& id) {
                      return connection.SendAdd(entry, id);
                    });
