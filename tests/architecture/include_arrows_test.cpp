@@ -36,9 +36,10 @@ const std::map<std::string, std::set<std::string>> kHosts = {
     {"new_object", {}},
     {"headless", {"resources", "new_object"}},
     {"ldap", {}},
+    {"changes", {"ldap"}},
     {"windows", {}},
-    {"console", {"resources", "new_object", "ldap"}},
-    {"ctl", {"resources", "headless", "ldap"}},
+    {"console", {"resources", "new_object", "changes", "ldap"}},
+    {"ctl", {"resources", "headless", "changes", "ldap"}},
 };
 
 /// The layer of a path below `src`; empty when it lies in none.
