@@ -122,8 +122,6 @@ bool LdapConnection::SetOptions() const {
       {LDAP_OPT_DEREF, &never},
       {LDAP_OPT_SIZELIMIT, &no_limit},
       {LDAP_OPT_TIMELIMIT, &no_limit},
-      // The ticket is for the server as it is named here, not as some name server calls it back.
-      {LDAP_OPT_X_SASL_NOCANON, LDAP_OPT_ON},
   });
   const bool are_set = std::ranges::all_of(options, [&](const Option& option) {
     return ldap_set_option(handle_.get(), option.number, option.value) == LDAP_OPT_SUCCESS;
@@ -157,7 +155,8 @@ StoreStatus LdapConnection::Connect() {
 
 StoreStatus LdapConnection::SignIn() {
   const BrokenPipeGuard guard;
-  StoreStatus status = SignInWithTicket(handle_.get(), options_.request_timeout, stop_);
+  StoreStatus status =
+      SignInWithTicket(handle_.get(), server_.BareHost(), options_.request_timeout, stop_);
   if (!status.Ok()) status.text = "cannot sign in to '" + server_.Text() + "': " + status.text;
   return status;
 }

@@ -29,7 +29,7 @@ class LdapConnection {
   using RequestId = int;
 
   /// Connects and signs in. On failure `connection` is left empty: the server is not reached (-1,
-  /// -5), there is no usable ticket (49), the module for signing in is missing (-6), the server
+  /// -5), there is no usable ticket (49), there is none for a server of this name (-2), the server
   /// would sign or seal less than is asked for (13), or the port is that of a global catalog or of
   /// TLS (53), or `stop` put an end to it (-8); `text` is one line that names the server.
   static StoreStatus Open(const ServerName& server, const NetworkOptions& options,
