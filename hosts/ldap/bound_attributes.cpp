@@ -7,23 +7,17 @@
 #include "directory/attribute_catalogue.h"
 
 namespace pelora::ldap {
-namespace {
-
-constexpr std::string_view kClasses = "objectClass";
-
-}  // namespace
 
 std::vector<std::string> BoundAttributes() {
-  std::vector<std::string> names = {std::string(kClasses)};
+  std::vector<std::string> names;
   for (const Attribute& attribute : kAttributeCatalogue) names.emplace_back(attribute.name);
   return names;
 }
 
 bool IsBoundAttribute(std::string_view name) {
-  return EqualsWithoutCase(name, kClasses) ||
-         std::ranges::any_of(kAttributeCatalogue, [&](const Attribute& attribute) {
-           return EqualsWithoutCase(name, attribute.name);
-         });
+  return std::ranges::any_of(kAttributeCatalogue, [&](const Attribute& attribute) {
+    return EqualsWithoutCase(name, attribute.name);
+  });
 }
 
 }  // namespace pelora::ldap

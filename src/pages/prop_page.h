@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "directory/ads_base.h"
+#include "platform/field_rows.h"
 #include "platform/shell_extension.h"
 
 namespace pelora {
@@ -23,7 +24,10 @@ using ValueSink = std::function<int(std::string value)>;
 /// groups plug in through the handlers of `CADSBase`.
 ///
 /// Counted; made with one reference, which its maker holds.
-class CPropPage : public IShellExtInit, public IShellPropSheetExt, public CADSBase {
+class CPropPage : public IShellExtInit,
+                  public IShellPropSheetExt,
+                  public CADSBase,
+                  public IFieldRows {
  public:
   /// `bind_interface` is what the page asks of its objects when it loads; `multi_select_hide_list`
   /// the controls that make sense for one object only. Both outlive the page.

@@ -55,10 +55,10 @@ TEST(Misbehaving, AStallAtAnyByteEndsInTime) {
         NetworkSession::Open({.server = Server() + ":" + std::to_string(relay.port()),
                               .request_timeout = std::chrono::milliseconds(200)},
                              session);
-    EXPECT_LT(Clock::now() - begin, std::chrono::seconds(5)) << bytes;
-    EXPECT_EQ(session != nullptr, status.Ok());
+    ASSERT_LT(Clock::now() - begin, std::chrono::seconds(5)) << bytes;
+    ASSERT_EQ(session != nullptr, status.Ok());
     if (status.Ok()) break;
-    EXPECT_EQ(status.code, ldap::kLdapTimeout) << bytes << ": " << status.text;
+    ASSERT_EQ(status.code, ldap::kLdapTimeout) << bytes << ": " << status.text;
     ++stalled;
   }
   EXPECT_GE(stalled, 5);
@@ -158,11 +158,9 @@ TEST(Misbehaving, AMessageThatWouldTakeAllMemoryEndsTheConnection) {
   // It says that two gigabytes follow.
   const Misbehaving server({.raw = std::string("\x30\x84\x7f\xff\xff\xff\x02\x01\x05", 9)},
                            {.request_timeout = kShortWait});
-  const Clock::time_point begin = Clock::now();
-  Entry entry;
-  const StoreStatus status = server.store().Read(kObject, {}, entry);
-  EXPECT_EQ(status.code, -1) << status.text;
-  EXPECT_LT(Clock::now() - begin, std::chrono::seconds(5));
+  // Nobody waits for them.
+  const StoreStatus status = Replace(server.store(), kObject, "mail", {"m"});
+  EXPECT_NE(status.text.find("' was lost"), std::string::npos) << status.text;
 }
 
 TEST(Misbehaving, AHundredThousandValuesAreRead) {

@@ -71,7 +71,9 @@ TEST_F(StoreDirectoryServiceTest, WhatIsBoundTogetherIsReadAtOnceAndNothingElse)
   ASSERT_EQ(service_.BindPaths(paths, IID_IADsUser, objects), S_OK);
   ASSERT_THAT(objects, SizeIs(2));
   ASSERT_THAT(store_.reads, SizeIs(2));
-  EXPECT_EQ(store_.reads[0].attributes, BoundAttributes());
+  std::vector<std::string> expected = BoundAttributes();
+  expected.emplace_back("objectClass");
+  EXPECT_EQ(store_.reads[0].attributes, expected);
 
   // Whatever happens to the directory now: nothing reads as unset that is not.
   store_.failure = {kLdapServerDown, "gone"};

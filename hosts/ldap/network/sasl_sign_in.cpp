@@ -52,7 +52,7 @@ class Exchange {
 
   /// Sends one token and waits for the next. `is_over`: the server takes the exchange for done.
   StoreStatus Say(const std::string& token, std::string& answer, bool& is_over) {
-    const berval credentials = BorrowedValue(token.data(), token.size());
+    berval credentials = BorrowedValue(token.data(), token.size());
     int id = 0;
     int code = ldap_sasl_bind(handle_, nullptr, kMechanism, &credentials, nullptr, nullptr, &id);
     LdapMessagePtr message;
@@ -64,6 +64,8 @@ class Exchange {
     berval* received = nullptr;
     code = ldap_parse_sasl_bind_result(handle_, message.get(), &received, 0);
     const std::unique_ptr<berval, ValueFree> owner(received);
+    // That it could be read says nothing of what it says.
+    if (code == LDAP_SUCCESS) ldap_get_option(handle_, LDAP_OPT_RESULT_CODE, &code);
     if (code != LDAP_SUCCESS && code != LDAP_SASL_BIND_IN_PROGRESS) {
       return {code, TextOf(handle_, code)};
     }
