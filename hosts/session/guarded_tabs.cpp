@@ -5,6 +5,7 @@
 
 #include "directory/error_text.h"
 #include "hosts/changes/change_writer.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/resources/field_label.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
@@ -18,7 +19,7 @@ namespace pelora::session {
 struct GuardedTabs::Tab {
   explicit Tab(const TabSurroundings& surroundings)
       : recording(surroundings.store,
-                  {.attributes = {},
+                  {.attributes = ldap::BoundAttributes(),
                    .keeps = [this](auto attribute) { return fields.IsWanted(attribute); }}),
         told(recording, surroundings.platform.message_box),
         between(surroundings.between ? surroundings.between(told) : nullptr),

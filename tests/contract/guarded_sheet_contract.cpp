@@ -118,6 +118,7 @@ TEST_P(GuardedSheetContract, OkWithoutAnEditSendsNothing) {
   GuardedSheet sheet(store, Users());
   EXPECT_TRUE(sheet.sheet().Ok());
   EXPECT_THAT(store.changed, IsEmpty());
+  EXPECT_THAT(store.read_whole, IsEmpty()) << "there are photos, and secrets";
 }
 
 TEST_P(GuardedSheetContract, AValueThatSomebodyElseChangedIsToldAndNothingOfTheObjectWritten) {

@@ -27,6 +27,8 @@ class FaultStore final : public ldap::IDirectoryStore {
   /// Every reading of entries answers `status` from now on; success: none does any more.
   void FailReading(ldap::StoreStatus status) { reading_ = std::move(status); }
 
+  /// Objects of which every attribute was asked for.
+  std::vector<std::string> read_whole;
   /// Objects that were to be changed, in order.
   std::vector<std::string> changed;
   /// Called before a change is passed on. May be none.
@@ -36,6 +38,7 @@ class FaultStore final : public ldap::IDirectoryStore {
   ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                          ldap::Entry& entry) override {
+    if (attributes.empty()) read_whole.push_back(dn);
     return reading_.Ok() ? target_.Read(dn, attributes, entry) : reading_;
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
