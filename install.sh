@@ -11,7 +11,7 @@ run_packages=(
   # the dialog templates are written for the resource compiler
   binutils-mingw-w64-x86-64 mingw-w64-common
   # the console and the embedded directory
-  qt6-base-dev libcli11-dev libldb-dev libtalloc-dev libtdb-dev libtevent-dev
+  qt6-base-dev libcli11-dev nlohmann-json3-dev libldb-dev libtalloc-dev libtdb-dev libtevent-dev
   # directory servers: LDAP, and Kerberos to sign in with
   libldap-dev libkrb5-dev libsasl2-modules-gssapi-mit krb5-user
   # fonts with the metrics that the dialogs are laid out for
