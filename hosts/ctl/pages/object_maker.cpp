@@ -77,10 +77,10 @@ changes::Change ObjectMaker::Make(NewObjectWish wish) {
   problem = session::AddWizardComponents(
       kind, session_.specifiers, platform_.platform,
       [&](Ref<IDsAdminNewObjExt> extension, sheets::WizardRole /*role*/) {
-        Page page{.fields = {}, .extension = extension};
+        Page page;
         if (const auto rows = Query<IFieldRows>(*extension); rows) {
           for (FieldRow& row : rows->Fields()) {
-            page.fields.push_back({.row = std::move(row), .component = {}, .tab = {}, .place = {}});
+            page.push_back({.row = std::move(row), .component = {}, .tab = {}, .place = {}});
           }
         }
         const HRESULT status = wizard.AddExtension(std::move(extension));
@@ -114,17 +114,17 @@ void ObjectMaker::FillPage(HeadlessNewObjectWizard& wizard, const Page& page,
                            std::vector<Assignment>& assignments) {
   std::vector<Wish> wishes;
   std::erase_if(assignments, [&](const Assignment& assignment) {
-    const auto field = std::ranges::find_if(page.fields, [&assignment](const Field& candidate) {
+    const auto field = std::ranges::find_if(page, [&assignment](const Field& candidate) {
       return EqualsWithoutCase(candidate.row.name, assignment.field);
     });
-    if (field == page.fields.end()) return false;
+    if (field == page.end()) return false;
     Wish wish{.field = &*field};
     if (wishes_.MakeForNew(assignment, wish)) wishes.push_back(std::move(wish));
     return true;
   });
   std::ranges::stable_partition(wishes, &Enables);
   for (const Wish& wish : wishes) PageOperator(wizard.User(), platform_).Fulfil(wish);
-  if (!wizard.IsNextEnabled()) throw Refusal(WhyIncomplete(page.fields, wizard.User().dialog()));
+  if (!wizard.IsNextEnabled()) throw Refusal(WhyIncomplete(page, wizard.User().dialog()));
   if (!wizard.Next()) RefuseAsShown(platform_.message_box, E_FAIL);
 }
 

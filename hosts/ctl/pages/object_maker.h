@@ -39,12 +39,8 @@ class ObjectMaker {
   [[nodiscard]] changes::Change Make(NewObjectWish wish);
 
  private:
-  /// A page of an extension, and what can be filled in on it.
-  struct Page {
-    std::vector<Field> fields;
-    /// The rows live as long as it.
-    Ref<IDsAdminNewObjExt> extension;
-  };
+  /// What can be filled in on the page of an extension, which lives as long as its wizard.
+  using Page = std::vector<Field>;
 
   void FillIn(HeadlessNewObjectWizard& wizard, const std::vector<Page>& pages,
               std::vector<Assignment> assignments);
