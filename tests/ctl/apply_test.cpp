@@ -13,14 +13,15 @@ using ::testing::StartsWith;
 
 class ApplyTest : public PeloractlTest {
  protected:
-  [[nodiscard]] Run Apply(const std::string& table, std::vector<std::string> options = {}) const {
+  [[nodiscard]] ProgramRun Apply(const std::string& table,
+                                 std::vector<std::string> options = {}) const {
     options.insert(options.begin(), {"apply", Write("table.csv", table)});
     return Ctl(options);
   }
 };
 
 TEST_F(ApplyTest, EachRowChangesAnObject) {
-  const Run run = Apply(
+  const ProgramRun run = Apply(
       "object,peloraHidden,otherMailbox+\r\n"
       "h.oender,yes,a@b.example;c@d.example\r\n"
       "t.richter,,\r\n");
@@ -37,9 +38,9 @@ TEST_F(ApplyTest, TablesOfOtherProgramsAreRead) {
 }
 
 TEST_F(ApplyTest, WhatListPrintsCanBeApplied) {
-  const Run listed = Ctl({"list", "--all", "--csv"});
+  const ProgramRun listed = Ctl({"list", "--all", "--csv"});
   const std::string before = Dump();
-  const Run run = Apply(listed.output);
+  const ProgramRun run = Apply(listed.output);
   EXPECT_EQ(run.code, 0) << run.output;
   EXPECT_THAT(run.errors, StartsWith("0 changed, "));
   EXPECT_EQ(Dump(), before);
@@ -75,7 +76,7 @@ TEST_F(ApplyTest, FaultsAreToldWithTheirLineAndNothingIsDone) {
   };
   const std::string before = Dump();
   for (const auto& [table, fault] : faults) {
-    const Run run = Apply(table);
+    const ProgramRun run = Apply(table);
     EXPECT_EQ(run.code, 2) << table;
     EXPECT_THAT(run.errors, HasSubstr(fault));
     EXPECT_THAT(run.output, IsEmpty());
@@ -85,16 +86,17 @@ TEST_F(ApplyTest, FaultsAreToldWithTheirLineAndNothingIsDone) {
 
 TEST_F(ApplyTest, ARetryTakesWhatIsNotDone) {
   const std::string table = "object,peloraHidden\nh.oender,yes\nnobody,yes\nmail01,yes\n";
-  const Run first = Apply(table, {"--report", File("report")});
+  const ProgramRun first = Apply(table, {"--report", File("report")});
   EXPECT_EQ(first.code, 1);
-  const Run again = Apply(table, {"--retry", File("report")});
+  const ProgramRun again = Apply(table, {"--retry", File("report")});
   EXPECT_THAT(again.Lines(),
               ElementsAre(StartsWith("refused\tnobody"), StartsWith("refused\tCN=mail01")));
   EXPECT_EQ(Apply(table, {"--retry", Write("wrong", "no report\nat all\n")}).code, 2);
 }
 
 TEST_F(ApplyTest, FieldsThatAClassHasNotAreRefusedRowByRow) {
-  const Run run = Apply("object,peloraHttpPort,peloraHidden\nmail02,1236,\nh.oender,1236,yes\n");
+  const ProgramRun run =
+      Apply("object,peloraHttpPort,peloraHidden\nmail02,1236,\nh.oender,1236,yes\n");
   EXPECT_THAT(run.Lines(), ElementsAre(StartsWith("changed\t"), StartsWith("refused\t")));
   EXPECT_EQ(Stored(kHelga, "peloraHidden"), "");
 }

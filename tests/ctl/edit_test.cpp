@@ -16,7 +16,7 @@ class EditTest : public PeloractlTest {
  protected:
   EditTest() { environment["TMPDIR"] = File(""); }
 
-  [[nodiscard]] Run Edit(const std::string& editor, std::vector<std::string> arguments) {
+  [[nodiscard]] ProgramRun Edit(const std::string& editor, std::vector<std::string> arguments) {
     environment["EDITOR"] = editor;
     arguments.insert(arguments.begin(), "edit");
     return Ctl(arguments);
@@ -31,7 +31,7 @@ class EditTest : public PeloractlTest {
 };
 
 TEST_F(EditTest, WhatWasChangedIsApplied) {
-  const Run run = Edit(
+  const ProgramRun run = Edit(
       "sed -i -e 's/^peloraHidden: no/peloraHidden: yes/' "
       "-e 's/^otherMailbox:$/otherMailbox: a@b.example\\notherMailbox: c@d.example/'",
       {"h.oender", "t.richter"});
@@ -42,7 +42,7 @@ TEST_F(EditTest, WhatWasChangedIsApplied) {
 }
 
 TEST_F(EditTest, TheTextHasLabelsAndOneLineForEachValue) {
-  const Run run = Edit("cat >&2", {"j.weissflog"});
+  const ProgramRun run = Edit("cat >&2", {"j.weissflog"});
   EXPECT_EQ(run.code, 0) << run.errors;
   EXPECT_THAT(run.errors, HasSubstr("\nCN=Jürgen Weißflog,"));
   EXPECT_THAT(run.errors, HasSubstr("# Hard limit\npeloraQuotaHard: 5000\n"));
@@ -56,14 +56,15 @@ TEST_F(EditTest, AnErrorOpensTheEditorAgainWithTheMessage) {
             "if grep -q '^#! peloraQuotaHard: ' \"$1\"; then\n"
             "  sed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: 6000/' \"$1\"\n"
             "else sed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: lots/' \"$1\"; fi\n");
-  const Run run = Edit("sh " + script, {"j.weissflog"});
+  const ProgramRun run = Edit("sh " + script, {"j.weissflog"});
   EXPECT_EQ(run.code, 0) << run.output << run.errors;
   EXPECT_EQ(Fields("j.weissflog").at("peloraQuotaHard"), 6000);
 }
 
 TEST_F(EditTest, LeavingAnErrorGivesUpAndKeepsTheText) {
   const std::string before = Dump();
-  const Run run = Edit("sed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: lots/'", {"j.weissflog"});
+  const ProgramRun run =
+      Edit("sed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: lots/'", {"j.weissflog"});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.errors, HasSubstr(File("")));
   EXPECT_EQ(TextsLeft(), 1U);
@@ -72,7 +73,7 @@ TEST_F(EditTest, LeavingAnErrorGivesUpAndKeepsTheText) {
 }
 
 TEST_F(EditTest, AnEditorThatFailsChangesNothing) {
-  const Run run = Edit("false", {"j.weissflog"});
+  const ProgramRun run = Edit("false", {"j.weissflog"});
   EXPECT_EQ(run.code, 2);
   EXPECT_EQ(TextsLeft(), 1U);
 }
@@ -82,7 +83,7 @@ TEST_F(EditTest, WhatSomebodyElseChangedMeanwhileIsNotOverwritten) {
                             " set j.weissflog peloraQuotaHard=7000 >/dev/null 2>&1";
   const std::string script = Write(
       "editor.sh", other + "\nsed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: 6000/' \"$1\"\n");
-  const Run run = Edit("sh " + script, {"j.weissflog"});
+  const ProgramRun run = Edit("sh " + script, {"j.weissflog"});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.output, HasSubstr("7000"));
   EXPECT_EQ(Fields("j.weissflog").at("peloraQuotaHard"), 7000);

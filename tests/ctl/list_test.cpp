@@ -26,7 +26,7 @@ std::vector<std::vector<std::string>> Rows(const std::string& csv) {
 }
 
 TEST_F(ListTest, ObjectsWithAnAccountAreListedByName) {
-  const Run run = Ctl({"list", "--csv"});
+  const ProgramRun run = Ctl({"list", "--csv"});
   EXPECT_EQ(run.code, 0) << run.errors;
   EXPECT_THAT(run.output, StartsWith("dn,name,class,mail,accountType,peloraUserServer,"
                                      "peloraQuotaHard\r\n"));
@@ -42,7 +42,7 @@ TEST_F(ListTest, ObjectsWithAnAccountAreListedByName) {
 TEST_F(ListTest, OneClassIsListedWithoutTheOthers) {
   for (const char* word :
        {"user", "contact", "group", "addresslist", "dynamiclist", "company", "server"}) {
-    const Run run = Ctl({"list", word, "--all", "--json", "--columns", "class,name"});
+    const ProgramRun run = Ctl({"list", word, "--all", "--json", "--columns", "class,name"});
     EXPECT_EQ(run.code, 0) << run.errors;
     ASSERT_FALSE(run.Lines().empty()) << word;
     for (const std::string& line : run.Lines()) EXPECT_EQ(json::parse(line).at("class"), word);
@@ -50,8 +50,8 @@ TEST_F(ListTest, OneClassIsListedWithoutTheOthers) {
 }
 
 TEST_F(ListTest, ColumnsAreChosen) {
-  const Run run = Ctl({"list", "user", "--columns", "NAME,otherMailbox,peloraquotahard,dn",
-                       "--filter", "(sAMAccountName=j.weissflog)", "--csv"});
+  const ProgramRun run = Ctl({"list", "user", "--columns", "NAME,otherMailbox,peloraquotahard,dn",
+                              "--filter", "(sAMAccountName=j.weissflog)", "--csv"});
   const auto rows = Rows(run.output);
   ASSERT_EQ(rows.size(), 2U);
   EXPECT_THAT(rows[0], ElementsAre("name", "otherMailbox", "peloraQuotaHard", "dn"));
@@ -60,20 +60,20 @@ TEST_F(ListTest, ColumnsAreChosen) {
 }
 
 TEST_F(ListTest, JsonIsKeyedByColumn) {
-  const Run run = Ctl({"list", "server", "--json", "--columns", "name,peloraHttpPort,mail"});
+  const ProgramRun run = Ctl({"list", "server", "--json", "--columns", "name,peloraHttpPort,mail"});
   const json first = json::parse(run.Lines().front());
   EXPECT_EQ(first, (json{{"name", "archive01"}, {"peloraHttpPort", nullptr}, {"mail", nullptr}}));
 }
 
 TEST_F(ListTest, TheTableForAPersonLeavesTheNameInTheDirectoryOut) {
-  const Run run = Ctl({"list", "user"});
+  const ProgramRun run = Ctl({"list", "user"});
   EXPECT_THAT(run.output, StartsWith("name"));
   EXPECT_THAT(run.output, Not(HasSubstr("DC=linden-werke")));
   EXPECT_THAT(Ctl({"list", "user", "--columns", "dn"}).output, HasSubstr("DC=linden-werke"));
 }
 
 TEST_F(ListTest, ABaseCountsItself) {
-  const Run run = Ctl({"list", "--json", "--columns", "dn", "--base", kUnit, "company"});
+  const ProgramRun run = Ctl({"list", "--json", "--columns", "dn", "--base", kUnit, "company"});
   EXPECT_THAT(run.output, HasSubstr(kUnit));
 }
 

@@ -11,7 +11,7 @@ using ::testing::StartsWith;
 
 class NewTest : public PeloractlTest {
  protected:
-  [[nodiscard]] Run New(std::vector<std::string> arguments) const {
+  [[nodiscard]] ProgramRun New(std::vector<std::string> arguments) const {
     arguments.insert(arguments.begin(), {"new", "--in", kUnit});
     return Ctl(arguments);
   }
@@ -21,9 +21,10 @@ class NewTest : public PeloractlTest {
 };
 
 TEST_F(NewTest, AUserIsMadeWithItsSettings) {
-  const Run run = New({"user", "Ada Larsen", "givenName=Ada", "sn=Larsen", "sAMAccountName=ada",
-                       "peloraAccount=yes", "mail=ada@linden-werke.example",
-                       "peloraUserServer=mail02", "displayName=Ada L."});
+  const ProgramRun run =
+      New({"user", "Ada Larsen", "givenName=Ada", "sn=Larsen", "sAMAccountName=ada",
+           "peloraAccount=yes", "mail=ada@linden-werke.example", "peloraUserServer=mail02",
+           "displayName=Ada L."});
   EXPECT_EQ(run.code, 0) << run.output;
   EXPECT_EQ(run.output, "changed\t" + Dn("Ada Larsen") + "\n");
   EXPECT_EQ(Stored(Dn("Ada Larsen"), "sAMAccountName"), "ada");
@@ -34,13 +35,13 @@ TEST_F(NewTest, AUserIsMadeWithItsSettings) {
 }
 
 TEST_F(NewTest, ALogonNameThatCannotBeSuggestedIsRefused) {
-  const Run run = New({"user", "Ada Larsen"});
+  const ProgramRun run = New({"user", "Ada Larsen"});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.output, StartsWith("refused\t" + Dn("Ada Larsen") + "\t"));
 }
 
 TEST_F(NewTest, APageThatIsNotCompleteIsRefused) {
-  const Run run = New({"user", "Ada Larsen", "sAMAccountName=ada", "peloraAccount=yes"});
+  const ProgramRun run = New({"user", "Ada Larsen", "sAMAccountName=ada", "peloraAccount=yes"});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.output, StartsWith("refused\t"));
   EXPECT_EQ(Stored(Dn("Ada Larsen"), "cn"), "no such object");
@@ -64,8 +65,8 @@ TEST_F(NewTest, AComputersNameEndsWithItsSign) {
 }
 
 TEST_F(NewTest, ListsAreMadeByTheirOwnWizards) {
-  const Run run = New({"addresslist", "Everybody", "peloraAccount=yes", "peloraFilter=(mail=*)",
-                       "peloraBase=" + std::string(kUnit)});
+  const ProgramRun run = New({"addresslist", "Everybody", "peloraAccount=yes",
+                              "peloraFilter=(mail=*)", "peloraBase=" + std::string(kUnit)});
   EXPECT_EQ(run.code, 0) << run.output;
   EXPECT_EQ(Stored(Dn("Everybody"), "peloraFilter"), "(mail=*)");
   EXPECT_EQ(Stored(Dn("Everybody"), "peloraBase"), kUnit);
@@ -80,7 +81,7 @@ TEST_F(NewTest, FieldsThatTheClassHasNotAreRefused) {
 }
 
 TEST_F(NewTest, AFileHoldsNoPasswords) {
-  const Run run = Ctl(
+  const ProgramRun run = Ctl(
       {"new", "user", "Ada", "--in", kUnit, "sAMAccountName=ada", "--password-stdin"}, "secret\n");
   EXPECT_EQ(run.code, 2);
   EXPECT_EQ(Stored(Dn("Ada"), "cn"), "no such object");
@@ -89,12 +90,13 @@ TEST_F(NewTest, AFileHoldsNoPasswords) {
 TEST_F(NewTest, NamesThatAreTakenFailAndContainersThatAreNotThereAreRefused) {
   EXPECT_EQ(New({"contact", "Ada"}).code, 0);
   EXPECT_THAT(New({"contact", "Ada"}).output, StartsWith("failed\t"));
-  const Run run = Ctl({"new", "contact", "Ada", "--in", "OU=Nowhere,DC=linden-werke,DC=example"});
+  const ProgramRun run =
+      Ctl({"new", "contact", "Ada", "--in", "OU=Nowhere,DC=linden-werke,DC=example"});
   EXPECT_THAT(run.output, StartsWith("refused\t"));
 }
 
 TEST_F(NewTest, ADryRunPrintsTheAddition) {
-  const Run run = New({"--dry-run", "contact", "Ada"});
+  const ProgramRun run = New({"--dry-run", "contact", "Ada"});
   EXPECT_EQ(run.code, 0) << run.errors;
   EXPECT_THAT(run.output, HasSubstr("changetype: add"));
   EXPECT_EQ(Stored(Dn("Ada"), "cn"), "no such object");

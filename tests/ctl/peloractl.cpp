@@ -39,15 +39,16 @@ const std::string& SampleFile() {
 
 }  // namespace
 
-std::vector<std::string> Run::Lines() const {
+std::vector<std::string> ProgramRun::Lines() const {
   std::vector<std::string> lines;
   std::istringstream stream(output);
   for (std::string line; std::getline(stream, line);) lines.push_back(line);
   return lines;
 }
 
-Run RunProgram(const std::vector<std::string>& arguments,
-               const std::map<std::string, std::string>& environment, const std::string& input) {
+ProgramRun RunProgram(const std::vector<std::string>& arguments,
+                      const std::map<std::string, std::string>& environment,
+                      const std::string& input) {
   const TemporaryFolder folder;
   const std::string in = folder.File("in");
   const std::string out = folder.File("out");
@@ -84,18 +85,18 @@ PeloractlTest::PeloractlTest() {
   environment = {{"HOME", folder_.path().string()}, {"PATH", "/usr/bin:/bin"}};
 }
 
-Run PeloractlTest::Bare(std::vector<std::string> arguments) const {
+ProgramRun PeloractlTest::Bare(std::vector<std::string> arguments) const {
   arguments.insert(arguments.begin(), PELORACTL);
   return RunProgram(arguments, environment);
 }
 
-Run PeloractlTest::Ctl(std::vector<std::string> arguments, const std::string& input) const {
+ProgramRun PeloractlTest::Ctl(std::vector<std::string> arguments, const std::string& input) const {
   arguments.insert(arguments.begin(), {PELORACTL, "--directory", File("company.ldb")});
   return RunProgram(arguments, environment, input);
 }
 
 nlohmann::json PeloractlTest::Fields(const std::string& object) const {
-  const Run run = Ctl({"show", "--json", object});
+  const ProgramRun run = Ctl({"show", "--json", object});
   EXPECT_EQ(run.code, 0) << run.errors;
   return nlohmann::json::parse(run.output).at("fields");
 }
@@ -115,8 +116,8 @@ std::string PeloractlTest::Stored(const std::string& dn, const std::string& attr
 }
 
 std::string PeloractlTest::Dump() const {
-  const Run run = RunProgram({"/usr/bin/ldbsearch", "-H", File("company.ldb"), "--sorted"},
-                             {{"PATH", "/usr/bin:/bin"}});
+  const ProgramRun run = RunProgram({"/usr/bin/ldbsearch", "-H", File("company.ldb"), "--sorted"},
+                                    {{"PATH", "/usr/bin:/bin"}});
   EXPECT_EQ(run.code, 0) << run.errors;
   return run.output;
 }

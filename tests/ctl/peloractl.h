@@ -13,7 +13,7 @@
 namespace pelora::testing {
 
 /// What a run of a program left behind.
-struct Run {
+struct ProgramRun {
   int code = -1;
   std::string output;
   std::string errors;
@@ -23,9 +23,9 @@ struct Run {
 };
 
 /// Runs a program with nothing of its own environment but what is given, and waits for its end.
-[[nodiscard]] Run RunProgram(const std::vector<std::string>& arguments,
-                             const std::map<std::string, std::string>& environment = {},
-                             const std::string& input = {});
+[[nodiscard]] ProgramRun RunProgram(const std::vector<std::string>& arguments,
+                                    const std::map<std::string, std::string>& environment = {},
+                                    const std::string& input = {});
 
 /// The built program on a directory file of the test's own, which holds the sample company.
 class PeloractlTest : public ::testing::Test {
@@ -33,9 +33,10 @@ class PeloractlTest : public ::testing::Test {
   PeloractlTest();
 
   /// Runs the program on the directory.
-  [[nodiscard]] Run Ctl(std::vector<std::string> arguments, const std::string& input = {}) const;
+  [[nodiscard]] ProgramRun Ctl(std::vector<std::string> arguments,
+                               const std::string& input = {}) const;
   /// The same without a directory named.
-  [[nodiscard]] Run Bare(std::vector<std::string> arguments) const;
+  [[nodiscard]] ProgramRun Bare(std::vector<std::string> arguments) const;
   /// The settings of an object, as `show --json` prints them.
   [[nodiscard]] nlohmann::json Fields(const std::string& object) const;
   /// What the directory holds of an object's attribute, values in order, one a line.

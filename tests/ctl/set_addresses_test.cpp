@@ -13,7 +13,7 @@ using ::testing::UnorderedElementsAre;
 class SetAddressesTest : public PeloractlTest {
  protected:
   [[nodiscard]] std::string Set(const std::string& assignment) const {
-    const Run run = Ctl({"set", "j.weissflog", assignment});
+    const ProgramRun run = Ctl({"set", "j.weissflog", assignment});
     return run.output.substr(0, run.output.find('\t'));
   }
   [[nodiscard]] std::string Default() const { return Fields("j.weissflog").at("mail"); }
@@ -69,15 +69,15 @@ TEST_F(SetAddressesTest, RemovingTheDefaultAddressPassesItOn) {
 
 TEST_F(SetAddressesTest, TheFirstAddressOfAllBecomesTheDefaultOne) {
   ASSERT_EQ(Ctl({"new", "contact", "Bare", "--in", kUnit}).code, 0);
-  const Run run = Ctl({"set", "Bare", "otherMailbox=one@b.example;two@b.example"});
+  const ProgramRun run = Ctl({"set", "Bare", "otherMailbox=one@b.example;two@b.example"});
   EXPECT_THAT(run.output, StartsWith("changed\t"));
   EXPECT_EQ(Fields("Bare").at("mail"), "one@b.example");
   EXPECT_EQ(Fields("Bare").at("otherMailbox"), json::array({"two@b.example"}));
 }
 
 TEST_F(SetAddressesTest, DefaultAndOthersOfOneCommandBelongTogether) {
-  const Run run = Ctl({"set", "j.weissflog", std::string("otherMailbox-=") + kFirst,
-                       "mail=chef@linden-werke.example"});
+  const ProgramRun run = Ctl({"set", "j.weissflog", std::string("otherMailbox-=") + kFirst,
+                              "mail=chef@linden-werke.example"});
   EXPECT_THAT(run.output, StartsWith("changed\t"));
   EXPECT_EQ(Default(), "chef@linden-werke.example");
   EXPECT_THAT(Others(), UnorderedElementsAre(kSecond, kThird));

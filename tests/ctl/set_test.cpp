@@ -19,7 +19,7 @@ class SetTest : public PeloractlTest {
   /// The result of a set of one object: its word, and its message behind a blank.
   [[nodiscard]] std::string Set(std::vector<std::string> arguments) const {
     arguments.insert(arguments.begin(), {"set", "--json"});
-    const Run run = Ctl(arguments);
+    const ProgramRun run = Ctl(arguments);
     if (run.Lines().size() != 1) return run.output + run.errors;
     const json result = json::parse(run.output);
     const std::string word = result.at("result");
@@ -30,7 +30,7 @@ class SetTest : public PeloractlTest {
 };
 
 TEST_F(SetTest, LinesTellResultNameAndMessageAndTheErrorsEndWithTheSums) {
-  const Run run = Ctl({"set", "nobody", "h.oender", "peloraHidden=yes"});
+  const ProgramRun run = Ctl({"set", "nobody", "h.oender", "peloraHidden=yes"});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.Lines(),
               ElementsAre("refused\tnobody\tno such object", std::string("changed\t") + kHelga));
@@ -40,7 +40,7 @@ TEST_F(SetTest, LinesTellResultNameAndMessageAndTheErrorsEndWithTheSums) {
 }
 
 TEST_F(SetTest, ResultsAreJsonWhenAskedFor) {
-  const Run run = Ctl({"set", "--json", "h.oender", "nobody", "peloraHidden=on"});
+  const ProgramRun run = Ctl({"set", "--json", "h.oender", "nobody", "peloraHidden=on"});
   ASSERT_EQ(run.Lines().size(), 2U);
   EXPECT_EQ(json::parse(run.Lines()[0]),
             (json{{"result", "changed"}, {"dn", kHelga}, {"message", nullptr}, {"code", nullptr}}));
@@ -125,7 +125,7 @@ TEST_F(SetTest, FeaturesAreEnabledAndDisabled) {
 }
 
 TEST_F(SetTest, WhatStandsInBothListsIsRefused) {
-  const Run changed =
+  const ProgramRun changed =
       RunProgram({"/usr/bin/ldbmodify", "-H", File("company.ldb")}, {{"PATH", "/usr/bin"}},
                  std::string("dn: ") + kTom +
                      "\nchangetype: modify\nadd: peloraDisabledFeatures\n"
@@ -180,14 +180,14 @@ TEST_F(SetTest, ArchiveServersAreTyped) {
 }
 
 TEST_F(SetTest, FieldsOfOtherClassesAreRefused) {
-  const Run run = Ctl({"set", "h.oender", "mail01", "peloraHttpPort=1236"});
+  const ProgramRun run = Ctl({"set", "h.oender", "mail01", "peloraHttpPort=1236"});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.Lines()[0], HasSubstr("peloraHttpPort"));
   EXPECT_THAT(run.Lines()[1], StartsWith("changed\t"));
 }
 
 TEST_F(SetTest, APagesRuleRefusesWithItsCode) {
-  const Run run = Ctl({"set", "--json", "mail01", "peloraFilePath="});
+  const ProgramRun run = Ctl({"set", "--json", "mail01", "peloraFilePath="});
   EXPECT_EQ(run.code, 1);
   const json result = json::parse(run.output);
   EXPECT_EQ(result.at("result"), "refused");
@@ -196,16 +196,16 @@ TEST_F(SetTest, APagesRuleRefusesWithItsCode) {
 }
 
 TEST_F(SetTest, SeveralObjectsOfANameAreRefusedWithTheirNames) {
-  const Run made = Ctl({"set", "t.richter", "otherMailbox+=h.oender@linden-werke.example"});
+  const ProgramRun made = Ctl({"set", "t.richter", "otherMailbox+=h.oender@linden-werke.example"});
   ASSERT_EQ(made.code, 0) << made.output;
-  const Run run = Ctl({"set", "h.oender@linden-werke.example", "peloraHidden=yes"});
+  const ProgramRun run = Ctl({"set", "h.oender@linden-werke.example", "peloraHidden=yes"});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.output, AllOf(StartsWith("refused\t"), HasSubstr(kHelga), HasSubstr(kTom)));
 }
 
 TEST_F(SetTest, SelectedObjectsCountInTheOrderOfTheirNames) {
   const std::string base = std::string("OU=IT,") + kUnit;
-  const Run run =
+  const ProgramRun run =
       Ctl({"set", "--base", base, "--class", "user", "j.weissflog", kTom, "peloraHidden=yes"});
   EXPECT_EQ(run.code, 0) << run.output;
   const std::vector<std::string> lines = run.Lines();
@@ -216,7 +216,8 @@ TEST_F(SetTest, SelectedObjectsCountInTheOrderOfTheirNames) {
 }
 
 TEST_F(SetTest, StopEndsAtTheFirstThatIsNotDone) {
-  const Run run = Ctl({"set", "--stop", "h.oender", "mail01", "t.richter", "peloraHidden=yes"});
+  const ProgramRun run =
+      Ctl({"set", "--stop", "h.oender", "mail01", "t.richter", "peloraHidden=yes"});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.Lines(), ElementsAre(StartsWith("changed\t"), StartsWith("refused\t"),
                                        StartsWith("skipped\t")));
@@ -229,20 +230,20 @@ TEST_F(SetTest, ADryRunPrintsLdifThatHasTheSameEffect) {
   std::vector<std::string> rehearsed = asked;
   rehearsed.push_back("--dry-run");
   const std::string before = Dump();
-  const Run dry = Ctl(rehearsed);
+  const ProgramRun dry = Ctl(rehearsed);
   EXPECT_EQ(dry.code, 0) << dry.errors;
   EXPECT_EQ(Dump(), before);
   EXPECT_THAT(dry.output, AllOf(HasSubstr("changetype: modify"), Not(HasSubstr("changed"))));
   EXPECT_THAT(dry.errors, AllOf(HasSubstr("changed\t"), HasSubstr("2 changed")));
-  const Run applied = RunProgram({"/usr/bin/ldbmodify", "-H", File("company.ldb")},
-                                 {{"PATH", "/usr/bin"}}, dry.output);
+  const ProgramRun applied = RunProgram({"/usr/bin/ldbmodify", "-H", File("company.ldb")},
+                                        {{"PATH", "/usr/bin"}}, dry.output);
   ASSERT_EQ(applied.code, 0) << applied.errors << dry.output;
-  const Run again = Ctl(asked);
+  const ProgramRun again = Ctl(asked);
   EXPECT_THAT(again.errors, StartsWith("0 changed, 2 unchanged"));
 }
 
 TEST_F(SetTest, AReportHasTheResultsAsJsonLines) {
-  const Run run =
+  const ProgramRun run =
       Ctl({"set", "--report", File("report"), "h.oender", "mail01", "peloraHidden=yes"});
   EXPECT_EQ(run.code, 1);
   const std::string report = Read(File("report"));

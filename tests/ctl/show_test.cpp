@@ -14,7 +14,7 @@ using ::testing::IsEmpty;
 class ShowTest : public PeloractlTest {};
 
 TEST_F(ShowTest, JsonHasEveryFieldOfTheClass) {
-  const Run run = Ctl({"show", "--json", "j.weissflog"});
+  const ProgramRun run = Ctl({"show", "--json", "j.weissflog"});
   EXPECT_EQ(run.code, 0) << run.errors;
   const json shown = json::parse(run.output);
   EXPECT_EQ(shown.at("class"), "user");
@@ -32,7 +32,7 @@ TEST_F(ShowTest, JsonHasEveryFieldOfTheClass) {
 }
 
 TEST_F(ShowTest, APersonSeesTabsGroupsLabelsAndValues) {
-  const Run run = Ctl({"show", "j.weissflog"});
+  const ProgramRun run = Ctl({"show", "j.weissflog"});
   EXPECT_EQ(run.code, 0) << run.errors;
   EXPECT_THAT(run.output, HasSubstr("Pelora Features"));
   EXPECT_THAT(run.output, ContainsRegex("Hard limit +peloraQuotaHard +5000"));
@@ -43,15 +43,15 @@ TEST_F(ShowTest, ObjectsAreFoundByWhatTheyAreCalled) {
                            "juergen@linden-werke.example", "jürgen weißflog",
                            "cn=jürgen weißflog, ou=geschäftsleitung,ou=Linden-Werke Chemnitz,"
                            "dc=linden-werke,dc=example"}) {
-    const Run run = Ctl({"show", "--json", name});
+    const ProgramRun run = Ctl({"show", "--json", name});
     EXPECT_EQ(run.code, 0) << name << run.errors;
     EXPECT_THAT(run.output, HasSubstr("\"name\":\"Jürgen Weißflog\"")) << name;
   }
 }
 
 TEST_F(ShowTest, WhatCannotBeShownIsToldAndTheOthersAreShown) {
-  const Run run = Ctl({"show", "--json", "nobody", "h.oender", "DC=linden-werke,DC=example",
-                       "CN=Nobody,DC=linden-werke,DC=example"});
+  const ProgramRun run = Ctl({"show", "--json", "nobody", "h.oender", "DC=linden-werke,DC=example",
+                              "CN=Nobody,DC=linden-werke,DC=example"});
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.Lines().size(), 1U);
   EXPECT_THAT(run.errors, HasSubstr("nobody: no such object"));
@@ -60,7 +60,7 @@ TEST_F(ShowTest, WhatCannotBeShownIsToldAndTheOthersAreShown) {
 }
 
 TEST_F(ShowTest, AnObjectNamedTwiceIsShownOnce) {
-  const Run run = Ctl({"show", "--json", "h.oender", kHelga, "Helga Önder"});
+  const ProgramRun run = Ctl({"show", "--json", "h.oender", kHelga, "Helga Önder"});
   EXPECT_EQ(run.Lines().size(), 1U);
 }
 
@@ -72,21 +72,22 @@ TEST_F(ShowTest, NamesInAFileAreTakenWithoutCommentsAndBlankLines) {
 
 TEST_F(ShowTest, SelectionsAreNarrowedByEachOption) {
   const std::string base = std::string("OU=IT,") + kUnit;
-  const Run all = Ctl({"show", "--json", "--base", base});
+  const ProgramRun all = Ctl({"show", "--json", "--base", base});
   EXPECT_EQ(all.code, 0) << all.errors;
-  const Run users = Ctl({"show", "--json", "--base", base, "--class", "user"});
+  const ProgramRun users = Ctl({"show", "--json", "--base", base, "--class", "user"});
   // The base itself is an organisational unit.
   EXPECT_EQ(all.Lines().size(), users.Lines().size() + 1);
-  const Run one =
+  const ProgramRun one =
       Ctl({"show", "--json", "--base", base, "--class", "user", "--filter", "sn=Richter"});
   EXPECT_EQ(one.Lines().size(), 1U);
-  const Run none = Ctl({"show", "--json", "--filter", "(sn=Nobody)"});
+  const ProgramRun none = Ctl({"show", "--json", "--filter", "(sn=Nobody)"});
   EXPECT_EQ(none.code, 0);
   EXPECT_THAT(none.output, IsEmpty());
 }
 
 TEST_F(ShowTest, TogetherCountsWhatDiffers) {
-  const Run run = Ctl({"show", "--together", "--json", "h.oender", "t.richter", "j.weissflog"});
+  const ProgramRun run =
+      Ctl({"show", "--together", "--json", "h.oender", "t.richter", "j.weissflog"});
   EXPECT_EQ(run.code, 0) << run.errors;
   EXPECT_EQ(run.Lines().size(), 1U);
   const json shown = json::parse(run.output);
@@ -96,7 +97,7 @@ TEST_F(ShowTest, TogetherCountsWhatDiffers) {
   EXPECT_EQ(limits.at(0).at("value"), nullptr);
   EXPECT_EQ(limits.at(0).at("count"), 2);
   EXPECT_EQ(limits.at(1).at("value"), 5000);
-  const Run text = Ctl({"show", "--together", "h.oender", "t.richter"});
+  const ProgramRun text = Ctl({"show", "--together", "h.oender", "t.richter"});
   EXPECT_THAT(text.output, ContainsRegex("mail01 \\(1\\)"));
 }
 

@@ -14,20 +14,20 @@ class UndoTest : public PeloractlTest {};
 
 TEST_F(UndoTest, WhatWasDoneIsTakenBack) {
   const nlohmann::json before = Fields("h.oender");
-  const Run run = Ctl({"set", "--undo-file", File("undo"), "h.oender", "t.richter",
-                       "peloraHidden=yes", "accountType=room", "mail=x@b.example"});
+  const ProgramRun run = Ctl({"set", "--undo-file", File("undo"), "h.oender", "t.richter",
+                              "peloraHidden=yes", "accountType=room", "mail=x@b.example"});
   ASSERT_EQ(run.code, 0) << run.output;
-  const Run undone = Ctl({"undo", File("undo")});
+  const ProgramRun undone = Ctl({"undo", File("undo")});
   EXPECT_EQ(undone.code, 0) << undone.output;
   EXPECT_THAT(undone.errors, StartsWith("2 changed"));
   EXPECT_EQ(Fields("h.oender"), before);
   EXPECT_EQ(Stored(kHelga, "peloraHidden"), "");
-  const Run again = Ctl({"undo", File("undo")});
+  const ProgramRun again = Ctl({"undo", File("undo")});
   EXPECT_THAT(again.errors, StartsWith("0 changed, 2 unchanged"));
 }
 
 TEST_F(UndoTest, AFileThatIsThereIsNotTaken) {
-  const Run run =
+  const ProgramRun run =
       Ctl({"set", "--undo-file", Write("undo", "precious"), "h.oender", "peloraHidden=yes"});
   EXPECT_EQ(run.code, 2);
   EXPECT_EQ(Read(File("undo")), "precious");
@@ -38,7 +38,7 @@ TEST_F(UndoTest, WhatSomebodyChangedSinceIsLeftAlone) {
   ASSERT_EQ(Ctl({"set", "--undo-file", File("undo"), "k.boettger", "peloraQuotaHard=3000"}).code,
             0);
   ASSERT_EQ(Ctl({"set", "k.boettger", "peloraQuotaHard=4000"}).code, 0);
-  const Run run = Ctl({"undo", File("undo")});
+  const ProgramRun run = Ctl({"undo", File("undo")});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.output, StartsWith("refused\t"));
   EXPECT_THAT(run.output, HasSubstr("4000"));

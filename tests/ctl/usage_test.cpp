@@ -32,6 +32,8 @@ TEST_F(UsageTest, WrongArgumentsAreOneLineAndTheCodeTwo) {
       {"set", "--base", "OU=Nowhere,DC=linden-werke,DC=example", "peloraHidden=yes"},
       {"set", "--from", "/nowhere/names", "peloraHidden=yes"},
       {"show"},
+      {"show", "h.oender", "peloraHidden=yes"},
+      {"edit", "h.oender", "peloraHidden=yes"},
       {"list", "nobody"},
       {"list", "user", "contact"},
       {"list", "--columns", "dn,peloraNothing"},
@@ -51,7 +53,7 @@ TEST_F(UsageTest, WrongArgumentsAreOneLineAndTheCodeTwo) {
   };
   const std::string before = Dump();
   for (const std::vector<std::string>& arguments : wrong) {
-    const Run run = Ctl(arguments);
+    const ProgramRun run = Ctl(arguments);
     SCOPED_TRACE(::testing::PrintToString(arguments));
     EXPECT_EQ(run.code, 2);
     EXPECT_THAT(run.output, IsEmpty());
@@ -62,20 +64,20 @@ TEST_F(UsageTest, WrongArgumentsAreOneLineAndTheCodeTwo) {
 }
 
 TEST_F(UsageTest, HelpAndVersionGoToTheOutput) {
-  const Run help = Bare({"--help"});
+  const ProgramRun help = Bare({"--help"});
   EXPECT_EQ(help.code, 0);
   EXPECT_THAT(help.output, AllOf(HasSubstr("--directory"), HasSubstr("apply"), HasSubstr("130")));
-  const Run set = Bare({"set", "--help"});
+  const ProgramRun set = Bare({"set", "--help"});
   EXPECT_EQ(set.code, 0);
   EXPECT_THAT(set.output, AllOf(HasSubstr("OBJECT... FIELD=VALUE..."), HasSubstr("--undo-file")));
-  const Run version = Bare({"--version"});
+  const ProgramRun version = Bare({"--version"});
   EXPECT_EQ(version.code, 0);
   EXPECT_EQ(version.output, "peloractl " PELORA_VERSION "\n");
 }
 
 TEST_F(UsageTest, WithoutADirectoryOneLineNamesTheWaysToOne) {
   environment["KRB5CCNAME"] = "FILE:" + File("no-ticket");
-  const Run run = Bare({"list"});
+  const ProgramRun run = Bare({"list"});
   EXPECT_EQ(run.code, 3);
   for (const char* way : {"kinit", "--server", "--directory", "--sample"}) {
     EXPECT_THAT(run.errors, HasSubstr(way));
@@ -84,46 +86,46 @@ TEST_F(UsageTest, WithoutADirectoryOneLineNamesTheWaysToOne) {
 }
 
 TEST_F(UsageTest, ADirectoryThatIsNotThereIsTheCodeThree) {
-  const Run run = Bare({"--directory", File("nothing.ldb"), "list"});
+  const ProgramRun run = Bare({"--directory", File("nothing.ldb"), "list"});
   EXPECT_EQ(run.code, 3);
   EXPECT_THAT(run.errors, HasSubstr("nothing.ldb"));
 }
 
 TEST_F(UsageTest, TheEnvironmentNamesADirectory) {
   environment["PELORA_DIRECTORY"] = File("company.ldb");
-  const Run run = Bare({"show", "h.oender", "--json"});
+  const ProgramRun run = Bare({"show", "h.oender", "--json"});
   EXPECT_EQ(run.code, 0) << run.errors;
   EXPECT_THAT(run.output, HasSubstr("Helga"));
 }
 
 TEST_F(UsageTest, TheSampleCompanyIsMadeAtFirstUse) {
   environment["XDG_DATA_HOME"] = File("data");
-  const Run run = Bare({"--sample", "list", "user"});
+  const ProgramRun run = Bare({"--sample", "list", "user"});
   EXPECT_EQ(run.code, 0) << run.errors;
   EXPECT_THAT(run.output, HasSubstr("Helga Önder"));
 }
 
 TEST_F(UsageTest, OptionsOfTheConnectionStandBeforeOrBehindTheCommand) {
-  const Run run = Bare({"show", "h.oender", "--json", "--directory", File("company.ldb")});
+  const ProgramRun run = Bare({"show", "h.oender", "--json", "--directory", File("company.ldb")});
   EXPECT_EQ(run.code, 0) << run.errors;
 }
 
 TEST_F(UsageTest, ACommandIsNeverTheHost) {
   environment["KRB5CCNAME"] = "FILE:" + File("no-ticket");
-  const Run run = Bare({"--server", "list"});
+  const ProgramRun run = Bare({"--server", "list"});
   // The command was understood, and the server is what is missing.
   EXPECT_EQ(run.code, 3) << run.errors;
   EXPECT_EQ(Bare({"--server", "127.0.0.1:1"}).code, 2);
 }
 
 TEST_F(UsageTest, BehindTwoHyphensStandNoOptions) {
-  const Run run = Ctl({"show", "--json", "--", "--help"});
+  const ProgramRun run = Ctl({"show", "--json", "--", "--help"});
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.errors, HasSubstr("--help: no such object"));
 }
 
 TEST_F(UsageTest, FieldsAreListedWithoutADirectory) {
-  const Run run = Bare({"fields", "--json"});
+  const ProgramRun run = Bare({"fields", "--json"});
   EXPECT_EQ(run.code, 0) << run.errors;
   bool has_limit = false;
   for (const std::string& line : run.Lines()) {

@@ -24,10 +24,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::vector<EditObject> again;
   if (ReadEditText(WriteEditText(read), again) || again.size() != read.size()) std::abort();
   for (std::size_t object = 0; object < read.size(); ++object) {
-    const bool is_same = std::ranges::equal(
-        read[object].fields, again[object].fields, [](const EditField& left, const EditField& right) {
-          return left.name == right.name && left.values == right.values;
-        });
+    const bool is_same =
+        std::ranges::equal(read[object].fields, again[object].fields,
+                           [](const EditField& left, const EditField& right) {
+                             return left.name == right.name && left.values == right.values;
+                           });
     if (!is_same) std::abort();
   }
   return 0;

@@ -3,6 +3,7 @@
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/objects/edited_settings.h"
 #include "hosts/ctl/pages/change_objects.h"
+#include "hosts/ctl/text/assignment.h"
 #include "hosts/ctl/text/text_editor.h"
 
 namespace pelora::ctl {
@@ -29,9 +30,10 @@ bool EditUntilRight(EditedSettings& settings, SettingsChanger& changer, Program&
 }
 
 int RunEdit(const CommandLine& line, Program& program) {
+  const std::vector<std::string> named = OnlyObjects(line.arguments);
   CheckUndoFile(line);
   Workplace workplace(line, program);
-  const std::vector<Target> targets = TargetsOf(line, line.arguments, workplace);
+  const std::vector<Target> targets = TargetsOf(line, named, workplace);
   EditedSettings settings(workplace, targets);
   SettingsChanger changer(*workplace.session, program.module, workplace.catalogue,
                           workplace.finder);

@@ -9,9 +9,9 @@ namespace pelora::ctl {
 namespace {
 
 int RunShow(const CommandLine& line, Program& program) {
+  const std::vector<std::string> named = OnlyObjects(line.arguments);
   Workplace workplace(line, program);
-  // No field is set here: whatever is named is an object.
-  const std::vector<Target> targets = TargetsOf(line, line.arguments, workplace);
+  const std::vector<Target> targets = TargetsOf(line, named, workplace);
   int code = kExitDone;
   TogetherShown together;
   const auto take = [&](const Target& /*target*/, const ldap::Entry& entry) {

@@ -56,7 +56,8 @@ class OpenTabs {
     sheet_.SelectPage(pages_.at(field.component));
     return sheet_.User();
   }
-  [[nodiscard]] bool Apply() { return sheet_.Apply(); }
+  /// Not every edit makes Apply available; OK applies whatever there is.
+  [[nodiscard]] bool Apply() { return sheet_.Ok(); }
 
  private:
   void Open(const Field& field) {

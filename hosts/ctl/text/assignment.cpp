@@ -50,4 +50,10 @@ ObjectsAndAssignments SortArguments(const std::vector<std::string>& arguments) {
   return sorted;
 }
 
+std::vector<std::string> OnlyObjects(const std::vector<std::string>& arguments) {
+  ObjectsAndAssignments sorted = SortArguments(arguments);
+  if (sorted.assignments.empty()) return std::move(sorted.objects);
+  throw WrongUsage(sorted.assignments.front().field + "=...: this command sets nothing");
+}
+
 }  // namespace pelora::ctl

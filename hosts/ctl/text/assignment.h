@@ -36,4 +36,8 @@ struct ObjectsAndAssignments {
 /// Throws `WrongUsage` for an assignment without a field.
 [[nodiscard]] ObjectsAndAssignments SortArguments(const std::vector<std::string>& arguments);
 
+/// The objects among the arguments of a command that takes nothing else. Throws `WrongUsage` for an
+/// assignment.
+[[nodiscard]] std::vector<std::string> OnlyObjects(const std::vector<std::string>& arguments);
+
 }  // namespace pelora::ctl
