@@ -47,6 +47,12 @@ TEST_F(NewTest, APageThatIsNotCompleteIsRefused) {
   EXPECT_EQ(Stored(Dn("Ada Larsen"), "cn"), "no such object");
 }
 
+TEST_F(NewTest, AFieldOfAPageThatIsOffSaysWhatTurnsItOn) {
+  const ProgramRun run = New({"contact", "Ada", "mail=ada@b.example"});
+  EXPECT_THAT(run.output,
+              HasSubstr("mail: it is disabled; set it together with peloraAccount=yes"));
+}
+
 TEST_F(NewTest, GroupsHaveTheirType) {
   EXPECT_EQ(New({"group", "Optics", "groupType=universal-distribution"}).code, 0);
   EXPECT_EQ(Stored(Dn("Optics"), "groupType"), "8");

@@ -7,6 +7,7 @@ namespace pelora::testing {
 namespace {
 
 using nlohmann::json;
+using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using ::testing::UnorderedElementsAre;
 
@@ -65,6 +66,21 @@ TEST_F(SetAddressesTest, RemovingTheDefaultAddressPassesItOn) {
   EXPECT_EQ(Set(std::string("otherMailbox-=") + kFirst), "changed");
   EXPECT_THAT(Default(), ::testing::AnyOf(kSecond, kThird));
   EXPECT_EQ(Others().size(), 1U);
+}
+
+TEST_F(SetAddressesTest, TheLastAddressCannotBeRemoved) {
+  for (const char* object : {"t.richter", "Bare"}) {
+    if (std::string(object) == "Bare") {
+      ASSERT_EQ(Ctl({"new", "contact", "Bare", "--in", kUnit, "peloraAccount=yes",
+                     "mail=t.richter@linden-werke.example"})
+                    .code,
+                0);
+    }
+    const ProgramRun run = Ctl({"set", object, "otherMailbox-=t.richter@linden-werke.example"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_THAT(run.output, HasSubstr("otherMailbox: the last address cannot be removed"));
+    EXPECT_EQ(Fields(object).at("mail"), "t.richter@linden-werke.example");
+  }
 }
 
 TEST_F(SetAddressesTest, TheFirstAddressOfAllBecomesTheDefaultOne) {

@@ -69,6 +69,8 @@ TEST_F(SetTest, FlagsTakeAllTheirWords) {
 TEST_F(SetTest, ALimitNeedsItsBoxInWhateverOrder) {
   EXPECT_THAT(Set({"h.oender", "peloraQuotaHard=300"}), StartsWith("refused peloraQuotaHard: "));
   EXPECT_EQ(Stored(kHelga, "peloraQuotaHard"), "");
+  EXPECT_THAT(Set({"h.oender", "peloraQuotaHard=300"}), EndsWith(" peloraQuotaOverride=yes"));
+  EXPECT_THAT(Set({"h.oender", "peloraResourceCapacity=3"}), EndsWith(" accountType=room"));
   EXPECT_EQ(Set({"h.oender", "peloraQuotaHard=300", "peloraQuotaOverride=yes"}), "changed");
   EXPECT_EQ(Stored(kHelga, "peloraQuotaHard"), "300");
   EXPECT_EQ(Stored(kHelga, "peloraQuotaOverride"), "1");

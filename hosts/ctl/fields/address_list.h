@@ -25,6 +25,8 @@ class AddressList {
   void Change(Assignment::Operation operation, std::span<const std::string> values);
 
   [[nodiscard]] std::vector<ListStep> TakeSteps() { return std::move(steps_); }
+  /// Whether no text is left.
+  [[nodiscard]] bool IsEmpty() const { return default_.empty() && others_.empty(); }
 
  private:
   [[nodiscard]] bool Has(const std::string& value) const;

@@ -109,6 +109,10 @@ void WishMaker::MakeAddresses(const std::vector<const Assignment*>& assignments,
     if (!field.IsList()) continue;
     list.Change(assignment->operation, GivenValues(field, assignment->value));
   }
+  if (list.IsEmpty() && !default_value.empty()) {
+    Refuse(*field_of(assignments.back()),
+           "the last address cannot be removed: the default address is replaced, not removed");
+  }
   Wish wish{.field = field_of(assignments.front()), .steps = list.TakeSteps()};
   if (!wish.steps.empty()) wishes.push_back(std::move(wish));
 }

@@ -60,7 +60,7 @@ void ReadEntries(Workplace& workplace, std::span<const Target> targets,
     ++at;
     return true;
   };
-  const ldap::StoreStatus status = workplace.store().ReadMany(names, sink);
+  const ldap::StoreStatus status = workplace.store().ReadMany(names, SettingsAttributes(), sink);
   if (!status.Ok()) {
     for (; at < known.size(); ++at) {
       refuse_until(known[at]);

@@ -123,7 +123,7 @@ void ObjectMaker::FillPage(HeadlessNewObjectWizard& wizard, const Page& page,
     return true;
   });
   std::ranges::stable_partition(wishes, &Enables);
-  for (const Wish& wish : wishes) PageOperator(wizard.User(), platform_).Fulfil(wish);
+  for (const Wish& wish : wishes) PageOperator(wizard.User(), platform_, page).Fulfil(wish);
   if (!wizard.IsNextEnabled()) throw Refusal(WhyIncomplete(page, wizard.User().dialog()));
   if (!wizard.Next()) RefuseAsShown(platform_.message_box, E_FAIL);
 }

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "hosts/ctl/fields/wish_maker.h"
+#include "hosts/ctl/pages/what_enables.h"
 
 namespace pelora::ctl {
 namespace {
@@ -57,7 +58,10 @@ UserAnswer PlayListDialog(HeadlessUser& user, const TextDialog& layout, const Wi
 void PageOperator::Require(const Wish& wish, UserAnswer answer) {
   if (answer == UserAnswer::kDone) return;
   if (answer == UserAnswer::kDisabled) {
-    Refuse(wish, "it cannot be changed now: the tab shows it disabled");
+    const FieldRow& row = wish.field->row;
+    const std::string enabling =
+        WhatEnables(user_, fields_, row.choose == 0 ? row.control : row.choose);
+    Refuse(wish, "it is disabled" + (enabling.empty() ? "" : "; set it together with " + enabling));
   }
   if (answer == UserAnswer::kCharactersRefused) Refuse(wish, "the field does not take this value");
   Refuse(wish, std::string(Describe(answer)));

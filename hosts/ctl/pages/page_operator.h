@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "hosts/ctl/fields/wish.h"
@@ -14,8 +15,10 @@ namespace pelora::ctl {
 /// selects. What the page would not let a person do is refused.
 class PageOperator {
  public:
-  /// The person stands before the page of the wishes; both outlive the operator.
-  PageOperator(HeadlessUser user, PagePlatform& platform) : user_(user), platform_(platform) {}
+  /// The person stands before the page of the wishes; `fields` are those that may be on it. All
+  /// outlive the operator.
+  PageOperator(HeadlessUser user, PagePlatform& platform, std::span<const Field> fields)
+      : user_(user), platform_(platform), fields_(fields) {}
 
   /// Throws `Refusal`, which names the field; what was done on the page until then stays done.
   void Fulfil(const Wish& wish);
@@ -32,10 +35,11 @@ class PageOperator {
   /// Selects the row of a field that is one of several in a list view.
   void SelectEntry(const Wish& wish);
   /// Throws unless the answer is that it was done.
-  static void Require(const Wish& wish, UserAnswer answer);
+  void Require(const Wish& wish, UserAnswer answer);
 
   HeadlessUser user_;
   PagePlatform& platform_;
+  std::span<const Field> fields_;
 };
 
 }  // namespace pelora::ctl

@@ -174,8 +174,9 @@ void SettingsChanger::OperatePages(const session::DirectoryObject& described,
   OpenTabs tabs(described, catalogue_, platform_, module_);
   for (const Wish& wish : wishes) tabs.Add(*wish.field);
   tabs.Show();
+  const std::vector<Field>& fields = catalogue_.FieldsOf(described.kind.class_name);
   for (const Wish& wish : wishes) {
-    PageOperator(tabs.UserBefore(*wish.field), platform_).Fulfil(wish);
+    PageOperator(tabs.UserBefore(*wish.field), platform_, fields).Fulfil(wish);
   }
   if (!tabs.Apply()) throw PageRefusal(platform_.message_box);
 }
