@@ -17,8 +17,7 @@ namespace pelora::session {
 struct GuardedTabs::Tab {
   explicit Tab(const TabSurroundings& surroundings)
       : recording(surroundings.store,
-                  {.attributes = {},
-                   .keeps = [this](auto attribute) { return fields.IsWanted(attribute); }}),
+                  {.keeps = [this](auto attribute) { return fields.IsWanted(attribute); }}),
         between(surroundings.between ? surroundings.between(recording) : nullptr),
         platform{.directory = between ? *between : recording,
                  .message_box = surroundings.platform.message_box,

@@ -270,6 +270,17 @@ TEST_F(RecordingDirectoryTest, AnObjectThatWasHandedOverIsNotReadAgain) {
   EXPECT_THAT(observed_.log, SizeIs(1));
 }
 
+TEST_F(RecordingDirectoryTest, NothingComesAlongThatTheTabsDoNotKnow) {
+  Store("telephoneNumber", {"4711"});
+  const Ref<IADs> object = Bind();
+  Variant value;
+  EXPECT_EQ(object->Get("peloraQuotaHard", value), E_ADS_PROPERTY_NOT_FOUND);
+  EXPECT_THAT(observed_.log, SizeIs(1));
+  EXPECT_EQ(object->Get("telephoneNumber", value), S_OK);
+  EXPECT_EQ(value, Variant::String("4711"));
+  EXPECT_THAT(observed_.log, SizeIs(2));
+}
+
 TEST_F(RecordingDirectoryTest, AFailedReadingIsTheDirectorysOwn) {
   Ref<IADs> object;
   EXPECT_EQ(directory_.ADsGetObject(std::string("LDAP://CN=Nobody,") + kBase, IID_IADs, object),
