@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -24,7 +25,8 @@ inline constexpr HRESULT kDataNotWritten = S_OK;
 ///
 /// Lifetime: until its page is released, be it by a wizard that closes; that destroys the object,
 /// whatever references are held, and with it the reference to the wizard goes. An object whose page
-/// no wizard has taken lives by its own count, which starts at 0. `QueryInterface` is the component
+/// no wizard has taken lives by its own count, which starts at 0. Pages that it handed out besides
+/// stay as they are and do nothing from then on. `QueryInterface` is the component
 /// object's business (see `CWizardComponent`).
 class CWizardBase : public IDsAdminNewObjExt, public CADSBase {
  public:
@@ -57,7 +59,7 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase {
   [[nodiscard]] bool IsValid() const;
 
  protected:
-  ~CWizardBase() override = default;
+  ~CWizardBase() override { *self_ = nullptr; }
 
   /// The dialog stands: shows the container, lets the class load, and sets the wizard's button. The
   /// result is the message's result: 0, or 1 when the loading failed.
@@ -69,8 +71,8 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase {
   virtual void Activate() const = 0;
   void SetButtons(bool valid) const;
   void EnableControls(bool enabled) const;
-  /// Hands the wizard the one page of this object. `S_OK` whatever the wizard answers;
-  /// `E_UNEXPECTED` when the page has been handed out before.
+  /// Hands the wizard a page of this object, once more when it is asked once more. `S_OK` whatever
+  /// the wizard answers.
   [[nodiscard]] HRESULT OfferPage(CDialogPage& page, const AddPropSheetPage& add_page);
 
   /// For validate callbacks: `E_FAIL` with the message, when one is wanted, while the field is
@@ -93,8 +95,9 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase {
   std::span<const ControlId> enabled_controls_;
   std::uint32_t references_ = 0;
   std::string container_name_;
-  bool has_page_ = false;
   bool is_offering_page_ = false;
+  /// This object, for its pages; null once it is gone.
+  std::shared_ptr<CWizardBase*> self_ = std::make_shared<CWizardBase*>(this);
 };
 
 /// The box that tells of a failed creation: the status and text for `CADSBase::ShowError`. A name

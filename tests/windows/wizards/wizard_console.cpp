@@ -185,6 +185,10 @@ void WizardConsole::WriteData(ULONG phase) {
 }
 
 bool WizardConsole::Commit() {
+  if (looks_first_ && !object_) {
+    Fail(E_FAIL, kPreCommit);
+    return false;
+  }
   WriteData(kPreCommit);
   if (!object_) {
     Fail(E_FAIL, kPreCommit);

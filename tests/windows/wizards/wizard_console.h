@@ -37,6 +37,8 @@ class WizardConsole final : private OwnPageEvents {
   [[nodiscard]] WizardSite& site() { return site_; }
   /// The path under which an object of that name is made.
   [[nodiscard]] static std::string PathOf(const std::string& name);
+  /// Looks for the new object before it begins to commit, and gives up when there is none.
+  void LookBeforeCommitting() { looks_first_ = true; }
   /// What the next object that is made offers beside `IADs`.
   void Offer(std::vector<Guid> interfaces) { interfaces_ = std::move(interfaces); }
 
@@ -91,6 +93,7 @@ class WizardConsole final : private OwnPageEvents {
   OwnPage first_page_{*this, false};
   OwnPage last_page_{*this, true};
   bool has_primary_ = false;
+  bool looks_first_ = false;
   std::vector<HPROPSHEETPAGE> pages_;
   std::vector<Ref<::IDsAdminNewObjExt>> extensions_;
   std::vector<Guid> interfaces_ = {pelora::IID_IADsUser};
