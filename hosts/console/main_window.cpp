@@ -218,7 +218,7 @@ void MainWindow::ShowProperties(std::span<const DirectoryObject> selection) {
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
   }
-  made.sheet->on_applied = [this] { listing_->Refresh(); };
+  made.sheet->machine().on_applied = [this] { listing_->Refresh(); };
   sheets_.Show(std::move(made.sheet), key);
 }
 

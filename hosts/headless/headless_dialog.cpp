@@ -137,6 +137,11 @@ int HeadlessDialog::ClientWidth(ControlId id) const {
   return std::max(width - edges, 0);
 }
 
+void HeadlessDialog::SetPageModified(bool modified) {
+  page_modified_ = modified;
+  if (on_page_modified) on_page_modified(modified);
+}
+
 void HeadlessDialog::End(std::int32_t result) {
   if (role_ == Role::kModal && !result_) result_ = result;
 }

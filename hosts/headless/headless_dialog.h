@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -46,6 +47,8 @@ class HeadlessDialog final : public IDialog {
   std::int32_t Notify(ControlId id, ControlNotification notification);
   [[nodiscard]] IDialogController& controller() { return controller_; }
 
+  /// Told what the page says of its changes. May be none.
+  std::function<void(bool modified)> on_page_modified;
   /// The last that the page said of its changes; none before it said any.
   [[nodiscard]] std::optional<bool> PageModified() const { return page_modified_; }
   /// The result with which a modal dialog was ended; none before that.
@@ -65,7 +68,7 @@ class HeadlessDialog final : public IDialog {
   [[nodiscard]] IComboBox& ComboBox(ControlId id) override;
   [[nodiscard]] IListView& ListView(ControlId id) override;
   [[nodiscard]] int ClientWidth(ControlId id) const override;
-  void SetPageModified(bool modified) override { page_modified_ = modified; }
+  void SetPageModified(bool modified) override;
   /// The first result counts.
   void End(std::int32_t result) override;
 

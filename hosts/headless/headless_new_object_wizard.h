@@ -6,22 +6,21 @@
 #include <string>
 #include <vector>
 
+#include "hosts/headless/headless_pages_view.h"
 #include "hosts/headless/headless_user.h"
-#include "hosts/new_object/new_object_session.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/sheets/wizard_machine.h"
 
 namespace pelora {
 
-/// A new-object wizard in memory, from the first page to the last: the host's own page, which asks
-/// for the name (unless a primary extension does), the extensions' pages, and the summary.
-///
-/// An extension's dialog is made when its page is first shown and lives as long as the wizard.
+/// A new-object wizard in memory, from the first page to the last: a wizard machine with dialogs in
+/// memory, and the host's own first page, which asks for the name and nothing else.
 class HeadlessNewObjectWizard {
  public:
   /// `templates` outlives the wizard. Of `setup` the number of own pages is decided here: one, or
   /// none with a primary extension.
-  HeadlessNewObjectWizard(const resources::ResourceFile& templates, NewObjectSetup setup,
-                          WizardRole first_extension);
+  HeadlessNewObjectWizard(const resources::ResourceFile& templates, sheets::NewObjectSetup setup,
+                          sheets::WizardRole first_extension);
   HeadlessNewObjectWizard(const HeadlessNewObjectWizard&) = delete;
   HeadlessNewObjectWizard& operator=(const HeadlessNewObjectWizard&) = delete;
   /// Closes the wizard; nothing is made.
@@ -32,21 +31,21 @@ class HeadlessNewObjectWizard {
   [[nodiscard]] HRESULT AddExtension(Ref<IDsAdminNewObjExt> extension);
 
   void Show();
-  [[nodiscard]] bool IsOpen() const { return open_; }
+  [[nodiscard]] bool IsOpen() const { return machine_.IsOpen(); }
   /// Pages of all kinds, the summary (the last one) among them.
-  [[nodiscard]] std::size_t PageCount() const { return pages_.size() + OwnPages() + 1; }
-  [[nodiscard]] std::size_t CurrentPage() const { return current_; }
-  [[nodiscard]] bool IsSummary() const { return current_ + 1 == PageCount(); }
+  [[nodiscard]] std::size_t PageCount() const { return machine_.pages().Count(); }
+  [[nodiscard]] std::size_t CurrentPage() const { return machine_.pages().Current(); }
+  [[nodiscard]] bool IsSummary() const { return machine_.IsSummary(); }
   /// Title of an extension's page; empty for the host's own.
-  [[nodiscard]] std::string Title(std::size_t page);
+  [[nodiscard]] std::string Title(std::size_t page) const { return machine_.pages().Title(page); }
   /// The dialog of an extension's page; null while it has not been shown, and for the host's own.
-  [[nodiscard]] HeadlessDialog* Dialog(std::size_t page);
+  [[nodiscard]] HeadlessDialog* Dialog(std::size_t page) { return view_.Dialog(page); }
   /// The person in front of the current page, which is an extension's.
-  [[nodiscard]] HeadlessUser User() { return HeadlessUser(*Dialog(current_)); }
+  [[nodiscard]] HeadlessUser User() { return HeadlessUser(*Dialog(CurrentPage())); }
 
   /// Types the name on the host's own page, in place of what stood there.
   void TypeName(const std::string& name);
-  [[nodiscard]] bool IsNextEnabled() const { return open_ && next_enabled_ && !IsSummary(); }
+  [[nodiscard]] bool IsNextEnabled() const { return machine_.IsNextEnabled(); }
   /// Each clicks a button: false when it is disabled or the page may not be left.
   bool Next();
   bool Back();
@@ -59,40 +58,20 @@ class HeadlessNewObjectWizard {
   /// What the summary shows: one text per extension.
   [[nodiscard]] const std::vector<std::string>& summaries() const { return summaries_; }
   /// What became of the last Finish.
-  [[nodiscard]] const std::optional<CreationResult>& result() const { return result_; }
-  /// Gone once the wizard is closed.
-  [[nodiscard]] NewObjectSession* session() { return session_.get(); }
+  [[nodiscard]] const std::optional<sheets::CreationResult>& result() const {
+    return machine_.result();
+  }
 
  private:
-  struct Page {
-    std::unique_ptr<PropSheetPage> page;
-    resources::DialogTemplate described;
-    std::unique_ptr<HeadlessDialog> dialog;
-  };
-
-  [[nodiscard]] std::size_t OwnPages() const { return own_pages_; }
-  /// Null for a page of the host's own.
-  [[nodiscard]] Page* ExtensionPage(std::size_t page);
-  bool TakePage(std::unique_ptr<PropSheetPage> page);
-  /// Whether the current page may be left in this way.
-  [[nodiscard]] bool Leave(PageNotification way);
-  void Activate(std::size_t page);
-  [[nodiscard]] IDialog* Owner();
+  void TakeSummaries();
   void Close();
 
-  const resources::ResourceFile& templates_;
-  WizardRole first_extension_;
-  std::size_t own_pages_;
-  // The pages go after the session, which holds on to their extensions.
-  std::vector<Page> pages_;
-  std::unique_ptr<NewObjectSession> session_;
+  sheets::WizardRole first_extension_;
+  // The dialogs go before the pages.
+  HeadlessPagesView view_;
+  sheets::WizardMachine machine_;
   std::string name_;
   std::vector<std::string> summaries_;
-  std::optional<CreationResult> result_;
-  std::size_t current_ = 0;
-  bool open_ = false;
-  bool was_shown_ = false;
-  bool next_enabled_ = false;
 };
 
 }  // namespace pelora

@@ -3,21 +3,19 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
+#include "hosts/headless/headless_pages_view.h"
 #include "hosts/headless/headless_user.h"
 #include "hosts/resources/resource_file.h"
-#include "platform/shell_extension.h"
+#include "hosts/sheets/sheet_machine.h"
 
 namespace pelora {
 
-/// A property sheet in memory: it holds pages, makes the dialog of a page when the page is first
-/// shown, and passes on what its buttons mean, in the order of a sheet on the screen.
+/// A property sheet in memory: a sheet machine with dialogs in memory.
 class HeadlessPropertySheet {
  public:
   /// `templates` outlives the sheet.
-  explicit HeadlessPropertySheet(const resources::ResourceFile& templates)
-      : templates_(templates) {}
+  explicit HeadlessPropertySheet(const resources::ResourceFile& templates);
   HeadlessPropertySheet(const HeadlessPropertySheet&) = delete;
   HeadlessPropertySheet& operator=(const HeadlessPropertySheet&) = delete;
   /// Closes the sheet without asking its pages.
@@ -25,53 +23,38 @@ class HeadlessPropertySheet {
 
   /// Takes a page before the sheet is shown, or refuses (and destroys) it: when its template cannot
   /// be read, and when the sheet has been shown.
-  bool AddPage(std::unique_ptr<PropSheetPage> page);
+  bool AddPage(std::unique_ptr<PropSheetPage> page) { return machine_.AddPage(std::move(page)); }
   /// `AddPage` in the form in which extensions get it. Not to be used after the sheet is gone.
   [[nodiscard]] AddPropSheetPage PageTaker();
 
   /// Shows the first page. A sheet without pages stays closed.
-  void Show();
-  [[nodiscard]] bool IsOpen() const { return open_; }
+  void Show() { machine_.Show(); }
+  [[nodiscard]] bool IsOpen() const { return machine_.IsOpen(); }
 
-  [[nodiscard]] std::size_t PageCount() const { return pages_.size(); }
-  [[nodiscard]] std::size_t CurrentPage() const { return current_; }
+  [[nodiscard]] std::size_t PageCount() const { return machine_.pages().Count(); }
+  [[nodiscard]] std::size_t CurrentPage() const { return machine_.pages().Current(); }
   /// The tab's text.
-  [[nodiscard]] std::string Title(std::size_t page) const;
+  [[nodiscard]] std::string Title(std::size_t page) const { return machine_.pages().Title(page); }
   /// The page's dialog; null while it has not been shown.
-  [[nodiscard]] HeadlessDialog* Dialog(std::size_t page);
+  [[nodiscard]] HeadlessDialog* Dialog(std::size_t page) { return view_.Dialog(page); }
   /// The person in front of the current page of an open sheet.
-  [[nodiscard]] HeadlessUser User() { return HeadlessUser(*pages_[current_].dialog); }
+  [[nodiscard]] HeadlessUser User() { return HeadlessUser(*Dialog(CurrentPage())); }
+  /// For what a host hangs on it: what is done with what a page wrote, who is asked, who is told.
+  [[nodiscard]] sheets::SheetMachine& machine() { return machine_; }
 
-  /// Clicks a tab: the current page may refuse to be left, and then stays.
-  bool SelectPage(std::size_t page);
-  /// Whether some page has changes to apply.
-  [[nodiscard]] bool IsApplyEnabled() const;
-  /// Clicks Apply. True when every page shown so far has applied its changes. The first page that
-  /// does not ends the round; the pages before it have applied theirs.
-  bool Apply();
-  /// Clicks OK: applies, changed or not, and closes the sheet when every page has applied.
+  // What a person does; see `SheetMachine`. Each answers whether it was done.
+  bool SelectPage(std::size_t page) { return machine_.SelectPage(page); }
+  [[nodiscard]] bool IsApplyEnabled() const { return machine_.IsApplyEnabled(); }
+  bool Apply() { return machine_.Apply(); }
   bool Ok();
-  /// Clicks Cancel; the current page may prevent it. Otherwise every page shown is told and the
-  /// sheet closes.
   bool Cancel();
 
  private:
-  struct Page {
-    std::unique_ptr<PropSheetPage> page;
-    resources::DialogTemplate described;
-    std::unique_ptr<HeadlessDialog> dialog;
-  };
-
-  static std::int32_t Tell(Page& page, PageNotification notification);
-  void Activate(std::size_t page);
-  bool ApplyPages();
   void Close();
 
-  const resources::ResourceFile& templates_;
-  std::vector<Page> pages_;
-  std::size_t current_ = 0;
-  bool open_ = false;
-  bool was_shown_ = false;
+  // The dialogs go before the pages.
+  HeadlessPagesView view_;
+  sheets::SheetMachine machine_;
 };
 
 }  // namespace pelora

@@ -29,9 +29,12 @@ enum LdapResult : int {
   kLdapUnwillingToPerform = 53,
   kLdapNamingViolation = 64,
   kLdapObjectClassViolation = 65,
+  kLdapNotAllowedOnNonLeaf = 66,
   kLdapNotAllowedOnRdn = 67,
   kLdapAlreadyExists = 68,
   kLdapOther = 80,
+  /// What a request takes for granted is not so.
+  kLdapAssertionFailed = 122,
   /// The client's own failures, as libldap numbers them.
   kLdapServerDown = -1,
   kLdapLocalError = -2,

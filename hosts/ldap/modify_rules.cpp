@@ -11,8 +11,8 @@
 #include "directory/ascii_case.h"
 #include "directory/utf.h"
 #include "hosts/ldap/attribute_value.h"
-#include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/value_equality.h"
 
 namespace pelora::ldap {
 namespace {
@@ -41,27 +41,6 @@ StoreStatus CheckWritable(std::string_view attribute, std::string_view dn) {
       return {row.code, "the attribute cannot be changed"};
   }
   return {};
-}
-
-/// What equal values have in common.
-std::string ComparisonKey(Syntax syntax, const std::string& value) {
-  switch (syntax) {
-    case Syntax::kString:
-    case Syntax::kDistinguishedName:
-    case Syntax::kStructuredName:
-      return FoldCase(value);
-    case Syntax::kInteger:
-    case Syntax::kLargeInteger: {
-      const std::optional<std::int64_t> number = ParseLargeInteger(value);
-      return number ? std::to_string(*number) : value;
-    }
-    case Syntax::kBoolean:
-    case Syntax::kOctets:
-    case Syntax::kTime:
-    case Syntax::kSecurityDescriptor:
-      return value;
-  }
-  return value;
 }
 
 bool Holds(Syntax syntax, const AttributeValues& values, const std::string& wanted) {

@@ -38,6 +38,8 @@ class CADSBase {
   CADSBase(const CADSBase&) = delete;
   CADSBase& operator=(const CADSBase&) = delete;
 
+  /// The ports of the host.
+  [[nodiscard]] const Platform& platform() const { return platform_; }
   /// The dialog that owns message boxes; none while there is no dialog.
   [[nodiscard]] virtual IDialog* OwnerWindow() const = 0;
 
@@ -87,9 +89,6 @@ class CADSBase {
   /// As soon as a skip-validation handler says so, nothing is validated and the result is `S_OK`.
   /// `message` may be null.
   [[nodiscard]] HRESULT ValidateAll(std::string* message) const;
-
- protected:
-  [[nodiscard]] const Platform& platform() const { return platform_; }
 
  private:
   const Platform& platform_;

@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <array>
 
+#include "directory/attribute_catalogue.h"
 #include "features/archiver_feature_props.h"
+#include "resources/resource.h"
 
 namespace pelora {
 namespace {
@@ -16,7 +18,14 @@ std::shared_ptr<IFeatureProps> Create(const Platform& platform) {
 
 constexpr std::array<std::string_view, 2> kPlainFeatures = {"imap", "pop3"};
 constexpr std::array kFeaturesWithProps = {
-    FeatureWithProps{"archiver", &Create<ArchiverFeatureProps>},
+    FeatureWithProps{.name = "archiver",
+                     .create = &Create<ArchiverFeatureProps>,
+                     .attribute = CatalogueEntry("peloraUserArchiveServers").name,
+                     .typed_in = {.dialog = IDD_ARCHIVE_SERVERS,
+                                  .text = IDC_ARCHIVER_NAME,
+                                  .list = IDC_ARCHIVER_LIST,
+                                  .add = IDC_ARCHIVER_ADD,
+                                  .remove = IDC_ARCHIVER_REMOVE}},
 };
 constexpr FeatureTable kServerFeatures = {kPlainFeatures, kFeaturesWithProps};
 

@@ -6,6 +6,7 @@
 
 #include "directory/string_set.h"
 #include "features/feature_props.h"
+#include "platform/field_rows.h"
 
 namespace pelora {
 
@@ -14,6 +15,10 @@ struct FeatureWithProps {
   std::string_view name;
   /// Null for a feature whose properties cannot be shown yet: it gets a row without a status.
   FeaturePropsFactory create = nullptr;
+  /// What its properties are stored in; a feature without has no field.
+  std::string_view attribute{};
+  /// Where they are edited.
+  TextDialog typed_in{};
 };
 
 /// The features that can be set for an object, in two tables. A new feature is a row in one of

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "features/feature_rows.h"
 #include "pages/handler.h"
 #include "resources/resource.h"
 
@@ -19,6 +20,7 @@ CPropPageFeatures::CPropPageFeatures(const Platform& platform, const FeatureTabl
       features_(features) {
   using enum ControlNotification;
   RegisterLoad(Handler(this, &CPropPageFeatures::Load));
+  RegisterRows([this] { return FeatureRows(features_); });
   Route({
       {IDC_FEATURE_ENABLE, kClicked, Handler(this, &CPropPageFeatures::OnEnable)},
       {IDC_FEATURE_DISABLE, kClicked, Handler(this, &CPropPageFeatures::OnDisable)},

@@ -1,15 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "directory/select_ad_object.h"
-#include "pages/prop_page.h"
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/field_rows.h"
+#include "platform/platform.h"
 
 namespace pelora {
 
-/// Lets the administrator choose one object, in a chooser owned by the page, puts its name into an
-/// edit control of the page, which reports that as an edit, and marks the page modified. A choice
-/// that fails or is cancelled changes nothing.
-void ChooseName(CPropPage& page, const Platform& platform, SelectADObject::Choice choice,
-                ControlId edit);
+/// How the administrator chooses one object for an edit control that is filled with its name.
+struct NameChooser {
+  /// The name as the field stores it, or none when the choice fails or is cancelled. The chooser
+  /// belongs to `owner`.
+  std::optional<std::string> (*choose)(const Platform& platform, IDialog& owner) = nullptr;
+  /// What a field holds whose name is chosen so.
+  FieldKind kind = FieldKind::kName;
+  /// Result of a tab's button with which nothing was chosen.
+  std::int32_t nothing_chosen = 0;
+};
+
+/// Gives the distinguished name of a user.
+extern const NameChooser kUserChooser;
+/// Gives the `cn` of a computer.
+extern const NameChooser kComputerChooser;
+/// Gives the distinguished name of a container, from the tree of the whole directory.
+extern const NameChooser kContainerChooser;
 
 }  // namespace pelora

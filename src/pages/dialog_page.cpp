@@ -46,7 +46,24 @@ std::int32_t CDialogPage::OnPageNotification(PageNotification notification) {
 void CDialogPage::OnDestroy() { dialog_ = nullptr; }
 
 void CDialogPage::Route(std::vector<Command> commands) {
+  std::erase_if(commands, [this](const Command& command) { return Lacks(command.control); });
   std::ranges::move(commands, std::back_inserter(commands_));
+}
+
+void CDialogPage::RegisterRows(RowSource rows) { row_sources_.push_back(std::move(rows)); }
+
+std::vector<FieldRow> CDialogPage::Rows() const {
+  std::vector<FieldRow> rows;
+  for (const RowSource& source : row_sources_) {
+    for (FieldRow& row : source()) {
+      if (!Lacks(row.control)) rows.push_back(std::move(row));
+    }
+  }
+  return rows;
+}
+
+bool CDialogPage::Lacks(ControlId control) const {
+  return std::ranges::find(lacking_controls_, control) != lacking_controls_.end();
 }
 
 std::int32_t CDialogPage::Guarded(std::int32_t on_exception,

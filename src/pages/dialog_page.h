@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "platform/dialog_controller.h"
+#include "platform/field_rows.h"
 
 namespace pelora {
 
@@ -20,8 +22,11 @@ struct Command {
   CommandHandler handler;
 };
 
+/// Gives the rows of some of a page's fields.
+using RowSource = std::function<std::vector<FieldRow>()>;
+
 /// The dialog side of a page: which template it is made from and under which title, the dialog
-/// while there is one, and the table that routes what its controls report.
+/// while there is one, the table that routes what its controls report, and the rows of its fields.
 class CDialogPage : public IDialogController {
  public:
   CDialogPage(DialogId dialog_template, std::string title);
@@ -30,6 +35,9 @@ class CDialogPage : public IDialogController {
   [[nodiscard]] const std::string& title() const { return title_; }
   /// None before the dialog is made and after it is gone.
   [[nodiscard]] IDialog* dialog() const { return dialog_; }
+  /// The rows of every source, in the order of registration, but for those whose control the
+  /// template lacks.
+  [[nodiscard]] std::vector<FieldRow> Rows() const;
 
   /// Keeps the dialog, then lets the page fill it.
   std::int32_t OnInitDialog(IDialog& dialog) final;
@@ -51,10 +59,15 @@ class CDialogPage : public IDialogController {
   /// An exception has been stopped on its way out to the host; `status` says what it was.
   virtual void ReportException(HRESULT status) = 0;
 
-  /// Appends rows to the command table.
+  /// Appends rows to the command table, but for those of controls that the template lacks.
   void Route(std::vector<Command> commands);
+  void RegisterRows(RowSource rows);
+  /// Names, before anything is routed, the controls of the page's field groups that its template
+  /// does not have: their fields are neither shown nor edited here. The names outlive the page.
+  void SetLackingControls(std::span<const ControlId> controls) { lacking_controls_ = controls; }
 
  private:
+  [[nodiscard]] bool Lacks(ControlId control) const;
   /// Runs `action`; an exception is reported and gives `on_exception`.
   std::int32_t Guarded(std::int32_t on_exception, const std::function<std::int32_t()>& action);
 
@@ -62,6 +75,8 @@ class CDialogPage : public IDialogController {
   std::string title_;
   IDialog* dialog_ = nullptr;
   std::vector<Command> commands_;
+  std::vector<RowSource> row_sources_;
+  std::span<const ControlId> lacking_controls_;
 };
 
 }  // namespace pelora

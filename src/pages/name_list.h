@@ -7,22 +7,21 @@
 #include "directory/multi_value_attribute.h"
 #include "directory/select_ad_object.h"
 #include "pages/dialog_page.h"
-#include "pages/prop_page.h"
+#include "pages/prop_page_ext.h"
 
 namespace pelora {
 
 /// A list box of directory objects' names with its two buttons: names are chosen and deleted, never
 /// typed. They are written as a whole when the list changed; on a multi-selection nothing is loaded
 /// and nothing written.
-///
-/// It registers nothing: the page or field group that holds it calls `Load` and `Collect` where
-/// they belong among its own, and routes the commands.
-class NameList {
+class NameList final : public CPropPageExt {
  public:
   struct Layout {
     ControlId list;
     ControlId add_button;
     ControlId delete_button;
+    /// As `FieldRow::label`.
+    ControlId label;
     const Attribute& attribute;
     /// How objects are chosen.
     SelectADObject::Choice choice;
@@ -38,6 +37,8 @@ class NameList {
 
   /// Clicks on the buttons and the selection of a row, without which nothing can be deleted.
   [[nodiscard]] std::vector<Command> Commands();
+  /// The one row of the list.
+  [[nodiscard]] std::vector<FieldRow> Rows() const;
 
  private:
   std::int32_t OnAdd();
@@ -45,7 +46,6 @@ class NameList {
   std::int32_t OnSelected();
   [[nodiscard]] IListBox& List() const;
 
-  CPropPage& page_;
   const Platform& platform_;
   const Layout& layout_;
   MultiValueAttribute names_;

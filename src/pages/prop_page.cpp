@@ -33,6 +33,8 @@ HRESULT CPropPage::QueryInterface(const Guid& iid, void** object) {
   *object = nullptr;
   if (iid == IID_IShellPropSheetExt) {
     *object = static_cast<IShellPropSheetExt*>(this);
+  } else if (iid == IID_IFieldRows) {
+    *object = static_cast<IFieldRows*>(this);
   } else if (iid == IID_IShellExtInit || iid == IID_IUnknown) {
     *object = static_cast<IShellExtInit*>(this);
   } else {

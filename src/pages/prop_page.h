@@ -10,6 +10,7 @@
 
 #include "directory/ads_base.h"
 #include "directory/multi_value_attribute.h"
+#include "platform/field_rows.h"
 #include "platform/shell_extension.h"
 
 namespace pelora {
@@ -26,7 +27,10 @@ using ValueSink = std::function<int(StoredValue value)>;
 ///
 /// Counted; made with one reference, which its maker holds. References may be taken and released on
 /// any thread, everything else happens on one.
-class CPropPage : public IShellExtInit, public IShellPropSheetExt, public CADSBase {
+class CPropPage : public IShellExtInit,
+                  public IShellPropSheetExt,
+                  public CADSBase,
+                  public IFieldRows {
  public:
   /// `bind_interface` is what the page asks of its objects when it loads; `multi_select_hide_list`
   /// the controls that make sense for one object only. Both outlive the page.

@@ -9,10 +9,11 @@
 
 namespace pelora {
 
-/// Common base of the field groups: a few controls of a page and the attributes they stand for.
+/// Common base of the field groups: a few controls of a page and the attributes they stand for (see
+/// `FieldGroup`).
 ///
-/// A group registers its handlers with its page when it is made. The page owns its groups and they
-/// live as long as it does.
+/// The page owns its groups, which live as long as it does, and adds them; a group that is a part
+/// of another one is called by that one alone.
 class CPropPageExt {
  public:
   explicit CPropPageExt(CPropPage& page) : page_(page) {}

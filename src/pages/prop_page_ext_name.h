@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
-#include "pages/dialog_page.h"
-#include "pages/prop_page_ext.h"
+#include "pages/edited_fields.h"
 
 namespace pelora {
 
@@ -13,20 +9,15 @@ namespace pelora {
 ///
 /// Of several objects the first one's common name is shown and neither name nor description; a
 /// description that is typed then is written to each of them.
-class CPropPageExtName final : public CPropPageExt {
+class CPropPageExtName final : public EditedFields {
  public:
   explicit CPropPageExtName(CPropPage& page);
 
-  /// Edits of the description.
-  [[nodiscard]] std::vector<Command> Commands();
+  /// Shows the common name in the page's head, then the fields.
+  HRESULT Load(const BoundObjects& objects);
 
  private:
-  HRESULT Load(const BoundObjects& objects);
-  HRESULT Collect(ChangeList& changes);
   void ShowCommonName(const BoundObjects& objects) const;
-  std::int32_t OnDescriptionEdited();
-
-  bool description_changed_ = false;
 };
 
 }  // namespace pelora

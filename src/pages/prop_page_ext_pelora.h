@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
-#include "pages/dialog_page.h"
-#include "pages/prop_page_ext.h"
+#include "pages/edited_fields.h"
 
 namespace pelora {
 
@@ -13,25 +9,11 @@ namespace pelora {
 /// and whether it is left out of the address book.
 ///
 /// While the account box is not checked, nothing on the page is validated.
-class CPropPageExtPelora final : public CPropPageExt {
+class CPropPageExtPelora final : public EditedFields {
  public:
   explicit CPropPageExtPelora(CPropPage& page);
 
-  /// Clicks on either box.
-  [[nodiscard]] std::vector<Command> Commands();
-
- private:
-  std::int32_t OnAccountClicked();
-  std::int32_t OnHiddenClicked();
-
-  HRESULT Load(const BoundObjects& objects);
-  HRESULT Collect(ChangeList& changes);
   [[nodiscard]] int SkipValidation() const;
-  [[nodiscard]] bool IsChecked(ControlId box) const;
-  void OnClicked(ControlId box, bool& changed);
-
-  bool account_changed_ = false;
-  bool hidden_changed_ = false;
 };
 
 }  // namespace pelora

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/prop_page_ext_person.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -18,6 +20,7 @@ constexpr const Attribute& kOtherAddresses = CatalogueEntry("otherMailbox");
 constexpr NameList::Layout kDelegates = {IDC_SENDAS_LIST,
                                          IDC_SENDAS_ADD,
                                          IDC_SENDAS_DELETE,
+                                         IDC_SENDAS_GROUP,
                                          CatalogueEntry("peloraSendAsPrivilege"),
                                          &SelectADObject::SelectUsersAndGroups,
                                          IDC_SENDAS_ADD};
@@ -30,20 +33,39 @@ CPropPageExtPerson::CPropPageExtPerson(CPropPage& page, const Platform& platform
       platform_(platform),
       addresses_(platform.text),
       delegates_(page, platform, kDelegates),
-      email_required_(email_required) {
-  page.RegisterLoad(Handler(this, &CPropPageExtPerson::Load));
-  page.RegisterCollect(Handler(this, &CPropPageExtPerson::Collect));
-  page.RegisterValidate(Handler(this, &CPropPageExtPerson::Validate));
-}
+      email_required_(email_required) {}
 
-std::vector<Command> CPropPageExtPerson::AddressCommands() {
+std::vector<Command> CPropPageExtPerson::Commands() {
   using enum ControlNotification;
-  return {
+  std::vector<Command> commands = {
       {IDC_EMAIL_ADD, kClicked, Handler(this, &CPropPageExtPerson::OnAddAddress)},
       {IDC_EMAIL_DELETE, kClicked, Handler(this, &CPropPageExtPerson::OnDeleteAddress)},
       {IDC_EMAIL_MODIFY, kClicked, Handler(this, &CPropPageExtPerson::OnModifyAddress)},
       {IDC_EMAIL_DEFAULT, kClicked, Handler(this, &CPropPageExtPerson::OnSetDefaultAddress)},
       {IDC_EMAIL_LIST, kSelectionChange, Handler(this, &CPropPageExtPerson::OnAddressSelected)}};
+  std::ranges::move(delegates_.Commands(), std::back_inserter(commands));
+  return commands;
+}
+
+std::vector<FieldRow> CPropPageExtPerson::Rows() const {
+  FieldRow default_address = {
+      .name = std::string(kDefaultAddress.name),
+      .kind = FieldKind::kDefaultEntry,
+      .control = IDC_EMAIL_LIST,
+      .label = IDC_EMAIL_GROUP,
+      .attributes = {kDefaultAddress.name, kOtherAddresses.name},
+      .choose = IDC_EMAIL_ADD,
+      .remove = IDC_EMAIL_DELETE,
+      .make_default = IDC_EMAIL_DEFAULT,
+      .typed_in = {.dialog = IDD_EMAIL_ADDRESS, .text = IDC_EMAIL_ADDRESS},
+  };
+  FieldRow other_addresses = default_address;
+  other_addresses.name = kOtherAddresses.name;
+  other_addresses.kind = FieldKind::kList;
+  other_addresses.attributes = {kOtherAddresses.name, kDefaultAddress.name};
+  std::vector<FieldRow> rows = {std::move(default_address), std::move(other_addresses)};
+  std::ranges::move(delegates_.Rows(), std::back_inserter(rows));
+  return rows;
 }
 
 std::int32_t CPropPageExtPerson::OnAddAddress() {

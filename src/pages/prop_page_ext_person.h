@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "directory/multi_value_attribute.h"
@@ -22,10 +23,13 @@ class CPropPageExtPerson final : public CPropPageExt {
 
   void set_email_required(bool required) { email_required_ = required; }
 
-  /// The buttons and the selection of the list of addresses.
-  [[nodiscard]] std::vector<Command> AddressCommands();
-  /// Those of the list of delegates.
-  [[nodiscard]] std::vector<Command> DelegateCommands() { return delegates_.Commands(); }
+  HRESULT Load(const BoundObjects& objects);
+  HRESULT Collect(ChangeList& changes);
+  HRESULT Validate(std::string* message) const;
+  /// The buttons and the selections of both lists.
+  [[nodiscard]] std::vector<Command> Commands();
+  /// The default address, the other addresses, the delegates.
+  [[nodiscard]] std::vector<FieldRow> Rows() const;
 
  private:
   std::int32_t OnAddAddress();
@@ -34,10 +38,6 @@ class CPropPageExtPerson final : public CPropPageExt {
   std::int32_t OnDeleteAddress();
   std::int32_t OnSetDefaultAddress();
   std::int32_t OnAddressSelected();
-
-  HRESULT Load(const BoundObjects& objects);
-  HRESULT Collect(ChangeList& changes);
-  HRESULT Validate(std::string* message) const;
 
   void LoadDefaultAddress(const BoundObjects& objects);
   void CollectAddresses(ChangeList& changes) const;

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 
+#include "pages/edited_fields.h"
 #include "pages/name_list.h"
 #include "pages/prop_page_ext.h"
 
@@ -29,28 +28,23 @@ class CPropPageExtQuota final : public CPropPageExt {
  public:
   CPropPageExtQuota(CPropPage& page, const Platform& platform, QuotaKind kind);
 
-  /// A click on the box and edits of the limits.
-  [[nodiscard]] std::vector<Command> LimitCommands();
-  /// The buttons and the selection of the list of recipients.
-  [[nodiscard]] std::vector<Command> RecipientCommands() { return recipients_.Commands(); }
+  /// The box comes before the limits, which it enables.
+  HRESULT Load(const BoundObjects& objects);
+  /// The limits come before the box.
+  HRESULT Collect(ChangeList& changes);
+  [[nodiscard]] std::vector<Command> Commands();
+  [[nodiscard]] std::vector<FieldRow> Rows() const;
 
  private:
-  static constexpr std::size_t kLimitCount = 3;
   /// Controls and attributes of one kind of quota.
   struct Layout;
   static const Layout& LayoutOf(QuotaKind kind);
 
-  HRESULT Load(const BoundObjects& objects);
-  HRESULT Collect(ChangeList& changes);
+  CPropPageExtQuota(CPropPage& page, const Platform& platform, const Layout& layout);
 
-  std::int32_t OnOverrideClicked();
-  std::int32_t OnLimitEdited(std::size_t limit);
-  [[nodiscard]] bool IsOverridden() const;
-
-  const Layout& layout_;
-  /// Clicked or edited since the last load or collect.
-  bool override_changed_ = false;
-  std::array<bool, kLimitCount> limit_changed_{};
+  EditedFields override_box_;
+  /// Warning level, soft limit, hard limit.
+  EditedFields limits_;
   NameList recipients_;
 };
 

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "pages/dialog_page.h"
+#include "pages/field_group.h"
 #include "pages/prop_page.h"
 
 namespace pelora {
@@ -23,9 +25,29 @@ class CSnapInPropertyPage : public CPropPage, public CDialogPage {
   /// Hands the host one page, which holds a reference to this component until it is destroyed.
   /// `S_OK` whatever the host answers.
   HRESULT AddPages(const AddPropSheetPage& add_page) final;
+  [[nodiscard]] std::vector<FieldRow> Fields() const final { return Rows(); }
 
  protected:
   ~CSnapInPropertyPage() override = default;
+
+  /// Takes the fields of a group into the page: registers its handlers in the order load, collect,
+  /// skip-validation, validate, routes its commands and asks it for its rows. The order in which
+  /// groups are added is the order of loading, validation and writing. The group is a member of the
+  /// page.
+  template <FieldGroup Group>
+  void Add(Group& group) {
+    RegisterLoad([&group](const BoundObjects& objects) { return group.Load(objects); });
+    RegisterCollect([&group](ChangeList& changes) { return group.Collect(changes); });
+    if constexpr (SkipsValidation<Group>) {
+      RegisterSkipValidation([&group] { return group.SkipValidation(); });
+    }
+    if constexpr (Validates<Group>) {
+      RegisterValidate([&group](std::string* message) { return group.Validate(message); });
+    }
+    Route(group.Commands());
+    RegisterRows([&group] { return group.Rows(); });
+  }
+
   std::int32_t InitDialog() final;
   /// Applies when asked to; nothing else keeps the administrator on the page.
   std::int32_t AnswerPage(PageNotification notification) final;

@@ -37,6 +37,20 @@ enum class FieldKind : std::uint8_t {
   kChoice,
 };
 
+/// The dialog of its own in which the texts of a list are typed. Its buttons end it with OK and
+/// Cancel as every dialog's do.
+struct TextDialog {
+  /// 0: there is none.
+  DialogId dialog = 0;
+  /// Where a text is typed.
+  ControlId text = 0;
+  /// Where the dialog holds the whole list: its list box, the button that adds the typed text and
+  /// the one that takes the selected row out. 0 where it takes one text and OK adds that.
+  ControlId list = 0;
+  ControlId add = 0;
+  ControlId remove = 0;
+};
+
 /// One field of a page: what a person sees as one thing with a label and a value.
 struct FieldRow {
   /// How scripts name it: the attribute that it edits, or a word of its own where it edits several.
@@ -44,11 +58,17 @@ struct FieldRow {
   FieldKind kind = FieldKind::kText;
   /// The control that shows the value.
   ControlId control = 0;
-  /// The static text that names the field; 0: the control's own text.
+  /// The static text or group box that names the field. 0: a check box has its own text, a row of a
+  /// list view its entry, and another control the static text that stands right before it in the
+  /// template, unless there is a `title`.
   ControlId label = 0;
+  /// What the field is called where its page says it nowhere; empty elsewhere.
+  std::string_view title{};
   /// LDAP display names of every attribute that an edit of the field writes, the one that gives the
   /// field its value first.
   std::vector<std::string_view> attributes{};
+  /// What is said of an object that lacks it; empty where it may be empty.
+  std::string_view missing{};
   /// It is shown and never written.
   bool is_read_only = false;
   /// The button that opens a chooser or, for a list, adds to it; 0 where there is none.
@@ -59,6 +79,8 @@ struct FieldRow {
   /// For lists: the buttons for the selected value; 0 where there is none.
   ControlId remove = 0;
   ControlId make_default = 0;
+  /// For lists whose texts are typed: where that is done.
+  TextDialog typed_in{};
   /// `kChoice`: every text, in the order of the control.
   std::vector<std::string_view> choices{};
   /// `kChoice` by buttons: the button of each choice, 0 for one that cannot be chosen; empty where

@@ -33,12 +33,13 @@ const std::vector<std::pair<std::string, std::set<std::string>>> kExtensionLayer
 /// Folders of hosts, each with the other hosts' folders that it may include.
 const std::map<std::string, std::set<std::string>> kHosts = {
     {"resources", {}},
-    {"new_object", {}},
-    {"headless", {"resources", "new_object"}},
+    {"sheets", {"resources"}},
+    {"headless", {"resources", "sheets"}},
     {"ldap", {}},
+    {"changes", {"ldap"}},
     {"windows", {}},
-    {"console", {"resources", "new_object", "ldap"}},
-    {"ctl", {"resources", "headless", "ldap"}},
+    {"console", {"resources", "sheets", "changes", "ldap"}},
+    {"ctl", {"resources", "sheets", "headless", "changes", "ldap"}},
 };
 
 /// The layer of a path below `src`; empty when it lies in none.

@@ -3,50 +3,13 @@
 
 #include <gmock/gmock.h>
 
-#include <utility>
-
-#include "tests/contract/contract_ids.h"
-#include "tests/contract/recording_controller.h"
+#include "tests/contract/recorded_pages.h"
 
 namespace pelora::contract {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr const char* kSetActive = "page -200";
-constexpr const char* kKillActive = "page -201";
-constexpr const char* kApply = "page -202";
-constexpr const char* kReset = "page -203";
-constexpr const char* kQueryCancel = "page -209";
-
-/// What a test keeps of a page: its controller, and whether the page has been destroyed.
-struct PageRecord {
-  RecordingController controller;
-  bool destroyed = false;
-  /// What the controller had been told by then.
-  std::vector<std::string> events_at_destruction;
-};
-
-class RecordedPage final : public PropSheetPage {
- public:
-  RecordedPage(PageRecord& record, DialogId dialog, std::string title)
-      : record_(record), dialog_(dialog), title_(std::move(title)) {}
-  ~RecordedPage() override {
-    EXPECT_FALSE(record_.destroyed);
-    record_.destroyed = true;
-    record_.events_at_destruction = record_.controller.events();
-  }
-
-  [[nodiscard]] DialogId Template() const override { return dialog_; }
-  [[nodiscard]] std::string Title() const override { return title_; }
-  [[nodiscard]] IDialogController& Controller() override { return record_.controller; }
-
- private:
-  PageRecord& record_;
-  DialogId dialog_;
-  std::string title_;
-};
 
 /// Two pages of the contract's templates, in a sheet that is not shown yet.
 class TwoPages {
@@ -60,11 +23,6 @@ class TwoPages {
   PageRecord first;
   PageRecord second;
 };
-
-/// Answers one notification with a code and all others with 0.
-std::function<std::int32_t(PageNotification)> Answer(PageNotification asked, std::int32_t answer) {
-  return [=](PageNotification notification) { return notification == asked ? answer : 0; };
-}
 
 TEST_P(PropertySheetContract, ATabHasItsPagesTitleOrTheTemplatesCaption) {
   TwoPages pages(Sheet());

@@ -93,7 +93,7 @@ TEST_F(NewObjectFailure, AFailureThatNoExtensionShowsIsShownByTheConsole) {
   const console::NewObjectKind& unit = console::NewObjectKinds()[3];
   const auto failure = std::make_shared<ldap::StoreStatus>();
   HRESULT make_status = E_ADS_BAD_PATHNAME;
-  NewObjectSetup setup;
+  console::NewObjectSetup setup;
   setup.class_name = "organizationalUnit";
   setup.make_object = [&](const std::string& /*name*/, Ref<IADs>& object) {
     // There is no such container.

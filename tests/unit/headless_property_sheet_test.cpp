@@ -2,32 +2,20 @@
 // The parts of the sheet in memory that the property sheet contract leaves open.
 #include "hosts/headless/headless_property_sheet.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <vector>
 
 #include "resources/resource.h"
 
 namespace pelora {
 namespace {
 
-using testing::Contains;
-using testing::Not;
-
 class PageController final : public IDialogController {
  public:
   std::int32_t OnInitDialog(IDialog& /*dialog*/) override { return 0; }
   std::int32_t OnCommand(ControlId /*id*/, ControlNotification /*told*/) override { return 0; }
-  std::int32_t OnPageNotification(PageNotification notification) override {
-    told.push_back(notification);
-    return notification == PageNotification::kApply ? apply_answer : 0;
-  }
   void OnDestroy() override {}
-
-  std::int32_t apply_answer = kPageApplied;
-  std::vector<PageNotification> told;
 };
 
 class Page final : public PropSheetPage {
@@ -91,29 +79,6 @@ TEST_F(HeadlessPropertySheetTest, HasADialogForEachPageThatWasShown) {
   EXPECT_NE(sheet.Dialog(1), nullptr);
   EXPECT_FALSE(sheet.SelectPage(2));
   EXPECT_EQ(&sheet.User().dialog(), sheet.Dialog(1));
-}
-
-TEST_F(HeadlessPropertySheetTest, ShowsThePageThatAsksForItWhenItFails) {
-  constexpr std::int32_t kInvalid = 1;
-  first.apply_answer = kInvalid;
-  EXPECT_TRUE(sheet.AddPage(MakePage(first)));
-  EXPECT_TRUE(sheet.AddPage(MakePage(second)));
-  sheet.Show();
-  EXPECT_TRUE(sheet.SelectPage(1));
-  EXPECT_FALSE(sheet.Ok());
-  EXPECT_EQ(sheet.CurrentPage(), 0U);
-  EXPECT_THAT(second.told, Not(Contains(PageNotification::kApply)));
-}
-
-TEST_F(HeadlessPropertySheetTest, StaysWhereItIsWhenAPageFailsThatDoesNotShow) {
-  first.apply_answer = kPageInvalidStay;
-  EXPECT_TRUE(sheet.AddPage(MakePage(first)));
-  EXPECT_TRUE(sheet.AddPage(MakePage(second)));
-  sheet.Show();
-  EXPECT_TRUE(sheet.SelectPage(1));
-  EXPECT_FALSE(sheet.Ok());
-  EXPECT_EQ(sheet.CurrentPage(), 1U);
-  EXPECT_THAT(second.told, Not(Contains(PageNotification::kApply)));
 }
 
 }  // namespace

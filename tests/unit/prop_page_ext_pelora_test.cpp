@@ -36,7 +36,7 @@ class GroupPage final : public CSnapInPropertyPage {
  public:
   explicit GroupPage(const Platform& platform)
       : CSnapInPropertyPage(platform, IID_IADs, {}, IDD_PROPPAGE_USER, "Group"), group_(*this) {
-    Route(group_.Commands());
+    Add(group_);
     RegisterValidate([this](std::string* message) {
       if (!refuse_all) return S_OK;
       *message = "refused";

@@ -29,8 +29,7 @@ class PersonPage final : public CSnapInPropertyPage {
   PersonPage(const Platform& platform, bool email_required)
       : CSnapInPropertyPage(platform, IID_IADs, {}, IDD_PROPPAGE_USER, "Person"),
         person_(*this, platform, email_required) {
-    Route(person_.AddressCommands());
-    Route(person_.DelegateCommands());
+    Add(person_);
   }
 
   [[nodiscard]] CPropPageExtPerson& person() { return person_; }

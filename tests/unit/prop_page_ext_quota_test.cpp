@@ -70,8 +70,7 @@ class QuotaPage final : public CSnapInPropertyPage {
   QuotaPage(const Platform& platform, const Variation& layout)
       : CSnapInPropertyPage(platform, IID_IADs, {}, 1, "Quota"),
         quota_(*this, platform, layout.kind) {
-    Route(quota_.LimitCommands());
-    Route(quota_.RecipientCommands());
+    Add(quota_);
   }
 
  private:

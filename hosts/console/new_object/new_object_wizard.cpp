@@ -4,7 +4,6 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScopedValueRollback>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <utility>
@@ -15,148 +14,99 @@
 #include "wizards/wizard_base.h"
 
 namespace pelora::console {
-namespace {
-
-/// What a page answers that may be left.
-constexpr std::int32_t kMayGo = 0;
-
-}  // namespace
 
 QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, NewObjectSetup setup, QWidget* parent)
-    : QDialog(parent), parts_(parts), container_(ToQString(setup.display_info.container_name)) {
+    : QDialog(parent),
+      parts_(parts),
+      container_(ToQString(setup.display_info.container_name)),
+      title_(QStringLiteral("New Object - %1").arg(TextOf(parts_.kind))),
+      machine_(parts_.module, *this, Complete(std::move(setup))) {
   setObjectName(QStringLiteral("new_object_wizard"));
-  setWindowTitle(QStringLiteral("New Object - %1").arg(TextOf(parts_.kind)));
+  setWindowTitle(title_);
   setWindowIcon(IconOf(parts_.kind.icon));
   MakeLayout(container_);
-  setup.own_pages = OwnPages();
-  if (own_page_ != nullptr) {
-    setup.write_own = [this](IADs& object) {
-      // Temporary objects come from this console alone.
-      return StageOwnValues(parts_.kind, own_page_->Values(), parts_.own_context,
-                            static_cast<ldap::NewStoreObject&>(object));
-    };
-  }
-  session_ = std::make_unique<NewObjectSession>(std::move(setup));
-  session_->on_buttons = [this](std::size_t page, bool valid) {
-    if (page != current_) return;
-    next_enabled_ = valid;
-    UpdateButtons();
-  };
+  machine_.own_name = [this] { return ToUtf8(own_page_->Values().name.trimmed()); };
+  machine_.on_failure = [this](const CreationResult& failure) { ShowFailure(failure); };
 }
 
 QtNewObjectWizard::~QtNewObjectWizard() {
-  for (Page& page : pages_) page.dialog.reset();
-  session_.reset();
+  dialogs_.clear();
+  machine_.Close();
 }
 
-QtNewObjectWizard::Page* QtNewObjectWizard::ExtensionPage(std::size_t page) {
-  if (page < OwnPages() || page - OwnPages() >= pages_.size()) return nullptr;
-  return &pages_[page - OwnPages()];
+NewObjectSetup QtNewObjectWizard::Complete(NewObjectSetup setup) {
+  if (!parts_.kind.HasOwnPage()) return setup;
+  setup.own_pages = 1;
+  setup.write_own = [this](IADs& object) {
+    // Temporary objects come from this console alone.
+    return StageOwnValues(parts_.kind, own_page_->Values(), parts_.own_context,
+                          static_cast<ldap::NewStoreObject&>(object));
+  };
+  return setup;
 }
-
-std::size_t QtNewObjectWizard::PageCount() const { return OwnPages() + pages_.size() + 1; }
 
 QtDialog* QtNewObjectWizard::Dialog(std::size_t page) const {
-  if (page < OwnPages() || page - OwnPages() >= pages_.size()) return nullptr;
-  const Page& shown = pages_[page - OwnPages()];
-  return shown.was_shown ? shown.dialog.get() : nullptr;
+  return machine_.pages().WasShown(page) ? dialogs_[page - machine_.OwnPages()].get() : nullptr;
 }
 
 HRESULT QtNewObjectWizard::AddExtension(Ref<IDsAdminNewObjExt> extension, WizardRole role) {
-  if (is_started_) return E_UNEXPECTED;
-  return session_->AddExtension(
-      std::move(extension), role,
-      [this](std::unique_ptr<PropSheetPage> page) { return TakePage(std::move(page)); });
+  const HRESULT status = machine_.AddExtension(std::move(extension), role);
+  MakePages();
+  return status;
 }
 
-bool QtNewObjectWizard::TakePage(std::unique_ptr<PropSheetPage> page) {
-  const auto read = parts_.module.Dialog(page->Template());
-  if (is_started_ || !read.value) return false;
-  auto* holder = new QWidget;
-  stack_->insertWidget(stack_->count() - 1, holder);
-  auto dialog = std::make_unique<QtDialog>(*read.value, page->Controller(), *holder, DialogHost{});
-  // The window has room for every page from the start, and its buttons stay where they are.
-  holder->setMinimumSize(dialog->widget().size());
-  pages_.push_back({.page = std::move(page), .dialog = std::move(dialog)});
-  return true;
+void QtNewObjectWizard::MakePages() {
+  const sheets::SheetPages& pages = machine_.pages();
+  // The summary is the last.
+  for (std::size_t place = machine_.OwnPages() + dialogs_.size(); place + 1 < pages.Count();
+       ++place) {
+    auto* holder = new QWidget;
+    stack_->insertWidget(stack_->count() - 1, holder);
+    dialogs_.push_back(std::make_unique<QtDialog>(pages.Template(place), pages.Controller(place),
+                                                  *holder, DialogHost{}));
+    // The window has room for every page from the start, and its buttons stay where they are.
+    holder->setMinimumSize(dialogs_.back()->widget().size());
+  }
 }
 
 void QtNewObjectWizard::Start() {
-  is_started_ = true;
-  Activate(0);
+  if (own_page_ != nullptr) machine_.SetOwnPageComplete(own_page_->WhyIncomplete().isEmpty());
+  machine_.Show();
   adjustSize();
 }
 
-void QtNewObjectWizard::OpenDialog(Page& page) {
-  page.was_shown = true;
-  page.dialog->Open();
-  page.dialog->widget().show();
-  QWidget* last = page.dialog->PutInTabOrder(*stack_);
+void QtNewObjectWizard::MakeDialog(std::size_t place) {
+  QtDialog& dialog = *dialogs_[place - machine_.OwnPages()];
+  dialog.Open();
+  dialog.widget().show();
+  QWidget* last = dialog.PutInTabOrder(*stack_);
   for (QPushButton* button : {back_, next_, finish_, cancel_}) {
     setTabOrder(last, button);
     last = button;
   }
 }
 
-void QtNewObjectWizard::Activate(std::size_t page) {
-  const QScopedValueRollback busy(is_busy_, true);
-  current_ = page;
-  next_enabled_ = true;
-  Page* shown = ExtensionPage(page);
-  if (shown != nullptr) {
-    if (!shown->was_shown) OpenDialog(*shown);
-    shown->page->Controller().OnPageNotification(PageNotification::kSetActive);
-  } else if (IsSummary()) {
-    FillSummary();
-  }
-  stack_->setCurrentIndex(static_cast<int>(page));
+void QtNewObjectWizard::ShowPage(std::size_t place) {
+  if (IsSummary()) FillSummary();
+  const QString title = ToQString(machine_.pages().Title(place));
+  setWindowTitle(title.isEmpty() ? title_ : title);
+  stack_->setCurrentIndex(static_cast<int>(place));
   UpdateButtons();
-  if (shown != nullptr) return shown->dialog->FocusFirst();
+  if (QtDialog* dialog = Dialog(place)) return dialog->FocusFirst();
   IsSummary() ? finish_->setFocus() : own_page_->FirstField().setFocus();
 }
 
 void QtNewObjectWizard::UpdateButtons() {
-  const bool is_own = current_ < OwnPages();
-  back_->setEnabled(current_ > 0);
+  back_->setEnabled(machine_.IsBackEnabled());
   next_->setVisible(!IsSummary());
-  next_->setEnabled(is_own ? own_page_->WhyIncomplete().isEmpty() : next_enabled_);
+  next_->setEnabled(machine_.IsNextEnabled());
   finish_->setVisible(IsSummary());
   (IsSummary() ? finish_ : next_)->setDefault(true);
 }
 
-bool QtNewObjectWizard::Leave(PageNotification way) {
-  const QScopedValueRollback busy(is_busy_, true);
-  Page* left = ExtensionPage(current_);
-  if (left == nullptr) return true;
-  IDialogController& controller = left->page->Controller();
-  return controller.OnPageNotification(way) == kMayGo &&
-         controller.OnPageNotification(PageNotification::kKillActive) == kMayGo;
-}
-
-void QtNewObjectWizard::GoBack() {
-  if (is_busy_ || current_ == 0 || !Leave(PageNotification::kWizardBack)) return;
-  Activate(current_ - 1);
-}
-
-void QtNewObjectWizard::GoNext() {
-  if (is_busy_ || IsSummary() || !next_->isEnabled()) return;
-  if (!Leave(PageNotification::kWizardNext)) return;
-  if (current_ < OwnPages()) {
-    const std::string name = ToUtf8(own_page_->Values().name.trimmed());
-    if (const HRESULT status = session_->PrepareObject(name); FAILED(status)) {
-      return ShowFailure({.status = status, .is_shown = false});
-    }
-  }
-  Activate(current_ + 1);
-}
-
 void QtNewObjectWizard::Finish() {
-  if (is_busy_ || !IsSummary()) return;
   failure_->hide();
-  const QScopedValueRollback busy(is_busy_, true);
-  const CreationResult result = session_->Commit(Dialog(OwnPages()));
-  if (SUCCEEDED(result.status)) return accept();
-  ShowFailure(result);
+  if (machine_.Finish(Dialog(machine_.OwnPages()))) accept();
 }
 
 void QtNewObjectWizard::ShowFailure(const CreationResult& result) {
@@ -168,16 +118,7 @@ void QtNewObjectWizard::ShowFailure(const CreationResult& result) {
 }
 
 void QtNewObjectWizard::reject() {
-  if (is_busy_) return;
-  {
-    const QScopedValueRollback busy(is_busy_, true);
-    Page* left = ExtensionPage(current_);
-    const bool may_go =
-        left == nullptr || !is_started_ ||
-        left->page->Controller().OnPageNotification(PageNotification::kQueryCancel) == kMayGo;
-    if (!may_go) return;
-  }
-  QDialog::reject();
+  if (!machine_.IsOpen() || machine_.Cancel()) QDialog::reject();
 }
 
 }  // namespace pelora::console

@@ -8,8 +8,8 @@
 
 #include "hosts/console/new_object/own_page.h"
 #include "hosts/console/qt_dialog.h"
-#include "hosts/new_object/new_object_session.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/sheets/wizard_machine.h"
 #include "platform/message_box.h"
 
 class QLabel;
@@ -20,12 +20,18 @@ class QVBoxLayout;
 
 namespace pelora::console {
 
+using sheets::CreationResult;
+using sheets::NewObjectSetup;
+using sheets::WizardRole;
+
 /// The window in which an object is made: the console's own first page (unless an extension asks
-/// for the name), the extensions' pages, a summary, and Finish.
+/// for the name), the extensions' pages, a summary, and Finish. What the buttons mean, and what the
+/// pages are told, is the wizard machine's business; the window makes the pages and shows. While an
+/// extension's page shows, the window has that page's title.
 ///
 /// Nothing is in the directory before Finish. When the creation fails, the failure is shown,
 /// nothing is left behind, and the window stays open with everything that was typed.
-class QtNewObjectWizard final : public QDialog {
+class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
  public:
   struct Parts {
     /// Holds the pages' templates.
@@ -48,9 +54,9 @@ class QtNewObjectWizard final : public QDialog {
   void Start();
 
   /// Pages of all kinds, the summary (the last one) among them.
-  [[nodiscard]] std::size_t PageCount() const;
-  [[nodiscard]] std::size_t CurrentPage() const { return current_; }
-  [[nodiscard]] bool IsSummary() const { return current_ + 1 == PageCount(); }
+  [[nodiscard]] std::size_t PageCount() const { return machine_.pages().Count(); }
+  [[nodiscard]] std::size_t CurrentPage() const { return machine_.pages().Current(); }
+  [[nodiscard]] bool IsSummary() const { return machine_.IsSummary(); }
   /// Null for a kind that has none.
   [[nodiscard]] OwnPage* own_page() const { return own_page_; }
   /// The dialog of an extension's page; null while it was never shown, and for other pages.
@@ -69,36 +75,23 @@ class QtNewObjectWizard final : public QDialog {
   void reject() override;
 
  private:
-  struct Page {
-    std::unique_ptr<PropSheetPage> page;
-    /// Its widgets stand from the beginning, its controller hears of it when it is first shown.
-    std::unique_ptr<QtDialog> dialog;
-    bool was_shown = false;
-  };
+  void MakeDialog(std::size_t place) override;
+  void ShowPage(std::size_t place) override;
+  void UpdateButtons() override;
 
   void MakeLayout(const QString& container);
   void MakeOwnPage();
   void MakeSummary();
   void MakeButtons(QVBoxLayout& layout);
-  [[nodiscard]] std::size_t OwnPages() const { return own_page_ != nullptr ? 1 : 0; }
-  /// Null for a page of the console's own.
-  [[nodiscard]] Page* ExtensionPage(std::size_t page);
-  bool TakePage(std::unique_ptr<PropSheetPage> page);
-  void OpenDialog(Page& page);
-  void Activate(std::size_t page);
-  void UpdateButtons();
+  /// How the setup has to be for this window.
+  [[nodiscard]] NewObjectSetup Complete(NewObjectSetup setup);
+  /// Makes the widgets of the pages that an extension has added.
+  void MakePages();
   void FillSummary();
-  /// Whether the current page may be left in this way.
-  [[nodiscard]] bool Leave(PageNotification way);
-  void GoBack();
-  void GoNext();
   void Finish();
   void ShowFailure(const CreationResult& result);
 
   Parts parts_;
-  std::vector<Page> pages_;
-  /// Holds on to the extensions, which the pages keep: it ends before them.
-  std::unique_ptr<NewObjectSession> session_;
   OwnPage* own_page_ = nullptr;
   QStackedWidget* stack_ = nullptr;
   QWidget* summary_page_ = nullptr;
@@ -109,11 +102,11 @@ class QtNewObjectWizard final : public QDialog {
   QPushButton* finish_ = nullptr;
   QPushButton* cancel_ = nullptr;
   QString container_;
-  std::size_t current_ = 0;
-  bool next_enabled_ = false;
-  bool is_started_ = false;
-  /// A page is being notified: whatever arrives meanwhile must not close the window under it.
-  bool is_busy_ = false;
+  QString title_;
+  /// What stands of the extensions' pages; their controllers hear of it when they first show. Gone
+  /// before the pages.
+  std::vector<std::unique_ptr<QtDialog>> dialogs_;
+  sheets::WizardMachine machine_;
 };
 
 }  // namespace pelora::console

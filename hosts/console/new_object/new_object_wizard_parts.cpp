@@ -54,7 +54,9 @@ void QtNewObjectWizard::MakeOwnPage() {
   if (!parts_.kind.HasOwnPage()) return;
   auto* page = new QWidget;
   own_page_ = new OwnPage(parts_.kind, parts_.own_context, page);
-  own_page_->on_changed = [this] { UpdateButtons(); };
+  own_page_->on_changed = [this] {
+    machine_.SetOwnPageComplete(own_page_->WhyIncomplete().isEmpty());
+  };
   auto* layout = new QVBoxLayout(page);
   layout->addWidget(MakeHead(parts_.kind.icon, container_, *page));
   layout->addWidget(own_page_, 1);
@@ -84,16 +86,16 @@ void QtNewObjectWizard::MakeSummary() {
 }
 
 void QtNewObjectWizard::MakeButtons(QVBoxLayout& layout) {
-  const auto make = [this](const char* text, const char* name, void (QtNewObjectWizard::*click)()) {
+  const auto make = [this](const char* text, const char* name, std::function<void()> click) {
     auto* button = new QPushButton(QString::fromLatin1(text), this);
     button->setObjectName(QLatin1String(name));
-    connect(button, &QPushButton::clicked, this, click);
+    connect(button, &QPushButton::clicked, this, std::move(click));
     return button;
   };
-  back_ = make("< &Back", "wizard_back", &QtNewObjectWizard::GoBack);
-  next_ = make("&Next >", "wizard_next", &QtNewObjectWizard::GoNext);
-  finish_ = make("&Finish", "wizard_finish", &QtNewObjectWizard::Finish);
-  cancel_ = make("Cancel", "wizard_cancel", &QtNewObjectWizard::reject);
+  back_ = make("< &Back", "wizard_back", [this] { machine_.Back(); });
+  next_ = make("&Next >", "wizard_next", [this] { machine_.Next(); });
+  finish_ = make("&Finish", "wizard_finish", [this] { Finish(); });
+  cancel_ = make("Cancel", "wizard_cancel", [this] { reject(); });
   for (QPushButton* button : {back_, cancel_}) button->setAutoDefault(false);
   auto* row = new QHBoxLayout;
   row->addStretch();
@@ -107,7 +109,7 @@ void QtNewObjectWizard::FillSummary() {
     paragraphs.append(
         SummaryOf(parts_.kind, own_page_->Values(), parts_.own_context).join(QLatin1Char('\n')));
   }
-  for (const std::string& summary : session_->Summaries()) {
+  for (const std::string& summary : machine_.Summaries()) {
     paragraphs.append(ToQString(summary).trimmed());
   }
   summary_->setPlainText(paragraphs.join(QStringLiteral("\n\n")));

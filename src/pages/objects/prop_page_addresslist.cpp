@@ -8,9 +8,9 @@ namespace pelora {
 CPropPageAddresslist::CPropPageAddresslist(const Platform& platform)
     : CSnapInPropertyPage(platform, IID_IADs, {}, IDD_PROPPAGE_ADDRESSLIST, "Pelora"),
       account_(*this),
-      search_(*this, platform) {
-  Route(account_.Commands());
-  Route(search_.Commands());
+      search_(*this) {
+  Add(account_);
+  Add(search_);
 }
 
 }  // namespace pelora

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstdint>
-
 #include "pages/edited_fields.h"
 #include "pages/prop_page_ext_pelora.h"
 #include "pages/snap_in_property_page.h"
@@ -17,9 +15,6 @@ class CPropPageCompany final : public CSnapInPropertyPage {
 
  private:
   ~CPropPageCompany() override = default;
-
-  std::int32_t OnSelectSystemAdmin();
-  std::int32_t OnSelectServer();
 
   CPropPageExtPelora account_;
   EditedFields fields_;

@@ -14,6 +14,9 @@ constexpr std::array<ControlId, 8> kMultiSelectHideList = {
     IDC_QUOTA_RECIPIENTS_ADD,      IDC_QUOTA_RECIPIENTS_DELETE,     IDC_USER_QUOTA_RECIPIENTS,
     IDC_USER_QUOTA_RECIPIENTS_ADD, IDC_USER_QUOTA_RECIPIENTS_DELETE};
 
+/// Of the company's own limits the warning level alone is on the tab.
+constexpr std::array<ControlId, 2> kLackingControls = {IDC_QUOTA_SOFT, IDC_QUOTA_HARD};
+
 }  // namespace
 
 CPropPageCompanyQuota::CPropPageCompanyQuota(const Platform& platform)
@@ -21,10 +24,9 @@ CPropPageCompanyQuota::CPropPageCompanyQuota(const Platform& platform)
                           "Pelora Quota"),
       company_quota_(*this, platform, QuotaKind::kOwn),
       user_quota_(*this, platform, QuotaKind::kUserDefault) {
-  for (CPropPageExtQuota* const quota : {&company_quota_, &user_quota_}) {
-    Route(quota->LimitCommands());
-    Route(quota->RecipientCommands());
-  }
+  SetLackingControls(kLackingControls);
+  Add(company_quota_);
+  Add(user_quota_);
 }
 
 }  // namespace pelora

@@ -2,9 +2,7 @@
 #include "pages/objects/prop_page_company_rights.h"
 
 #include <array>
-#include <string>
 
-#include "pages/handler.h"
 #include "resources/resource.h"
 
 namespace pelora {
@@ -13,10 +11,16 @@ namespace {
 /// The lists alone: their group boxes and buttons stay.
 constexpr std::array<ControlId, 2> kMultiSelectHideList = {IDC_ADMIN_LIST, IDC_VIEW_LIST};
 
-constexpr NameList::Layout kViewers = {IDC_VIEW_LIST, IDC_VIEW_ADD, IDC_VIEW_DELETE,
+constexpr NameList::Layout kViewers = {IDC_VIEW_LIST,
+                                       IDC_VIEW_ADD,
+                                       IDC_VIEW_DELETE,
+                                       IDC_VIEW_GROUP,
                                        CatalogueEntry("peloraViewPrivilege"),
                                        &SelectADObject::SelectContainers};
-constexpr NameList::Layout kAdministrators = {IDC_ADMIN_LIST, IDC_ADMIN_ADD, IDC_ADMIN_DELETE,
+constexpr NameList::Layout kAdministrators = {IDC_ADMIN_LIST,
+                                              IDC_ADMIN_ADD,
+                                              IDC_ADMIN_DELETE,
+                                              IDC_ADMIN_GROUP,
                                               CatalogueEntry("peloraAdminPrivilege"),
                                               &SelectADObject::SelectUsers};
 
@@ -27,12 +31,8 @@ CPropPageCompanyRights::CPropPageCompanyRights(const Platform& platform)
                           "Pelora Rights"),
       viewers_(*this, platform, kViewers),
       administrators_(*this, platform, kAdministrators) {
-  for (NameList* const list : {&viewers_, &administrators_}) {
-    RegisterLoad(Handler(list, &NameList::Load));
-    RegisterCollect(Handler(list, &NameList::Collect));
-    Route(list->Commands());
-  }
-  RegisterValidate([](std::string* /*message*/) { return S_OK; });
+  Add(viewers_);
+  Add(administrators_);
 }
 
 }  // namespace pelora

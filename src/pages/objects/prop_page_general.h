@@ -12,7 +12,7 @@ class CPropPageGeneral : public CSnapInPropertyPage {
  public:
   CPropPageGeneral(const Platform& platform, DialogId dialog_template)
       : CSnapInPropertyPage(platform, IID_IADs, {}, dialog_template, "General"), name_(*this) {
-    Route(name_.Commands());
+    Add(name_);
   }
 
  protected:

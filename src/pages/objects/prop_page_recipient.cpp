@@ -19,9 +19,8 @@ CPropPageRecipient::CPropPageRecipient(const Platform& platform, DialogId dialog
     : CSnapInPropertyPage(platform, IID_IADs, kMultiSelectHideList, dialog_template, "Pelora"),
       person_(*this, platform, false),
       account_(*this) {
-  Route(person_.AddressCommands());
-  Route(person_.DelegateCommands());
-  Route(account_.Commands());
+  Add(person_);
+  Add(account_);
 }
 
 }  // namespace pelora

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include "pages/edited_fields.h"
 #include "pages/snap_in_property_page.h"
 
@@ -19,8 +17,6 @@ class CPropPageServer final : public CSnapInPropertyPage {
 
  private:
   ~CPropPageServer() override = default;
-
-  HRESULT Validate(std::string* message) const;
 
   EditedFields fields_;
 };

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // New-object wizards from the first page to the object in the directory.
-#include "hosts/new_object/new_object_session.h"
+#include "hosts/sheets/new_object_session.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +17,8 @@
 namespace pelora {
 namespace {
 
+using sheets::NewObjectSetup;
+using sheets::WizardRole;
 using testing::FaultPoint;
 using testing::PageBench;
 using Lines = std::vector<std::string>;

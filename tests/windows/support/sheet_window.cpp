@@ -13,10 +13,10 @@ constexpr UINT_PTR kWatch = 1;
 
 }  // namespace
 
-SheetWindow::SheetWindow(std::vector<HPROPSHEETPAGE> pages) {
+SheetWindow::SheetWindow(std::vector<HPROPSHEETPAGE> pages, DWORD flags) {
   PROPSHEETHEADERW header = {};
   header.dwSize = sizeof(header);
-  header.dwFlags = PSH_MODELESS;
+  header.dwFlags = PSH_MODELESS | flags;
   header.pszCaption = L"Properties";
   header.nPages = static_cast<UINT>(pages.size());
   header.phpage = pages.data();

@@ -14,8 +14,8 @@ namespace pelora::windows::test {
 /// goes on while the sheet is open.
 class SheetWindow {
  public:
-  /// Takes the pages over and shows the first one.
-  explicit SheetWindow(std::vector<HPROPSHEETPAGE> pages);
+  /// Takes the pages over and shows the first one. `flags` may make it a wizard (`PSH_WIZARD`).
+  explicit SheetWindow(std::vector<HPROPSHEETPAGE> pages, DWORD flags = 0);
   /// Closes the sheet as its Cancel button does, when it is still open.
   ~SheetWindow();
   SheetWindow(const SheetWindow&) = delete;
@@ -36,6 +36,8 @@ class SheetWindow {
   void ClickApply();
   void ClickOk();
   void ClickCancel();
+  /// Clicks a button of the sheet's, by its number; a disabled one does not react.
+  void Press(int button);
   /// Destroys the sheet without asking any page.
   void Destroy() { DestroyWindow(window_); }
 
@@ -51,7 +53,6 @@ class SheetWindow {
   static LRESULT CALLBACK LookOn(HWND window, UINT message, WPARAM wide, LPARAM narrow, UINT_PTR id,
                                  DWORD_PTR sheet);
   void Watch();
-  void Press(int button);
 
   HWND window_ = nullptr;
   std::vector<Answer> answers_;

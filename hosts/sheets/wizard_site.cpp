@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/new_object/wizard_site.h"
+#include "hosts/sheets/wizard_site.h"
 
-namespace pelora {
+namespace pelora::sheets {
 
 HRESULT WizardSite::QueryInterface(const Guid& iid, void** object) {
   if (object == nullptr) return E_POINTER;
@@ -39,4 +39,4 @@ HRESULT WizardSite::CreateNew(const std::string& name) {
   return owner_ != nullptr ? owner_->CreateNew(name) : E_UNEXPECTED;
 }
 
-}  // namespace pelora
+}  // namespace pelora::sheets

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/new_object/new_object_session.h"
+#include "hosts/sheets/new_object_session.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace pelora {
+namespace pelora::sheets {
 
 NewObjectSession::~NewObjectSession() {
   object_.Reset();
@@ -138,4 +138,4 @@ CreationResult NewObjectSession::Fail(IDialog* owner, HRESULT status, NewObjectP
   return {.status = status, .is_shown = SUCCEEDED(shown)};
 }
 
-}  // namespace pelora
+}  // namespace pelora::sheets

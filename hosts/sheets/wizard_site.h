@@ -6,7 +6,7 @@
 
 #include "platform/new_object_wizard.h"
 
-namespace pelora {
+namespace pelora::sheets {
 
 /// What a wizard does for its extensions. Pages are counted per extension, from 0.
 class IWizardSiteOwner {
@@ -53,4 +53,4 @@ class WizardSite final : public IDsAdminNewObj, private IDsAdminNewObjPrimarySit
   std::uint32_t references_ = 1;
 };
 
-}  // namespace pelora
+}  // namespace pelora::sheets

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "hosts/new_object/wizard_site.h"
+#include "hosts/sheets/wizard_site.h"
 #include "platform/new_object_wizard.h"
 
-namespace pelora {
+namespace pelora::sheets {
 
 /// Whether an extension makes the object (its wizard has no page of the host's own) or adds to it.
 enum class WizardRole : std::uint8_t { kPrimary, kSecondary };
@@ -109,4 +109,4 @@ class NewObjectSession final : private IWizardSiteOwner {
   HRESULT made_ = S_OK;
 };
 
-}  // namespace pelora
+}  // namespace pelora::sheets

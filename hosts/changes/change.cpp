@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/changes/change.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "directory/ascii_case.h"
+#include "hosts/ldap/value_equality.h"
+
+namespace pelora::changes {
+namespace {
+
+/// Taken by a directory and never given back.
+constexpr auto kSecretAttributes = std::to_array<std::string_view>({
+    "unicodePwd",
+    "userPassword",
+    "clearTextPassword",
+    "dBCSPwd",
+    "supplementalCredentials",
+});
+
+bool IsSecret(std::string_view attribute) {
+  return std::ranges::any_of(kSecretAttributes, [&](std::string_view secret) {
+    return EqualsWithoutCase(secret, attribute);
+  });
+}
+
+Change::Kind UndoOf(Change::Kind kind) {
+  return kind == Change::Kind::kAdd ? Change::Kind::kDelete : Change::Kind::kModify;
+}
+
+}  // namespace
+
+const ValueChange* Change::Find(std::string_view attribute) const {
+  const auto found = std::ranges::find_if(attributes, [&](const ValueChange& change) {
+    return EqualsWithoutCase(change.attribute, attribute);
+  });
+  return found == attributes.end() ? nullptr : &*found;
+}
+
+ValueChange* Change::Find(std::string_view attribute) {
+  return const_cast<ValueChange*>(std::as_const(*this).Find(attribute));
+}
+
+AttributeValues Without(ldap::Syntax syntax, const AttributeValues& values,
+                        const AttributeValues& others) {
+  std::set<std::string> keys;
+  for (const std::string& other : others) keys.insert(ldap::EditingKey(syntax, other));
+  AttributeValues left;
+  std::ranges::copy_if(values, std::back_inserter(left), [&](const std::string& value) {
+    return !keys.contains(ldap::EditingKey(syntax, value));
+  });
+  return left;
+}
+
+bool AreSameValues(ldap::Syntax syntax, const AttributeValues& left, const AttributeValues& right) {
+  return left.size() == right.size() && Without(syntax, left, right).empty() &&
+         Without(syntax, right, left).empty();
+}
+
+ldap::Syntax SyntaxOf(const ldap::Schema& schema, std::string_view attribute) {
+  const std::optional<ldap::AttributeType> type = schema.Find(attribute);
+  return type ? type->syntax : ldap::Syntax::kString;
+}
+
+void DropWhatChangesNothing(const ldap::Schema& schema, Change& change) {
+  if (change.kind != Change::Kind::kModify) return;
+  std::erase_if(change.attributes, [&](const ValueChange& value) {
+    return AreSameValues(SyntaxOf(schema, value.attribute), value.seen, value.wanted);
+  });
+}
+
+Change UndoOf(const Change& change) {
+  Change undo{.kind = UndoOf(change.kind), .dn = change.dn, .attributes = {}};
+  if (change.kind == Change::Kind::kDelete) return undo;
+  for (const ValueChange& value : change.attributes) {
+    if (IsSecret(value.attribute)) continue;
+    undo.attributes.push_back({.attribute = value.attribute,
+                               .is_list = value.is_list,
+                               .seen = value.wanted,
+                               .wanted = value.seen});
+  }
+  return undo;
+}
+
+}  // namespace pelora::changes

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hosts/changes/change.h"
+#include "hosts/changes/change_log.h"
+#include "hosts/changes/result.h"
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::changes {
+
+/// Writes changes, each guarded: what is sent says what was seen, and the directory refuses it when
+/// that is not there any more. Between a look and a write there is no gap, whoever else writes.
+///
+/// A refused change is read anew, and only then it is told what became of it:
+/// - everything is as wanted, by whoever: unchanged;
+/// - an attribute of one value is neither as seen nor as wanted: refused, with the conflicts;
+/// - of a list, what somebody else did already is taken off the change and the rest sent again, as
+///   long as nothing of it is in conflict;
+/// - everything is as it was seen: failed; the directory had another reason, and its words say so.
+///
+/// A change that was sent and not answered is unknown and never sent again. A deleted object, a
+/// missing right and the like are failures with the directory's status and words.
+class ChangeWriter {
+ public:
+  /// `store` and `log`, which may be null, outlive the writer. What is about to be sent is noted in
+  /// the log first; what cannot be noted is not sent.
+  explicit ChangeWriter(ldap::IDirectoryStore& store, IChangeLog* log = nullptr);
+  ChangeWriter(const ChangeWriter&) = delete;
+  ChangeWriter& operator=(const ChangeWriter&) = delete;
+
+  /// Writes one change, whatever its kind. Nothing is sent for one that changes nothing.
+  [[nodiscard]] Result Write(Change change);
+
+  /// What became of a change that was noted in the log as `note` and sent, and that the store
+  /// answered so; may read, and send the rest of it again.
+  [[nodiscard]] Result Finish(Change change, IChangeLog::NoteId note, ldap::StoreStatus answer);
+
+ private:
+  [[nodiscard]] ldap::StoreStatus Send(const Change& change);
+  [[nodiscard]] Result GiveUp(IChangeLog::NoteId note, Result result);
+
+  ldap::IDirectoryStore& store_;
+  IChangeLog* log_;
+};
+
+}  // namespace pelora::changes

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/changes/guarded_request.h"
+
+#include <utility>
+
+namespace pelora::changes {
+namespace {
+
+using Operation = ldap::Modification::Operation;
+
+const AttributeValues& ValuesOf(const ldap::Entry& entry, const std::string& attribute) {
+  static const AttributeValues kNone;
+  const auto found = entry.attributes.find(attribute);
+  return found == entry.attributes.end() ? kNone : found->second;
+}
+
+/// What is left of a list's change: a set is not in conflict, it only has been changed already.
+ValueChange RestOfList(ldap::Syntax syntax, const ValueChange& value,
+                       const AttributeValues& there) {
+  const AttributeValues taken_out = Without(syntax, value.seen, value.wanted);
+  const AttributeValues put_in = Without(syntax, value.wanted, value.seen);
+  const AttributeValues gone = Without(syntax, taken_out, there);
+  return {.attribute = value.attribute,
+          .is_list = true,
+          .seen = Without(syntax, taken_out, gone),
+          .wanted = Without(syntax, put_in, there)};
+}
+
+}  // namespace
+
+std::vector<ldap::Modification> GuardedRequest(const ldap::Schema& schema, const Change& change) {
+  std::vector<ldap::Modification> request;
+  for (const ValueChange& value : change.attributes) {
+    const ldap::Syntax syntax = SyntaxOf(schema, value.attribute);
+    AttributeValues taken_out = Without(syntax, value.seen, value.wanted);
+    AttributeValues put_in = Without(syntax, value.wanted, value.seen);
+    if (!taken_out.empty()) {
+      request.push_back({Operation::kDelete, value.attribute, std::move(taken_out)});
+    }
+    if (!put_in.empty()) request.push_back({Operation::kAdd, value.attribute, std::move(put_in)});
+  }
+  return request;
+}
+
+Standing StandingOf(const ldap::Schema& schema, const Change& change, const ldap::Entry& there) {
+  Standing standing{.conflicts = {},
+                    .rest = {.kind = change.kind, .dn = change.dn, .attributes = {}}};
+  for (const ValueChange& value : change.attributes) {
+    const ldap::Syntax syntax = SyntaxOf(schema, value.attribute);
+    const AttributeValues& now = ValuesOf(there, value.attribute);
+    if (value.is_list) {
+      ValueChange rest = RestOfList(syntax, value, now);
+      const std::size_t left = rest.seen.size() + rest.wanted.size();
+      const std::size_t asked = Without(syntax, value.seen, value.wanted).size() +
+                                Without(syntax, value.wanted, value.seen).size();
+      standing.is_less = standing.is_less || left < asked;
+      if (left > 0) standing.rest.attributes.push_back(std::move(rest));
+    } else if (AreSameValues(syntax, now, value.wanted)) {
+      standing.is_less = true;
+    } else if (AreSameValues(syntax, now, value.seen)) {
+      standing.rest.attributes.push_back(value);
+    } else {
+      standing.conflicts.push_back({value.attribute, value.seen, value.wanted, now});
+    }
+  }
+  return standing;
+}
+
+}  // namespace pelora::changes

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <vector>
+
+#include "hosts/changes/change.h"
+#include "hosts/changes/result.h"
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::changes {
+
+/// What is sent for a modification, strictly (`IDirectoryStore::ModifyStrictly`): for each
+/// attribute the removal of what was seen and is not wanted, then the addition of what is wanted
+/// and was not seen. Of an attribute of one value an addition alone says that it was not set.
+[[nodiscard]] std::vector<ldap::Modification> GuardedRequest(const ldap::Schema& schema,
+                                                             const Change& change);
+
+/// How a modification that the directory refused stands to what is there now.
+struct Standing {
+  /// Attributes that somebody else changed, in the change's order.
+  std::vector<Conflict> conflicts;
+  /// What is left to do where nothing is in conflict: `seen` is what is there.
+  Change rest;
+  /// Whether `rest` is less than the change was: something has been done by somebody else.
+  bool is_less = false;
+};
+
+/// Compares a modification with the object as it is.
+[[nodiscard]] Standing StandingOf(const ldap::Schema& schema, const Change& change,
+                                  const ldap::Entry& there);
+
+}  // namespace pelora::changes

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/changes/change.h"
+#include "hosts/changes/result.h"
+#include "hosts/ldap/directory_store.h"
+#include "platform/ads.h"
+
+namespace pelora::changes {
+
+struct RecordingOptions {
+  /// What is read of an object when it is bound. None: all of it. Another attribute that is asked
+  /// for is read then, by itself.
+  std::vector<std::string> attributes{};
+  /// Whether what is staged of an attribute is kept. Empty: everything is.
+  std::function<bool(std::string_view attribute)> keeps{};
+};
+
+/// The directory port for pages whose changes the host itself writes: it reads from a store, and
+/// `SetInfo` sends nothing but is recorded as a change.
+///
+/// A page binds its objects anew for every loading and every apply; what it was told in between is
+/// remembered here, by the object's name. What a change takes as seen is what the page was last
+/// told of the attribute by `Get`, or, when it never asked, what the last binding read; after a
+/// write that was done it is what was written. What a page stages as it was seen is no change.
+///
+///   page.Apply();                                   // stages and commits
+///   for (Change& change : directory.TakeRecorded()) {
+///     const Result result = writer.Write(change);   // or the runner's, elsewhere
+///     directory.Settle(change, result);
+///   }
+///
+/// What was recorded and not written stays pending: it goes along with the next recording, unless
+/// it is staged again. So an edit outlives a failed write, though the page has forgotten it.
+///
+/// Used on one thread. The store outlives it, and it outlives the objects bound from it.
+class RecordingDirectory final : public IDirectoryService {
+ public:
+  explicit RecordingDirectory(ldap::IDirectoryStore& store, RecordingOptions options = {});
+  ~RecordingDirectory() override;
+  RecordingDirectory(const RecordingDirectory&) = delete;
+  RecordingDirectory& operator=(const RecordingDirectory&) = delete;
+
+  // A path's server is not looked at: the store is the directory.
+  [[nodiscard]] HRESULT ADsGetObject(const std::string& path, const Guid& iid,
+                                     Ref<IADs>& object) override;
+  [[nodiscard]] HRESULT ADsOpenObject(const std::string& path,
+                                      const std::optional<std::string>& user_name,
+                                      const std::optional<std::string>& password,
+                                      std::uint32_t flags, const Guid& iid,
+                                      Ref<IADs>& object) override;
+  [[nodiscard]] HRESULT BindPaths(std::span<const std::string> paths, const Guid& iid,
+                                  std::vector<Ref<IADs>>& objects) override;
+
+  /// What the store said of the last request that failed; success when none has failed yet.
+  [[nodiscard]] const ldap::StoreStatus& last_failure() const;
+
+  /// The store as the recording sees it: changes and additions sent to it are recorded, and an
+  /// object whose addition was recorded can be read. For what makes objects itself, as a wizard's
+  /// host does.
+  [[nodiscard]] ldap::IDirectoryStore& store();
+
+  /// Hands over an object that has been read already, with at least the attributes that a binding
+  /// would read: bindings take it in place of asking the store, until it is forgotten or a change
+  /// of it is settled.
+  void Give(ldap::Entry entry);
+
+  /// What has been recorded since it was last taken, and what is pending, one change for each
+  /// object, in the order in which the objects were first recorded. Changes of nothing are left
+  /// out. Until it is settled, a change that was taken counts as pending.
+  [[nodiscard]] std::vector<Change> TakeRecorded();
+  /// Whether `TakeRecorded` would give something.
+  [[nodiscard]] bool HasRecorded() const;
+
+  /// Tells what became of a change that was taken. Done: what was written is what the page has
+  /// seen. Not done: the change stays pending.
+  void Settle(const Change& change, const Result& result);
+
+  /// The user has been shown the conflicts: what they say is there counts as seen from now on, for
+  /// what is pending too, so that the next write, if there is one, replaces it knowingly.
+  void AcceptAsSeen(const Result& result);
+
+  /// Drops what is known and recorded of an object, what is pending included.
+  void Forget(const std::string& dn);
+
+ private:
+  class Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace pelora::changes

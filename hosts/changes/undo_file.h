@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <set>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "hosts/changes/change.h"
+#include "hosts/changes/change_log.h"
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/file_descriptor.h"
+
+namespace pelora::changes {
+
+/// A file that takes back what a run does: LDIF (`ToLdif`) of each change's undo, in the order in
+/// which the changes were made. It is for its owner alone.
+///
+/// When `Note` returns, what it noted is on the disk: nothing can have been changed of which the
+/// file does not tell, whatever happens to the program or the machine. The undo of a change that
+/// was not made after all is marked by a comment, `# withdrawn: N`, N being its number in the file
+/// from 0; a reader that does not know the mark meets the record's guard.
+class UndoFile final : public IChangeLog {
+ public:
+  /// Makes the file, which must not be there (68); a file that cannot be made is 80 with the
+  /// system's reason. `schema` outlives it.
+  static ldap::StoreStatus Create(const std::string& path, const ldap::Schema& schema,
+                                  std::unique_ptr<UndoFile>& file);
+  ~UndoFile() override;
+  UndoFile(const UndoFile&) = delete;
+  UndoFile& operator=(const UndoFile&) = delete;
+
+  [[nodiscard]] ldap::StoreStatus Note(std::span<const Change> changes, NoteId& first) override;
+  void Withdraw(NoteId note) override;
+
+ private:
+  UndoFile(std::string path, ldap::FileDescriptor file, const ldap::Schema& schema);
+  [[nodiscard]] ldap::StoreStatus Append(std::string_view text);
+
+  std::string path_;
+  ldap::FileDescriptor file_;
+  const ldap::Schema& schema_;
+  NoteId next_ = 0;
+  /// Where the last whole record ends, so that a part of one can be taken off again.
+  std::int64_t end_ = 0;
+};
+
+/// Reads the changes of a file as `UndoFile` makes it, latest first and without those that were
+/// withdrawn: running them, in this order, takes back what was done. A file that cannot be read,
+/// and one that holds something else, is 80 with the line; `changes` is empty then.
+[[nodiscard]] ldap::StoreStatus ReadUndoFile(const std::string& path, const ldap::Schema& schema,
+                                             std::vector<Change>& changes);
+
+}  // namespace pelora::changes

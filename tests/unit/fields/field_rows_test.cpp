@@ -1,0 +1,396 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the tabs tell of their fields.
+#include "platform/field_rows.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <set>
+
+#include "hosts/resources/field_label.h"
+#include "pages/edited_fields.h"
+#include "resources/resource.h"
+#include "tests/unit/tab_bench.h"
+
+namespace pelora {
+namespace {
+
+using resources::ControlKind;
+using resources::DialogItem;
+using resources::DialogTemplate;
+using resources::FieldLabel;
+using ::testing::ElementsAre;
+using testing::FakeAttributes;
+using ::testing::IsEmpty;
+using testing::Lines;
+
+std::string KindWord(FieldKind kind) {
+  static constexpr std::array<const char*, 9> kWords = {
+      "flag", "number", "text", "name", "server", "default", "list", "names", "choice"};
+  return kWords.at(static_cast<std::size_t>(kind));
+}
+
+/// "NAME: KIND "LABEL"", with the attributes where the name does not say them.
+std::string ToLine(const FieldRow& row, const DialogTemplate& dialog) {
+  std::string line = row.name + ": " + (row.is_read_only ? "shown " : "") + KindWord(row.kind) +
+                     " \"" + FieldLabel(row, dialog) + "\"";
+  if (row.attributes == std::vector<std::string_view>{row.name}) return line;
+  for (const std::string_view attribute : row.attributes) line += " " + std::string(attribute);
+  return line;
+}
+
+/// The tabs of the module with their fields, in the order of loading.
+const std::map<std::string, Lines, std::less<>> kTabs = {
+    {"CPropPageUser",
+     {R"(mail: default "E-mail addresses" mail otherMailbox)",
+      R"(otherMailbox: list "E-mail addresses" otherMailbox mail)",
+      R"(peloraSendAsPrivilege: names "Send as")", R"(peloraQuotaOverride: flag "Use user quota")",
+      R"(peloraQuotaWarn: number "Warning at")", R"(peloraQuotaSoft: number "Soft limit")",
+      R"(peloraQuotaHard: number "Hard limit")", R"(peloraAccount: flag "Pelora Account")",
+      R"(peloraHidden: flag "Hide from addressbook")", R"(peloraUserServer: server "Home Server")",
+      R"(accountType: choice "Account type" peloraAdmin peloraSharedStoreOnly peloraResourceType)",
+      R"(peloraResourceCapacity: number "Capacity")"}},
+    {"CPropPageFeatures",
+     {R"(peloraUserArchiveServers: list "archiver")",
+      R"(feature.imap: choice "imap" peloraEnabledFeatures peloraDisabledFeatures)",
+      R"(feature.pop3: choice "pop3" peloraEnabledFeatures peloraDisabledFeatures)"}},
+    {"CPropPageContact",
+     {R"(mail: default "E-mail addresses" mail otherMailbox)",
+      R"(otherMailbox: list "E-mail addresses" otherMailbox mail)",
+      R"(peloraSendAsPrivilege: names "Send as")", R"(peloraAccount: flag "Pelora Contact")",
+      R"(peloraHidden: flag "Hide from addressbook")"}},
+    {"CPropPageDistlist",
+     {R"(mail: default "E-mail addresses" mail otherMailbox)",
+      R"(otherMailbox: list "E-mail addresses" otherMailbox mail)",
+      R"(peloraSendAsPrivilege: names "Send as")", R"(peloraAccount: flag "Enable Pelora group")",
+      R"(peloraHidden: flag "Hide from addressbook")"}},
+    {"CPropPageDynamicDistlist",
+     {R"(peloraBase: name "Search base")", R"(peloraFilter: text "Search query")",
+      R"(mail: default "E-mail addresses" mail otherMailbox)",
+      R"(otherMailbox: list "E-mail addresses" otherMailbox mail)",
+      R"(peloraAccount: flag "Pelora Dynamic Distribution list")",
+      R"(peloraHidden: flag "Hide from addressbook")"}},
+    {"CPropPageDynamicDistlistGeneral",
+     {R"(name: shown text "Name")", R"(description: text "Description")"}},
+    {"CPropPageAddresslist",
+     {R"(peloraAccount: flag "Pelora Addresslist")",
+      R"(peloraHidden: flag "Hide from addressbook")", R"(peloraBase: name "Search base")",
+      R"(peloraFilter: text "Search query")"}},
+    {"CPropPageAddresslistGeneral",
+     {R"(name: shown text "Name")", R"(description: text "Description")"}},
+    {"CPropPageCompany",
+     {R"(peloraAccount: flag "Pelora Company")", R"(peloraHidden: flag "Hide from addressbook")",
+      R"(peloraSystemAdmin: name "Sysadmin")", R"(peloraCompanyServer: server "Home server")"}},
+    {"CPropPageCompanyQuota",
+     {R"(peloraQuotaOverride: flag "Use company quota")", R"(peloraQuotaWarn: number "Warning at")",
+      R"(peloraQuotaCompanyWarningRecipients: names "Quota warning recipients")",
+      R"(peloraUserDefaultQuotaOverride: flag "Use user quota")",
+      R"(peloraUserDefaultQuotaWarn: number "Warning at")",
+      R"(peloraUserDefaultQuotaSoft: number "Soft limit")",
+      R"(peloraUserDefaultQuotaHard: number "Hard Limit")",
+      R"(peloraQuotaUserWarningRecipients: names "Quota user warning recipients")"}},
+    {"CPropPageCompanyRights",
+     {R"(peloraViewPrivilege: names "Remote view")",
+      R"(peloraAdminPrivilege: names "Remote administrators")"}},
+    {"CPropPageServer",
+     {R"(peloraAccount: flag "Enable Pelora Server")", R"(peloraHostAddress: text "Address")",
+      R"(peloraHttpPort: number "HTTP port")", R"(peloraSslPort: number "SSL port")",
+      R"(peloraFilePath: text "File path")",
+      R"(peloraContainsPublic: flag "Contains public store")"}},
+};
+
+class FieldRowsTest : public testing::TabTest {
+ protected:
+  /// The rows of a component, asked for as a host asks.
+  [[nodiscard]] std::vector<FieldRow> RowsOf(std::string_view component) {
+    IUnknown* const made = FindClass(component)->create(bench_.platform);
+    const auto tab = Ref<IUnknown>::Adopt(made);
+    const Ref<IFieldRows> rows = Query<IFieldRows>(*tab);
+    EXPECT_TRUE(rows) << component;
+    return rows ? rows->Fields() : std::vector<FieldRow>{};
+  }
+  [[nodiscard]] DialogTemplate TemplateOf(std::string_view component) {
+    const auto tab = Ref<CSnapInPropertyPage>::Adopt(Make(component));
+    return bench_.Template(tab->dialog_template());
+  }
+};
+
+/// The one item of a number; null when there is none or more than one.
+const DialogItem* Find(const DialogTemplate& dialog, ControlId id) {
+  if (std::ranges::count(dialog.items, id, &DialogItem::id) != 1) return nullptr;
+  return &*std::ranges::find(dialog.items, id, &DialogItem::id);
+}
+
+constexpr std::uint32_t kButtonType = 0x0F;
+constexpr std::uint32_t kAutoCheckBox = 3;
+constexpr std::uint32_t kGroupBox = 7;
+constexpr std::uint32_t kDefaultPushButton = 1;
+
+bool IsCheckBox(const DialogItem& item) {
+  return item.kind == ControlKind::kButton && (item.style & kButtonType) == kAutoCheckBox;
+}
+bool IsPushButton(const DialogItem& item) {
+  return item.kind == ControlKind::kButton && (item.style & kButtonType) <= kDefaultPushButton;
+}
+bool IsLabel(const DialogItem& item) {
+  const bool is_group =
+      item.kind == ControlKind::kButton && (item.style & kButtonType) == kGroupBox;
+  return item.kind == ControlKind::kStatic || is_group;
+}
+
+bool Shows(const DialogItem& item, const FieldRow& row) {
+  switch (row.kind) {
+    case FieldKind::kFlag:
+      return IsCheckBox(item);
+    case FieldKind::kNumber:
+    case FieldKind::kText:
+    case FieldKind::kName:
+    case FieldKind::kServer:
+      return item.kind == ControlKind::kEdit;
+    case FieldKind::kDefaultEntry:
+    case FieldKind::kList:
+    case FieldKind::kNameList:
+      return item.kind == (row.entry.empty() ? ControlKind::kListBox : ControlKind::kListView);
+    case FieldKind::kChoice:
+      return item.kind == (row.entry.empty() ? ControlKind::kComboBox : ControlKind::kListView);
+  }
+  return false;
+}
+
+TEST_F(FieldRowsTest, EveryTabTellsItsFieldsInTheOrderOfLoading) {
+  std::size_t tabs = 0;
+  for (const ComponentClass& component : ClassTable()) {
+    if (component.kind != ComponentKind::kPropertyPage) continue;
+    ++tabs;
+    const DialogTemplate dialog = TemplateOf(component.name);
+    Lines lines;
+    for (const FieldRow& row : RowsOf(component.name)) lines.push_back(ToLine(row, dialog));
+    ASSERT_TRUE(kTabs.contains(component.name)) << component.name;
+    EXPECT_EQ(lines, kTabs.find(component.name)->second) << component.name;
+  }
+  EXPECT_EQ(tabs, kTabs.size());
+}
+
+TEST_F(FieldRowsTest, EveryControlOfARowIsInTheTemplateAndOfItsKind) {
+  for (const auto& [component, lines] : kTabs) {
+    const DialogTemplate dialog = TemplateOf(component);
+    for (const FieldRow& row : RowsOf(component)) {
+      const std::string what = component + " " + row.name;
+      const DialogItem* const control = Find(dialog, row.control);
+      ASSERT_NE(control, nullptr) << what;
+      EXPECT_TRUE(Shows(*control, row)) << what;
+      if (row.label != 0) {
+        ASSERT_NE(Find(dialog, row.label), nullptr) << what;
+        EXPECT_TRUE(IsLabel(*Find(dialog, row.label))) << what;
+      }
+      EXPECT_FALSE(FieldLabel(row, dialog).empty()) << what;
+      std::vector<ControlId> buttons = {row.choose, row.remove, row.make_default};
+      std::ranges::copy(row.choice_buttons, std::back_inserter(buttons));
+      for (const ControlId button : buttons) {
+        if (button == 0) continue;
+        ASSERT_NE(Find(dialog, button), nullptr) << what << " " << button;
+        EXPECT_TRUE(IsPushButton(*Find(dialog, button))) << what << " " << button;
+      }
+    }
+  }
+}
+
+TEST_F(FieldRowsTest, EveryControlThatHoldsAValueBelongsToARow) {
+  for (const auto& [component, lines] : kTabs) {
+    std::set<ControlId> known;
+    for (const FieldRow& row : RowsOf(component)) known.insert(row.control);
+    for (const DialogItem& item : TemplateOf(component).items) {
+      using enum ControlKind;
+      const bool holds_value = IsCheckBox(item) || item.kind == kEdit || item.kind == kListBox ||
+                               item.kind == kComboBox || item.kind == kListView;
+      EXPECT_TRUE(!holds_value || known.contains(item.id)) << component << " " << item.id;
+    }
+  }
+}
+
+TEST_F(FieldRowsTest, TheDialogInWhichTextsAreTypedHasTheControlsThatTheRowNames) {
+  std::size_t dialogs = 0;
+  for (const auto& [component, lines] : kTabs) {
+    for (const FieldRow& row : RowsOf(component)) {
+      const TextDialog& typed_in = row.typed_in;
+      if (typed_in.dialog == 0) {
+        EXPECT_NE(row.kind, FieldKind::kList) << row.name;
+        continue;
+      }
+      ++dialogs;
+      const DialogTemplate dialog = bench_.Template(typed_in.dialog);
+      ASSERT_NE(Find(dialog, typed_in.text), nullptr) << row.name;
+      EXPECT_EQ(Find(dialog, typed_in.text)->kind, ControlKind::kEdit);
+      if (typed_in.list == 0) continue;
+      ASSERT_NE(Find(dialog, typed_in.list), nullptr) << row.name;
+      EXPECT_EQ(Find(dialog, typed_in.list)->kind, ControlKind::kListBox);
+      for (const ControlId button : {typed_in.add, typed_in.remove}) {
+        ASSERT_NE(Find(dialog, button), nullptr) << row.name;
+        EXPECT_TRUE(IsPushButton(*Find(dialog, button)));
+      }
+    }
+  }
+  EXPECT_GT(dialogs, 0U);
+}
+
+TEST_F(FieldRowsTest, EveryAttributeOfTheCatalogueIsReached) {
+  std::set<std::string_view> reached;
+  for (const auto& [component, lines] : kTabs) {
+    for (const FieldRow& row : RowsOf(component)) {
+      for (const std::string_view attribute : row.attributes) reached.insert(attribute);
+    }
+  }
+  // Read from what is chosen, and a field of nothing.
+  reached.insert("distinguishedName");
+  for (const Attribute& attribute : kAttributeCatalogue) {
+    EXPECT_TRUE(reached.contains(attribute.name)) << attribute.name;
+  }
+  EXPECT_EQ(reached.size(), kAttributeCatalogue.size()) << "and no other";
+}
+
+TEST_F(FieldRowsTest, NoTwoRowsOfATabHaveOneNameOrTakeTheirValueFromOneAttribute) {
+  for (const auto& [component, lines] : kTabs) {
+    std::set<std::string> names;
+    std::set<std::string_view> sources;
+    for (const FieldRow& row : RowsOf(component)) {
+      EXPECT_TRUE(names.insert(row.name).second) << component << " " << row.name;
+      ASSERT_FALSE(row.attributes.empty()) << row.name;
+      // The features share two lists.
+      if (row.name.starts_with("feature.")) continue;
+      EXPECT_TRUE(sources.insert(row.attributes.front()).second) << component << " " << row.name;
+    }
+  }
+}
+
+TEST_F(FieldRowsTest, WhatCannotBeDoneWithoutIsSaidInItsRow) {
+  std::map<std::string, std::string> missing;
+  for (const auto& [component, lines] : kTabs) {
+    for (const FieldRow& row : RowsOf(component)) {
+      if (!row.missing.empty()) missing[row.name] = row.missing;
+    }
+  }
+  const std::map<std::string, std::string> expected = {
+      {"peloraFilter", "Missing Search Query"},
+      {"peloraHostAddress", "Missing Server Address"},
+      {"peloraHttpPort", "Missing HTTP/SSL Port"},
+      {"peloraFilePath", "Missing File Path"}};
+  EXPECT_EQ(missing, expected);
+}
+
+const FieldRow& RowNamed(const std::vector<FieldRow>& rows, std::string_view name) {
+  return *std::ranges::find(rows, name, &FieldRow::name);
+}
+
+TEST_F(FieldRowsTest, TheChoiceOfAnAccountTypeIsTheRowThatTheTabSelects) {
+  const FieldRow row = RowNamed(RowsOf("CPropPageUser"), "accountType");
+  ASSERT_TRUE(row.choice_of);
+  EXPECT_THAT(row.choices, ElementsAre("active user", "shared store only", "room", "equipment",
+                                       "administrator", "system administrator"));
+  std::set<std::optional<std::size_t>> seen;
+  for (const char* const resource : {"", "ROOM", "equipment", "chair"}) {
+    for (const std::int32_t shared : {0, 1}) {
+      for (const std::int32_t admin : {0, 1, 2, 3, -1}) {
+        const std::string path = testing::kTabPaths.front();
+        bench_.directory.AddObject(path,
+                                   {{"peloraResourceType", Variant::String(resource)},
+                                    {"peloraSharedStoreOnly", Variant::Integer(shared)},
+                                    {"peloraAdmin", Variant::Integer(admin)}},
+                                   {IID_IADsUser});
+        page_.reset();
+        CSnapInPropertyPage* const tab = Make("CPropPageUser");
+        page_.emplace(bench_, tab, bench_.Template(IDD_PROPPAGE_USER), Lines{path});
+        Ref<IADs> object;
+        ASSERT_EQ(bench_.directory.ADsGetObject(path, IID_IADs, object), S_OK);
+        const auto selected = dialog().ComboBox(IDC_ACCOUNT_TYPE).Selection();
+        EXPECT_EQ(row.choice_of(*object), selected);
+        seen.insert(selected);
+      }
+    }
+  }
+  EXPECT_EQ(seen.size(), 7U) << "each type, and none";
+}
+
+TEST_F(FieldRowsTest, TheChoiceOfAFeatureIsTheStateThatTheTabShows) {
+  const FieldRow row = RowNamed(RowsOf("CPropPageFeatures"), "feature.pop3");
+  ASSERT_TRUE(row.choice_of);
+  EXPECT_EQ(row.entry, "pop3");
+  EXPECT_THAT(row.choices, ElementsAre("unset", "enabled", "disabled", "ambiguous"));
+  EXPECT_THAT(row.choice_buttons, ElementsAre(0, IDC_FEATURE_ENABLE, IDC_FEATURE_DISABLE, 0));
+  const Lines shown = {"Unset", "Enabled", "Disabled", "Ambiguous"};
+  const std::string path = testing::kTabPaths.front();
+  for (std::size_t state = 0; state < shown.size(); ++state) {
+    FakeAttributes attributes = {{"peloraEnabledFeatures", Variant::String("imap")}};
+    if ((state & 1U) != 0) attributes["peloraEnabledFeatures"] = Variant::String("pop3");
+    if ((state & 2U) != 0) attributes["peloraDisabledFeatures"] = Variant::String("pop3");
+    bench_.directory.AddObject(path, attributes, {IID_IADsUser});
+    page_.reset();
+    CSnapInPropertyPage* const tab = Make("CPropPageFeatures");
+    page_.emplace(bench_, tab, bench_.Template(IDD_PROPPAGE_FEATURES), Lines{path});
+    EXPECT_EQ(dialog().ListView(IDC_FEATURE_LIST).Text(2, 1), shown[state]);
+    Ref<IADs> object;
+    ASSERT_EQ(bench_.directory.ADsGetObject(path, IID_IADs, object), S_OK);
+    EXPECT_EQ(row.choice_of(*object), state);
+  }
+  bench_.faulty.plan().FailAttribute(testing::FaultPoint::kGet, "peloraDisabledFeatures", 1,
+                                     E_FAIL);
+  Ref<IADs> object;
+  ASSERT_EQ(bench_.platform.directory.ADsGetObject(path, IID_IADs, object), S_OK);
+  EXPECT_EQ(row.choice_of(*object), std::nullopt) << "what cannot be read has no state";
+}
+
+// A field that is added to a page.
+
+constexpr std::array kAddedFields = {
+    EditedFields::Field{.control = IDC_SYSTEM_ADMIN, .attribute = CatalogueEntry("description")},
+    EditedFields::Field{.control = IDC_PELORA_HIDDEN,
+                        .attribute = CatalogueEntry("peloraContainsPublic")}};
+
+class PageWithAddedFields final : public CSnapInPropertyPage {
+ public:
+  explicit PageWithAddedFields(const Platform& platform)
+      : CSnapInPropertyPage(platform, IID_IADs, {}, IDD_PROPPAGE_COMPANY, "Added"),
+        fields_(*this, kAddedFields) {
+    Add(fields_);
+  }
+
+ private:
+  ~PageWithAddedFields() override = default;
+
+  EditedFields fields_;
+};
+
+TEST_F(FieldRowsTest, AFieldIsOneRowToBeSeenLoadedEditedAndWritten) {
+  const std::string path = testing::kTabPaths.front();
+  bench_.directory.AddObject(path, {{"description", Variant::String("Old")},
+                                    {"peloraContainsPublic", Variant::Integer(1)}});
+  auto* const tab = new PageWithAddedFields(bench_.platform);
+  page_.emplace(bench_, tab, bench_.Template(IDD_PROPPAGE_COMPANY), Lines{path});
+  const DialogTemplate dialog_template = bench_.Template(IDD_PROPPAGE_COMPANY);
+  Lines rows;
+  for (const FieldRow& row : tab->Fields()) rows.push_back(ToLine(row, dialog_template));
+  EXPECT_THAT(rows, ElementsAre(R"(description: text "Sysadmin")",
+                                R"(peloraContainsPublic: flag "Hide from addressbook")"));
+  EXPECT_EQ(Text(IDC_SYSTEM_ADMIN), "Old");
+  EXPECT_EQ(dialog().Check(IDC_PELORA_HIDDEN), CheckState::kChecked);
+  EXPECT_THAT(Applied(), IsEmpty());
+  dialog().SetText(IDC_SYSTEM_ADMIN, "New");
+  page().Click(IDC_PELORA_HIDDEN);
+  EXPECT_TRUE(page().IsModified());
+  EXPECT_THAT(Applied(), ElementsAre(R"(description "New")", "peloraContainsPublic 0"));
+  EXPECT_THAT(Applied(), IsEmpty()) << "once";
+}
+
+TEST_F(FieldRowsTest, TheRowsAreAnInterfaceOfTheSameComponent) {
+  const auto tab = Ref<IUnknown>::Adopt(FindClass("CPropPageContact")->create(bench_.platform));
+  Ref<IFieldRows> rows = Query<IFieldRows>(*tab);
+  ASSERT_TRUE(rows);
+  EXPECT_EQ(tab->AddRef(), 3U) << "one reference more";
+  EXPECT_EQ(tab->Release(), 2U);
+  EXPECT_EQ(Query<IUnknown>(*rows).Get(), Query<IUnknown>(*tab).Get());
+  EXPECT_TRUE(Query<IShellPropSheetExt>(*rows));
+}
+
+}  // namespace
+}  // namespace pelora
