@@ -119,7 +119,7 @@ TEST_F(UnloadedPageTest, OnceTheDirectoryIsBackTheSameSheetIsAppliedAndClosed) {
 TEST_F(UnloadedPageTest, ItIsLoadedOnceAndShowsWhatIsStored) {
   FailBinding(1, E_FAIL);
   Open();
-  EXPECT_TRUE(sheet_.Apply());
+  EXPECT_EQ(page_->OnPageNotification(PageNotification::kApply), kPageApplied);
   EXPECT_EQ(Shown(), "stored");
   Type("typed");
   EXPECT_TRUE(sheet_.Apply());
