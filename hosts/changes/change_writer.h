@@ -34,13 +34,18 @@ class ChangeWriter {
   /// Writes one change, whatever its kind. Nothing is sent for one that changes nothing.
   [[nodiscard]] Result Write(Change change);
 
+  /// Sends a change that changes something and has been noted.
+  [[nodiscard]] ldap::StoreStatus Send(const Change& change);
   /// What became of a change that was noted in the log as `note` and sent, and that the store
   /// answered so; may read, and send the rest of it again.
   [[nodiscard]] Result Finish(Change change, IChangeLog::NoteId note, ldap::StoreStatus answer);
 
  private:
-  [[nodiscard]] ldap::StoreStatus Send(const Change& change);
-  [[nodiscard]] Result GiveUp(IChangeLog::NoteId note, Result result);
+  /// For additions and deletions, of which nothing is left to be read.
+  [[nodiscard]] Result FinishOther(const Change& change, IChangeLog::NoteId note,
+                                   const ldap::StoreStatus& answer);
+  [[nodiscard]] ldap::StoreStatus Note(const Change& change, IChangeLog::NoteId& note);
+  void Withdraw(IChangeLog::NoteId note);
 
   ldap::IDirectoryStore& store_;
   IChangeLog* log_;

@@ -26,8 +26,9 @@ namespace pelora::changes {
 ///
 /// Every record has to carry its own guard as `ToLdif` writes it: a replacement, the removal of an
 /// attribute whatever it holds, a renaming, and anything that is no LDIF are refused (80) with the
-/// line; `changes` is empty then.
+/// line; `changes` is empty then. `first_line` is the number of the text's first line.
 [[nodiscard]] ldap::StoreStatus ReadChanges(const ldap::Schema& schema, std::string_view text,
-                                            std::vector<Change>& changes);
+                                            std::vector<Change>& changes,
+                                            std::size_t first_line = 1);
 
 }  // namespace pelora::changes

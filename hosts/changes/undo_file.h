@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <memory>
-#include <set>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "hosts/changes/change.h"
@@ -18,9 +19,9 @@ namespace pelora::changes {
 /// which the changes were made. It is for its owner alone.
 ///
 /// When `Note` returns, what it noted is on the disk: nothing can have been changed of which the
-/// file does not tell, whatever happens to the program or the machine. The undo of a change that
-/// was not made after all is marked by a comment, `# withdrawn: N`, N being its number in the file
-/// from 0; a reader that does not know the mark meets the record's guard.
+/// file does not tell, whatever happens to the program or the machine. Above the records of each
+/// change stands a comment, `# change N`; a comment `# withdrawn N` behind them says that the
+/// change was not made after all. A reader that does not know the marks meets the records' guards.
 class UndoFile final : public IChangeLog {
  public:
   /// Makes the file, which must not be there (68); a file that cannot be made is 80 with the
@@ -37,12 +38,14 @@ class UndoFile final : public IChangeLog {
  private:
   UndoFile(std::string path, ldap::FileDescriptor file, const ldap::Schema& schema);
   [[nodiscard]] ldap::StoreStatus Append(std::string_view text);
+  /// Takes off what was written of something that could not be written whole.
+  void CutAtEnd();
 
   std::string path_;
   ldap::FileDescriptor file_;
   const ldap::Schema& schema_;
   NoteId next_ = 0;
-  /// Where the last whole record ends, so that a part of one can be taken off again.
+  /// Where what was written whole ends.
   std::int64_t end_ = 0;
 };
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <span>
 #include <stop_token>
 #include <string>
@@ -47,6 +48,18 @@ struct Modification {
   AttributeValues values;
 };
 
+/// What is to be changed of one object, as one request.
+struct ModifyRequest {
+  std::string dn;
+  std::vector<Modification> modifications;
+};
+
+/// Gives the next of many requests; nothing when there are no more.
+using ModifySource = std::function<std::optional<ModifyRequest>()>;
+
+/// Takes what became of each of many requests, in their order.
+using ModifySink = std::function<void(StoreStatus status)>;
+
 enum class SearchScope : std::uint8_t { kBase, kOneLevel, kSubtree };
 
 /// A search below `base`. No attributes named: all user attributes.
@@ -67,8 +80,9 @@ using ReadSink = std::function<bool(StoreStatus status, Entry entry)>;
 /// A directory that entries are read from and written to: an embedded file or a server.
 ///
 /// One store is used on one thread; a host that searches beside its windows opens a second one.
-/// Adding and deleting values follows the permissive way: a value that is there already is not
-/// added again, one that is not there is deleted without complaint.
+/// `Modify` adds and deletes values the permissive way: a value that is there already is not added
+/// again, one that is not there is deleted without complaint. The strict way refuses both, so that
+/// a request can say what it takes to be there.
 class IDirectoryStore {
  public:
   virtual ~IDirectoryStore() = default;
@@ -95,7 +109,29 @@ class IDirectoryStore {
   /// Takes effect whole or not at all and, once done, outlives a crash.
   virtual StoreStatus Modify(const std::string& dn,
                              std::span<const Modification> modifications) = 0;
+  /// As `Modify`, but every value that is deleted has to be there (16), none that is added may be
+  /// (20), and an attribute of one value that is added to must have none (20; 19 with some
+  /// servers). An attribute's modifications are done in their order.
+  virtual StoreStatus ModifyStrictly(const std::string& dn,
+                                     std::span<const Modification> modifications) = 0;
+  /// Does many requests, as `ModifyStrictly` does each, in the order of `next`, and tells `sink`
+  /// what became of each of them, in the same order. A store behind a network has many under way at
+  /// a time, one in a file writes some together: requests may be fetched ahead of the answers to
+  /// those before them. `next` may ask the store, and so may `sink`; a fetched request is always
+  /// done and answered.
+  virtual void ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) {
+    while (const std::optional<ModifyRequest> request = next()) {
+      sink(ModifyStrictly(request->dn, request->modifications));
+    }
+  }
   virtual StoreStatus Add(const Entry& entry) = 0;
+  /// Deletes the object `made.dn` if it is still as it was made with `made`'s attributes: each of
+  /// them has the same values, and nothing else was set since. Otherwise nothing is done: 122, and
+  /// the text says what differs. An object that others lie below is not deleted (66).
+  ///
+  /// A file compares and deletes in one step. No request of a directory server does both: there,
+  /// what somebody writes in the moment between the two goes with the object.
+  virtual StoreStatus Delete(const Entry& made) = 0;
   /// From now on a wait for a server ends as soon as `stop` says so, on whatever thread: the
   /// request is given up (-8). A store that waits for nobody does not look at it.
   virtual void StopOn(const std::stop_token& /*stop*/) {}

@@ -168,6 +168,21 @@ StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entr
   return {};
 }
 
+StoreStatus LdbConnection::Read(const std::string& dn, std::span<const std::string> attributes,
+                                Entry& entry) const {
+  std::vector<Entry> entries;
+  StoreStatus status = Search({.base = dn,
+                               .scope = SearchScope::kBase,
+                               // Records of the library's own have no class.
+                               .filter = "(distinguishedName=*)",
+                               .attributes = {attributes.begin(), attributes.end()}},
+                              entries);
+  if (!status.Ok()) return status;
+  if (entries.empty()) return {kLdapNoSuchObject, "no such object: " + dn};
+  entry = std::move(entries.front());
+  return {};
+}
+
 StoreStatus LdbConnection::Add(const Entry& entry) const {
   const TallocScope scope = MakeTallocScope();
   ldb_message* const message = MakeLdbMessage(scope.get(), handle(), entry.dn);
@@ -182,6 +197,13 @@ StoreStatus LdbConnection::Replace(const std::string& dn, const AttributeMap& va
   if (message == nullptr) return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn};
   for (const auto& [name, set] : values) AddElement(*message, LDB_FLAG_MOD_REPLACE, name, set);
   return Outcome(ldb_modify(handle(), message));
+}
+
+StoreStatus LdbConnection::Delete(const std::string& dn) const {
+  const TallocScope scope = MakeTallocScope();
+  ldb_dn* const name = ldb_dn_new(scope.get(), handle(), dn.c_str());
+  if (name == nullptr) return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn};
+  return Outcome(ldb_delete(handle(), name));
 }
 
 StoreStatus LdbConnection::BeginTransaction() const {

@@ -51,7 +51,11 @@ class LdbConnection {
   [[nodiscard]] std::string FilterValue(const std::string& value) const;
 
   [[nodiscard]] StoreStatus Search(const SearchRequest& request, std::vector<Entry>& entries) const;
+  /// The entry itself, with some attributes, or all when none is named; 32 when there is none.
+  [[nodiscard]] StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                                 Entry& entry) const;
   [[nodiscard]] StoreStatus Add(const Entry& entry) const;
+  [[nodiscard]] StoreStatus Delete(const std::string& dn) const;
   /// Gives each attribute exactly these values; none removes it.
   [[nodiscard]] StoreStatus Replace(const std::string& dn, const AttributeMap& values) const;
 

@@ -1,21 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/ldb_store.h"
 
+#include <algorithm>
+#include <functional>
 #include <utility>
 #include <vector>
 
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/ldb_changes.h"
 #include "hosts/ldap/ldb_connection.h"
 #include "hosts/ldap/ldb_file_check.h"
 #include "hosts/ldap/ldb_file_lock.h"
 #include "hosts/ldap/ldb_schema.h"
-#include "hosts/ldap/modify_rules.h"
-#include "hosts/ldap/new_entry.h"
 
 namespace pelora::ldap {
 namespace {
 
 using Purpose = LdbFileLock::Purpose;
+
+/// Changes that are waited for together: what takes its time is the disk.
+constexpr std::size_t kRequestsInTransaction = 256;
 
 class LdbStore final : public IDirectoryStore {
  public:
@@ -24,7 +28,7 @@ class LdbStore final : public IDirectoryStore {
       : path_(std::move(path)),
         lock_(std::move(lock)),
         connection_(std::move(connection)),
-        rules_(schema_, [this](const std::string& name) { return connection_->IsName(name); }) {}
+        changes_(*connection_, schema_, root_) {}
 
   /// Reads what the store has to know before it is of use.
   StoreStatus Load();
@@ -35,21 +39,29 @@ class LdbStore final : public IDirectoryStore {
                    Entry& entry) override;
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
+  StoreStatus ModifyStrictly(const std::string& dn,
+                             std::span<const Modification> modifications) override;
+  void ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) override;
   StoreStatus Add(const Entry& entry) override;
+  StoreStatus Delete(const Entry& made) override;
 
  private:
-  /// Works within a transaction that the caller began.
-  StoreStatus ModifyNow(const std::string& dn, std::span<const Modification> modifications,
-                        bool& has_changes);
-  StoreStatus AddNow(Entry entry);
-  /// Names of accounts are unique in the whole directory.
-  StoreStatus CheckAccountName(const Entry& entry) const;
+  using Effect = LdbChanges::Effect;
+  using Writing = std::function<StoreStatus(Effect& effect)>;
+
+  /// Does something about the object `dn` in one transaction.
+  StoreStatus Write(const std::string& dn, const Writing& write);
+  /// Does something in one transaction, which is committed when there is something to commit.
+  StoreStatus WriteNow(const Writing& write);
+  /// Does requests in one transaction; one that a rule refuses does not keep the others from being
+  /// done.
+  std::vector<StoreStatus> ModifyTogether(std::span<const ModifyRequest> requests);
 
   StoreStatus Find(const SearchRequest& request, std::vector<Entry>& entries) const;
-  /// The entry itself, without taking the lock.
-  StoreStatus FindOne(const std::string& dn, std::span<const std::string> attributes,
-                      Entry& entry) const;
+  [[nodiscard]] StoreStatus CheckName(const std::string& dn) const;
   StoreStatus Commit(LdbTransaction& transaction) const;
+  /// What a request answers: only of what is wrong with the file the file is named.
+  [[nodiscard]] StoreStatus FileTrouble(StoreStatus status) const;
   /// Puts the file's name in front of what went wrong with it.
   [[nodiscard]] StoreStatus AboutFile(StoreStatus status) const;
 
@@ -58,13 +70,13 @@ class LdbStore final : public IDirectoryStore {
   std::unique_ptr<LdbConnection> connection_;
   Entry root_;
   Schema schema_;
-  ModifyRules rules_;
+  LdbChanges changes_;
 };
 
 StoreStatus LdbStore::Load() {
   LdbFileLock::Hold hold;
   StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
-  if (status.Ok()) status = FindOne(kRootRecord, {}, root_);
+  if (status.Ok()) status = connection_->Read(kRootRecord, {}, root_);
   if (status.code == kLdapNoSuchObject ||
       (status.Ok() && !root_.attributes.contains("schemaNamingContext"))) {
     return {kLdapServerDown,
@@ -101,21 +113,19 @@ StoreStatus LdbStore::ReadRoot(Entry& root) {
 StoreStatus LdbStore::Read(const std::string& dn, std::span<const std::string> attributes,
                            Entry& entry) {
   entry = {};
-  if (!connection_->IsName(dn)) return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn};
   LdbFileLock::Hold hold;
-  StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
-  if (status.Ok()) status = FindOne(dn, attributes, entry);
+  StoreStatus status = CheckName(dn);
+  if (status.Ok()) status = lock_->Acquire(Purpose::kRead, hold);
+  if (status.Ok()) status = FileTrouble(connection_->Read(dn, attributes, entry));
   return status;
 }
 
 StoreStatus LdbStore::Search(const SearchRequest& request, const EntrySink& sink) {
-  if (!connection_->IsName(request.base)) {
-    return {kLdapInvalidDnSyntax, "not a distinguished name: " + request.base};
-  }
   std::vector<Entry> entries;
   {
     LdbFileLock::Hold hold;
-    StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
+    StoreStatus status = CheckName(request.base);
+    if (status.Ok()) status = lock_->Acquire(Purpose::kRead, hold);
     if (status.Ok()) status = Find(request, entries);
     if (!status.Ok()) return status;
   }
@@ -127,93 +137,96 @@ StoreStatus LdbStore::Search(const SearchRequest& request, const EntrySink& sink
 }
 
 StoreStatus LdbStore::Modify(const std::string& dn, std::span<const Modification> modifications) {
-  if (!connection_->IsName(dn)) return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn};
-  LdbFileLock::Hold hold;
-  StoreStatus status = lock_->Acquire(Purpose::kWrite, hold);
-  if (!status.Ok()) return status;
-  LdbTransaction transaction(*connection_);
-  status = transaction.Begin();
-  if (!status.Ok()) return AboutFile(std::move(status));
-  bool has_changes = false;
-  status = ModifyNow(dn, modifications, has_changes);
-  if (!status.Ok() || !has_changes) return status;
-  return Commit(transaction);
+  return Write(dn, [&](Effect& effect) {
+    return changes_.Modify(dn, modifications, ModifyWay::kPermissive, effect);
+  });
+}
+
+StoreStatus LdbStore::ModifyStrictly(const std::string& dn,
+                                     std::span<const Modification> modifications) {
+  return Write(dn, [&](Effect& effect) {
+    return changes_.Modify(dn, modifications, ModifyWay::kStrict, effect);
+  });
+}
+
+void LdbStore::ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) {
+  std::vector<ModifyRequest> group;
+  do {
+    group.clear();
+    // Fetched before anything is locked: the source may ask for more.
+    while (group.size() < kRequestsInTransaction) {
+      std::optional<ModifyRequest> request = next();
+      if (!request) break;
+      group.push_back(std::move(*request));
+    }
+    for (StoreStatus& status : ModifyTogether(group)) sink(std::move(status));
+  } while (group.size() == kRequestsInTransaction);
 }
 
 StoreStatus LdbStore::Add(const Entry& entry) {
-  if (!connection_->IsName(entry.dn)) {
-    return {kLdapInvalidDnSyntax, "not a distinguished name: " + entry.dn};
-  }
+  return Write(entry.dn, [&](Effect& effect) { return changes_.Add(entry, effect); });
+}
+
+StoreStatus LdbStore::Delete(const Entry& made) {
+  return Write(made.dn, [&](Effect& effect) { return changes_.Delete(made, effect); });
+}
+
+StoreStatus LdbStore::Write(const std::string& dn, const Writing& write) {
+  StoreStatus status = CheckName(dn);
+  return status.Ok() ? WriteNow(write) : status;
+}
+
+StoreStatus LdbStore::WriteNow(const Writing& write) {
   LdbFileLock::Hold hold;
   StoreStatus status = lock_->Acquire(Purpose::kWrite, hold);
   if (!status.Ok()) return status;
   LdbTransaction transaction(*connection_);
   status = transaction.Begin();
   if (!status.Ok()) return AboutFile(std::move(status));
-  status = AddNow(entry);
-  if (!status.Ok()) return status;
+  Effect effect;
+  status = write(effect);
+  if (effect.is_damaged) return AboutFile(std::move(status));
+  if (!status.Ok() || !effect.has_changes) return FileTrouble(std::move(status));
   return Commit(transaction);
 }
 
-StoreStatus LdbStore::ModifyNow(const std::string& dn, std::span<const Modification> modifications,
-                                bool& has_changes) {
-  Entry before;
-  StoreStatus status = FindOne(dn, {}, before);
-  if (!status.Ok()) return status;
-  AttributeMap changed;
-  status = rules_.Apply(before, modifications, changed);
-  has_changes = !changed.empty();
-  if (!status.Ok() || !has_changes) return status;
-  return AboutFile(connection_->Replace(dn, changed));
-}
-
-StoreStatus LdbStore::AddNow(Entry entry) {
-  Entry parent;
-  StoreStatus status = FindOne(connection_->ParentName(entry.dn), {}, parent);
-  CompleteClasses(entry);
-  if (status.Ok()) status = CompleteNewEntry(*connection_, schema_, entry);
-  if (status.Ok()) status = rules_.CheckNew(entry);
-  if (status.Ok()) status = CheckAccountName(entry);
-  if (!status.Ok()) return status;
-  return AboutFile(connection_->Add(entry));
-}
-
-StoreStatus LdbStore::CheckAccountName(const Entry& entry) const {
-  const auto name = entry.attributes.find("sAMAccountName");
-  const auto base = root_.attributes.find("defaultNamingContext");
-  const bool is_account = name != entry.attributes.end() && !name->second.empty();
-  if (!is_account || base == root_.attributes.end()) return {};
-  std::vector<Entry> others;
-  StoreStatus status =
-      Find({.base = base->second.front(),
-            .scope = SearchScope::kSubtree,
-            .filter = "(sAMAccountName=" + connection_->FilterValue(name->second.front()) + ")",
-            .attributes = {"sAMAccountName"}},
-           others);
-  if (status.Ok() && !others.empty()) {
-    return {kLdapAlreadyExists, "the account name is in use by " + others.front().dn};
+std::vector<StoreStatus> LdbStore::ModifyTogether(std::span<const ModifyRequest> requests) {
+  std::vector<StoreStatus> outcomes(requests.size());
+  if (requests.empty()) return outcomes;
+  bool is_damaged = false;
+  const StoreStatus whole = WriteNow([&](Effect& effect) {
+    for (std::size_t at = 0; at < requests.size() && !effect.is_damaged; ++at) {
+      const ModifyRequest& request = requests[at];
+      outcomes[at] = CheckName(request.dn);
+      if (!outcomes[at].Ok()) continue;
+      outcomes[at] = FileTrouble(
+          changes_.Modify(request.dn, request.modifications, ModifyWay::kStrict, effect));
+    }
+    is_damaged = effect.is_damaged;
+    return is_damaged ? StoreStatus{kLdapOther, "one of several changes"} : StoreStatus{};
+  });
+  if (is_damaged) {
+    // Nothing of it is done; each by itself, the one that failed fails alone.
+    for (std::size_t at = 0; at < requests.size(); ++at) {
+      outcomes[at] = ModifyStrictly(requests[at].dn, requests[at].modifications);
+    }
+  } else if (!whole.Ok()) {
+    std::ranges::fill(outcomes, whole);
   }
-  return status;
+  return outcomes;
 }
 
 StoreStatus LdbStore::Find(const SearchRequest& request, std::vector<Entry>& entries) const {
-  StoreStatus status = connection_->Search(request, entries);
-  return status.code == kLdapOther ? AboutFile(std::move(status)) : status;
+  return FileTrouble(connection_->Search(request, entries));
 }
 
-StoreStatus LdbStore::FindOne(const std::string& dn, std::span<const std::string> attributes,
-                              Entry& entry) const {
-  std::vector<Entry> entries;
-  StoreStatus status = Find({.base = dn,
-                             .scope = SearchScope::kBase,
-                             // Records of the library's own have no class.
-                             .filter = "(distinguishedName=*)",
-                             .attributes = {attributes.begin(), attributes.end()}},
-                            entries);
-  if (!status.Ok()) return status;
-  if (entries.empty()) return {kLdapNoSuchObject, "no such object: " + dn};
-  entry = std::move(entries.front());
-  return {};
+StoreStatus LdbStore::CheckName(const std::string& dn) const {
+  if (connection_->IsName(dn)) return {};
+  return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn};
+}
+
+StoreStatus LdbStore::FileTrouble(StoreStatus status) const {
+  return status.code == kLdapOther ? AboutFile(std::move(status)) : status;
 }
 
 StoreStatus LdbStore::Commit(LdbTransaction& transaction) const {

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <set>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -43,36 +45,81 @@ StoreStatus CheckWritable(std::string_view attribute, std::string_view dn) {
   return {};
 }
 
-bool Holds(Syntax syntax, const AttributeValues& values, const std::string& wanted) {
-  const std::string key = ComparisonKey(syntax, wanted);
-  return std::any_of(values.begin(), values.end(),
-                     [&](const std::string& value) { return ComparisonKey(syntax, value) == key; });
+using KeyOf = std::string (*)(Syntax syntax, const std::string& value);
+
+/// Sets of values as something compares them.
+class Keys {
+ public:
+  Keys(KeyOf key_of, Syntax syntax, const AttributeValues& values)
+      : key_of_(key_of), syntax_(syntax) {
+    for (const std::string& value : values) Add(value);
+  }
+
+  /// Whether the value was not there before.
+  bool Add(const std::string& value) { return keys_.insert(key_of_(syntax_, value)).second; }
+  [[nodiscard]] bool Contains(const std::string& value) const {
+    return keys_.contains(key_of_(syntax_, value));
+  }
+
+ private:
+  KeyOf key_of_;
+  Syntax syntax_;
+  std::set<std::string> keys_;
+};
+
+KeyOf KeyOfDeletion(ModifyWay way) {
+  return way == ModifyWay::kStrict ? EditingKey : ComparisonKey;
 }
 
-AttributeValues Merge(const Modification& change, Syntax syntax, AttributeValues values) {
+AttributeValues Merge(const Modification& change, Syntax syntax, ModifyWay way,
+                      AttributeValues values) {
   switch (change.operation) {
     case Operation::kReplace:
       return change.values;
-    case Operation::kAdd:
+    case Operation::kAdd: {
+      Keys held(ComparisonKey, syntax, values);
       for (const std::string& value : change.values) {
-        if (!Holds(syntax, values, value)) values.push_back(value);
+        if (held.Add(value)) values.push_back(value);
       }
       return values;
-    case Operation::kDelete:
+    }
+    case Operation::kDelete: {
       if (change.values.empty()) return {};
-      std::erase_if(values,
-                    [&](const std::string& value) { return Holds(syntax, change.values, value); });
+      const Keys deleted(KeyOfDeletion(way), syntax, change.values);
+      std::erase_if(values, [&](const std::string& value) { return deleted.Contains(value); });
       return values;
+    }
   }
   return values;
 }
 
+/// What a strict request takes to be there, and not to be there.
+StoreStatus CheckExpectations(const Modification& change, const AttributeType& type,
+                              const AttributeValues& values) {
+  if (change.operation == Operation::kDelete) {
+    const Keys held(KeyOfDeletion(ModifyWay::kStrict), type.syntax, values);
+    const bool is_there = change.values.empty()
+                              ? !values.empty()
+                              : std::ranges::all_of(change.values, [&](const std::string& value) {
+                                  return held.Contains(value);
+                                });
+    if (!is_there) return {kLdapNoSuchAttribute, "a value that is to be deleted is not there"};
+  }
+  if (change.operation == Operation::kAdd) {
+    if (type.is_single_valued && !values.empty()) {
+      return {kLdapValueExists, "takes one value only, and has one"};
+    }
+    Keys held(ComparisonKey, type.syntax, values);
+    const bool is_new = std::ranges::all_of(
+        change.values, [&](const std::string& value) { return held.Add(value); });
+    if (!is_new) return {kLdapValueExists, "a value that is to be added is there"};
+  }
+  return {};
+}
+
 bool HasTwice(Syntax syntax, const AttributeValues& values) {
-  std::vector<std::string> keys;
-  keys.reserve(values.size());
-  for (const std::string& value : values) keys.push_back(ComparisonKey(syntax, value));
-  std::sort(keys.begin(), keys.end());
-  return std::adjacent_find(keys.begin(), keys.end()) != keys.end();
+  Keys keys(ComparisonKey, syntax, {});
+  return !std::ranges::all_of(values, [&](const std::string& value) { return keys.Add(value); });
 }
 
 bool IsTime(std::string_view value) {
@@ -139,7 +186,7 @@ ModifyRules::ModifyRules(const Schema& schema, NameCheck is_name)
     : schema_(schema), is_name_(std::move(is_name)) {}
 
 StoreStatus ModifyRules::Apply(const Entry& before, std::span<const Modification> modifications,
-                               AttributeMap& changed) const {
+                               AttributeMap& changed, ModifyWay way) const {
   changed.clear();
   AttributeMap after;
   for (const Modification& change : modifications) {
@@ -147,7 +194,7 @@ StoreStatus ModifyRules::Apply(const Entry& before, std::span<const Modification
     const auto [values, is_new] = after.try_emplace(
         change.attribute, held == before.attributes.end() ? AttributeValues() : held->second);
     StoreStatus status = CheckWritable(change.attribute, before.dn);
-    if (status.Ok()) status = ApplyOne(change, values->second);
+    if (status.Ok()) status = ApplyOne(change, way, values->second);
     if (!status.Ok()) return Named(std::move(status), change.attribute);
   }
   for (auto& [name, values] : after) {
@@ -172,7 +219,7 @@ StoreStatus ModifyRules::CheckValues(std::span<const Modification> modifications
 StoreStatus ModifyRules::CheckNew(const Entry& entry) const {
   for (const auto& [name, values] : entry.attributes) {
     AttributeValues none;
-    StoreStatus status = ApplyOne({Operation::kReplace, name, values}, none);
+    StoreStatus status = ApplyOne({Operation::kReplace, name, values}, ModifyWay::kStrict, none);
     if (!status.Ok()) return Named(std::move(status), name);
   }
   return {};
@@ -192,12 +239,14 @@ StoreStatus ModifyRules::CheckChange(const Modification& change, const Attribute
   return CheckCount(change, type, change.values);
 }
 
-StoreStatus ModifyRules::ApplyOne(const Modification& change, AttributeValues& values) const {
+StoreStatus ModifyRules::ApplyOne(const Modification& change, ModifyWay way,
+                                  AttributeValues& values) const {
   const std::optional<AttributeType> type = schema_.Find(change.attribute);
   if (!type) return UnknownAttribute();
   StoreStatus status = CheckChange(change, *type);
+  if (status.Ok() && way == ModifyWay::kStrict) status = CheckExpectations(change, *type, values);
   if (!status.Ok()) return status;
-  values = Merge(change, type->syntax, std::move(values));
+  values = Merge(change, type->syntax, way, std::move(values));
   return CheckCount(change, *type, values);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -11,6 +12,14 @@ namespace pelora::ldap {
 
 /// Whether a text is a well-formed distinguished name.
 using NameCheck = std::function<bool(const std::string& name)>;
+
+/// How additions and deletions of values are taken.
+enum class ModifyWay : std::uint8_t {
+  /// A value that is there is not added again, one that is not is deleted without complaint.
+  kPermissive,
+  /// Both are refused, and so is an addition to an attribute of one value that has one.
+  kStrict,
+};
 
 /// What a directory server checks before it writes, for a store that has no server.
 class ModifyRules {
@@ -25,9 +34,13 @@ class ModifyRules {
   /// The first rule that is broken is returned and `changed` is left empty: an unknown attribute
   /// 16; one that only the directory itself sets 19, 65 or 67; several values for a single-valued
   /// one, or a value out of its range, 19; a value twice in one replacement 20; an empty value, or
-  /// one that the syntax does not allow, 21; a malformed name 34.
+  /// one that the syntax does not allow, 21; a malformed name 34. Strictly, a deleted value that is
+  /// not there is 16, an added one that is, or that finds an attribute of one value taken, 20. The
+  /// case of a text's letters counts in a value that is deleted strictly: who asks for "a" has not
+  /// seen that it is "A" now.
   [[nodiscard]] StoreStatus Apply(const Entry& before, std::span<const Modification> modifications,
-                                  AttributeMap& changed) const;
+                                  AttributeMap& changed,
+                                  ModifyWay way = ModifyWay::kPermissive) const;
 
   /// Checks what can be told without knowing the object: the codes are those of `Apply`, and
   /// whether an attribute may be changed at all is left open.
@@ -40,7 +53,8 @@ class ModifyRules {
   [[nodiscard]] StoreStatus CheckChange(const Modification& change,
                                         const AttributeType& type) const;
   /// Changes `values` as the modification says, or refuses it.
-  [[nodiscard]] StoreStatus ApplyOne(const Modification& change, AttributeValues& values) const;
+  [[nodiscard]] StoreStatus ApplyOne(const Modification& change, ModifyWay way,
+                                     AttributeValues& values) const;
   [[nodiscard]] StoreStatus CheckValue(const AttributeType& type, const std::string& value) const;
 
   const Schema& schema_;

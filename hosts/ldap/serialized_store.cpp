@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/serialized_store.h"
 
+#include <optional>
 #include <utility>
+#include <vector>
 
 namespace pelora::ldap {
 
@@ -42,9 +44,45 @@ StoreStatus SerializedStore::Modify(const std::string& dn,
   return store_->Modify(dn, modifications);
 }
 
+StoreStatus SerializedStore::ModifyStrictly(const std::string& dn,
+                                            std::span<const Modification> modifications) {
+  const Lock lock(*mutex_);
+  return store_->ModifyStrictly(dn, modifications);
+}
+
+void SerializedStore::ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) {
+  constexpr std::size_t kTogether = 256;
+  bool is_more = true;
+  while (is_more) {
+    std::vector<ModifyRequest> group;
+    while (is_more && group.size() < kTogether) {
+      std::optional<ModifyRequest> request = next();
+      is_more = request.has_value();
+      if (request) group.push_back(std::move(*request));
+    }
+    std::vector<StoreStatus> outcomes;
+    {
+      const Lock lock(*mutex_);
+      std::size_t at = 0;
+      store_->ModifyManyStrictly(
+          [&]() -> std::optional<ModifyRequest> {
+            if (at == group.size()) return std::nullopt;
+            return std::move(group[at++]);
+          },
+          [&](StoreStatus status) { outcomes.push_back(std::move(status)); });
+    }
+    for (StoreStatus& status : outcomes) sink(std::move(status));
+  }
+}
+
 StoreStatus SerializedStore::Add(const Entry& entry) {
   const Lock lock(*mutex_);
   return store_->Add(entry);
+}
+
+StoreStatus SerializedStore::Delete(const Entry& made) {
+  const Lock lock(*mutex_);
+  return store_->Delete(made);
 }
 
 StoreOpener SerializeStores(StoreOpener opener) {

@@ -29,7 +29,12 @@ class SerializedStore final : public IDirectoryStore {
   StoreStatus ReadMany(std::span<const std::string> dns, const ReadSink& sink) override;
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
+  StoreStatus ModifyStrictly(const std::string& dn,
+                             std::span<const Modification> modifications) override;
+  /// Requests are fetched, and their ends told, while others may ask.
+  void ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) override;
   StoreStatus Add(const Entry& entry) override;
+  StoreStatus Delete(const Entry& made) override;
   void StopOn(const std::stop_token& stop) override { store_->StopOn(stop); }
   [[nodiscard]] bool IsSealed() const override { return store_->IsSealed(); }
 

@@ -6,7 +6,6 @@
 
 #include "hosts/ldap/ads_path.h"
 #include "hosts/ldap/ldap_status.h"
-#include "hosts/ldap/store_object.h"
 
 namespace pelora::ldap {
 
@@ -23,8 +22,12 @@ HRESULT Offer(const Ref<StoreObject>& made, const Guid& iid, Ref<IADs>& object) 
 }  // namespace
 
 StoreDirectoryService::StoreDirectoryService(IDirectoryStore& store,
-                                             std::shared_ptr<StoreStatus> last_failure)
-    : store_(store), last_failure_(std::move(last_failure)) {}
+                                             std::shared_ptr<StoreStatus> last_failure,
+                                             BindingOptions options)
+    : store_(store), last_failure_(std::move(last_failure)) {
+  if (!options.attributes.empty()) options.attributes.emplace_back("objectClass");
+  options_ = std::make_shared<const BindingOptions>(std::move(options));
+}
 
 StoreDirectoryService::~StoreDirectoryService() = default;
 
@@ -42,8 +45,9 @@ HRESULT StoreDirectoryService::ADsGetObject(const std::string& path, const Guid&
 
   StoreObject::Identity identity{.dn = parsed.dn, .is_root = parsed.is_root, .classes = {}};
   if (!parsed.is_root) identity.classes = std::move(entry.attributes["objectClass"]);
-  return Offer(Ref<StoreObject>::Adopt(new StoreObject(store_, std::move(identity), last_failure_)),
-               iid, object);
+  const auto made = Ref<StoreObject>::Adopt(
+      new StoreObject(store_, std::move(identity), last_failure_, options_));
+  return Offer(made, iid, object);
 }
 
 HRESULT StoreDirectoryService::BindPaths(std::span<const std::string> paths, const Guid& iid,
@@ -83,8 +87,8 @@ HRESULT StoreDirectoryService::BindNames(std::span<const std::string> dns, const
     }
     StoreObject::Identity identity{
         .dn = dns[at++], .is_root = false, .classes = entry.attributes["objectClass"]};
-    const auto made = Ref<StoreObject>::Adopt(
-        new StoreObject(store_, std::move(identity), last_failure_, std::move(entry.attributes)));
+    const auto made = Ref<StoreObject>::Adopt(new StoreObject(
+        store_, std::move(identity), last_failure_, std::move(entry.attributes), options_));
     Ref<IADs> object;
     answer = Offer(made, iid, object);
     if (object) objects.push_back(std::move(object));

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/store_object.h"
 #include "platform/ads.h"
 
 namespace pelora::ldap {
@@ -20,8 +21,10 @@ namespace pelora::ldap {
 class StoreDirectoryService final : public IDirectoryService {
  public:
   /// Failures are noted in `last_failure`, which services may share.
-  explicit StoreDirectoryService(IDirectoryStore& store, std::shared_ptr<StoreStatus> last_failure =
-                                                             std::make_shared<StoreStatus>());
+  explicit StoreDirectoryService(
+      IDirectoryStore& store,
+      std::shared_ptr<StoreStatus> last_failure = std::make_shared<StoreStatus>(),
+      BindingOptions options = {});
   ~StoreDirectoryService() override;
   StoreDirectoryService(const StoreDirectoryService&) = delete;
   StoreDirectoryService& operator=(const StoreDirectoryService&) = delete;
@@ -37,7 +40,7 @@ class StoreDirectoryService final : public IDirectoryService {
                                       std::uint32_t flags, const Guid& iid,
                                       Ref<IADs>& object) override;
 
-  /// Reads the objects whole, so that none that was bound can fail to be read later.
+  /// Reads the objects, so that none that was bound can fail to be read later.
   [[nodiscard]] HRESULT BindPaths(std::span<const std::string> paths, const Guid& iid,
                                   std::vector<Ref<IADs>>& objects) override;
 
@@ -52,6 +55,7 @@ class StoreDirectoryService final : public IDirectoryService {
 
   IDirectoryStore& store_;
   std::shared_ptr<StoreStatus> last_failure_;
+  StoreObject::Options options_;
 };
 
 }  // namespace pelora::ldap

@@ -41,13 +41,24 @@ bool Offers(const AttributeValues& classes, const Guid& iid) {
 
 }  // namespace
 
-StoreObject::StoreObject(IDirectoryStore& store, Identity identity,
-                         std::shared_ptr<StoreStatus> last_failure)
-    : store_(store), identity_(std::move(identity)), last_failure_(std::move(last_failure)) {}
+bool BindingOptions::Covers(std::string_view attribute) const {
+  return attributes.empty() || EqualsWithoutCase(attribute, "objectClass") ||
+         std::ranges::any_of(attributes, [&](const std::string& name) {
+           return EqualsWithoutCase(name, attribute);
+         });
+}
 
 StoreObject::StoreObject(IDirectoryStore& store, Identity identity,
-                         std::shared_ptr<StoreStatus> last_failure, AttributeMap attributes)
-    : StoreObject(store, std::move(identity), std::move(last_failure)) {
+                         std::shared_ptr<StoreStatus> last_failure, Options options)
+    : store_(store),
+      identity_(std::move(identity)),
+      last_failure_(std::move(last_failure)),
+      options_(std::move(options)) {}
+
+StoreObject::StoreObject(IDirectoryStore& store, Identity identity,
+                         std::shared_ptr<StoreStatus> last_failure, AttributeMap attributes,
+                         Options options)
+    : StoreObject(store, std::move(identity), std::move(last_failure), std::move(options)) {
   cache_ = std::move(attributes);
   is_filled_ = true;
 }
@@ -73,11 +84,14 @@ HRESULT StoreObject::Get(std::string_view name, Variant& value) {
   if (const Modification* const staged = FindStaged(name); staged != nullptr) {
     values = &staged->values;
   } else {
-    const HRESULT read = outdated_.contains(name) ? Refresh(name)
-                         : cache_.contains(name)  ? S_OK
-                                                  : FillCache();
+    const HRESULT read = Provide(name);
     if (FAILED(read)) return read;
-    if (const auto cached = cache_.find(name); cached != cache_.end()) values = &cached->second;
+    const auto cached = cache_.find(name);
+    if (cached != cache_.end()) values = &cached->second;
+    if (options_->witness != nullptr) {
+      options_->witness->OnTold(identity_.dn, name,
+                                values == nullptr ? AttributeValues() : *values);
+    }
   }
   if (values == nullptr || values->empty()) return E_ADS_PROPERTY_NOT_FOUND;
 
@@ -144,10 +158,16 @@ StoreStatus StoreObject::ReadEntry(std::vector<std::string> attributes, Entry& e
   return store_.Read(identity_.dn, attributes, entry);
 }
 
+HRESULT StoreObject::Provide(std::string_view name) {
+  if (outdated_.contains(name)) return Refresh(name);
+  if (cache_.contains(name) || asked_.contains(name)) return S_OK;
+  return identity_.is_root || options_->Covers(name) ? FillCache() : Refresh(name);
+}
+
 HRESULT StoreObject::FillCache() {
   if (is_filled_) return S_OK;
   Entry entry;
-  const HRESULT status = Answer(ReadEntry({}, entry));
+  const HRESULT status = Answer(ReadEntry(options_->attributes, entry));
   if (FAILED(status)) return status;
   // Names that are cached already, sent by an earlier commit, stay as they are.
   cache_.merge(entry.attributes);
@@ -163,6 +183,7 @@ HRESULT StoreObject::Refresh(std::string_view name) {
   cache_.erase(attribute);
   cache_.merge(entry.attributes);
   outdated_.erase(attribute);
+  asked_.insert(attribute);
   return S_OK;
 }
 

@@ -5,7 +5,8 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/dialog.h"
+#include "directory/value_summary.h"
+#include "platform/field_rows.h"
 
 namespace pelora {
 
@@ -41,5 +42,12 @@ inline constexpr std::array<AccountType, 6> kAccountTypes = {{
 [[nodiscard]] constexpr AccountType AccountTypeAt(std::optional<RowIndex> row) {
   return row && *row < kAccountTypes.size() ? kAccountTypes[*row] : AccountType{};
 }
+
+/// The row that objects stand for; none when they differ in what makes it, or have a level beyond
+/// the list.
+[[nodiscard]] std::optional<RowIndex> AccountTypeOf(const BoundObjects& objects);
+
+/// The account type as one field, on whatever page has its list.
+[[nodiscard]] FieldRow AccountTypeRow();
 
 }  // namespace pelora

@@ -21,6 +21,12 @@ struct NameChooser {
   std::int32_t nothing_chosen = 0;
 };
 
+/// The button beside an edit control that is filled by a chooser.
+struct ChooseButton {
+  ControlId button = 0;
+  const NameChooser* chooser = nullptr;
+};
+
 /// Gives the distinguished name of a user.
 extern const NameChooser kUserChooser;
 /// Gives the `cn` of a computer.

@@ -7,20 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/dialog_controller.h"
-#include "platform/field_rows.h"
+#include "pages/command.h"
+#include "pages/field_group.h"
 
 namespace pelora {
-
-/// What a page does when one of its controls reports something; the result is the message's result.
-using CommandHandler = std::function<std::int32_t()>;
-
-/// One row of a page's command table.
-struct Command {
-  ControlId control = 0;
-  ControlNotification notification = ControlNotification::kClicked;
-  CommandHandler handler;
-};
 
 /// Gives the rows of some of a page's fields.
 using RowSource = std::function<std::vector<FieldRow>()>;
@@ -58,6 +48,24 @@ class CDialogPage : public IDialogController {
   virtual void ListViewDoubleClicked(ControlId /*id*/, RowIndex /*row*/) {}
   /// An exception has been stopped on its way out to the host; `status` says what it was.
   virtual void ReportException(HRESULT status) = 0;
+
+  /// Takes the fields of a group into the page: registers its handlers with `core` in the order
+  /// load, collect, skip-validation, validate, routes its commands and asks it for its rows. The
+  /// order in which groups are added is the order of loading, validation and writing. The group
+  /// lives as long as both.
+  template <FieldGroup Group>
+  void AddGroup(CADSBase& core, Group& group) {
+    core.RegisterLoad([&group](const BoundObjects& objects) { return group.Load(objects); });
+    core.RegisterCollect([&group](ChangeList& changes) { return group.Collect(changes); });
+    if constexpr (SkipsValidation<Group>) {
+      core.RegisterSkipValidation([&group] { return group.SkipValidation(); });
+    }
+    if constexpr (Validates<Group>) {
+      core.RegisterValidate([&group](std::string* message) { return group.Validate(message); });
+    }
+    Route(group.Commands());
+    RegisterRows([&group] { return group.Rows(); });
+  }
 
   /// Appends rows to the command table, but for those of controls that the template lacks.
   void Route(std::vector<Command> commands);

@@ -2,6 +2,9 @@
 #include "pages/edited_fields.h"
 
 #include <optional>
+#include <utility>
+
+#include "pages/attribute_row.h"
 
 namespace pelora {
 namespace {
@@ -10,29 +13,6 @@ bool IsBox(const EditedFields::Field& field) { return field.attribute.encoding =
 
 bool IsReadOnly(const EditedFields::Field& field) {
   return field.attribute.multi_selection == MultiSelectionRule::kNeverWritten;
-}
-
-FieldKind KindOf(const EditedFields::Field& field) {
-  if (field.choose.chooser != nullptr) return field.choose.chooser->kind;
-  switch (field.attribute.encoding) {
-    case Encoding::kFlag:
-      return FieldKind::kFlag;
-    case Encoding::kInteger:
-      return FieldKind::kNumber;
-    default:
-      return FieldKind::kText;
-  }
-}
-
-FieldRow RowOf(const EditedFields::Field& field) {
-  return {.name = std::string(field.attribute.name),
-          .kind = KindOf(field),
-          .control = field.control,
-          .label = field.label,
-          .attributes = {field.attribute.name},
-          .missing = field.missing,
-          .is_read_only = IsReadOnly(field),
-          .choose = field.choose.button};
 }
 
 }  // namespace
@@ -88,7 +68,11 @@ std::vector<Command> EditedFields::Commands() {
 
 std::vector<FieldRow> EditedFields::Rows() const {
   std::vector<FieldRow> rows;
-  for (const Field& field : fields_) rows.push_back(RowOf(field));
+  for (const Field& field : fields_) {
+    FieldRow row = AttributeRow(field.attribute, field.control, field.label, field.choose);
+    row.missing = field.missing;
+    rows.push_back(std::move(row));
+  }
   return rows;
 }
 

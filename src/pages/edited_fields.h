@@ -48,18 +48,13 @@ class EditedFields : public CPropPageExt {
     /// Nothing.
     kNothing,
   };
-  /// The button beside an edit control that is filled by a chooser.
-  struct Choose {
-    ControlId button = 0;
-    const NameChooser* chooser = nullptr;
-  };
 
   struct Field {
     ControlId control;
     const Attribute& attribute;
     /// As `FieldRow::label`.
     ControlId label = 0;
-    Choose choose{};
+    ChooseButton choose{};
     Write write = Write::kWhenChanged;
     Forget forget = Forget::kAtLoadAndCollect;
     ThirdState third_state = ThirdState::kStays;

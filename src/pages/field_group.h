@@ -6,7 +6,8 @@
 #include <vector>
 
 #include "directory/ads_base.h"
-#include "pages/dialog_page.h"
+#include "pages/command.h"
+#include "platform/field_rows.h"
 
 namespace pelora {
 

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "pages/dialog_page.h"
-#include "pages/field_group.h"
 #include "pages/prop_page.h"
 
 namespace pelora {
@@ -30,22 +29,10 @@ class CSnapInPropertyPage : public CPropPage, public CDialogPage {
  protected:
   ~CSnapInPropertyPage() override = default;
 
-  /// Takes the fields of a group into the page: registers its handlers in the order load, collect,
-  /// skip-validation, validate, routes its commands and asks it for its rows. The order in which
-  /// groups are added is the order of loading, validation and writing. The group is a member of the
-  /// page.
+  /// Takes the fields of a group, a member of the page, into it (see `AddGroup`).
   template <FieldGroup Group>
   void Add(Group& group) {
-    RegisterLoad([&group](const BoundObjects& objects) { return group.Load(objects); });
-    RegisterCollect([&group](ChangeList& changes) { return group.Collect(changes); });
-    if constexpr (SkipsValidation<Group>) {
-      RegisterSkipValidation([&group] { return group.SkipValidation(); });
-    }
-    if constexpr (Validates<Group>) {
-      RegisterValidate([&group](std::string* message) { return group.Validate(message); });
-    }
-    Route(group.Commands());
-    RegisterRows([&group] { return group.Rows(); });
+    AddGroup(*this, group);
   }
 
   std::int32_t InitDialog() final;

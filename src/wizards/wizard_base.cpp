@@ -2,6 +2,7 @@
 #include "wizards/wizard_base.h"
 
 #include <memory>
+#include <utility>
 
 #include "resources/resource.h"
 
@@ -59,10 +60,10 @@ class CWizardBase::Page final : public PropSheetPage, private IDialogController 
 };
 
 CWizardBase::CWizardBase(const Platform& platform, const Guid& object_interface,
-                         std::span<const ControlId> enabled_controls)
+                         std::vector<ControlId> enabled_controls)
     : CADSBase(platform),
       object_interface_(object_interface),
-      enabled_controls_(enabled_controls) {}
+      enabled_controls_(std::move(enabled_controls)) {}
 
 HRESULT CWizardBase::QueryInterface(const Guid& /*iid*/, void** object) {
   if (object != nullptr) *object = nullptr;
@@ -125,12 +126,6 @@ void CWizardBase::SetButtons(bool valid) const {
 
 void CWizardBase::EnableControls(bool enabled) const {
   for (const ControlId control : enabled_controls_) Dialog().SetEnabled(control, enabled);
-}
-
-HRESULT CWizardBase::RequireText(ControlId field, const char* missing, std::string* message) const {
-  if (!IsFieldEmpty(Dialog(), field)) return S_OK;
-  if (message != nullptr) *message = missing;
-  return E_FAIL;
 }
 
 HRESULT CWizardBase::OfferPage(CDialogPage& page, const AddPropSheetPage& add_page) {

@@ -5,9 +5,11 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "directory/ads_base.h"
 #include "pages/dialog_page.h"
+#include "platform/field_rows.h"
 #include "platform/new_object_wizard.h"
 
 namespace pelora {
@@ -28,13 +30,13 @@ inline constexpr HRESULT kDataNotWritten = S_OK;
 /// no wizard has taken lives by its own count, which starts at 0. Pages that it handed out besides
 /// stay as they are and do nothing from then on. `QueryInterface` is the component
 /// object's business (see `CWizardComponent`).
-class CWizardBase : public IDsAdminNewObjExt, public CADSBase {
+class CWizardBase : public IDsAdminNewObjExt, public CADSBase, public IFieldRows {
  public:
-  /// `object_interface` is what the new object is asked for when its attributes are written;
-  /// `enabled_controls` the controls that go with the page's check box or name. Both outlive the
-  /// object.
+  /// `object_interface` is what the new object is asked for when its attributes are written, and
+  /// outlives the object; `enabled_controls` the controls that go with the page's check box or
+  /// name.
   CWizardBase(const Platform& platform, const Guid& object_interface,
-              std::span<const ControlId> enabled_controls);
+              std::vector<ControlId> enabled_controls);
 
   /// `E_NOTIMPL`.
   HRESULT QueryInterface(const Guid& iid, void** object) override;
@@ -57,6 +59,10 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase {
   [[nodiscard]] std::span<const ControlId> enabled_controls() const { return enabled_controls_; }
   /// Whether every field is valid.
   [[nodiscard]] bool IsValid() const;
+  /// Sets the wizard's button by the fields; the result of a control's message.
+  std::int32_t Revalidate() const;
+  /// The page's dialog. There is one while handlers run.
+  [[nodiscard]] IDialog& Dialog() const { return *OwnerWindow(); }
 
  protected:
   ~CWizardBase() override { *self_ = nullptr; }
@@ -64,8 +70,6 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase {
   /// The dialog stands: shows the container, lets the class load, and sets the wizard's button. The
   /// result is the message's result: 0, or 1 when the loading failed.
   [[nodiscard]] std::int32_t InitPage();
-  /// Sets the wizard's button by the fields; the result of a control's message.
-  std::int32_t Revalidate() const;
   [[nodiscard]] std::int32_t AnswerNotification(PageNotification notification) const;
   /// The page is about to show: the wizard's button is to be set.
   virtual void Activate() const = 0;
@@ -75,13 +79,6 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase {
   /// the wizard answers.
   [[nodiscard]] HRESULT OfferPage(CDialogPage& page, const AddPropSheetPage& add_page);
 
-  /// For validate callbacks: `E_FAIL` with the message, when one is wanted, while the field is
-  /// empty.
-  [[nodiscard]] HRESULT RequireText(ControlId field, const char* missing,
-                                    std::string* message) const;
-
-  /// There is one while handlers run.
-  [[nodiscard]] IDialog& Dialog() const { return *OwnerWindow(); }
   /// None before `Initialize`, or when none was given.
   [[nodiscard]] IDsAdminNewObj* wizard() const { return wizard_.Get(); }
 
@@ -92,7 +89,7 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase {
 
   Ref<IDsAdminNewObj> wizard_;
   const Guid& object_interface_;
-  std::span<const ControlId> enabled_controls_;
+  std::vector<ControlId> enabled_controls_;
   std::uint32_t references_ = 0;
   std::string container_name_;
   bool is_offering_page_ = false;

@@ -14,9 +14,14 @@ class CWizardComponent final : public Wizard {
 
   HRESULT QueryInterface(const Guid& iid, void** object) override {
     if (object == nullptr) return E_POINTER;
-    const bool is_offered = iid == IID_IDsAdminNewObjExt || iid == IID_IUnknown;
-    *object = is_offered ? static_cast<IDsAdminNewObjExt*>(this) : nullptr;
-    if (!is_offered) return E_NOINTERFACE;
+    *object = nullptr;
+    if (iid == IID_IDsAdminNewObjExt || iid == IID_IUnknown) {
+      *object = static_cast<IDsAdminNewObjExt*>(this);
+    } else if (iid == IID_IFieldRows) {
+      *object = static_cast<IFieldRows*>(this);
+    } else {
+      return E_NOINTERFACE;
+    }
     this->AddRef();
     return S_OK;
   }

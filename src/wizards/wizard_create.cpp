@@ -1,14 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "wizards/wizard_create.h"
 
+#include <string_view>
+#include <utility>
+
 #include "pages/handler.h"
 #include "resources/resource.h"
 
 namespace pelora {
+namespace {
+
+constexpr std::string_view kMissingName = "Missing Name";
+
+}  // namespace
 
 CWizardCreate::CWizardCreate(const Platform& platform, const Guid& object_interface,
-                             std::span<const ControlId> enabled_controls)
-    : CWizardBase(platform, object_interface, enabled_controls) {
+                             std::vector<ControlId> enabled_controls)
+    : CWizardBase(platform, object_interface, std::move(enabled_controls)) {
   RegisterValidate(Handler(this, &CWizardCreate::Validate));
 }
 
@@ -25,6 +33,18 @@ HRESULT CWizardCreate::GetSummaryInfo(std::string& text) {
   return S_OK;
 }
 
+std::vector<Command> CWizardCreate::OwnCommands() {
+  return {{IDC_OBJECT_NAME, ControlNotification::kEditChange,
+           Handler(this, &CWizardCreate::OnNameChanged)}};
+}
+
+std::vector<FieldRow> CWizardCreate::OwnRows() {
+  return {{.name = "name",
+           .control = IDC_OBJECT_NAME,
+           .attributes = {"name"},
+           .missing = kMissingName}};
+}
+
 std::int32_t CWizardCreate::OnNameChanged() {
   object_name_ = Dialog().Text(IDC_OBJECT_NAME);
   EnableControls(!object_name_.empty());
@@ -34,7 +54,9 @@ std::int32_t CWizardCreate::OnNameChanged() {
 void CWizardCreate::Activate() const { Revalidate(); }
 
 HRESULT CWizardCreate::Validate(std::string* message) const {
-  return RequireText(IDC_OBJECT_NAME, "Missing Name", message);
+  if (!IsFieldEmpty(Dialog(), IDC_OBJECT_NAME)) return S_OK;
+  if (message != nullptr) *message = kMissingName;
+  return E_FAIL;
 }
 
 }  // namespace pelora

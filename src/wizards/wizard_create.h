@@ -2,7 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "pages/command.h"
 #include "wizards/wizard_base.h"
 
 namespace pelora {
@@ -12,7 +14,7 @@ namespace pelora {
 class CWizardCreate : public CWizardBase {
  public:
   CWizardCreate(const Platform& platform, const Guid& object_interface,
-                std::span<const ControlId> enabled_controls);
+                std::vector<ControlId> enabled_controls);
 
   /// In the pre-commit phase has the wizard make the object under its name; does nothing in the
   /// others. `kDataWritten` or `kDataNotWritten`.
@@ -27,6 +29,9 @@ class CWizardCreate : public CWizardBase {
 
   /// The name was edited.
   std::int32_t OnNameChanged();
+  /// The name.
+  [[nodiscard]] std::vector<Command> OwnCommands();
+  [[nodiscard]] static std::vector<FieldRow> OwnRows();
 
   void Activate() const final;
 

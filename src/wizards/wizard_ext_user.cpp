@@ -4,24 +4,32 @@
 #include <array>
 
 #include "pages/account_type.h"
+#include "pages/attribute_row.h"
 #include "pages/handler.h"
 #include "resources/resource.h"
 
 namespace pelora {
 namespace {
 
-/// Without the capacity, which the account type alone enables.
-constexpr std::array<ControlId, 7> kEnabledControls = {
-    IDC_ACCOUNT_TYPE, IDC_PELORA_HIDDEN, IDC_NEW_ADDRESS_LABEL, IDC_NEW_ADDRESS,
-    IDC_SERVER_LABEL, IDC_SERVER,        IDC_SERVER_SELECT};
-
 constexpr const Attribute& kAdmin = CatalogueEntry("peloraAdmin");
 constexpr const Attribute& kSharedStoreOnly = CatalogueEntry("peloraSharedStoreOnly");
 constexpr const Attribute& kResourceType = CatalogueEntry("peloraResourceType");
 constexpr const Attribute& kCapacity = CatalogueEntry("peloraResourceCapacity");
-constexpr const Attribute& kHidden = CatalogueEntry("peloraHidden");
-constexpr const Attribute& kServer = CatalogueEntry("peloraUserServer");
-constexpr const Attribute& kMail = CatalogueEntry("mail");
+
+constexpr std::array kFields = {
+    WizardField{.control = IDC_PELORA_HIDDEN, .attribute = CatalogueEntry("peloraHidden")},
+    WizardField{.control = IDC_SERVER,
+                .attribute = CatalogueEntry("peloraUserServer"),
+                .label = IDC_SERVER_LABEL,
+                .choose = {IDC_SERVER_SELECT, &kComputerChooser}},
+    WizardField{.control = IDC_NEW_ADDRESS,
+                .attribute = CatalogueEntry("mail"),
+                .label = IDC_NEW_ADDRESS_LABEL},
+};
+
+/// The address goes before the server here. The capacity is enabled by the account type alone.
+constexpr std::array<ControlId, 4> kEnabledControls = {IDC_ACCOUNT_TYPE, IDC_PELORA_HIDDEN,
+                                                       IDC_NEW_ADDRESS_LABEL, IDC_NEW_ADDRESS};
 
 }  // namespace
 
@@ -29,17 +37,18 @@ CWizardExtUser::CWizardExtUser(const Platform& platform)
     : CWizardPage(platform, {.dialog_template = IDD_WIZARD_EXT_USER,
                              .title = "New object: User",
                              .object_interface = IID_IADsUser,
-                             .enabled_controls = kEnabledControls}) {
+                             .enabled_controls = kEnabledControls,
+                             .fields = kFields}) {
   using enum ControlNotification;
   RegisterLoad(Handler(this, &CWizardExtUser::Load));
   RegisterCollect(Handler(this, &CWizardExtUser::Collect));
   RegisterValidate(Handler(this, &CWizardExtUser::Validate));
   Route({
-      {IDC_CREATE_PELORA, kClicked, Handler(this, &CWizardExtUser::OnCreateClicked)},
       {IDC_ACCOUNT_TYPE, kSelectionChange, Handler(this, &CWizardExtUser::OnAccountTypeChanged)},
-      {IDC_SERVER_SELECT, kClicked, Handler(this, &CWizardExtUser::OnSelectServer)},
       {IDC_NEW_ADDRESS, kEditChange, Handler(this, &CWizardExtUser::Revalidate)},
   });
+  RegisterRows(&CWizardExtUser::TypeRows);
+  Add(fields());
 }
 
 HRESULT CWizardExtUser::Load(const BoundObjects& /*objects*/) {
@@ -57,15 +66,18 @@ HRESULT CWizardExtUser::Collect(ChangeList& changes) {
   add(kSharedStoreOnly, type.shared_store_only);
   add(kResourceType, type.resource_type, type.IsResource());
   add(kCapacity, Dialog().Text(IDC_CAPACITY), type.IsResource());
-  add(kHidden, FlagOf(IDC_PELORA_HIDDEN));
-  add(kServer, Dialog().Text(IDC_SERVER));
-  add(kMail, Dialog().Text(IDC_NEW_ADDRESS));
   return S_OK;
 }
 
 HRESULT CWizardExtUser::Validate(std::string* message) {
   const bool needs_address = AccountTypeList().Selection() == kActiveUser;
-  return needs_address ? RequireText(IDC_NEW_ADDRESS, "Missing Email Address", message) : S_OK;
+  if (!needs_address || !IsFieldEmpty(Dialog(), IDC_NEW_ADDRESS)) return S_OK;
+  if (message != nullptr) *message = "Missing Email Address";
+  return E_FAIL;
+}
+
+std::vector<FieldRow> CWizardExtUser::TypeRows() {
+  return {AccountTypeRow(), AttributeRow(kCapacity, IDC_CAPACITY, IDC_CAPACITY_LABEL)};
 }
 
 std::int32_t CWizardExtUser::OnAccountTypeChanged() {
@@ -74,8 +86,6 @@ std::int32_t CWizardExtUser::OnAccountTypeChanged() {
   Dialog().SetEnabled(IDC_CAPACITY, is_resource);
   return Revalidate();
 }
-
-std::int32_t CWizardExtUser::OnSelectServer() { return ChooseComputer(IDC_SERVER); }
 
 IComboBox& CWizardExtUser::AccountTypeList() const { return Dialog().ComboBox(IDC_ACCOUNT_TYPE); }
 

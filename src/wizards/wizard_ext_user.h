@@ -20,12 +20,13 @@ class CWizardExtUser : public CWizardPage<CWizardExtension> {
 
  private:
   HRESULT Load(const BoundObjects& objects);
+  /// The account type and the capacity, which come before the fields.
   HRESULT Collect(ChangeList& changes);
   /// An active user needs an e-mail address.
   HRESULT Validate(std::string* message);
+  [[nodiscard]] static std::vector<FieldRow> TypeRows();
 
   std::int32_t OnAccountTypeChanged();
-  std::int32_t OnSelectServer();
 
   [[nodiscard]] IComboBox& AccountTypeList() const;
 };

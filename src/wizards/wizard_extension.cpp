@@ -5,7 +5,8 @@
 #include <vector>
 
 #include "directory/exception_status.h"
-#include "directory/select_ad_object.h"
+#include "pages/attribute_row.h"
+#include "pages/handler.h"
 #include "resources/resource.h"
 
 namespace pelora {
@@ -64,6 +65,15 @@ HRESULT CWizardExtension::GetSummaryInfo(std::string& text) {
   return S_OK;
 }
 
+std::vector<Command> CWizardExtension::OwnCommands() {
+  return {{IDC_CREATE_PELORA, ControlNotification::kClicked,
+           Handler(this, &CWizardExtension::OnCreateClicked)}};
+}
+
+std::vector<FieldRow> CWizardExtension::OwnRows() {
+  return {AttributeRow(kAccount, IDC_CREATE_PELORA, 0)};
+}
+
 std::int32_t CWizardExtension::OnCreateClicked() {
   create_checked_ = Dialog().Check(IDC_CREATE_PELORA) == CheckState::kChecked;
   EnableControls(create_checked_);
@@ -77,41 +87,6 @@ void CWizardExtension::Activate() const {
   } else {
     SetButtons(true);
   }
-}
-
-std::int32_t CWizardExtension::ChooseComputer(ControlId field) const {
-  std::vector<std::string> names;
-  const HRESULT status =
-      SelectADObject(platform()).SelectComputers(&Dialog(), names, SelectionMode::kSingle);
-  if (status == S_OK && !names.empty()) Dialog().SetText(field, names.front());
-  return 0;
-}
-
-std::int32_t CWizardExtension::ChooseUser(ControlId field) const {
-  std::vector<std::string> names;
-  const HRESULT status =
-      SelectADObject(platform()).SelectUsers(&Dialog(), names, SelectionMode::kSingle);
-  if (status == S_OK && !names.empty()) Dialog().SetText(field, names.front());
-  return 0;
-}
-
-std::int32_t CWizardExtension::ChooseContainer(ControlId field) const {
-  std::string name;
-  if (SelectADObject(platform()).BrowseContainer(name) == S_OK) Dialog().SetText(field, name);
-  return 0;
-}
-
-std::string CWizardExtension::FlagOf(ControlId box) const {
-  return Dialog().Check(box) == CheckState::kChecked ? "1" : "0";
-}
-
-AttributeChange MakeNewObjectChange(const Attribute& attribute, std::string value,
-                                    bool is_written) {
-  constexpr bool kChanged = true;
-  constexpr bool kOneObject = false;
-  AttributeChange change = MakeChange(attribute, std::move(value), kChanged, kOneObject);
-  change.skip = !is_written;
-  return change;
 }
 
 }  // namespace pelora

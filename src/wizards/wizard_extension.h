@@ -2,8 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "wizards/wizard_base.h"
+#include "wizards/wizard_fields.h"
 
 namespace pelora {
 
@@ -31,18 +32,12 @@ class CWizardExtension : public CWizardBase {
 
   /// The check box was clicked.
   std::int32_t OnCreateClicked();
+  /// The check box, which comes before the page's fields.
+  [[nodiscard]] std::vector<Command> OwnCommands();
+  [[nodiscard]] static std::vector<FieldRow> OwnRows();
 
   /// A page whose box is not checked never holds the wizard back.
   void Activate() const final;
-
-  // Fields that are filled by a chooser, which belongs to the page's window. A choice that fails or
-  // is cancelled changes nothing and shows nothing; each is the result of a button's message.
-  std::int32_t ChooseComputer(ControlId field) const;
-  std::int32_t ChooseUser(ControlId field) const;
-  std::int32_t ChooseContainer(ControlId field) const;
-
-  /// "1" or "0", as the box is checked.
-  [[nodiscard]] std::string FlagOf(ControlId box) const;
 
  private:
   [[nodiscard]] HRESULT WriteNewObject() const;
@@ -50,10 +45,5 @@ class CWizardExtension : public CWizardBase {
 
   bool create_checked_ = false;
 };
-
-/// A change of a new object's attribute: a new object is one, and all of it is to be written that
-/// is not left out.
-[[nodiscard]] AttributeChange MakeNewObjectChange(const Attribute& attribute, std::string value,
-                                                  bool is_written = true);
 
 }  // namespace pelora

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "hosts/console/display.h"
-#include "pages/objects/prop_page_contact.h"
+#include "pages/objects/prop_page_recipient.h"
 #include "pages/objects/prop_page_user.h"
 #include "resources/resource.h"
 #include "tests/bench/bench_table.h"

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hosts/ldap/directory_store.h"
@@ -47,20 +49,42 @@ class ObservedStore final : public ldap::IDirectoryStore {
   }
   ldap::StoreStatus Modify(const std::string& dn,
                            std::span<const ldap::Modification> modifications) override {
-    if (before_modify) before_modify(modifies_);
-    ++modifies_;
-    std::string line = "modify " + dn + ":";
-    for (const ldap::Modification& change : modifications) line += " " + change.attribute;
-    log.push_back(line);
+    NoteModify("modify " + dn + ":", modifications);
     return target_.Modify(dn, modifications);
+  }
+  ldap::StoreStatus ModifyStrictly(const std::string& dn,
+                                   std::span<const ldap::Modification> modifications) override {
+    NoteModify("modify strictly " + dn + ":", modifications);
+    return target_.ModifyStrictly(dn, modifications);
+  }
+  /// Each request is noted when it is fetched.
+  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
+    target_.ModifyManyStrictly(
+        [&] {
+          std::optional<ldap::ModifyRequest> request = next();
+          if (request) NoteModify("modify strictly " + request->dn + ":", request->modifications);
+          return request;
+        },
+        sink);
   }
   ldap::StoreStatus Add(const ldap::Entry& entry) override {
     log.push_back("add " + entry.dn);
     return target_.Add(entry);
   }
+  ldap::StoreStatus Delete(const ldap::Entry& made) override {
+    log.push_back("delete " + made.dn);
+    return target_.Delete(made);
+  }
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:
+  void NoteModify(std::string line, std::span<const ldap::Modification> modifications) {
+    if (before_modify) before_modify(modifies_);
+    ++modifies_;
+    for (const ldap::Modification& change : modifications) line += " " + change.attribute;
+    log.push_back(std::move(line));
+  }
+
   ldap::IDirectoryStore& target_;
   std::size_t modifies_ = 0;
 };

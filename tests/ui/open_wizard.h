@@ -40,6 +40,11 @@ class RecordingStore final : public ldap::IDirectoryStore {
     ADD_FAILURE() << "modified " << dn;
     return store_->Modify(dn, modifications);
   }
+  ldap::StoreStatus ModifyStrictly(const std::string& dn,
+                                   std::span<const ldap::Modification> modifications) override {
+    return store_->ModifyStrictly(dn, modifications);
+  }
+  ldap::StoreStatus Delete(const ldap::Entry& made) override { return store_->Delete(made); }
   void FailNextAdd(ldap::StoreStatus status) { next_failure_ = std::move(status); }
   ldap::StoreStatus Add(const ldap::Entry& entry) override {
     adds_.push_back(entry);

@@ -48,6 +48,13 @@ class ScriptedStore final : public ldap::IDirectoryStore {
                            std::span<const ldap::Modification> /*modifications*/) override {
     return {53, "unwilling to perform"};
   }
+  ldap::StoreStatus ModifyStrictly(const std::string& dn,
+                                   std::span<const ldap::Modification> modifications) override {
+    return Modify(dn, modifications);
+  }
+  ldap::StoreStatus Delete(const ldap::Entry& /*made*/) override {
+    return {53, "unwilling to perform"};
+  }
   ldap::StoreStatus Add(const ldap::Entry& /*entry*/) override {
     return {53, "unwilling to perform"};
   }

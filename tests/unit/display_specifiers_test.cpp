@@ -51,7 +51,12 @@ class SpecifierStore final : public IDirectoryStore {
                      std::span<const Modification> /*modifications*/) override {
     return {53, "unwilling"};
   }
+  StoreStatus ModifyStrictly(const std::string& /*dn*/,
+                             std::span<const Modification> /*modifications*/) override {
+    return {53, "unwilling"};
+  }
   StoreStatus Add(const Entry& /*entry*/) override { return {53, "unwilling"}; }
+  StoreStatus Delete(const Entry& /*made*/) override { return {53, "unwilling"}; }
 
   void Register(const std::string& object_class, const char* attribute, AttributeValues values) {
     entries.push_back(

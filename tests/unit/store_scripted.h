@@ -69,9 +69,16 @@ class ScriptedStore final : public IDirectoryStore {
     modifies.push_back({dn, {modifications.begin(), modifications.end()}});
     return failure;
   }
+  StoreStatus ModifyStrictly(const std::string& dn,
+                             std::span<const Modification> modifications) override {
+    return Modify(dn, modifications);
+  }
   StoreStatus Add(const Entry& added) override {
     adds.push_back(added);
     return failure;
+  }
+  StoreStatus Delete(const Entry& /*made*/) override {
+    return {kLdapUnwillingToPerform, "not here"};
   }
 };
 

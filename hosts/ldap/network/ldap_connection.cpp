@@ -176,7 +176,8 @@ StoreStatus LdapConnection::SendSearch(const SearchRequest& request, LDAPControl
 }
 
 StoreStatus LdapConnection::SendModify(const std::string& dn,
-                                       std::span<const Modification> modifications, RequestId& id) {
+                                       std::span<const Modification> modifications, ModifyWay way,
+                                       RequestId& id) {
   if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
   const BrokenPipeGuard guard;
   LDAPControl permissive{.ldctl_oid = const_cast<char*>(kPermissiveModify),
@@ -184,9 +185,9 @@ StoreStatus LdapConnection::SendModify(const std::string& dn,
                          .ldctl_iscritical = 1};
   std::array<LDAPControl*, 2> controls = {&permissive, nullptr};
   LdapModifications changes(modifications);
-  const int code =
-      ldap_modify_ext(handle(), dn.c_str(), changes.get(),
-                      NeedsPermission(modifications) ? controls.data() : nullptr, nullptr, &id);
+  const bool is_permissive = way == ModifyWay::kPermissive && NeedsPermission(modifications);
+  const int code = ldap_modify_ext(handle(), dn.c_str(), changes.get(),
+                                   is_permissive ? controls.data() : nullptr, nullptr, &id);
   return Failure(code, "the change cannot be sent");
 }
 
@@ -197,6 +198,13 @@ StoreStatus LdapConnection::SendAdd(const Entry& entry, RequestId& id) {
   const int code =
       ldap_add_ext(handle(), entry.dn.c_str(), attributes.get(), nullptr, nullptr, &id);
   return Failure(code, "the new object cannot be sent");
+}
+
+StoreStatus LdapConnection::SendDelete(const std::string& dn, RequestId& id) {
+  if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
+  const BrokenPipeGuard guard;
+  const int code = ldap_delete_ext(handle(), dn.c_str(), nullptr, nullptr, &id);
+  return Failure(code, "the deletion cannot be sent");
 }
 
 StoreStatus LdapConnection::Await(RequestId id, Amount amount, LdapMessagePtr& answer) {

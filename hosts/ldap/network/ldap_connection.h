@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/modify_rules.h"
 #include "hosts/ldap/network/ldap_api.h"
 #include "hosts/ldap/network/network_options.h"
 #include "hosts/ldap/network/server_name.h"
@@ -52,8 +53,9 @@ class LdapConnection {
   /// Sends a search; `page`, when there is one, makes it a page of a longer one.
   StoreStatus SendSearch(const SearchRequest& request, LDAPControl* page, RequestId& id);
   StoreStatus SendModify(const std::string& dn, std::span<const Modification> modifications,
-                         RequestId& id);
+                         ModifyWay way, RequestId& id);
   StoreStatus SendAdd(const Entry& entry, RequestId& id);
+  StoreStatus SendDelete(const std::string& dn, RequestId& id);
 
   enum class Amount : std::uint8_t {
     /// The next message: an entry, a reference or the result.

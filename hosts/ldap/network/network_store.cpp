@@ -2,9 +2,12 @@
 #include "hosts/ldap/network/network_store.h"
 
 #include <array>
+#include <deque>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "hosts/ldap/as_made.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/network/entry_reader.h"
 #include "hosts/ldap/network/ldap_answer.h"
@@ -15,6 +18,8 @@ namespace pelora::ldap {
 namespace {
 
 constexpr const char* kRootName = "";
+/// Enough to keep a server busy that is some milliseconds away.
+constexpr std::size_t kWritesUnderWay = 64;
 
 AttributeValues ValuesOf(const Entry& entry, std::string_view name) {
   const auto found = entry.attributes.find(name);
@@ -92,22 +97,30 @@ StoreStatus NetworkStore::DoReading(const Reading& read) {
   return read(*second);
 }
 
-StoreStatus NetworkStore::DoWriting(const std::string& what, const Sending& send) {
+NetworkStore::SentWrite NetworkStore::SendWriting(const std::string& what, const Sending& send) {
+  SentWrite sent{.what = what};
   // As long as nothing is sent, another connection is as good.
   if (connection_ == nullptr || !connection_->IsUsable()) {
-    StoreStatus status = Open();
+    sent.status = Open();
     // A timeout here leaves nothing in doubt.
-    if (status.code == kLdapTimeout) status.code = kLdapServerDown;
-    if (!status.Ok()) return status;
+    if (sent.status.code == kLdapTimeout) sent.status.code = kLdapServerDown;
+    if (!sent.status.Ok()) return sent;
   }
-  const std::shared_ptr<LdapConnection> connection = connection_;
-  LdapConnection::RequestId id = 0;
-  StoreStatus status = send(*connection, id);
-  if (!status.Ok()) return status;
+  sent.connection = connection_;
+  sent.status = send(*sent.connection, sent.id);
+  return sent;
+}
+
+StoreStatus NetworkStore::AwaitWriting(const SentWrite& sent) {
+  if (!sent.status.Ok()) return sent.status;
   LdapMessagePtr answer;
-  status = connection->Await(id, LdapConnection::Amount::kAll, answer);
-  if (status.Ok()) return OutcomeOf(connection->handle(), answer.get());
-  return {kLdapTimeout, "whether " + what + " was done is not known: " + status.text};
+  StoreStatus status = sent.connection->Await(sent.id, LdapConnection::Amount::kAll, answer);
+  if (status.Ok()) return OutcomeOf(sent.connection->handle(), answer.get());
+  return {kLdapTimeout, "whether " + sent.what + " was done is not known: " + status.text};
+}
+
+StoreStatus NetworkStore::DoWriting(const std::string& what, const Sending& send) {
+  return AwaitWriting(SendWriting(what, send));
 }
 
 StoreStatus NetworkStore::ReadRoot(Entry& root) {
@@ -146,15 +159,50 @@ StoreStatus NetworkStore::Search(const SearchRequest& request, const EntrySink& 
   });
 }
 
+NetworkStore::SentWrite NetworkStore::SendModify(const std::string& dn,
+                                                 std::span<const Modification> modifications,
+                                                 ModifyWay way) {
+  StoreStatus status = ModifyRules(*schema_, IsName).CheckValues(modifications);
+  if (!status.Ok()) return {.what = dn, .status = std::move(status)};
+  return SendWriting("the change of '" + dn + "'",
+                     [&](LdapConnection& connection, LdapConnection::RequestId& id) {
+                       return connection.SendModify(dn, modifications, way, id);
+                     });
+}
+
 StoreStatus NetworkStore::Modify(const std::string& dn,
                                  std::span<const Modification> modifications) {
   if (modifications.empty()) return {};
-  StoreStatus status = ModifyRules(*schema_, IsName).CheckValues(modifications);
-  if (!status.Ok()) return status;
-  return DoWriting("the change of '" + dn + "'",
-                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
-                     return connection.SendModify(dn, modifications, id);
-                   });
+  return AwaitWriting(SendModify(dn, modifications, ModifyWay::kPermissive));
+}
+
+StoreStatus NetworkStore::ModifyStrictly(const std::string& dn,
+                                         std::span<const Modification> modifications) {
+  if (modifications.empty()) return {};
+  return AwaitWriting(SendModify(dn, modifications, ModifyWay::kStrict));
+}
+
+void NetworkStore::ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) {
+  std::deque<SentWrite> under_way;
+  bool is_more = true;
+  while (is_more || !under_way.empty()) {
+    // What could not be sent is told before more is fetched that could not be either.
+    const bool has_room = under_way.size() < kWritesUnderWay &&
+                          (under_way.empty() || under_way.back().connection != nullptr);
+    if (is_more && has_room) {
+      const std::optional<ModifyRequest> request = next();
+      is_more = request.has_value();
+      if (!request) continue;
+      under_way.push_back(
+          request->modifications.empty()
+              ? SentWrite{.what = {}, .status = {}, .connection = nullptr}
+              : SendModify(request->dn, request->modifications, ModifyWay::kStrict));
+    } else {
+      const SentWrite sent = std::move(under_way.front());
+      under_way.pop_front();
+      sink(sent.connection == nullptr ? sent.status : AwaitWriting(sent));
+    }
+  }
 }
 
 StoreStatus NetworkStore::Add(const Entry& entry) {
@@ -163,6 +211,21 @@ StoreStatus NetworkStore::Add(const Entry& entry) {
   return DoWriting("the making of '" + entry.dn + "'",
                    [&](LdapConnection& connection, LdapConnection::RequestId& id) {
                      return connection.SendAdd(entry, id);
+                   });
+}
+
+StoreStatus NetworkStore::Delete(const Entry& made) {
+  Entry now;
+  StoreStatus status = Read(made.dn, {}, now);
+  if (status.Ok()) status = CheckKept(*schema_, made, now);
+  // The server numbers its changes: an object that has only been made has one.
+  if (status.Ok() && ValuesOf(now, "uSNChanged") != ValuesOf(now, "uSNCreated")) {
+    status = {kLdapAssertionFailed, "the object was changed since it was made"};
+  }
+  if (!status.Ok()) return status;
+  return DoWriting("the deletion of '" + made.dn + "'",
+                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
+                     return connection.SendDelete(made.dn, id);
                    });
 }
 

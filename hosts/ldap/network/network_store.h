@@ -40,7 +40,13 @@ class NetworkStore final : public IDirectoryStore {
   StoreStatus ReadMany(std::span<const std::string> dns, const ReadSink& sink) override;
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
+  StoreStatus ModifyStrictly(const std::string& dn,
+                             std::span<const Modification> modifications) override;
+  /// Some dozen requests are under way at a time. When the connection is lost, each of them may
+  /// have been done or not (-5); those after them go over a new one.
+  void ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) override;
   StoreStatus Add(const Entry& entry) override;
+  StoreStatus Delete(const Entry& made) override;
   void StopOn(const std::stop_token& stop) override;
   [[nodiscard]] bool IsSealed() const override { return true; }
 
@@ -49,8 +55,20 @@ class NetworkStore final : public IDirectoryStore {
   using Sending =
       std::function<StoreStatus(LdapConnection& connection, LdapConnection::RequestId& id)>;
 
+  /// A write that is under way, or that could not be sent.
+  struct SentWrite {
+    std::string what;
+    StoreStatus status{};
+    std::shared_ptr<LdapConnection> connection{};
+    LdapConnection::RequestId id = 0;
+  };
+
   StoreStatus DoReading(const Reading& read);
   StoreStatus DoWriting(const std::string& what, const Sending& send);
+  SentWrite SendWriting(const std::string& what, const Sending& send);
+  static StoreStatus AwaitWriting(const SentWrite& sent);
+  SentWrite SendModify(const std::string& dn, std::span<const Modification> modifications,
+                       ModifyWay way);
   /// The schema that the server at the other end has now.
   StoreStatus LearnSchema(LdapConnection& connection, const Entry& root);
 

@@ -4,11 +4,10 @@
 #include <array>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 
-#include "directory/ascii_case.h"
 #include "pages/account_type.h"
+#include "pages/attribute_row.h"
 #include "pages/handler.h"
 #include "resources/resource.h"
 
@@ -24,45 +23,6 @@ constexpr std::array kServer = {
                         .attribute = CatalogueEntry("peloraUserServer"),
                         .label = IDC_SERVER_GROUP,
                         .choose = {IDC_SERVER_SELECT, &kComputerChooser}}};
-
-/// The row of an account: its resource type comes before its being a shared store, both before its
-/// administrator level. A level beyond the list has no row.
-std::optional<RowIndex> RowOf(std::string_view resource_type, bool is_shared_store,
-                              std::uint32_t admin_level) {
-  if (EqualsWithoutCase(resource_type, kAccountTypes.at(kRoom).resource_type)) return kRoom;
-  if (EqualsWithoutCase(resource_type, kAccountTypes.at(kEquipment).resource_type)) {
-    return kEquipment;
-  }
-  if (is_shared_store) return kSharedStore;
-  if (admin_level == 0) return kActiveUser;
-  const RowIndex row = kAdministrator + RowIndex{admin_level} - 1;
-  return row < kAccountTypes.size() ? std::optional(row) : std::nullopt;
-}
-
-/// The row that the objects stand for; none when they differ in what makes it.
-std::optional<RowIndex> RowOfAll(const BoundObjects& objects) {
-  const ValueSummary<bool> shared_store_only = SummarizeFlag(objects, kSharedStoreOnly.name);
-  const ValueSummary<std::int32_t> admin = SummarizeInteger(objects, kAdmin.name);
-  const ValueSummary<std::string> resource_type = SummarizeString(objects, kResourceType.name);
-  const bool is_uniform =
-      shared_store_only.IsUniform() && admin.IsUniform() && resource_type.IsUniform();
-  if (!is_uniform) return std::nullopt;
-  return RowOf(resource_type.value(), shared_store_only.value(),
-               static_cast<std::uint32_t>(admin.value()));
-}
-
-FieldRow AccountTypeRow() {
-  FieldRow row = {
-      .name = "accountType",
-      .kind = FieldKind::kChoice,
-      .control = IDC_ACCOUNT_TYPE,
-      .title = "Account type",
-      .attributes = {kAdmin.name, kSharedStoreOnly.name, kResourceType.name},
-      .choice_of = [](IADs& object) { return RowOfAll({Ref<IADs>(&object)}); },
-  };
-  for (const AccountType& type : kAccountTypes) row.choices.push_back(type.text);
-  return row;
-}
 
 }  // namespace
 
@@ -108,11 +68,7 @@ std::vector<Command> CPropPageExtUser::Commands() {
 std::vector<FieldRow> CPropPageExtUser::Rows() const {
   std::vector<FieldRow> rows = server_.Rows();
   rows.push_back(AccountTypeRow());
-  rows.push_back({.name = std::string(kCapacity.name),
-                  .kind = FieldKind::kNumber,
-                  .control = IDC_CAPACITY,
-                  .label = IDC_CAPACITY_LABEL,
-                  .attributes = {kCapacity.name}});
+  rows.push_back(AttributeRow(kCapacity, IDC_CAPACITY, IDC_CAPACITY_LABEL));
   return rows;
 }
 
@@ -132,7 +88,7 @@ std::int32_t CPropPageExtUser::OnCapacityEdited() {
 }
 
 void CPropPageExtUser::LoadAccountType(const BoundObjects& objects) const {
-  const std::optional<RowIndex> row = RowOfAll(objects);
+  const std::optional<RowIndex> row = AccountTypeOf(objects);
   AccountTypeList().Clear();
   for (const AccountType& type : kAccountTypes) AccountTypeList().Add(type.text);
   AccountTypeList().Select(row);

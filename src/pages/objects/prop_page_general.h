@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "pages/objects/prop_page_of_template.h"
 #include "pages/prop_page_ext_name.h"
 #include "pages/snap_in_property_page.h"
+#include "resources/resource.h"
 
 namespace pelora {
 
@@ -21,5 +23,12 @@ class CPropPageGeneral : public CSnapInPropertyPage {
  private:
   CPropPageExtName name_;
 };
+
+/// The General tab of address lists.
+using CPropPageAddresslistGeneral =
+    CPropPageOfTemplate<CPropPageGeneral, IDD_PROPPAGE_ADDRESSLIST_GENERAL>;
+/// The General tab of dynamic distribution lists.
+using CPropPageDynamicDistlistGeneral =
+    CPropPageOfTemplate<CPropPageGeneral, IDD_PROPPAGE_DYNAMIC_DISTLIST_GENERAL>;
 
 }  // namespace pelora

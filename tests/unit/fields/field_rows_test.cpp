@@ -4,42 +4,28 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <array>
 #include <map>
 #include <set>
 
-#include "hosts/resources/field_label.h"
 #include "pages/edited_fields.h"
 #include "resources/resource.h"
+#include "tests/unit/fields/row_checks.h"
 #include "tests/unit/tab_bench.h"
 
 namespace pelora {
 namespace {
 
 using resources::ControlKind;
-using resources::DialogItem;
 using resources::DialogTemplate;
-using resources::FieldLabel;
 using ::testing::ElementsAre;
 using testing::FakeAttributes;
+using testing::FindItem;
 using ::testing::IsEmpty;
+using testing::IsPushButton;
 using testing::Lines;
-
-std::string KindWord(FieldKind kind) {
-  static constexpr std::array<const char*, 9> kWords = {
-      "flag", "number", "text", "name", "server", "default", "list", "names", "choice"};
-  return kWords.at(static_cast<std::size_t>(kind));
-}
-
-/// "NAME: KIND "LABEL"", with the attributes where the name does not say them.
-std::string ToLine(const FieldRow& row, const DialogTemplate& dialog) {
-  std::string line = row.name + ": " + (row.is_read_only ? "shown " : "") + KindWord(row.kind) +
-                     " \"" + FieldLabel(row, dialog) + "\"";
-  if (row.attributes == std::vector<std::string_view>{row.name}) return line;
-  for (const std::string_view attribute : row.attributes) line += " " + std::string(attribute);
-  return line;
-}
+using testing::RowNamed;
+using testing::ToLine;
 
 /// The tabs of the module with their fields, in the order of loading.
 const std::map<std::string, Lines, std::less<>> kTabs = {
@@ -117,48 +103,6 @@ class FieldRowsTest : public testing::TabTest {
   }
 };
 
-/// The one item of a number; null when there is none or more than one.
-const DialogItem* Find(const DialogTemplate& dialog, ControlId id) {
-  if (std::ranges::count(dialog.items, id, &DialogItem::id) != 1) return nullptr;
-  return &*std::ranges::find(dialog.items, id, &DialogItem::id);
-}
-
-constexpr std::uint32_t kButtonType = 0x0F;
-constexpr std::uint32_t kAutoCheckBox = 3;
-constexpr std::uint32_t kGroupBox = 7;
-constexpr std::uint32_t kDefaultPushButton = 1;
-
-bool IsCheckBox(const DialogItem& item) {
-  return item.kind == ControlKind::kButton && (item.style & kButtonType) == kAutoCheckBox;
-}
-bool IsPushButton(const DialogItem& item) {
-  return item.kind == ControlKind::kButton && (item.style & kButtonType) <= kDefaultPushButton;
-}
-bool IsLabel(const DialogItem& item) {
-  const bool is_group =
-      item.kind == ControlKind::kButton && (item.style & kButtonType) == kGroupBox;
-  return item.kind == ControlKind::kStatic || is_group;
-}
-
-bool Shows(const DialogItem& item, const FieldRow& row) {
-  switch (row.kind) {
-    case FieldKind::kFlag:
-      return IsCheckBox(item);
-    case FieldKind::kNumber:
-    case FieldKind::kText:
-    case FieldKind::kName:
-    case FieldKind::kServer:
-      return item.kind == ControlKind::kEdit;
-    case FieldKind::kDefaultEntry:
-    case FieldKind::kList:
-    case FieldKind::kNameList:
-      return item.kind == (row.entry.empty() ? ControlKind::kListBox : ControlKind::kListView);
-    case FieldKind::kChoice:
-      return item.kind == (row.entry.empty() ? ControlKind::kComboBox : ControlKind::kListView);
-  }
-  return false;
-}
-
 TEST_F(FieldRowsTest, EveryTabTellsItsFieldsInTheOrderOfLoading) {
   std::size_t tabs = 0;
   for (const ComponentClass& component : ClassTable()) {
@@ -175,38 +119,14 @@ TEST_F(FieldRowsTest, EveryTabTellsItsFieldsInTheOrderOfLoading) {
 
 TEST_F(FieldRowsTest, EveryControlOfARowIsInTheTemplateAndOfItsKind) {
   for (const auto& [component, lines] : kTabs) {
-    const DialogTemplate dialog = TemplateOf(component);
-    for (const FieldRow& row : RowsOf(component)) {
-      const std::string what = component + " " + row.name;
-      const DialogItem* const control = Find(dialog, row.control);
-      ASSERT_NE(control, nullptr) << what;
-      EXPECT_TRUE(Shows(*control, row)) << what;
-      if (row.label != 0) {
-        ASSERT_NE(Find(dialog, row.label), nullptr) << what;
-        EXPECT_TRUE(IsLabel(*Find(dialog, row.label))) << what;
-      }
-      EXPECT_FALSE(FieldLabel(row, dialog).empty()) << what;
-      std::vector<ControlId> buttons = {row.choose, row.remove, row.make_default};
-      std::ranges::copy(row.choice_buttons, std::back_inserter(buttons));
-      for (const ControlId button : buttons) {
-        if (button == 0) continue;
-        ASSERT_NE(Find(dialog, button), nullptr) << what << " " << button;
-        EXPECT_TRUE(IsPushButton(*Find(dialog, button))) << what << " " << button;
-      }
-    }
+    testing::ExpectControlsOf(RowsOf(component), TemplateOf(component), component);
   }
 }
 
 TEST_F(FieldRowsTest, EveryControlThatHoldsAValueBelongsToARow) {
   for (const auto& [component, lines] : kTabs) {
-    std::set<ControlId> known;
-    for (const FieldRow& row : RowsOf(component)) known.insert(row.control);
-    for (const DialogItem& item : TemplateOf(component).items) {
-      using enum ControlKind;
-      const bool holds_value = IsCheckBox(item) || item.kind == kEdit || item.kind == kListBox ||
-                               item.kind == kComboBox || item.kind == kListView;
-      EXPECT_TRUE(!holds_value || known.contains(item.id)) << component << " " << item.id;
-    }
+    EXPECT_THAT(testing::ValuesWithoutRow(RowsOf(component), TemplateOf(component)), IsEmpty())
+        << component;
   }
 }
 
@@ -221,14 +141,14 @@ TEST_F(FieldRowsTest, TheDialogInWhichTextsAreTypedHasTheControlsThatTheRowNames
       }
       ++dialogs;
       const DialogTemplate dialog = bench_.Template(typed_in.dialog);
-      ASSERT_NE(Find(dialog, typed_in.text), nullptr) << row.name;
-      EXPECT_EQ(Find(dialog, typed_in.text)->kind, ControlKind::kEdit);
+      ASSERT_NE(FindItem(dialog, typed_in.text), nullptr) << row.name;
+      EXPECT_EQ(FindItem(dialog, typed_in.text)->kind, ControlKind::kEdit);
       if (typed_in.list == 0) continue;
-      ASSERT_NE(Find(dialog, typed_in.list), nullptr) << row.name;
-      EXPECT_EQ(Find(dialog, typed_in.list)->kind, ControlKind::kListBox);
+      ASSERT_NE(FindItem(dialog, typed_in.list), nullptr) << row.name;
+      EXPECT_EQ(FindItem(dialog, typed_in.list)->kind, ControlKind::kListBox);
       for (const ControlId button : {typed_in.add, typed_in.remove}) {
-        ASSERT_NE(Find(dialog, button), nullptr) << row.name;
-        EXPECT_TRUE(IsPushButton(*Find(dialog, button)));
+        ASSERT_NE(FindItem(dialog, button), nullptr) << row.name;
+        EXPECT_TRUE(IsPushButton(*FindItem(dialog, button)));
       }
     }
   }
@@ -277,10 +197,6 @@ TEST_F(FieldRowsTest, WhatCannotBeDoneWithoutIsSaidInItsRow) {
       {"peloraHttpPort", "Missing HTTP/SSL Port"},
       {"peloraFilePath", "Missing File Path"}};
   EXPECT_EQ(missing, expected);
-}
-
-const FieldRow& RowNamed(const std::vector<FieldRow>& rows, std::string_view name) {
-  return *std::ranges::find(rows, name, &FieldRow::name);
 }
 
 TEST_F(FieldRowsTest, TheChoiceOfAnAccountTypeIsTheRowThatTheTabSelects) {

@@ -12,12 +12,9 @@
 #include "server/class_table.h"
 #include "server/component_server.h"
 #include "tests/unit/wizards/wizard_bench.h"
-#include "wizards/wizard_addresslist.h"
-#include "wizards/wizard_ext_company.h"
-#include "wizards/wizard_ext_contact.h"
-#include "wizards/wizard_ext_distlist.h"
 #include "wizards/wizard_ext_user.h"
 #include "wizards/wizard_page.h"
+#include "wizards/wizard_pages.h"
 
 namespace pelora {
 namespace {

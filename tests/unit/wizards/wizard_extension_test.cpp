@@ -8,10 +8,8 @@
 #include <vector>
 
 #include "tests/unit/wizards/wizard_bench.h"
-#include "wizards/wizard_ext_company.h"
-#include "wizards/wizard_ext_contact.h"
-#include "wizards/wizard_ext_server.h"
 #include "wizards/wizard_ext_user.h"
+#include "wizards/wizard_pages.h"
 
 namespace pelora {
 namespace {

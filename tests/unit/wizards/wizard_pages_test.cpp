@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The pages one by one: what they load, when they are valid, what they choose and what they write.
+#include "wizards/wizard_pages.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -7,14 +9,6 @@
 #include <vector>
 
 #include "tests/unit/wizards/wizard_bench.h"
-#include "wizards/wizard_addresslist.h"
-#include "wizards/wizard_dynamic_distlist.h"
-#include "wizards/wizard_ext_addresslist.h"
-#include "wizards/wizard_ext_company.h"
-#include "wizards/wizard_ext_contact.h"
-#include "wizards/wizard_ext_distlist.h"
-#include "wizards/wizard_ext_dynamic_distlist.h"
-#include "wizards/wizard_ext_server.h"
 #include "wizards/wizard_ext_user.h"
 
 namespace pelora {

@@ -1,0 +1,306 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/changes/change_runner.h"
+
+#include <algorithm>
+#include <deque>
+#include <exception>
+#include <utility>
+
+#include "hosts/changes/change_writer.h"
+#include "hosts/changes/guarded_request.h"
+#include "hosts/ldap/ldap_status.h"
+
+namespace pelora::changes {
+namespace {
+
+using ldap::StoreStatus;
+
+/// Objects that are read, prepared and noted together.
+constexpr std::size_t kTogether = 128;
+
+/// Where a run's changes come from.
+class IWork {
+ public:
+  virtual ~IWork() = default;
+  [[nodiscard]] virtual std::size_t count() const = 0;
+  [[nodiscard]] virtual std::string NameOf(std::size_t at) const = 0;
+  /// Reads what is needed for the next objects. A failure is one of the directory as a whole; each
+  /// object is prepared all the same.
+  [[nodiscard]] virtual StoreStatus Read(std::size_t begin, std::size_t end) = 0;
+  [[nodiscard]] virtual Prepared PrepareOne(std::size_t at) = 0;
+};
+
+/// The work on one object, from its preparation to its result.
+struct Job {
+  std::size_t at = 0;
+  Change change{};
+  std::optional<IChangeLog::NoteId> note{};
+  std::optional<Result> result{};
+
+  [[nodiscard]] bool IsAlone() const { return change.kind != Change::Kind::kModify; }
+};
+
+class Run {
+ public:
+  Run(ldap::IDirectoryStore& store, IWork& work, const RunOptions& options, const ResultSink& sink)
+      : store_(store),
+        work_(work),
+        options_(options),
+        sink_(sink),
+        writer_(store, options.log),
+        is_in_turn_(options.stops_at_first || options.is_rehearsal) {}
+
+  Tally Do() {
+    do {
+      store_.ModifyManyStrictly([this] { return Next(); },
+                                [this](StoreStatus answer) { TakeAnswer(std::move(answer)); });
+    } while (WriteAlone());
+    SkipTheRest();
+    if (thrown_) std::rethrow_exception(thrown_);
+    return tally_;
+  }
+
+ private:
+  /// The next request; none at the end, and where a change has to be written alone.
+  std::optional<ldap::ModifyRequest> Next() {
+    while (true) {
+      if (options_.stop.stop_requested()) is_ended_ = true;
+      if (is_ended_) return std::nullopt;
+      if (Job* const job = FirstUnsent(); job != nullptr) {
+        if (job->IsAlone()) return std::nullopt;
+        ++sent_;
+        return ldap::ModifyRequest{job->change.dn, GuardedRequest(store_.schema(), job->change)};
+      }
+      if (next_ == work_.count()) return std::nullopt;
+      PrepareSome();
+    }
+  }
+
+  /// Jobs that have no result and were not sent stand behind those that were.
+  Job* FirstUnsent() {
+    for (; sent_ < jobs_.size(); ++sent_) {
+      if (!jobs_[sent_].result) return &jobs_[sent_];
+    }
+    return nullptr;
+  }
+
+  /// Answers come in the order of the requests: this one is that of the first job without a result.
+  void TakeAnswer(StoreStatus answer) {
+    Job& job = jobs_.front();
+    // Not sent, and nowhere to send the others to.
+    if (answer.code == ldap::kLdapServerDown) is_ended_ = true;
+    job.result = writer_.Finish(std::move(job.change), job.note.value_or(0), std::move(answer));
+    Tell();
+  }
+
+  /// Writes an addition or a deletion by itself; whether the run goes on.
+  bool WriteAlone() {
+    if (is_ended_) return false;
+    Job* const job = FirstUnsent();
+    if (job == nullptr) return false;
+    StoreStatus answer = writer_.Send(job->change);
+    ++sent_;
+    TakeAnswer(std::move(answer));
+    return true;
+  }
+
+  void PrepareSome() {
+    const std::size_t end = std::min(next_ + kTogether, work_.count());
+    try {
+      const StoreStatus read = work_.Read(next_, end);
+      while (next_ < end && !is_ended_) {
+        if (options_.stop.stop_requested()) break;
+        PrepareOne();
+      }
+      if (!read.Ok()) is_ended_ = true;
+      if (!is_in_turn_) NoteAll();
+    } catch (...) {
+      thrown_ = std::current_exception();
+      is_ended_ = true;
+    }
+    Tell();
+  }
+
+  void PrepareOne() {
+    Prepared prepared = work_.PrepareOne(next_);
+    Job job{.at = next_, .change = std::move(prepared.change), .result = prepared.instead};
+    if (!job.result) DropWhatChangesNothing(store_.schema(), job.change);
+    if (!job.result && !job.IsAlone() && job.change.attributes.empty()) {
+      job.result = Result{.dn = work_.NameOf(next_), .outcome = Outcome::kUnchanged};
+    }
+    if (!job.result && is_in_turn_) job.result = WriteInTurn(std::move(job.change));
+    if (options_.stops_at_first && !job.result->IsDone()) is_ended_ = true;
+    jobs_.push_back(std::move(job));
+    ++next_;
+    if (is_in_turn_) Tell();
+  }
+
+  Result WriteInTurn(Change change) {
+    if (!options_.is_rehearsal) return writer_.Write(std::move(change));
+    IChangeLog::NoteId note = 0;
+    const StoreStatus noted =
+        options_.log == nullptr ? StoreStatus{} : options_.log->Note({&change, 1}, note);
+    if (noted.Ok()) return {.dn = std::move(change.dn), .outcome = Outcome::kChanged};
+    is_ended_ = true;
+    return NotDone(std::move(change.dn), noted);
+  }
+
+  /// Notes what has been prepared and not been sent, in one go.
+  void NoteAll() {
+    if (options_.log == nullptr) return;
+    std::vector<Change> changes;
+    for (std::size_t at = sent_; at < jobs_.size(); ++at) {
+      if (!jobs_[at].result) changes.push_back(jobs_[at].change);
+    }
+    if (changes.empty()) return;
+    IChangeLog::NoteId note = 0;
+    const StoreStatus noted = options_.log->Note(changes, note);
+    if (!noted.Ok()) is_ended_ = true;
+    for (std::size_t at = sent_; at < jobs_.size(); ++at) {
+      Job& job = jobs_[at];
+      if (job.result) continue;
+      if (noted.Ok()) {
+        job.note = note++;
+      } else {
+        job.result = NotDone(job.change.dn, noted);
+      }
+    }
+  }
+
+  /// Tells the results that are there, up to the first that is not.
+  void Tell() {
+    while (!jobs_.empty() && jobs_.front().result) {
+      const Job job = std::move(jobs_.front());
+      jobs_.pop_front();
+      if (sent_ > 0) --sent_;
+      TellOne(job.at, *job.result);
+    }
+  }
+
+  void TellOne(std::size_t at, const Result& result) {
+    tally_.Count(result.outcome);
+    sink_(at, result);
+  }
+
+  void SkipTheRest() {
+    for (Job& job : jobs_) {
+      if (job.result) continue;
+      if (job.note) options_.log->Withdraw(*job.note);
+      job.result = Skipped(job.at);
+    }
+    Tell();
+    for (; next_ < work_.count(); ++next_) TellOne(next_, Skipped(next_));
+  }
+
+  [[nodiscard]] Result Skipped(std::size_t at) const {
+    return {.dn = work_.NameOf(at), .outcome = Outcome::kSkipped};
+  }
+
+  ldap::IDirectoryStore& store_;
+  IWork& work_;
+  const RunOptions& options_;
+  const ResultSink& sink_;
+  ChangeWriter writer_;
+  bool is_in_turn_;
+  /// Jobs in the objects' order, from the first whose result has not been told.
+  std::deque<Job> jobs_;
+  /// How many of them, from the first, were sent or have a result.
+  std::size_t sent_ = 0;
+  /// The first object that has not been prepared.
+  std::size_t next_ = 0;
+  bool is_ended_ = false;
+  std::exception_ptr thrown_;
+  Tally tally_;
+};
+
+/// Objects that have to be read before it is known what becomes of them.
+class ReadWork final : public IWork {
+ public:
+  ReadWork(ldap::IDirectoryStore& store, std::span<const std::string> names, const Prepare& prepare,
+           const std::vector<std::string>& attributes)
+      : store_(store), names_(names), prepare_(prepare), attributes_(attributes) {}
+
+  [[nodiscard]] std::size_t count() const override { return names_.size(); }
+  [[nodiscard]] std::string NameOf(std::size_t at) const override { return names_[at]; }
+  [[nodiscard]] StoreStatus Read(std::size_t begin, std::size_t end) override {
+    objects_.clear();
+    std::vector<std::string> dns;
+    for (std::size_t at = begin; at < end; ++at) {
+      objects_.push_back({.at = at});
+      if (!names_[at].empty()) dns.push_back(names_[at]);
+    }
+    begin_ = begin;
+    std::size_t at = begin;
+    const auto skip_unnamed = [&] {
+      while (at < end && names_[at].empty()) ++at;
+    };
+    skip_unnamed();
+    StoreStatus status = store_.ReadMany(dns, [&](StoreStatus read, ldap::Entry entry) {
+      objects_[at - begin].status = std::move(read);
+      objects_[at - begin].entry = std::move(entry);
+      ++at;
+      skip_unnamed();
+      return true;
+    });
+    for (; !status.Ok() && at < end; ++at) objects_[at - begin].status = status;
+    return status;
+  }
+  [[nodiscard]] Prepared PrepareOne(std::size_t at) override {
+    return prepare_(std::move(objects_[at - begin_]));
+  }
+
+ private:
+  ldap::IDirectoryStore& store_;
+  std::span<const std::string> names_;
+  const Prepare& prepare_;
+  const std::vector<std::string>& attributes_;
+  /// What was read last, from which object on.
+  std::vector<ReadObject> objects_;
+  std::size_t begin_ = 0;
+};
+
+class KnownWork final : public IWork {
+ public:
+  explicit KnownWork(std::span<const Change> changes) : changes_(changes) {}
+
+  [[nodiscard]] std::size_t count() const override { return changes_.size(); }
+  [[nodiscard]] std::string NameOf(std::size_t at) const override { return changes_[at].dn; }
+  [[nodiscard]] StoreStatus Read(std::size_t /*begin*/, std::size_t /*end*/) override { return {}; }
+  [[nodiscard]] Prepared PrepareOne(std::size_t at) override { return {.change = changes_[at]}; }
+
+ private:
+  std::span<const Change> changes_;
+};
+
+}  // namespace
+
+bool Tally::IsAllDone() const {
+  const Tally& tally = *this;
+  return tally[Outcome::kRefused] + tally[Outcome::kFailed] + tally[Outcome::kUnknown] +
+             tally[Outcome::kSkipped] ==
+         0;
+}
+
+std::string Tally::Text() const {
+  std::string text;
+  for (std::size_t at = 0; at < counts_.size(); ++at) {
+    if (at > 0) text += ", ";
+    text += std::to_string(counts_.at(at)) + " ";
+    text += WordOf(static_cast<Outcome>(at));
+  }
+  return text;
+}
+
+Tally RunChanges(ldap::IDirectoryStore& store, std::span<const std::string> names,
+                 const Prepare& prepare, const RunOptions& options, const ResultSink& sink) {
+  ReadWork work(store, names, prepare, options.attributes);
+  return Run(store, work, options, sink).Do();
+}
+
+Tally RunChanges(ldap::IDirectoryStore& store, std::span<const Change> changes,
+                 const RunOptions& options, const ResultSink& sink) {
+  KnownWork work(changes);
+  return Run(store, work, options, sink).Do();
+}
+
+}  // namespace pelora::changes

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/changes/recording_directory.h"
+
+#include <utility>
+
+#include "hosts/changes/recording_memory.h"
+#include "hosts/changes/recording_store.h"
+#include "hosts/ldap/store_directory_service.h"
+
+namespace pelora::changes {
+
+class RecordingDirectory::Parts {
+ public:
+  Parts(ldap::IDirectoryStore& target, RecordingOptions options)
+      : memory(target.schema(), std::move(options.keeps)),
+        store(target, memory, options.attributes),
+        service(store, std::make_shared<ldap::StoreStatus>(),
+                {.attributes = std::move(options.attributes), .witness = &store}) {}
+
+  RecordingMemory memory;
+  RecordingStore store;
+  ldap::StoreDirectoryService service;
+};
+
+RecordingDirectory::RecordingDirectory(ldap::IDirectoryStore& store, RecordingOptions options)
+    : parts_(std::make_unique<Parts>(store, std::move(options))) {}
+
+RecordingDirectory::~RecordingDirectory() = default;
+
+HRESULT RecordingDirectory::ADsGetObject(const std::string& path, const Guid& iid,
+                                         Ref<IADs>& object) {
+  return parts_->service.ADsGetObject(path, iid, object);
+}
+
+HRESULT RecordingDirectory::ADsOpenObject(const std::string& path,
+                                          const std::optional<std::string>& user_name,
+                                          const std::optional<std::string>& password,
+                                          std::uint32_t flags, const Guid& iid, Ref<IADs>& object) {
+  return parts_->service.ADsOpenObject(path, user_name, password, flags, iid, object);
+}
+
+HRESULT RecordingDirectory::BindPaths(std::span<const std::string> paths, const Guid& iid,
+                                      std::vector<Ref<IADs>>& objects) {
+  return parts_->service.BindPaths(paths, iid, objects);
+}
+
+const ldap::StoreStatus& RecordingDirectory::last_failure() const {
+  return parts_->service.last_failure();
+}
+
+ldap::IDirectoryStore& RecordingDirectory::store() { return parts_->store; }
+
+void RecordingDirectory::Give(ldap::Entry entry) { parts_->store.Give(std::move(entry)); }
+
+std::vector<Change> RecordingDirectory::TakeRecorded() { return parts_->memory.Unwritten(); }
+
+bool RecordingDirectory::HasRecorded() const { return parts_->memory.HasUnwritten(); }
+
+void RecordingDirectory::Settle(const Change& change, const Result& result) {
+  parts_->store.TakeBack(change.dn);
+  parts_->memory.Settle(change, result);
+}
+
+void RecordingDirectory::AcceptAsSeen(const Result& result) { parts_->memory.AcceptAsSeen(result); }
+
+void RecordingDirectory::Forget(const std::string& dn) {
+  parts_->store.TakeBack(dn);
+  parts_->memory.Forget(dn);
+}
+
+}  // namespace pelora::changes

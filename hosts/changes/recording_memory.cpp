@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/changes/recording_memory.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "directory/ascii_case.h"
+#include "hosts/ldap/case_fold.h"
+
+namespace pelora::changes {
+namespace {
+
+using Operation = ldap::Modification::Operation;
+
+/// What a staged operation makes of the values that were seen.
+AttributeValues Wanted(ldap::Syntax syntax, const ldap::Modification& staged,
+                       const AttributeValues& seen) {
+  switch (staged.operation) {
+    case Operation::kReplace:
+      return staged.values;
+    case Operation::kAdd: {
+      AttributeValues wanted = seen;
+      std::ranges::move(Without(syntax, staged.values, seen), std::back_inserter(wanted));
+      return wanted;
+    }
+    case Operation::kDelete:
+      return staged.values.empty() ? AttributeValues() : Without(syntax, seen, staged.values);
+  }
+  return staged.values;
+}
+
+Change AdditionOf(const ldap::Entry& entry) {
+  Change change{.kind = Change::Kind::kAdd, .dn = entry.dn, .attributes = {}};
+  for (const auto& [name, values] : entry.attributes) {
+    change.attributes.push_back({.attribute = name, .wanted = values});
+  }
+  return change;
+}
+
+void EraseNamed(std::vector<ValueChange>& changes, std::string_view attribute) {
+  std::erase_if(changes, [&](const ValueChange& change) {
+    return EqualsWithoutCase(change.attribute, attribute);
+  });
+}
+
+}  // namespace
+
+RecordingMemory::RecordingMemory(const ldap::Schema& schema, Keeps keeps)
+    : schema_(schema), keeps_(std::move(keeps)) {}
+
+void RecordingMemory::NoteRead(const std::string& dn, std::span<const std::string> attributes,
+                               const ldap::AttributeMap& values) {
+  Object& object = At(dn);
+  if (attributes.empty()) {
+    object.read = values;
+    object.is_read_whole = true;
+    return;
+  }
+  for (const std::string& name : attributes) {
+    const auto found = values.find(name);
+    object.read.insert_or_assign(name, found == values.end() ? AttributeValues() : found->second);
+  }
+}
+
+void RecordingMemory::NoteTold(const std::string& dn, std::string_view attribute,
+                               const AttributeValues& values) {
+  At(dn).told.insert_or_assign(std::string(attribute), values);
+}
+
+std::vector<std::string> RecordingMemory::Unknown(
+    const std::string& dn, std::span<const ldap::Modification> staged) const {
+  const Object* const object = Find(dn);
+  std::vector<std::string> names;
+  if (object != nullptr && (object->is_read_whole || object->added)) return names;
+  for (const ldap::Modification& change : staged) {
+    const bool is_known = object != nullptr && (object->told.contains(change.attribute) ||
+                                                object->read.contains(change.attribute));
+    if (!is_known && IsKept(change.attribute)) names.push_back(change.attribute);
+  }
+  return names;
+}
+
+void RecordingMemory::Record(const std::string& dn, std::span<const ldap::Modification> staged) {
+  Object& object = At(dn);
+  for (const ldap::Modification& modification : staged) {
+    if (!IsKept(modification.attribute)) continue;
+    ValueChange change = ChangeOf(object, modification);
+    if (object.added) {
+      object.added->attributes.insert_or_assign(change.attribute, std::move(change.wanted));
+      continue;
+    }
+    const ldap::Syntax syntax = SyntaxOf(schema_, change.attribute);
+    const bool changes_something = !AreSameValues(syntax, change.seen, change.wanted);
+    Stage(object, std::move(change), changes_something);
+  }
+  Enlist(object);
+}
+
+void RecordingMemory::RecordAdd(const ldap::Entry& entry) {
+  Object& object = At(entry.dn);
+  object.added = entry;
+  object.unwritten.clear();
+  Enlist(object);
+}
+
+const ldap::Entry* RecordingMemory::Added(const std::string& dn) const {
+  const Object* const object = Find(dn);
+  return object != nullptr && object->added ? &*object->added : nullptr;
+}
+
+std::vector<Change> RecordingMemory::Unwritten() const {
+  std::vector<Change> changes;
+  for (const auto& [place, key] : unwritten_) {
+    const Object& object = objects_.at(key);
+    changes.push_back(object.added ? AdditionOf(*object.added)
+                                   : Change{.kind = Change::Kind::kModify,
+                                            .dn = object.dn,
+                                            .attributes = object.unwritten});
+  }
+  return changes;
+}
+
+void RecordingMemory::Settle(const Change& change, const Result& result) {
+  if (!result.IsDone()) return;
+  Object& object = At(change.dn);
+  if (change.kind == Change::Kind::kAdd) object.added.reset();
+  for (const ValueChange& value : change.attributes) {
+    object.told.insert_or_assign(value.attribute, value.wanted);
+    const auto left = std::ranges::find_if(object.unwritten, [&](const ValueChange& unwritten) {
+      return EqualsWithoutCase(unwritten.attribute, value.attribute);
+    });
+    if (left == object.unwritten.end()) continue;
+    // Staged again while the change was under way, it starts from what was written.
+    const ldap::Syntax syntax = SyntaxOf(schema_, value.attribute);
+    left->seen = value.wanted;
+    if (AreSameValues(syntax, left->seen, left->wanted)) object.unwritten.erase(left);
+  }
+  Enlist(object);
+}
+
+void RecordingMemory::AcceptAsSeen(const Result& result) {
+  Object& object = At(result.dn);
+  for (const Conflict& conflict : result.conflicts) {
+    object.told.insert_or_assign(conflict.attribute, conflict.there);
+    for (ValueChange& value : object.unwritten) {
+      if (EqualsWithoutCase(value.attribute, conflict.attribute)) value.seen = conflict.there;
+    }
+  }
+}
+
+void RecordingMemory::Forget(const std::string& dn) {
+  const auto found = objects_.find(ldap::FoldCase(dn));
+  if (found == objects_.end()) return;
+  if (found->second.place) unwritten_.erase(*found->second.place);
+  objects_.erase(found);
+}
+
+const RecordingMemory::Object* RecordingMemory::Find(const std::string& dn) const {
+  const auto found = objects_.find(ldap::FoldCase(dn));
+  return found == objects_.end() ? nullptr : &found->second;
+}
+
+RecordingMemory::Object& RecordingMemory::At(const std::string& dn) {
+  Object& object = objects_[ldap::FoldCase(dn)];
+  if (object.dn.empty()) object.dn = dn;
+  return object;
+}
+
+bool RecordingMemory::IsKept(std::string_view attribute) const {
+  return !keeps_ || keeps_(attribute);
+}
+
+ValueChange RecordingMemory::ChangeOf(const Object& object,
+                                      const ldap::Modification& staged) const {
+  ValueChange change{.attribute = schema_.SpellingOf(staged.attribute)};
+  const std::optional<ldap::AttributeType> type = schema_.Find(staged.attribute);
+  change.is_list = type && !type->is_single_valued;
+  if (object.added) {
+    const auto given = object.added->attributes.find(staged.attribute);
+    if (given != object.added->attributes.end()) change.seen = given->second;
+  } else if (const auto told = object.told.find(staged.attribute); told != object.told.end()) {
+    change.seen = told->second;
+  } else if (const auto read = object.read.find(staged.attribute); read != object.read.end()) {
+    change.seen = read->second;
+  }
+  change.wanted = Wanted(SyntaxOf(schema_, staged.attribute), staged, change.seen);
+  return change;
+}
+
+void RecordingMemory::Stage(Object& object, ValueChange change, bool changes_something) {
+  EraseNamed(object.unwritten, change.attribute);
+  if (changes_something) object.unwritten.push_back(std::move(change));
+}
+
+void RecordingMemory::Enlist(Object& object) {
+  const bool is_unwritten = object.added || !object.unwritten.empty();
+  if (is_unwritten == object.place.has_value()) return;
+  if (is_unwritten) {
+    object.place = next_place_++;
+    unwritten_.emplace(*object.place, ldap::FoldCase(object.dn));
+  } else {
+    unwritten_.erase(*object.place);
+    object.place.reset();
+  }
+}
+
+}  // namespace pelora::changes

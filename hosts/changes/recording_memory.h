@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/changes/change.h"
+#include "hosts/changes/result.h"
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::changes {
+
+/// What pages have been told of objects and what they staged, by the objects' names: the memory of
+/// a `RecordingDirectory`, which says what the rules are. It asks no directory.
+class RecordingMemory {
+ public:
+  using Keeps = std::function<bool(std::string_view attribute)>;
+
+  /// `schema` outlives it.
+  RecordingMemory(const ldap::Schema& schema, Keeps keeps);
+
+  /// Something was read of an object: the attributes named, or all of it when none is.
+  void NoteRead(const std::string& dn, std::span<const std::string> attributes,
+                const ldap::AttributeMap& values);
+  /// A page was told these values.
+  void NoteTold(const std::string& dn, std::string_view attribute, const AttributeValues& values);
+
+  /// Those of the staged attributes of which nothing is known yet: to be read before `Record`.
+  [[nodiscard]] std::vector<std::string> Unknown(const std::string& dn,
+                                                 std::span<const ldap::Modification> staged) const;
+  void Record(const std::string& dn, std::span<const ldap::Modification> staged);
+  void RecordAdd(const ldap::Entry& entry);
+
+  /// The object whose addition is recorded and not settled; null when there is none.
+  [[nodiscard]] const ldap::Entry* Added(const std::string& dn) const;
+
+  [[nodiscard]] std::vector<Change> Unwritten() const;
+  [[nodiscard]] bool HasUnwritten() const { return !unwritten_.empty(); }
+  void Settle(const Change& change, const Result& result);
+  void AcceptAsSeen(const Result& result);
+  void Forget(const std::string& dn);
+
+ private:
+  struct Object {
+    std::string dn;
+    /// What was read last and what a page was told last; no values: not set.
+    ldap::AttributeMap read;
+    ldap::AttributeMap told;
+    bool is_read_whole = false;
+    /// What is not written yet, and its place among the objects of which something is not.
+    std::vector<ValueChange> unwritten;
+    std::optional<ldap::Entry> added;
+    std::optional<std::size_t> place;
+  };
+
+  [[nodiscard]] const Object* Find(const std::string& dn) const;
+  [[nodiscard]] Object& At(const std::string& dn);
+  [[nodiscard]] bool IsKept(std::string_view attribute) const;
+  [[nodiscard]] ValueChange ChangeOf(const Object& object, const ldap::Modification& staged) const;
+  static void Stage(Object& object, ValueChange change, bool changes_something);
+  void Enlist(Object& object);
+
+  const ldap::Schema& schema_;
+  Keeps keeps_;
+  std::map<std::string, Object> objects_;
+  /// Places, in the order in which the objects were recorded, and the objects' keys.
+  std::map<std::size_t, std::string> unwritten_;
+  std::size_t next_place_ = 0;
+};
+
+}  // namespace pelora::changes

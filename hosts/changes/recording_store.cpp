@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/changes/recording_store.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "hosts/ldap/case_fold.h"
+#include "hosts/ldap/ldap_status.h"
+
+namespace pelora::changes {
+namespace {
+
+/// The attributes that are asked for; all when none is named.
+ldap::Entry PartOf(const ldap::Entry& entry, std::span<const std::string> attributes) {
+  if (attributes.empty()) return entry;
+  ldap::Entry part{.dn = entry.dn, .attributes = {}};
+  for (const std::string& name : attributes) {
+    const auto found = entry.attributes.find(name);
+    if (found != entry.attributes.end()) part.attributes.insert(*found);
+  }
+  return part;
+}
+
+ldap::StoreStatus NotRecorded() {
+  return {ldap::kLdapUnwillingToPerform, "what pages stage is recorded, and nothing else"};
+}
+
+}  // namespace
+
+RecordingStore::RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
+                               std::vector<std::string> attributes)
+    : target_(target), memory_(memory), bindings_{.attributes = std::move(attributes)} {}
+
+void RecordingStore::Give(ldap::Entry entry) {
+  std::string key = ldap::FoldCase(entry.dn);
+  given_.insert_or_assign(std::move(key), std::move(entry));
+}
+
+void RecordingStore::TakeBack(const std::string& dn) { given_.erase(ldap::FoldCase(dn)); }
+
+const ldap::Entry* RecordingStore::AtHand(const std::string& dn,
+                                          std::span<const std::string> attributes) const {
+  if (const ldap::Entry* const added = memory_.Added(dn)) return added;
+  const auto found = given_.find(ldap::FoldCase(dn));
+  const bool is_enough = std::ranges::all_of(
+      attributes, [&](const std::string& name) { return bindings_.Covers(name); });
+  return found != given_.end() && is_enough ? &found->second : nullptr;
+}
+
+ldap::StoreStatus RecordingStore::Read(const std::string& dn,
+                                       std::span<const std::string> attributes,
+                                       ldap::Entry& entry) {
+  if (const ldap::Entry* const at_hand = AtHand(dn, attributes)) {
+    entry = PartOf(*at_hand, attributes);
+  } else if (ldap::StoreStatus status = target_.Read(dn, attributes, entry); !status.Ok()) {
+    return status;
+  }
+  memory_.NoteRead(dn, attributes, entry.attributes);
+  return {};
+}
+
+ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
+                                           const ldap::ReadSink& sink) {
+  // As many as follow each other and are not at hand are asked for together.
+  while (!dns.empty()) {
+    std::size_t count = 0;
+    while (count < dns.size() && AtHand(dns[count], bindings_.attributes) == nullptr) ++count;
+    bool goes_on = true;
+    std::size_t at = 0;
+    ldap::StoreStatus status =
+        target_.ReadMany(dns.first(count), [&](ldap::StoreStatus read, ldap::Entry entry) {
+          if (read.Ok()) memory_.NoteRead(dns[at], bindings_.attributes, entry.attributes);
+          ++at;
+          goes_on = sink(std::move(read), std::move(entry));
+          return goes_on;
+        });
+    if (!status.Ok() || !goes_on) return status;
+    dns = dns.subspan(count);
+    if (dns.empty()) break;
+    ldap::Entry entry;
+    status = Read(dns.front(), bindings_.attributes, entry);
+    if (!sink(std::move(status), std::move(entry))) break;
+    dns = dns.subspan(1);
+  }
+  return {};
+}
+
+ldap::StoreStatus RecordingStore::Modify(const std::string& dn,
+                                         std::span<const ldap::Modification> modifications) {
+  const std::vector<std::string> unknown = memory_.Unknown(dn, modifications);
+  if (!unknown.empty()) {
+    ldap::Entry entry;
+    ldap::StoreStatus status = Read(dn, unknown, entry);
+    if (!status.Ok()) return status;
+  }
+  memory_.Record(dn, modifications);
+  return {};
+}
+
+ldap::StoreStatus RecordingStore::ModifyStrictly(
+    const std::string& /*dn*/, std::span<const ldap::Modification> /*modifications*/) {
+  return NotRecorded();
+}
+
+ldap::StoreStatus RecordingStore::Add(const ldap::Entry& entry) {
+  memory_.RecordAdd(entry);
+  return {};
+}
+
+ldap::StoreStatus RecordingStore::Delete(const ldap::Entry& /*made*/) { return NotRecorded(); }
+
+}  // namespace pelora::changes

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "hosts/changes/recording_memory.h"
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/store_object.h"
+
+namespace pelora::changes {
+
+/// A store as a recording sees it: what is read goes through and is remembered, what is written is
+/// recorded and goes nowhere.
+class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReadingWitness {
+ public:
+  /// Both outlive it. `attributes` are those that bindings read; none: all.
+  RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
+                 std::vector<std::string> attributes);
+
+  /// Answers readings of this object from now on, as far as they ask for what bindings read.
+  void Give(ldap::Entry entry);
+  void TakeBack(const std::string& dn);
+
+  void OnTold(const std::string& dn, std::string_view attribute,
+              const AttributeValues& values) override {
+    memory_.NoteTold(dn, attribute, values);
+  }
+
+  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
+  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
+  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                         ldap::Entry& entry) override;
+  ldap::StoreStatus ReadMany(std::span<const std::string> dns, const ldap::ReadSink& sink) override;
+  ldap::StoreStatus Search(const ldap::SearchRequest& request,
+                           const ldap::EntrySink& sink) override {
+    return target_.Search(request, sink);
+  }
+  ldap::StoreStatus Modify(const std::string& dn,
+                           std::span<const ldap::Modification> modifications) override;
+  ldap::StoreStatus ModifyStrictly(const std::string& dn,
+                                   std::span<const ldap::Modification> modifications) override;
+  ldap::StoreStatus Add(const ldap::Entry& entry) override;
+  ldap::StoreStatus Delete(const ldap::Entry& made) override;
+  void StopOn(const std::stop_token& stop) override { target_.StopOn(stop); }
+  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
+
+ private:
+  /// What is at hand of an object; null when the store has to be asked.
+  [[nodiscard]] const ldap::Entry* AtHand(const std::string& dn,
+                                          std::span<const std::string> attributes) const;
+
+  ldap::IDirectoryStore& target_;
+  RecordingMemory& memory_;
+  ldap::BindingOptions bindings_;
+  std::map<std::string, ldap::Entry> given_;
+};
+
+}  // namespace pelora::changes

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/as_made.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+#include <string>
+
+#include "directory/ascii_case.h"
+#include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/value_equality.h"
+
+namespace pelora::ldap {
+namespace {
+
+constexpr auto kOwnDoing =
+    std::to_array<std::string_view>({"objectClass", "name", "distinguishedName"});
+
+/// A directory completes the classes of what it is given.
+bool IsCompleted(std::string_view attribute) { return EqualsWithoutCase(attribute, "objectClass"); }
+
+std::set<std::string> KeysOf(Syntax syntax, const AttributeValues& values) {
+  std::set<std::string> keys;
+  for (const std::string& value : values) keys.insert(EditingKey(syntax, value));
+  return keys;
+}
+
+}  // namespace
+
+StoreStatus CheckKept(const Schema& schema, const Entry& made, const Entry& now) {
+  for (const auto& [name, values] : made.attributes) {
+    if (IsCompleted(name)) continue;
+    const std::optional<AttributeType> type = schema.Find(name);
+    const Syntax syntax = type ? type->syntax : Syntax::kString;
+    const auto held = now.attributes.find(name);
+    const AttributeValues there = held == now.attributes.end() ? AttributeValues() : held->second;
+    if (KeysOf(syntax, there) != KeysOf(syntax, values)) {
+      return {kLdapAssertionFailed,
+              "attribute '" + name + "' was changed since the object was made"};
+    }
+  }
+  return {};
+}
+
+StoreStatus CheckNothingNew(const Entry& made, const Entry& now, std::string_view naming) {
+  for (const auto& [name, values] : now.attributes) {
+    const bool is_own = EqualsWithoutCase(name, naming) ||
+                        std::ranges::any_of(kOwnDoing, [&name](std::string_view own) {
+                          return EqualsWithoutCase(name, own);
+                        });
+    if (!is_own && !made.attributes.contains(name)) {
+      return {kLdapAssertionFailed, "attribute '" + name + "' was set since the object was made"};
+    }
+  }
+  return {};
+}
+
+}  // namespace pelora::ldap

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/ldb_changes.h"
+
+#include <utility>
+#include <vector>
+
+#include "hosts/ldap/as_made.h"
+#include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/new_entry.h"
+
+namespace pelora::ldap {
+
+LdbChanges::LdbChanges(const LdbConnection& connection, const Schema& schema, const Entry& root)
+    : connection_(connection),
+      schema_(schema),
+      root_(root),
+      rules_(schema_, [this](const std::string& name) { return connection_.IsName(name); }) {}
+
+StoreStatus LdbChanges::Modify(const std::string& dn, std::span<const Modification> modifications,
+                               ModifyWay way, Effect& effect) const {
+  Entry before;
+  StoreStatus status = connection_.Read(dn, {}, before);
+  if (!status.Ok()) return status;
+  AttributeMap changed;
+  status = rules_.Apply(before, modifications, changed, way);
+  if (!status.Ok() || changed.empty()) return status;
+  return Written(connection_.Replace(dn, changed), effect);
+}
+
+StoreStatus LdbChanges::Add(Entry entry, Effect& effect) const {
+  Entry parent;
+  StoreStatus status = connection_.Read(connection_.ParentName(entry.dn), {}, parent);
+  CompleteClasses(entry);
+  if (status.Ok()) status = CompleteNewEntry(connection_, schema_, entry);
+  if (status.Ok()) status = rules_.CheckNew(entry);
+  if (status.Ok()) status = CheckAccountName(entry);
+  if (!status.Ok()) return status;
+  return Written(connection_.Add(entry), effect);
+}
+
+StoreStatus LdbChanges::Delete(const Entry& made, Effect& effect) const {
+  Entry now;
+  StoreStatus status = connection_.Read(made.dn, {}, now);
+  if (status.Ok()) status = CheckKept(schema_, made, now);
+  if (status.Ok()) {
+    status = CheckNothingNew(made, now, connection_.NamingAttributeOf(made.dn).attribute);
+  }
+  if (status.Ok()) status = CheckLeaf(made.dn);
+  if (!status.Ok()) return status;
+  return Written(connection_.Delete(made.dn), effect);
+}
+
+StoreStatus LdbChanges::CheckAccountName(const Entry& entry) const {
+  const auto name = entry.attributes.find("sAMAccountName");
+  const auto base = root_.attributes.find("defaultNamingContext");
+  const bool is_account = name != entry.attributes.end() && !name->second.empty();
+  if (!is_account || base == root_.attributes.end()) return {};
+  std::vector<Entry> others;
+  StoreStatus status = connection_.Search(
+      {.base = base->second.front(),
+       .scope = SearchScope::kSubtree,
+       .filter = "(sAMAccountName=" + connection_.FilterValue(name->second.front()) + ")",
+       .attributes = {"sAMAccountName"}},
+      others);
+  if (status.Ok() && !others.empty()) {
+    return {kLdapAlreadyExists, "the account name is in use by " + others.front().dn};
+  }
+  return status;
+}
+
+StoreStatus LdbChanges::CheckLeaf(const std::string& dn) const {
+  std::vector<Entry> children;
+  StoreStatus status = connection_.Search({.base = dn,
+                                           .scope = SearchScope::kOneLevel,
+                                           .filter = "(distinguishedName=*)",
+                                           .attributes = {"objectClass"}},
+                                          children);
+  if (status.Ok() && !children.empty()) {
+    return {kLdapNotAllowedOnNonLeaf, "other objects lie below it"};
+  }
+  return status;
+}
+
+StoreStatus LdbChanges::Written(StoreStatus status, Effect& effect) {
+  (status.Ok() ? effect.has_changes : effect.is_damaged) = true;
+  return status;
+}
+
+}  // namespace pelora::ldap

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "hosts/changes/change.h"
+#include "hosts/changes/change_log.h"
+#include "hosts/changes/result.h"
+#include "hosts/ldap/directory_store.h"
+#include "tests/unit/ldb_bench.h"
+
+namespace pelora::changes {
+
+using ldap::Entry;
+using ldap::IDirectoryStore;
+using ldap::StoreStatus;
+
+/// A change of one attribute.
+[[nodiscard]] inline Change MakeChange(const std::string& dn, ValueChange value) {
+  return {.kind = Change::Kind::kModify, .dn = dn, .attributes = {std::move(value)}};
+}
+
+/// A log in memory.
+class MemoryLog final : public IChangeLog {
+ public:
+  std::vector<Change> notes;
+  std::vector<NoteId> withdrawn;
+  /// What the next notes answer instead of being taken, unless it is a success.
+  StoreStatus failure;
+
+  [[nodiscard]] StoreStatus Note(std::span<const Change> changes, NoteId& first) override {
+    if (!failure.Ok()) return failure;
+    first = notes.size();
+    notes.insert(notes.end(), changes.begin(), changes.end());
+    return {};
+  }
+  void Withdraw(NoteId note) override { withdrawn.push_back(note); }
+};
+
+/// Forwards to a store, and lets a test come in between or answer instead.
+class InterruptedStore final : public IDirectoryStore {
+ public:
+  explicit InterruptedStore(IDirectoryStore& target) : target_(target) {}
+
+  /// Called before every strict modification; may give what is answered instead of doing it.
+  std::function<std::optional<StoreStatus>(std::size_t count)> before_write;
+  /// Called before every reading of one object.
+  std::function<std::optional<StoreStatus>()> before_read;
+  std::size_t writes = 0;
+  std::size_t reads = 0;
+
+  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
+  StoreStatus ReadRoot(Entry& root) override { return target_.ReadRoot(root); }
+  StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                   Entry& entry) override {
+    ++reads;
+    if (before_read) {
+      if (std::optional<StoreStatus> answer = before_read()) return *answer;
+    }
+    return target_.Read(dn, attributes, entry);
+  }
+  StoreStatus Search(const ldap::SearchRequest& request, const ldap::EntrySink& sink) override {
+    return target_.Search(request, sink);
+  }
+  StoreStatus Modify(const std::string& dn,
+                     std::span<const ldap::Modification> modifications) override {
+    return target_.Modify(dn, modifications);
+  }
+  StoreStatus ModifyStrictly(const std::string& dn,
+                             std::span<const ldap::Modification> modifications) override {
+    const std::size_t count = writes++;
+    if (before_write) {
+      if (std::optional<StoreStatus> answer = before_write(count)) return *answer;
+    }
+    return target_.ModifyStrictly(dn, modifications);
+  }
+  StoreStatus Add(const Entry& entry) override { return target_.Add(entry); }
+  StoreStatus Delete(const Entry& made) override { return target_.Delete(made); }
+
+ private:
+  IDirectoryStore& target_;
+};
+
+/// The sample company in a file, open.
+class ChangesBench : public ldap::LdbBench {
+ protected:
+  void Store(const std::string& attribute, const AttributeValues& values) {
+    const StoreStatus status = Replace(*store_, kUser, attribute, values);
+    ASSERT_TRUE(status.Ok()) << status.text;
+  }
+  [[nodiscard]] AttributeValues Stored(const std::string& attribute) {
+    return Read(*store_, kUser, attribute);
+  }
+
+  std::unique_ptr<IDirectoryStore> store_ = Open();
+  InterruptedStore interrupted_{*store_};
+  MemoryLog log_;
+};
+
+}  // namespace pelora::changes
