@@ -3,16 +3,12 @@
 
 #include <utility>
 
+#include "hosts/ldap/entry_values.h"
+
 namespace pelora::changes {
 namespace {
 
 using Operation = ldap::Modification::Operation;
-
-const AttributeValues& ValuesOf(const ldap::Entry& entry, const std::string& attribute) {
-  static const AttributeValues kNone;
-  const auto found = entry.attributes.find(attribute);
-  return found == entry.attributes.end() ? kNone : found->second;
-}
 
 /// What is left of a list's change: a set is not in conflict, it only has been changed already.
 ValueChange RestOfList(ldap::Syntax syntax, const ValueChange& value,
@@ -47,7 +43,7 @@ Standing StandingOf(const ldap::Schema& schema, const Change& change, const ldap
                     .rest = {.kind = change.kind, .dn = change.dn, .attributes = {}}};
   for (const ValueChange& value : change.attributes) {
     const ldap::Syntax syntax = SyntaxOf(schema, value.attribute);
-    const AttributeValues& now = ValuesOf(there, value.attribute);
+    const AttributeValues& now = ldap::ValuesOf(there, value.attribute);
     if (value.is_list) {
       ValueChange rest = RestOfList(syntax, value, now);
       const std::size_t left = rest.seen.size() + rest.wanted.size();

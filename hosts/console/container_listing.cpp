@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "hosts/console/object_list_pane.h"
+#include "hosts/console/qt_text.h"
 
 namespace pelora::console {
 
@@ -18,7 +19,7 @@ void ContainerListing::SetReader(DirectoryReader* reader) {
   Enter(State::kWhole);
 }
 
-void ContainerListing::Show(ListRequest request) {
+void ContainerListing::Show(session::ListRequest request) {
   if (request == request_) return Refresh();
   request_ = std::move(request);
   list_.SetObjects({});
@@ -44,12 +45,14 @@ void ContainerListing::Start(bool at_once) {
   arrived_count_ = 0;
   reading_ = reader_->Start(
       request_,
-      [this, at_once](std::vector<DirectoryObject> objects) { Take(std::move(objects), at_once); },
-      [this, at_once](const SearchEnd& end) { Finish(end, at_once); });
+      [this, at_once](std::vector<session::DirectoryObject> objects) {
+        Take(std::move(objects), at_once);
+      },
+      [this, at_once](const session::SearchEnd& end) { Finish(end, at_once); });
   Enter(State::kReading);
 }
 
-void ContainerListing::Take(std::vector<DirectoryObject> objects, bool at_once) {
+void ContainerListing::Take(std::vector<session::DirectoryObject> objects, bool at_once) {
   arrived_count_ += objects.size();
   if (at_once) {
     list_.AddObjects(std::move(objects));
@@ -59,14 +62,14 @@ void ContainerListing::Take(std::vector<DirectoryObject> objects, bool at_once) 
   Enter(State::kReading);
 }
 
-void ContainerListing::Finish(const SearchEnd& end, bool at_once) {
-  using enum SearchEnd::Reason;
+void ContainerListing::Finish(const session::SearchEnd& end, bool at_once) {
+  using enum session::SearchEnd::Reason;
   const bool is_usable = end.reason == kComplete || end.reason == kDirectoryLimit;
   if (!at_once && is_usable) list_.SetObjects(std::exchange(arrived_, {}));
   Enter(end.reason == kComplete         ? State::kWhole
         : end.reason == kDirectoryLimit ? State::kCutShort
                                         : State::kFailed);
-  if (end.reason == kFailed && on_failed) on_failed(end.text);
+  if (end.reason == kFailed && on_failed) on_failed(ToQString(end.text));
 }
 
 void ContainerListing::Enter(State state) {

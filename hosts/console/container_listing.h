@@ -24,7 +24,7 @@ class ContainerListing final {
   void SetReader(DirectoryReader* reader);
 
   /// Lists a container: the list is emptied and fills. One that is shown already is refreshed.
-  void Show(ListRequest request);
+  void Show(session::ListRequest request);
   /// Lists the container again. What the list shows stays until everything has arrived; selected
   /// objects stay selected.
   void Refresh();
@@ -41,17 +41,17 @@ class ContainerListing final {
 
  private:
   void Start(bool at_once);
-  void Take(std::vector<DirectoryObject> objects, bool at_once);
-  void Finish(const SearchEnd& end, bool at_once);
+  void Take(std::vector<session::DirectoryObject> objects, bool at_once);
+  void Finish(const session::SearchEnd& end, bool at_once);
   void Enter(State state);
 
   ObjectListPane& list_;
   DirectoryReader* reader_ = nullptr;
-  ListRequest request_;
+  session::ListRequest request_;
   State state_ = State::kWhole;
   std::size_t arrived_count_ = 0;
   /// Of a refresh under way.
-  std::vector<DirectoryObject> arrived_;
+  std::vector<session::DirectoryObject> arrived_;
   DirectoryReader::Reading reading_;
 };
 

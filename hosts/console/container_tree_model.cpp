@@ -7,6 +7,7 @@
 
 #include "hosts/console/collation.h"
 #include "hosts/console/object_icons.h"
+#include "hosts/console/qt_text.h"
 
 namespace pelora::console {
 
@@ -17,13 +18,18 @@ struct ContainerTreeModel::Node {
     IndexSink sink;
   };
 
-  DirectoryObject object;
-  Node* parent = nullptr;
+  explicit Node(session::DirectoryObject of, Node* above = nullptr)
+      : object(std::move(of)), name(ToQString(object.name)), parent(above) {}
+
+  session::DirectoryObject object;
+  /// As the tree shows it.
+  QString name;
+  Node* parent;
   int row = 0;
   bool is_read = false;
   std::vector<std::unique_ptr<Node>> children;
   /// Found by the reading under way.
-  std::vector<DirectoryObject> arrived;
+  std::vector<session::DirectoryObject> arrived;
   std::vector<Wait> waits;
   /// Last: what it tells of must not be told when the rest is gone.
   DirectoryReader::Reading reading;
@@ -34,11 +40,11 @@ struct ContainerTreeModel::Node {
   }
 };
 
-ContainerTreeModel::ContainerTreeModel(DirectoryReader& reader, DirectoryObject base,
+ContainerTreeModel::ContainerTreeModel(DirectoryReader& reader, session::DirectoryObject base,
                                        FailureSink on_failure)
-    : reader_(reader), on_failure_(std::move(on_failure)), base_(std::make_unique<Node>()) {
-  base_->object = std::move(base);
-}
+    : reader_(reader),
+      on_failure_(std::move(on_failure)),
+      base_(std::make_unique<Node>(std::move(base))) {}
 
 ContainerTreeModel::~ContainerTreeModel() = default;
 
@@ -46,7 +52,7 @@ ContainerTreeModel::Node* ContainerTreeModel::NodeAt(const QModelIndex& index) c
   return static_cast<Node*>(index.internalPointer());
 }
 
-const DirectoryObject& ContainerTreeModel::ObjectAt(const QModelIndex& index) const {
+const session::DirectoryObject& ContainerTreeModel::ObjectAt(const QModelIndex& index) const {
   return NodeAt(index)->object;
 }
 
@@ -60,9 +66,7 @@ bool ContainerTreeModel::IsReading() const { return base_->IsReading(); }
 
 void ContainerTreeModel::Reload() {
   beginResetModel();
-  DirectoryObject object = std::move(base_->object);
-  base_ = std::make_unique<Node>();
-  base_->object = std::move(object);
+  base_ = std::make_unique<Node>(std::move(base_->object));
   endResetModel();
 }
 
@@ -102,16 +106,16 @@ int ContainerTreeModel::columnCount(const QModelIndex& /*parent*/) const { retur
 
 QVariant ContainerTreeModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const DirectoryObject& object = ObjectAt(index);
+  const session::DirectoryObject& object = ObjectAt(index);
   switch (role) {
     case Qt::DisplayRole:
-      return object.name;
+      return NodeAt(index)->name;
     case Qt::DecorationRole:
       return IconOf(object.kind.icon);
     case Qt::ToolTipRole:
-      return object.description;
+      return ToQString(object.description);
     case Qt::AccessibleDescriptionRole:
-      return object.kind.type_text;
+      return ToQString(object.kind.type_text);
     default:
       return {};
   }
@@ -137,46 +141,45 @@ void ContainerTreeModel::Read(Node* node) {
   node->arrived.clear();
   node->reading = reader_.Start(
       {.container = node->object.dn, .containers_only = true, .advanced = advanced_},
-      [node](std::vector<DirectoryObject> objects) {
+      [node](std::vector<session::DirectoryObject> objects) {
         std::ranges::move(objects, std::back_inserter(node->arrived));
       },
-      [this, node](const SearchEnd& end) { Finish(node, end); });
+      [this, node](const session::SearchEnd& end) { Finish(node, end); });
 }
 
-void ContainerTreeModel::Finish(Node* node, const SearchEnd& end) {
+void ContainerTreeModel::Finish(Node* node, const session::SearchEnd& end) {
   // What there is of a failed reading is not shown: nobody could tell what is missing.
-  node->is_read = end.reason != SearchEnd::Reason::kFailed;
+  node->is_read = end.reason != session::SearchEnd::Reason::kFailed;
   if (node->is_read) Insert(node);
   node->arrived.clear();
-  const DirectoryObject object = node->object;
+  const session::DirectoryObject object = node->object;
   for (const Node::Wait& wait : std::exchange(node->waits, {})) {
     wait.sink(ChildIndex(*node, wait.dn));
   }
-  if (end.reason == SearchEnd::Reason::kFailed) on_failure_(object, end.text);
-  if (end.reason == SearchEnd::Reason::kDirectoryLimit) {
+  if (end.reason == session::SearchEnd::Reason::kFailed) on_failure_(object, ToQString(end.text));
+  if (end.reason == session::SearchEnd::Reason::kDirectoryLimit) {
     on_failure_(object, QStringLiteral("The directory does not give all of them."));
   }
 }
 
 void ContainerTreeModel::Insert(Node* node) {
-  const Collation order;
-  std::ranges::sort(node->arrived,
-                    [&order](const DirectoryObject& left, const DirectoryObject& right) {
-                      return order.IsBefore(left.name, right.name);
-                    });
   if (node->arrived.empty()) {
     // The view showed that it might be opened.
     Q_EMIT dataChanged(IndexOf(node), IndexOf(node));
     return;
   }
-  beginInsertRows(IndexOf(node), 0, static_cast<int>(node->arrived.size()) - 1);
-  for (DirectoryObject& object : node->arrived) {
-    auto child = std::make_unique<Node>();
-    child->object = std::move(object);
-    child->parent = node;
-    child->row = static_cast<int>(node->children.size());
-    node->children.push_back(std::move(child));
+  std::vector<std::unique_ptr<Node>> children;
+  children.reserve(node->arrived.size());
+  for (session::DirectoryObject& object : node->arrived) {
+    children.push_back(std::make_unique<Node>(std::move(object), node));
   }
+  const Collation order;
+  std::ranges::sort(children, [&order](const auto& left, const auto& right) {
+    return order.IsBefore(left->name, right->name);
+  });
+  beginInsertRows(IndexOf(node), 0, static_cast<int>(children.size()) - 1);
+  for (int row = 0; auto& child : children) child->row = row++;
+  node->children = std::move(children);
   endInsertRows();
 }
 

@@ -16,17 +16,19 @@ class ContainerTreeModel final : public QAbstractItemModel {
  public:
   /// Told of a container that could not be read, or not to its end; it is read again when it is
   /// next opened.
-  using FailureSink = std::function<void(const DirectoryObject& container, const QString& reason)>;
+  using FailureSink =
+      std::function<void(const session::DirectoryObject& container, const QString& reason)>;
 
   /// Given the row that was asked for, or none when there is no such container.
   using IndexSink = std::function<void(const QModelIndex& index)>;
 
   /// `reader` outlives the model.
-  ContainerTreeModel(DirectoryReader& reader, DirectoryObject base, FailureSink on_failure);
+  ContainerTreeModel(DirectoryReader& reader, session::DirectoryObject base,
+                     FailureSink on_failure);
   ~ContainerTreeModel() override;
 
   /// The container of a row; the index has to be valid.
-  [[nodiscard]] const DirectoryObject& ObjectAt(const QModelIndex& index) const;
+  [[nodiscard]] const session::DirectoryObject& ObjectAt(const QModelIndex& index) const;
   [[nodiscard]] QModelIndex BaseIndex() const;
   /// Forgets what was read below the base.
   void Reload();
@@ -55,7 +57,7 @@ class ContainerTreeModel final : public QAbstractItemModel {
   [[nodiscard]] QModelIndex IndexOf(Node* node) const;
   [[nodiscard]] QModelIndex ChildIndex(const Node& node, const std::string& dn) const;
   void Read(Node* node);
-  void Finish(Node* node, const SearchEnd& end);
+  void Finish(Node* node, const session::SearchEnd& end);
   void Insert(Node* node);
 
   DirectoryReader& reader_;

@@ -18,7 +18,7 @@ void DirectoryReader::Reading::Stop() { stop_.request_stop(); }
 struct DirectoryReader::Task {
   explicit Task(const std::stop_token& over) : on_over(over, [this] { stop.request_stop(); }) {}
 
-  ListRequest request;
+  session::ListRequest request;
   /// Told when nothing more of it is wanted, and when it has ended.
   std::stop_source stop;
   /// Called on the user interface's thread only.
@@ -27,21 +27,21 @@ struct DirectoryReader::Task {
 
   std::mutex mutex;
   /// Found, and not yet fetched by the user interface.
-  std::vector<DirectoryObject> found;
+  std::vector<session::DirectoryObject> found;
   bool is_announced = false;
   /// With the reader this ends too.
   std::stop_callback<std::function<void()>> on_over;
 
   [[nodiscard]] bool IsWanted() const { return !stop.stop_requested(); }
   /// Whether the other side is to be told that there is something to fetch.
-  [[nodiscard]] bool Add(DirectoryObject object) {
+  [[nodiscard]] bool Add(session::DirectoryObject object) {
     const std::lock_guard lock(mutex);
     found.push_back(std::move(object));
     return !std::exchange(is_announced, true);
   }
 
   void Deliver() {
-    std::vector<DirectoryObject> objects;
+    std::vector<session::DirectoryObject> objects;
     {
       const std::lock_guard lock(mutex);
       is_announced = false;
@@ -50,7 +50,7 @@ struct DirectoryReader::Task {
     if (IsWanted() && !objects.empty()) on_found(std::move(objects));
   }
 
-  void Finish(const SearchEnd& end) {
+  void Finish(const session::SearchEnd& end) {
     Deliver();
     if (stop.request_stop()) on_end(end);
   }
@@ -64,9 +64,9 @@ class DirectoryReader::Worker final : public QObject {
 
   void Run(const std::shared_ptr<Task>& task) {
     if (!task->IsWanted()) return;
-    const SearchEnd end = EndOf(List(task));
+    const session::SearchEnd end = session::EndOf(List(task));
     // What was stopped has not failed.
-    if (end.reason == SearchEnd::Reason::kFailed && task->IsWanted()) store_.reset();
+    if (end.reason == session::SearchEnd::Reason::kFailed && task->IsWanted()) store_.reset();
     Post([task, end] { task->Finish(end); });
   }
 
@@ -82,12 +82,12 @@ class DirectoryReader::Worker final : public QObject {
     ldap::StoreStatus status = store_ ? ldap::StoreStatus{} : opener_(store_, stop);
     if (!status.Ok()) return status;
     store_->StopOn(stop);
-    const auto take = [&](DirectoryObject object) {
+    const auto take = [&](session::DirectoryObject object) {
       // One announcement stands for all that is found until it arrives.
       if (task->Add(std::move(object))) Post([task] { task->Deliver(); });
       return task->IsWanted();
     };
-    return DirectoryBrowser(*store_).ListChildren(task->request, take);
+    return session::DirectoryBrowser(*store_).ListChildren(task->request, take);
   }
 
   QObject& receiver_;
@@ -109,7 +109,7 @@ DirectoryReader::~DirectoryReader() {
   thread_.wait();
 }
 
-DirectoryReader::Reading DirectoryReader::Start(ListRequest request, FoundSink on_found,
+DirectoryReader::Reading DirectoryReader::Start(session::ListRequest request, FoundSink on_found,
                                                 EndSink on_end) {
   auto task = std::make_shared<Task>(over_.get_token());
   task->request = std::move(request);

@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "hosts/console/directory_browser.h"
-#include "hosts/console/search_end.h"
 #include "hosts/ldap/store_opener.h"
+#include "hosts/session/directory_browser.h"
+#include "hosts/session/search_end.h"
 
 namespace pelora::console {
 
@@ -24,9 +24,9 @@ namespace pelora::console {
 /// not.
 class DirectoryReader final {
  public:
-  using FoundSink = std::function<void(std::vector<DirectoryObject> objects)>;
+  using FoundSink = std::function<void(std::vector<session::DirectoryObject> objects)>;
   /// Called once, after the last objects.
-  using EndSink = std::function<void(const SearchEnd& end)>;
+  using EndSink = std::function<void(const session::SearchEnd& end)>;
 
   /// One listing. When it is dropped nothing of it arrives any more, and it is not read on.
   class Reading final {
@@ -59,7 +59,7 @@ class DirectoryReader final {
   DirectoryReader(const DirectoryReader&) = delete;
   DirectoryReader& operator=(const DirectoryReader&) = delete;
 
-  [[nodiscard]] Reading Start(ListRequest request, FoundSink on_found, EndSink on_end);
+  [[nodiscard]] Reading Start(session::ListRequest request, FoundSink on_found, EndSink on_end);
 
  private:
   class Worker;

@@ -17,12 +17,13 @@
 #include "hosts/console/connect_dialog.h"
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
+#include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
 
 MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) {
   setWindowTitle(QStringLiteral("Pelora Console"));
-  setWindowIcon(IconOf(ObjectIcon::kDomain));
+  setWindowIcon(IconOf(session::ObjectIcon::kDomain));
   MakePanes();
   MakeActions();
   MakeNewMenu();
@@ -36,7 +37,8 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   };
   listing_->on_failed = [this](const QString& reason) {
     const QModelIndex container = tree_->currentIndex();
-    const QString name = container.isValid() ? tree_model_->ObjectAt(container).name : QString();
+    const QString name =
+        container.isValid() ? ToQString(tree_model_->ObjectAt(container).name) : QString();
     ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(name), reason);
   };
   count_ = new QLabel(this);
@@ -54,9 +56,9 @@ MainWindow::~MainWindow() {
 }
 
 bool MainWindow::OpenFile(const QString& path) {
-  SessionResult opened = OpenDirectoryFile(path);
+  session::SessionResult opened = session::OpenDirectoryFile(QFile::encodeName(path).toStdString());
   if (opened.session) return SetSession(std::move(opened.session));
-  ReportLater(QStringLiteral("The directory file cannot be opened."), opened.error);
+  ReportLater(QStringLiteral("The directory file cannot be opened."), ToQString(opened.error));
   return false;
 }
 
@@ -65,7 +67,7 @@ void MainWindow::OpenBesides(const QString& name, SessionOpening::Open open,
   StopOpening();
   opened_name_ = name;
   openings_.push_back(std::make_unique<SessionOpening>(
-      std::move(open), [this, on_shown = std::move(on_shown)](SessionResult result) {
+      std::move(open), [this, on_shown = std::move(on_shown)](session::SessionResult result) {
         FinishOpening(std::move(result), on_shown);
       }));
   UpdateActions();
@@ -79,31 +81,33 @@ bool MainWindow::IsOpening() const {
   return std::ranges::any_of(openings_, [](const auto& opening) { return opening->IsRunning(); });
 }
 
-void MainWindow::FinishOpening(SessionResult result, const std::function<void()>& on_shown) {
+void MainWindow::FinishOpening(session::SessionResult result,
+                               const std::function<void()>& on_shown) {
   if (is_creating_) {
-    const auto kept = std::make_shared<SessionResult>(std::move(result));
+    const auto kept = std::make_shared<session::SessionResult>(std::move(result));
     show_opened_ = [this, kept, on_shown] { FinishOpening(std::move(*kept), on_shown); };
     return;
   }
   if (!result.session) {
-    ReportLater(QStringLiteral("%1 cannot be opened.").arg(opened_name_), result.error);
+    ReportLater(QStringLiteral("%1 cannot be opened.").arg(opened_name_), ToQString(result.error));
   } else if (SetSession(std::move(result.session)) && on_shown) {
     on_shown();
   }
   UpdateActions();
 }
 
-bool MainWindow::SetSession(std::unique_ptr<DirectorySession> session) {
-  const DirectoryBrowser browser(*session->store);
-  DirectoryObject base;
+bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) {
+  const session::DirectoryBrowser browser(*session->store);
+  session::DirectoryObject base;
   if (const ldap::StoreStatus status = browser.ReadBase(base); !status.Ok()) {
     ReportLater(QStringLiteral("The directory cannot be read."), ToQString(status.text));
     return false;
   }
   // Only now: a directory that cannot be read costs nobody his open sheets.
   if (!sheets_.CloseAll()) return false;
-  const auto on_failure = [this](const DirectoryObject& container, const QString& reason) {
-    ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(container.name), reason);
+  const auto on_failure = [this](const session::DirectoryObject& container, const QString& reason) {
+    ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(ToQString(container.name)),
+                reason);
   };
   auto reader = std::make_unique<DirectoryReader>(session->open_another);
   auto model = std::make_unique<ContainerTreeModel>(*reader, std::move(base), on_failure);
@@ -120,15 +124,16 @@ bool MainWindow::SetSession(std::unique_ptr<DirectorySession> session) {
   session_ = std::move(session);
   connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &MainWindow::ShowContainer);
-  const QString name = session_->is_file ? QFileInfo(session_->path).fileName() : session_->path;
+  const QString path = ToQString(session_->path);
+  const QString name = session_->is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
   tree_->setCurrentIndex(tree_model_->BaseIndex());
   tree_->expand(tree_model_->BaseIndex());
   return true;
 }
 
-std::vector<DirectoryObject> MainWindow::Selection() const {
-  std::vector<DirectoryObject> selected = list_->Selection();
+std::vector<session::DirectoryObject> MainWindow::Selection() const {
+  std::vector<session::DirectoryObject> selected = list_->Selection();
   const QModelIndex container = tree_->currentIndex();
   if ((tree_used_last_ || selected.empty()) && container.isValid()) {
     return {tree_model_->ObjectAt(container)};
@@ -188,7 +193,7 @@ void MainWindow::FollowPath(const QModelIndex& container, std::vector<std::strin
 }
 
 void MainWindow::OpenSelection() {
-  const std::vector<DirectoryObject> selected = list_->Selection();
+  const std::vector<session::DirectoryObject> selected = list_->Selection();
   if (selected.size() != 1 || !selected.front().kind.is_container) {
     return properties_->isEnabled() ? ShowProperties(selected) : void();
   }
@@ -207,10 +212,10 @@ void MainWindow::GoToParent() {
   if (parent.isValid()) tree_->setCurrentIndex(parent);
 }
 
-void MainWindow::ShowProperties(std::span<const DirectoryObject> selection) {
+void MainWindow::ShowProperties(std::span<const session::DirectoryObject> selection) {
   if (!session_) return;
   QStringList names;
-  for (const DirectoryObject& object : selection) names.append(ToQString(object.dn));
+  for (const session::DirectoryObject& object : selection) names.append(ToQString(object.dn));
   const QString key = names.join(QLatin1Char('\n'));
   if (sheets_.Raise(key)) return;
   SheetResult made =
@@ -223,10 +228,11 @@ void MainWindow::ShowProperties(std::span<const DirectoryObject> selection) {
 }
 
 void MainWindow::UpdateActions() {
-  const std::vector<DirectoryObject> selection = Selection();
-  const std::vector<DirectoryObject> listed = list_->Selection();
-  const QString reason = session_ ? WhyNoProperties(selection, session_->specifiers)
-                                  : QStringLiteral("No directory is open.");
+  const std::vector<session::DirectoryObject> selection = Selection();
+  const std::vector<session::DirectoryObject> listed = list_->Selection();
+  const QString reason = session_
+                             ? ToQString(session::WhyNoProperties(selection, session_->specifiers))
+                             : QStringLiteral("No directory is open.");
   properties_->setEnabled(reason.isEmpty());
   const QString tip =
       reason.isEmpty() ? QStringLiteral("Show the properties of the selection") : reason;
@@ -266,7 +272,7 @@ QString MainWindow::CountText(std::size_t selected) const {
 
 void MainWindow::AskForFile() {
   const bool is_file = session_ && session_->is_file;
-  const QString folder = is_file ? QFileInfo(session_->path).path() : QString();
+  const QString folder = is_file ? QFileInfo(ToQString(session_->path)).path() : QString();
   const QString path =
       QFileDialog::getOpenFileName(this, QStringLiteral("Open Directory File"), folder,
                                    QStringLiteral("Directory files (*.ldb);;All files (*)"));
@@ -274,14 +280,18 @@ void MainWindow::AskForFile() {
 }
 
 void MainWindow::AskForServer() {
-  ConnectDialog dialog(session_ && !session_->is_file ? session_->path : QString(), this);
+  ConnectDialog dialog(session_ && !session_->is_file ? ToQString(session_->path) : QString(),
+                       this);
   if (dialog.exec() == QDialog::Accepted) OpenServerBesides(dialog.Server());
 }
 
 void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown) {
   const QString name = server.isEmpty() ? QStringLiteral("The domain") : server;
   OpenBesides(
-      name, [server](const std::stop_token& stop) { return OpenServer(server, stop); },
+      name,
+      [server = ToUtf8(server)](const std::stop_token& stop) {
+        return session::OpenServer(server, stop);
+      },
       std::move(on_shown));
 }
 

@@ -11,13 +11,13 @@
 #include "hosts/console/console_platform.h"
 #include "hosts/console/container_listing.h"
 #include "hosts/console/container_tree_model.h"
-#include "hosts/console/directory_session.h"
+#include "hosts/console/make_property_sheet.h"
 #include "hosts/console/message_box.h"
-#include "hosts/console/new_object/new_object_kind.h"
 #include "hosts/console/object_list_pane.h"
-#include "hosts/console/property_tabs.h"
 #include "hosts/console/session_opening.h"
 #include "hosts/console/sheet_windows.h"
+#include "hosts/session/directory_session.h"
+#include "hosts/session/new_object_kind.h"
 
 class QAction;
 class QLabel;
@@ -38,7 +38,7 @@ class MainWindow final : public QMainWindow {
 
   /// Shows a directory in place of the one shown before. Open property sheets are closed first;
   /// false when the administrator keeps one, and everything stays as it was.
-  bool SetSession(std::unique_ptr<DirectorySession> session);
+  bool SetSession(std::unique_ptr<session::DirectorySession> session);
   /// Opens a directory file; a failure is shown and changes nothing.
   bool OpenFile(const QString& path);
   /// Opens a directory beside the window and shows it then, as `SetSession` does; `on_shown` is
@@ -51,16 +51,16 @@ class MainWindow final : public QMainWindow {
   void OpenServerBesides(const QString& server, std::function<void()> on_shown = {});
 
   /// Opens the property sheet of objects, or brings it to the front; a failure is shown.
-  void ShowProperties(std::span<const DirectoryObject> selection);
+  void ShowProperties(std::span<const session::DirectoryObject> selection);
   /// Makes an object in the container that is shown, in a wizard that is waited for; a failure is
   /// shown.
-  void MakeNewObject(const NewObjectKind& kind);
+  void MakeNewObject(const session::NewObjectKind& kind);
   /// What an action on objects concerns now: the objects selected in the list or, when the tree was
   /// used last or nothing is selected there, the container.
-  [[nodiscard]] std::vector<DirectoryObject> Selection() const;
+  [[nodiscard]] std::vector<session::DirectoryObject> Selection() const;
   [[nodiscard]] const SheetWindows& sheets() const { return sheets_; }
   /// The directory shown; null when there is none.
-  [[nodiscard]] const DirectorySession* session() const { return session_.get(); }
+  [[nodiscard]] const session::DirectorySession* session() const { return session_.get(); }
   /// Whether something is being read beside the window.
   [[nodiscard]] bool IsReading() const;
   /// Shows a failure as soon as the program waits for events again; one that is being shown already
@@ -75,7 +75,7 @@ class MainWindow final : public QMainWindow {
   void MakeActions();
   void MakeMenus();
   void MakeNewMenu();
-  void ShowNewObject(const NewObjectKind& kind, const std::string& dn);
+  void ShowNewObject(const session::NewObjectKind& kind, const std::string& dn);
   void ShowContainer();
   void RefreshAll();
   /// Goes down from `container` by the names of containers, each below the one before.
@@ -84,7 +84,7 @@ class MainWindow final : public QMainWindow {
   void StopReading();
   void StopOpening();
   [[nodiscard]] bool IsOpening() const;
-  void FinishOpening(SessionResult result, const std::function<void()>& on_shown);
+  void FinishOpening(session::SessionResult result, const std::function<void()>& on_shown);
   void OpenSelection();
   void GoToParent();
   void UpdateActions();
@@ -95,7 +95,7 @@ class MainWindow final : public QMainWindow {
 
   const resources::ResourceFile& module_;
   QtMessageBox message_box_;
-  std::unique_ptr<DirectorySession> session_;
+  std::unique_ptr<session::DirectorySession> session_;
   std::optional<QtChoosers> choosers_;
   std::optional<ConsolePlatform> platform_;
   /// One for the tree and one for the list: neither waits for the other.

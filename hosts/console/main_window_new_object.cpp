@@ -19,14 +19,15 @@ void MainWindow::MakeNewMenu() {
   QAction* opener = new_menu_->menuAction();
   opener->setIcon(QIcon::fromTheme(QStringLiteral("document-new")));
   opener->setStatusTip(QStringLiteral("Create an object in the container"));
-  for (const NewObjectKind& kind : NewObjectKinds()) {
+  for (const session::NewObjectKind& kind : session::NewObjectKinds()) {
     QAction* action = new_menu_->addAction(IconOf(kind.icon), ToQString(kind.menu_text));
-    action->setStatusTip(QStringLiteral("Create an object of the type %1").arg(TextOf(kind)));
+    action->setStatusTip(
+        QStringLiteral("Create an object of the type %1").arg(ToQString(TextOf(kind))));
     connect(action, &QAction::triggered, this, [this, &kind] { MakeNewObject(kind); });
   }
 }
 
-void MainWindow::MakeNewObject(const NewObjectKind& kind) {
+void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
   const QModelIndex current = tree_->currentIndex();
   if (!session_ || !current.isValid()) return;
   WizardResult made = MakeNewObjectWizard(kind, tree_model_->ObjectAt(current), *session_,
@@ -40,11 +41,11 @@ void MainWindow::MakeNewObject(const NewObjectKind& kind) {
   if (const auto show_opened = std::exchange(show_opened_, nullptr)) show_opened();
 }
 
-void MainWindow::ShowNewObject(const NewObjectKind& kind, const std::string& dn) {
+void MainWindow::ShowNewObject(const session::NewObjectKind& kind, const std::string& dn) {
   select_when_read_ = dn;
   // A container stands in the tree as well.
   const std::array classes = {std::string(kind.class_name)};
-  KindOf(classes).is_container ? RefreshAll() : listing_->Refresh();
+  session::KindOf(classes).is_container ? RefreshAll() : listing_->Refresh();
 }
 
 }  // namespace pelora::console

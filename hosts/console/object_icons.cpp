@@ -107,27 +107,27 @@ void DrawOther(QPainter& painter) {
 
 using Drawing = void (*)(QPainter&);
 
-Drawing DrawingOf(ObjectIcon icon) {
+Drawing DrawingOf(session::ObjectIcon icon) {
   switch (icon) {
-    case ObjectIcon::kUser:
+    case session::ObjectIcon::kUser:
       return DrawUser;
-    case ObjectIcon::kContact:
+    case session::ObjectIcon::kContact:
       return DrawContact;
-    case ObjectIcon::kGroup:
+    case session::ObjectIcon::kGroup:
       return DrawGroup;
-    case ObjectIcon::kDynamicGroup:
+    case session::ObjectIcon::kDynamicGroup:
       return DrawDynamicGroup;
-    case ObjectIcon::kAddressList:
+    case session::ObjectIcon::kAddressList:
       return DrawAddressList;
-    case ObjectIcon::kComputer:
+    case session::ObjectIcon::kComputer:
       return DrawComputer;
-    case ObjectIcon::kOrganizationalUnit:
+    case session::ObjectIcon::kOrganizationalUnit:
       return DrawOrganizationalUnit;
-    case ObjectIcon::kContainer:
+    case session::ObjectIcon::kContainer:
       return DrawContainer;
-    case ObjectIcon::kDomain:
+    case session::ObjectIcon::kDomain:
       return DrawDomain;
-    case ObjectIcon::kOther:
+    case session::ObjectIcon::kOther:
       break;
   }
   return DrawOther;
@@ -135,7 +135,7 @@ Drawing DrawingOf(ObjectIcon icon) {
 
 class ObjectIconEngine final : public QIconEngine {
  public:
-  explicit ObjectIconEngine(ObjectIcon icon) : icon_(icon) {}
+  explicit ObjectIconEngine(session::ObjectIcon icon) : icon_(icon) {}
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     const QPalette palette = QGuiApplication::palette();
@@ -166,11 +166,11 @@ class ObjectIconEngine final : public QIconEngine {
   [[nodiscard]] QIconEngine* clone() const override { return new ObjectIconEngine(icon_); }
 
  private:
-  ObjectIcon icon_;
+  session::ObjectIcon icon_;
 };
 
 }  // namespace
 
-QIcon IconOf(ObjectIcon icon) { return QIcon(new ObjectIconEngine(icon)); }
+QIcon IconOf(session::ObjectIcon icon) { return QIcon(new ObjectIconEngine(icon)); }
 
 }  // namespace pelora::console

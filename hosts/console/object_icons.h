@@ -3,12 +3,12 @@
 
 #include <QIcon>
 
-#include "hosts/console/object_class.h"
+#include "hosts/session/object_class.h"
 
 namespace pelora::console {
 
 /// The picture of a kind of object. It is drawn when it is needed, in the colours of the desktop's
 /// palette and at any size; kinds differ in shape, not in colour alone.
-[[nodiscard]] QIcon IconOf(ObjectIcon icon);
+[[nodiscard]] QIcon IconOf(session::ObjectIcon icon);
 
 }  // namespace pelora::console

@@ -1,46 +1,45 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/object_list_model.h"
 
-#include <algorithm>
 #include <array>
-#include <iterator>
+#include <utility>
 
 #include "hosts/console/object_icons.h"
+#include "hosts/console/qt_text.h"
 
 namespace pelora::console {
 namespace {
 
 constexpr std::array kHeads = {"Name", "Type", "Description"};
 
-QString TextOf(const DirectoryObject& object, int column) {
-  switch (column) {
-    case ObjectListModel::kName:
-      return object.name;
-    case ObjectListModel::kType:
-      return object.kind.type_text;
-    default:
-      return object.description;
+}  // namespace
+
+void ObjectListModel::Append(std::vector<session::DirectoryObject> objects) {
+  rows_.reserve(rows_.size() + objects.size());
+  for (session::DirectoryObject& object : objects) {
+    Texts texts = {ToQString(object.name), ToQString(object.kind.type_text),
+                   ToQString(object.description)};
+    rows_.push_back({.object = std::move(object), .texts = std::move(texts)});
   }
 }
 
-}  // namespace
-
-void ObjectListModel::SetObjects(std::vector<DirectoryObject> objects) {
+void ObjectListModel::SetObjects(std::vector<session::DirectoryObject> objects) {
   beginResetModel();
-  objects_ = std::move(objects);
+  rows_.clear();
+  Append(std::move(objects));
   endResetModel();
 }
 
-void ObjectListModel::AddObjects(std::vector<DirectoryObject> objects) {
+void ObjectListModel::AddObjects(std::vector<session::DirectoryObject> objects) {
   if (objects.empty()) return;
   const int first = rowCount({});
   beginInsertRows({}, first, first + static_cast<int>(objects.size()) - 1);
-  std::ranges::move(objects, std::back_inserter(objects_));
+  Append(std::move(objects));
   endInsertRows();
 }
 
 int ObjectListModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(objects_.size());
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
 
 int ObjectListModel::columnCount(const QModelIndex& parent) const {
@@ -49,10 +48,10 @@ int ObjectListModel::columnCount(const QModelIndex& parent) const {
 
 QVariant ObjectListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const DirectoryObject& object = ObjectAt(index.row());
-  if (role == Qt::DisplayRole) return TextOf(object, index.column());
-  if (role == Qt::ToolTipRole && index.column() == kDescription) return object.description;
-  if (role == Qt::DecorationRole && index.column() == kName) return IconOf(object.kind.icon);
+  const Row& row = rows_[static_cast<std::size_t>(index.row())];
+  if (role == Qt::DisplayRole) return row.texts[static_cast<std::size_t>(index.column())];
+  if (role == Qt::ToolTipRole && index.column() == kDescription) return row.texts[kDescription];
+  if (role == Qt::DecorationRole && index.column() == kName) return IconOf(row.object.kind.icon);
   return {};
 }
 

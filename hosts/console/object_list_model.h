@@ -2,9 +2,11 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QString>
+#include <array>
 #include <vector>
 
-#include "hosts/console/directory_browser.h"
+#include "hosts/session/directory_browser.h"
 
 namespace pelora::console {
 
@@ -15,10 +17,10 @@ class ObjectListModel final : public QAbstractTableModel {
 
   using QAbstractTableModel::QAbstractTableModel;
 
-  void SetObjects(std::vector<DirectoryObject> objects);
-  void AddObjects(std::vector<DirectoryObject> objects);
-  [[nodiscard]] const DirectoryObject& ObjectAt(int row) const {
-    return objects_[static_cast<std::size_t>(row)];
+  void SetObjects(std::vector<session::DirectoryObject> objects);
+  void AddObjects(std::vector<session::DirectoryObject> objects);
+  [[nodiscard]] const session::DirectoryObject& ObjectAt(int row) const {
+    return rows_[static_cast<std::size_t>(row)].object;
   }
 
   [[nodiscard]] int rowCount(const QModelIndex& parent) const override;
@@ -28,7 +30,16 @@ class ObjectListModel final : public QAbstractTableModel {
                                     int role) const override;
 
  private:
-  std::vector<DirectoryObject> objects_;
+  using Texts = std::array<QString, kColumnCount>;
+  /// Texts are made for the view once: it asks for them at every comparison and drawing.
+  struct Row {
+    session::DirectoryObject object;
+    Texts texts;
+  };
+
+  void Append(std::vector<session::DirectoryObject> objects);
+
+  std::vector<Row> rows_;
 };
 
 }  // namespace pelora::console

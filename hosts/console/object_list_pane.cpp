@@ -94,15 +94,15 @@ void ObjectListPane::MakeView() {
   }
 }
 
-void ObjectListPane::SetObjects(std::vector<DirectoryObject> objects) {
+void ObjectListPane::SetObjects(std::vector<session::DirectoryObject> objects) {
   std::vector<std::string> selected;
-  for (const DirectoryObject& object : Selection()) selected.push_back(object.dn);
+  for (const session::DirectoryObject& object : Selection()) selected.push_back(object.dn);
   model_->SetObjects(std::move(objects));
   Select(selected);
   Q_EMIT ContentsChanged();
 }
 
-void ObjectListPane::AddObjects(std::vector<DirectoryObject> objects) {
+void ObjectListPane::AddObjects(std::vector<session::DirectoryObject> objects) {
   model_->AddObjects(std::move(objects));
   Q_EMIT ContentsChanged();
 }
@@ -128,10 +128,10 @@ void ObjectListPane::Select(const std::vector<std::string>& names) {
   view_->selectionModel()->select(rows, kWholeRows);
 }
 
-std::vector<DirectoryObject> ObjectListPane::Selection() const {
+std::vector<session::DirectoryObject> ObjectListPane::Selection() const {
   QModelIndexList rows = view_->selectionModel()->selectedRows();
   std::ranges::sort(rows, {}, &QModelIndex::row);
-  std::vector<DirectoryObject> selected;
+  std::vector<session::DirectoryObject> selected;
   selected.reserve(static_cast<std::size_t>(rows.size()));
   for (const QModelIndex& row : rows) {
     selected.push_back(model_->ObjectAt(shown_->mapToSource(row).row()));

@@ -21,13 +21,13 @@ class ObjectListPane final : public QWidget {
   explicit ObjectListPane(QWidget* parent);
 
   /// Shows other objects; those that were selected and are still there stay selected.
-  void SetObjects(std::vector<DirectoryObject> objects);
+  void SetObjects(std::vector<session::DirectoryObject> objects);
   /// Shows more objects.
-  void AddObjects(std::vector<DirectoryObject> objects);
+  void AddObjects(std::vector<session::DirectoryObject> objects);
   /// Selects the objects of these names, as far as they are shown; when none is, nothing changes.
   void Select(const std::vector<std::string>& names);
   /// The selected objects, in the order shown.
-  [[nodiscard]] std::vector<DirectoryObject> Selection() const;
+  [[nodiscard]] std::vector<session::DirectoryObject> Selection() const;
   [[nodiscard]] int ShownCount() const;
   [[nodiscard]] int Count() const;
 

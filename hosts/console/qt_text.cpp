@@ -2,6 +2,7 @@
 #include "hosts/console/qt_text.h"
 
 #include "directory/utf.h"
+#include "hosts/resources/mnemonic.h"
 
 namespace pelora::console {
 
@@ -16,14 +17,7 @@ std::string ToUtf8(const QString& text) {
 }
 
 QString WithoutMnemonic(const QString& label) {
-  QString plain;
-  plain.reserve(label.size());
-  for (qsizetype i = 0; i < label.size(); ++i) {
-    // A mark at the very end marks nothing and is dropped too.
-    if (label[i] == QLatin1Char('&') && ++i == label.size()) break;
-    plain += label[i];
-  }
-  return plain;
+  return ToQString(resources::WithoutMnemonic(ToUtf8(label)));
 }
 
 QString AsPlainLabel(const QString& text) {

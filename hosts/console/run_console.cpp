@@ -9,53 +9,56 @@
 #include "hosts/console/command_line.h"
 #include "hosts/console/display.h"
 #include "hosts/console/main_window.h"
+#include "hosts/console/make_property_sheet.h"
 #include "hosts/console/qt_text.h"
 #include "hosts/console/screenshot.h"
 #include "hosts/console/stream_message_box.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
 namespace {
 
-int Fail(const QString& reason) {
-  std::cerr << "pelora-console: " << ToUtf8(reason) << std::endl;
+int Fail(const std::string& reason) {
+  std::cerr << "pelora-console: " << reason << std::endl;
   return kExitFailure;
 }
 
 /// The objects of the given names, each once, or a sentence about the first that is not there.
-QString ReadObjects(const DirectorySession& session, const std::vector<std::string>& names,
-                    std::vector<DirectoryObject>& objects) {
-  const DirectoryBrowser browser(*session.store);
+std::string ReadObjects(const session::DirectorySession& session,
+                        const std::vector<std::string>& names,
+                        std::vector<session::DirectoryObject>& objects) {
+  const session::DirectoryBrowser browser(*session.store);
   for (const std::string& name : names) {
-    DirectoryObject object;
+    session::DirectoryObject object;
     const ldap::StoreStatus status = browser.ReadObject(name, object);
     if (status.code == ldap::kLdapNoSuchObject) {
-      return QStringLiteral("%1: there is no such object in %2").arg(ToQString(name), session.path);
+      return name + ": there is no such object in " + session.path;
     }
-    if (!status.Ok()) {
-      return QStringLiteral("%1: the object cannot be read: %2")
-          .arg(ToQString(name), ToQString(status.text));
-    }
-    const auto is_same = [&](const DirectoryObject& known) { return known.dn == object.dn; };
+    if (!status.Ok()) return name + ": the object cannot be read: " + status.text;
+    const auto is_same = [&](const session::DirectoryObject& known) {
+      return known.dn == object.dn;
+    };
     if (std::ranges::none_of(objects, is_same)) objects.push_back(std::move(object));
   }
   return {};
 }
 
-int WritePropertiesPicture(DirectorySession& session, const std::vector<DirectoryObject>& objects,
+int WritePropertiesPicture(session::DirectorySession& session,
+                           const std::vector<session::DirectoryObject>& objects,
                            const resources::ResourceFile& module, const QString& path) {
   StreamMessageBox messages(std::cerr);
   QtChoosers choosers(*session.store, session.open_another);
   const ConsolePlatform platform(session.service, messages, choosers, module);
   const SheetResult made =
       MakePropertySheet(objects, session.specifiers, platform.platform(), module, nullptr);
-  if (!made.sheet) return Fail(made.error);
+  if (!made.sheet) return Fail(ToUtf8(made.error));
   if (messages.has_shown()) return kExitFailure;
   const QString error = WriteScreenshot(*made.sheet, path);
-  return error.isEmpty() ? kExitDone : Fail(error);
+  return error.isEmpty() ? kExitDone : Fail(ToUtf8(error));
 }
 
-int WriteWindowPicture(std::unique_ptr<DirectorySession> session,
+int WriteWindowPicture(std::unique_ptr<session::DirectorySession> session,
                        const resources::ResourceFile& module, const QString& path) {
   MainWindow window(module);
   if (!window.SetSession(std::move(session))) return kExitFailure;
@@ -64,15 +67,15 @@ int WriteWindowPicture(std::unique_ptr<DirectorySession> session,
   QApplication::processEvents();
   while (window.IsReading()) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
   const QString error = WriteScreenshot(window, path);
-  return error.isEmpty() ? kExitDone : Fail(error);
+  return error.isEmpty() ? kExitDone : Fail(ToUtf8(error));
 }
 
 /// Shows the objects' properties, once their directory is shown.
 void OpenNamed(MainWindow& window, const std::vector<std::string>& names) {
-  std::vector<DirectoryObject> objects;
-  const QString error = ReadObjects(*window.session(), names, objects);
-  if (!error.isEmpty()) {
-    window.ReportLater(QStringLiteral("The properties cannot be shown."), error);
+  std::vector<session::DirectoryObject> objects;
+  const std::string error = ReadObjects(*window.session(), names, objects);
+  if (!error.empty()) {
+    window.ReportLater(QStringLiteral("The properties cannot be shown."), ToQString(error));
   } else if (!objects.empty()) {
     window.ShowProperties(objects);
   }
@@ -87,39 +90,41 @@ int ShowDomain(const CommandLine& line, const resources::ResourceFile& module) {
   return QApplication::exec();
 }
 
-int ShowWindows(SessionResult opened, const std::vector<DirectoryObject>& objects,
+int ShowWindows(session::SessionResult opened, const std::vector<session::DirectoryObject>& objects,
                 const resources::ResourceFile& module) {
   MainWindow window(module);
   window.show();
   if (opened.session) {
     window.SetSession(std::move(opened.session));
   } else {
-    window.ReportLater(QStringLiteral("The sample directory cannot be opened."), opened.error);
+    window.ReportLater(QStringLiteral("The sample directory cannot be opened."),
+                       ToQString(opened.error));
   }
   if (!objects.empty()) window.ShowProperties(objects);
   return QApplication::exec();
 }
 
-SessionResult OpenNamedDirectory(const CommandLine& line) {
-  if (line.server) return OpenServer(ToQString(*line.server));
-  return line.directory ? OpenDirectoryFile(ToQString(*line.directory)) : OpenSampleDirectory();
+session::SessionResult OpenNamedDirectory(const CommandLine& line) {
+  if (line.server) return session::OpenServer(*line.server);
+  return line.directory ? session::OpenDirectoryFile(*line.directory)
+                        : session::OpenSampleDirectory();
 }
 
 int Run(const CommandLine& line, const resources::ResourceFile& module) {
   if (line.server && !line.screenshot) return ShowDomain(line, module);
-  SessionResult opened = OpenNamedDirectory(line);
+  session::SessionResult opened = OpenNamedDirectory(line);
   // Who names a directory, an object or a picture reads what is wrong with it where he typed it.
   const bool asks_for_something =
       line.directory || line.server || !line.open.empty() || line.screenshot;
   if (!opened.session && asks_for_something) return Fail(opened.error);
 
-  std::vector<DirectoryObject> objects;
+  std::vector<session::DirectoryObject> objects;
   if (opened.session) {
-    const QString error = ReadObjects(*opened.session, line.open, objects);
-    if (!error.isEmpty()) return Fail(error);
+    const std::string error = ReadObjects(*opened.session, line.open, objects);
+    if (!error.empty()) return Fail(error);
     const ldap::DisplaySpecifiers& specifiers = opened.session->specifiers;
-    if (!objects.empty() && TabsOf(objects, specifiers).empty()) {
-      return Fail(WhyNoProperties(objects, specifiers));
+    if (!objects.empty() && session::TabsOf(objects, specifiers).empty()) {
+      return Fail(session::WhyNoProperties(objects, specifiers));
     }
   }
   if (!line.screenshot) return ShowWindows(std::move(opened), objects, module);
@@ -134,7 +139,7 @@ int RunConsole(int argc, char** argv) {
   const ParsedCommandLine parsed = ParseCommandLine(argc, argv, std::cout, std::cerr);
   if (parsed.exit_code) return *parsed.exit_code;
   const QString no_display = ChooseDisplay(parsed.command_line.screenshot.has_value());
-  if (!no_display.isEmpty()) return Fail(no_display);
+  if (!no_display.isEmpty()) return Fail(ToUtf8(no_display));
 
   QCoreApplication::setApplicationName(QStringLiteral("pelora-console"));
   QCoreApplication::setApplicationVersion(QLatin1String(PELORA_VERSION));
@@ -147,7 +152,7 @@ int RunConsole(int argc, char** argv) {
 
   const resources::ReadResult<resources::ResourceFile> module =
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
-  if (!module.value) return Fail(ToQString(module.error));
+  if (!module.value) return Fail(module.error);
   return Run(parsed.command_line, *module.value);
 }
 

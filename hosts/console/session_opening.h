@@ -6,7 +6,7 @@
 #include <stop_token>
 #include <thread>
 
-#include "hosts/console/directory_session.h"
+#include "hosts/session/directory_session.h"
 
 namespace pelora::console {
 
@@ -17,8 +17,8 @@ namespace pelora::console {
 /// that.
 class SessionOpening final {
  public:
-  using Open = std::function<SessionResult(const std::stop_token& stop)>;
-  using OpenedSink = std::function<void(SessionResult result)>;
+  using Open = std::function<session::SessionResult(const std::stop_token& stop)>;
+  using OpenedSink = std::function<void(session::SessionResult result)>;
 
   /// `open` is called on a thread of its own; what it is given ends it early.
   SessionOpening(Open open, OpenedSink on_opened);

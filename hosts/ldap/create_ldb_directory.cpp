@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "directory/ascii_case.h"
+#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/file_descriptor.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/ldb_connection.h"
@@ -27,11 +28,9 @@ namespace pelora::ldap {
 namespace {
 
 bool HasClass(const Entry& entry, std::string_view object_class) {
-  const auto found = entry.attributes.find("objectClass");
-  return found != entry.attributes.end() &&
-         std::any_of(found->second.begin(), found->second.end(), [&](const std::string& name) {
-           return EqualsWithoutCase(name, object_class);
-         });
+  return std::ranges::any_of(ValuesOf(entry, "objectClass"), [&](const std::string& name) {
+    return EqualsWithoutCase(name, object_class);
+  });
 }
 
 StoreStatus AtEntry(StoreStatus status, const LdifEntry& entry) {

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <utility>
 
+#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
 #include "server/class_table.h"
 #include "server/guid_text.h"
@@ -26,12 +27,6 @@ constexpr std::array kRoleAttributes = {
     RoleAttribute{ConsoleRole::kCreationWizard, "creationWizard"},
     RoleAttribute{ConsoleRole::kCreationWizardExtension, "createWizardExt"},
 };
-
-std::string FirstValue(const Entry& entry, std::string_view attribute) {
-  const auto found = entry.attributes.find(attribute);
-  if (found == entry.attributes.end() || found->second.empty()) return {};
-  return found->second.front();
-}
 
 /// A value `number,{identifier}[,...]`, or `{identifier}` alone.
 struct Registration {
@@ -86,9 +81,8 @@ StoreStatus DisplaySpecifiers::Read(IDirectoryStore& store, std::string_view lan
       if (!name.ends_with(kSuffix)) return true;
       Attributes& attributes = read.registered_[name.substr(0, name.size() - kSuffix.size())];
       for (const RoleAttribute& row : kRoleAttributes) {
-        const auto values = entry.attributes.find(row.attribute);
-        if (values == entry.attributes.end()) continue;
-        attributes[row.attribute] = OwnClasses(values->second);
+        if (!entry.attributes.contains(row.attribute)) continue;
+        attributes[row.attribute] = OwnClasses(ValuesOf(entry, row.attribute));
       }
       return true;
     };

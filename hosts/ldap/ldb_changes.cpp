@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "hosts/ldap/as_made.h"
+#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/new_entry.h"
 
@@ -51,17 +52,16 @@ StoreStatus LdbChanges::Delete(const Entry& made, Effect& effect) const {
 }
 
 StoreStatus LdbChanges::CheckAccountName(const Entry& entry) const {
-  const auto name = entry.attributes.find("sAMAccountName");
-  const auto base = root_.attributes.find("defaultNamingContext");
-  const bool is_account = name != entry.attributes.end() && !name->second.empty();
-  if (!is_account || base == root_.attributes.end()) return {};
+  const std::string name = FirstValue(entry, "sAMAccountName");
+  const std::string base = FirstValue(root_, "defaultNamingContext");
+  if (name.empty() || base.empty()) return {};
   std::vector<Entry> others;
-  StoreStatus status = connection_.Search(
-      {.base = base->second.front(),
-       .scope = SearchScope::kSubtree,
-       .filter = "(sAMAccountName=" + connection_.FilterValue(name->second.front()) + ")",
-       .attributes = {"sAMAccountName"}},
-      others);
+  StoreStatus status =
+      connection_.Search({.base = base,
+                          .scope = SearchScope::kSubtree,
+                          .filter = "(sAMAccountName=" + connection_.FilterValue(name) + ")",
+                          .attributes = {"sAMAccountName"}},
+                         others);
   if (status.Ok() && !others.empty()) {
     return {kLdapAlreadyExists, "the account name is in use by " + others.front().dn};
   }

@@ -8,6 +8,7 @@
 
 #include "directory/ascii_case.h"
 #include "hosts/ldap/attribute_value.h"
+#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
 
 namespace pelora::ldap {
@@ -28,12 +29,6 @@ constexpr auto kIndexed = std::to_array<const char*>({
     "lDAPDisplayName",
     "peloraAccount",
 });
-
-std::string FirstValue(const Entry& entry, const char* name) {
-  const auto found = entry.attributes.find(name);
-  return found == entry.attributes.end() || found->second.empty() ? std::string()
-                                                                  : found->second.front();
-}
 
 /// Absent is fine; present, it has to be a number.
 bool ReadBound(const Entry& entry, const char* name, std::optional<std::int64_t>& bound) {

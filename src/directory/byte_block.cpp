@@ -33,4 +33,27 @@ std::optional<std::string> ReadWideString(std::span<const std::byte> block, std:
   return std::nullopt;
 }
 
+void WriteUint32(std::span<std::byte> block, std::size_t offset, std::uint32_t number) {
+  for (std::size_t at = 0; at < 4; ++at) {
+    block[offset + at] = static_cast<std::byte>((number >> (8 * at)) & 0xFF);
+  }
+}
+
+void WriteUint64(std::span<std::byte> block, std::size_t offset, std::uint64_t number) {
+  WriteUint32(block, offset, static_cast<std::uint32_t>(number));
+  WriteUint32(block, offset + 4, static_cast<std::uint32_t>(number >> 32));
+}
+
+std::size_t WriteWideString(std::span<std::byte> block, std::size_t offset, std::string_view text) {
+  for (const char16_t unit : ToUtf16(text) + u'\0') {
+    block[offset++] = static_cast<std::byte>(unit & 0xFF);
+    block[offset++] = static_cast<std::byte>(unit >> 8);
+  }
+  return offset;
+}
+
+std::size_t WideStringSize(std::string_view text) {
+  return sizeof(char16_t) * (ToUtf16(text).size() + 1);
+}
+
 }  // namespace pelora

@@ -4,15 +4,16 @@
 #include <optional>
 #include <utility>
 
-#include "directory/byte_block.h"
-
 namespace pelora {
 namespace {
 
 constexpr std::size_t kCountOffset = 16;
 constexpr std::size_t kFirstEntryOffset = 20;
 constexpr std::size_t kEntrySize = 16;
+constexpr std::size_t kFlagsInEntry = 0;
 constexpr std::size_t kNameOffsetInEntry = 8;
+constexpr std::size_t kClassOffsetInEntry = 12;
+constexpr std::uint32_t kIsContainer = 1;
 
 }  // namespace
 
@@ -34,6 +35,26 @@ HRESULT ReadDsObjectNames(std::span<const std::byte> block, std::vector<std::str
   }
   paths = std::move(read);
   return S_OK;
+}
+
+HeapBlock MakeDsObjectNames(std::span<const SelectedObject> objects) {
+  std::size_t string = kFirstEntryOffset + kEntrySize * objects.size();
+  std::size_t size = string;
+  for (const SelectedObject& object : objects) {
+    size += WideStringSize(object.path) + WideStringSize(object.object_class);
+  }
+  HeapBlock block(size);
+  WriteUint32(block.span(), kCountOffset, static_cast<std::uint32_t>(objects.size()));
+  std::size_t entry = kFirstEntryOffset;
+  for (const SelectedObject& object : objects) {
+    WriteUint32(block.span(), entry + kFlagsInEntry, object.is_container ? kIsContainer : 0);
+    WriteUint32(block.span(), entry + kNameOffsetInEntry, static_cast<std::uint32_t>(string));
+    string = WriteWideString(block.span(), string, object.path);
+    WriteUint32(block.span(), entry + kClassOffsetInEntry, static_cast<std::uint32_t>(string));
+    string = WriteWideString(block.span(), string, object.object_class);
+    entry += kEntrySize;
+  }
+  return block;
 }
 
 }  // namespace pelora

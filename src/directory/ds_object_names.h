@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "directory/byte_block.h"
 #include "platform/hresult.h"
 
 namespace pelora {
@@ -20,5 +21,17 @@ namespace pelora {
 /// outside it is `E_INVALIDARG`; nothing outside the block is read and `paths` is left empty.
 [[nodiscard]] HRESULT ReadDsObjectNames(std::span<const std::byte> block,
                                         std::vector<std::string>& paths);
+
+/// One object of a selection, as the block names it; texts are UTF-8.
+struct SelectedObject {
+  /// ADsPath.
+  std::string path;
+  /// LDAP display name of the object's class.
+  std::string object_class{};
+  bool is_container = false;
+};
+
+/// Such a block of the objects: paths and classes stand behind the entries.
+[[nodiscard]] HeapBlock MakeDsObjectNames(std::span<const SelectedObject> objects);
 
 }  // namespace pelora

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "directory/ds_selection_list.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <utility>
-
-#include "directory/byte_block.h"
 
 namespace pelora {
 namespace {
@@ -15,7 +14,25 @@ static_assert(sizeof(void*) == 8, "the block's layout is that of 64-bit programs
 constexpr std::size_t kCountOffset = 0;
 constexpr std::size_t kFirstEntryOffset = 8;
 constexpr std::size_t kEntrySize = 48;
+constexpr std::size_t kNameInEntry = 0;
 constexpr std::size_t kPathInEntry = 8;
+constexpr std::size_t kClassInEntry = 16;
+constexpr std::size_t kPrincipalNameInEntry = 24;
+constexpr std::size_t kScopeTypeInEntry = 40;
+constexpr std::uint32_t kJoinedDomain = 2;
+
+/// A text of an entry, and where the entry has its address.
+struct TextInEntry {
+  std::size_t place;
+  std::string_view text;
+};
+
+std::array<TextInEntry, 4> TextsOf(const ChosenObject& object) {
+  return {{{kNameInEntry, object.name},
+           {kPathInEntry, object.path},
+           {kClassInEntry, object.object_class},
+           {kPrincipalNameInEntry, {}}}};
+}
 
 }  // namespace
 
@@ -39,6 +56,27 @@ HRESULT ReadDsSelectionList(std::span<const std::byte> block, std::vector<std::s
   }
   paths = std::move(read);
   return S_OK;
+}
+
+HeapBlock MakeDsSelectionList(std::span<const ChosenObject> objects) {
+  std::size_t string = kFirstEntryOffset + kEntrySize * objects.size();
+  std::size_t size = string;
+  for (const ChosenObject& object : objects) {
+    for (const TextInEntry& text : TextsOf(object)) size += WideStringSize(text.text);
+  }
+  HeapBlock block(size);
+  const auto block_address = reinterpret_cast<std::uintptr_t>(block.bytes.get());
+  WriteUint32(block.span(), kCountOffset, static_cast<std::uint32_t>(objects.size()));
+  std::size_t entry = kFirstEntryOffset;
+  for (const ChosenObject& object : objects) {
+    for (const TextInEntry& text : TextsOf(object)) {
+      WriteUint64(block.span(), entry + text.place, block_address + string);
+      string = WriteWideString(block.span(), string, text.text);
+    }
+    WriteUint32(block.span(), entry + kScopeTypeInEntry, kJoinedDomain);
+    entry += kEntrySize;
+  }
+  return block;
 }
 
 }  // namespace pelora

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "directory/byte_block.h"
 #include "platform/hresult.h"
 
 namespace pelora {
@@ -21,5 +22,18 @@ namespace pelora {
 /// outside it is `E_INVALIDARG`; nothing outside the block is read and `paths` is left empty.
 [[nodiscard]] HRESULT ReadDsSelectionList(std::span<const std::byte> block,
                                           std::vector<std::string>& paths);
+
+/// One chosen object, as the block names it; texts are UTF-8.
+struct ChosenObject {
+  /// ADsPath.
+  std::string path;
+  std::string name{};
+  /// LDAP display name of the object's class.
+  std::string object_class{};
+};
+
+/// Such a block of the objects, found in the joined domain: the strings stand behind the entries,
+/// and no attributes are fetched. It may be moved, and its bytes stay where they are.
+[[nodiscard]] HeapBlock MakeDsSelectionList(std::span<const ChosenObject> objects);
 
 }  // namespace pelora

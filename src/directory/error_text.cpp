@@ -7,15 +7,16 @@
 
 namespace pelora {
 
+std::string CodeText(HRESULT status) {
+  std::array<char, 16> code{};
+  std::snprintf(code.data(), code.size(), "0X%X",
+                static_cast<unsigned int>(static_cast<std::uint32_t>(status)));
+  return code.data();
+}
+
 Message MakeErrorMessage(HRESULT status, std::string_view message) {
   std::string text(message.empty() ? std::string_view("Unknown error occured") : message);
-  if (status != S_OK) {
-    std::array<char, 16> code{};
-    std::snprintf(code.data(), code.size(), "0X%X",
-                  static_cast<unsigned int>(static_cast<std::uint32_t>(status)));
-    text += "\r\n\r\nError code: ";
-    text += code.data();
-  }
+  if (status != S_OK) text += "\r\n\r\nError code: " + CodeText(status);
   return {.text = std::move(text),
           .caption = "Pelora Error",
           .icon = FAILED(status) ? MessageIcon::kError : MessageIcon::kWarning,

@@ -9,6 +9,9 @@
 
 namespace pelora {
 
+/// A status as it is shown: in hexadecimal, "0X80070005".
+[[nodiscard]] std::string CodeText(HRESULT status);
+
 /// The error box of a status and a message: caption "Pelora Error", the message ("Unknown error
 /// occured" when there is none) and, unless the status is 0, a blank line and the status in
 /// hexadecimal. A failure gets the error icon, anything else the warning icon.

@@ -33,13 +33,15 @@ const std::vector<std::pair<std::string, std::set<std::string>>> kExtensionLayer
 /// Folders of hosts, each with the other hosts' folders that it may include.
 const std::map<std::string, std::set<std::string>> kHosts = {
     {"resources", {}},
+    {"selection", {}},
     {"sheets", {"resources"}},
-    {"headless", {"resources", "sheets"}},
+    {"headless", {"resources", "selection", "sheets"}},
     {"ldap", {}},
     {"changes", {"ldap"}},
     {"windows", {}},
-    {"console", {"resources", "sheets", "changes", "ldap"}},
-    {"ctl", {"resources", "sheets", "headless", "changes", "ldap"}},
+    {"session", {"resources", "selection", "sheets", "changes", "ldap"}},
+    {"console", {"resources", "selection", "sheets", "changes", "ldap", "session"}},
+    {"ctl", {"resources", "selection", "sheets", "headless", "changes", "ldap", "session"}},
 };
 
 /// The layer of a path below `src`; empty when it lies in none.

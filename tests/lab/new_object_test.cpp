@@ -32,14 +32,14 @@ class LabNewObject : public ::testing::Test {
     std::unique_ptr<ldap::IDirectoryStore> store;
     const StoreStatus opened = session_->open_another()(store, {});
     if (!opened.Ok()) throw std::runtime_error(opened.text);
-    directory_ = std::make_unique<console::DirectorySession>(
-        QStringLiteral("lab"), std::make_unique<test::RecordingStore>(std::move(store), adds_),
+    directory_ = std::make_unique<session::DirectorySession>(
+        "lab", std::make_unique<test::RecordingStore>(std::move(store), adds_),
         session_->open_another());
   }
   OpenWizard& Open(const char* kind, const std::string& container = Container()) {
-    console::DirectoryObject object;
+    session::DirectoryObject object;
     const StoreStatus read =
-        console::DirectoryBrowser(*directory_->store).ReadObject(container, object);
+        session::DirectoryBrowser(*directory_->store).ReadObject(container, object);
     if (!read.Ok()) throw std::runtime_error(read.text);
     wizard_.emplace(*directory_, *module_.value, kind, object);
     return *wizard_;
@@ -86,7 +86,7 @@ class LabNewObject : public ::testing::Test {
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
   std::vector<Entry> adds_;
   std::unique_ptr<NetworkSession> session_;
-  std::unique_ptr<console::DirectorySession> directory_;
+  std::unique_ptr<session::DirectorySession> directory_;
   std::optional<OpenWizard> wizard_;
 };
 
@@ -223,10 +223,10 @@ TEST_F(LabNewObject, WhateverSignsItsNameHoldsTheObjectIsListedUnderTheNameItWas
   wizard().Write("own_name", name);
   EXPECT_EQ(Finish(), "");
   std::string listed;
-  EXPECT_TRUE(console::DirectoryBrowser(*directory_->store)
+  EXPECT_TRUE(session::DirectoryBrowser(*directory_->store)
                   .ListChildren({.container = Container()},
-                                [&](const console::DirectoryObject& object) {
-                                  if (ToUtf8(object.name) == name) listed = object.dn;
+                                [&](const session::DirectoryObject& object) {
+                                  if (object.name == name) listed = object.dn;
                                   return true;
                                 })
                   .Ok());

@@ -59,8 +59,8 @@ class BackgroundReading : public ConsoleTest {
     std::unique_ptr<ldap::IDirectoryStore> store;
     ASSERT_TRUE(opener(store, {}).Ok());
     window_ = std::make_unique<MainWindow>(module());
-    ASSERT_TRUE(window_->SetSession(std::make_unique<console::DirectorySession>(
-        QStringLiteral("slow"), std::move(store), std::move(opener))));
+    ASSERT_TRUE(window_->SetSession(
+        std::make_unique<session::DirectorySession>("slow", std::move(store), std::move(opener))));
     window_->show();
   }
 
@@ -375,7 +375,7 @@ class BackgroundOpening : public BackgroundReading {
     window_->show();
   }
 
-  static console::SessionResult Scripted(const char* user) {
+  static session::SessionResult Scripted(const char* user) {
     const auto script = [user](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
       if (!IsForTree(request)) sink(UserEntry(user));
       return ldap::StoreStatus{};
@@ -387,8 +387,8 @@ class BackgroundOpening : public BackgroundReading {
     };
     std::unique_ptr<ldap::IDirectoryStore> store;
     EXPECT_TRUE(opener(store, {}).Ok());
-    return {.session = std::make_unique<console::DirectorySession>(
-                QString::fromLatin1(user), std::move(store), std::move(opener)),
+    return {.session = std::make_unique<session::DirectorySession>(user, std::move(store),
+                                                                   std::move(opener)),
             .error = {}};
   }
 };
@@ -422,7 +422,7 @@ TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
     box.close();
   });
   window_->OpenBesides(QStringLiteral("dc2"), [](const auto& /*stop*/) {
-    return console::SessionResult{.session = nullptr, .error = QStringLiteral("no ticket")};
+    return session::SessionResult{.session = nullptr, .error = "no ticket"};
   });
   ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }, kPatience));
   EXPECT_EQ(told, "dc2 cannot be opened. no ticket");
@@ -434,7 +434,7 @@ TEST_F(BackgroundOpening, AnOpeningIsToldWhenItIsStoppedAndWhenTheWindowEnds) {
   const auto hang = [&told](const std::stop_token& stop) {
     while (!stop.stop_requested()) QThread::msleep(1);
     ++told;
-    return console::SessionResult{.session = nullptr, .error = QStringLiteral("stopped")};
+    return session::SessionResult{.session = nullptr, .error = "stopped"};
   };
   window_->OpenBesides(QStringLiteral("dc1"), hang);
   Action("&Stop").trigger();

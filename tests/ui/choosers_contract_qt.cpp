@@ -21,7 +21,7 @@ class QtHost final : public ChooserHost {
     const std::string file = folder_.File("company.ldb");
     const ldap::StoreStatus made = ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif());
     EXPECT_TRUE(made.Ok()) << made.text;
-    session_ = console::OpenDirectoryFile(console::ToQString(file)).session;
+    session_ = session::OpenDirectoryFile(file).session;
     choosers_.emplace(*session_->store, session_->open_another,
                       // Long enough that Enter alone begins a search.
                       console::ChooserOptions{.typing_pause = std::chrono::minutes(10)});
@@ -60,7 +60,7 @@ class QtHost final : public ChooserHost {
   pelora::testing::TemporaryFolder folder_;
   resources::ReadResult<resources::ResourceFile> module_ =
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
-  std::unique_ptr<console::DirectorySession> session_;
+  std::unique_ptr<session::DirectorySession> session_;
   ModalScripts scripts_;
   console::QtMessageBox message_box_;
   std::optional<console::QtChoosers> choosers_;

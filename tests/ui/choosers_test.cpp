@@ -5,16 +5,14 @@
 #include <QApplication>
 #include <QTest>
 #include <algorithm>
-#include <cstring>
 #include <semaphore>
 
 #include "directory/select_ad_object.h"
 #include "directory/selection_reader.h"
 #include "hosts/console/choosers/qt_choosers.h"
-#include "hosts/console/choosers/selection_list_block.h"
 #include "hosts/console/console_platform.h"
+#include "hosts/console/make_property_sheet.h"
 #include "hosts/console/message_box.h"
-#include "hosts/console/property_tabs.h"
 #include "hosts/console/qt_text.h"
 #include "resources/resource.h"
 #include "tests/ui/chooser_user.h"
@@ -421,39 +419,6 @@ TEST_F(ChoosersTest, PickersNeedToBeSetUp) {
   ASSERT_EQ(choosers_.CreateObjectPicker(picker), S_OK);
   Ref<IDataObject> chosen;
   EXPECT_EQ(picker->InvokeDialog(nullptr, chosen), E_UNEXPECTED);
-}
-
-template <class Number>
-Number NumberAt(const console::HeapBlock& block, std::size_t offset) {
-  Number number = 0;
-  std::memcpy(&number, block.bytes.get() + offset, sizeof number);
-  return number;
-}
-
-std::u16string TextAt(const console::HeapBlock& block, std::size_t offset) {
-  const auto address = NumberAt<std::uint64_t>(block, offset);
-  const auto start = reinterpret_cast<std::uintptr_t>(block.bytes.get());
-  EXPECT_GE(address, start);
-  EXPECT_LT(address, start + block.size);
-  return reinterpret_cast<const char16_t*>(address);
-}
-
-TEST_F(ChoosersTest, TheBlockIsThatOfThePlatform) {
-  const std::vector<console::DirectoryObject> objects = Objects({kAnna, kRolf});
-  const console::HeapBlock block = console::SelectionListOf(objects);
-  EXPECT_EQ(NumberAt<std::uint32_t>(block, 0), 2U);
-  EXPECT_EQ(NumberAt<std::uint32_t>(block, 4), 0U);
-  EXPECT_EQ(TextAt(block, 8), u"Meyer, Anna");
-  EXPECT_EQ(TextAt(block, 16),
-            u"LDAP://CN=Meyer\\, Anna,OU=Geschäftsleitung,OU=Linden-Werke Chemnitz,"
-            u"DC=linden-werke,DC=example");
-  EXPECT_EQ(TextAt(block, 24), u"user");
-  EXPECT_EQ(TextAt(block, 32), u"");
-  EXPECT_EQ(NumberAt<std::uint64_t>(block, 40), 0U);
-  EXPECT_EQ(NumberAt<std::uint32_t>(block, 48), 2U);
-  EXPECT_EQ(TextAt(block, 64),
-            u"LDAP://CN=Rolf Uhlig,OU=Labor I\\/O,OU=Entwicklung,OU=Linden-Werke Chemnitz,"
-            u"DC=linden-werke,DC=example");
 }
 
 TEST_F(ChoosersTest, ADelegateChosenOnTheUserTabIsWritten) {

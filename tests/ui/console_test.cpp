@@ -75,20 +75,20 @@ ConsoleTest::ConsoleTest()
   if (!module_.value) throw std::runtime_error(module_.error);
   const ldap::StoreStatus made = ldap::CreateLdbDirectory(file_, ldap::SampleCompanyLdif());
   if (!made.Ok()) throw std::runtime_error(made.text);
-  console::SessionResult opened = console::OpenDirectoryFile(ToQString(file_));
-  if (!opened.session) throw std::runtime_error(ToUtf8(opened.error));
+  session::SessionResult opened = session::OpenDirectoryFile(file_);
+  if (!opened.session) throw std::runtime_error(opened.error);
   session_ = std::move(opened.session);
 }
 
-std::unique_ptr<console::DirectorySession> ConsoleTest::TakeSession() {
+std::unique_ptr<session::DirectorySession> ConsoleTest::TakeSession() {
   return std::move(session_);
 }
 
-std::vector<console::DirectoryObject> ConsoleTest::Objects(const std::vector<std::string>& names) {
-  std::vector<console::DirectoryObject> objects;
-  const console::DirectoryBrowser browser(*session_->store);
+std::vector<session::DirectoryObject> ConsoleTest::Objects(const std::vector<std::string>& names) {
+  std::vector<session::DirectoryObject> objects;
+  const session::DirectoryBrowser browser(*session_->store);
   for (const std::string& name : names) {
-    console::DirectoryObject object;
+    session::DirectoryObject object;
     const ldap::StoreStatus status = browser.ReadObject(name, object);
     if (!status.Ok()) throw std::runtime_error(status.text);
     objects.push_back(std::move(object));

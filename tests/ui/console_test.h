@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "hosts/console/directory_browser.h"
-#include "hosts/console/directory_session.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/session/directory_browser.h"
+#include "hosts/session/directory_session.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"
 #include "tests/support/temporary_folder.h"
 
@@ -56,10 +56,10 @@ class ConsoleTest : public ::testing::Test {
 
   [[nodiscard]] const std::string& file() const { return file_; }
   [[nodiscard]] const resources::ResourceFile& module() const { return *module_.value; }
-  [[nodiscard]] console::DirectorySession& session() { return *session_; }
+  [[nodiscard]] session::DirectorySession& session() { return *session_; }
   /// Gives the session away: to a window, say.
-  [[nodiscard]] std::unique_ptr<console::DirectorySession> TakeSession();
-  [[nodiscard]] std::vector<console::DirectoryObject> Objects(
+  [[nodiscard]] std::unique_ptr<session::DirectorySession> TakeSession();
+  [[nodiscard]] std::vector<session::DirectoryObject> Objects(
       const std::vector<std::string>& names);
 
   [[nodiscard]] const pelora::testing::TemporaryFolder& folder() const { return folder_; }
@@ -69,7 +69,7 @@ class ConsoleTest : public ::testing::Test {
   pelora::testing::TemporaryFolder folder_;
   std::string file_;
   resources::ReadResult<resources::ResourceFile> module_;
-  std::unique_ptr<console::DirectorySession> session_;
+  std::unique_ptr<session::DirectorySession> session_;
   contract::ModalScripts modal_scripts_;
 };
 

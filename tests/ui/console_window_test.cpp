@@ -93,7 +93,7 @@ class Window : public ConsoleTest {
   void GoToSales() { GoTo({"Linden-Werke Chemnitz", "Vertrieb"}); }
   [[nodiscard]] std::vector<std::string> SelectedNames() {
     std::vector<std::string> names;
-    for (const auto& object : window_.Selection()) names.push_back(ToUtf8(object.name));
+    for (const auto& object : window_.Selection()) names.push_back(object.name);
     return names;
   }
   [[nodiscard]] std::string StatusTexts() {
@@ -329,9 +329,8 @@ TEST_F(Window, ADirectoryThatCannotBeReadCostsNobodyHisSheets) {
     told = ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
     box.close();
   });
-  EXPECT_FALSE(window().SetSession(std::make_unique<console::DirectorySession>(
-      QStringLiteral("broken.ldb"), std::make_unique<ScriptedStore>(nullptr),
-      ldap::StoreOpener())));
+  EXPECT_FALSE(window().SetSession(std::make_unique<session::DirectorySession>(
+      "broken.ldb", std::make_unique<ScriptedStore>(nullptr), ldap::StoreOpener())));
   QCoreApplication::processEvents();
   EXPECT_EQ(told, "no such object");
   EXPECT_EQ(Container(), "Vertrieb");

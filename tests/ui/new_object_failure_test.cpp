@@ -58,7 +58,7 @@ TEST_F(NewObjectFailure, ANameInUseIsSaidAndEverythingTypedStays) {
 }
 
 TEST_F(NewObjectFailure, ARequestWithoutAnAnswerLeavesOpenWhetherTheObjectIsThere) {
-  OpenNamed(console::NewObjectKinds()[1]);
+  OpenNamed(session::NewObjectKinds()[1]);
   wizard().Next();
   wizard().Next();
   store_->FailNextAdd({ldap::kLdapTimeout, "no answer came"});
@@ -90,10 +90,10 @@ TEST_F(NewObjectFailure, WhatIsChangedAfterGoingBackIsWhatIsMade) {
 
 TEST_F(NewObjectFailure, AFailureThatNoExtensionShowsIsShownByTheConsole) {
   console::QtMessageBox message_box;
-  const console::NewObjectKind& unit = console::NewObjectKinds()[3];
+  const session::NewObjectKind& unit = session::NewObjectKinds()[3];
   const auto failure = std::make_shared<ldap::StoreStatus>();
   HRESULT make_status = E_ADS_BAD_PATHNAME;
-  console::NewObjectSetup setup;
+  sheets::NewObjectSetup setup;
   setup.class_name = "organizationalUnit";
   setup.make_object = [&](const std::string& /*name*/, Ref<IADs>& object) {
     // There is no such container.

@@ -256,7 +256,7 @@ TEST_F(NewObjectKinds, ContainersMayHaveSlashesAndCommasInTheirNames) {
 }
 
 TEST_F(NewObjectKinds, EveryKindLeftAloneHasNoAccountAndNothingElseOfPelora) {
-  for (const console::NewObjectKind& kind : console::NewObjectKinds()) {
+  for (const session::NewObjectKind& kind : session::NewObjectKinds()) {
     SCOPED_TRACE(kind.class_name);
     adds_.clear();
     OpenNamed(kind);

@@ -46,7 +46,7 @@ class NewObjectLooks : public NewObjectTest {
   }
   /// Looks at every page of every kind of object.
   void LookAtEveryPage() {
-    for (const console::NewObjectKind& kind : console::NewObjectKinds()) {
+    for (const session::NewObjectKind& kind : session::NewObjectKinds()) {
       SCOPED_TRACE(kind.class_name);
       OpenNamed(kind);
       EXPECT_EQ(Faults(), Lines{});
@@ -101,7 +101,7 @@ TEST_F(NewObjectLooks, EveryPageShowsWholeAndNoKeyBelongsToTwoControls) { LookAt
 TEST_F(SealedNewObjectLooks, EveryPageShowsWholeAndNoKeyBelongsToTwoControls) { LookAtEveryPage(); }
 
 TEST_F(NewObjectLooks, TheButtonsStayWhereTheyAre) {
-  for (const console::NewObjectKind& kind : console::NewObjectKinds()) {
+  for (const session::NewObjectKind& kind : session::NewObjectKinds()) {
     SCOPED_TRACE(kind.class_name);
     OpenNamed(kind);
     const QRect back = wizard().wizard().back().geometry();

@@ -99,10 +99,10 @@ TEST_F(NewObjectOwnPage, WithoutASealedConnectionNoPasswordIsAskedFor) {
 TEST_F(NewObjectOwnPage, WithoutASealedConnectionNoPasswordIsSentWhateverTheValuesHold) {
   const auto object = Ref<ldap::NewStoreObject>::Adopt(new ldap::NewStoreObject(
       *recorded_->store, Below("CN=Nora"), "user", std::make_shared<ldap::StoreStatus>()));
-  console::OwnValues values;
-  values.name = values.logon_name = QStringLiteral("Nora");
-  values.password = values.confirmation = QStringLiteral("Gehe1m!");
-  EXPECT_EQ(console::StageOwnValues(console::NewObjectKinds()[0], values, {}, *object), S_OK);
+  session::OwnValues values;
+  values.name = values.logon_name = "Nora";
+  values.password = values.confirmation = "Gehe1m!";
+  EXPECT_EQ(session::StageOwnValues(session::NewObjectKinds()[0], values, {}, *object), S_OK);
   EXPECT_EQ(object->SetInfo(), S_OK);
   ASSERT_EQ(adds_.size(), 1U);
   EXPECT_TRUE(adds_[0].attributes.contains("sAMAccountName"));

@@ -13,19 +13,19 @@ using console::ToQString;
 using console::ToUtf8;
 
 NewObjectTest::NewObjectTest(bool is_sealed) {
-  std::unique_ptr<console::DirectorySession> session = OpenFile();
+  std::unique_ptr<session::DirectorySession> session = OpenFile();
   std::unique_ptr<ldap::IDirectoryStore> opened;
   if (!session->open_another(opened, {}).Ok())
     throw std::runtime_error("it cannot be opened twice");
   auto store = std::make_unique<RecordingStore>(std::move(opened), adds_, is_sealed);
   store_ = store.get();
-  recorded_ = std::make_unique<console::DirectorySession>(session->path, std::move(store),
+  recorded_ = std::make_unique<session::DirectorySession>(session->path, std::move(store),
                                                           session->open_another);
 }
 
-std::unique_ptr<console::DirectorySession> NewObjectTest::OpenFile() {
-  console::SessionResult opened = console::OpenDirectoryFile(ToQString(file()));
-  if (!opened.session) throw std::runtime_error(ToUtf8(opened.error));
+std::unique_ptr<session::DirectorySession> NewObjectTest::OpenFile() {
+  session::SessionResult opened = session::OpenDirectoryFile(file());
+  if (!opened.session) throw std::runtime_error(opened.error);
   return std::move(opened.session);
 }
 
@@ -34,11 +34,11 @@ OpenWizard& NewObjectTest::Open(const char* kind, const char* container) {
   return *wizard_;
 }
 
-void NewObjectTest::OpenNamed(const console::NewObjectKind& kind) {
+void NewObjectTest::OpenNamed(const session::NewObjectKind& kind) {
   Open(std::string(kind.class_name).c_str());
-  const std::string name = "New " + ToUtf8(console::TextOf(kind));
+  const std::string name = "New " + session::TextOf(kind);
   kind.HasOwnPage() ? wizard().Write("own_name", name) : wizard().user().Type(292, name);
-  if (kind.account == console::AccountForm::kUser) wizard().Write("own_logon_name", "new");
+  if (kind.account == session::AccountForm::kUser) wizard().Write("own_logon_name", "new");
 }
 
 NewObjectTest::Lines NewObjectTest::Stored(const std::string& dn) {

@@ -20,11 +20,11 @@ class NewObjectTest : public ConsoleTest {
   /// Whether the directory poses as one whose connection is sealed.
   explicit NewObjectTest(bool is_sealed = false);
 
-  [[nodiscard]] std::unique_ptr<console::DirectorySession> OpenFile();
+  [[nodiscard]] std::unique_ptr<session::DirectorySession> OpenFile();
 
   OpenWizard& Open(const char* kind, const char* container = kSales);
   /// Opens the wizard of a kind, with its first page filled in as far as Next needs it.
-  void OpenNamed(const console::NewObjectKind& kind);
+  void OpenNamed(const session::NewObjectKind& kind);
   [[nodiscard]] OpenWizard& wizard() { return *wizard_; }
 
   /// What the directory file holds of an object, without what follows from its name alone.
@@ -36,7 +36,7 @@ class NewObjectTest : public ConsoleTest {
   void Picture(const std::string& name);
 
   std::vector<ldap::Entry> adds_;
-  std::unique_ptr<console::DirectorySession> recorded_;
+  std::unique_ptr<session::DirectorySession> recorded_;
   RecordingStore* store_ = nullptr;
   std::optional<OpenWizard> wizard_;
 };

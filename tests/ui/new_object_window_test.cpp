@@ -146,7 +146,7 @@ TEST_F(NewObjectWindow, ADirectoryThatIsOpenedMeanwhileIsShownAfterwards) {
   modal_scripts().Add([&](QWidget& wizard) {
     window().OpenBesides(
         QStringLiteral("other"),
-        [other](const auto& /*stop*/) { return console::OpenDirectoryFile(ToQString(other)); },
+        [other](const auto& /*stop*/) { return session::OpenDirectoryFile(other); },
         [&shown] { shown = true; });
     QTest::qWait(500);
     EXPECT_FALSE(shown);

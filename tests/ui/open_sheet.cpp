@@ -19,7 +19,7 @@ void Click(const console::QtPropertySheet& sheet, QDialogButtonBox::StandardButt
 }  // namespace
 
 OpenSheet::OpenSheet(IDirectoryService& directory, const resources::ResourceFile& module,
-                     const std::vector<console::DirectoryObject>& selection)
+                     const std::vector<session::DirectoryObject>& selection)
     : platform_(directory, message_box_, choosers_, module),
       result_(console::MakePropertySheet(selection, {}, platform_.platform(), module, nullptr)) {
   if (!result_.sheet) throw std::runtime_error(console::ToUtf8(result_.error));

@@ -5,8 +5,8 @@
 #include <QMessageBox>
 
 #include "hosts/console/console_platform.h"
+#include "hosts/console/make_property_sheet.h"
 #include "hosts/console/message_box.h"
-#include "hosts/console/property_tabs.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"
 #include "tests/support/fake_choosers.h"
@@ -17,7 +17,7 @@ namespace pelora::test {
 class OpenSheet {
  public:
   OpenSheet(IDirectoryService& directory, const resources::ResourceFile& module,
-            const std::vector<console::DirectoryObject>& selection);
+            const std::vector<session::DirectoryObject>& selection);
 
   [[nodiscard]] console::QtPropertySheet& sheet() const { return *result_.sheet; }
   /// The dialog of the first page.

@@ -19,9 +19,9 @@ namespace {
 using console::ToQString;
 using console::ToUtf8;
 
-const console::NewObjectKind& KindOf(std::string_view class_name) {
-  return *std::ranges::find(console::NewObjectKinds(), class_name,
-                            &console::NewObjectKind::class_name);
+const session::NewObjectKind& KindOf(std::string_view class_name) {
+  return *std::ranges::find(session::NewObjectKinds(), class_name,
+                            &session::NewObjectKind::class_name);
 }
 
 template <class Widget>
@@ -33,8 +33,8 @@ Widget& FieldOf(const QWidget& window, const char* name) {
 
 }  // namespace
 
-OpenWizard::OpenWizard(console::DirectorySession& session, const resources::ResourceFile& module,
-                       const char* kind, const console::DirectoryObject& container)
+OpenWizard::OpenWizard(session::DirectorySession& session, const resources::ResourceFile& module,
+                       const char* kind, const session::DirectoryObject& container)
     : platform_(session.service, message_box_, choosers_, module),
       result_(console::MakeNewObjectWizard(KindOf(kind), container, session, platform_.platform(),
                                            module, nullptr)) {

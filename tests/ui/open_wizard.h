@@ -68,8 +68,8 @@ class RecordingStore final : public ldap::IDirectoryStore {
 class OpenWizard {
  public:
   /// `kind` is the LDAP display name of a class.
-  OpenWizard(console::DirectorySession& session, const resources::ResourceFile& module,
-             const char* kind, const console::DirectoryObject& container);
+  OpenWizard(session::DirectorySession& session, const resources::ResourceFile& module,
+             const char* kind, const session::DirectoryObject& container);
 
   [[nodiscard]] console::QtNewObjectWizard& wizard() const { return *result_.wizard; }
   [[nodiscard]] contract::QtPlayer& user() { return *player_; }

@@ -5,12 +5,13 @@
 #include <algorithm>
 
 #include "directory/attribute_catalogue.h"
-#include "hosts/console/property_tabs.h"
+#include "hosts/console/make_property_sheet.h"
 #include "hosts/console/qt_text.h"
 #include "hosts/console/screenshot.h"
 #include "hosts/ldap/ads_path.h"
 #include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/sample_company.h"
+#include "hosts/session/property_tabs.h"
 #include "resources/resource.h"
 #include "server/class_table.h"
 #include "tests/contract/tab_contract.h"
@@ -30,12 +31,12 @@ class QtConsole final : public TabConsole {
     const std::string file = folder_.File("company.ldb");
     const ldap::StoreStatus made = ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif());
     EXPECT_TRUE(made.Ok()) << made.text;
-    session_ = console::OpenDirectoryFile(ToQString(file)).session;
+    session_ = session::OpenDirectoryFile(file).session;
   }
 
   void Open(const std::string& component, const Names& names) override {
     objects_.clear();
-    const console::DirectoryBrowser browser(*session_->store);
+    const session::DirectoryBrowser browser(*session_->store);
     for (const std::string& name : names) {
       EXPECT_TRUE(browser.ReadObject(name, objects_.emplace_back()).Ok()) << name;
     }
@@ -45,7 +46,7 @@ class QtConsole final : public TabConsole {
   }
   /// Goes to another tab of the sheet.
   void ShowTab(const std::string& component) {
-    const std::vector<Guid> tabs = console::TabsOf(objects_, {});
+    const std::vector<Guid> tabs = session::TabsOf(objects_, {});
     const Guid tab = FindClass(component)->class_id;
     page_ = static_cast<std::size_t>(std::ranges::find(tabs, tab) - tabs.begin());
     sheet_->sheet().SelectPage(page_);
@@ -113,10 +114,10 @@ class QtConsole final : public TabConsole {
   pelora::testing::TemporaryFolder folder_;
   resources::ReadResult<resources::ResourceFile> module_ =
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
-  std::unique_ptr<console::DirectorySession> session_;
+  std::unique_ptr<session::DirectorySession> session_;
   ModalScripts scripts_;
   test::ShownBox box_;
-  std::vector<console::DirectoryObject> objects_;
+  std::vector<session::DirectoryObject> objects_;
   std::unique_ptr<test::OpenSheet> sheet_;
   std::size_t page_ = 0;
   std::optional<QtPlayer> player_;

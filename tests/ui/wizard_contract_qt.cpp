@@ -30,7 +30,7 @@ class QtWizardDriver final : public WizardDriver {
   }
   void Show() override {
     auto extension = Ref<IDsAdminNewObjExt>::Adopt(new PagesExtension(std::exchange(pages_, {})));
-    EXPECT_EQ(wizard_.AddExtension(std::move(extension), console::WizardRole::kPrimary), S_OK);
+    EXPECT_EQ(wizard_.AddExtension(std::move(extension), sheets::WizardRole::kPrimary), S_OK);
     wizard_.Start();
     wizard_.show();
     QCoreApplication::processEvents();
@@ -53,7 +53,7 @@ class QtWizardDriver final : public WizardDriver {
       resources::ResourceFile::Read(ContractResourceBytes()).value.value();
   NoBoxes boxes_;
   /// It has no page of its own.
-  console::NewObjectKind kind_{.class_name = "peloraAddresslist", .menu_text = "A &list"};
+  session::NewObjectKind kind_{.class_name = "peloraAddresslist", .menu_text = "A &list"};
   console::QtNewObjectWizard wizard_{
       {.module = templates_, .message_box = boxes_, .kind = kind_, .own_context = {}}, {}};
 };

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "hosts/console/choosers/key_shortcuts.h"
+#include "hosts/console/qt_text.h"
 
 namespace pelora::console {
 namespace {
@@ -19,15 +20,15 @@ constexpr int kTreeLines = 20;
 
 }  // namespace
 
-ContainerBrowser::ContainerBrowser(ldap::StoreOpener opener, DirectoryObject base, Refusal refusal,
-                                   QWidget* parent)
+ContainerBrowser::ContainerBrowser(ldap::StoreOpener opener, session::DirectoryObject base,
+                                   Refusal refusal, QWidget* parent)
     : QDialog(parent),
       refusal_(std::move(refusal)),
       reader_(std::move(opener)),
       model_(reader_, std::move(base),
-             [this](const DirectoryObject& container, const QString& reason) {
+             [this](const session::DirectoryObject& container, const QString& reason) {
                status_->setText(QStringLiteral("The contents of %1 cannot be read: %2")
-                                    .arg(container.name, reason));
+                                    .arg(ToQString(container.name), reason));
              }),
       status_(new QLabel(this)) {
   setObjectName(QStringLiteral("container_browser"));

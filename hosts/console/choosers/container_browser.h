@@ -20,7 +20,7 @@ class ContainerBrowser final : public QDialog {
   using Refusal = std::function<QString(const std::string& dn)>;
 
   /// `opener` opens the directory for use on a thread of the dialog's.
-  ContainerBrowser(ldap::StoreOpener opener, DirectoryObject base, Refusal refusal,
+  ContainerBrowser(ldap::StoreOpener opener, session::DirectoryObject base, Refusal refusal,
                    QWidget* parent);
   ~ContainerBrowser() override;
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/choosers/found_object_model.h"
 
-#include <array>
-#include <iterator>
+#include <utility>
 
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
@@ -11,21 +10,6 @@ namespace pelora::console {
 namespace {
 
 constexpr std::array kHeads = {"Name", "Type", "Logon Name", "E-mail Address", "Folder"};
-
-QString TextOf(const FoundObject& found, int column) {
-  switch (column) {
-    case FoundObjectModel::kName:
-      return found.object.name;
-    case FoundObjectModel::kType:
-      return found.object.kind.type_text;
-    case FoundObjectModel::kLogonName:
-      return found.logon_name;
-    case FoundObjectModel::kMail:
-      return found.mail;
-    default:
-      return found.folder;
-  }
-}
 
 /// A name as it is, whatever it looks like.
 QString AsToolTip(const std::string& dn) {
@@ -36,14 +20,19 @@ QString AsToolTip(const std::string& dn) {
 
 void FoundObjectModel::Clear() {
   beginResetModel();
-  objects_.clear();
+  rows_.clear();
   endResetModel();
 }
 
-void FoundObjectModel::Append(std::vector<FoundObject> objects) {
+void FoundObjectModel::Append(std::vector<session::FoundObject> objects) {
   if (objects.empty()) return;
   beginInsertRows({}, Count(), Count() + static_cast<int>(objects.size()) - 1);
-  std::move(objects.begin(), objects.end(), std::back_inserter(objects_));
+  rows_.reserve(rows_.size() + objects.size());
+  for (session::FoundObject& found : objects) {
+    Texts texts = {ToQString(found.object.name), ToQString(found.object.kind.type_text),
+                   ToQString(found.logon_name), ToQString(found.mail), ToQString(found.folder)};
+    rows_.push_back({.object = std::move(found.object), .texts = std::move(texts)});
+  }
   endInsertRows();
 }
 
@@ -57,12 +46,10 @@ int FoundObjectModel::columnCount(const QModelIndex& parent) const {
 
 QVariant FoundObjectModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const FoundObject& found = objects_[static_cast<std::size_t>(index.row())];
-  if (role == Qt::DisplayRole) return TextOf(found, index.column());
-  if (role == Qt::ToolTipRole) return AsToolTip(found.object.dn);
-  if (role == Qt::DecorationRole && index.column() == kName) {
-    return IconOf(found.object.kind.icon);
-  }
+  const Row& row = rows_[static_cast<std::size_t>(index.row())];
+  if (role == Qt::DisplayRole) return row.texts[static_cast<std::size_t>(index.column())];
+  if (role == Qt::ToolTipRole) return AsToolTip(row.object.dn);
+  if (role == Qt::DecorationRole && index.column() == kName) return IconOf(row.object.kind.icon);
   return {};
 }
 

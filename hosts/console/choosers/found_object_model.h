@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QString>
+#include <array>
 #include <vector>
 
 #include "hosts/console/choosers/object_search.h"
@@ -16,11 +18,11 @@ class FoundObjectModel final : public QAbstractTableModel {
   using QAbstractTableModel::QAbstractTableModel;
 
   void Clear();
-  void Append(std::vector<FoundObject> objects);
-  [[nodiscard]] const DirectoryObject& ObjectAt(int row) const {
-    return objects_[static_cast<std::size_t>(row)].object;
+  void Append(std::vector<session::FoundObject> objects);
+  [[nodiscard]] const session::DirectoryObject& ObjectAt(int row) const {
+    return rows_[static_cast<std::size_t>(row)].object;
   }
-  [[nodiscard]] int Count() const { return static_cast<int>(objects_.size()); }
+  [[nodiscard]] int Count() const { return static_cast<int>(rows_.size()); }
 
   [[nodiscard]] int rowCount(const QModelIndex& parent) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent) const override;
@@ -29,7 +31,14 @@ class FoundObjectModel final : public QAbstractTableModel {
                                     int role) const override;
 
  private:
-  std::vector<FoundObject> objects_;
+  using Texts = std::array<QString, kColumnCount>;
+  /// Texts are made for the view once: it asks for them at every comparison and drawing.
+  struct Row {
+    session::DirectoryObject object;
+    Texts texts;
+  };
+
+  std::vector<Row> rows_;
 };
 
 }  // namespace pelora::console

@@ -4,41 +4,18 @@
 #include <mutex>
 #include <utility>
 
-#include "hosts/console/choosers/folder_name.h"
-#include "hosts/console/qt_text.h"
-
 namespace pelora::console {
-namespace {
-
-QString FirstValue(const ldap::Entry& entry, std::string_view attribute) {
-  const auto found = entry.attributes.find(attribute);
-  if (found == entry.attributes.end() || found->second.empty()) return {};
-  return ToQString(found->second.front());
-}
-
-FoundObject FoundObjectOf(const ldap::Entry& entry) {
-  FoundObject found{.object = ObjectOf(entry),
-                    .logon_name = FirstValue(entry, "sAMAccountName"),
-                    .mail = FirstValue(entry, "mail"),
-                    .folder = {}};
-  // A domain's name says where it is.
-  if (found.object.kind.icon != ObjectIcon::kDomain) found.folder = FolderOf(entry.dn);
-  return found;
-}
-
-}  // namespace
-
 /// The part that works on the search's thread.
 class ObjectSearch::Worker final : public QObject {
  public:
   Worker(ObjectSearch& owner, ldap::StoreOpener opener)
       : owner_(owner), opener_(std::move(opener)) {}
 
-  void Run(const std::stop_token& stop, const ObjectQuery& query) {
+  void Run(const std::stop_token& stop, const session::ObjectQuery& query) {
     if (stop.stop_requested()) return;
-    const SearchEnd end = Search(stop, query);
+    const session::SearchEnd end = Search(stop, query);
     // The next search opens the directory anew: the connection may have been lost.
-    if (end.reason == SearchEnd::Reason::kFailed && !stop.stop_requested()) store_.reset();
+    if (end.reason == session::SearchEnd::Reason::kFailed && !stop.stop_requested()) store_.reset();
     Post([&owner = owner_, stop, end] { owner.Finish(stop, end); });
   }
 
@@ -47,12 +24,12 @@ class ObjectSearch::Worker final : public QObject {
   class Inbox {
    public:
     /// Whether the other side is to be told that there is something to fetch.
-    [[nodiscard]] bool Add(FoundObject object) {
+    [[nodiscard]] bool Add(session::FoundObject object) {
       const std::lock_guard lock(mutex_);
       objects_.push_back(std::move(object));
       return !std::exchange(is_announced_, true);
     }
-    [[nodiscard]] std::vector<FoundObject> Fetch() {
+    [[nodiscard]] std::vector<session::FoundObject> Fetch() {
       const std::lock_guard lock(mutex_);
       is_announced_ = false;
       return std::exchange(objects_, {});
@@ -60,7 +37,7 @@ class ObjectSearch::Worker final : public QObject {
 
    private:
     std::mutex mutex_;
-    std::vector<FoundObject> objects_;
+    std::vector<session::FoundObject> objects_;
     bool is_announced_ = false;
   };
 
@@ -70,38 +47,20 @@ class ObjectSearch::Worker final : public QObject {
     QMetaObject::invokeMethod(&owner_.receiver_, std::move(action), Qt::QueuedConnection);
   }
 
-  SearchEnd Search(const std::stop_token& stop, const ObjectQuery& query) {
+  session::SearchEnd Search(const std::stop_token& stop, const session::ObjectQuery& query) {
     const auto inbox = std::make_shared<Inbox>();
-    ldap::Entry root;
-    ldap::StoreStatus status = store_ ? ldap::StoreStatus{} : opener_(store_, stop);
-    if (!status.Ok()) return EndOf(status);
+    if (const auto status = store_ ? ldap::StoreStatus{} : opener_(store_, stop); !status.Ok()) {
+      return session::EndOf(status);
+    }
     store_->StopOn(stop);
-    status = store_->ReadRoot(root);
-    if (!status.Ok()) return EndOf(status);
-    std::size_t count = 0;
-    bool has_more = false;
-    const auto take = [&](const ldap::Entry& entry) {
+    return session::FindObjects(*store_, query, [&](session::FoundObject found) {
       if (stop.stop_requested()) return false;
-      FoundObject found = FoundObjectOf(entry);
-      if (found.object.kind.is_internal) return true;
-      has_more = count == query.limit;
-      if (has_more) return false;
-      ++count;
       // One announcement stands for all that is found until it arrives.
       if (inbox->Add(std::move(found))) {
         Post([&owner = owner_, stop, inbox] { owner.Deliver(stop, inbox->Fetch()); });
       }
       return true;
-    };
-    const QString base = FirstValue(root, "defaultNamingContext");
-    status = store_->Search(
-        {.base = ToUtf8(base),
-         .scope = ldap::SearchScope::kSubtree,
-         .filter = query.filter,
-         .attributes = {"objectClass", "name", "description", "sAMAccountName", "mail"}},
-        take);
-    if (has_more) return {SearchEnd::Reason::kOwnLimit, {}};
-    return EndOf(status);
+    });
   }
 
   ObjectSearch& owner_;
@@ -123,7 +82,7 @@ ObjectSearch::~ObjectSearch() {
   thread_.wait();
 }
 
-void ObjectSearch::Start(ObjectQuery query) {
+void ObjectSearch::Start(session::ObjectQuery query) {
   Stop();
   stop_ = std::stop_source();
   is_running_ = true;
@@ -140,11 +99,12 @@ void ObjectSearch::Stop() {
   is_running_ = false;
 }
 
-void ObjectSearch::Deliver(const std::stop_token& stop, std::vector<FoundObject> objects) const {
+void ObjectSearch::Deliver(const std::stop_token& stop,
+                           std::vector<session::FoundObject> objects) const {
   if (!stop.stop_requested() && on_found) on_found(std::move(objects));
 }
 
-void ObjectSearch::Finish(const std::stop_token& stop, const SearchEnd& end) {
+void ObjectSearch::Finish(const std::stop_token& stop, const session::SearchEnd& end) {
   if (stop.stop_requested()) return;
   is_running_ = false;
   if (on_finished) on_finished(end);

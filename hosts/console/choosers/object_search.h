@@ -2,34 +2,16 @@
 #pragma once
 
 #include <QObject>
-#include <QString>
 #include <QThread>
 #include <functional>
 #include <memory>
 #include <stop_token>
 #include <vector>
 
-#include "hosts/console/directory_browser.h"
-#include "hosts/console/search_end.h"
 #include "hosts/ldap/store_opener.h"
+#include "hosts/session/object_search.h"
 
 namespace pelora::console {
-
-/// One object that a search found.
-struct FoundObject {
-  DirectoryObject object;
-  QString logon_name;
-  QString mail;
-  /// Where it lies, from the domain down: "example.org/Sales".
-  QString folder;
-};
-
-/// What is searched for, below the directory's base.
-struct ObjectQuery {
-  std::string filter;
-  /// At most so many objects are given.
-  std::size_t limit = 0;
-};
 
 /// Searches a directory on a thread of its own, over a store of its own, one search at a time; what
 /// is found is handed over at once, as fast as the user interface takes it.
@@ -45,18 +27,18 @@ class ObjectSearch final {
   ObjectSearch(const ObjectSearch&) = delete;
   ObjectSearch& operator=(const ObjectSearch&) = delete;
 
-  void Start(ObjectQuery query);
+  void Start(session::ObjectQuery query);
   void Stop();
   [[nodiscard]] bool IsRunning() const { return is_running_; }
 
-  std::function<void(std::vector<FoundObject> objects)> on_found;
-  std::function<void(const SearchEnd& end)> on_finished;
+  std::function<void(std::vector<session::FoundObject> objects)> on_found;
+  std::function<void(const session::SearchEnd& end)> on_finished;
 
  private:
   class Worker;
 
-  void Deliver(const std::stop_token& stop, std::vector<FoundObject> objects) const;
-  void Finish(const std::stop_token& stop, const SearchEnd& end);
+  void Deliver(const std::stop_token& stop, std::vector<session::FoundObject> objects) const;
+  void Finish(const std::stop_token& stop, const session::SearchEnd& end);
 
   /// Of the latest search.
   std::stop_source stop_{std::nostopstate};

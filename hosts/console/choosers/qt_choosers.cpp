@@ -9,11 +9,12 @@
 #include "directory/utf.h"
 #include "hosts/console/choosers/container_browser.h"
 #include "hosts/console/choosers/search_dialog.h"
-#include "hosts/console/choosers/search_filter.h"
-#include "hosts/console/choosers/selection_list_block.h"
 #include "hosts/console/qt_dialog.h"
 #include "hosts/console/qt_text.h"
-#include "hosts/console/selection_data_object.h"
+#include "hosts/ldap/entry_values.h"
+#include "hosts/selection/selection_data_object.h"
+#include "hosts/session/search_filter.h"
+#include "hosts/session/selection_data_object.h"
 #include "platform/dialog_controller.h"
 
 namespace pelora::console {
@@ -52,16 +53,16 @@ std::string ContainerPath(ldap::IDirectoryStore& store, const std::string& dn) {
   std::string server = "localhost";
   ldap::Entry root;
   if (store.ReadRoot(root).Ok()) {
-    const auto name = root.attributes.find("dnsHostName");
-    if (name != root.attributes.end() && !name->second.empty()) server = name->second.front();
+    std::string name = ldap::FirstValue(root, "dnsHostName");
+    if (!name.empty()) server = std::move(name);
   }
   return "LDAP://" + server + "/" + dn;
 }
 
 /// The objects that the administrator chose; none when the search was cancelled.
-std::optional<std::vector<DirectoryObject>> RunSearch(SearchDialogInit init,
-                                                      const ldap::StoreOpener& opener,
-                                                      ChooserOwner owner) {
+std::optional<std::vector<session::DirectoryObject>> RunSearch(SearchDialogInit init,
+                                                               const ldap::StoreOpener& opener,
+                                                               ChooserOwner owner) {
   SearchDialog dialog(std::move(init), opener, WindowOf(owner.dialog));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.Chosen();
@@ -81,14 +82,14 @@ class ObjectPicker final : public IDsObjectPicker {
     if (!init_) return E_UNEXPECTED;
     const bool multiple = (init_->options & kPickSeveral) != 0;
     auto objects = RunSearch({.title = TitleOf(init_->scope, multiple),
-                              .type_filter = TypeFilter(init_->scope),
+                              .type_filter = session::TypeFilter(init_->scope),
                               .multiple = multiple,
                               .shows_addresses = TypesOf(init_->scope) != kComputers,
                               .limit = options_.limit,
                               .typing_pause = options_.typing_pause},
                              opener_, owner);
     if (!objects) return S_FALSE;
-    chosen = MakeChosenDataObject(*std::move(objects));
+    chosen = session::MakeChosenDataObject(*objects);
     return S_OK;
   }
 
@@ -108,23 +109,24 @@ class ContainerQuery final : public ICommonQuery {
     chosen.Reset();
     const bool multiple = (init.window_flags & kQuerySingle) == 0;
     const bool with_hidden = (init.handler_flags & kQueryHiddenObjects) != 0;
-    const auto objects = RunSearch(
-        {.title =
-             multiple ? QStringLiteral("Select Containers") : QStringLiteral("Select Container"),
-         .type_filter = with_hidden ? ContainerFilter() : WithoutHidden(ContainerFilter()),
-         .multiple = multiple,
-         .shows_addresses = false,
-         .limit = options_.limit,
-         .typing_pause = options_.typing_pause},
-        opener_, owner);
+    const auto objects =
+        RunSearch({.title = multiple ? QStringLiteral("Select Containers")
+                                     : QStringLiteral("Select Container"),
+                   .type_filter = with_hidden ? session::ContainerFilter()
+                                              : session::WithoutHidden(session::ContainerFilter()),
+                   .multiple = multiple,
+                   .shows_addresses = false,
+                   .limit = options_.limit,
+                   .typing_pause = options_.typing_pause},
+                  opener_, owner);
     if (!objects) return S_FALSE;
     std::vector<SelectedObject> selected;
-    for (const DirectoryObject& object : *objects) {
+    for (const session::DirectoryObject& object : *objects) {
       selected.push_back({.path = ContainerPath(store_, object.dn),
                           .object_class = object.kind.class_name,
                           .is_container = object.kind.is_container});
     }
-    chosen = MakeObjectNames(selected);
+    chosen = MakeSelectedObjects(std::move(selected));
     return S_OK;
   }
 
@@ -152,8 +154,9 @@ HRESULT QtChoosers::CreateCommonQuery(std::unique_ptr<ICommonQuery>& chooser) {
 
 std::int32_t QtChoosers::BrowseForContainer(const ContainerBrowserInit& init, std::string& path) {
   path.clear();
-  DirectoryObject base;
-  if (const ldap::StoreStatus status = DirectoryBrowser(store_).ReadBase(base); !status.Ok()) {
+  session::DirectoryObject base;
+  if (const ldap::StoreStatus status = session::DirectoryBrowser(store_).ReadBase(base);
+      !status.Ok()) {
     QMessageBox::critical(WindowOf(nullptr), QStringLiteral("Select Container"),
                           QStringLiteral("The directory cannot be read.\n\n%1")
                               .arg(ToQString(status.text))

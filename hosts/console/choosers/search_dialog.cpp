@@ -16,10 +16,10 @@
 #include <utility>
 
 #include "hosts/console/choosers/key_shortcuts.h"
-#include "hosts/console/choosers/search_filter.h"
 #include "hosts/console/choosers/search_status.h"
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
+#include "hosts/session/search_filter.h"
 
 namespace pelora::console {
 namespace {
@@ -50,8 +50,10 @@ SearchDialog::SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWid
 
   pause_.setSingleShot(true);
   connect(&pause_, &QTimer::timeout, this, &SearchDialog::StartSearch);
-  search_.on_found = [this](std::vector<FoundObject> objects) { OnFound(std::move(objects)); };
-  search_.on_finished = [this](const SearchEnd& end) { OnFinished(end); };
+  search_.on_found = [this](std::vector<session::FoundObject> objects) {
+    OnFound(std::move(objects));
+  };
+  search_.on_finished = [this](const session::SearchEnd& end) { OnFinished(end); };
   UpdateButtons();
   StartSearch();
 }
@@ -166,16 +168,16 @@ void SearchDialog::StartSearch() {
   found_->Clear();
   UpdateButtons();
   status_->setText(DescribeRunning(0));
-  search_.Start(
-      {.filter = SearchFilter(init_.type_filter, ToUtf8(text_->text())), .limit = init_.limit});
+  search_.Start({.filter = session::SearchFilter(init_.type_filter, ToUtf8(text_->text())),
+                 .limit = init_.limit});
 }
 
-void SearchDialog::OnFound(std::vector<FoundObject> objects) {
+void SearchDialog::OnFound(std::vector<session::FoundObject> objects) {
   found_->Append(std::move(objects));
   status_->setText(DescribeRunning(found_->Count()));
 }
 
-void SearchDialog::OnFinished(const SearchEnd& end) {
+void SearchDialog::OnFinished(const session::SearchEnd& end) {
   status_->setText(DescribeEnd(end, found_->Count()));
 }
 
@@ -191,9 +193,10 @@ void SearchDialog::TakeSelected() {
 }
 
 void SearchDialog::AddSelected() {
-  for (DirectoryObject& object : Selected()) {
+  for (session::DirectoryObject& object : Selected()) {
     if (IsChosen(object.dn)) continue;
-    auto* item = new QListWidgetItem(IconOf(object.kind.icon), object.name, chosen_list_);
+    auto* item =
+        new QListWidgetItem(IconOf(object.kind.icon), ToQString(object.name), chosen_list_);
     item->setToolTip(ToQString(object.dn).toHtmlEscaped());
     chosen_.push_back(std::move(object));
   }
@@ -220,10 +223,10 @@ void SearchDialog::UpdateButtons() {
   remove_->setEnabled(!chosen_list_->selectedItems().isEmpty());
 }
 
-std::vector<DirectoryObject> SearchDialog::Selected() const {
+std::vector<session::DirectoryObject> SearchDialog::Selected() const {
   QModelIndexList rows = results_->selectionModel()->selectedRows();
   std::ranges::sort(rows, {}, &QModelIndex::row);
-  std::vector<DirectoryObject> selected;
+  std::vector<session::DirectoryObject> selected;
   selected.reserve(static_cast<std::size_t>(rows.size()));
   for (const QModelIndex& row : rows) {
     selected.push_back(found_->ObjectAt(shown_->mapToSource(row).row()));
@@ -232,12 +235,12 @@ std::vector<DirectoryObject> SearchDialog::Selected() const {
 }
 
 bool SearchDialog::IsChosen(const std::string& dn) const {
-  return std::ranges::find(chosen_, dn, &DirectoryObject::dn) != chosen_.end();
+  return std::ranges::find(chosen_, dn, &session::DirectoryObject::dn) != chosen_.end();
 }
 
-std::vector<DirectoryObject> SearchDialog::Chosen() const {
-  std::vector<DirectoryObject> chosen = chosen_;
-  for (DirectoryObject& object : Selected()) {
+std::vector<session::DirectoryObject> SearchDialog::Chosen() const {
+  std::vector<session::DirectoryObject> chosen = chosen_;
+  for (session::DirectoryObject& object : Selected()) {
     if (!IsChosen(object.dn)) chosen.push_back(std::move(object));
   }
   return chosen;

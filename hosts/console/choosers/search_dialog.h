@@ -49,7 +49,7 @@ class SearchDialog final : public QDialog {
 
   /// The chosen objects in the order in which they were chosen; those that were merely selected
   /// last, in the order shown.
-  [[nodiscard]] std::vector<DirectoryObject> Chosen() const;
+  [[nodiscard]] std::vector<session::DirectoryObject> Chosen() const;
 
  private:
   void MakeText(QVBoxLayout& layout);
@@ -62,8 +62,8 @@ class SearchDialog final : public QDialog {
   void OnTextEdited();
   void OnTextEntered();
   void StartSearch();
-  void OnFound(std::vector<FoundObject> objects);
-  void OnFinished(const SearchEnd& end);
+  void OnFound(std::vector<session::FoundObject> objects);
+  void OnFinished(const session::SearchEnd& end);
   void GoToResults();
 
   /// Enter or a double click on what was found.
@@ -71,11 +71,11 @@ class SearchDialog final : public QDialog {
   void AddSelected();
   void RemoveChosen();
   void UpdateButtons();
-  [[nodiscard]] std::vector<DirectoryObject> Selected() const;
+  [[nodiscard]] std::vector<session::DirectoryObject> Selected() const;
   [[nodiscard]] bool IsChosen(const std::string& dn) const;
 
   SearchDialogInit init_;
-  std::vector<DirectoryObject> chosen_;
+  std::vector<session::DirectoryObject> chosen_;
   QTimer pause_;
   FoundObjectModel* found_;
   QSortFilterProxyModel* shown_;

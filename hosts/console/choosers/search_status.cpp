@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/choosers/search_status.h"
 
+#include "hosts/console/qt_text.h"
+
 namespace pelora::console {
 namespace {
 
@@ -15,23 +17,23 @@ QString DescribeRunning(int count) {
   return QStringLiteral("Searching... %1 so far.").arg(Objects(count));
 }
 
-QString DescribeEnd(const SearchEnd& end, int count) {
+QString DescribeEnd(const session::SearchEnd& end, int count) {
   switch (end.reason) {
-    case SearchEnd::Reason::kComplete:
+    case session::SearchEnd::Reason::kComplete:
       if (count == 0) return QStringLiteral("Nothing was found.");
       return QStringLiteral("%1 found.").arg(Objects(count));
-    case SearchEnd::Reason::kOwnLimit:
+    case session::SearchEnd::Reason::kOwnLimit:
       return QStringLiteral(
                  "%1 are shown and there are more. Type more of the name to narrow the search.")
           .arg(Objects(count));
-    case SearchEnd::Reason::kDirectoryLimit:
+    case session::SearchEnd::Reason::kDirectoryLimit:
       return QStringLiteral(
                  "The directory ended the search at a limit of its own; %1 found until "
                  "then. Type more of the name to narrow the search.")
           .arg(Objects(count));
-    case SearchEnd::Reason::kFailed:
+    case session::SearchEnd::Reason::kFailed:
       return QStringLiteral("The search failed, %1 found until then: %2")
-          .arg(Objects(count), end.text);
+          .arg(Objects(count), ToQString(end.text));
   }
   return {};
 }

@@ -3,9 +3,9 @@
 
 #include <memory>
 
-#include "hosts/console/directory_browser.h"
-#include "hosts/console/directory_session.h"
 #include "hosts/console/new_object/new_object_wizard.h"
+#include "hosts/session/directory_browser.h"
+#include "hosts/session/directory_session.h"
 #include "platform/platform.h"
 
 namespace pelora::console {
@@ -19,9 +19,10 @@ struct WizardResult {
 /// Makes the wizard that makes an object of a kind in a container: with the components that the
 /// directory's display specifiers name. An extension that refuses stays out; a refusing primary one
 /// leaves no wizard. Everything that it is made with outlives the wizard.
-[[nodiscard]] WizardResult MakeNewObjectWizard(const NewObjectKind& kind,
-                                               const DirectoryObject& container,
-                                               DirectorySession& session, const Platform& platform,
+[[nodiscard]] WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
+                                               const session::DirectoryObject& container,
+                                               session::DirectorySession& session,
+                                               const Platform& platform,
                                                const resources::ResourceFile& module,
                                                QWidget* parent);
 

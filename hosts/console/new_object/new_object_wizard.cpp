@@ -11,22 +11,24 @@
 #include "directory/error_text.h"
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
+#include "hosts/session/text.h"
 #include "wizards/wizard_base.h"
 
 namespace pelora::console {
 
-QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, NewObjectSetup setup, QWidget* parent)
+QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, sheets::NewObjectSetup setup,
+                                     QWidget* parent)
     : QDialog(parent),
       parts_(parts),
       container_(ToQString(setup.display_info.container_name)),
-      title_(QStringLiteral("New Object - %1").arg(TextOf(parts_.kind))),
+      title_(QStringLiteral("New Object - %1").arg(ToQString(session::TextOf(parts_.kind)))),
       machine_(parts_.module, *this, Complete(std::move(setup))) {
   setObjectName(QStringLiteral("new_object_wizard"));
   setWindowTitle(title_);
   setWindowIcon(IconOf(parts_.kind.icon));
   MakeLayout(container_);
-  machine_.own_name = [this] { return ToUtf8(own_page_->Values().name.trimmed()); };
-  machine_.on_failure = [this](const CreationResult& failure) { ShowFailure(failure); };
+  machine_.own_name = [this] { return session::Trimmed(own_page_->Values().name); };
+  machine_.on_failure = [this](const sheets::CreationResult& failure) { ShowFailure(failure); };
 }
 
 QtNewObjectWizard::~QtNewObjectWizard() {
@@ -34,13 +36,13 @@ QtNewObjectWizard::~QtNewObjectWizard() {
   machine_.Close();
 }
 
-NewObjectSetup QtNewObjectWizard::Complete(NewObjectSetup setup) {
+sheets::NewObjectSetup QtNewObjectWizard::Complete(sheets::NewObjectSetup setup) {
   if (!parts_.kind.HasOwnPage()) return setup;
   setup.own_pages = 1;
   setup.write_own = [this](IADs& object) {
     // Temporary objects come from this console alone.
-    return StageOwnValues(parts_.kind, own_page_->Values(), parts_.own_context,
-                          static_cast<ldap::NewStoreObject&>(object));
+    return session::StageOwnValues(parts_.kind, own_page_->Values(), parts_.own_context,
+                                   static_cast<ldap::NewStoreObject&>(object));
   };
   return setup;
 }
@@ -49,7 +51,7 @@ QtDialog* QtNewObjectWizard::Dialog(std::size_t page) const {
   return machine_.pages().WasShown(page) ? dialogs_[page - machine_.OwnPages()].get() : nullptr;
 }
 
-HRESULT QtNewObjectWizard::AddExtension(Ref<IDsAdminNewObjExt> extension, WizardRole role) {
+HRESULT QtNewObjectWizard::AddExtension(Ref<IDsAdminNewObjExt> extension, sheets::WizardRole role) {
   const HRESULT status = machine_.AddExtension(std::move(extension), role);
   MakePages();
   return status;
@@ -109,7 +111,7 @@ void QtNewObjectWizard::Finish() {
   if (machine_.Finish(Dialog(machine_.OwnPages()))) accept();
 }
 
-void QtNewObjectWizard::ShowFailure(const CreationResult& result) {
+void QtNewObjectWizard::ShowFailure(const sheets::CreationResult& result) {
   failure_->setText(explain_failure ? explain_failure() : QString());
   failure_->setVisible(!failure_->text().isEmpty());
   if (result.is_shown) return;

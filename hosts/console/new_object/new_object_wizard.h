@@ -20,10 +20,6 @@ class QVBoxLayout;
 
 namespace pelora::console {
 
-using sheets::CreationResult;
-using sheets::NewObjectSetup;
-using sheets::WizardRole;
-
 /// The window in which an object is made: the console's own first page (unless an extension asks
 /// for the name), the extensions' pages, a summary, and Finish. What the buttons mean, and what the
 /// pages are told, is the wizard machine's business; the window makes the pages and shows. While an
@@ -38,18 +34,18 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
     const resources::ResourceFile& module;
     /// Shows a failure that no extension has shown.
     IMessageBox& message_box;
-    const NewObjectKind& kind;
-    OwnContext own_context;
+    const session::NewObjectKind& kind;
+    session::OwnContext own_context;
   };
 
   /// What `parts` refers to outlives the window. The number of own pages in `setup` and what they
   /// stage are decided here.
-  QtNewObjectWizard(const Parts& parts, NewObjectSetup setup, QWidget* parent = nullptr);
+  QtNewObjectWizard(const Parts& parts, sheets::NewObjectSetup setup, QWidget* parent = nullptr);
   ~QtNewObjectWizard() override;
 
   /// Takes an extension with its pages, before the window is started. Any other answer than `S_OK`
   /// leaves it out.
-  [[nodiscard]] HRESULT AddExtension(Ref<IDsAdminNewObjExt> extension, WizardRole role);
+  [[nodiscard]] HRESULT AddExtension(Ref<IDsAdminNewObjExt> extension, sheets::WizardRole role);
   /// Brings up the first page, so that the window can be shown.
   void Start();
 
@@ -84,12 +80,12 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   void MakeSummary();
   void MakeButtons(QVBoxLayout& layout);
   /// How the setup has to be for this window.
-  [[nodiscard]] NewObjectSetup Complete(NewObjectSetup setup);
+  [[nodiscard]] sheets::NewObjectSetup Complete(sheets::NewObjectSetup setup);
   /// Makes the widgets of the pages that an extension has added.
   void MakePages();
   void FillSummary();
   void Finish();
-  void ShowFailure(const CreationResult& result);
+  void ShowFailure(const sheets::CreationResult& result);
 
   Parts parts_;
   OwnPage* own_page_ = nullptr;

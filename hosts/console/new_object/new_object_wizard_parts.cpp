@@ -17,7 +17,7 @@ namespace {
 constexpr int kIconExtent = 32;
 
 /// The head that an extension's page has in its template, for a page of the console's own.
-QWidget* MakeHead(ObjectIcon icon, const QString& container, QWidget& parent) {
+QWidget* MakeHead(session::ObjectIcon icon, const QString& container, QWidget& parent) {
   auto* head = new QWidget(&parent);
   auto* picture = new QLabel(head);
   picture->setPixmap(IconOf(icon).pixmap(kIconExtent));
@@ -106,8 +106,12 @@ void QtNewObjectWizard::MakeButtons(QVBoxLayout& layout) {
 void QtNewObjectWizard::FillSummary() {
   QStringList paragraphs;
   if (own_page_ != nullptr) {
-    paragraphs.append(
-        SummaryOf(parts_.kind, own_page_->Values(), parts_.own_context).join(QLatin1Char('\n')));
+    QStringList lines;
+    for (const std::string& line :
+         session::SummaryOf(parts_.kind, own_page_->Values(), parts_.own_context)) {
+      lines.append(ToQString(line));
+    }
+    paragraphs.append(lines.join(QLatin1Char('\n')));
   }
   for (const std::string& summary : machine_.Summaries()) {
     paragraphs.append(ToQString(summary).trimmed());

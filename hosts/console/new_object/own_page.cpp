@@ -34,12 +34,12 @@ QButtonGroup* AddChoice(QFormLayout& form, const QString& label, const QStringLi
 
 }  // namespace
 
-OwnPage::OwnPage(const NewObjectKind& kind, OwnContext context, QWidget* parent)
+OwnPage::OwnPage(const session::NewObjectKind& kind, session::OwnContext context, QWidget* parent)
     : QWidget(parent), kind_(kind), context_(std::move(context)) {
   auto* form = new QFormLayout;
   AddNames(*form);
-  if (kind_.account == AccountForm::kGroup) AddGroupChoices(*form);
-  if (kind_.account == AccountForm::kUser) AddPasswords(*form);
+  if (kind_.account == session::AccountForm::kGroup) AddGroupChoices(*form);
+  if (kind_.account == session::AccountForm::kUser) AddPasswords(*form);
   hint_ = new QLabel(this);
   hint_->setObjectName(QStringLiteral("own_hint"));
   hint_->setTextFormat(Qt::PlainText);
@@ -68,7 +68,7 @@ void OwnPage::AddNames(QFormLayout& form) {
   }
   name_ = AddEdit(form, kind_.name_label, "own_name");
   connect(name_, &QLineEdit::textEdited, this, [this] { name_is_own_ = !name_->text().isEmpty(); });
-  if (kind_.account == AccountForm::kNone) return;
+  if (kind_.account == session::AccountForm::kNone) return;
   logon_name_ = AddEdit(form, kind_.logon_label, "own_logon_name");
   connect(logon_name_, &QLineEdit::textEdited, this,
           [this] { logon_name_is_own_ = !logon_name_->text().isEmpty(); });
@@ -78,7 +78,7 @@ void OwnPage::AddGroupChoices(QFormLayout& form) {
   scope_ = AddChoice(
       form, QStringLiteral("Group scope:"),
       {QStringLiteral("D&omain local"), QStringLiteral("&Global"), QStringLiteral("&Universal")},
-      "own_scope", static_cast<int>(GroupScope::kGlobal), *this);
+      "own_scope", static_cast<int>(session::GroupScope::kGlobal), *this);
   type_ = AddChoice(form, QStringLiteral("Group type:"),
                     {QStringLiteral("&Security"), QStringLiteral("&Distribution")}, "own_type", 0,
                     *this);
@@ -104,11 +104,12 @@ void OwnPage::AddPasswords(QFormLayout& form) {
 
 void OwnPage::Follow() {
   if (kind_.is_person && !name_is_own_) {
-    name_->setText(FullName(first_name_->text(), last_name_->text()));
+    name_->setText(
+        ToQString(session::FullName(ToUtf8(first_name_->text()), ToUtf8(last_name_->text()))));
   }
-  const bool follows = logon_name_ != nullptr && kind_.account != AccountForm::kUser;
+  const bool follows = logon_name_ != nullptr && kind_.account != session::AccountForm::kUser;
   if (follows && !logon_name_is_own_) {
-    logon_name_->setText(SuggestedLogonName(kind_, name_->text()));
+    logon_name_->setText(ToQString(session::SuggestedLogonName(kind_, ToUtf8(name_->text()))));
   }
 }
 
@@ -119,13 +120,15 @@ void OwnPage::Changed() {
   if (on_changed) on_changed();
 }
 
-QString OwnPage::WhyIncomplete() const { return console::WhyIncomplete(kind_, Values(), context_); }
+QString OwnPage::WhyIncomplete() const {
+  return ToQString(session::WhyIncomplete(kind_, Values(), context_));
+}
 
-OwnValues OwnPage::Values() const {
+session::OwnValues OwnPage::Values() const {
   const auto text = [](const QLineEdit* edit) {
-    return edit != nullptr ? edit->text() : QString();
+    return edit != nullptr ? ToUtf8(edit->text()) : std::string();
   };
-  OwnValues values;
+  session::OwnValues values;
   values.first_name = text(first_name_);
   values.last_name = text(last_name_);
   values.name = text(name_);
@@ -133,7 +136,7 @@ OwnValues OwnPage::Values() const {
   values.password = text(password_);
   values.confirmation = text(confirmation_);
   if (must_change_ != nullptr) values.must_change_password = must_change_->isChecked();
-  if (scope_ != nullptr) values.scope = static_cast<GroupScope>(scope_->checkedId());
+  if (scope_ != nullptr) values.scope = static_cast<session::GroupScope>(scope_->checkedId());
   if (type_ != nullptr) values.is_security_group = type_->checkedId() == 0;
   return values;
 }

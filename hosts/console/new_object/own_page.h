@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "hosts/console/new_object/own_values.h"
+#include "hosts/session/own_values.h"
 
 class QButtonGroup;
 class QCheckBox;
@@ -20,13 +20,13 @@ namespace pelora::console {
 class OwnPage final : public QWidget {
  public:
   /// `kind` outlives the page.
-  OwnPage(const NewObjectKind& kind, OwnContext context, QWidget* parent);
+  OwnPage(const session::NewObjectKind& kind, session::OwnContext context, QWidget* parent);
 
-  [[nodiscard]] OwnValues Values() const;
+  [[nodiscard]] session::OwnValues Values() const;
   /// Why the page may not be left forwards, as a sentence; empty when it may.
   [[nodiscard]] QString WhyIncomplete() const;
-  [[nodiscard]] const NewObjectKind& kind() const { return kind_; }
-  [[nodiscard]] const OwnContext& context() const { return context_; }
+  [[nodiscard]] const session::NewObjectKind& kind() const { return kind_; }
+  [[nodiscard]] const session::OwnContext& context() const { return context_; }
   /// The first field.
   [[nodiscard]] QWidget& FirstField() const;
 
@@ -41,8 +41,8 @@ class OwnPage final : public QWidget {
   void Follow();
   void Changed();
 
-  const NewObjectKind& kind_;
-  OwnContext context_;
+  const session::NewObjectKind& kind_;
+  session::OwnContext context_;
   // Null where the kind has none.
   QLineEdit* first_name_ = nullptr;
   QLineEdit* last_name_ = nullptr;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "hosts/ldap/as_made.h"
+#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/network/entry_reader.h"
 #include "hosts/ldap/network/ldap_answer.h"
@@ -20,16 +21,6 @@ namespace {
 constexpr const char* kRootName = "";
 /// Enough to keep a server busy that is some milliseconds away.
 constexpr std::size_t kWritesUnderWay = 64;
-
-AttributeValues ValuesOf(const Entry& entry, std::string_view name) {
-  const auto found = entry.attributes.find(name);
-  return found == entry.attributes.end() ? AttributeValues() : found->second;
-}
-
-std::string FirstValue(const Entry& entry, std::string_view name) {
-  const AttributeValues values = ValuesOf(entry, name);
-  return values.empty() ? std::string() : values.front();
-}
 
 /// Names are the server's to judge.
 bool IsName(const std::string& /*text*/) { return true; }

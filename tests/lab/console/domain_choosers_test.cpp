@@ -24,8 +24,8 @@ using Names = std::vector<std::string>;
 
 class DomainChoosers : public ConsoleTest {
  protected:
-  DomainChoosers() : opened_(console::OpenServer(console::ToQString(lab::Server()))) {
-    EXPECT_EQ(console::ToUtf8(opened_.error), "");
+  DomainChoosers() : opened_(session::OpenServer(lab::Server())) {
+    EXPECT_EQ(opened_.error, "");
     // The lab holds more than a thousand users.
     choosers_.emplace(
         *opened_.session->store, opened_.session->open_another,
@@ -59,7 +59,7 @@ class DomainChoosers : public ConsoleTest {
   Names names_;
 
  private:
-  console::SessionResult opened_;
+  session::SessionResult opened_;
   console::QtMessageBox message_box_;
   std::optional<console::QtChoosers> choosers_;
   std::optional<console::ConsolePlatform> platform_;

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <stop_token>
+#include <string>
+
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/network/network_session.h"
+#include "hosts/ldap/store_directory_service.h"
+#include "hosts/ldap/store_opener.h"
+
+namespace pelora::session {
+
+/// A directory that a program has open, in a file or on a server: the store for the thread that
+/// works with it, and the directory port over it. Everything bound from it goes before it.
+struct DirectorySession {
+  /// A directory in a file.
+  DirectorySession(std::string file_path, std::unique_ptr<ldap::IDirectoryStore> opened,
+                   ldap::StoreOpener opener);
+  /// A directory on a server.
+  explicit DirectorySession(std::unique_ptr<ldap::NetworkSession> opened);
+  ~DirectorySession();
+  DirectorySession(const DirectorySession&) = delete;
+  DirectorySession& operator=(const DirectorySession&) = delete;
+
+ private:
+  std::unique_ptr<ldap::IDirectoryStore> file_store_;
+  std::unique_ptr<ldap::StoreDirectoryService> file_service_;
+  std::unique_ptr<ldap::NetworkSession> network_;
+
+ public:
+  /// The file's path, byte for byte as it was given, or the server's name.
+  std::string path;
+  bool is_file = true;
+  ldap::IDirectoryStore* store;
+  IDirectoryService& service;
+  /// What the directory says of its classes' tabs and wizards.
+  ldap::DisplaySpecifiers specifiers;
+  /// Opens the same directory for use on another thread.
+  ldap::StoreOpener open_another;
+};
+
+/// A session, or one line that names the directory and says why there is none.
+struct SessionResult {
+  std::unique_ptr<DirectorySession> session;
+  std::string error;
+};
+
+/// Opens a directory file. A file that cannot be opened stays as it is.
+[[nodiscard]] SessionResult OpenDirectoryFile(const std::string& path);
+
+/// Connects to a domain controller, with the user's Kerberos ticket; without a name, to one of
+/// those of the ticket's domain. Takes its time: seconds, when a server does not answer. The
+/// session may be opened on one thread and used on another. `stop` ends the opening early, and has
+/// nothing to do with the session afterwards.
+[[nodiscard]] SessionResult OpenServer(const std::string& server, const std::stop_token& stop = {});
+
+/// The sample company's file in the user's data folder: the same for every program of ours.
+[[nodiscard]] std::string SampleDirectoryPath();
+/// Opens the sample company's file, which is made when it is not there yet.
+[[nodiscard]] SessionResult OpenSampleDirectory();
+
+}  // namespace pelora::session

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+namespace pelora::session {
+
+/// Where an object lies, as it is read from the domain down: the object
+/// `CN=Ada,OU=Sales,DC=example,DC=org` lies in "example.org/Sales". Escapes are taken out of names.
+[[nodiscard]] std::string FolderOf(const std::string& dn);
+
+/// Where the objects right below a container lie: in `OU=Sales,DC=example,DC=org` they lie in
+/// "example.org/Sales". For a domain it is its name in the domain name system.
+[[nodiscard]] std::string AsFolder(const std::string& container);
+
+}  // namespace pelora::session

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <limits>
+#include <string>
+
+#include "hosts/session/directory_browser.h"
+#include "hosts/session/search_end.h"
+
+namespace pelora::session {
+
+/// One object that a search found.
+struct FoundObject {
+  DirectoryObject object;
+  std::string logon_name;
+  std::string mail;
+  /// Where it lies, from the domain down: "example.org/Sales"; empty for a domain.
+  std::string folder;
+};
+
+/// What is searched for, below the directory's base.
+struct ObjectQuery {
+  std::string filter;
+  /// At most so many objects are given.
+  std::size_t limit = std::numeric_limits<std::size_t>::max();
+};
+
+/// Takes found objects one by one; false ends the search (which is then done, not failed).
+using FoundSink = std::function<bool(FoundObject found)>;
+
+/// Searches a directory. Objects of its own machinery are left out.
+[[nodiscard]] SearchEnd FindObjects(ldap::IDirectoryStore& store, const ObjectQuery& query,
+                                    const FoundSink& sink);
+
+}  // namespace pelora::session

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/session/own_values.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "directory/ascii_case.h"
+#include "directory/utf.h"
+#include "hosts/ldap/case_fold.h"
+#include "hosts/resources/mnemonic.h"
+#include "hosts/session/text.h"
+
+namespace pelora::session {
+namespace {
+
+constexpr std::size_t kLongestName = 64;
+
+// Bits of `userAccountControl` and `groupType`.
+constexpr std::int32_t kNormalAccount = 0x200;
+constexpr std::int32_t kAccountDisabled = 0x2;
+constexpr std::int32_t kWorkstationAccount = 0x1000;
+constexpr std::uint32_t kSecurityGroup = 0x80000000U;
+
+struct ScopeRow {
+  std::uint32_t bit;
+  const char* text;
+};
+/// By `GroupScope`.
+constexpr std::array<ScopeRow, 3> kScopes = {
+    {{4, "Domain local"}, {2, "Global"}, {8, "Universal"}}};
+
+const ScopeRow& RowOf(GroupScope scope) { return kScopes.at(static_cast<std::size_t>(scope)); }
+
+/// The directory takes none of these in the name of an account.
+bool IsRefusedInLogonName(char character) {
+  constexpr std::string_view kRefused = "\"/\\[]:;|=,+*?<>@";
+  return static_cast<unsigned char>(character) < ' ' ||
+         kRefused.find(character) != std::string_view::npos;
+}
+
+/// The label as a sentence names the field: without its colon.
+std::string FieldName(std::string_view label) {
+  return resources::WithoutMnemonic(label.substr(0, label.size() - 1));
+}
+
+std::string WhyNoLogonName(const NewObjectKind& kind, const std::string& name) {
+  const std::string field = FieldName(kind.logon_label);
+  if (name.empty()) {
+    std::string asked = field;
+    std::ranges::transform(asked, asked.begin(), AsciiLowerCase);
+    return "Enter the " + asked + ".";
+  }
+  if (CharacterCount(name) > kind.longest_logon_name) {
+    return field + ": " + std::to_string(kind.longest_logon_name) + " characters at most.";
+  }
+  if (std::ranges::any_of(name, &IsRefusedInLogonName)) {
+    return field + ": none of \" / \\ [ ] : ; | = , + * ? < > @.";
+  }
+  if (name.ends_with('.')) return field + ": no full stop at the end.";
+  return {};
+}
+
+/// A password as the directory takes it: in quotation marks, in UTF-16.
+std::string PasswordBytes(std::string_view password) {
+  std::string bytes;
+  for (const char16_t unit : u'"' + ToUtf16(password) + u'"') {
+    bytes += static_cast<char>(unit & 0xFF);
+    bytes += static_cast<char>(unit >> 8);
+  }
+  return bytes;
+}
+
+/// Stages one value after the other until one fails. Empty texts are left out.
+class Stager {
+ public:
+  explicit Stager(ldap::NewStoreObject& object) : object_(object) {}
+
+  void Text(const char* name, const std::string& value) {
+    if (SUCCEEDED(status_) && !value.empty()) status_ = object_.Put(name, Variant::String(value));
+  }
+  void Number(const char* name, std::int32_t value) {
+    if (SUCCEEDED(status_)) status_ = object_.Put(name, Variant::Integer(value));
+  }
+  void Bytes(const char* name, std::string value) {
+    if (SUCCEEDED(status_)) status_ = object_.PutBytes(name, std::move(value));
+  }
+  [[nodiscard]] HRESULT status() const { return status_; }
+
+ private:
+  ldap::NewStoreObject& object_;
+  HRESULT status_ = S_OK;
+};
+
+void StageUser(const OwnValues& values, const OwnContext& context, Stager& stager) {
+  if (!context.domain.empty()) {
+    stager.Text("userPrincipalName", Trimmed(values.logon_name) + "@" + context.domain);
+  }
+  const bool has_password = context.takes_passwords && !values.password.empty();
+  const bool is_enabled = has_password || !context.takes_passwords;
+  stager.Number("userAccountControl",
+                is_enabled ? kNormalAccount : kNormalAccount | kAccountDisabled);
+  if (!has_password) return;
+  stager.Bytes("unicodePwd", PasswordBytes(values.password));
+  if (values.must_change_password) stager.Bytes("pwdLastSet", "0");
+}
+
+std::int32_t GroupTypeOf(const OwnValues& values) {
+  const std::uint32_t type =
+      RowOf(values.scope).bit | (values.is_security_group ? kSecurityGroup : 0);
+  return static_cast<std::int32_t>(type);
+}
+
+std::string PasswordSummary(const OwnValues& values) {
+  if (values.password.empty()) return "The account has no password yet and is disabled.";
+  return values.must_change_password ? "The user must change the password at the next logon."
+                                     : "The user has the password that was typed.";
+}
+
+}  // namespace
+
+std::string FullName(std::string_view first_name, std::string_view last_name) {
+  return Trimmed(Trimmed(first_name) + " " + Trimmed(last_name));
+}
+
+std::string SuggestedLogonName(const NewObjectKind& kind, std::string_view name) {
+  if (kind.account != AccountForm::kGroup && kind.account != AccountForm::kComputer) return {};
+  std::string suggested = Trimmed(name);
+  if (kind.account == AccountForm::kComputer) suggested = ldap::FoldCase(suggested);
+  std::ranges::replace_if(suggested, &IsRefusedInLogonName, '_');
+  suggested = FirstCharacters(suggested, kind.longest_logon_name);
+  while (suggested.ends_with('.') || suggested.ends_with(' ')) suggested.pop_back();
+  return suggested;
+}
+
+std::string WhyIncomplete(const NewObjectKind& kind, const OwnValues& values,
+                          const OwnContext& context) {
+  const std::string name = Trimmed(values.name);
+  if (name.empty()) return "Enter a name.";
+  if (CharacterCount(name) > kLongestName) {
+    return "The name has more than " + std::to_string(kLongestName) + " characters.";
+  }
+  if (kind.account != AccountForm::kNone) {
+    std::string reason = WhyNoLogonName(kind, Trimmed(values.logon_name));
+    if (!reason.empty()) return reason;
+  }
+  const bool asks_for_password = kind.account == AccountForm::kUser && context.takes_passwords;
+  if (asks_for_password && values.password != values.confirmation) {
+    return "The passwords must match.";
+  }
+  return {};
+}
+
+HRESULT StageOwnValues(const NewObjectKind& kind, const OwnValues& values,
+                       const OwnContext& context, ldap::NewStoreObject& object) {
+  Stager stager(object);
+  if (kind.is_person) {
+    stager.Text("givenName", Trimmed(values.first_name));
+    stager.Text("sn", Trimmed(values.last_name));
+    stager.Text("displayName", Trimmed(values.name));
+  }
+  const std::string logon_name = Trimmed(values.logon_name);
+  switch (kind.account) {
+    case AccountForm::kNone:
+      break;
+    case AccountForm::kUser:
+      stager.Text("sAMAccountName", logon_name);
+      StageUser(values, context, stager);
+      break;
+    case AccountForm::kGroup:
+      stager.Text("sAMAccountName", logon_name);
+      stager.Number("groupType", GroupTypeOf(values));
+      break;
+    case AccountForm::kComputer:
+      stager.Text("sAMAccountName", logon_name + "$");
+      stager.Number("userAccountControl", kWorkstationAccount);
+      break;
+  }
+  return stager.status();
+}
+
+std::vector<std::string> SummaryOf(const NewObjectKind& kind, const OwnValues& values,
+                                   const OwnContext& context) {
+  const auto line = [](std::string_view label, const std::string& value) {
+    return resources::WithoutMnemonic(label) + " " + value;
+  };
+  std::vector<std::string> lines = {line(kind.name_label, Trimmed(values.name))};
+  if (kind.account != AccountForm::kNone) {
+    lines.push_back(line(kind.logon_label, Trimmed(values.logon_name)));
+  }
+  if (kind.account == AccountForm::kGroup) {
+    lines.push_back(line("Group scope:", RowOf(values.scope).text));
+    lines.push_back(line("Group type:", values.is_security_group ? "Security" : "Distribution"));
+  }
+  if (kind.account == AccountForm::kUser && context.takes_passwords) {
+    lines.push_back(PasswordSummary(values));
+  }
+  return lines;
+}
+
+}  // namespace pelora::session
