@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -47,6 +48,8 @@ class WizardConsole final : private OwnPageEvents {
   [[nodiscard]] HRESULT Add(std::string_view class_name, bool is_primary = false);
   /// Shows the wizard.
   [[nodiscard]] bool Show();
+  /// Shows the wizard and waits until it is over. `play` is the person in front of it.
+  void Run(const std::function<void()>& play);
   /// Closes the wizard, which releases its pages, and then the extensions.
   void Close();
   /// Closes the wizard alone.
@@ -78,6 +81,8 @@ class WizardConsole final : private OwnPageEvents {
   [[nodiscard]] bool OnNext() override;
   [[nodiscard]] bool OnFinish() override;
 
+  /// The pages in their order, given away.
+  [[nodiscard]] std::vector<HPROPSHEETPAGE> TakePages();
   /// Writes a line down, behind what the directory was asked meanwhile.
   void Note(const std::string& line);
   void NoteDirectory();
