@@ -373,7 +373,9 @@ TEST_F(MultiValueAttributeTest, AVeryLongElementIsShownCutAndKeptWhole) {
   EXPECT_EQ(attribute_.Load(list_, {.text = shown + "bare"}), 0);
   EXPECT_THAT(Rows(), ElementsAre(shown, shown + "bare", umlauts));
   Select(shown);
-  EXPECT_EQ(*MultiValueAttribute::SelectedValue(list_), shown + "tail");
+  const std::string* const selected = MultiValueAttribute::SelectedValue(list_);
+  ASSERT_NE(selected, nullptr);
+  EXPECT_EQ(*selected, shown + "tail");
   EXPECT_EQ(attribute_.Modify(list_, shown + "tail"), 0);
   ExpectUnchanged();
   attribute_.Add(list_, "c", kChanged, !kDefault);
