@@ -16,7 +16,7 @@ namespace {
 using ldap::StoreStatus;
 
 /// Objects that are read, prepared and noted together.
-constexpr std::size_t kTogether = 128;
+constexpr std::size_t kTogether = 256;
 
 /// Where a run's changes come from.
 class IWork {

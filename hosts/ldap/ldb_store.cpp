@@ -19,7 +19,7 @@ namespace {
 using Purpose = LdbFileLock::Purpose;
 
 /// Changes that are waited for together: what takes its time is the disk.
-constexpr std::size_t kRequestsInTransaction = 256;
+constexpr std::size_t kRequestsInTransaction = 2048;
 
 class LdbStore final : public IDirectoryStore {
  public:
