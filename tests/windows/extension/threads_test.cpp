@@ -5,41 +5,32 @@
 
 #include <thread>
 
-#include "tests/windows/support/console.h"
 #include "tests/windows/support/extension_test.h"
+#include "tests/windows/support/page_collector.h"
+#include "tests/windows/support/window_player.h"
 
 namespace pelora::windows::test {
 namespace {
 
-constexpr const char* kPath = "LDAP://CN=Ada,DC=fake,DC=example";
-
 class ThreadsTest : public ExtensionTest {
  protected:
-  ThreadsTest() {
-    console_.directory().AddObject(kPath);
-    console_.Select({kPath});
-  }
-
   static bool IsInApartment() {
     APTTYPE type = APTTYPE_CURRENT;
     APTTYPEQUALIFIER qualifier = APTTYPEQUALIFIER_NONE;
     return CoGetApartmentType(&type, &qualifier) == S_OK;
   }
   /// Makes a tab on this thread and gives its page.
-  HPROPSHEETPAGE MakePage(Ref<::IShellExtInit>& tab) {
+  static HPROPSHEETPAGE MakePage(Ref<::IShellExtInit>& tab) {
     PageCollector pages;
     EXPECT_EQ(Activate(ClassId("CPropPageUser"), tab), S_OK);
-    EXPECT_EQ(tab->Initialize(nullptr, &console_.selection(), nullptr), S_OK);
     EXPECT_EQ(QueryFor<::IShellPropSheetExt>(*tab)->AddPages(pages.function(), pages.parameter()),
               S_OK);
     return pages.Take().at(0);
   }
-
-  Console console_;
 };
 
 TEST_F(ThreadsTest, APageReleasedOnTheSheetsThreadTakesNothingThereAndGivesBackHere) {
-  std::thread([this] {
+  std::thread([] {
     ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
     {
       Ref<::IShellExtInit> tab;
