@@ -235,13 +235,14 @@ class ReadWork final : public IWork {
       while (at < end && names_[at].empty()) ++at;
     };
     skip_unnamed();
-    StoreStatus status = store_.ReadMany(dns, [&](StoreStatus read, ldap::Entry entry) {
-      objects_[at - begin].status = std::move(read);
-      objects_[at - begin].entry = std::move(entry);
-      ++at;
-      skip_unnamed();
-      return true;
-    });
+    StoreStatus status =
+        store_.ReadMany(dns, attributes_, [&](StoreStatus read, ldap::Entry entry) {
+          objects_[at - begin].status = std::move(read);
+          objects_[at - begin].entry = std::move(entry);
+          ++at;
+          skip_unnamed();
+          return true;
+        });
     for (; !status.Ok() && at < end; ++at) objects_[at - begin].status = status;
     return status;
   }
