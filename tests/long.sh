@@ -7,7 +7,7 @@
 # FUZZ-SECONDS (600) for each fuzzer, KILLS (1000) of a program that writes to a directory file. Everything is
 # built as by ./test.sh. The table stands in build/long.txt too.
 set -uo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 fuzz_seconds="${1:-600}"
 kills="${2:-1000}"
 failed=0

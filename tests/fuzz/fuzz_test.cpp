@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Runs every fuzzer for a moment, on the inputs in the tree and on what it makes of them. Longer runs
-// are made by run_fuzzers.sh.
+// Runs every fuzzer for a moment, on the inputs in the tree and on what it makes of them. Longer
+// runs are made by run_fuzzers.sh.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -36,7 +36,7 @@ std::vector<std::string> Fuzzers() {
 std::string NameOf(const std::string& fuzzer) { return std::filesystem::path(fuzzer).filename(); }
 
 /// What a command prints, errors included, and its exit code.
-std::string Run(const std::string& command, int& code) {
+std::string OutputOf(const std::string& command, int& code) {
   FILE* const pipe = popen((command + " 2>&1").c_str(), "r");
   if (pipe == nullptr) throw std::runtime_error("cannot run " + command);
   std::string output;
@@ -52,7 +52,8 @@ class FuzzTest : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(FuzzTest, NothingBreaksIt) {
   const testing::TemporaryFolder folder;
-  const std::string seeds = Setting("PELORA_SOURCE_DIR") + "/tests/fuzz/corpus/" + NameOf(GetParam());
+  const std::string seeds =
+      Setting("PELORA_SOURCE_DIR") + "/tests/fuzz/corpus/" + NameOf(GetParam());
   // The LDAP library itself loses what it cannot read.
   const std::string leaks = NameOf(GetParam()) == "fuzz_ldap_messages" ? "0" : "1";
   std::string command = "ASAN_OPTIONS=detect_leaks=" + leaks + " '" + GetParam() +
@@ -63,13 +64,13 @@ TEST_P(FuzzTest, NothingBreaksIt) {
                         folder.File("found-") + "'";
   if (std::filesystem::exists(seeds)) command += " '" + folder.File("") + "' '" + seeds + "'";
   int code = -1;
-  const std::string output = Run(command, code);
+  const std::string output = OutputOf(command, code);
   EXPECT_EQ(code, 0) << output;
   EXPECT_THAT(output, ::testing::ContainsRegex("number_of_executed_units: *[1-9]"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Fuzzers, FuzzTest, ::testing::ValuesIn(Fuzzers()),
-                         [](const auto& info) { return NameOf(info.param); });
+                         [](const auto& row) { return NameOf(row.param); });
 
 TEST(FuzzInputs, EveryFolderOfInputsBelongsToAFuzzer) {
   std::vector<std::string> names;

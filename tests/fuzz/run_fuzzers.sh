@@ -7,7 +7,7 @@
 # Prints a row for each: executions, edges covered, inputs kept. An input that breaks one is left in
 # build/native/tests/fuzz/found, to be put into tests/fuzz/corpus/FUZZER under the name of its defect.
 set -uo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/../.."
+cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit 1
 [ $# -gt 0 ] || { echo "usage: $0 SECONDS [FUZZER...]" >&2; exit 2; }
 seconds="$1"
 shift
