@@ -44,8 +44,8 @@ TEST(EditTexts, FaultsAreToldWithTheirLine) {
 
 TEST(EditTexts, ALineThatSaysNothingMayHoldAnything) {
   std::vector<EditObject> read;
-  EXPECT_FALSE(ReadEditText("#! \x81\n# \xff\n", read));
-  EXPECT_TRUE(ReadEditText("CN=\x81\n", read));
+  EXPECT_FALSE(ReadEditText("#! \x81\n# \xff\n", read).has_value());
+  EXPECT_TRUE(ReadEditText("CN=\x81\n", read).has_value());
 }
 
 TEST(EditTexts, FaultsStandAboveTheirLinesOnce) {
