@@ -42,6 +42,12 @@ TEST(EditTexts, FaultsAreToldWithTheirLine) {
   EXPECT_EQ(line_of("# only comments\n#! \x81\n"), 0U);
 }
 
+TEST(EditTexts, ALineThatSaysNothingMayHoldAnything) {
+  std::vector<EditObject> read;
+  EXPECT_FALSE(ReadEditText("#! \x81\n# \xff\n", read).has_value());
+  EXPECT_TRUE(ReadEditText("CN=\x81\n", read).has_value());
+}
+
 TEST(EditTexts, FaultsStandAboveTheirLinesOnce) {
   const std::string first = WithFaults("CN=a\nmail: x\n", std::vector<EditFault>{{2, "mail: bad"}});
   EXPECT_EQ(first, "CN=a\n#! mail: bad\nmail: x\n");
