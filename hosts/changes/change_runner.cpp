@@ -127,7 +127,10 @@ class Run {
     Job job{.at = next_, .change = std::move(prepared.change), .result = prepared.instead};
     if (!job.result) DropWhatChangesNothing(store_.schema(), job.change);
     if (!job.result && !job.IsAlone() && job.change.attributes.empty()) {
-      job.result = Result{.dn = work_.NameOf(next_), .outcome = Outcome::kUnchanged};
+      // The prepared change knows how the directory writes the name.
+      const std::string& known = job.change.dn;
+      job.result =
+          Result{.dn = known.empty() ? work_.NameOf(next_) : known, .outcome = Outcome::kUnchanged};
     }
     if (!job.result && is_in_turn_) job.result = WriteInTurn(std::move(job.change));
     if (options_.stops_at_first && !job.result->IsDone()) is_ended_ = true;

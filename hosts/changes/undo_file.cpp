@@ -77,7 +77,9 @@ std::vector<Part> PartsOf(std::istream& file, std::set<IChangeLog::NoteId>& with
 UndoFile::UndoFile(std::string path, ldap::FileDescriptor file, const ldap::Schema& schema)
     : path_(std::move(path)), file_(std::move(file)), schema_(schema) {}
 
-UndoFile::~UndoFile() = default;
+UndoFile::~UndoFile() {
+  if (next_ == 0) unlink(path_.c_str());
+}
 
 StoreStatus UndoFile::Create(const std::string& path, const ldap::Schema& schema,
                              std::unique_ptr<UndoFile>& file) {

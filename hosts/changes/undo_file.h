@@ -28,6 +28,7 @@ class UndoFile final : public IChangeLog {
   /// system's reason. `schema` outlives it.
   static ldap::StoreStatus Create(const std::string& path, const ldap::Schema& schema,
                                   std::unique_ptr<UndoFile>& file);
+  /// Removes a file in which nothing was ever noted.
   ~UndoFile() override;
   UndoFile(const UndoFile&) = delete;
   UndoFile& operator=(const UndoFile&) = delete;

@@ -94,6 +94,27 @@ TEST_F(ApplyTest, ARetryTakesWhatIsNotDone) {
   EXPECT_EQ(Apply(table, {"--retry", Write("wrong", "no report\nat all\n")}).code, 2);
 }
 
+TEST_F(ApplyTest, AReportIsNotWrittenOverWhatIsRead) {
+  const std::string table = "object,peloraHidden\nh.oender,yes\nnobody,yes\n";
+  EXPECT_EQ(Apply(table, {"--report", File("report")}).code, 1);
+  const std::string report = Read(File("report"));
+  const ProgramRun again = Apply(table, {"--retry", File("report"), "--report", File("report")});
+  EXPECT_EQ(again.code, 2);
+  EXPECT_THAT(again.errors, HasSubstr("cannot be written over what is read"));
+  EXPECT_EQ(Read(File("report")), report);
+  EXPECT_EQ(Apply(table, {"--report", File("table.csv")}).code, 2);
+  EXPECT_EQ(Read(File("table.csv")), table);
+  const std::string before = Dump();
+  EXPECT_EQ(Apply(table, {"--report", File("company.ldb")}).code, 2);
+  EXPECT_EQ(Dump(), before);
+  EXPECT_EQ(Apply(table, {"--report", File("both"), "--undo-file", File("both")}).code, 2);
+  EXPECT_EQ(Ctl({"set", "--from", Write("names", "h.oender\n"), "--report", File("names"),
+                 "peloraHidden=no"})
+                .code,
+            2);
+  EXPECT_EQ(Read(File("names")), "h.oender\n");
+}
+
 TEST_F(ApplyTest, FieldsThatAClassHasNotAreRefusedRowByRow) {
   const ProgramRun run =
       Apply("object,peloraHttpPort,peloraHidden\nmail02,1236,\nh.oender,1236,yes\n");

@@ -8,8 +8,8 @@
 namespace pelora::testing {
 namespace {
 
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 class EditTest : public PeloractlTest {
@@ -68,8 +68,20 @@ TEST_F(EditTest, LeavingAnErrorGivesUpAndKeepsTheText) {
   EXPECT_EQ(run.code, 1);
   EXPECT_THAT(run.errors, HasSubstr(File("")));
   EXPECT_EQ(TextsLeft(), 1U);
-  EXPECT_THAT(run.output, IsEmpty());
   EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EditTest, GivingUpEndsWithTheResultOfEachObjectAndTheSums) {
+  const ProgramRun run = Edit("sed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: lots/'",
+                              {"j.weissflog", "nobody", "--undo-file", File("undo")});
+  EXPECT_EQ(run.code, 1);
+  ASSERT_EQ(run.Lines().size(), 2U);
+  EXPECT_THAT(run.Lines()[0], StartsWith("refused\tCN=Jürgen Weißflog,"));
+  EXPECT_THAT(run.Lines()[0], HasSubstr("\tthe edited text was given up: peloraQuotaHard: "));
+  EXPECT_EQ(run.Lines()[1], "refused\tnobody\tno such object");
+  EXPECT_THAT(run.errors, EndsWith("\n0 changed, 0 unchanged, 2 refused, 0 failed, 0 unknown, "
+                                   "0 skipped\n"));
+  EXPECT_FALSE(std::filesystem::exists(File("undo")));
 }
 
 TEST_F(EditTest, AnEditorThatFailsChangesNothing) {

@@ -244,6 +244,61 @@ TEST_F(SetTest, ADryRunPrintsLdifThatHasTheSameEffect) {
   EXPECT_THAT(again.errors, StartsWith("0 changed, 2 unchanged"));
 }
 
+TEST_F(SetTest, ADeletedObjectsNameIsTakenOut) {
+  const std::string stefan =
+      "CN=Stefan Ebert,OU=Vertrieb,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+  const std::string behind = ",CN=Deleted Objects,DC=linden-werke,DC=example";
+  const std::string gone = "CN=Uta Alt\\0ADEL:5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c90" + behind;
+  const std::string other = "CN=Udo Alt\\0ADEL:5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c91" + behind;
+  const std::string field = "peloraSendAsPrivilege";
+  const std::string ldif = "dn: " + stefan + "\nchangetype: modify\nadd: " + field + "\n" + field +
+                           ": " + other + "\n-\n";
+  const ProgramRun put =
+      RunProgram({"/usr/bin/ldbmodify", "-H", File("company.ldb")}, {{"PATH", "/usr/bin"}}, ldif);
+  ASSERT_EQ(put.code, 0) << put.errors;
+  const std::string stored = Stored(stefan, field);
+  ASSERT_THAT(stored, AllOf(HasSubstr(gone), HasSubstr(other), HasSubstr("Vertrieb Info")));
+
+  EXPECT_EQ(Set({stefan, field + "-=CN=Ute Alt" + gone.substr(gone.find('\\'))}), "unchanged");
+  EXPECT_EQ(Stored(stefan, field), stored);
+  // That one alone goes, however its letters are written, and comes back as it was.
+  EXPECT_EQ(Set({stefan, field + "-=cn=uta alt" + gone.substr(gone.find('\\')), "--undo-file",
+                 File("undo")}),
+            "changed");
+  EXPECT_THAT(Stored(stefan, field),
+              AllOf(Not(HasSubstr(gone)), HasSubstr(other), HasSubstr("Vertrieb Info")));
+  EXPECT_EQ(Ctl({"undo", File("undo")}).code, 0);
+  EXPECT_EQ(Stored(stefan, field), stored);
+  // Beside other edits, of the same list too.
+  EXPECT_EQ(Set({stefan, field + "-=" + gone + ";" + other, "peloraHidden=yes"}), "changed");
+  EXPECT_EQ(Stored(stefan, "peloraHidden"), "1");
+  EXPECT_THAT(Stored(stefan, field), AllOf(Not(HasSubstr("0ADEL")), HasSubstr("Vertrieb Info")));
+  ASSERT_EQ(
+      RunProgram({"/usr/bin/ldbmodify", "-H", File("company.ldb")}, {{"PATH", "/usr/bin"}}, ldif)
+          .code,
+      0);
+  EXPECT_EQ(Set({stefan, field + "-=" + other, field + "+=t.richter"}), "changed");
+  EXPECT_THAT(Stored(stefan, field), AllOf(Not(HasSubstr("0ADEL")), HasSubstr("Vertrieb Info"),
+                                           HasSubstr("CN=Tom Richter")));
+}
+
+TEST_F(SetTest, ResultsNameAnObjectAsTheDirectoryDoes) {
+  const std::string typed =
+      "cn=tom richter, ou=it,ou=linden-werke chemnitz,DC=LINDEN-WERKE,dc=example";
+  EXPECT_EQ(Ctl({"set", typed, "peloraHidden=yes"}).output, std::string("changed\t") + kTom + "\n");
+  EXPECT_EQ(Ctl({"set", typed, "peloraHidden=yes"}).output,
+            std::string("unchanged\t") + kTom + "\n");
+}
+
+TEST_F(SetTest, AnUndoFileInWhichNothingWasRecordedIsRemoved) {
+  const std::string undo = File("undo");
+  EXPECT_EQ(Ctl({"set", "--undo-file", undo, "nobody", "peloraHidden=yes"}).code, 1);
+  EXPECT_EQ(Ctl({"set", "--undo-file", undo, "h.oender", "peloraHidden=yes"}).code, 0);
+  EXPECT_THAT(Read(undo), HasSubstr("# change 0"));
+  EXPECT_EQ(Ctl({"set", "--undo-file", undo, "nobody", "peloraHidden=yes"}).code, 2);
+  EXPECT_THAT(Read(undo), HasSubstr("# change 0"));
+}
+
 TEST_F(SetTest, AReportHasTheResultsAsJsonLines) {
   const ProgramRun run =
       Ctl({"set", "--report", File("report"), "h.oender", "mail01", "peloraHidden=yes"});

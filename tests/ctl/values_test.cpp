@@ -48,12 +48,18 @@ TEST(VisibleTexts, ControlCharactersAreShown) {
                         "é"),
             "\\xFFé");
   EXPECT_EQ(VisibleText("a\tb\n", "\t"), "a\tb\\x0A");
+  // What turns the direction of text around, and its neighbours that do not.
+  EXPECT_EQ(VisibleText("a\u202Etxt\u2066\u2069\u200E\u061C"),
+            "a\\xE2\\x80\\xAEtxt\\xE2\\x81\\xA6\\xE2\\x81\\xA9\\xE2\\x80\\x8E\\xD8\\x9C");
+  EXPECT_EQ(VisibleText("\u200D\u2029\u202F\u2065\u206A\u00A0\U0001F600"),
+            "\u200D\u2029\u202F\u2065\u206A\u00A0\U0001F600");
   EXPECT_EQ(OnOneLine("a\r\nb\tc\nd"), "a b c d");
   EXPECT_EQ(NameOnOneLine("CN=a\nb\x1B,DC=c"), "CN=a\\0Ab\x1B,DC=c");
 }
 
 TEST(JsonLines, AreSafeForATerminal) {
   EXPECT_EQ(JsonLine(Json("a\x1B\x7F\xC2\x9B")), "\"a\\u001b\\u007f\\u009b\"");
+  EXPECT_EQ(JsonLine(Json("a\u202Eé\U0001F600")), "\"a\\u202eé\U0001F600\"");
   EXPECT_EQ(Json::parse(JsonLine(Json("a\x7F\xC2\x9B"))).get<std::string>(), "a\x7F\xC2\x9B");
 }
 

@@ -21,7 +21,7 @@ int RunApply(const CommandLine& line, Program& program) {
   ChangeTable table(text, InputName(path), offline.catalogue, line.empty.has_value());
   std::vector<std::string> done;
   if (line.retry) done = ReadDone(*line.retry);
-  CheckUndoFile(line);
+  CheckOutputs(line, path);
   Workplace workplace(line, program);
   // From here on an interruption is reported for each object.
   program.interruption.FinishFirst();

@@ -90,7 +90,7 @@ int Fix(const CommandLine& line, Program& program, Workplace& workplace) {
 int RunCheck(const CommandLine& line, Program& program) {
   if (!line.arguments.empty()) throw WrongUsage("a check takes no objects, only --base");
   (void)RulesOf(line);
-  if (line.fix) CheckUndoFile(line);
+  if (line.fix) CheckOutputs(line);
   Workplace workplace(line, program);
   if (line.fix) return Fix(line, program, workplace);
   FindingPrint print(line, program);

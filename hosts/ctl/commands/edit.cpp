@@ -3,41 +3,55 @@
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/objects/edited_settings.h"
 #include "hosts/ctl/pages/change_objects.h"
+#include "hosts/ctl/results/write_run.h"
 #include "hosts/ctl/text/assignment.h"
 #include "hosts/ctl/text/text_editor.h"
 
 namespace pelora::ctl {
 namespace {
 
-/// Has the settings edited until nothing is wrong with them. False when the text was left as it is
-/// though something was wrong: it has been told then where it is.
-bool EditUntilRight(EditedSettings& settings, SettingsChanger& changer, Program& program) {
+/// Has the settings edited until nothing is wrong with them. What was wrong when the text was left
+/// as it is all the same: it has been told then where it is.
+std::string EditUntilRight(EditedSettings& settings, SettingsChanger& changer, Program& program) {
   TextEditor editor(program.interruption);
   std::string text = settings.Text();
-  bool had_faults = false;
+  std::vector<EditFault> faults;
   while (true) {
     const std::string edited = editor.Edit(text);
-    if (had_faults && edited == text) {
+    if (!faults.empty() && edited == text) {
       editor.Keep();
       Tell(program, "nothing was changed; the text is in " + editor.path());
-      return false;
+      return faults.front().text;
     }
-    const std::vector<EditFault> faults = settings.Take(edited, changer);
-    if (faults.empty()) return true;
-    had_faults = true;
+    faults = settings.Take(edited, changer);
+    if (faults.empty()) return {};
     text = WithFaults(edited, faults);
   }
 }
 
+/// Tells that nothing was changed, and why.
+int GiveUp(const CommandLine& line, Program& program, Workplace& workplace,
+           std::span<const Target> targets, const EditedSettings& settings,
+           const std::string& fault) {
+  WriteRun run(line, program, workplace.store().schema(), targets.size());
+  for (std::size_t at = 0; at < targets.size(); ++at) {
+    run.results().Take(settings.GivenUp(at, targets[at], "the edited text was given up: " + fault));
+  }
+  return run.results().Finish();
+}
+
 int RunEdit(const CommandLine& line, Program& program) {
   const std::vector<std::string> named = OnlyObjects(line.arguments);
-  CheckUndoFile(line);
+  CheckOutputs(line);
   Workplace workplace(line, program);
   const std::vector<Target> targets = TargetsOf(line, named, workplace);
   EditedSettings settings(workplace, targets);
   SettingsChanger changer(*workplace.session, program.module, workplace.catalogue,
                           workplace.finder);
-  if (!settings.IsEmpty() && !EditUntilRight(settings, changer, program)) return kExitNotAll;
+  if (!settings.IsEmpty()) {
+    const std::string fault = EditUntilRight(settings, changer, program);
+    if (!fault.empty()) return GiveUp(line, program, workplace, targets, settings, fault);
+  }
   return ChangeObjects(
       line, program, workplace, targets,
       [&settings](std::size_t at) { return settings.AssignmentsAt(at); },

@@ -57,7 +57,7 @@ int RunNew(const CommandLine& line, Program& program) {
   NewObjectWish wish = WishOf(line, offline.catalogue);
   const bool is_user = wish.kind->account == session::AccountForm::kUser;
   if (line.password_stdin && !is_user) throw WrongUsage("--password-stdin is for users");
-  CheckUndoFile(line);
+  CheckOutputs(line);
   Workplace workplace(line, program);
   if (line.password_stdin) {
     if (!workplace.store().IsSealed()) {

@@ -13,7 +13,7 @@ int RunSet(const CommandLine& line, Program& program) {
   if (given.assignments.empty()) throw WrongUsage("no FIELD=VALUE is given");
   OfflineCatalogue offline(program.module);
   CheckAssignments(given.assignments, offline.catalogue);
-  CheckUndoFile(line);
+  CheckOutputs(line);
   Workplace workplace(line, program);
   // From here on an interruption is reported for each object.
   program.interruption.FinishFirst();

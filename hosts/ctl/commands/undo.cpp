@@ -10,7 +10,7 @@ namespace {
 
 int RunUndo(const CommandLine& line, Program& program) {
   if (line.arguments.size() != 1) throw WrongUsage("one undo file is to be named");
-  CheckUndoFile(line);
+  CheckOutputs(line, line.arguments.front());
   const std::unique_ptr<session::DirectorySession> session = OpenDirectory(line);
   const ldap::Schema& schema = session->store->schema();
   std::vector<changes::Change> undone;

@@ -45,15 +45,17 @@ bool StoredFlag(const std::string* text) {
 }
 
 std::vector<std::string> StoredList(const ldap::Entry& entry, std::string_view attribute) {
-  constexpr std::string_view kDeletedMark = "\\0ADEL:";
   std::vector<std::string> values = ldap::ValuesOf(entry, attribute);
-  std::erase_if(values, [&](const std::string& value) {
-    return value.find(kDeletedMark) != std::string::npos;
-  });
+  std::erase_if(values, &IsHiddenName);
   return values;
 }
 
 }  // namespace
+
+bool IsHiddenName(const std::string& name) {
+  constexpr std::string_view kDeletedMark = "\\0ADEL:";
+  return name.find(kDeletedMark) != std::string::npos;
+}
 
 FieldValue ReadField(const Field& field, const ldap::Entry& entry, IADs& object) {
   const std::string_view attribute = field.row.attributes.front();

@@ -18,6 +18,9 @@ namespace pelora::ctl {
 using FieldValue =
     std::variant<std::monostate, bool, std::int64_t, std::string, std::vector<std::string>>;
 
+/// Whether a stored name is that of a deleted object, which lists do not show.
+[[nodiscard]] bool IsHiddenName(const std::string& name);
+
 /// Reads a field of an object from its attributes, as its tab shows it: a flag that is not set is
 /// no, a number that is not set is nothing, names of deleted objects are left out. `object` is
 /// bound to the same entry; only choices ask it.

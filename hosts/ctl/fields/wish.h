@@ -27,8 +27,14 @@ struct Wish {
   bool flag = false;
   std::size_t choice = 0;
   std::vector<ListStep> steps{};
+  /// Values of a list that are to go and that the tab does not show: names of deleted objects, as
+  /// they are stored.
+  std::vector<std::string> hidden_removals{};
   /// What a chooser answers: the objects behind a name, a server, or the names to be added.
   std::vector<session::DirectoryObject> chosen{};
+
+  /// Whether there is nothing to be done on the tab: it does not show what is to go.
+  [[nodiscard]] bool IsOnlyHidden() const { return !hidden_removals.empty() && steps.empty(); }
 };
 
 }  // namespace pelora::ctl

@@ -10,6 +10,7 @@
 #include "hosts/ctl/objects/object_classes.h"
 #include "hosts/ctl/text/list_text.h"
 #include "hosts/ctl/text/utf8_check.h"
+#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/name_key.h"
 
 namespace pelora::ctl {
@@ -64,12 +65,13 @@ std::vector<Wish> WishMaker::Make(std::span<const Assignment> assignments,
     auto current = std::get<std::vector<std::string>>(ReadField(*field, entry, object));
     for (const Assignment* assignment : lists[field]) {
       if (field->row.kind == FieldKind::kNameList) {
-        MakeNames(*assignment, current, wish);
+        MakeNames(*assignment, ldap::ValuesOf(entry, field->row.attributes.front()), current, wish);
       } else {
         MakeTexts(*assignment, current, wish);
       }
     }
-    if (!wish.steps.empty()) wishes.push_back(std::move(wish));
+    const bool is_something = !wish.steps.empty() || !wish.hidden_removals.empty();
+    if (is_something) wishes.push_back(std::move(wish));
   }
   if (!addresses.empty()) {
     MakeAddresses(addresses, described, entry, object, wishes);
@@ -180,8 +182,8 @@ bool WishMaker::MakeChosen(const std::string& given, const std::string& printed,
   return true;
 }
 
-void WishMaker::MakeNames(const Assignment& assignment, std::vector<std::string>& current,
-                          Wish& wish) {
+void WishMaker::MakeNames(const Assignment& assignment, const ldap::AttributeValues& stored,
+                          std::vector<std::string>& current, Wish& wish) {
   const Field& field = *wish.field;
   std::vector<std::string> wanted;
   const auto place_of = [&current](const std::string& name) {
@@ -199,6 +201,7 @@ void WishMaker::MakeNames(const Assignment& assignment, std::vector<std::string>
       remove(place_of(given));
       continue;
     }
+    if (assignment.operation == Operation::kRemove && RemoveHidden(given, stored, wish)) continue;
     session::DirectoryObject object;
     const bool is_there = place_of(given) != current.end();
     const std::string problem = is_there ? std::string() : finder_.Read(given, object);
@@ -222,6 +225,17 @@ void WishMaker::MakeNames(const Assignment& assignment, std::vector<std::string>
     };
     if (std::ranges::none_of(wanted, is_same)) remove(place_of(name));
   }
+}
+
+bool WishMaker::RemoveHidden(const std::string& given, const ldap::AttributeValues& stored,
+                             Wish& wish) {
+  const auto is_given = [key = ldap::NameKey(given)](const std::string& value) {
+    return IsHiddenName(value) && ldap::NameKey(value) == key;
+  };
+  const auto found = std::ranges::find_if(stored, is_given);
+  if (found == stored.end()) return false;
+  if (std::ranges::none_of(wish.hidden_removals, is_given)) wish.hidden_removals.push_back(*found);
+  return true;
 }
 
 void WishMaker::MakeTexts(const Assignment& assignment, std::vector<std::string>& current,

@@ -46,8 +46,12 @@ class WishMaker {
                                 Wish& wish);
   [[nodiscard]] bool MakeChosen(const std::string& given, const std::string& printed, Wish& wish);
   // Each appends its steps and keeps `current` in step with them.
-  void MakeNames(const Assignment& assignment, std::vector<std::string>& current, Wish& wish);
+  void MakeNames(const Assignment& assignment, const ldap::AttributeValues& stored,
+                 std::vector<std::string>& current, Wish& wish);
   void MakeTexts(const Assignment& assignment, std::vector<std::string>& current, Wish& wish);
+  /// Takes out a stored name that no tab shows; false when `given` is none.
+  [[nodiscard]] static bool RemoveHidden(const std::string& given,
+                                         const ldap::AttributeValues& stored, Wish& wish);
   void MakeAddresses(const std::vector<const Assignment*>& assignments,
                      const session::DirectoryObject& described, const ldap::Entry& entry,
                      IADs& object, std::vector<Wish>& wishes);

@@ -48,7 +48,10 @@ EditedSettings::EditedSettings(Workplace& workplace, std::span<const Target> tar
     object.shown = SettingsOf(entry, workplace_);
   };
   // Those that cannot be shown are told of with the results.
-  ReadEntries(workplace_, targets, take, [](const Target&, const std::string&) {});
+  ReadEntries(workplace_, targets, take, [&](const Target& target, const std::string& problem) {
+    Object& object = objects_[static_cast<std::size_t>(&target - targets.data())];
+    object.problem = problem;
+  });
 }
 
 bool EditedSettings::IsEmpty() const {
@@ -125,6 +128,14 @@ std::vector<EditFault> EditedSettings::Compare(const EditObject& edited, Setting
     faults.push_back({LineOfField(edited, prepared.instead->message), prepared.instead->message});
   }
   return faults;
+}
+
+changes::Result EditedSettings::GivenUp(std::size_t at, const Target& target,
+                                        const std::string& reason) const {
+  const Object& object = objects_[at];
+  return {.dn = object.entry.dn.empty() ? target.given : object.entry.dn,
+          .outcome = changes::Outcome::kRefused,
+          .message = object.problem.empty() ? reason : object.problem};
 }
 
 std::string EditedSettings::WhatElseChanged(std::size_t at, const ldap::Entry& entry) const {

@@ -37,10 +37,17 @@ class EditedSettings {
   /// or nothing.
   [[nodiscard]] std::string WhatElseChanged(std::size_t at, const ldap::Entry& entry) const;
 
+  /// What becomes of an object whose text is given up for a reason; one that could not be shown has
+  /// its own.
+  [[nodiscard]] changes::Result GivenUp(std::size_t at, const Target& target,
+                                        const std::string& reason) const;
+
  private:
   struct Object {
     /// Without a name when it cannot be shown.
     ldap::Entry entry;
+    /// Why it cannot be.
+    std::string problem;
     ShownObject shown;
     std::vector<Assignment> assignments;
   };

@@ -132,6 +132,10 @@ void PageOperator::SelectChoice(const Wish& wish) {
 
 void PageOperator::ChangeList(const Wish& wish) {
   const FieldRow& row = wish.field->row;
+  if (wish.IsOnlyHidden()) {
+    const bool is_enabled = user_.dialog().IsEnabled(row.choose == 0 ? row.control : row.choose);
+    return Require(wish, is_enabled ? UserAnswer::kDone : UserAnswer::kDisabled);
+  }
   if (row.typed_in.list != 0) return ChangeInDialog(wish);
   if (!wish.chosen.empty()) ChooseObject(wish);
   for (const ListStep& step : wish.steps) {

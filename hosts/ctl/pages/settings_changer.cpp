@@ -88,9 +88,23 @@ bool Enables(const Wish& wish) {
 }
 
 bool Writes(const Wish& wish, const std::string& attribute) {
+  if (wish.IsOnlyHidden()) return false;
   return std::ranges::any_of(wish.field->row.attributes, [&attribute](std::string_view written) {
     return EqualsWithoutCase(written, attribute);
   });
+}
+
+/// Adds to a change that a value of a list goes which no tab shows.
+void TakeOutHidden(const Wish& wish, const std::string& value, changes::Change& change) {
+  const std::string attribute(wish.field->row.attributes.front());
+  changes::ValueChange* list = change.Find(attribute);
+  if (list == nullptr) {
+    list = &change.attributes.emplace_back(
+        changes::ValueChange{.attribute = attribute, .is_list = true});
+  }
+  // The tab's own edit of the list has taken it out already.
+  if (std::ranges::find(list->seen, value) == list->seen.end()) list->seen.push_back(value);
+  std::erase(list->wanted, value);
 }
 
 /// The entry as it is once a change has been written.
@@ -190,6 +204,9 @@ changes::Change SettingsChanger::TakeChange(const ldap::Entry& entry,
     return std::ranges::none_of(
         wishes, [&value](const Wish& wish) { return Writes(wish, value.attribute); });
   });
+  for (const Wish& wish : wishes) {
+    for (const std::string& value : wish.hidden_removals) TakeOutHidden(wish, value, change);
+  }
   const ldap::Entry after = Changed(entry, change);
   EntryObject object(after, session_.store->schema());
   for (const Wish& wish : wishes) {

@@ -1,29 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ctl/results/json_line.h"
 
+#include <algorithm>
 #include <cstdint>
+
+#include "hosts/ctl/text/utf8_check.h"
+#include "hosts/ctl/text/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
 
-/// DEL and the second set of control characters, which may stand in JSON as they are.
-std::string WithoutBareControls(const std::string& line) {
+/// Control characters that may stand in JSON as they are.
+std::string WithoutBareControls(std::string_view line) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::string safe;
   safe.reserve(line.size());
-  for (std::size_t place = 0; place < line.size(); ++place) {
-    const auto byte = static_cast<std::uint8_t>(line[place]);
-    const auto next = static_cast<std::uint8_t>(place + 1 < line.size() ? line[place + 1] : 0);
-    const bool is_second_set = byte == 0xC2 && next >= 0x80 && next < 0xA0;
-    if (byte != 0x7F && !is_second_set) {
-      safe += line[place];
+  while (!line.empty()) {
+    const std::string_view character =
+        line.substr(0, std::max<std::size_t>(CharacterLength(line), 1));
+    line.remove_prefix(character.size());
+    if (!IsControl(character)) {
+      safe += character;
       continue;
     }
-    const std::uint8_t code = is_second_set ? next : byte;
-    safe += "\\u00";
-    safe += kDigits[code >> 4];
-    safe += kDigits[code & 0xF];
-    if (is_second_set) ++place;
+    // None of them lies beyond four digits.
+    const std::uint32_t code = CodePointOf(character);
+    safe += "\\u";
+    for (const int shift : {12, 8, 4, 0}) safe += kDigits[(code >> shift) & 0xF];
   }
   return safe;
 }

@@ -3,6 +3,8 @@
 
 #include <sys/stat.h>
 
+#include <filesystem>
+
 #include "hosts/changes/ldif_changes.h"
 #include "hosts/ctl/ctl_error.h"
 
@@ -29,9 +31,34 @@ class LdifPrint final : public changes::IChangeLog {
   NoteId next_ = 0;
 };
 
+/// Whether two names are those of one file; terminals and pipes may be read and written.
+bool IsSameFile(const std::string& left, const std::string& right) {
+  struct stat one {};
+  struct stat other {};
+  if (stat(left.c_str(), &one) != 0 || stat(right.c_str(), &other) != 0) return false;
+  return S_ISREG(one.st_mode) && one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+/// The report begins anew: what it is written over is lost.
+void CheckReport(const CommandLine& line, const std::string& input) {
+  if (!line.report) return;
+  for (const std::string& read :
+       {line.retry.value_or(""), line.from.value_or(""), line.directory.value_or(""), input}) {
+    if (!read.empty() && IsSameFile(*line.report, read)) {
+      throw WrongUsage(*line.report + ": the report cannot be written over what is read");
+    }
+  }
+  const auto whole = [](const std::string& path) {
+    return std::filesystem::weakly_canonical(std::filesystem::absolute(path));
+  };
+  if (line.undo_file && whole(*line.undo_file) == whole(*line.report)) {
+    throw WrongUsage(*line.report + ": the report and the undo file cannot be one file");
+  }
+}
+
 std::unique_ptr<changes::IChangeLog> MakeLog(const CommandLine& line, Program& program,
                                              const ldap::Schema& schema) {
-  CheckUndoFile(line);
+  CheckOutputs(line);
   if (line.dry_run) return std::make_unique<LdifPrint>(program.output, schema);
   if (!line.undo_file) return nullptr;
   std::unique_ptr<changes::UndoFile> file;
@@ -42,7 +69,8 @@ std::unique_ptr<changes::IChangeLog> MakeLog(const CommandLine& line, Program& p
 
 }  // namespace
 
-void CheckUndoFile(const CommandLine& line) {
+void CheckOutputs(const CommandLine& line, const std::string& input) {
+  CheckReport(line, input);
   if (!line.undo_file) return;
   struct stat found {};
   if (lstat(line.undo_file->c_str(), &found) == 0) {

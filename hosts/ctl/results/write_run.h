@@ -32,7 +32,8 @@ class WriteRun {
   ResultWriter results_;
 };
 
-/// Throws `WrongUsage` when the undo file that is to be made is there already.
-void CheckUndoFile(const CommandLine& line);
+/// Throws `WrongUsage` when the undo file that is to be made is there already, and when the report
+/// would be written over a file that the command reads: `input` is one beside those of its options.
+void CheckOutputs(const CommandLine& line, const std::string& input = {});
 
 }  // namespace pelora::ctl

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ctl/text/visible_text.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 
 #include "hosts/ctl/text/utf8_check.h"
@@ -16,14 +18,41 @@ void AppendHex(std::string& to, char byte) {
   to += kDigits[code & 0xF];
 }
 
-bool IsControl(std::string_view character) {
-  const auto first = static_cast<std::uint8_t>(character.front());
-  if (character.size() == 1) return first < 0x20 || first == 0x7F;
-  // The second set of control characters.
-  return first == 0xC2 && static_cast<std::uint8_t>(character[1]) < 0xA0;
-}
+struct CodePoints {
+  std::uint32_t first;
+  std::uint32_t last;
+};
+
+/// What is no sign but does something: control characters, and what turns the direction of text
+/// around, so that it reads other than it is.
+constexpr auto kControls = std::to_array<CodePoints>({
+    {0x00, 0x1F},
+    {0x7F, 0x9F},
+    {0x061C, 0x061C},
+    {0x200E, 0x200F},
+    {0x202A, 0x202E},
+    {0x2066, 0x2069},
+});
 
 }  // namespace
+
+std::uint32_t CodePointOf(std::string_view character) {
+  const auto first = static_cast<std::uint8_t>(character.front());
+  if (character.size() == 1) return first;
+  // The first byte of a longer character has a bit less of it for each byte that follows.
+  std::uint32_t code = first & (0x7FU >> character.size());
+  for (const char byte : character.substr(1)) {
+    code = (code << 6) | (static_cast<std::uint8_t>(byte) & 0x3FU);
+  }
+  return code;
+}
+
+bool IsControl(std::string_view character) {
+  const std::uint32_t code = CodePointOf(character);
+  return std::ranges::any_of(kControls, [code](const CodePoints& range) {
+    return range.first <= code && code <= range.last;
+  });
+}
 
 std::string VisibleText(std::string_view text, std::string_view kept) {
   std::string visible;

@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace pelora::ctl {
 
-/// `text` as a terminal may get it: control characters (those of ASCII, DEL and the second set,
-/// U+0080 to U+009F) and bytes that are no UTF-8 are written `\xNN`, byte by byte. What stands in
-/// `kept` stays.
+/// Whether a character, one whole sequence of UTF-8, is a control character: one of ASCII, DEL, of
+/// the second set (U+0080 to U+009F), or one that changes the direction of the text.
+[[nodiscard]] bool IsControl(std::string_view character);
+/// The number of a character, one whole sequence of UTF-8.
+[[nodiscard]] std::uint32_t CodePointOf(std::string_view character);
+
+/// `text` as a terminal may get it: control characters and bytes that are no UTF-8 are written
+/// `\xNN`, byte by byte. What stands in `kept` stays.
 [[nodiscard]] std::string VisibleText(std::string_view text, std::string_view kept = {});
 
 /// `text` on one line of a table with tabs: line breaks and tabs become blanks, CR and LF together
