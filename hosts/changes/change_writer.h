@@ -13,6 +13,8 @@ namespace pelora::changes {
 
 /// Writes changes, each guarded: what is sent says what was seen, and the directory refuses it when
 /// that is not there any more. Between a look and a write there is no gap, whoever else writes.
+/// (A server that compares texts without case takes a text in other letters for the one that was
+/// seen.)
 ///
 /// A refused change is read anew, and only then it is told what became of it:
 /// - everything is as wanted, by whoever: unchanged;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "directory/ascii_case.h"
+#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/value_equality.h"
 
@@ -32,9 +33,7 @@ StoreStatus CheckKept(const Schema& schema, const Entry& made, const Entry& now)
     if (IsCompleted(name)) continue;
     const std::optional<AttributeType> type = schema.Find(name);
     const Syntax syntax = type ? type->syntax : Syntax::kString;
-    const auto held = now.attributes.find(name);
-    const AttributeValues there = held == now.attributes.end() ? AttributeValues() : held->second;
-    if (KeysOf(syntax, there) != KeysOf(syntax, values)) {
+    if (KeysOf(syntax, ValuesOf(now, name)) != KeysOf(syntax, values)) {
       return {kLdapAssertionFailed,
               "attribute '" + name + "' was changed since the object was made"};
     }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <string>
 #include <vector>
 
 #include "directory/attribute_catalogue.h"
+#include "tests/architecture/field_tables.h"
 #include "tests/architecture/source_tree.h"
 
 namespace pelora::test {
@@ -43,17 +46,67 @@ std::string RuleWord(const Attribute& attribute) {
   return "";
 }
 
-/// The rows of the attribute table: those that begin with a name and have four columns.
-std::vector<std::string> DocumentedRows() {
+using Lines = std::vector<std::string>;
+
+Lines DocumentLines() {
   std::ifstream document(SourceRoot() / "docs/attributes.md");
-  std::vector<std::string> rows;
-  for (std::string line; std::getline(document, line);) {
+  Lines lines;
+  for (std::string line; std::getline(document, line);) lines.push_back(line);
+  return lines;
+}
+
+/// The rows of the attribute table: those that begin with a name and have four columns.
+Lines DocumentedRows() {
+  Lines rows;
+  for (const std::string& line : DocumentLines()) {
     if (!line.starts_with("| `")) continue;
     // Everything before the meaning, which is prose.
     const std::size_t end = line.rfind(" | ", line.size() - 3);
     rows.push_back(line.substr(0, end));
   }
   return rows;
+}
+
+/// Where a table that is made from the pages begins and ends in the document.
+constexpr const char* kTabsBegin = "<!-- fields of the tabs -->";
+constexpr const char* kWizardsBegin = "<!-- fields of new objects -->";
+constexpr const char* kEnd = "<!-- end -->";
+
+/// The lines between two marks, without them.
+Lines Between(const Lines& lines, const std::string& begin) {
+  const auto first = std::ranges::find(lines, begin);
+  const auto last = std::find(first, lines.end(), kEnd);
+  EXPECT_NE(last, lines.end()) << begin;
+  return first == lines.end() ? Lines{} : Lines(first + 1, last);
+}
+
+void Replace(Lines& lines, const std::string& begin, const Lines& table) {
+  const auto first = std::ranges::find(lines, begin);
+  const auto last = std::find(first, lines.end(), kEnd);
+  ASSERT_NE(last, lines.end()) << begin;
+  const auto behind = lines.erase(first + 1, last);
+  lines.insert(behind, table.begin(), table.end());
+}
+
+/// Whether the tables are to be written anew instead of being compared.
+bool WritesDocuments() { return std::getenv("PELORA_WRITE_DOCUMENTS") != nullptr; }
+
+void WriteTables() {
+  Lines lines = DocumentLines();
+  Replace(lines, kTabsBegin, TabTable());
+  Replace(lines, kWizardsBegin, WizardTable());
+  std::ofstream document(SourceRoot() / "docs/attributes.md");
+  for (const std::string& line : lines) document << line << '\n';
+}
+
+TEST(AttributeDocument, HasTheFieldsOfEveryPage) {
+  if (WritesDocuments()) WriteTables();
+  const Lines lines = DocumentLines();
+  const std::string how =
+      "PELORA_WRITE_DOCUMENTS=1 ctest --preset native -R architecture_test "
+      "writes the tables anew";
+  EXPECT_EQ(Between(lines, kTabsBegin), TabTable()) << how;
+  EXPECT_EQ(Between(lines, kWizardsBegin), WizardTable()) << how;
 }
 
 TEST(AttributeDocument, ListsTheCatalogue) {

@@ -36,6 +36,10 @@ class ModifyRulesTest : public testing::Test {
     changed_ = {{"left over", {}}};
     return rules_.Apply(entry_, modifications, changed_);
   }
+  int ApplyStrictly(const std::vector<Modification>& modifications) {
+    changed_ = {{"left over", {}}};
+    return rules_.Apply(entry_, modifications, changed_, ModifyWay::kStrict).code;
+  }
   int Replace(const std::string& attribute, const AttributeValues& values) {
     return Apply({{Operation::kReplace, attribute, values}}).code;
   }
@@ -243,6 +247,48 @@ TEST_F(ModifyRulesTest, NewEntriesKeepToTheSameRules) {
   const StoreStatus status = rules_.CheckNew(entry);
   EXPECT_EQ(status.code, kLdapNoSuchAttribute);
   EXPECT_THAT(status.text, HasSubstr("'unknown'"));
+}
+
+TEST_F(ModifyRulesTest, StrictlyWhatIsDeletedHasToBeThere) {
+  entry_.attributes = {
+      {"texts", {"a", "b"}}, {"text", {"Anna"}}, {"number", {"7"}}, {"names", {"CN=Ä"}}};
+  EXPECT_EQ(ApplyStrictly({{Operation::kDelete, "texts", {"a", "c"}}}), kLdapNoSuchAttribute);
+  EXPECT_THAT(changed_, IsEmpty());
+  EXPECT_EQ(ApplyStrictly({{Operation::kDelete, "texts", {"A"}}}), kLdapNoSuchAttribute);
+  EXPECT_EQ(ApplyStrictly({{Operation::kDelete, "text", {"anna"}}}), kLdapNoSuchAttribute);
+  EXPECT_EQ(ApplyStrictly({{Operation::kDelete, "bytes", {"x"}}}), kLdapNoSuchAttribute);
+  EXPECT_EQ(ApplyStrictly({{Operation::kDelete, "bytes", {}}}), kLdapNoSuchAttribute);
+  EXPECT_EQ(ApplyStrictly({{Operation::kDelete, "texts", {"a"}},
+                           {Operation::kDelete, "number", {"07"}},
+                           {Operation::kDelete, "names", {"cn=ä"}}}),
+            0);
+  EXPECT_EQ(changed_, (AttributeMap{{"texts", {"b"}}, {"number", {}}, {"names", {}}}));
+}
+
+TEST_F(ModifyRulesTest, StrictlyWhatIsAddedMustNotBeThere) {
+  entry_.attributes = {{"texts", {"a", "b"}}, {"number", {"7"}}};
+  EXPECT_EQ(ApplyStrictly({{Operation::kAdd, "texts", {"c", "A"}}}), kLdapValueExists);
+  EXPECT_EQ(ApplyStrictly({{Operation::kAdd, "texts", {"c", "C"}}}), kLdapValueExists);
+  EXPECT_EQ(ApplyStrictly({{Operation::kAdd, "number", {"8"}}}), kLdapValueExists);
+  EXPECT_EQ(ApplyStrictly({{Operation::kAdd, "text", {"ok", "no"}}}), kLdapConstraintViolation);
+  EXPECT_EQ(ApplyStrictly({{Operation::kAdd, "texts", {"c"}}, {Operation::kAdd, "text", {"ok"}}}),
+            0);
+  EXPECT_EQ(changed_, (AttributeMap{{"texts", {"a", "b", "c"}}, {"text", {"ok"}}}));
+}
+
+TEST_F(ModifyRulesTest, StrictlyTooOneModificationFollowsTheOther) {
+  entry_.attributes = {{"texts", {"a", "b"}}, {"number", {"7"}}};
+  EXPECT_EQ(ApplyStrictly({{Operation::kDelete, "number", {"7"}},
+                           {Operation::kAdd, "number", {"8"}},
+                           {Operation::kDelete, "texts", {"a"}},
+                           {Operation::kAdd, "texts", {"A"}}}),
+            0);
+  EXPECT_EQ(changed_, (AttributeMap{{"number", {"8"}}, {"texts", {"b", "A"}}}));
+  // What is put back as it was is no change.
+  EXPECT_EQ(
+      ApplyStrictly({{Operation::kDelete, "number", {"7"}}, {Operation::kAdd, "number", {"7"}}}),
+      0);
+  EXPECT_THAT(changed_, IsEmpty());
 }
 
 }  // namespace

@@ -119,6 +119,21 @@ TEST_F(AccountGroupTest, AccountIsWrittenBeforeHidden) {
               ElementsAre("Put " + kAda + " peloraAccount 1", "Put " + kAda + " peloraHidden 1"));
 }
 
+TEST_F(AccountGroupTest, AClickedBoxIsWrittenByEveryApplyUntilThePageIsLoadedAgain) {
+  host_.directory.AddObject(kAda);
+  Open({kAda});
+  sheet_.User().Click(IDC_PELORA_ACCOUNT);
+  for (int apply = 0; apply < 2; ++apply) {
+    host_.directory.ClearCalls();
+    EXPECT_TRUE(ApplyPage());
+    EXPECT_THAT(Writes(), ElementsAre("Put " + kAda + " peloraAccount 1"));
+  }
+  host_.directory.ClearCalls();
+  EXPECT_EQ(page_->InitPage(), S_OK);
+  EXPECT_TRUE(ApplyPage());
+  EXPECT_THAT(Writes(), IsEmpty());
+}
+
 TEST_F(AccountGroupTest, UncheckingWritesZeroAndRemovesNothing) {
   host_.directory.AddObject(kAda, {{"peloraAccount", Variant::Integer(1)}});
   Open({kAda});

@@ -108,6 +108,12 @@ TEST_P(GeneralTabTest, AnErasedDescriptionIsCleared) {
   EXPECT_EQ(Applied(), Lines{"description cleared"});
 }
 
+TEST_P(GeneralTabTest, SeveralThatAgreeShowNeitherNameNorDescription) {
+  Open(GetParam(), {kObject, kObject});
+  EXPECT_EQ(Text(292), "");
+  EXPECT_EQ(Text(295), "");
+}
+
 TEST_P(GeneralTabTest, SeveralShowNeitherNameNorDescriptionAndTakeOne) {
   Open(GetParam(), {kObject, kObject, {}});
   EXPECT_EQ(Text(294), "Rooms & more") << "the first one's";

@@ -245,5 +245,40 @@ TEST_F(StoreObjectTest, ReferencesAreCounted) {
   EXPECT_EQ(object_->Release(), 1U);
 }
 
+/// Notes what it is told, one line each.
+class NotingWitness final : public IReadingWitness {
+ public:
+  std::vector<std::string> lines;
+  void OnTold(const std::string& dn, std::string_view attribute,
+              const AttributeValues& values) override {
+    std::string line = dn + " " + std::string(attribute) + ":";
+    for (const std::string& value : values) line += " " + value;
+    lines.push_back(line);
+  }
+};
+
+TEST_F(StoreObjectTest, AWitnessIsToldWhatTheDirectorySaysAndNotWhatWasStaged) {
+  NotingWitness witness;
+  store_.entry.attributes["otherMailbox"] = {"a@x", "b@x"};
+  object_ = Ref<StoreObject>::Adopt(new StoreObject(
+      store_, {.dn = "CN=Ada,DC=x", .is_root = false, .classes = {"user"}}, failure_,
+      std::make_shared<BindingOptions>(BindingOptions{.witness = &witness})));
+  static_cast<void>(Value("otherMailbox"));
+  EXPECT_EQ(Status("mail"), E_ADS_PROPERTY_NOT_FOUND);
+  ASSERT_EQ(object_->Put("mail", Variant::String("m@x")), S_OK);
+  EXPECT_EQ(Value("mail"), Variant::String("m@x"));
+  EXPECT_THAT(witness.lines, ElementsAre("CN=Ada,DC=x otherMailbox: a@x b@x", "CN=Ada,DC=x mail:"));
+}
+
+TEST_F(StoreObjectTest, WhatAWitnessIsToldOfAFailedReadingIsNothing) {
+  NotingWitness witness;
+  object_ = Ref<StoreObject>::Adopt(new StoreObject(
+      store_, {.dn = "CN=Ada,DC=x", .is_root = false, .classes = {"user"}}, failure_,
+      std::make_shared<BindingOptions>(BindingOptions{.witness = &witness})));
+  store_.failure = {kLdapBusy, "locked"};
+  EXPECT_EQ(Status("mail"), HresultOfLdap(kLdapBusy));
+  EXPECT_THAT(witness.lines, IsEmpty());
+}
+
 }  // namespace
 }  // namespace pelora::ldap

@@ -90,15 +90,19 @@ StoreStatus NetworkStore::DoReading(const Reading& read) {
 
 NetworkStore::SentWrite NetworkStore::SendWriting(const std::string& what, const Sending& send) {
   SentWrite sent{.what = what};
-  // As long as nothing is sent, another connection is as good.
-  if (connection_ == nullptr || !connection_->IsUsable()) {
-    sent.status = Open();
-    // A timeout here leaves nothing in doubt.
-    if (sent.status.code == kLdapTimeout) sent.status.code = kLdapServerDown;
-    if (!sent.status.Ok()) return sent;
+  // As long as nothing is sent, another connection is as good: one that is found lost, and one that
+  // is lost before all of the request is on its way.
+  for (const bool is_last : {false, true}) {
+    if (connection_ == nullptr || !connection_->IsUsable()) {
+      sent.status = Open();
+      // A timeout here leaves nothing in doubt.
+      if (sent.status.code == kLdapTimeout) sent.status.code = kLdapServerDown;
+      if (!sent.status.Ok()) break;
+    }
+    sent.connection = connection_;
+    sent.status = send(*sent.connection, sent.id);
+    if (sent.status.code != kLdapServerDown || is_last) break;
   }
-  sent.connection = connection_;
-  sent.status = send(*sent.connection, sent.id);
   return sent;
 }
 

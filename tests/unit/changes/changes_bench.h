@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -81,6 +82,22 @@ class InterruptedStore final : public IDirectoryStore {
       if (std::optional<StoreStatus> answer = before_write(count)) return *answer;
     }
     return target_.ModifyStrictly(dn, modifications);
+  }
+  /// Fetches so many requests before it does the first of them, as a network's store does.
+  std::size_t fetches_ahead = 1;
+  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
+    std::deque<ldap::ModifyRequest> fetched;
+    bool is_more = true;
+    while (is_more || !fetched.empty()) {
+      if (is_more && fetched.size() < fetches_ahead) {
+        std::optional<ldap::ModifyRequest> request = next();
+        is_more = request.has_value();
+        if (request) fetched.push_back(std::move(*request));
+      } else {
+        sink(ModifyStrictly(fetched.front().dn, fetched.front().modifications));
+        fetched.pop_front();
+      }
+    }
   }
   StoreStatus Add(const Entry& entry) override { return target_.Add(entry); }
   StoreStatus Delete(const Entry& made) override { return target_.Delete(made); }

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: Apache-2.0
+// Strict modifications, many of them, and deletions, on a directory file.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/serialized_store.h"
+#include "tests/unit/ldb_bench.h"
+
+namespace pelora::ldap {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+using Operation = Modification::Operation;
+
+class LdbWritingTest : public LdbBench {
+ protected:
+  static std::vector<Modification> CountOn(int from) {
+    std::vector<Modification> request;
+    if (from > 0)
+      request.push_back({Operation::kDelete, "peloraQuotaHard", {std::to_string(from)}});
+    request.push_back({Operation::kAdd, "peloraQuotaHard", {std::to_string(from + 1)}});
+    return request;
+  }
+  /// Does the requests; the codes of their ends.
+  static std::vector<int> DoAll(IDirectoryStore& store, std::vector<ModifyRequest> requests) {
+    std::vector<int> codes;
+    std::size_t at = 0;
+    store.ModifyManyStrictly(
+        [&]() -> std::optional<ModifyRequest> {
+          // The source may ask for more while others are under way.
+          Entry entry;
+          EXPECT_TRUE(store.Read(kUser, {}, entry).Ok());
+          if (at == requests.size()) return std::nullopt;
+          return requests[at++];
+        },
+        [&](const StoreStatus& status) {
+          Entry entry;
+          EXPECT_TRUE(store.Read(kUser, {}, entry).Ok());
+          codes.push_back(status.code);
+        });
+    return codes;
+  }
+
+  std::unique_ptr<IDirectoryStore> store_ = Open();
+};
+
+TEST_F(LdbWritingTest, AStrictModificationComparesAndWritesInOneStep) {
+  EXPECT_TRUE(store_->ModifyStrictly(kUser, CountOn(0)).Ok());
+  EXPECT_EQ(store_->ModifyStrictly(kUser, CountOn(0)).code, kLdapValueExists);
+  EXPECT_TRUE(store_->ModifyStrictly(kUser, CountOn(1)).Ok());
+  const StoreStatus stale = store_->ModifyStrictly(kUser, CountOn(1));
+  EXPECT_EQ(stale.code, kLdapNoSuchAttribute);
+  EXPECT_EQ(stale.text, "attribute 'peloraQuotaHard': a value that is to be deleted is not there");
+  EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("2"));
+  // The other way is as it was.
+  const std::vector<Modification> permissive = {{Operation::kDelete, "peloraQuotaHard", {"9"}}};
+  EXPECT_TRUE(store_->Modify(kUser, permissive).Ok());
+}
+
+TEST_F(LdbWritingTest, OfManyTheRefusedOnesDoNotKeepTheOthersFromBeingDone) {
+  std::vector<ModifyRequest> requests;
+  for (int number = 0; number < 300; ++number) requests.push_back({kUser, CountOn(number)});
+  requests.insert(requests.begin() + 2, {kUser, CountOn(0)});
+  requests.insert(requests.begin() + 4, {"no name", CountOn(0)});
+  requests.insert(requests.begin() + 5, {std::string("CN=Nobody,") + kBase, CountOn(0)});
+  const std::vector<int> codes = DoAll(*store_, requests);
+  ASSERT_THAT(codes, SizeIs(303));
+  for (std::size_t at = 0; at < codes.size(); ++at) {
+    const int expected = at == 2   ? kLdapValueExists
+                         : at == 4 ? kLdapInvalidDnSyntax
+                         : at == 5 ? kLdapNoSuchObject
+                                   : 0;
+    EXPECT_EQ(codes[at], expected) << at;
+  }
+  EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("300"));
+  EXPECT_THAT(DoAll(*store_, {}), IsEmpty());
+}
+
+TEST_F(LdbWritingTest, ManyOverStoresThatWaitForOneAnother) {
+  SerializedStore store(Open(), std::make_shared<std::recursive_mutex>());
+  store_.reset();
+  std::vector<ModifyRequest> requests;
+  for (int number = 0; number < 300; ++number) requests.push_back({kUser, CountOn(number)});
+  requests.push_back({kUser, CountOn(0)});
+  const std::vector<int> codes = DoAll(store, requests);
+  ASSERT_THAT(codes, SizeIs(301));
+  EXPECT_EQ(codes[299], 0);
+  EXPECT_EQ(codes[300], kLdapValueExists);
+  EXPECT_THAT(Read(store, kUser, "peloraQuotaHard"), ElementsAre("300"));
+}
+
+TEST_F(LdbWritingTest, ManyWaitForTheDiskTogether) {
+  std::vector<ModifyRequest> requests;
+  for (int number = 0; number < 200; ++number) requests.push_back({kUser, CountOn(number)});
+  const auto begin = std::chrono::steady_clock::now();
+  DoAll(*store_, requests);
+  const auto together = std::chrono::steady_clock::now() - begin;
+  for (int number = 200; number < 220; ++number) {
+    ASSERT_TRUE(store_->ModifyStrictly(kUser, CountOn(number)).Ok());
+  }
+  const auto twenty_alone = std::chrono::steady_clock::now() - begin - together;
+  // Ten times as many, and by far not ten times as long.
+  EXPECT_LT(together, 5 * twenty_alone);
+}
+
+TEST_F(LdbWritingTest, ADeletionIsOfWhatIsAsItWasMade) {
+  const Entry made{
+      .dn = std::string("OU=New,") + kBase,
+      .attributes = {{"objectClass", {"organizationalUnit"}}, {"peloraAccount", {"1"}}}};
+  ASSERT_TRUE(store_->Add(made).Ok());
+  Entry other = made;
+  other.attributes["peloraAccount"] = {"0"};
+  StoreStatus status = store_->Delete(other);
+  EXPECT_EQ(status.code, kLdapAssertionFailed);
+  EXPECT_EQ(status.text, "attribute 'peloraAccount' was changed since the object was made");
+  status = store_->Delete({.dn = made.dn, .attributes = {}});
+  EXPECT_EQ(status.code, kLdapAssertionFailed);
+  EXPECT_EQ(status.text, "attribute 'peloraAccount' was set since the object was made");
+  EXPECT_EQ(store_->Delete({.dn = "no name", .attributes = {}}).code, kLdapInvalidDnSyntax);
+  const Entry below{.dn = "CN=x," + made.dn, .attributes = {{"objectClass", {"contact"}}}};
+  ASSERT_TRUE(store_->Add(below).Ok());
+  EXPECT_EQ(store_->Delete(made).code, kLdapNotAllowedOnNonLeaf);
+  EXPECT_TRUE(store_->Delete(below).Ok());
+  EXPECT_TRUE(store_->Delete(made).Ok());
+  EXPECT_EQ(store_->Delete(made).code, kLdapNoSuchObject);
+  Entry entry;
+  EXPECT_EQ(Open()->Read(made.dn, {}, entry).code, kLdapNoSuchObject);
+}
+
+}  // namespace
+}  // namespace pelora::ldap
