@@ -150,8 +150,9 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   for (const session::DirectoryObject& object : selection) names.append(ToQString(object.dn));
   const QString key = names.join(QLatin1Char('\n'));
   if (sheets_.Raise(key)) return;
-  SheetResult made =
-      MakePropertySheet(selection, session_->specifiers, platform_->platform(), module_, this);
+  SheetResult made = MakePropertySheet(
+      selection, session_->specifiers,
+      {.store = *session_->store, .platform = platform_->platform(), .templates = module_}, this);
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
   }

@@ -5,18 +5,19 @@
 
 #include "hosts/console/qt_text.h"
 #include "hosts/session/property_tabs.h"
-#include "hosts/session/selection_data_object.h"
 
 namespace pelora::console {
 
 SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selection,
-                              const ldap::DisplaySpecifiers& specifiers, const Platform& platform,
-                              const resources::ResourceFile& module, QWidget* parent) {
+                              const ldap::DisplaySpecifiers& specifiers,
+                              session::TabSurroundings surroundings, QWidget* parent) {
   auto sheet = std::make_unique<QtPropertySheet>(
-      module, ToQString(session::PropertiesTitle(selection)), parent);
-  const Ref<IDataObject> data_object = session::MakeSelectionDataObject(selection);
-  const std::string reason = session::OpenTabs(
-      selection, specifiers, platform, *data_object,
+      surroundings.templates, ToQString(session::PropertiesTitle(selection)), parent);
+  const auto tabs = std::make_shared<session::GuardedTabs>(std::move(surroundings));
+  // They go with the sheet's machine, after its pages.
+  sheet->machine().commit = [tabs](std::size_t page) { return tabs->Commit(page); };
+  const std::string reason = tabs->Open(
+      selection, specifiers,
       [&sheet](std::unique_ptr<PropSheetPage> page) { return sheet->AddPage(std::move(page)); });
   if (!reason.empty()) return {.sheet = nullptr, .error = ToQString(reason)};
   sheet->Start();

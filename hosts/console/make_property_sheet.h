@@ -7,8 +7,7 @@
 
 #include "hosts/console/property_sheet.h"
 #include "hosts/ldap/display_specifiers.h"
-#include "hosts/session/directory_browser.h"
-#include "platform/platform.h"
+#include "hosts/session/guarded_tabs.h"
 
 namespace pelora::console {
 
@@ -18,11 +17,10 @@ struct SheetResult {
   QString error;
 };
 
-/// Makes the property sheet of a selection, started but not shown. `platform` and `module` outlive
-/// the sheet.
+/// Makes the property sheet of a selection, started but not shown. Its tabs are guarded: see
+/// `session::GuardedTabs`. Everything in `surroundings` outlives the sheet.
 [[nodiscard]] SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selection,
                                             const ldap::DisplaySpecifiers& specifiers,
-                                            const Platform& platform,
-                                            const resources::ResourceFile& module, QWidget* parent);
+                                            session::TabSurroundings surroundings, QWidget* parent);
 
 }  // namespace pelora::console

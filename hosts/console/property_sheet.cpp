@@ -26,7 +26,10 @@ QtPropertySheet::QtPropertySheet(const resources::ResourceFile& module, const QS
   machine_.may_discard = [this] { return MayDiscard(); };
 }
 
-QtPropertySheet::~QtPropertySheet() { tabs_of_.clear(); }
+QtPropertySheet::~QtPropertySheet() {
+  tabs_of_.clear();
+  machine_.Close();
+}
 
 void QtPropertySheet::MakeButtons(QLayout& layout) {
   buttons_ = new QDialogButtonBox(

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -25,14 +27,14 @@ namespace pelora::session {
 /// What a sheet of the selection's properties is called.
 [[nodiscard]] std::string PropertiesTitle(std::span<const DirectoryObject> selection);
 
-/// Lets the component of each tab of a selection add its pages: each is initialised with the
-/// selection, and one that refuses stays out. Empty when there is a page at least; else a sentence
-/// that says why there is none. `platform` outlives the pages.
+/// Takes a page that a tab's component has added into a sheet; as `AddPropSheetPage`.
+using AddTabPage = std::function<bool(IUnknown& component, std::unique_ptr<PropSheetPage> page)>;
+
+/// Makes the component of a tab, initialises it with a selection and lets it add its pages; the
+/// answer is the status that kept it from doing so. `platform` outlives the pages.
 ///
 /// `data_object` stands for the selection (`MakeSelectionDataObject`); nobody keeps it.
-[[nodiscard]] std::string OpenTabs(std::span<const DirectoryObject> selection,
-                                   const ldap::DisplaySpecifiers& specifiers,
-                                   const Platform& platform, IDataObject& data_object,
-                                   const AddPropSheetPage& add_page);
+[[nodiscard]] HRESULT OpenTab(const Guid& class_id, const Platform& platform,
+                              IDataObject& data_object, const AddTabPage& add_page);
 
 }  // namespace pelora::session

@@ -28,6 +28,8 @@ class SheetMachine {
       : view_(view), pages_(templates, view, {}) {}
   SheetMachine(const SheetMachine&) = delete;
   SheetMachine& operator=(const SheetMachine&) = delete;
+  /// The pages go before what the host hung on the sheet.
+  ~SheetMachine() { Close(); }
 
   /// Takes a page before the sheet is shown, or refuses (and destroys) it: when its template cannot
   /// be read, and when the sheet has been shown.

@@ -181,7 +181,9 @@ std::vector<Added> AddedFeatures() {
 std::vector<Added> AddedHosts() {
   std::vector<Added> added;
   for (const auto& entry : fs::directory_iterator(SourceRoot() / "hosts")) {
-    if (entry.is_directory()) added.push_back({{"the host", entry.path().filename().string()}});
+    if (!entry.is_directory()) continue;
+    const std::string name = entry.path().filename().string();
+    added.push_back({{"the host", name}, {"the host's folder", "hosts/" + name}});
   }
   return added;
 }

@@ -80,10 +80,20 @@ std::vector<std::string> TabContract::Entry(const std::string& name) {
   return ToLines(Console().Stored(name));
 }
 
+bool TabContract::IsAlwaysWritten(const TabWrite& write) {
+  return std::ranges::any_of(Script().always, [&write](const TabWrite& always) {
+    return always.attribute == write.attribute && always.values == write.values;
+  });
+}
+
 std::vector<std::string> TabContract::EntryAfter(const std::string& name,
                                                  const std::vector<TabWrite>& writes) {
   TabValues values = Console().Stored(name);
-  for (const TabWrite& write : writes) values[write.attribute] = write.values;
+  for (const TabWrite& write : writes) {
+    if (Console().WritesUntouched() || !IsAlwaysWritten(write)) {
+      values[write.attribute] = write.values;
+    }
+  }
   return ToLines(values);
 }
 

@@ -53,6 +53,8 @@ class TabConsole {
   virtual void ClickApply() = 0;
   virtual void ClickOk() = 0;
   [[nodiscard]] virtual bool IsOpen() const = 0;
+  /// Whether what a page writes on every apply is written though nobody touched it.
+  [[nodiscard]] virtual bool WritesUntouched() const { return true; }
 
   // Asked of consoles that draw.
 
@@ -93,13 +95,15 @@ class TabContract : public ::testing::TestWithParam<TabContractCase> {
   void Play(const std::vector<TabStep>& steps) { PlaySteps(Console(), steps); }
   /// The object's attributes, each "name: value | value", in order of their names.
   [[nodiscard]] std::vector<std::string> Entry(const std::string& name);
-  /// The same, as it is to be after `writes`.
+  /// The same, as it is to be after `writes`; without those that a page stages untouched where the
+  /// console leaves them out.
   [[nodiscard]] std::vector<std::string> EntryAfter(const std::string& name,
                                                     const std::vector<TabWrite>& writes);
   /// The contents of every field of the tab.
   [[nodiscard]] std::vector<std::string> Fields();
 
  private:
+  [[nodiscard]] bool IsAlwaysWritten(const TabWrite& write);
   [[nodiscard]] std::vector<std::string> ToLines(const TabValues& values);
 
   std::unique_ptr<TabConsole> console_ = std::get<0>(GetParam())();

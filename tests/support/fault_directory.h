@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/ads.h"
@@ -56,6 +57,9 @@ class FaultPlan {
 class FaultDirectory final : public IDirectoryService {
  public:
   explicit FaultDirectory(IDirectoryService& target);
+  /// Several directories may share one plan.
+  FaultDirectory(IDirectoryService& target, std::shared_ptr<FaultPlan> plan)
+      : target_(target), plan_(std::move(plan)) {}
 
   [[nodiscard]] FaultPlan& plan() { return *plan_; }
   /// Puts an object that was bound elsewhere (a wizard's new object, say) under the same plan.

@@ -58,6 +58,13 @@ class ChoosersTest : public ConsoleTest {
     return chooser_.SelectUsers(nullptr, names_, mode);
   }
 
+  console::SheetResult MakeSheetOfRolf() {
+    return console::MakePropertySheet(
+        Objects({kRolf}), {},
+        {.store = *session().store, .platform = platform_.platform(), .templates = module()},
+        nullptr);
+  }
+
   QtChoosers choosers_{*session().store,
                        session().open_another,
                        // Long enough that Enter alone begins a search.
@@ -422,8 +429,7 @@ TEST_F(ChoosersTest, PickersNeedToBeSetUp) {
 }
 
 TEST_F(ChoosersTest, ADelegateChosenOnTheUserTabIsWritten) {
-  console::SheetResult made =
-      console::MakePropertySheet(Objects({kRolf}), {}, platform_.platform(), module(), nullptr);
+  console::SheetResult made = MakeSheetOfRolf();
   ASSERT_TRUE(made.sheet);
   made.sheet->show();
   console::QtDialog& page = *made.sheet->Dialog(0);
@@ -447,8 +453,7 @@ TEST_F(ChoosersTest, ADelegateChosenOnTheUserTabIsWritten) {
 }
 
 TEST_F(ChoosersTest, AServerChosenOnTheUserTabIsWritten) {
-  console::SheetResult made =
-      console::MakePropertySheet(Objects({kRolf}), {}, platform_.platform(), module(), nullptr);
+  console::SheetResult made = MakeSheetOfRolf();
   ASSERT_TRUE(made.sheet);
   made.sheet->show();
   console::QtDialog& page = *made.sheet->Dialog(0);

@@ -30,7 +30,7 @@ using ::testing::IsEmpty;
 class UserDialog : public ConsoleTest {
  protected:
   [[nodiscard]] OpenSheet& Open() {
-    sheet_ = std::make_unique<OpenSheet>(session().service, module(), Objects({kBirgit}));
+    sheet_ = std::make_unique<OpenSheet>(session(), module(), Objects({kBirgit}));
     return *sheet_;
   }
   [[nodiscard]] QWidget& Widget(ControlId id) { return sheet_->dialog().Find(id)->widget(); }

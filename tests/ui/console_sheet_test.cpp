@@ -8,29 +8,34 @@
 
 #include "resources/resource.h"
 #include "tests/support/fault_directory.h"
+#include "tests/support/fault_store.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/open_sheet.h"
 
 namespace pelora::test {
 namespace {
 
-using pelora::testing::FaultDirectory;
 using pelora::testing::FaultPoint;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
 class UserSheet : public ConsoleTest {
  protected:
   [[nodiscard]] OpenSheet& Open(const std::vector<std::string>& names) {
-    sheet_ = std::make_unique<OpenSheet>(faulty_, module(), Objects(names));
+    sheet_ = std::make_unique<OpenSheet>(session(), module(), Objects(names),
+                                         SheetFaults{.store = &store_, .plan = plan_});
     return *sheet_;
   }
-  [[nodiscard]] pelora::testing::FaultPlan& plan() { return faulty_.plan(); }
+  [[nodiscard]] pelora::testing::FaultPlan& plan() { return *plan_; }
+  [[nodiscard]] pelora::testing::FaultStore& store() { return store_; }
   [[nodiscard]] EntryLines Entry(const char* dn) const { return SearchEntry(file(), dn); }
 
  private:
-  FaultDirectory faulty_{session().service};
+  pelora::testing::FaultStore store_{*session().store};
+  std::shared_ptr<pelora::testing::FaultPlan> plan_ =
+      std::make_shared<pelora::testing::FaultPlan>();
   std::unique_ptr<OpenSheet> sheet_;
 };
 
@@ -53,12 +58,12 @@ TEST_F(UserSheet, TickingTheAccountWritesThatAttributeAndNoOther) {
   EXPECT_TRUE(open.IsOpen());
 }
 
-TEST_F(UserSheet, OkWithoutAnEditWritesOnlyWhatEveryApplyWrites) {
+TEST_F(UserSheet, OkWithoutAnEditWritesNothing) {
   const EntryLines before = Entry(kBirgit);
   OpenSheet& open = Open({kBirgit});
   open.ClickOk();
   EXPECT_FALSE(open.IsOpen());
-  EXPECT_THAT(Difference(before, Entry(kBirgit)), ElementsAre("+ peloraResourceCapacity: 0"));
+  EXPECT_THAT(Difference(before, Entry(kBirgit)), IsEmpty());
 }
 
 TEST_F(UserSheet, HidesAUserWhoseNameHoldsAComma) {
@@ -212,27 +217,51 @@ TEST_F(UserSheet, ADirectoryThatRefusesTheWriteIsReportedAndTheEditsStay) {
   const EntryLines before = Entry(kBirgit);
   OpenSheet& open = Open({kBirgit});
   open.user().Click(IDC_PELORA_HIDDEN);
-  plan().Fail(FaultPoint::kSetInfo, 1, E_ACCESSDENIED);
+  store().FailChange(1, {50, "no right to do that"});
   ShownBox box;
   modal_scripts().Add(Confirm(box));
   open.ClickOk();
   EXPECT_EQ(box.caption, "Pelora Error");
-  EXPECT_EQ(box.text, "Unknown error occured\n\nError code: 0X80070005");
+  EXPECT_EQ(box.text, std::string("Unknown error occured\n\nError code: 0X80070005\n\nObject: ") +
+                          kBirgit +
+                          "\nFields: Hide from addressbook\n"
+                          "The directory says: no right to do that\n\n"
+                          "You may not change this. What you typed is kept here: get the right to "
+                          "change it and apply again.");
   EXPECT_EQ(box.icon, QMessageBox::Critical);
   EXPECT_TRUE(open.IsOpen());
-  EXPECT_FALSE(open.IsApplyEnabled());
+  EXPECT_TRUE(open.IsApplyEnabled());
   EXPECT_TRUE(open.sheet().HasUnsavedEdits());
   EXPECT_THAT(Difference(before, Entry(kBirgit)), IsEmpty());
 
   modal_scripts().Add(Press("&Keep Editing"));
   open.ClickCancel();
   EXPECT_TRUE(open.IsOpen());
-  open.user().Click(IDC_PELORA_HIDDEN);
-  open.user().Click(IDC_PELORA_HIDDEN);
   open.ClickOk();
   EXPECT_FALSE(open.IsOpen());
   EXPECT_FALSE(open.sheet().HasUnsavedEdits());
   EXPECT_THAT(Difference(before, Entry(kBirgit)), ElementsAre("+ peloraHidden: 1"));
+}
+
+TEST_F(UserSheet, WhatSomebodyElseChangedMeanwhileIsToldAndNotOverwritten) {
+  SetCapacity(file(), kBirgit);
+  OpenSheet& open = Open({kBirgit});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  ModifyEntry(file(), std::string("dn: ") + kBirgit +
+                          "\nchangetype: modify\nreplace: peloraHidden\npeloraHidden: 0\n");
+  const EntryLines before = Entry(kBirgit);
+  ShownBox box;
+  modal_scripts().Add(Confirm(box));
+  open.ClickOk();
+  EXPECT_TRUE(open.IsOpen());
+  EXPECT_EQ(box.caption, "Pelora Error");
+  EXPECT_EQ(box.icon, QMessageBox::Warning);
+  EXPECT_THAT(box.text, HasSubstr("Hide from addressbook was not set when it was read, is 0 now, "
+                                  "and was to become 1."));
+  EXPECT_THAT(Difference(before, Entry(kBirgit)), IsEmpty());
+  modal_scripts().Add(Press("&Discard"));
+  open.ClickCancel();
+  EXPECT_FALSE(open.IsOpen());
 }
 
 TEST_F(UserSheet, UsersBeforeTheOneThatFailsKeepWhatWasWritten) {
@@ -240,7 +269,7 @@ TEST_F(UserSheet, UsersBeforeTheOneThatFailsKeepWhatWasWritten) {
   const std::vector<EntryLines> before = {Entry(kAnna), Entry(kBirgit), Entry(kRolf)};
   OpenSheet& open = Open({kAnna, kBirgit, kRolf});
   open.user().Click(IDC_PELORA_HIDDEN);
-  plan().Fail(FaultPoint::kSetInfo, 2, E_ACCESSDENIED);
+  store().FailChange(2, {50, "no right to do that"});
   ShownBox box;
   modal_scripts().Add(Confirm(box));
   open.ClickApply();

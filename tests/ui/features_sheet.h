@@ -14,6 +14,7 @@
 #include "hosts/console/screenshot.h"
 #include "resources/resource.h"
 #include "tests/support/fault_directory.h"
+#include "tests/support/fault_store.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/faults_of_sight.h"
 #include "tests/ui/open_sheet.h"
@@ -40,7 +41,8 @@ class FeaturesSheet : public ConsoleTest {
   FeaturesSheet() { QDir().mkpath(QStringLiteral(PELORA_SCREENSHOTS)); }
 
   [[nodiscard]] OpenSheet& Open(const std::vector<std::string>& names) {
-    sheet_ = std::make_unique<OpenSheet>(faulty_, module(), Objects(names));
+    sheet_ = std::make_unique<OpenSheet>(session(), module(), Objects(names),
+                                         SheetFaults{.store = &store_, .plan = plan_});
     sheet_->sheet().SelectPage(kFeaturesPage);
     QCoreApplication::processEvents();
     return *sheet_;
@@ -75,14 +77,17 @@ class FeaturesSheet : public ConsoleTest {
         .toStdString();
   }
   [[nodiscard]] EntryLines Entry(const char* dn) const { return SearchEntry(file(), dn); }
-  [[nodiscard]] pelora::testing::FaultPlan& plan() { return faulty_.plan(); }
+  [[nodiscard]] pelora::testing::FaultPlan& plan() { return *plan_; }
+  [[nodiscard]] pelora::testing::FaultStore& store() { return store_; }
   static void Keep(QWidget& window, const char* name) {
     const QString path = QStringLiteral(PELORA_SCREENSHOTS "/%1.png").arg(QLatin1String(name));
     EXPECT_EQ(console::WriteScreenshot(window, path).toStdString(), "");
   }
 
  private:
-  pelora::testing::FaultDirectory faulty_{session().service};
+  pelora::testing::FaultStore store_{*session().store};
+  std::shared_ptr<pelora::testing::FaultPlan> plan_ =
+      std::make_shared<pelora::testing::FaultPlan>();
   std::unique_ptr<OpenSheet> sheet_;
 };
 

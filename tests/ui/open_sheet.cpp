@@ -16,12 +16,27 @@ void Click(const console::QtPropertySheet& sheet, QDialogButtonBox::StandardButt
   QTest::mouseClick(sheet.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
 }
 
+std::function<std::unique_ptr<IDirectoryService>(IDirectoryService&)> Between(
+    const std::shared_ptr<pelora::testing::FaultPlan>& plan) {
+  if (!plan) return {};
+  return [plan](IDirectoryService& directory) {
+    return std::make_unique<pelora::testing::FaultDirectory>(directory, plan);
+  };
+}
+
 }  // namespace
 
-OpenSheet::OpenSheet(IDirectoryService& directory, const resources::ResourceFile& module,
-                     const std::vector<session::DirectoryObject>& selection)
-    : platform_(directory, message_box_, choosers_, module),
-      result_(console::MakePropertySheet(selection, {}, platform_.platform(), module, nullptr)) {
+OpenSheet::OpenSheet(session::DirectorySession& session, const resources::ResourceFile& module,
+                     const std::vector<session::DirectoryObject>& selection,
+                     const SheetFaults& faults)
+    : platform_(session.service, message_box_, choosers_, module),
+      result_(console::MakePropertySheet(
+          selection, {},
+          {.store = faults.store != nullptr ? *faults.store : *session.store,
+           .platform = platform_.platform(),
+           .templates = module,
+           .between = Between(faults.plan)},
+          nullptr)) {
   if (!result_.sheet) throw std::runtime_error(console::ToUtf8(result_.error));
   sheet().show();
   sheet().activateWindow();

@@ -3,21 +3,32 @@
 
 #include <QAbstractButton>
 #include <QMessageBox>
+#include <memory>
 
 #include "hosts/console/console_platform.h"
 #include "hosts/console/make_property_sheet.h"
 #include "hosts/console/message_box.h"
+#include "hosts/session/directory_session.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"
 #include "tests/support/fake_choosers.h"
+#include "tests/support/fault_directory.h"
 
 namespace pelora::test {
+
+/// What is to fail of what a sheet asks of its directory.
+struct SheetFaults {
+  /// What the tabs read from and their changes are written to, in place of the session's own.
+  ldap::IDirectoryStore* store = nullptr;
+  /// Calls of the tabs that fail.
+  std::shared_ptr<pelora::testing::FaultPlan> plan{};
+};
 
 /// A selection's property sheet on the screen, over a directory, with the person in front of it.
 class OpenSheet {
  public:
-  OpenSheet(IDirectoryService& directory, const resources::ResourceFile& module,
-            const std::vector<session::DirectoryObject>& selection);
+  OpenSheet(session::DirectorySession& session, const resources::ResourceFile& module,
+            const std::vector<session::DirectoryObject>& selection, const SheetFaults& faults = {});
 
   [[nodiscard]] console::QtPropertySheet& sheet() const { return *result_.sheet; }
   /// The dialog of the first page.

@@ -41,7 +41,7 @@ class QtConsole final : public TabConsole {
       EXPECT_TRUE(browser.ReadObject(name, objects_.emplace_back()).Ok()) << name;
     }
     sheet_.reset();
-    sheet_ = std::make_unique<test::OpenSheet>(session_->service, *module_.value, objects_);
+    sheet_ = std::make_unique<test::OpenSheet>(*session_, *module_.value, objects_);
     ShowTab(component);
   }
   /// Goes to another tab of the sheet.
@@ -84,6 +84,7 @@ class QtConsole final : public TabConsole {
   void ClickApply() override { sheet_->ClickApply(); }
   void ClickOk() override { sheet_->ClickOk(); }
   [[nodiscard]] bool IsOpen() const override { return sheet_->IsOpen(); }
+  [[nodiscard]] bool WritesUntouched() const override { return false; }
 
   [[nodiscard]] Names FaultsOfSight() override { return test::FaultsOfSight(Dialog().widget()); }
   void SavePicture(const std::string& name) override {

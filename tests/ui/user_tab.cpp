@@ -48,7 +48,7 @@ void UserTab::Open(const std::vector<std::string>& names) {
   names_ = names;
   before_.clear();
   for (const std::string& name : names) before_.push_back(SearchEntry(file(), name));
-  sheet_ = std::make_unique<OpenSheet>(session().service, module(), Objects(names));
+  sheet_ = std::make_unique<OpenSheet>(session(), module(), Objects(names));
 }
 
 void UserTab::OpenUser(Values values) {

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <set>
@@ -97,6 +98,28 @@ class FieldRowsTest : public testing::TabTest {
     EXPECT_TRUE(rows) << component;
     return rows ? rows->Fields() : std::vector<FieldRow>{};
   }
+  /// Opens a tab on one object, which is whatever the tab wants it to be.
+  void OpenOn(std::string_view component, const FakeAttributes& attributes) {
+    const std::string path = testing::kTabPaths.front();
+    bench_.directory.AddObject(path, attributes, {IID_IADsUser});
+    page_.reset();
+    CSnapInPropertyPage* const tab = Make(component);
+    page_.emplace(bench_, tab, bench_.Template(tab->dialog_template()), Lines{path});
+  }
+  [[nodiscard]] Ref<IADs> Object() {
+    Ref<IADs> object;
+    EXPECT_EQ(bench_.platform.directory.ADsGetObject(testing::kTabPaths.front(), IID_IADs, object),
+              S_OK);
+    return object;
+  }
+  /// The attributes that were read since the calls were cleared, in order.
+  [[nodiscard]] Lines Read() const {
+    Lines read;
+    for (const testing::DirectoryCall& call : bench_.directory.calls()) {
+      if (call.kind == testing::DirectoryCall::Kind::kGet) read.push_back(call.name);
+    }
+    return read;
+  }
   [[nodiscard]] DialogTemplate TemplateOf(std::string_view component) {
     const auto tab = Ref<CSnapInPropertyPage>::Adopt(Make(component));
     return bench_.Template(tab->dialog_template());
@@ -184,6 +207,72 @@ TEST_F(FieldRowsTest, NoTwoRowsOfATabHaveOneNameOrTakeTheirValueFromOneAttribute
   }
 }
 
+TEST_F(FieldRowsTest, TheOrderOfTheRowsIsTheOrderInWhichTheirAttributesAreRead) {
+  for (const auto& [component, lines] : kTabs) {
+    OpenOn(component, {});
+    bench_.directory.ClearCalls();
+    ASSERT_EQ(page().page().InitPage(), S_OK) << component;
+    const Lines read = Read();
+    auto last = read.begin();
+    for (const FieldRow& row : RowsOf(component)) {
+      const auto at = std::ranges::find(read, row.attributes.front());
+      ASSERT_NE(at, read.end()) << component << " " << row.name;
+      EXPECT_GE(at, last) << component << " " << row.name;
+      last = at;
+    }
+  }
+}
+
+/// Edits the control of a row, where it can be edited by itself. Whether it was.
+bool Edit(HeadlessDialog& dialog, HeadlessUser& user, const FieldRow& row) {
+  if (row.is_read_only) return false;
+  switch (row.kind) {
+    case FieldKind::kFlag:
+      return user.Click(row.control) == UserAnswer::kDone;
+    case FieldKind::kNumber:
+    case FieldKind::kText:
+    case FieldKind::kName:
+    case FieldKind::kServer:
+      dialog.SetText(row.control, "7");
+      return true;
+    default:
+      return false;
+  }
+}
+
+TEST_F(FieldRowsTest, WhatATabWritesIsWhatItsRowsSay) {
+  std::size_t edits = 0;
+  for (const auto& [component, lines] : kTabs) {
+    if (component == "CPropPageFeatures") continue;
+    // The account box is unchecked by its click, and nothing is validated.
+    OpenOn(component, {{"peloraAccount", Variant::Integer(1)}});
+    std::set<std::string> told;
+    std::set<std::string> edited;
+    for (const FieldRow& row : RowsOf(component)) {
+      told.insert(row.attributes.begin(), row.attributes.end());
+      if (Edit(dialog(), page().user(), row)) edited.insert(row.name);
+    }
+    bench_.directory.ClearCalls();
+    EXPECT_TRUE(page().Apply()) << component;
+    std::set<std::string> written;
+    for (const testing::DirectoryCall& call : bench_.directory.calls()) {
+      using enum testing::DirectoryCall::Kind;
+      if (call.kind == kPut || call.kind == kPutEx) written.insert(call.name);
+    }
+    edits += edited.size();
+    // Of users the resource type and the capacity are written whatever was edited.
+    if (component == "CPropPageUser") {
+      edited.insert("peloraResourceType");
+      EXPECT_EQ(written.erase("peloraResourceCapacity") + edited.erase("peloraResourceCapacity"),
+                1U)
+          << "an edited capacity of who is no resource is not written";
+    }
+    EXPECT_EQ(written, edited) << component;
+    EXPECT_TRUE(std::ranges::includes(told, written)) << component;
+  }
+  EXPECT_GT(edits, 30U);
+}
+
 TEST_F(FieldRowsTest, WhatCannotBeDoneWithoutIsSaidInItsRow) {
   std::map<std::string, std::string> missing;
   for (const auto& [component, lines] : kTabs) {
@@ -208,19 +297,11 @@ TEST_F(FieldRowsTest, TheChoiceOfAnAccountTypeIsTheRowThatTheTabSelects) {
   for (const char* const resource : {"", "ROOM", "equipment", "chair"}) {
     for (const std::int32_t shared : {0, 1}) {
       for (const std::int32_t admin : {0, 1, 2, 3, -1}) {
-        const std::string path = testing::kTabPaths.front();
-        bench_.directory.AddObject(path,
-                                   {{"peloraResourceType", Variant::String(resource)},
-                                    {"peloraSharedStoreOnly", Variant::Integer(shared)},
-                                    {"peloraAdmin", Variant::Integer(admin)}},
-                                   {IID_IADsUser});
-        page_.reset();
-        CSnapInPropertyPage* const tab = Make("CPropPageUser");
-        page_.emplace(bench_, tab, bench_.Template(IDD_PROPPAGE_USER), Lines{path});
-        Ref<IADs> object;
-        ASSERT_EQ(bench_.directory.ADsGetObject(path, IID_IADs, object), S_OK);
+        OpenOn("CPropPageUser", {{"peloraResourceType", Variant::String(resource)},
+                                 {"peloraSharedStoreOnly", Variant::Integer(shared)},
+                                 {"peloraAdmin", Variant::Integer(admin)}});
         const auto selected = dialog().ComboBox(IDC_ACCOUNT_TYPE).Selection();
-        EXPECT_EQ(row.choice_of(*object), selected);
+        EXPECT_EQ(row.choice_of(*Object()), selected);
         seen.insert(selected);
       }
     }
@@ -235,25 +316,17 @@ TEST_F(FieldRowsTest, TheChoiceOfAFeatureIsTheStateThatTheTabShows) {
   EXPECT_THAT(row.choices, ElementsAre("unset", "enabled", "disabled", "ambiguous"));
   EXPECT_THAT(row.choice_buttons, ElementsAre(0, IDC_FEATURE_ENABLE, IDC_FEATURE_DISABLE, 0));
   const Lines shown = {"Unset", "Enabled", "Disabled", "Ambiguous"};
-  const std::string path = testing::kTabPaths.front();
   for (std::size_t state = 0; state < shown.size(); ++state) {
     FakeAttributes attributes = {{"peloraEnabledFeatures", Variant::String("imap")}};
     if ((state & 1U) != 0) attributes["peloraEnabledFeatures"] = Variant::String("pop3");
     if ((state & 2U) != 0) attributes["peloraDisabledFeatures"] = Variant::String("pop3");
-    bench_.directory.AddObject(path, attributes, {IID_IADsUser});
-    page_.reset();
-    CSnapInPropertyPage* const tab = Make("CPropPageFeatures");
-    page_.emplace(bench_, tab, bench_.Template(IDD_PROPPAGE_FEATURES), Lines{path});
+    OpenOn("CPropPageFeatures", attributes);
     EXPECT_EQ(dialog().ListView(IDC_FEATURE_LIST).Text(2, 1), shown[state]);
-    Ref<IADs> object;
-    ASSERT_EQ(bench_.directory.ADsGetObject(path, IID_IADs, object), S_OK);
-    EXPECT_EQ(row.choice_of(*object), state);
+    EXPECT_EQ(row.choice_of(*Object()), state);
   }
   bench_.faulty.plan().FailAttribute(testing::FaultPoint::kGet, "peloraDisabledFeatures", 1,
                                      E_FAIL);
-  Ref<IADs> object;
-  ASSERT_EQ(bench_.platform.directory.ADsGetObject(path, IID_IADs, object), S_OK);
-  EXPECT_EQ(row.choice_of(*object), std::nullopt) << "what cannot be read has no state";
+  EXPECT_EQ(row.choice_of(*Object()), std::nullopt) << "what cannot be read has no state";
 }
 
 // A field that is added to a page.

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "hosts/sheets/sheet_pages.h"
+#include "platform/shell_extension.h"
+
+namespace pelora::session {
+
+/// Who looks on while a page is used.
+struct PageWatch {
+  /// The dialog stands and has been filled.
+  std::function<void(IDialog& dialog)> on_loaded;
+  /// The page is about to apply.
+  std::function<void(IDialog& dialog)> on_apply;
+};
+
+/// A page of a sheet with somebody who looks on. One that cannot apply is shown, though the page
+/// itself asks for no more than that the sheet stays. The watch may be used until the page is
+/// destroyed.
+class WatchedPage final : public PropSheetPage, private IDialogController {
+ public:
+  WatchedPage(std::unique_ptr<PropSheetPage> page, PageWatch watch)
+      : page_(std::move(page)), watch_(std::move(watch)) {}
+
+  [[nodiscard]] DialogId Template() const override { return page_->Template(); }
+  [[nodiscard]] std::string Title() const override { return page_->Title(); }
+  [[nodiscard]] IDialogController& Controller() override { return *this; }
+
+ private:
+  std::int32_t OnInitDialog(IDialog& dialog) override {
+    dialog_ = &dialog;
+    const std::int32_t result = page_->Controller().OnInitDialog(dialog);
+    watch_.on_loaded(dialog);
+    return result;
+  }
+  std::int32_t OnCommand(ControlId id, ControlNotification notification) override {
+    return page_->Controller().OnCommand(id, notification);
+  }
+  void OnListViewItemChanged(ControlId id, const ListViewItemChange& change) override {
+    page_->Controller().OnListViewItemChanged(id, change);
+  }
+  void OnListViewDoubleClick(ControlId id, RowIndex row) override {
+    page_->Controller().OnListViewDoubleClick(id, row);
+  }
+  [[nodiscard]] TextRole ListViewTextRole(ControlId id, RowIndex row,
+                                          std::size_t column) const override {
+    return page_->Controller().ListViewTextRole(id, row, column);
+  }
+  std::int32_t OnPageNotification(PageNotification notification) override {
+    IDialogController& page = page_->Controller();
+    if (notification != PageNotification::kApply) return page.OnPageNotification(notification);
+    if (dialog_ != nullptr) watch_.on_apply(*dialog_);
+    const std::int32_t answer = page.OnPageNotification(notification);
+    return answer == kPageInvalidStay ? sheets::kPageInvalidShow : answer;
+  }
+  void OnDestroy() override {
+    dialog_ = nullptr;
+    page_->Controller().OnDestroy();
+  }
+
+  std::unique_ptr<PropSheetPage> page_;
+  PageWatch watch_;
+  /// While there is one.
+  IDialog* dialog_ = nullptr;
+};
+
+}  // namespace pelora::session

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "hosts/changes/change.h"
+#include "hosts/changes/result.h"
+#include "hosts/ldap/schema.h"
+#include "platform/message_box.h"
+
+namespace pelora::session {
+
+/// What a page calls its fields, by the attributes that they edit (in any case).
+using FieldLabels = std::map<std::string, std::string, ldap::AttributeNameLess>;
+
+/// The error box of a change that was not written. The text of every failed write comes first, with
+/// its code; then the details: the object, the fields that were to be written, the directory's own
+/// words, and what to do about it.
+///
+/// A change that was refused since somebody else changed the object says so instead, with what each
+/// field was, is now, and was to become; that is a warning.
+[[nodiscard]] Message WriteFailureMessage(const changes::Change& change,
+                                          const changes::Result& result, const FieldLabels& labels);
+
+/// What can be done about a change that was not written, as one or more sentences.
+[[nodiscard]] std::string AdviceOn(const changes::Result& result);
+
+}  // namespace pelora::session

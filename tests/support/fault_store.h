@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::testing {
+
+/// Forwards to another store, which outlives it, but for the changes that a test makes fail, and
+/// writes down the names of the objects that were to be changed.
+class FaultStore final : public ldap::IDirectoryStore {
+ public:
+  explicit FaultStore(ldap::IDirectoryStore& target) : target_(target) {}
+
+  /// The `nth` change from now (1: the next) answers `status`. It is not passed on, unless it is to
+  /// have been done all the same: its answer is lost then.
+  void FailChange(std::size_t nth, ldap::StoreStatus status, bool is_done = false) {
+    fault_ = {.calls_left = nth, .status = std::move(status), .is_done = is_done};
+  }
+
+  /// Objects that were to be changed, in order.
+  std::vector<std::string> changed;
+  /// Called before a change is passed on. May be none.
+  std::function<void()> before_change;
+
+  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
+  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
+  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                         ldap::Entry& entry) override {
+    return target_.Read(dn, attributes, entry);
+  }
+  ldap::StoreStatus Search(const ldap::SearchRequest& request,
+                           const ldap::EntrySink& sink) override {
+    return target_.Search(request, sink);
+  }
+  ldap::StoreStatus Modify(const std::string& dn,
+                           std::span<const ldap::Modification> modifications) override {
+    return Change(dn, [&] { return target_.Modify(dn, modifications); });
+  }
+  ldap::StoreStatus ModifyStrictly(const std::string& dn,
+                                   std::span<const ldap::Modification> modifications) override {
+    return Change(dn, [&] { return target_.ModifyStrictly(dn, modifications); });
+  }
+  ldap::StoreStatus Add(const ldap::Entry& entry) override { return target_.Add(entry); }
+  ldap::StoreStatus Delete(const ldap::Entry& made) override { return target_.Delete(made); }
+  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
+
+ private:
+  struct Fault {
+    std::size_t calls_left = 0;
+    ldap::StoreStatus status;
+    bool is_done = false;
+  };
+
+  ldap::StoreStatus Change(const std::string& dn, const std::function<ldap::StoreStatus()>& pass) {
+    changed.push_back(dn);
+    if (before_change) before_change();
+    const bool fails = fault_ && --fault_->calls_left == 0;
+    if (!fails) return pass();
+    const Fault fault = *std::exchange(fault_, std::nullopt);
+    if (fault.is_done) {
+      if (ldap::StoreStatus done = pass(); !done.Ok()) return done;
+    }
+    return fault.status;
+  }
+
+  ldap::IDirectoryStore& target_;
+  std::optional<Fault> fault_;
+};
+
+}  // namespace pelora::testing
