@@ -61,6 +61,8 @@ const std::vector<SourceHelper> kSourceHelpers = {
     {"directory/ds_object_names.h", {"selection"}},
     {"directory/ds_selection_list.h", {"selection", "session", "windows"}},
     {"directory/locked_medium.h", {"windows"}},
+    // Which attributes there are.
+    {"directory/attribute_catalogue.h", {"session", "ctl"}},
     // What failures are called.
     {"directory/creation_failure.h", {"console", "ctl"}},
     {"directory/error_text.h", {"session", "console", "ctl"}},
@@ -71,7 +73,8 @@ const std::vector<SourceHelper> kSourceHelpers = {
     {"server/class_table.h", {"ldap", "windows"}},
     {"server/console_registration.h", {"ldap"}},
     {"server/guid_text.h", {"ldap"}},
-    // The module itself.
+    // The module itself. That a page was modified has no port yet.
+    {"pages/prop_page.h", {"windows"}},
     {"server/module_identity.h", {"windows"}},
     {"server/pelora_prop_module.h", {"windows"}},
     {"server/registration_ports.h", {"windows"}},
