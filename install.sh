@@ -11,9 +11,9 @@ run_packages=(
   # the dialog templates are written for the resource compiler
   binutils-mingw-w64-x86-64 mingw-w64-common
   # the console and the embedded directory
-  qt6-base-dev libcli11-dev libldb-dev libtalloc-dev libtdb-dev libtevent-dev
+  qt6-base-dev libcli11-dev nlohmann-json3-dev libldb-dev libtalloc-dev libtdb-dev libtevent-dev
   # directory servers: LDAP, and Kerberos to sign in with
-  libldap-dev libkrb5-dev libsasl2-modules-gssapi-mit krb5-user
+  libldap-dev libkrb5-dev krb5-user
   # fonts with the metrics that the dialogs are laid out for
   fonts-liberation fonts-dejavu-core
 )
@@ -21,10 +21,10 @@ run_packages=(
 test_packages=(
   "${run_packages[@]}"
   libgtest-dev libgmock-dev ldb-tools python3 git
-  clang-format clang-tidy
+  clang-format clang-tidy shellcheck man-db
   # a domain controller that the tests run for themselves, and a server of their own beside it
   samba-ad-dc samba-ad-provision samba-dsdb-modules samba-vfs-modules python3-samba winbind
-  ldap-utils iproute2 libsasl2-dev
+  ldap-utils iproute2 libsasl2-dev libsasl2-modules-gssapi-mit
   # the Windows build and its tests
   g++-mingw-w64-x86-64-posix mingw-w64-tools googletest
   wine wine64 libwine-dev fonts-wine xvfb xauth

@@ -16,7 +16,7 @@ namespace {
 using ldap::StoreStatus;
 
 /// Objects that are read, prepared and noted together.
-constexpr std::size_t kTogether = 128;
+constexpr std::size_t kTogether = 256;
 
 /// Where a run's changes come from.
 class IWork {
@@ -235,13 +235,14 @@ class ReadWork final : public IWork {
       while (at < end && names_[at].empty()) ++at;
     };
     skip_unnamed();
-    StoreStatus status = store_.ReadMany(dns, [&](StoreStatus read, ldap::Entry entry) {
-      objects_[at - begin].status = std::move(read);
-      objects_[at - begin].entry = std::move(entry);
-      ++at;
-      skip_unnamed();
-      return true;
-    });
+    StoreStatus status =
+        store_.ReadMany(dns, attributes_, [&](StoreStatus read, ldap::Entry entry) {
+          objects_[at - begin].status = std::move(read);
+          objects_[at - begin].entry = std::move(entry);
+          ++at;
+          skip_unnamed();
+          return true;
+        });
     for (; !status.Ok() && at < end; ++at) objects_[at - begin].status = status;
     return status;
   }

@@ -60,16 +60,17 @@ ldap::StoreStatus RecordingStore::Read(const std::string& dn,
 }
 
 ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
+                                           std::span<const std::string> attributes,
                                            const ldap::ReadSink& sink) {
   // As many as follow each other and are not at hand are asked for together.
   while (!dns.empty()) {
     std::size_t count = 0;
-    while (count < dns.size() && AtHand(dns[count], bindings_.attributes) == nullptr) ++count;
+    while (count < dns.size() && AtHand(dns[count], attributes) == nullptr) ++count;
     bool goes_on = true;
     std::size_t at = 0;
-    ldap::StoreStatus status =
-        target_.ReadMany(dns.first(count), [&](ldap::StoreStatus read, ldap::Entry entry) {
-          if (read.Ok()) memory_.NoteRead(dns[at], bindings_.attributes, entry.attributes);
+    ldap::StoreStatus status = target_.ReadMany(
+        dns.first(count), attributes, [&](ldap::StoreStatus read, ldap::Entry entry) {
+          if (read.Ok()) memory_.NoteRead(dns[at], attributes, entry.attributes);
           ++at;
           goes_on = sink(std::move(read), std::move(entry));
           return goes_on;
@@ -78,7 +79,7 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
     dns = dns.subspan(count);
     if (dns.empty()) break;
     ldap::Entry entry;
-    status = Read(dns.front(), bindings_.attributes, entry);
+    status = Read(dns.front(), attributes, entry);
     if (!sink(std::move(status), std::move(entry))) break;
     dns = dns.subspan(1);
   }

@@ -33,7 +33,9 @@ class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReading
   ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                          ldap::Entry& entry) override;
-  ldap::StoreStatus ReadMany(std::span<const std::string> dns, const ldap::ReadSink& sink) override;
+  ldap::StoreStatus ReadMany(std::span<const std::string> dns,
+                             std::span<const std::string> attributes,
+                             const ldap::ReadSink& sink) override;
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
                            const ldap::EntrySink& sink) override {
     return target_.Search(request, sink);

@@ -20,8 +20,8 @@ namespace pelora::ldap {
 /// What became of a request: an LDAP result code (0: done; negative: the client's own failures, as
 /// libldap numbers them) and the server's text, for the details.
 ///
-/// A write that was sent and not answered is a timeout (-5): it may have been done or not. Every
-/// other failure of a write means that nothing was changed.
+/// A write that was sent and not answered, or not so that it can be understood, is a timeout (-5):
+/// it may have been done or not. Every other failure of a write means that nothing was changed.
 struct [[nodiscard]] StoreStatus {
   int code = 0;
   std::string text;
@@ -94,13 +94,15 @@ class IDirectoryStore {
   /// Reads the entry `dn`; code 32 when there is none.
   virtual StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                            Entry& entry) = 0;
-  /// Reads each of the entries `dns` whole and hands them to `sink`, one by one and in that order.
-  /// A store behind a network asks for many at once. What became of one entry goes to the sink; the
-  /// status is that of the reading itself.
-  virtual StoreStatus ReadMany(std::span<const std::string> dns, const ReadSink& sink) {
+  /// Reads `attributes` of each of the entries `dns`, or all user attributes when none is named,
+  /// and hands the entries to `sink`, one by one and in that order. A store behind a network asks
+  /// for many at once. What became of one entry goes to the sink; the status is that of the reading
+  /// itself.
+  virtual StoreStatus ReadMany(std::span<const std::string> dns,
+                               std::span<const std::string> attributes, const ReadSink& sink) {
     for (const std::string& dn : dns) {
       Entry entry;
-      StoreStatus status = Read(dn, {}, entry);
+      StoreStatus status = Read(dn, attributes, entry);
       if (!sink(std::move(status), std::move(entry))) break;
     }
     return {};

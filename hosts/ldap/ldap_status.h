@@ -17,6 +17,7 @@ enum LdapResult : int {
   kLdapAdminLimitExceeded = 11,
   kLdapConfidentialityRequired = 13,
   kLdapNoSuchAttribute = 16,
+  kLdapUndefinedType = 17,
   kLdapConstraintViolation = 19,
   kLdapValueExists = 20,
   kLdapInvalidSyntax = 21,

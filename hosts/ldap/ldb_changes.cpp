@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/ldb_changes.h"
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -19,8 +20,10 @@ LdbChanges::LdbChanges(const LdbConnection& connection, const Schema& schema, co
 
 StoreStatus LdbChanges::Modify(const std::string& dn, std::span<const Modification> modifications,
                                ModifyWay way, Effect& effect) const {
+  std::vector<std::string> names;
+  for (const Modification& change : modifications) names.push_back(change.attribute);
   Entry before;
-  StoreStatus status = connection_.Read(dn, {}, before);
+  StoreStatus status = connection_.Read(dn, names, before);
   if (!status.Ok()) return status;
   AttributeMap changed;
   status = rules_.Apply(before, modifications, changed, way);

@@ -10,6 +10,7 @@
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/ldb_api.h"
+#include "hosts/ldap/ldb_library.h"
 #include "hosts/ldap/ldb_message.h"
 #include "hosts/ldap/talloc_ptr.h"
 
@@ -48,7 +49,9 @@ ldb_scope ScopeOf(SearchScope scope) {
 /// The library's context, and what it said while it worked.
 class LdbConnection::Handle {
  public:
-  Handle() : context_(ldb_init(nullptr, nullptr)) {
+  Handle() {
+    const auto alone = LockLdbLibrary();
+    context_.reset(ldb_init(nullptr, nullptr));
     if (context_ == nullptr) return;
     ldb_set_debug(context_.get(), KeepMessage, this);
     ldb_set_utf8_fns(context_.get(), nullptr, FoldForLdb);
@@ -56,6 +59,10 @@ class LdbConnection::Handle {
   }
   Handle(const Handle&) = delete;
   Handle& operator=(const Handle&) = delete;
+  ~Handle() {
+    const auto alone = LockLdbLibrary();
+    context_.reset();
+  }
 
   [[nodiscard]] ldb_context* get() const { return context_.get(); }
   [[nodiscard]] std::string TakeMessage() { return std::exchange(message_, {}); }
@@ -92,11 +99,17 @@ StoreStatus LdbConnection::Open(const std::string& path, Mode mode,
   std::unique_ptr<LdbConnection> opened;
   StoreStatus status = OpenUnconnected(opened);
   if (!status.Ok()) return status;
+  // An empty list is a list: the one that the file may hold is not looked at, and nothing that it
+  // names is loaded into the program.
+  auto options = std::to_array<const char*>({"modules:", nullptr});
   // A file that shrinks under a mapping would end the process.
   const unsigned flags =
       LDB_FLG_NOMMAP | (mode == Mode::kNew ? LDB_FLG_NOSYNC : LDB_FLG_DONT_CREATE_DB);
   const std::string url = "tdb://" + path;
-  status = opened->Outcome(ldb_connect(opened->handle(), url.c_str(), flags, nullptr));
+  {
+    const auto alone = LockLdbLibrary();
+    status = opened->Outcome(ldb_connect(opened->handle(), url.c_str(), flags, options.data()));
+  }
   if (status.Ok()) connection = std::move(opened);
   return status;
 }
@@ -104,6 +117,8 @@ StoreStatus LdbConnection::Open(const std::string& path, Mode mode,
 ldb_context* LdbConnection::handle() const { return handle_->get(); }
 
 bool LdbConnection::IsName(const std::string& text) const {
+  // The library would take what stands before it for the name.
+  if (text.find('\0') != std::string::npos) return false;
   const TallocScope scope = MakeTallocScope();
   ldb_dn* const name = ldb_dn_new(scope.get(), handle(), text.c_str());
   return name != nullptr && ldb_dn_validate(name) && !ldb_dn_is_special(name) &&
@@ -142,7 +157,8 @@ StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entr
   entries.clear();
   static_cast<void>(handle_->TakeMessage());
   const TallocScope scope = MakeTallocScope();
-  if (ldb_parse_tree(scope.get(), request.filter.c_str()) == nullptr) {
+  if (request.filter.find('\0') != std::string::npos ||
+      ldb_parse_tree(scope.get(), request.filter.c_str()) == nullptr) {
     return {kLdapFilterError, "not a search filter: " + request.filter};
   }
   ldb_dn* const base = ldb_dn_new(scope.get(), handle(), request.base.c_str());

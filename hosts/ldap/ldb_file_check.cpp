@@ -3,14 +3,16 @@
 
 #include <fcntl.h>
 #include <tdb.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <memory>
 #include <string_view>
 
-#include "hosts/ldap/file_descriptor.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/ldb_library.h"
+#include "hosts/ldap/ldb_schema.h"
 
 namespace pelora::ldap {
 namespace {
@@ -18,7 +20,10 @@ namespace {
 constexpr std::string_view kMagic = "TDB file\n";
 
 struct TdbClose {
-  void operator()(tdb_context* database) const { tdb_close(database); }
+  void operator()(tdb_context* database) const {
+    const auto alone = LockLdbLibrary();
+    tdb_close(database);
+  }
 };
 using TdbPtr = std::unique_ptr<tdb_context, TdbClose>;
 
@@ -29,12 +34,18 @@ StoreStatus Refuse(const std::string& path, std::string_view reason) {
   return {kLdapServerDown, "cannot open the directory '" + path + "': " + std::string(reason)};
 }
 
-bool HasMagic(const std::string& path) {
-  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+bool HasMagic(int file) {
   std::array<char, kMagic.size()> start{};
-  const ssize_t count = file ? read(file.get(), start.data(), start.size()) : -1;
+  const ssize_t count = pread(file, start.data(), start.size(), 0);
   return count == static_cast<ssize_t>(start.size()) &&
          std::string_view(start.data(), start.size()) == kMagic;
+}
+
+TdbPtr OpenTdb(const LdbFileLock& lock) {
+  const tdb_logging_context quiet{.log_fn = DropTdbMessage, .log_private = nullptr};
+  const auto alone = LockLdbLibrary();
+  return TdbPtr(tdb_open_ex(lock.LibraryPath().c_str(), 0, TDB_DEFAULT, O_RDWR | O_CLOEXEC, 0,
+                            &quiet, nullptr));
 }
 
 bool HasRecord(tdb_context* database, std::string_view name) {
@@ -47,14 +58,18 @@ bool HasRecord(tdb_context* database, std::string_view name) {
 
 }  // namespace
 
+StoreStatus RefuseModules(const std::string& path) {
+  return Refuse(path,
+                "the file asks for modules to be loaded into the program (@MODULES), and no file "
+                "may do that");
+}
+
 StoreStatus CheckLdbFile(const std::string& path, const LdbFileLock& lock) {
-  if (!HasMagic(path)) return Refuse(path, "the file is no directory");
+  if (!HasMagic(lock.descriptor())) return Refuse(path, "the file is no directory");
   LdbFileLock::Hold hold;
   StoreStatus status = lock.Acquire(LdbFileLock::Purpose::kOpen, hold);
   if (!status.Ok()) return status;
-  const tdb_logging_context quiet{.log_fn = DropTdbMessage, .log_private = nullptr};
-  const TdbPtr database(
-      tdb_open_ex(path.c_str(), 0, TDB_DEFAULT, O_RDWR | O_CLOEXEC, 0, &quiet, nullptr));
+  const TdbPtr database = OpenTdb(lock);
   if (database == nullptr && errno == EBUSY) return {};
   if (database == nullptr || tdb_check(database.get(), nullptr, nullptr) != 0) {
     return Refuse(path, "the file is damaged");
@@ -62,6 +77,7 @@ StoreStatus CheckLdbFile(const std::string& path, const LdbFileLock& lock) {
   if (!HasRecord(database.get(), "DN=@BASEINFO")) {
     return Refuse(path, "the file is a database of another program");
   }
+  if (HasRecord(database.get(), "DN=" + std::string(kModulesRecord))) return RefuseModules(path);
   return {};
 }
 

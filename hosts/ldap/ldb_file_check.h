@@ -11,11 +11,14 @@ namespace pelora::ldap {
 /// Looks through a database file before libldb is let at it, which trusts what it finds and adds
 /// records of its own to a database that is not one of its own.
 ///
-/// A file of another kind, a damaged one and a database of another program are -1, with a line that
-/// says which. A commit that a crash cut short is completed or undone; nothing else is changed. A
-/// file that this process has open already is taken to be sound.
+/// A file of another kind, a damaged one, a database of another program and one that names modules
+/// are -1, with a line that says which. A commit that a crash cut short is completed or undone;
+/// nothing else is changed. A file that this process has open already is taken to be sound.
 ///
-/// Takes `lock` for opening while it looks; a hold that was there before is gone afterwards.
+/// `lock` is not held when it is called; it is taken for opening meanwhile.
 [[nodiscard]] StoreStatus CheckLdbFile(const std::string& path, const LdbFileLock& lock);
+
+/// The refusal of a file that names modules, which are programs of somebody else's.
+[[nodiscard]] StoreStatus RefuseModules(const std::string& path);
 
 }  // namespace pelora::ldap

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/process_file_locks.h"
 
 namespace pelora::ldap {
 
@@ -32,23 +33,44 @@ constexpr std::chrono::milliseconds kPause{10};
 
 std::string SystemError(int error) { return std::generic_category().message(error); }
 
+StoreStatus CannotOpen(const std::string& path, const std::string& reason) {
+  return {kLdapServerDown, "cannot open the directory '" + path + "': " + reason};
+}
+
+/// The name of an open file that no renaming changes.
+std::string PathOf(const FileDescriptor& file) {
+  return "/proc/self/fd/" + std::to_string(file.get());
+}
+
 }  // namespace
 
-LdbFileLock::LdbFileLock(std::string path, FileDescriptor file, std::chrono::milliseconds wait)
-    : path_(std::move(path)), file_(std::move(file)), wait_(wait) {}
+LdbFileLock::LdbFileLock(std::string path, FileDescriptor file,
+                         std::shared_ptr<std::mutex> in_process, std::chrono::milliseconds wait)
+    : path_(std::move(path)),
+      file_(std::move(file)),
+      in_process_(std::move(in_process)),
+      wait_(wait) {}
+
+LdbFileLock::~LdbFileLock() {
+  // It takes the locks of the whole process along.
+  const auto alone = KeepThreadsOut();
+  file_ = {};
+}
+
+std::string LdbFileLock::LibraryPath() const { return PathOf(file_); }
 
 StoreStatus LdbFileLock::Open(const std::string& path, std::chrono::milliseconds wait,
                               std::unique_ptr<LdbFileLock>& lock) {
-  // Without O_NONBLOCK opening a pipe would wait for its other end.
-  FileDescriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
-  if (!file) {
-    return {kLdapServerDown, "cannot open the directory '" + path + "': " + SystemError(errno)};
-  }
+  // A look that opens no device and waits for no pipe, and whose end is none of any lock.
+  const FileDescriptor look(open(path.c_str(), O_PATH | O_CLOEXEC));
   struct stat info {};
-  if (fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode)) {
-    return {kLdapServerDown, "cannot open the directory '" + path + "': not a regular file"};
-  }
-  lock.reset(new LdbFileLock(path, std::move(file), wait));
+  if (!look || fstat(look.get(), &info) != 0) return CannotOpen(path, SystemError(errno));
+  if (S_ISDIR(info.st_mode)) return CannotOpen(path, SystemError(EISDIR));
+  if (!S_ISREG(info.st_mode)) return CannotOpen(path, "not a regular file");
+  FileDescriptor file(open(PathOf(look).c_str(), O_RDWR | O_CLOEXEC));
+  if (!file) return CannotOpen(path, SystemError(errno));
+  lock.reset(new LdbFileLock(path, std::move(file),
+                             ProcessLockOf({.device = info.st_dev, .inode = info.st_ino}), wait));
   return {};
 }
 
@@ -61,9 +83,9 @@ StoreStatus LdbFileLock::Acquire(Purpose purpose, Hold& hold) const {
   if (purpose == Purpose::kOpen) ranges = kForOpening;
   if (purpose == Purpose::kWrite) ranges = kForWriting;
 
+  Hold taken(*this);
   StoreStatus status = CheckIdentity();
   if (!status.Ok()) return status;
-  Hold taken(*this);
   for (const Range& range : ranges) {
     status = WaitFor(range);
     if (!status.Ok()) return status;

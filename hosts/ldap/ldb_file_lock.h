@@ -4,7 +4,9 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <utility>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/file_descriptor.h"
@@ -16,7 +18,9 @@ namespace pelora::ldap {
 ///
 /// Locks belong to the process, so that the library finds what it needs already granted; what it
 /// gives back it gives back for both. For the same reason closing any descriptor of the file would
-/// drop them: this one stays open as long as the database is.
+/// drop them: this one stays open as long as the database is, and whoever closes another one does
+/// it within a hold. Threads of the process keep each other out by one more lock, whichever of them
+/// opened the file; a thread holds it once.
 class LdbFileLock {
  public:
   enum class Purpose : std::uint8_t {
@@ -31,11 +35,13 @@ class LdbFileLock {
   class Hold {
    public:
     Hold() = default;
-    explicit Hold(const LdbFileLock& lock) : lock_(&lock) {}
+    explicit Hold(const LdbFileLock& lock) : within_(*lock.in_process_), lock_(&lock) {}
     Hold(const Hold&) = delete;
     Hold& operator=(const Hold&) = delete;
-    Hold(Hold&& other) noexcept : lock_(std::exchange(other.lock_, nullptr)) {}
+    Hold(Hold&& other) noexcept
+        : within_(std::move(other.within_)), lock_(std::exchange(other.lock_, nullptr)) {}
     Hold& operator=(Hold&& other) noexcept {
+      std::swap(within_, other.within_);
       std::swap(lock_, other.lock_);
       return *this;
     }
@@ -44,6 +50,7 @@ class LdbFileLock {
     }
 
    private:
+    std::unique_lock<std::mutex> within_;
     const LdbFileLock* lock_ = nullptr;
   };
 
@@ -51,10 +58,23 @@ class LdbFileLock {
   /// otherwise.
   static StoreStatus Open(const std::string& path, std::chrono::milliseconds wait,
                           std::unique_ptr<LdbFileLock>& lock);
+  ~LdbFileLock();
+  LdbFileLock(const LdbFileLock&) = delete;
+  LdbFileLock& operator=(const LdbFileLock&) = delete;
 
-  /// Waits for the locks that `purpose` needs: 51 when another process still holds one at the end,
-  /// 52 when the file is no longer the one that was opened.
+  /// The open file itself, and the name under which the database library opens this very file,
+  /// whatever has become of its path.
+  [[nodiscard]] int descriptor() const { return file_.get(); }
+  [[nodiscard]] std::string LibraryPath() const;
+
+  /// Waits for other threads, and then for the locks that `purpose` needs: 51 when another process
+  /// still holds one at the end, 52 when the file is no longer the one that was opened. `hold` is
+  /// empty when it is called, and this thread has no other one.
   StoreStatus Acquire(Purpose purpose, Hold& hold) const;
+  /// Keeps the other threads out alone: for closing the database.
+  [[nodiscard]] std::unique_lock<std::mutex> KeepThreadsOut() const {
+    return std::unique_lock(*in_process_);
+  }
   /// Makes sure, within a hold for writing, that no reader came in since: the library lets readers
   /// in while it gathers what it will write.
   StoreStatus KeepReadersOut() const;
@@ -62,7 +82,8 @@ class LdbFileLock {
  private:
   struct Range;
 
-  LdbFileLock(std::string path, FileDescriptor file, std::chrono::milliseconds wait);
+  LdbFileLock(std::string path, FileDescriptor file, std::shared_ptr<std::mutex> in_process,
+              std::chrono::milliseconds wait);
   [[nodiscard]] StoreStatus WaitFor(const Range& range) const;
   [[nodiscard]] StoreStatus CheckIdentity() const;
   [[nodiscard]] std::string DescribeHolder(const Range& range) const;
@@ -70,6 +91,7 @@ class LdbFileLock {
 
   std::string path_;
   FileDescriptor file_;
+  std::shared_ptr<std::mutex> in_process_;
   std::chrono::milliseconds wait_;
 };
 

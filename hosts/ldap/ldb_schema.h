@@ -11,6 +11,8 @@ namespace pelora::ldap {
 /// The record that makes a database one of our directories: it names the base and where the
 /// configuration and the schema lie.
 inline constexpr const char* kRootRecord = "@ROOTDSE";
+/// Where a file names modules that are to be loaded into whatever program opens it.
+inline constexpr const char* kModulesRecord = "@MODULES";
 
 /// Takes an `attributeSchema` entry into the schema: 80 with a text that names the attribute when
 /// something is missing in it or is not understood.

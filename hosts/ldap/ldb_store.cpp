@@ -19,7 +19,7 @@ namespace {
 using Purpose = LdbFileLock::Purpose;
 
 /// Changes that are waited for together: what takes its time is the disk.
-constexpr std::size_t kRequestsInTransaction = 256;
+constexpr std::size_t kRequestsInTransaction = 2048;
 
 class LdbStore final : public IDirectoryStore {
  public:
@@ -29,6 +29,13 @@ class LdbStore final : public IDirectoryStore {
         lock_(std::move(lock)),
         connection_(std::move(connection)),
         changes_(*connection_, schema_, root_) {}
+
+  ~LdbStore() override {
+    const auto alone = lock_->KeepThreadsOut();
+    connection_.reset();
+  }
+  LdbStore(const LdbStore&) = delete;
+  LdbStore& operator=(const LdbStore&) = delete;
 
   /// Reads what the store has to know before it is of use.
   StoreStatus Load();
@@ -57,6 +64,8 @@ class LdbStore final : public IDirectoryStore {
   /// done.
   std::vector<StoreStatus> ModifyTogether(std::span<const ModifyRequest> requests);
 
+  /// Since the file was looked through it may have got what it may not have.
+  [[nodiscard]] StoreStatus CheckModules() const;
   StoreStatus Find(const SearchRequest& request, std::vector<Entry>& entries) const;
   [[nodiscard]] StoreStatus CheckName(const std::string& dn) const;
   StoreStatus Commit(LdbTransaction& transaction) const;
@@ -76,6 +85,7 @@ class LdbStore final : public IDirectoryStore {
 StoreStatus LdbStore::Load() {
   LdbFileLock::Hold hold;
   StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
+  if (status.Ok()) status = CheckModules();
   if (status.Ok()) status = connection_->Read(kRootRecord, {}, root_);
   if (status.code == kLdapNoSuchObject ||
       (status.Ok() && !root_.attributes.contains("schemaNamingContext"))) {
@@ -99,6 +109,13 @@ StoreStatus LdbStore::Load() {
     if (status.Ok()) status = AddToSchema(definition, schema_);
   }
   return AboutFile(std::move(status));
+}
+
+StoreStatus LdbStore::CheckModules() const {
+  Entry modules;
+  StoreStatus status = connection_->Read(kModulesRecord, {}, modules);
+  if (status.Ok()) return RefuseModules(path_);
+  return status.code == kLdapNoSuchObject ? StoreStatus{} : status;
 }
 
 StoreStatus LdbStore::ReadRoot(Entry& root) {
@@ -258,7 +275,7 @@ StoreStatus OpenLdbStore(const std::string& path, const LdbStoreOptions& options
     LdbFileLock::Hold hold;
     status = lock->Acquire(Purpose::kOpen, hold);
     if (!status.Ok()) return status;
-    status = LdbConnection::Open(path, LdbConnection::Mode::kExisting, connection);
+    status = LdbConnection::Open(lock->LibraryPath(), LdbConnection::Mode::kExisting, connection);
   }
   if (!status.Ok()) {
     return {kLdapServerDown, "cannot open the directory '" + path + "': " + status.text};

@@ -28,8 +28,11 @@ struct LdbStoreOptions {
 /// line that names the file, and the process that holds the lock. The same holds for later
 /// requests; when the file has been removed or replaced meanwhile they are refused (52).
 ///
-/// Stores of one file in one process are used on one thread, or never at the same time (see
-/// `SerializeStores`).
+/// Each store is used on one thread. Stores of one file may be used at the same time, on several
+/// threads: their requests wait for one another, and so do opening and closing.
+///
+/// A file that asks for modules of the database library to be loaded (`@MODULES`) is refused, and
+/// none is loaded.
 [[nodiscard]] StoreStatus OpenLdbStore(const std::string& path, const LdbStoreOptions& options,
                                        std::unique_ptr<IDirectoryStore>& store);
 

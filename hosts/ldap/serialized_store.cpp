@@ -28,9 +28,11 @@ StoreStatus SerializedStore::Read(const std::string& dn, std::span<const std::st
   return store_->Read(dn, attributes, entry);
 }
 
-StoreStatus SerializedStore::ReadMany(std::span<const std::string> dns, const ReadSink& sink) {
+StoreStatus SerializedStore::ReadMany(std::span<const std::string> dns,
+                                      std::span<const std::string> attributes,
+                                      const ReadSink& sink) {
   const Lock lock(*mutex_);
-  return store_->ReadMany(dns, sink);
+  return store_->ReadMany(dns, attributes, sink);
 }
 
 StoreStatus SerializedStore::Search(const SearchRequest& request, const EntrySink& sink) {

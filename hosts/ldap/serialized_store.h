@@ -26,7 +26,8 @@ class SerializedStore final : public IDirectoryStore {
   StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                    Entry& entry) override;
   /// The sinks are called within the request; they may ask for more on the same thread.
-  StoreStatus ReadMany(std::span<const std::string> dns, const ReadSink& sink) override;
+  StoreStatus ReadMany(std::span<const std::string> dns, std::span<const std::string> attributes,
+                       const ReadSink& sink) override;
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
   StoreStatus ModifyStrictly(const std::string& dn,

@@ -80,7 +80,7 @@ HRESULT StoreDirectoryService::BindNames(std::span<const std::string> dns, const
                                          std::vector<Ref<IADs>>& objects) {
   HRESULT answer = S_OK;
   std::size_t at = 0;
-  StoreStatus status = store_.ReadMany(dns, [&](StoreStatus read, Entry entry) {
+  const auto take = [&](StoreStatus read, Entry entry) {
     if (!read.Ok()) {
       answer = Answer(std::move(read));
       return false;
@@ -93,7 +93,8 @@ HRESULT StoreDirectoryService::BindNames(std::span<const std::string> dns, const
     answer = Offer(made, iid, object);
     if (object) objects.push_back(std::move(object));
     return answer == S_OK;
-  });
+  };
+  StoreStatus status = store_.ReadMany(dns, options_->attributes, take);
   return status.Ok() ? answer : Answer(std::move(status));
 }
 

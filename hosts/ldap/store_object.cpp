@@ -7,6 +7,7 @@
 
 #include "directory/ascii_case.h"
 #include "hosts/ldap/attribute_value.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/ldap_status.h"
 
 namespace pelora::ldap {
@@ -90,7 +91,7 @@ HRESULT StoreObject::Get(std::string_view name, Variant& value) {
   if (values == nullptr || values->empty()) return E_ADS_PROPERTY_NOT_FOUND;
 
   const std::optional<AttributeType> type = store_.schema().Find(name);
-  if (!type && !identity_.is_root) return E_ADS_CANT_CONVERT_DATATYPE;
+  if (!type && !identity_.is_root) return NotInSchema(name);
   return DecodeValues(type ? type->syntax : Syntax::kString, *values, value);
 }
 
@@ -135,7 +136,7 @@ Modification* StoreObject::FindStaged(std::string_view name) {
 
 HRESULT StoreObject::Stage(Operation operation, std::string_view name, const Variant& value) {
   const std::optional<AttributeType> type = store_.schema().Find(name);
-  if (!type) return E_ADS_CANT_CONVERT_DATATYPE;
+  if (!type) return NotInSchema(name);
   Modification change{.operation = operation, .attribute = std::string(name), .values = {}};
   const HRESULT encoded = EncodeValues(type->syntax, value, change.values);
   if (FAILED(encoded)) return encoded;
@@ -192,6 +193,14 @@ void StoreObject::SettleCache() {
     }
   }
   staged_.clear();
+}
+
+HRESULT StoreObject::NotInSchema(std::string_view name) {
+  std::string text =
+      "the directory's schema does not know the attribute '" + std::string(name) + "'";
+  if (IsBoundAttribute(name)) text += ": extend it with \"pelora-deploy schema\"";
+  *last_failure_ = {kLdapUndefinedType, std::move(text)};
+  return E_ADS_CANT_CONVERT_DATATYPE;
 }
 
 HRESULT StoreObject::Answer(StoreStatus status) {

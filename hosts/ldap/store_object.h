@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/directory_store.h"
 #include "platform/ads.h"
 #include "platform/counted.h"
@@ -29,7 +30,7 @@ class IReadingWitness {
 struct BindingOptions {
   /// What is read of an object, `objectClass` besides. None: all of it. Another attribute that is
   /// asked for is then read by itself, once.
-  std::vector<std::string> attributes{};
+  std::vector<std::string> attributes = BoundAttributes();
   /// May be null. Outlives the objects.
   IReadingWitness* witness = nullptr;
 
@@ -83,6 +84,8 @@ class StoreObject final : public Counted<IADs> {
   [[nodiscard]] HRESULT Provide(std::string_view name);
   [[nodiscard]] HRESULT FillCache();
   [[nodiscard]] HRESULT Refresh(std::string_view name);
+  /// For an attribute that the directory's schema does not know.
+  [[nodiscard]] HRESULT NotInSchema(std::string_view name);
   void SettleCache();
   [[nodiscard]] HRESULT Answer(StoreStatus status);
 

@@ -5,9 +5,11 @@
 
 #include "directory/error_text.h"
 #include "hosts/changes/change_writer.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/resources/field_label.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
+#include "hosts/session/told_failures.h"
 #include "hosts/session/touched_fields.h"
 #include "hosts/session/watched_page.h"
 #include "platform/field_rows.h"
@@ -17,11 +19,12 @@ namespace pelora::session {
 struct GuardedTabs::Tab {
   explicit Tab(const TabSurroundings& surroundings)
       : recording(surroundings.store,
-                  {.attributes = {},
+                  {.attributes = ldap::BoundAttributes(),
                    .keeps = [this](auto attribute) { return fields.IsWanted(attribute); }}),
-        between(surroundings.between ? surroundings.between(recording) : nullptr),
-        platform{.directory = between ? *between : recording,
-                 .message_box = surroundings.platform.message_box,
+        told(recording, surroundings.platform.message_box),
+        between(surroundings.between ? surroundings.between(told) : nullptr),
+        platform{.directory = between ? *between : told,
+                 .message_box = told,
                  .modal_dialogs = surroundings.platform.modal_dialogs,
                  .choosers = surroundings.platform.choosers,
                  .text = surroundings.platform.text,
@@ -29,6 +32,7 @@ struct GuardedTabs::Tab {
 
   TouchedFields fields;
   changes::RecordingDirectory recording;
+  ToldFailures told;
   std::unique_ptr<IDirectoryService> between;
   Platform platform;
   FieldLabels labels;
@@ -62,13 +66,16 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
   return OpenTab(class_id, tab->platform, selection,
                  [&](IUnknown& component, std::unique_ptr<PropSheetPage> page) {
                    Learn(*tab, component, page->Template());
-                   const PageWatch watch{
-                       .on_loaded =
-                           [tab](IDialog& dialog) {
-                             tab->dialog = &dialog;
-                             tab->fields.Settle(dialog);
-                           },
-                       .on_apply = [tab](IDialog& dialog) { tab->fields.Look(dialog); }};
+                   const PageWatch watch{.on_loaded =
+                                             [tab](IDialog& dialog) {
+                                               tab->dialog = &dialog;
+                                               tab->fields.Settle(dialog);
+                                             },
+                                         .on_apply =
+                                             [tab](IDialog& dialog) {
+                                               tab->told.Forget();
+                                               tab->fields.Look(dialog);
+                                             }};
                    if (!add_page(std::make_unique<WatchedPage>(std::move(page), watch))) {
                      return false;
                    }
@@ -106,7 +113,6 @@ bool GuardedTabs::Commit(std::size_t page) {
     tab.recording.AcceptAsSeen(result);
     return false;
   }
-  tab.fields.Settle(*tab.dialog);
   return true;
 }
 

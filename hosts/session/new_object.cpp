@@ -64,9 +64,8 @@ HRESULT AddComponent(const Guid& class_id, sheets::WizardRole role, const Platfo
 }  // namespace
 
 std::string PrepareNewObject(const NewObjectKind& kind, const DirectoryObject& container,
-                             DirectorySession& session, const Platform& platform,
+                             ldap::IDirectoryStore& store, const Platform& platform,
                              NewObject& prepared) {
-  ldap::IDirectoryStore& store = *session.store;
   const auto outcome = std::make_shared<Outcome>();
   sheets::NewObjectSetup setup;
   setup.class_name = std::string(kind.class_name);

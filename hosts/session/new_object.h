@@ -29,10 +29,11 @@ struct NewObject {
 };
 
 /// Prepares the making of an object of a kind in a container, which is bound. Empty when it may be
-/// made, else a sentence that says why not. Nothing is written.
+/// made, else a sentence that says why not. Nothing is written: the object goes to `store`, which
+/// outlives it, when it is committed.
 [[nodiscard]] std::string PrepareNewObject(const NewObjectKind& kind,
                                            const DirectoryObject& container,
-                                           DirectorySession& session, const Platform& platform,
+                                           ldap::IDirectoryStore& store, const Platform& platform,
                                            NewObject& prepared);
 
 /// Takes an extension into a wizard; any other answer than `S_OK` leaves it out.

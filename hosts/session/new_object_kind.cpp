@@ -12,17 +12,18 @@ constexpr bool kIsPerson = true;
 
 // The longest names of accounts are those of the directory's own rules.
 constexpr std::array kKinds = {
-    NewObjectKind{"user", "&User", ObjectIcon::kUser, "F&ull name:", kIsPerson, AccountForm::kUser,
-                  "User lo&gon name:", 20},
-    NewObjectKind{"contact", "&Contact", ObjectIcon::kContact, "F&ull name:", kIsPerson},
-    NewObjectKind{"group", "&Group", ObjectIcon::kGroup, "Group na&me:", false, AccountForm::kGroup,
-                  "Group name (&pre-Windows 2000):", 256},
-    NewObjectKind{"organizationalUnit", "&Organizational Unit", ObjectIcon::kOrganizationalUnit,
-                  "Na&me:"},
-    NewObjectKind{"computer", "Co&mputer", ObjectIcon::kComputer, "Computer na&me:", false,
-                  AccountForm::kComputer, "Computer name (&pre-Windows 2000):", 15},
-    NewObjectKind{"peloraAddresslist", "&Address List", ObjectIcon::kAddressList},
-    NewObjectKind{"peloraDynamicDistlist", "&Dynamic Distribution List", ObjectIcon::kDynamicGroup},
+    NewObjectKind{"user", "user", "&User", ObjectIcon::kUser, "F&ull name:", kIsPerson,
+                  AccountForm::kUser, "User lo&gon name:", 20},
+    NewObjectKind{"contact", "contact", "&Contact", ObjectIcon::kContact, "F&ull name:", kIsPerson},
+    NewObjectKind{"group", "group", "&Group", ObjectIcon::kGroup, "Group na&me:", false,
+                  AccountForm::kGroup, "Group name (&pre-Windows 2000):", 256},
+    NewObjectKind{"organizationalUnit", "company", "&Organizational Unit",
+                  ObjectIcon::kOrganizationalUnit, "Na&me:"},
+    NewObjectKind{"computer", "server", "Co&mputer", ObjectIcon::kComputer, "Computer na&me:",
+                  false, AccountForm::kComputer, "Computer name (&pre-Windows 2000):", 15},
+    NewObjectKind{"peloraAddresslist", "addresslist", "&Address List", ObjectIcon::kAddressList},
+    NewObjectKind{"peloraDynamicDistlist", "dynamiclist", "&Dynamic Distribution List",
+                  ObjectIcon::kDynamicGroup},
 };
 
 }  // namespace

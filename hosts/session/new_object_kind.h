@@ -18,6 +18,8 @@ enum class AccountForm : std::uint8_t { kNone, kUser, kGroup, kComputer };
 struct NewObjectKind {
   /// LDAP display name.
   std::string_view class_name;
+  /// What scripts call objects of the class.
+  std::string_view word;
   /// With the mnemonic that it has in a menu.
   std::string_view menu_text;
   ObjectIcon icon = ObjectIcon::kOther;

@@ -21,10 +21,10 @@ class TouchedFields {
   /// The page's fields, before the first is looked at.
   void Watch(std::vector<FieldRow> fields);
 
-  /// From now on what the dialog shows is what nobody touched.
+  /// The dialog has been filled: from now on what it shows is what nobody touched.
   void Settle(IDialog& dialog);
-  /// Looks which fields show something else. Once touched, a field stays so until `Settle`, though
-  /// it be set back: what it was set to may be pending.
+  /// Looks which fields show something else. Once touched, a field stays so, though it be set back:
+  /// what it was set to may be written already, or pending.
   void Look(IDialog& dialog);
 
   /// Whether what a page stages of an attribute is wanted.

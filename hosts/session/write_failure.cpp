@@ -105,6 +105,16 @@ std::string AdviceOn(const Result& result) {
   return "What you typed is kept here: apply again when the cause is gone.";
 }
 
+std::string AdviceOnReading(HRESULT status) {
+  if (status == HresultOfLdap(ldap::kLdapNoSuchObject)) {
+    return "The object has been deleted or moved. Close its properties and look for it anew.";
+  }
+  if (status == HresultOfLdap(ldap::kLdapInsufficientAccessRights)) {
+    return "You may not read this.";
+  }
+  return "Try again when the directory can be reached.";
+}
+
 Message WriteFailureMessage(const changes::Change& change, const Result& result,
                             const FieldLabels& labels) {
   if (!result.conflicts.empty()) return ConflictMessage(result, labels);

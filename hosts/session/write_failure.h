@@ -7,6 +7,7 @@
 #include "hosts/changes/change.h"
 #include "hosts/changes/result.h"
 #include "hosts/ldap/schema.h"
+#include "platform/hresult.h"
 #include "platform/message_box.h"
 
 namespace pelora::session {
@@ -25,5 +26,8 @@ using FieldLabels = std::map<std::string, std::string, ldap::AttributeNameLess>;
 
 /// What can be done about a change that was not written, as one or more sentences.
 [[nodiscard]] std::string AdviceOn(const changes::Result& result);
+
+/// What can be done about objects that could not be read.
+[[nodiscard]] std::string AdviceOnReading(HRESULT status);
 
 }  // namespace pelora::session

@@ -29,6 +29,7 @@ std::optional<std::string> BrowseForContainer(const Platform& platform, IDialog&
 constexpr NameChooser kUserChooser = {.choose = &ChooseOne<&SelectADObject::SelectUsers>};
 constexpr NameChooser kComputerChooser = {.choose = &ChooseOne<&SelectADObject::SelectComputers>,
                                           .kind = FieldKind::kServer};
-constexpr NameChooser kContainerChooser = {.choose = &BrowseForContainer, .nothing_chosen = 1};
+constexpr NameChooser kContainerChooser = {
+    .choose = &BrowseForContainer, .nothing_chosen = 1, .marks_modified = false};
 
 }  // namespace pelora

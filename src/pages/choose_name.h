@@ -19,6 +19,8 @@ struct NameChooser {
   FieldKind kind = FieldKind::kName;
   /// Result of a tab's button with which nothing was chosen.
   std::int32_t nothing_chosen = 0;
+  /// Whether the button marks the page modified, beside the edit that the control reports.
+  bool marks_modified = true;
 };
 
 /// The button beside an edit control that is filled by a chooser.

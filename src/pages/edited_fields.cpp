@@ -106,7 +106,7 @@ std::int32_t EditedFields::OnChoose(const Field& field) {
   if (!name) return chooser.nothing_chosen;
   // The control reports it as an edit.
   dialog().SetText(field.control, *name);
-  page().SetModified(true);
+  if (chooser.marks_modified) page().SetModified(true);
   return 0;
 }
 

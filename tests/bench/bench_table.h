@@ -47,12 +47,13 @@ class BenchTable {
  public:
   /// `limit` is the most that `ours` may be, in terms of `theirs`.
   void Add(const std::string& what, double ours, const std::string& against, double theirs,
-           double limit) {
+           double limit, const char* unit = "s") {
     const double ratio = ours / theirs;
     const bool holds = ratio <= limit;
     all_hold_ = all_hold_ && holds;
-    std::printf("%-36s %8.3f s  %-30s %8.3f s  %5.2f  of at most %5.2f  %s\n", what.c_str(), ours,
-                against.c_str(), theirs, ratio, limit, holds ? "good" : "TOO SLOW");
+    std::printf("%-36s %8.3f %-2s  %-30s %8.3f %-2s  %5.2f  of at most %5.2f  %s\n", what.c_str(),
+                ours, unit, against.c_str(), theirs, unit, ratio, limit,
+                holds ? "good" : "TOO MUCH");
     std::fflush(stdout);
   }
   [[nodiscard]] bool AllHold() const { return all_hold_; }

@@ -16,6 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
+using ::testing::StartsWith;
 
 /// The row of the account types that makes a room of a user.
 constexpr RowIndex kRoom = 2;
@@ -117,6 +118,7 @@ TEST_P(GuardedSheetContract, OkWithoutAnEditSendsNothing) {
   GuardedSheet sheet(store, Users());
   EXPECT_TRUE(sheet.sheet().Ok());
   EXPECT_THAT(store.changed, IsEmpty());
+  EXPECT_THAT(store.read_whole, IsEmpty()) << "there are photos, and secrets";
 }
 
 TEST_P(GuardedSheetContract, AValueThatSomebodyElseChangedIsToldAndNothingOfTheObjectWritten) {
@@ -258,6 +260,23 @@ TEST_P(GuardedSheetContract, AnObjectThatIsGoneIsToldAndCanBeCancelled) {
   EXPECT_FALSE(sheet.sheet().Ok());
   EXPECT_THAT(sheet.TakeBoxes(), ElementsAre(HasSubstr("deleted or moved")));
   EXPECT_TRUE(sheet.sheet().Cancel());
+}
+
+TEST_P(GuardedSheetContract, AFailedReadingIsToldWithTheDirectorysWordsAndCanBeTriedAgain) {
+  FaultStore store(First());
+  GuardedSheet sheet(store, {User()});
+  sheet.Type(IDC_QUOTA_HARD, "600");
+  store.FailReading({52, "asleep"});
+  EXPECT_FALSE(sheet.sheet().Ok());
+  const Lines boxes = sheet.TakeBoxes();
+  ASSERT_THAT(boxes, SizeIs(1));
+  EXPECT_THAT(boxes.front(), StartsWith("Unable to get connection with the ldap user||Error code: "
+                                        "0X8007200F||Object: LDAP://"));
+  EXPECT_THAT(boxes.front(), HasSubstr("|The directory says: asleep||Try again"));
+  store.FailReading({});
+  EXPECT_TRUE(sheet.sheet().Ok());
+  EXPECT_THAT(sheet.TakeBoxes(), IsEmpty());
+  EXPECT_THAT(Stored("peloraQuotaHard"), ElementsAre("600"));
 }
 
 }  // namespace pelora::contract

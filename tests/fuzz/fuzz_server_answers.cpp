@@ -49,7 +49,8 @@ void FeedServerName(const std::string& text) {
 /// Nothing gets lost, and no mark of a range is left.
 void FeedRanges(const std::string& text) {
   AttributeMap attributes = {{text, {"value"}}, {"member", {"first"}}};
-  const std::vector<UnfinishedAttribute> unfinished = FileRanges(attributes);
+  std::vector<UnfinishedAttribute> unfinished;
+  if (!FileRanges(attributes, 0, unfinished)) return;
   std::size_t count = 0;
   for (const auto& [name, values] : attributes) count += values.size();
   Require(count >= 1 && unfinished.size() <= 1);

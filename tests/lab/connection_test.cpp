@@ -80,7 +80,7 @@ TEST_F(ConnectionTest, ManyReadingsGoOnWhereTheyWereCutOff) {
   }
   std::size_t count = 0;
   const StoreStatus status =
-      relayed.store().ReadMany(names, [&](const StoreStatus& read, const Entry& entry) {
+      relayed.store().ReadMany(names, {}, [&](const StoreStatus& read, const Entry& entry) {
         EXPECT_TRUE(read.Ok()) << read.text;
         EXPECT_EQ(entry.dn, names[count]);
         if (++count == 100) relayed.relay.Cut();

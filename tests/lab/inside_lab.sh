@@ -22,8 +22,10 @@ mount -t tmpfs -o mode=0755 tmpfs "$(dirname "$lab_home")"
 mkdir -p "$lab_home/tickets"
 tar --no-same-owner -xf "$archive" -C "$lab_home"
 
-# The machine's own name is looked up too when one signs in.
-printf '127.0.0.1 localhost %s\n127.0.0.1 %s %s\n' "$(uname -n)" "$server" "$host" >"$lab_home/hosts"
+# The machine's own name is looked up too when one signs in. The tools that tests use look the server's
+# name up forwards and backwards, as Kerberos does unless it is told otherwise.
+printf '127.0.0.1 %s %s localhost %s\n127.0.0.2 impostor.%s\n' \
+  "$server" "$host" "$(uname -n)" "$domain" >"$lab_home/hosts"
 mount --bind "$lab_home/hosts" /etc/hosts
 printf 'nameserver 127.0.0.1\n' >"$lab_home/resolv.conf"
 mount --bind "$lab_home/resolv.conf" "$(realpath /etc/resolv.conf)"
@@ -32,8 +34,6 @@ cat >"$lab_home/krb5.conf" <<SETTINGS
   default_realm = $realm
   dns_lookup_kdc = false
   dns_lookup_realm = false
-  dns_canonicalize_hostname = false
-  rdns = false
 [realms]
   $realm = {
     kdc = 127.0.0.1

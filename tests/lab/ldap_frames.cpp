@@ -113,6 +113,9 @@ berval Borrowed(const std::string& text) {
   return {.bv_len = text.size(), .bv_val = const_cast<char*>(text.data())};
 }
 
+/// Stands before the controls of a message.
+constexpr ber_tag_t kControls = 0xA0;
+
 ber_tag_t AnswerTo(Kind kind) {
   switch (kind) {
     case Kind::kSearch:
@@ -178,10 +181,20 @@ std::string ReferenceMessage(int id, const std::string& uri) {
   return Flattened(message);
 }
 
-std::string ResultMessage(const StandInRequest& request, int code, const std::string& text) {
+std::string ResultMessage(const StandInRequest& request, int code, const std::string& text,
+                          const std::string& page) {
   const BerPtr message = NewMessage();
   const berval value = Borrowed(text);
-  ber_printf(message.get(), "{it{esO}N}", request.id, AnswerTo(request.kind), code, "", &value);
+  ber_printf(message.get(), "{it{esON}", request.id, AnswerTo(request.kind), code, "", &value);
+  if (!page.empty()) {
+    const BerPtr mark = NewMessage();
+    const berval cookie = Borrowed(page);
+    ber_printf(mark.get(), "{iO}", 0, &cookie);
+    const std::string bytes = Flattened(mark);
+    const berval control = Borrowed(bytes);
+    ber_printf(message.get(), "t{{sON}N}", kControls, LDAP_CONTROL_PAGEDRESULTS, &control);
+  }
+  ber_printf(message.get(), "N}");
   return Flattened(message);
 }
 

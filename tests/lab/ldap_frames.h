@@ -34,8 +34,9 @@ struct StandInEntry {
 /// Messages of a server.
 [[nodiscard]] std::string EntryMessage(int id, const StandInEntry& entry);
 [[nodiscard]] std::string ReferenceMessage(int id, const std::string& uri);
+/// `page` is the mark at which the next page of a search begins.
 [[nodiscard]] std::string ResultMessage(const StandInRequest& request, int code,
-                                        const std::string& text);
+                                        const std::string& text, const std::string& page = {});
 /// The result of a bind, or of a step of one (code 14).
 [[nodiscard]] std::string BindMessage(int id, int code, const std::string& token);
 

@@ -58,7 +58,8 @@ bool AnswerOpening(const StandInRequest& request, StandInAnswer& answer) {
 
 class LdapStandIn::Worker {
  public:
-  Worker(Options options, StandInScript script) : options_(options), script_(std::move(script)) {
+  Worker(Options options, StandInScript script)
+      : options_(std::move(options)), script_(std::move(script)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -110,7 +111,7 @@ class LdapStandIn::Worker {
   }
 
   void Serve(const FileDescriptor& connection) {
-    SaslLayer layer(options_.most_strength);
+    SaslLayer layer(options_.most_strength, options_.name.empty() ? lab::Server() : options_.name);
     std::string received;
     std::vector<StandInRequest> gathered;
     while (!is_over_) {
@@ -178,7 +179,11 @@ class LdapStandIn::Worker {
           "other";
     for (const StandInEntry& entry : answer.entries) bytes += EntryMessage(request.id, entry);
     for (const std::string& uri : answer.references) bytes += ReferenceMessage(request.id, uri);
-    if (!answer.sends_nonsense) bytes += ResultMessage(request, answer.code, answer.text);
+    while (answer.is_endless && !is_over_) Send(connection, layer.Encode(bytes));
+    bytes += answer.raw;
+    if (!answer.sends_nonsense && answer.raw.empty()) {
+      bytes += ResultMessage(request, answer.code, answer.text, answer.page);
+    }
     Send(connection, layer.Encode(bytes));
     return true;
   }
@@ -201,7 +206,7 @@ class LdapStandIn::Worker {
 };
 
 LdapStandIn::LdapStandIn(Options options, StandInScript script)
-    : worker_(std::make_unique<Worker>(options, std::move(script))) {}
+    : worker_(std::make_unique<Worker>(std::move(options), std::move(script))) {}
 
 LdapStandIn::~LdapStandIn() = default;
 

@@ -24,6 +24,12 @@ struct StandInAnswer {
   bool sends_nonsense = false;
   /// Does not answer at all.
   bool is_silent = false;
+  /// Sends the entries again and again, with never a result, until the program hangs up.
+  bool is_endless = false;
+  /// What is sent behind the entries in place of the result.
+  std::string raw{};
+  /// Of a search: the mark at which a next page begins.
+  std::string page{};
 };
 
 using StandInScript = std::function<StandInAnswer(const StandInRequest& request)>;
@@ -41,6 +47,8 @@ class LdapStandIn {
     unsigned most_strength = 256;
     /// What a bind is refused with, if at all.
     int bind_code = 0;
+    /// Whose key it holds, by its host's name; the domain controller's when it is empty.
+    std::string name{};
     /// Requests are gathered until no more come, and answered then: so one sees how often a program
     /// waits.
     bool gathers = false;

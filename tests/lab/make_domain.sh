@@ -70,6 +70,11 @@ NAMES
 # The server's key, for servers of the tests' own that sit beside it under its name.
 samba-tool domain exportkeytab "$lab_home/ldap.keytab" --principal="ldap/$server" \
   --configfile="$smb_conf"
+# Another server of the domain: it holds a key of its own and would like to be taken for this one.
+samba-tool user create impostor "$password" --configfile="$smb_conf"
+samba-tool spn add "ldap/impostor.$domain" impostor --configfile="$smb_conf"
+samba-tool domain exportkeytab "$lab_home/impostor.keytab" --principal="ldap/impostor.$domain" \
+  --configfile="$smb_conf"
 rm "$lab_home"/*.ldif
 # Files of policies belong to users that only root can give files to; nothing here serves files.
 rm -r "$lab_home/domain/state/sysvol"

@@ -3,8 +3,6 @@
 
 #include <stdexcept>
 
-#include "tests/lab/lab.h"
-
 namespace pelora::lab {
 namespace {
 
@@ -22,12 +20,12 @@ bool HasStrength(sasl_conn_t* connection) {
 
 }  // namespace
 
-SaslLayer::SaslLayer(unsigned most_strength) {
+SaslLayer::SaslLayer(unsigned most_strength, const std::string& host) {
   // For the whole process; the library counts.
   Require(sasl_server_init(nullptr, "pelora-lab"), "sasl_server_init");
-  Require(sasl_server_new("ldap", Server().c_str(), nullptr, nullptr, nullptr, nullptr, 0,
-                          &connection_),
-          "sasl_server_new");
+  Require(
+      sasl_server_new("ldap", host.c_str(), nullptr, nullptr, nullptr, nullptr, 0, &connection_),
+      "sasl_server_new");
   sasl_security_properties_t properties{};
   properties.max_ssf = most_strength;
   properties.maxbufsize = 65'536;

@@ -7,12 +7,11 @@
 
 namespace pelora::lab {
 
-/// The server's side of a GSSAPI exchange under the lab's domain controller's name, and of what is
-/// signed and sealed after it.
+/// The server's side of a GSSAPI exchange, and of what is signed and sealed after it.
 class SaslLayer {
  public:
-  /// What of it is offered: 0 neither, 1 signing, more sealing too.
-  explicit SaslLayer(unsigned most_strength);
+  /// What of it is offered: 0 neither, 1 signing, more sealing too. `host` is the server's name.
+  SaslLayer(unsigned most_strength, const std::string& host);
   ~SaslLayer();
   SaslLayer(const SaslLayer&) = delete;
   SaslLayer& operator=(const SaslLayer&) = delete;

@@ -108,7 +108,7 @@ TEST(Stopping, AReadingOfOneAndOfManyIsGivenUpToo) {
   const StopLater stop(milliseconds(200));
   session->store().StopOn(stop.token());
   EXPECT_EQ(ToText(session->store().ReadMany(
-                names, [](const StoreStatus&, const Entry&) { return true; })),
+                names, {}, [](const StoreStatus&, const Entry&) { return true; })),
             Stopped(server));
   EXPECT_EQ(ReadValue(session->store(), "CN=a,DC=x", "mail"), Stopped(server));
 }

@@ -24,6 +24,11 @@ class FaultStore final : public ldap::IDirectoryStore {
     fault_ = {.calls_left = nth, .status = std::move(status), .is_done = is_done};
   }
 
+  /// Every reading of entries answers `status` from now on; success: none does any more.
+  void FailReading(ldap::StoreStatus status) { reading_ = std::move(status); }
+
+  /// Objects of which every attribute was asked for.
+  std::vector<std::string> read_whole;
   /// Objects that were to be changed, in order.
   std::vector<std::string> changed;
   /// Called before a change is passed on. May be none.
@@ -33,7 +38,8 @@ class FaultStore final : public ldap::IDirectoryStore {
   ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                          ldap::Entry& entry) override {
-    return target_.Read(dn, attributes, entry);
+    if (attributes.empty()) read_whole.push_back(dn);
+    return reading_.Ok() ? target_.Read(dn, attributes, entry) : reading_;
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
                            const ldap::EntrySink& sink) override {
@@ -72,6 +78,7 @@ class FaultStore final : public ldap::IDirectoryStore {
 
   ldap::IDirectoryStore& target_;
   std::optional<Fault> fault_;
+  ldap::StoreStatus reading_;
 };
 
 }  // namespace pelora::testing

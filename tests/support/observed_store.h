@@ -35,12 +35,13 @@ class ObservedStore final : public ldap::IDirectoryStore {
     return target_.Read(dn, attributes, entry);
   }
   ldap::StoreStatus ReadMany(std::span<const std::string> dns,
+                             std::span<const std::string> attributes,
                              const ldap::ReadSink& sink) override {
     if (!dns.empty()) {
       log.push_back("read " + dns.front() +
                     (dns.size() == 1 ? "" : " and " + std::to_string(dns.size() - 1) + " more"));
     }
-    return target_.ReadMany(dns, sink);
+    return target_.ReadMany(dns, attributes, sink);
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
                            const ldap::EntrySink& sink) override {

@@ -61,6 +61,7 @@ contract::ModalScript Confirm(ShownBox& shown) {
     shown = {.caption = console::ToUtf8(box->windowTitle()),
              .text = console::ToUtf8(box->text()),
              .icon = box->icon()};
+    EXPECT_TRUE(box->textInteractionFlags().testFlag(Qt::TextSelectableByMouse)) << "to be copied";
     ASSERT_EQ(box->buttons().size(), 1);
     QTest::mouseClick(box->buttons().front(), Qt::LeftButton);
   };

@@ -6,8 +6,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <thread>
@@ -180,6 +182,43 @@ TEST_F(LdbLockTest, NoLockIsKeptBetweenRequests) {
   for (const StoreStatus& status : WriteEveryWay(*store)) EXPECT_TRUE(status.Ok());
   EXPECT_FALSE(Replace(*store, kUser, "mail", {"a", "b"}).Ok());
   EXPECT_NO_THROW(LockingProcess(path(), kWholeFile));
+}
+
+TEST_F(LdbLockTest, AFileIsReopenedWhileItIsReadAndWritten) {
+  std::atomic<bool> is_over = false;
+  std::atomic<int> readings = 0;
+  std::vector<std::string> troubles(2);
+  std::vector<std::jthread> threads;
+  for (std::string& trouble : troubles) {
+    threads.emplace_back([&] {
+      std::unique_ptr<IDirectoryStore> store;
+      StoreStatus status = TryOpen(store);
+      for (int round = 0; status.Ok() && !is_over; ++round, ++readings) {
+        status = store->Search({.base = kBase, .scope = SearchScope::kSubtree, .attributes = {}},
+                               [](const Entry&) { return true; });
+        if (status.Ok() && round % 4 == 0) {
+          status = Replace(*store, kUser, "description", {std::to_string(round)});
+        }
+      }
+      trouble = status.text;
+    });
+  }
+  // Another name of the file makes no difference.
+  const std::string link = File("link.ldb");
+  std::filesystem::create_hard_link(path(), link);
+  int reopened = 0;
+  while (reopened < 20 || readings < 20) {
+    std::unique_ptr<IDirectoryStore> again;
+    const StoreStatus status = OpenLdbStore(reopened % 2 == 0 ? path() : link,
+                                            {.lock_wait = std::chrono::seconds(20)}, again);
+    ASSERT_TRUE(status.Ok()) << status.text;
+    ASSERT_TRUE(Replace(*again, kUser, "mail", {std::to_string(reopened)}).Ok());
+    ++reopened;
+  }
+  is_over = true;
+  threads.clear();
+  EXPECT_THAT(troubles, ElementsAre("", ""));
+  EXPECT_THAT(OnUser("mail"), ElementsAre(std::to_string(reopened - 1)));
 }
 
 TEST_F(LdbLockTest, AHolderWithoutANameIsAnotherProcess) {

@@ -120,6 +120,32 @@ TEST_F(LdbOpenTest, AnLdbFileThatIsNoDirectoryOfOursIsRefusedAndLeftAlone) {
   EXPECT_TRUE(ReadFile(other) == before);
 }
 
+TEST_F(LdbOpenTest, AFileThatNamesModulesIsRefusedAndNoneIsLoaded) {
+  const Entry modules{.dn = "@MODULES", .attributes = {{"@LIST", {"asq,paged_results,samldb"}}}};
+  const std::string reason =
+      "the file asks for modules to be loaded into the program (@MODULES), and no file may do that";
+  {
+    std::unique_ptr<LdbConnection> connection;
+    ASSERT_TRUE(LdbConnection::Open(path(), LdbConnection::Mode::kExisting, connection).Ok());
+    ASSERT_TRUE(connection->Add(modules).Ok());
+  }
+  ExpectRefused(path(), reason);
+  // The library is not given the list even when nobody looks.
+  std::unique_ptr<LdbConnection> connection;
+  EXPECT_TRUE(LdbConnection::Open(path(), LdbConnection::Mode::kExisting, connection).Ok());
+}
+
+TEST_F(LdbOpenTest, AFileThatNamesModulesOnceItIsOpenIsNotOpenedAgain) {
+  const std::unique_ptr<IDirectoryStore> store = Open();
+  {
+    std::unique_ptr<LdbConnection> connection;
+    ASSERT_TRUE(LdbConnection::Open(path(), LdbConnection::Mode::kExisting, connection).Ok());
+    ASSERT_TRUE(connection->Add({.dn = "@MODULES", .attributes = {{"@LIST", {"samldb"}}}}).Ok());
+  }
+  // What is open already is not looked through again, and all the same it is seen.
+  ExpectRefused(path(), "(@MODULES)");
+}
+
 TEST_F(LdbOpenTest, ASchemaThatIsNotUnderstoodIsNamed) {
   const std::string definition =
       "CN=peloraHidden,CN=Schema,CN=Configuration,DC=linden-werke,DC=example";

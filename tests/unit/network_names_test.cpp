@@ -66,9 +66,11 @@ TEST(NameFilter, FindsTheNamesAndNothingElse) {
 }
 
 /// What an entry's attributes look like, one line each, and what is still to be asked for.
-std::string File(AttributeMap attributes) {
+std::string File(AttributeMap attributes, std::size_t first = 0) {
+  std::vector<UnfinishedAttribute> unfinished;
+  if (!FileRanges(attributes, first, unfinished)) return "of no use";
   std::string requests;
-  for (const UnfinishedAttribute& part : FileRanges(attributes)) requests += part.Request() + "\n";
+  for (const UnfinishedAttribute& part : unfinished) requests += part.Request() + "\n";
   std::string text;
   for (const auto& [name, values] : attributes) {
     text += name + ":";
@@ -81,8 +83,8 @@ std::string File(AttributeMap attributes) {
 TEST(ValueRanges, PartsAreFiledUnderTheBareName) {
   EXPECT_EQ(File({{"member;range=0-1", {"a", "b"}}, {"name", {"n"}}}),
             "member: a b\nname: n\nmember;range=2-*\n");
-  EXPECT_EQ(File({{"member;range=2-*", {"c"}}}), "member: c\n");
-  EXPECT_EQ(File({{"Member;RANGE=0-1499", {"a"}}}), "Member: a\nMember;range=1500-*\n");
+  EXPECT_EQ(File({{"member;range=2-*", {"c"}}}, 2), "member: c\n");
+  EXPECT_EQ(File({{"Member;RANGE=1499-1499", {"a"}}}, 1499), "Member: a\nMember;range=1500-*\n");
 }
 
 TEST(ValueRanges, ThePlainNameMayStandBesideItsPart) {
@@ -94,11 +96,26 @@ TEST(ValueRanges, OtherOptionsStay) {
             "ranged: r\nuserCertificate;binary: c\n");
 }
 
-TEST(ValueRanges, ARangeThatIsNoneIsTheLast) {
-  EXPECT_EQ(File({{"member;range=", {"a"}}}), "member: a\n");
-  EXPECT_EQ(File({{"member;range=0-", {"a"}}}), "member: a\n");
-  EXPECT_EQ(File({{"member;range=0-99999999999999999999999", {"a"}}}), "member: a\n");
-  EXPECT_EQ(File({{"member;range=0-1x", {"a"}}}), "member: a\n");
+TEST(ValueRanges, ARangeThatIsNoneIsOfNoUse) {
+  for (const char* const name :
+       {"member;range=", "member;range=0-", "member;range=0", "member;range=-*",
+        "member;range=0-99999999999999999999999", "member;range=0-1x", "member;range=0-**",
+        "member;range=0-18446744073709551615"}) {
+    EXPECT_EQ(File({{name, {"a"}}}), "of no use") << name;
+  }
+}
+
+TEST(ValueRanges, ARangeThatIsNotWhatItSaysIsOfNoUse) {
+  // With values missing, a list would be written back without them.
+  EXPECT_EQ(File({{"member;range=0-1499", {"a"}}}), "of no use");
+  EXPECT_EQ(File({{"member;range=0-0", {"a", "b"}}}), "of no use");
+  EXPECT_EQ(File({{"member;range=1-0", {"a"}}}), "of no use");
+  // Another part than the one that was asked for.
+  EXPECT_EQ(File({{"member;range=1-*", {"a"}}}), "of no use");
+  EXPECT_EQ(File({{"member;range=0-0", {"a"}}}, 1), "of no use");
+  // Twice the same attribute.
+  EXPECT_EQ(File({{"member", {"a"}}, {"member;range=0-*", {"a"}}}), "of no use");
+  EXPECT_EQ(File({{"member;range=0-*", {"a"}}, {"Member;Range=0-0", {"a"}}}), "of no use");
 }
 
 }  // namespace

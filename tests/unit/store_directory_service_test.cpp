@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/ldap_status.h"
 #include "tests/support/variant_text.h"
 #include "tests/unit/store_scripted.h"
@@ -63,14 +64,16 @@ TEST_F(StoreDirectoryServiceTest, FailuresOfBoundObjectsAreItsOwnToo) {
   EXPECT_EQ(service_.last_failure().text, "not so");
 }
 
-TEST_F(StoreDirectoryServiceTest, WhatIsBoundTogetherIsReadWholeAtOnce) {
+TEST_F(StoreDirectoryServiceTest, WhatIsBoundTogetherIsReadAtOnceAndNothingElse) {
   store_.entry.attributes["mail"] = {"a@x"};
   const std::vector<std::string> paths = {"LDAP://CN=Ada,DC=x", "LDAP://dc1/CN=Ada,DC=x"};
   std::vector<Ref<IADs>> objects;
   ASSERT_EQ(service_.BindPaths(paths, IID_IADsUser, objects), S_OK);
   ASSERT_THAT(objects, SizeIs(2));
   ASSERT_THAT(store_.reads, SizeIs(2));
-  EXPECT_THAT(store_.reads[0].attributes, IsEmpty());
+  std::vector<std::string> expected = BoundAttributes();
+  expected.emplace_back("objectClass");
+  EXPECT_EQ(store_.reads[0].attributes, expected);
 
   // Whatever happens to the directory now: nothing reads as unset that is not.
   store_.failure = {kLdapServerDown, "gone"};

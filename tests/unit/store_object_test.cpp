@@ -6,6 +6,8 @@
 
 #include <memory>
 
+#include "directory/attribute_catalogue.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/ldap_status.h"
 #include "tests/support/variant_text.h"
 #include "tests/unit/store_scripted.h"
@@ -47,7 +49,7 @@ TEST_F(StoreObjectTest, NothingIsReadBeforeItIsAskedFor) {
   EXPECT_THAT(store_.reads, IsEmpty());
 }
 
-TEST_F(StoreObjectTest, TheWholeObjectIsReadByOneRequest) {
+TEST_F(StoreObjectTest, WhatTheExtensionKnowsIsReadByOneRequest) {
   store_.entry.attributes["mail"] = {"a@x"};
   store_.entry.attributes["peloraAccount"] = {"1"};
   EXPECT_EQ(Value("mail"), Variant::String("a@x"));
@@ -56,7 +58,48 @@ TEST_F(StoreObjectTest, TheWholeObjectIsReadByOneRequest) {
   EXPECT_EQ(Status("otherMailbox"), E_ADS_PROPERTY_NOT_FOUND);
   ASSERT_THAT(store_.reads, SizeIs(1));
   EXPECT_EQ(store_.reads[0].dn, "CN=Ada,DC=x");
-  EXPECT_THAT(store_.reads[0].attributes, IsEmpty());
+  EXPECT_EQ(store_.reads[0].attributes, BoundAttributes());
+}
+
+TEST_F(StoreObjectTest, WhatIsAskedForIsWhatTheCatalogueKnows) {
+  EXPECT_THAT(BoundAttributes(), ::testing::SizeIs(kAttributeCatalogue.size()));
+  for (const Attribute& attribute : kAttributeCatalogue) {
+    EXPECT_TRUE(IsBoundAttribute(attribute.name)) << attribute.name;
+  }
+  EXPECT_TRUE(IsBoundAttribute("PELORAACCOUNT"));
+  // What nobody here has any business with.
+  for (const char* const name : {"thumbnailPhoto", "jpegPhoto", "unicodePwd", "ms-Mcs-AdmPwd",
+                                 "msLAPS-Password", "userCertificate", "member", "*", ""}) {
+    EXPECT_FALSE(IsBoundAttribute(name)) << name;
+  }
+}
+
+TEST_F(StoreObjectTest, AnAttributeThatTheExtensionDoesNotKnowIsReadAloneAndOnce) {
+  store_.entry.attributes["flag"] = {"TRUE"};
+  store_.types.Add("photo", {});
+  EXPECT_EQ(ToText(Value("flag")), ToText(Value("flag")));
+  EXPECT_EQ(Status("photo"), E_ADS_PROPERTY_NOT_FOUND);
+  EXPECT_EQ(Status("photo"), E_ADS_PROPERTY_NOT_FOUND);
+  ASSERT_THAT(store_.reads, SizeIs(2));
+  EXPECT_THAT(store_.reads[0].attributes, ElementsAre("flag"));
+  EXPECT_THAT(store_.reads[1].attributes, ElementsAre("photo"));
+}
+
+TEST_F(StoreObjectTest, AnAttributeThatTheSchemaLacksSaysWhatToDo) {
+  EXPECT_EQ(object_->Put("peloraHidden", Variant::Integer(1)), E_ADS_CANT_CONVERT_DATATYPE);
+  const std::string text =
+      "the directory's schema does not know the attribute 'peloraHidden': extend it with "
+      "\"pelora-deploy schema\"";
+  EXPECT_EQ(failure_->text, text);
+  EXPECT_EQ(failure_->code, kLdapUndefinedType);
+  // A server that is behind the schema it gave.
+  *failure_ = {};
+  store_.entry.attributes["peloraHidden"] = {"1"};
+  EXPECT_EQ(Status("peloraHidden"), E_ADS_CANT_CONVERT_DATATYPE);
+  EXPECT_EQ(failure_->text, text);
+  // Nobody's to deploy.
+  EXPECT_EQ(object_->Put("photo", Variant::String("x")), E_ADS_CANT_CONVERT_DATATYPE);
+  EXPECT_EQ(failure_->text, "the directory's schema does not know the attribute 'photo'");
 }
 
 TEST_F(StoreObjectTest, AReadingThatFailedIsTriedAgain) {

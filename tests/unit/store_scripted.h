@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <span>
 #include <string>
 #include <vector>
@@ -57,7 +58,8 @@ class ScriptedStore final : public IDirectoryStore {
     if (dn != entry.dn) return {kLdapNoSuchObject, "no such object"};
     found = {.dn = entry.dn, .attributes = {}};
     for (const auto& [name, values] : entry.attributes) {
-      const bool is_wanted = attributes.empty() || name == attributes.front();
+      const bool is_wanted =
+          attributes.empty() || std::ranges::find(attributes, name) != attributes.end();
       if (is_wanted) found.attributes[name] = values;
     }
     return {};

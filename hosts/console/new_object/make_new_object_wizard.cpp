@@ -13,7 +13,8 @@ WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
                                  session::DirectorySession& session, const Platform& platform,
                                  const resources::ResourceFile& module, QWidget* parent) {
   session::NewObject prepared;
-  std::string reason = session::PrepareNewObject(kind, container, session, platform, prepared);
+  std::string reason =
+      session::PrepareNewObject(kind, container, *session.store, platform, prepared);
   if (!reason.empty()) return {.wizard = nullptr, .error = ToQString(reason)};
   auto wizard = std::make_unique<QtNewObjectWizard>(
       QtNewObjectWizard::Parts{.module = module,

@@ -83,7 +83,9 @@ StoreStatus FindDomainServers(const std::string& realm, std::chrono::millisecond
     std::optional<ServerName> server = ParseServerName(record.host);
     if (!server) continue;
     server->port = record.port;
-    servers.push_back(*std::move(server));
+    if (std::ranges::find(servers, *server) == servers.end()) {
+      servers.push_back(*std::move(server));
+    }
   }
   if (!servers.empty()) return {};
   std::string text = "the name servers know no directory server of the domain '" + domain + "' (" +

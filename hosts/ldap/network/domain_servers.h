@@ -11,7 +11,8 @@
 namespace pelora::ldap {
 
 /// Asks the domain name system for the directory servers of the domain `realm`, in the order in
-/// which they are to be tried. Each name server is waited for as long as `timeout`, once.
+/// which they are to be tried, each of them once. Each name server is waited for as long as
+/// `timeout`, once.
 ///
 /// No answer, and an answer that names none, is -1 with a text that says what was asked for;
 /// `servers` is empty then.

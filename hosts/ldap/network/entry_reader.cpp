@@ -3,11 +3,14 @@
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
 #include <map>
 #include <utility>
 
+#include "directory/ascii_case.h"
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/network/entries_answer.h"
 #include "hosts/ldap/network/ldap_answer.h"
 #include "hosts/ldap/network/name_filter.h"
 #include "hosts/ldap/network/value_ranges.h"
@@ -48,17 +51,21 @@ StoreStatus EntryReader::SendOne(const std::string& dn, std::span<const std::str
   return Send({.base = dn, .attributes = {attributes.begin(), attributes.end()}}, request);
 }
 
-StoreStatus EntryReader::AwaitOne(const std::string& dn, PendingRequest& request, Entry& entry) {
-  LdapMessagePtr answer;
-  StoreStatus status = request.AwaitAll(answer);
+StoreStatus EntryReader::TakeOne(const std::string& dn, PendingRequest& request, Entry& entry) {
   std::vector<Entry> entries;
-  if (status.Ok()) status = OutcomeOf(connection_.handle(), answer.get());
-  if (status.Ok()) status = EntriesOf(connection_.handle(), answer.get(), entries);
+  StoreStatus outcome;
+  StoreStatus status = TakeEntries(connection_, request, 1, entries, outcome);
+  if (status.Ok()) status = std::move(outcome);
   if (!status.Ok()) return status;
   // What may not be seen is not there.
   if (entries.empty()) return {kLdapNoSuchObject, "no such object: " + dn};
   entry = std::move(entries.front());
-  return Complete(entry);
+  return {};
+}
+
+StoreStatus EntryReader::AwaitOne(const std::string& dn, PendingRequest& request, Entry& entry) {
+  StoreStatus status = TakeOne(dn, request, entry);
+  return status.Ok() ? Complete(entry) : status;
 }
 
 StoreStatus EntryReader::Read(const std::string& dn, std::span<const std::string> attributes,
@@ -70,26 +77,28 @@ StoreStatus EntryReader::Read(const std::string& dn, std::span<const std::string
 }
 
 StoreStatus EntryReader::Complete(Entry& entry) {
-  std::vector<UnfinishedAttribute> unfinished = FileRanges(entry.attributes);
-  while (!unfinished.empty()) {
+  std::vector<UnfinishedAttribute> unfinished;
+  if (!FileRanges(entry.attributes, 0, unfinished)) return Unreadable();
+  const AnswerLimits& limits = connection_.limits();
+  for (std::size_t parts = 0; !unfinished.empty(); ++parts) {
+    if (parts == limits.most_parts || SizeOf(entry) > limits.most_bytes) {
+      return {kLdapSizeLimitExceeded,
+              "the values of '" + unfinished.back().name + "' find no end: given up"};
+    }
     const UnfinishedAttribute part = unfinished.back();
     unfinished.pop_back();
     PendingRequest request;
-    LdapMessagePtr answer;
-    std::vector<Entry> rest;
+    Entry rest;
     const std::vector<std::string> wanted = {part.Request()};
     StoreStatus status = SendOne(entry.dn, wanted, request);
-    if (status.Ok()) status = request.AwaitAll(answer);
-    if (status.Ok()) status = OutcomeOf(connection_.handle(), answer.get());
-    if (status.Ok()) status = EntriesOf(connection_.handle(), answer.get(), rest);
+    if (status.Ok()) status = TakeOne(entry.dn, request, rest);
     if (!status.Ok()) return status;
-    if (rest.empty()) return {kLdapNoSuchObject, "no such object: " + entry.dn};
-    const std::vector<UnfinishedAttribute> more = FileRanges(rest.front().attributes);
+    std::vector<UnfinishedAttribute> more;
+    if (!FileRanges(rest.attributes, part.next, more)) return Unreadable();
     // Values that went away meanwhile leave a part empty; nothing follows it.
-    if (!Append(rest.front().attributes, part.name, entry.attributes[part.name])) continue;
-    for (const UnfinishedAttribute& next : more) {
-      if (next.name == part.name && next.next > part.next) unfinished.push_back(next);
-    }
+    if (!Append(rest.attributes, part.name, entry.attributes[part.name])) continue;
+    std::ranges::copy_if(more, std::back_inserter(unfinished),
+                         [&](const auto& next) { return EqualsWithoutCase(next.name, part.name); });
   }
   return {};
 }
@@ -103,11 +112,11 @@ StoreStatus EntryReader::SendBatch(std::span<const std::string> dns, const Namin
     ++count;
   }
   batch.dns = dns.first(count);
-  if (count == 1) return SendOne(dns.front(), {}, batch.request);
+  if (count == 1) return SendOne(dns.front(), batch.attributes, batch.request);
   return Send({.base = base,
                .scope = SearchScope::kSubtree,
                .filter = FilterOfNames(batch.dns),
-               .attributes = {}},
+               .attributes = {batch.attributes.begin(), batch.attributes.end()}},
               batch.request);
 }
 
@@ -119,17 +128,17 @@ StoreStatus EntryReader::Finish(Batch& batch, const ReadSink& sink, bool& goes_o
     goes_on = sink(std::move(status), std::move(entry));
     return {};
   }
-  LdapMessagePtr answer;
-  StoreStatus status = batch.request.AwaitAll(answer);
   // Whatever the server may have against the search: what it gave is good, and the rest is asked
   // for by itself.
   std::vector<Entry> found;
-  if (status.Ok()) status = EntriesOf(connection_.handle(), answer.get(), found);
-  return status.Ok() ? Deliver(batch.dns, std::move(found), sink, goes_on) : status;
+  StoreStatus outcome;
+  StoreStatus status = TakeEntries(connection_, batch.request, batch.dns.size(), found, outcome);
+  return status.Ok() ? Deliver(batch, std::move(found), sink, goes_on) : status;
 }
 
-StoreStatus EntryReader::Deliver(std::span<const std::string> dns, std::vector<Entry> found,
-                                 const ReadSink& sink, bool& goes_on) {
+StoreStatus EntryReader::Deliver(const Batch& batch, std::vector<Entry> found, const ReadSink& sink,
+                                 bool& goes_on) {
+  const std::span<const std::string> dns = batch.dns;
   std::map<std::string, Entry> by_name;
   for (Entry& entry : found) by_name.emplace(FoldCase(entry.dn), std::move(entry));
   std::vector<Entry> entries(dns.size());
@@ -143,7 +152,7 @@ StoreStatus EntryReader::Deliver(std::span<const std::string> dns, std::vector<E
       continue;
     }
     is_missing[at] = true;
-    StoreStatus status = SendOne(dns[at], {}, missing[at]);
+    StoreStatus status = SendOne(dns[at], batch.attributes, missing[at]);
     if (!status.Ok()) return status;
   }
   for (std::size_t at = 0; goes_on && at < dns.size(); ++at) {
@@ -155,13 +164,14 @@ StoreStatus EntryReader::Deliver(std::span<const std::string> dns, std::vector<E
   return {};
 }
 
-StoreStatus EntryReader::ReadMany(std::span<const std::string> dns, const NamingContexts& contexts,
-                                  const ReadSink& sink) {
+StoreStatus EntryReader::ReadMany(std::span<const std::string> dns,
+                                  std::span<const std::string> attributes,
+                                  const NamingContexts& contexts, const ReadSink& sink) {
   std::deque<Batch> under_way;
   bool goes_on = true;
   while (goes_on && (!dns.empty() || !under_way.empty())) {
     while (!dns.empty() && under_way.size() < kBatchesUnderWay) {
-      Batch batch;
+      Batch batch{.dns = {}, .attributes = attributes, .request = {}};
       StoreStatus status = SendBatch(dns, contexts, batch);
       if (!status.Ok()) return status;
       dns = dns.subspan(batch.dns.size());

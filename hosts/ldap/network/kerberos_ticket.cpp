@@ -5,6 +5,7 @@
 #include <gssapi/gssapi_krb5.h>
 
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/network/kerberos_status.h"
 
 namespace pelora::ldap {
 namespace {
@@ -54,18 +55,6 @@ std::string NameOf(const Credential& credential) {
   return TakeText(text);
 }
 
-/// What the Kerberos library has to say of a failure.
-std::string ReasonOf(OM_uint32 minor) {
-  gss_buffer_desc text = GSS_C_EMPTY_BUFFER;
-  OM_uint32 ignored = 0;
-  OM_uint32 more = 0;
-  if (GSS_ERROR(gss_display_status(&ignored, minor, GSS_C_MECH_CODE,
-                                   const_cast<gss_OID>(gss_mech_krb5), &more, &text))) {
-    return {};
-  }
-  return TakeText(text);
-}
-
 StoreStatus NoTicket(const std::string& reason) {
   std::string text = "no Kerberos ticket: get one with \"kinit\", or \"kinit name@REALM\"";
   if (!reason.empty()) text += " (" + reason + ")";
@@ -89,7 +78,7 @@ StoreStatus ReadKerberosTicket(KerberosTicket& ticket) {
   OM_uint32 minor = 0;
   OM_uint32 major = credential.Acquire(minor);
   if (GSS_ROUTINE_ERROR(major) == GSS_S_CREDENTIALS_EXPIRED) return Expired();
-  if (GSS_ERROR(major)) return NoTicket(ReasonOf(minor));
+  if (GSS_ERROR(major)) return NoTicket(TextOfKerberosStatus(major, minor));
 
   OM_uint32 seconds_left = 0;
   major = credential.InquireTime(minor, seconds_left);
@@ -97,7 +86,7 @@ StoreStatus ReadKerberosTicket(KerberosTicket& ticket) {
                           (!GSS_ERROR(major) && seconds_left == 0);
   if (is_expired) return Expired();
   if (!GSS_ERROR(major)) major = credential.InquireName(minor);
-  if (GSS_ERROR(major)) return NoTicket(ReasonOf(minor));
+  if (GSS_ERROR(major)) return NoTicket(TextOfKerberosStatus(major, minor));
   ticket.principal = NameOf(credential);
   return {};
 }

@@ -32,9 +32,8 @@ AttributeValues ToValues(const berval* values) {
   return copied;
 }
 
-StoreStatus Unreadable() {
-  return {kLdapDecodingError, "the server sent something that cannot be read"};
-}
+/// Names are handed to libraries that end them at a zero: they would take it for another name.
+bool IsNameText(const std::string& text) { return text.find('\0') == std::string::npos; }
 
 std::string ReadPageMark(LDAP* handle, LDAPControl** controls) {
   LDAPControl* const control =
@@ -51,7 +50,12 @@ std::string ReadPageMark(LDAP* handle, LDAPControl** controls) {
 
 }  // namespace
 
-StoreStatus OutcomeOf(LDAP* handle, LDAPMessage* result, std::string* page) {
+StoreStatus Unreadable() {
+  return {kLdapDecodingError, "the server sent something that cannot be read"};
+}
+
+StoreStatus OutcomeOf(LDAP* handle, LDAPMessage* result, int type, std::string* page) {
+  if (ldap_msgtype(result) != type) return Unreadable();
   int code = LDAP_SUCCESS;
   char* server_text = nullptr;
   LDAPControl** raw_controls = nullptr;
@@ -59,7 +63,7 @@ StoreStatus OutcomeOf(LDAP* handle, LDAPMessage* result, std::string* page) {
       ldap_parse_result(handle, result, &code, nullptr, &server_text, nullptr, &raw_controls, 0);
   const LdapMemoryPtr<char> text(server_text);
   const LdapControlsPtr controls(raw_controls);
-  if (parsed != LDAP_SUCCESS) return Unreadable();
+  if (parsed != LDAP_SUCCESS || code < 0) return Unreadable();
   if (page != nullptr) *page = ReadPageMark(handle, controls.get());
   if (code == LDAP_SUCCESS) return {};
   const bool has_text = text != nullptr && *text != '\0';
@@ -73,6 +77,7 @@ StoreStatus EntryOf(LDAP* handle, LDAPMessage* message, Entry& entry) {
   if (ldap_get_dn_ber(handle, message, &element, &name) != LDAP_SUCCESS) return Unreadable();
   const BerPtr owner(element);
   entry.dn = TextOf(name);
+  if (!IsNameText(entry.dn)) return Unreadable();
   while (true) {
     berval attribute{};
     berval* list = nullptr;
@@ -80,22 +85,22 @@ StoreStatus EntryOf(LDAP* handle, LDAPMessage* message, Entry& entry) {
     const ValuesPtr values(list);
     if (code != LDAP_SUCCESS) return Unreadable();
     if (attribute.bv_val == nullptr) return {};
+    std::string attribute_name = TextOf(attribute);
+    if (!IsNameText(attribute_name)) return Unreadable();
     AttributeValues copied = ToValues(list);
     // Asked for a part of its values that is not there, an attribute comes without any.
-    if (!copied.empty()) entry.attributes.emplace(TextOf(attribute), std::move(copied));
+    if (!copied.empty()) entry.attributes.emplace(std::move(attribute_name), std::move(copied));
   }
 }
 
-StoreStatus EntriesOf(LDAP* handle, LDAPMessage* answer, std::vector<Entry>& entries) {
-  entries.clear();
-  for (LDAPMessage* message = ldap_first_entry(handle, answer); message != nullptr;
-       message = ldap_next_entry(handle, message)) {
-    Entry entry;
-    StoreStatus status = EntryOf(handle, message, entry);
-    if (!status.Ok()) return status;
-    entries.push_back(std::move(entry));
+std::size_t SizeOf(const Entry& entry) {
+  std::size_t size = entry.dn.size();
+  for (const auto& [name, values] : entry.attributes) {
+    size += name.size();
+    // The smallest value takes up room too.
+    for (const std::string& value : values) size += sizeof value + value.size();
   }
-  return {};
+  return size;
 }
 
 }  // namespace pelora::ldap

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/network/ldap_connection.h"
 
+#include <lber.h>
 #include <openldap.h>
 #include <poll.h>
 
@@ -67,6 +68,13 @@ StoreStatus CheckPort(const ServerName& server) {
   return {};
 }
 
+/// The library ends names at a zero and would send another one.
+bool HasZero(const std::string& text) { return text.find('\0') != std::string::npos; }
+
+StoreStatus NotAName(const std::string& dn) {
+  return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn.substr(0, dn.find('\0'))};
+}
+
 bool NeedsPermission(std::span<const Modification> modifications) {
   return std::ranges::any_of(modifications, [](const Modification& change) {
     return change.operation != Modification::Operation::kReplace;
@@ -114,12 +122,15 @@ bool LdapConnection::SetOptions() const {
       {LDAP_OPT_DEREF, &never},
       {LDAP_OPT_SIZELIMIT, &no_limit},
       {LDAP_OPT_TIMELIMIT, &no_limit},
-      // The ticket is for the server as it is named here, not as some name server calls it back.
-      {LDAP_OPT_X_SASL_NOCANON, LDAP_OPT_ON},
   });
-  return std::ranges::all_of(options, [&](const Option& option) {
+  const bool are_set = std::ranges::all_of(options, [&](const Option& option) {
     return ldap_set_option(handle_.get(), option.number, option.value) == LDAP_OPT_SUCCESS;
   });
+  // A message begins with its length, for which room is made.
+  ber_len_t most = limits().most_message_bytes;
+  Sockbuf* wire = nullptr;
+  return are_set && ldap_get_option(handle_.get(), LDAP_OPT_SOCKBUF, &wire) == LDAP_OPT_SUCCESS &&
+         ber_sockbuf_ctrl(wire, LBER_SB_OPT_SET_MAX_INCOMING, &most) == 1;
 }
 
 StoreStatus LdapConnection::Connect() {
@@ -144,7 +155,8 @@ StoreStatus LdapConnection::Connect() {
 
 StoreStatus LdapConnection::SignIn() {
   const BrokenPipeGuard guard;
-  StoreStatus status = SignInWithTicket(handle_.get(), options_.request_timeout, stop_);
+  StoreStatus status =
+      SignInWithTicket(handle_.get(), server_.BareHost(), options_.request_timeout, stop_);
   if (!status.Ok()) status.text = "cannot sign in to '" + server_.Text() + "': " + status.text;
   return status;
 }
@@ -160,6 +172,8 @@ bool LdapConnection::IsUsable() const {
 StoreStatus LdapConnection::SendSearch(const SearchRequest& request, LDAPControl* page,
                                        RequestId& id) {
   if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
+  if (HasZero(request.base)) return NotAName(request.base);
+  if (HasZero(request.filter)) return {kLdapFilterError, "not a search filter"};
   const BrokenPipeGuard guard;
   std::vector<char*> attributes;
   for (const std::string& name : request.attributes) {
@@ -179,6 +193,7 @@ StoreStatus LdapConnection::SendModify(const std::string& dn,
                                        std::span<const Modification> modifications, ModifyWay way,
                                        RequestId& id) {
   if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
+  if (HasZero(dn)) return NotAName(dn);
   const BrokenPipeGuard guard;
   LDAPControl permissive{.ldctl_oid = const_cast<char*>(kPermissiveModify),
                          .ldctl_value = {.bv_len = 0, .bv_val = nullptr},
@@ -193,6 +208,7 @@ StoreStatus LdapConnection::SendModify(const std::string& dn,
 
 StoreStatus LdapConnection::SendAdd(const Entry& entry, RequestId& id) {
   if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
+  if (HasZero(entry.dn)) return NotAName(entry.dn);
   const BrokenPipeGuard guard;
   LdapModifications attributes(entry.attributes);
   const int code =
@@ -202,6 +218,7 @@ StoreStatus LdapConnection::SendAdd(const Entry& entry, RequestId& id) {
 
 StoreStatus LdapConnection::SendDelete(const std::string& dn, RequestId& id) {
   if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
+  if (HasZero(dn)) return NotAName(dn);
   const BrokenPipeGuard guard;
   const int code = ldap_delete_ext(handle(), dn.c_str(), nullptr, nullptr, &id);
   return Failure(code, "the deletion cannot be sent");

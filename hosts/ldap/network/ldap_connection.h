@@ -30,7 +30,7 @@ class LdapConnection {
   using RequestId = int;
 
   /// Connects and signs in. On failure `connection` is left empty: the server is not reached (-1,
-  /// -5), there is no usable ticket (49), the module for signing in is missing (-6), the server
+  /// -5), there is no usable ticket (49), there is none for a server of this name (-2), the server
   /// would sign or seal less than is asked for (13), or the port is that of a global catalog or of
   /// TLS (53), or `stop` put an end to it (-8); `text` is one line that names the server.
   static StoreStatus Open(const ServerName& server, const NetworkOptions& options,
@@ -40,6 +40,7 @@ class LdapConnection {
   LdapConnection& operator=(const LdapConnection&) = delete;
 
   [[nodiscard]] const ServerName& server() const { return server_; }
+  [[nodiscard]] const AnswerLimits& limits() const { return options_.limits; }
   /// Valid as long as the connection.
   [[nodiscard]] LDAP* handle() const { return handle_.get(); }
 

@@ -2,9 +2,21 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <string>
 
 namespace pelora::ldap {
+
+/// How much of one search or one object is taken from a server that finds no end. What a directory
+/// holds in earnest stays far below.
+struct AnswerLimits {
+  /// Pages of a search, parts of an attribute that is given in parts.
+  std::size_t most_parts{10'000};
+  /// Names and values together.
+  std::size_t most_bytes{512UL * 1024 * 1024};
+  /// One message.
+  std::size_t most_message_bytes{64UL * 1024 * 1024};
+};
 
 /// How a directory on the network is reached.
 struct NetworkOptions {
@@ -15,6 +27,7 @@ struct NetworkOptions {
   std::chrono::milliseconds connect_timeout{5'000};
   /// How long to wait for each answer, and between the parts of a long one.
   std::chrono::milliseconds request_timeout{30'000};
+  AnswerLimits limits{};
 };
 
 }  // namespace pelora::ldap

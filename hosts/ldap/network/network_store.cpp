@@ -88,8 +88,9 @@ StoreStatus NetworkStore::DoReading(const Reading& read) {
   return read(*second);
 }
 
-NetworkStore::SentWrite NetworkStore::SendWriting(const std::string& what, const Sending& send) {
-  SentWrite sent{.what = what};
+NetworkStore::SentWrite NetworkStore::SendWriting(const std::string& what, int answer_type,
+                                                  const Sending& send) {
+  SentWrite sent{.what = what, .answer_type = answer_type};
   // As long as nothing is sent, another connection is as good: one that is found lost, and one that
   // is lost before all of the request is on its way.
   for (const bool is_last : {false, true}) {
@@ -109,13 +110,17 @@ NetworkStore::SentWrite NetworkStore::SendWriting(const std::string& what, const
 StoreStatus NetworkStore::AwaitWriting(const SentWrite& sent) {
   if (!sent.status.Ok()) return sent.status;
   LdapMessagePtr answer;
-  StoreStatus status = sent.connection->Await(sent.id, LdapConnection::Amount::kAll, answer);
-  if (status.Ok()) return OutcomeOf(sent.connection->handle(), answer.get());
+  StoreStatus status = sent.connection->Await(sent.id, LdapConnection::Amount::kNext, answer);
+  if (status.Ok()) {
+    status = OutcomeOf(sent.connection->handle(), answer.get(), sent.answer_type);
+  }
+  // A server's own codes are not negative: it has said that it was done, or that it was not.
+  if (status.code >= 0) return status;
   return {kLdapTimeout, "whether " + sent.what + " was done is not known: " + status.text};
 }
 
-StoreStatus NetworkStore::DoWriting(const std::string& what, const Sending& send) {
-  return AwaitWriting(SendWriting(what, send));
+StoreStatus NetworkStore::DoWriting(const std::string& what, int answer_type, const Sending& send) {
+  return AwaitWriting(SendWriting(what, answer_type, send));
 }
 
 StoreStatus NetworkStore::ReadRoot(Entry& root) {
@@ -131,7 +136,8 @@ StoreStatus NetworkStore::Read(const std::string& dn, std::span<const std::strin
   });
 }
 
-StoreStatus NetworkStore::ReadMany(std::span<const std::string> dns, const ReadSink& sink) {
+StoreStatus NetworkStore::ReadMany(std::span<const std::string> dns,
+                                   std::span<const std::string> attributes, const ReadSink& sink) {
   if (dns.empty()) return {};
   const auto count_and_hand_over = [&](StoreStatus status, Entry entry) {
     dns = dns.subspan(1);
@@ -139,7 +145,7 @@ StoreStatus NetworkStore::ReadMany(std::span<const std::string> dns, const ReadS
   };
   return DoReading([&](LdapConnection& connection) {
     // A second reading goes on where the first was cut off.
-    return EntryReader(connection).ReadMany(dns, contexts_, count_and_hand_over);
+    return EntryReader(connection).ReadMany(dns, attributes, contexts_, count_and_hand_over);
   });
 }
 
@@ -159,7 +165,7 @@ NetworkStore::SentWrite NetworkStore::SendModify(const std::string& dn,
                                                  ModifyWay way) {
   StoreStatus status = ModifyRules(*schema_, IsName).CheckValues(modifications);
   if (!status.Ok()) return {.what = dn, .status = std::move(status)};
-  return SendWriting("the change of '" + dn + "'",
+  return SendWriting("the change of '" + dn + "'", LDAP_RES_MODIFY,
                      [&](LdapConnection& connection, LdapConnection::RequestId& id) {
                        return connection.SendModify(dn, modifications, way, id);
                      });
@@ -203,7 +209,7 @@ void NetworkStore::ModifyManyStrictly(const ModifySource& next, const ModifySink
 StoreStatus NetworkStore::Add(const Entry& entry) {
   StoreStatus status = ModifyRules(*schema_, IsName).CheckNew(entry);
   if (!status.Ok()) return status;
-  return DoWriting("the making of '" + entry.dn + "'",
+  return DoWriting("the making of '" + entry.dn + "'", LDAP_RES_ADD,
                    [&](LdapConnection& connection, LdapConnection::RequestId& id) {
                      return connection.SendAdd(entry, id);
                    });
@@ -218,7 +224,7 @@ StoreStatus NetworkStore::Delete(const Entry& made) {
     status = {kLdapAssertionFailed, "the object was changed since it was made"};
   }
   if (!status.Ok()) return status;
-  return DoWriting("the deletion of '" + made.dn + "'",
+  return DoWriting("the deletion of '" + made.dn + "'", LDAP_RES_DELETE,
                    [&](LdapConnection& connection, LdapConnection::RequestId& id) {
                      return connection.SendDelete(made.dn, id);
                    });

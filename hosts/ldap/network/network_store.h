@@ -18,8 +18,8 @@ namespace pelora::ldap {
 ///
 /// A lost connection is opened again, once, for the request that finds it lost, and a reading is
 /// then done anew; a search of which something has been handed over already fails instead (-1). A
-/// write is sent once. When no answer to it is had, it may have been done or not: that is -5, with
-/// a text that says so, and -1 means that it was not sent.
+/// write is sent once. When no answer to it is had, or one that cannot be read, it may have been
+/// done or not: that is -5, with a text that says so, and -1 means that it was not sent.
 ///
 /// What the schema does not allow (an integer of more than 32 bits, a value that is too long, an
 /// empty one) is refused before anything is sent, with the codes of `ModifyRules`.
@@ -37,7 +37,8 @@ class NetworkStore final : public IDirectoryStore {
   StoreStatus ReadRoot(Entry& root) override;
   StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                    Entry& entry) override;
-  StoreStatus ReadMany(std::span<const std::string> dns, const ReadSink& sink) override;
+  StoreStatus ReadMany(std::span<const std::string> dns, std::span<const std::string> attributes,
+                       const ReadSink& sink) override;
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
   StoreStatus ModifyStrictly(const std::string& dn,
@@ -58,14 +59,16 @@ class NetworkStore final : public IDirectoryStore {
   /// A write that is under way, or that could not be sent.
   struct SentWrite {
     std::string what;
+    int answer_type = 0;
     StoreStatus status{};
     std::shared_ptr<LdapConnection> connection{};
     LdapConnection::RequestId id = 0;
   };
 
   StoreStatus DoReading(const Reading& read);
-  StoreStatus DoWriting(const std::string& what, const Sending& send);
-  SentWrite SendWriting(const std::string& what, const Sending& send);
+  /// `answer_type` is what the server's answer has to be.
+  StoreStatus DoWriting(const std::string& what, int answer_type, const Sending& send);
+  SentWrite SendWriting(const std::string& what, int answer_type, const Sending& send);
   static StoreStatus AwaitWriting(const SentWrite& sent);
   SentWrite SendModify(const std::string& dn, std::span<const Modification> modifications,
                        ModifyWay way);

@@ -27,14 +27,8 @@ class PendingRequest {
 
   /// Takes the next message; the caller says when it was the last (`Finish`).
   StoreStatus AwaitNext(LdapMessagePtr& message) {
-    return connection_->Await(id_, LdapConnection::Amount::kNext, message);
-  }
-  /// Takes the whole answer, after which nothing more comes.
-  StoreStatus AwaitAll(LdapMessagePtr& answer) {
     // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): who awaits has sent
-    StoreStatus status = connection_->Await(id_, LdapConnection::Amount::kAll, answer);
-    if (status.Ok()) Finish();
-    return status;
+    return connection_->Await(id_, LdapConnection::Amount::kNext, message);
   }
   void Finish() { connection_ = nullptr; }
 

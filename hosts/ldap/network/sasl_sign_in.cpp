@@ -1,46 +1,36 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/network/sasl_sign_in.h"
 
-#include <string>
+#include <array>
+#include <memory>
 #include <string_view>
+#include <utility>
 
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/network/kerberos_context.h"
 #include "hosts/ldap/network/kerberos_ticket.h"
 #include "hosts/ldap/network/message_wait.h"
+#include "hosts/ldap/network/sealed_wire.h"
 
 namespace pelora::ldap {
 namespace {
 
+using Protection = KerberosContext::Protection;
+
 constexpr const char* kMechanism = "GSSAPI";
 
-/// Every field, so that nothing of the machine's settings is left: they could ask for less.
-std::string SecurityProperties() {
-  return "noanonymous,minssf=" + std::to_string(kMinimumStrength) +
-         ",maxssf=2147483647,maxbufsize=65536";
-}
-
-/// The library may ask for names and passwords; a ticket needs none.
-int AnswerNothing(LDAP* /*handle*/, unsigned /*flags*/, void* /*defaults*/, void* /*questions*/) {
-  return LDAP_SUCCESS;
-}
-
-StoreStatus CheckModule(LDAP* handle) {
-  char** list = nullptr;
-  std::string offered;
-  // The list belongs to the library.
-  if (ldap_get_option(handle, LDAP_OPT_X_SASL_MECHLIST, &list) == LDAP_OPT_SUCCESS) {
-    for (char** name = list; name != nullptr && *name != nullptr; ++name) {
-      if (std::string_view(*name) == kMechanism) return {};
-    }
-  }
-  return {kLdapAuthUnknown,
-          "the SASL module \"GSSAPI\" is missing: install the package "
-          "libsasl2-modules-gssapi-mit"};
-}
+/// What the server offers to do with everything that follows: a bit for each way, and in three more
+/// bytes the longest packet that it takes. The answer has the same form.
+constexpr std::size_t kOfferSize = 4;
+constexpr unsigned char kSealing = 4;
 
 StoreStatus TooWeak() {
   return {kLdapConfidentialityRequired,
           "it does not offer signing and sealing, and nothing less is accepted"};
+}
+
+StoreStatus NotUnderstood() {
+  return {kLdapDecodingError, "it does not answer as a directory server does"};
 }
 
 std::string TextOf(LDAP* handle, int code) {
@@ -50,55 +40,116 @@ std::string TextOf(LDAP* handle, int code) {
   return text != nullptr && *text != '\0' ? text : ldap_err2string(code);
 }
 
-/// What became of the exchange, in the terms of `LdapConnection::Open`.
-StoreStatus OutcomeOfSignIn(LDAP* handle, int code) {
-  if (code == LDAP_SUCCESS) return {};
-  if (code == LDAP_USER_CANCELLED) return {code, "stopped"};
-  std::string text = TextOf(handle, code);
+struct ValueFree {
+  void operator()(berval* value) const { ber_bvfree(value); }
+};
+
+/// The exchange of tokens with one server, each answer awaited no longer than `timeout`.
+class Exchange {
+ public:
+  Exchange(LDAP* handle, std::chrono::milliseconds timeout, std::stop_token stop)
+      : handle_(handle), timeout_(timeout), stop_(std::move(stop)) {}
+
+  /// Sends one token and waits for the next. `is_over`: the server takes the exchange for done.
+  StoreStatus Say(const std::string& token, std::string& answer, bool& is_over) {
+    berval credentials = BorrowedValue(token.data(), token.size());
+    int id = 0;
+    int code = ldap_sasl_bind(handle_, nullptr, kMechanism, &credentials, nullptr, nullptr, &id);
+    LdapMessagePtr message;
+    if (code == LDAP_SUCCESS) {
+      code = AwaitMessage(handle_, id, LDAP_MSG_ALL, timeout_, stop_, message);
+    }
+    if (code == LDAP_USER_CANCELLED) return {code, "stopped"};
+    if (code != LDAP_SUCCESS) return {code, ldap_err2string(code)};
+    berval* received = nullptr;
+    code = ldap_parse_sasl_bind_result(handle_, message.get(), &received, 0);
+    const std::unique_ptr<berval, ValueFree> owner(received);
+    // That it could be read says nothing of what it says.
+    if (code == LDAP_SUCCESS) ldap_get_option(handle_, LDAP_OPT_RESULT_CODE, &code);
+    if (code != LDAP_SUCCESS && code != LDAP_SASL_BIND_IN_PROGRESS) {
+      return {code, TextOf(handle_, code)};
+    }
+    is_over = code == LDAP_SUCCESS;
+    answer.assign(received == nullptr ? "" : received->bv_val,
+                  received == nullptr ? 0 : received->bv_len);
+    return {};
+  }
+
+ private:
+  LDAP* handle_;
+  std::chrono::milliseconds timeout_;
+  std::stop_token stop_;
+};
+
+StoreStatus Explain(StoreStatus failure) {
   // An alias or an address was typed.
-  if (text.find("not found in Kerberos database") != std::string::npos) {
-    return {code, "name it by its full DNS name, as the domain does (" + text + ")"};
+  if (failure.text.find("not found in Kerberos database") != std::string::npos) {
+    failure.text = "name it by its full DNS name, as the domain does (" + failure.text + ")";
   }
-  // The library's only way to say that the server's offer is below what was asked for.
-  if (code == LDAP_NOT_SUPPORTED || text.find("SASL(-15)") != std::string::npos) return TooWeak();
-  return {code, std::move(text)};
+  return failure;
 }
 
-StoreStatus CheckStrength(LDAP* handle) {
-  ber_len_t strength = 0;
-  const int code = ldap_get_option(handle, LDAP_OPT_X_SASL_SSF, &strength);
-  return code == LDAP_OPT_SUCCESS && strength >= kMinimumStrength ? StoreStatus{} : TooWeak();
+/// Until both sides know each other; `token` is then what the server offers.
+StoreStatus Establish(Exchange& exchange, KerberosContext& context, std::string& token) {
+  token.clear();
+  bool is_over = false;
+  do {
+    std::string next;
+    StoreStatus status = context.Step(token, next);
+    if (!status.Ok()) return Explain(std::move(status));
+    status = exchange.Say(next, token, is_over);
+    if (!status.Ok()) return status;
+    // Nothing has been agreed on.
+    if (is_over) return TooWeak();
+  } while (!context.is_established());
+  return context.Check(kMinimumStrength);
 }
 
-/// The steps of the exchange, each awaited no longer than `timeout`.
-int Exchange(LDAP* handle, std::chrono::milliseconds timeout, const std::stop_token& stop) {
-  const char* mechanism = nullptr;
-  int id = 0;
-  LdapMessagePtr answer;
-  while (true) {
-    const int code =
-        ldap_sasl_interactive_bind(handle, nullptr, kMechanism, nullptr, nullptr, LDAP_SASL_QUIET,
-                                   AnswerNothing, nullptr, answer.get(), &mechanism, &id);
-    if (code != LDAP_SASL_BIND_IN_PROGRESS) return code;
-    const int waited = AwaitMessage(handle, id, LDAP_MSG_ALL, timeout, stop, answer);
-    if (waited != LDAP_SUCCESS) return waited;
+/// Takes the offer of sealing, and no other; `most_sent` is what the server takes at a time.
+StoreStatus AgreeOnSealing(Exchange& exchange, KerberosContext& context, const std::string& offer,
+                           std::size_t& most_sent) {
+  std::string bytes;
+  if (!context.Unwrap(offer, Protection::kSigned, bytes) || bytes.size() != kOfferSize) {
+    return NotUnderstood();
   }
+  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
+  if ((byte(0) & kSealing) == 0) return TooWeak();
+  most_sent =
+      static_cast<std::size_t>(byte(1)) << 16U | static_cast<std::size_t>(byte(2)) << 8U | byte(3);
+  if (context.MostPlain(most_sent) == 0) return NotUnderstood();
+  constexpr std::size_t kMost = SealedWire::kMostReceived;
+  constexpr std::array<char, kOfferSize> kChoice = {kSealing, kMost >> 16U & 0xFFU,
+                                                    kMost >> 8U & 0xFFU, kMost & 0xFFU};
+  std::string choice;
+  if (!context.Wrap({kChoice.data(), kChoice.size()}, Protection::kSigned, choice)) {
+    return {kLdapLocalError, "the Kerberos library cannot sign"};
+  }
+  bool is_over = false;
+  StoreStatus status = exchange.Say(choice, bytes, is_over);
+  if (status.Ok() && !is_over) return NotUnderstood();
+  return status;
 }
 
 }  // namespace
 
-StoreStatus SignInWithTicket(LDAP* handle, std::chrono::milliseconds timeout,
-                             const std::stop_token& stop) {
+StoreStatus SignInWithTicket(LDAP* handle, const std::string& host,
+                             std::chrono::milliseconds timeout, const std::stop_token& stop) {
   KerberosTicket ticket;
-  StoreStatus status = CheckModule(handle);
-  if (status.Ok()) status = ReadKerberosTicket(ticket);
+  StoreStatus status = ReadKerberosTicket(ticket);
   if (!status.Ok()) return status;
-  const std::string properties = SecurityProperties();
-  if (ldap_set_option(handle, LDAP_OPT_X_SASL_SECPROPS, properties.c_str()) != LDAP_OPT_SUCCESS) {
-    return {kLdapLocalError, "the LDAP library does not know how to sign and seal"};
-  }
-  status = OutcomeOfSignIn(handle, Exchange(handle, timeout, stop));
-  return status.Ok() ? CheckStrength(handle) : status;
+  auto context = std::make_unique<KerberosContext>(host);
+  Exchange exchange(handle, timeout, stop);
+  std::string token;
+  std::size_t most_sent = 0;
+  status = Establish(exchange, *context, token);
+  if (status.Ok()) status = AgreeOnSealing(exchange, *context, token, most_sent);
+  if (!status.Ok()) return status;
+  Sockbuf* socket = nullptr;
+  const bool is_installed =
+      ldap_get_option(handle, LDAP_OPT_SOCKBUF, &socket) == LDAP_OPT_SUCCESS &&
+      InstallWire(socket, std::make_unique<SealedWire>(std::move(context), most_sent));
+  return is_installed ? StoreStatus{}
+                      : StoreStatus{kLdapLocalError, "the LDAP library does not take the sealing"};
 }
 
 }  // namespace pelora::ldap

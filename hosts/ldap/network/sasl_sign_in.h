@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <stop_token>
+#include <string>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/network/ldap_api.h"
@@ -10,13 +11,15 @@
 namespace pelora::ldap {
 
 /// What every connection has to have: sealing by a key of at least so many bits.
-inline constexpr ber_len_t kMinimumStrength = 56;
+inline constexpr unsigned kMinimumStrength = 56;
 
-/// Signs in through GSSAPI with the user's Kerberos ticket, signing and sealing everything that
-/// follows. Nothing else is tried, and the strength is checked once more when it is done.
+/// Signs in to the server of the name `host` (an address or a name, without a port) through GSSAPI
+/// with the user's Kerberos ticket, signing and sealing everything that follows. Nothing else is
+/// tried, and nothing that the server says makes it less.
 ///
 /// The codes are those of `LdapConnection::Open`; the text does not name the server.
-[[nodiscard]] StoreStatus SignInWithTicket(LDAP* handle, std::chrono::milliseconds timeout,
+[[nodiscard]] StoreStatus SignInWithTicket(LDAP* handle, const std::string& host,
+                                           std::chrono::milliseconds timeout,
                                            const std::stop_token& stop);
 
 }  // namespace pelora::ldap

@@ -19,8 +19,16 @@ bool IsUnreachable(const StoreStatus& status) {
 
 }  // namespace
 
-ServerChoice::ServerChoice(const NetworkOptions& options)
-    : options_(options), named_(ParseServerName(options.server)) {}
+ServerFinder FindServersOfTicket(const NetworkOptions& options) {
+  return [timeout = options.connect_timeout](std::vector<ServerName>& servers) {
+    KerberosTicket ticket;
+    StoreStatus status = ReadKerberosTicket(ticket);
+    return status.Ok() ? FindDomainServers(ticket.Realm(), timeout, servers) : status;
+  };
+}
+
+ServerChoice::ServerChoice(const NetworkOptions& options, ServerFinder find)
+    : options_(options), find_(std::move(find)), named_(ParseServerName(options.server)) {}
 
 std::optional<ServerName> ServerChoice::current() const {
   if (named_) return named_;
@@ -43,13 +51,13 @@ StoreStatus ServerChoice::Connect(const std::stop_token& stop,
 StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable,
                                     const std::stop_token& stop,
                                     std::shared_ptr<LdapConnection>& connection) {
-  KerberosTicket ticket;
-  StoreStatus status = ReadKerberosTicket(ticket);
   std::vector<ServerName> servers;
-  if (status.Ok()) status = FindDomainServers(ticket.Realm(), options_.connect_timeout, servers);
+  StoreStatus status = find_(servers);
   if (!status.Ok()) return status;
+  status = {kLdapServerDown, "the domain has no other server"};
   for (const ServerName& server : servers) {
-    if (server == unreachable && servers.size() > 1) continue;
+    // Records of different weight may name one server several times.
+    if (server == unreachable) continue;
     status = LdapConnection::Open(server, options_, stop, connection);
     if (IsUnreachable(status)) continue;
     if (!status.Ok()) return status;

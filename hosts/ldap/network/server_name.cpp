@@ -43,6 +43,10 @@ std::string ServerName::Text() const {
   return port == kDirectoryPort ? host : host + ':' + std::to_string(port);
 }
 
+std::string ServerName::BareHost() const {
+  return host.starts_with('[') ? host.substr(1, host.size() - 2) : host;
+}
+
 std::string ServerName::Uri() const { return "ldap://" + host + ':' + std::to_string(port); }
 
 std::optional<ServerName> ParseServerName(std::string_view text) {

@@ -20,6 +20,8 @@ struct ServerName {
 
   /// The name as people write it, with the port only when it is not the usual one.
   [[nodiscard]] std::string Text() const;
+  /// The host alone: an address stands in brackets only where a port may follow it.
+  [[nodiscard]] std::string BareHost() const;
   /// The address as the LDAP library takes it.
   [[nodiscard]] std::string Uri() const;
 

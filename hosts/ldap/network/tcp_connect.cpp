@@ -30,18 +30,13 @@ struct AddressesFree {
 };
 using AddressesPtr = std::unique_ptr<addrinfo, AddressesFree>;
 
-/// An address stands in brackets where a port follows it.
-std::string BareHost(const std::string& host) {
-  return host.starts_with('[') ? host.substr(1, host.size() - 2) : host;
-}
-
 StoreStatus LookUp(const ServerName& server, AddressesPtr& addresses) {
   addrinfo wanted{};
   wanted.ai_socktype = SOCK_STREAM;
   wanted.ai_flags = AI_NUMERICSERV;
   addrinfo* found = nullptr;
-  const int code = getaddrinfo(BareHost(server.host).c_str(), std::to_string(server.port).c_str(),
-                               &wanted, &found);
+  const int code =
+      getaddrinfo(server.BareHost().c_str(), std::to_string(server.port).c_str(), &wanted, &found);
   addresses.reset(found);
   if (code == 0) return {};
   return {kLdapServerDown,

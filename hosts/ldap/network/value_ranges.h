@@ -23,7 +23,12 @@ struct UnfinishedAttribute {
 
 /// Servers give the values of a long attribute in parts, unasked, under names such as
 /// `member;range=0-1499`; the last part ends with `*`. Files what such names hold under the bare
-/// name, behind the values that are there already, and returns the attributes that go on.
-std::vector<UnfinishedAttribute> FileRanges(AttributeMap& attributes);
+/// name and gives the attributes that go on.
+///
+/// Each part has to begin with the value number `first` and to hold as many values as its name
+/// says, and no attribute may come both in parts and whole: false otherwise. What `attributes` hold
+/// then is of no use.
+[[nodiscard]] bool FileRanges(AttributeMap& attributes, std::size_t first,
+                              std::vector<UnfinishedAttribute>& unfinished);
 
 }  // namespace pelora::ldap

@@ -116,7 +116,7 @@ ldap::StoreStatus CheckNotes::LookUpNames(ldap::IDirectoryStore& store) {
       }
       return true;
     };
-    if (ldap::StoreStatus status = store.ReadMany(now, take); !status.Ok()) {
+    if (ldap::StoreStatus status = store.ReadMany(now, kAttributes, take); !status.Ok()) {
       return status;
     }
   }

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/commands/commands.h"
+#include "hosts/ctl/ctl_error.h"
+#include "hosts/ctl/objects/edited_settings.h"
+#include "hosts/ctl/pages/change_objects.h"
+#include "hosts/ctl/text/assignment.h"
+#include "hosts/ctl/text/text_editor.h"
+
+namespace pelora::ctl {
+namespace {
+
+/// Has the settings edited until nothing is wrong with them. False when the text was left as it is
+/// though something was wrong: it has been told then where it is.
+bool EditUntilRight(EditedSettings& settings, SettingsChanger& changer, Program& program) {
+  TextEditor editor(program.interruption);
+  std::string text = settings.Text();
+  bool had_faults = false;
+  while (true) {
+    const std::string edited = editor.Edit(text);
+    if (had_faults && edited == text) {
+      editor.Keep();
+      Tell(program, "nothing was changed; the text is in " + editor.path());
+      return false;
+    }
+    const std::vector<EditFault> faults = settings.Take(edited, changer);
+    if (faults.empty()) return true;
+    had_faults = true;
+    text = WithFaults(edited, faults);
+  }
+}
+
+int RunEdit(const CommandLine& line, Program& program) {
+  const std::vector<std::string> named = OnlyObjects(line.arguments);
+  CheckUndoFile(line);
+  Workplace workplace(line, program);
+  const std::vector<Target> targets = TargetsOf(line, named, workplace);
+  EditedSettings settings(workplace, targets);
+  SettingsChanger changer(*workplace.session, program.module, workplace.catalogue,
+                          workplace.finder);
+  if (!settings.IsEmpty() && !EditUntilRight(settings, changer, program)) return kExitNotAll;
+  return ChangeObjects(
+      line, program, workplace, targets,
+      [&settings](std::size_t at) { return settings.AssignmentsAt(at); },
+      [&settings](std::size_t at, const ldap::Entry& entry) {
+        return settings.WhatElseChanged(at, entry);
+      });
+}
+
+}  // namespace
+
+const Command& EditCommand() {
+  static const Command kCommand{
+      .name = "edit",
+      .synopsis = "OBJECT...",
+      .summary = "Edit the settings of objects as text, in $VISUAL or $EDITOR",
+      .description =
+          "What was changed in the text is applied as set does it. What is wrong with it "
+          "is written above\nits line, and the editor is opened again; leaving the text "
+          "as it is then gives up.",
+      .options = {SelectionOptions(), WriteOptions()},
+      .run = &RunEdit};
+  return kCommand;
+}
+
+}  // namespace pelora::ctl

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace pelora::ctl {
+
+/// What the program answers to its caller.
+enum ExitCode : int {
+  kExitDone = 0,
+  /// An object was refused, failed, is unknown or skipped; a check found something.
+  kExitNotAll = 1,
+  /// Nothing was done.
+  kExitWrongUsage = 2,
+  kExitNoDirectory = 3,
+  /// The object under way was finished, the rest skipped, everything reported.
+  kExitInterrupted = 130,
+};
+
+/// Ends the program, before anything was done, with one line for the person who started it. Thrown
+/// wherever that turns out, caught in one place.
+class CtlError : public std::runtime_error {
+ public:
+  CtlError(ExitCode code, const std::string& line) : std::runtime_error(line), code_(code) {}
+
+  [[nodiscard]] ExitCode code() const { return code_; }
+
+ private:
+  ExitCode code_;
+};
+
+/// The arguments, or a file that they name, are wrong.
+class WrongUsage : public CtlError {
+ public:
+  explicit WrongUsage(const std::string& line) : CtlError(kExitWrongUsage, line) {}
+};
+
+}  // namespace pelora::ctl

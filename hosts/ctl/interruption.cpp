@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/interruption.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include "hosts/ctl/ctl_error.h"
+
+namespace pelora::ctl {
+namespace {
+
+sigset_t WatchedSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGINT);
+  sigaddset(&signals, SIGTERM);
+  return signals;
+}
+
+}  // namespace
+
+Interruption::Interruption() {
+  signal(SIGPIPE, SIG_IGN);
+  const sigset_t signals = WatchedSignals();
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+  watcher_ = std::thread([this] { Watch(); });
+}
+
+Interruption::~Interruption() {
+  is_over_ = true;
+  pthread_kill(watcher_.native_handle(), SIGTERM);
+  watcher_.join();
+}
+
+void Interruption::Watch() {
+  const sigset_t signals = WatchedSignals();
+  while (true) {
+    int signal = 0;
+    if (sigwait(&signals, &signal) != 0 || is_over_) return;
+    if (is_ignored_ && signal == SIGINT) continue;
+    if (!finishes_first_) _exit(kExitInterrupted);
+    source_.request_stop();
+  }
+}
+
+}  // namespace pelora::ctl

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <atomic>
+#include <stop_token>
+#include <thread>
+
+namespace pelora::ctl {
+
+/// Takes SIGINT and SIGTERM for the program. At first they end it at once, with the exit code of an
+/// interruption; once there is something to finish they only ask to stop.
+///
+/// Made before any other thread, so that the signals reach nobody else. SIGPIPE is ignored: a
+/// closed pipe is an answer to a write.
+class Interruption {
+ public:
+  Interruption();
+  Interruption(const Interruption&) = delete;
+  Interruption& operator=(const Interruption&) = delete;
+  ~Interruption();
+
+  /// From now on what is under way is finished.
+  void FinishFirst() { finishes_first_ = true; }
+  /// Signals are somebody else's, who runs before the program on its terminal, until told
+  /// otherwise.
+  void Ignore(bool ignored) { is_ignored_ = ignored; }
+
+  [[nodiscard]] std::stop_token token() const { return source_.get_token(); }
+  [[nodiscard]] bool happened() const { return source_.stop_requested(); }
+
+ private:
+  void Watch();
+
+  std::stop_source source_;
+  std::atomic<bool> finishes_first_ = false;
+  std::atomic<bool> is_ignored_ = false;
+  std::atomic<bool> is_over_ = false;
+  std::thread watcher_;
+};
+
+}  // namespace pelora::ctl

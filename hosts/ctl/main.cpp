@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <string>
+#include <vector>
+
+#include "hosts/ctl/program.h"
+
+int main(int argc, char** argv) {
+  const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+  return pelora::ctl::RunProgram(arguments);
+}

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/objects/object_finder.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+#include "hosts/ctl/ctl_error.h"
+#include "hosts/ctl/objects/object_classes.h"
+#include "hosts/ctl/text/assignment.h"
+#include "hosts/ldap/case_fold.h"
+#include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/name_key.h"
+#include "hosts/session/search_filter.h"
+
+namespace pelora::ctl {
+namespace {
+
+/// What objects are called.
+constexpr std::array<std::string_view, 6> kNamingAttributes = {
+    "sAMAccountName", "userPrincipalName", "mail", "otherMailbox", "cn", "ou"};
+
+/// More names are cheaper to look for among all objects than one by one.
+constexpr std::size_t kMostInOneFilter = 16;
+
+std::string NamedFilter(std::string_view name) {
+  const std::string value = "=" + session::EscapeFilterValue(name) + ")";
+  std::string filter;
+  for (const std::string_view attribute : kNamingAttributes) {
+    filter += "(" + std::string(attribute) + value;
+  }
+  return filter;
+}
+
+std::string Join(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? "" : "; ") + name;
+  return text;
+}
+
+Target TargetOf(const std::string& given, const std::vector<std::string>& found) {
+  if (found.empty()) return {.given = given, .dn = {}, .problem = "no such object"};
+  if (found.size() == 1) return {.given = given, .dn = found.front(), .problem = {}};
+  return {.given = given, .dn = {}, .problem = "several objects are called so: " + Join(found)};
+}
+
+/// A filter as it can stand within another: exactly one, whatever it is.
+std::string WholeFilter(const std::string& given) {
+  const std::string filter = given.starts_with('(') ? given : "(" + given + ")";
+  int depth = 0;
+  for (std::size_t place = 0; place < filter.size(); ++place) {
+    if (filter[place] == '(') ++depth;
+    if (filter[place] == ')') --depth;
+    const bool is_last = place + 1 == filter.size();
+    if (depth < 0 || (depth == 0) != is_last) {
+      throw WrongUsage(given + ": this is no LDAP filter");
+    }
+  }
+  return filter;
+}
+
+/// The directory cannot be asked any more.
+[[noreturn]] void Fail(const ldap::StoreStatus& status) {
+  throw CtlError(kExitNoDirectory, "the directory cannot be searched: " + status.text);
+}
+
+}  // namespace
+
+std::vector<Target> ObjectFinder::Resolve(std::span<const std::string> given) {
+  Matches matches;
+  for (const std::string& name : given) {
+    if (!IsDistinguishedName(name)) matches.try_emplace(ldap::FoldCase(name));
+  }
+  if (!matches.empty()) LookFor(matches);
+  std::vector<Target> targets;
+  targets.reserve(given.size());
+  for (const std::string& name : given) {
+    if (IsDistinguishedName(name)) {
+      targets.push_back({.given = name, .dn = name, .problem = {}});
+    } else {
+      targets.push_back(TargetOf(name, matches.at(ldap::FoldCase(name))));
+    }
+  }
+  return targets;
+}
+
+Target ObjectFinder::ResolveOne(const std::string& given) {
+  return Resolve(std::span(&given, 1)).front();
+}
+
+void ObjectFinder::LookFor(Matches& matches) {
+  if (matches.size() > kMostInOneFilter) {
+    LookAmong(matches, FilterOfEveryKind());
+    return;
+  }
+  std::string names;
+  for (const auto& [name, found] : matches) names += NamedFilter(name);
+  LookAmong(matches, "(&" + FilterOfEveryKind() + "(|" + names + "))");
+}
+
+void ObjectFinder::LookAmong(Matches& matches, const std::string& filter) {
+  ldap::SearchRequest request{.base = Base(),
+                              .scope = ldap::SearchScope::kSubtree,
+                              .filter = filter,
+                              .attributes = {"objectClass"}};
+  request.attributes.insert(request.attributes.end(), kNamingAttributes.begin(),
+                            kNamingAttributes.end());
+  const ldap::StoreStatus status = session_.store->Search(request, [&](const ldap::Entry& entry) {
+    std::set<std::string> names;
+    for (const std::string_view attribute : kNamingAttributes) {
+      const auto values = entry.attributes.find(attribute);
+      if (values == entry.attributes.end()) continue;
+      for (const std::string& value : values->second) names.insert(ldap::FoldCase(value));
+    }
+    for (const std::string& name : names) {
+      const auto wanted = matches.find(name);
+      if (wanted != matches.end() && HasTabs(session::ObjectOf(entry).kind)) {
+        wanted->second.push_back(entry.dn);
+      }
+    }
+    return true;
+  });
+  if (!status.Ok()) Fail(status);
+}
+
+std::vector<std::string> ObjectFinder::Select(const Selection& selection) {
+  std::vector<std::string> found;
+  const auto as_it_is = [](const std::string& filter) { return filter; };
+  Search(selection, {"objectClass"}, as_it_is,
+         [&found](ldap::Entry entry) { found.push_back(std::move(entry.dn)); });
+  std::ranges::sort(found, {}, [](const std::string& dn) { return ldap::FoldCase(dn); });
+  return found;
+}
+
+void ObjectFinder::Search(const Selection& selection, std::vector<std::string> attributes,
+                          const std::function<std::string(const std::string& filter)>& narrow,
+                          const std::function<void(ldap::Entry entry)>& take) {
+  const std::string classes =
+      selection.class_word ? FilterOf(KindOfWord(*selection.class_word)) : FilterOfEveryKind();
+  std::string filter = narrow(classes);
+  if (selection.filter) filter = "(&" + filter + WholeFilter(*selection.filter) + ")";
+  const ldap::SearchRequest request{.base = selection.base ? *selection.base : Base(),
+                                    .scope = ldap::SearchScope::kSubtree,
+                                    .filter = filter,
+                                    .attributes = std::move(attributes)};
+  const ldap::StoreStatus status = session_.store->Search(request, [&](ldap::Entry entry) {
+    if (HasTabs(session::ObjectOf(entry).kind)) take(std::move(entry));
+    return true;
+  });
+  if (status.code == ldap::kLdapNoSuchObject || status.code == ldap::kLdapInvalidDnSyntax) {
+    throw WrongUsage(request.base + ": there is no such object to search below");
+  }
+  if (status.code == ldap::kLdapFilterError) {
+    throw WrongUsage(selection.filter.value_or(filter) + ": this is no LDAP filter");
+  }
+  if (!status.Ok()) Fail(status);
+}
+
+std::string ObjectFinder::Read(const std::string& given, session::DirectoryObject& object) {
+  const std::string key = ldap::FoldCase(given);
+  const auto known = read_.find(key);
+  if (known != read_.end()) {
+    object = known->second;
+    return {};
+  }
+  const Target target = ResolveOne(given);
+  if (target.dn.empty()) return target.problem;
+  const session::DirectoryBrowser browser(*session_.store);
+  const ldap::StoreStatus status = browser.ReadObject(target.dn, object);
+  if (status.code == ldap::kLdapNoSuchObject || status.code == ldap::kLdapInvalidDnSyntax) {
+    return "no such object";
+  }
+  if (!status.Ok()) return status.text;
+  read_.emplace(key, object);
+  return {};
+}
+
+std::string ObjectFinder::ReadComputer(const std::string& name, session::DirectoryObject& object) {
+  const std::string key = ldap::FoldCase(name);
+  const auto known = computers_.find(key);
+  if (known != computers_.end()) {
+    object = known->second;
+    return {};
+  }
+  std::vector<session::DirectoryObject> found;
+  const ldap::SearchRequest request{
+      .base = Base(),
+      .scope = ldap::SearchScope::kSubtree,
+      .filter = "(&(objectClass=computer)(cn=" + session::EscapeFilterValue(name) + "))",
+      .attributes = {"objectClass", "name", "description"}};
+  const ldap::StoreStatus status = session_.store->Search(request, [&](const ldap::Entry& entry) {
+    found.push_back(session::ObjectOf(entry));
+    return true;
+  });
+  if (!status.Ok()) return status.text;
+  if (found.empty()) return "there is no computer of this name";
+  if (found.size() > 1) return "several computers have this name";
+  object = found.front();
+  computers_.emplace(key, object);
+  return {};
+}
+
+bool ObjectFinder::HasTabs(const session::ObjectKind& kind) {
+  const auto known = has_tabs_.find(kind.class_name);
+  if (known != has_tabs_.end()) return known->second;
+  const bool has =
+      !WordOf(kind).empty() &&
+      !session_.specifiers.ComponentsOf(kind.class_name, ConsoleRole::kPropertyPage).empty();
+  return has_tabs_.emplace(kind.class_name, has).first->second;
+}
+
+std::string ObjectFinder::Base() {
+  if (!base_.empty()) return base_;
+  session::DirectoryObject base;
+  const ldap::StoreStatus status = session::DirectoryBrowser(*session_.store).ReadBase(base);
+  if (!status.Ok()) Fail(status);
+  base_ = base.dn;
+  return base_;
+}
+
+std::vector<Target> EachOnce(std::vector<Target> targets) {
+  std::set<std::string> seen;
+  std::erase_if(targets, [&seen](const Target& target) {
+    const std::string key =
+        target.dn.empty() ? "=" + ldap::FoldCase(target.given) : ldap::NameKey(target.dn);
+    return !seen.insert(key).second;
+  });
+  return targets;
+}
+
+}  // namespace pelora::ctl

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/ctl_error.h"
+#include "hosts/ctl/objects/object_finder.h"
+#include "hosts/ctl/text/input_file.h"
+#include "hosts/ctl/text/utf8_check.h"
+
+namespace pelora::ctl {
+namespace {
+
+std::string_view WithoutBlanks(std::string_view line) {
+  constexpr std::string_view kBlanks = " \t\r";
+  const std::size_t first = line.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return line.substr(first, line.find_last_not_of(kBlanks) - first + 1);
+}
+
+}  // namespace
+
+std::vector<std::string> ReadNames(const std::string& path) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  const std::string text = ReadInput(path);
+  std::string_view left = text;
+  if (left.starts_with(kByteOrderMark)) left.remove_prefix(kByteOrderMark.size());
+  std::vector<std::string> names;
+  for (std::size_t line = 1; !left.empty(); ++line) {
+    const std::size_t length = std::min(left.find('\n'), left.size());
+    const std::string_view name = WithoutBlanks(left.substr(0, length));
+    left.remove_prefix(std::min(length + 1, left.size()));
+    if (FirstInvalidByte(name)) {
+      throw WrongUsage(InputName(path) + ", line " + std::to_string(line) + ": this is not UTF-8");
+    }
+    if (!name.empty() && !name.starts_with('#')) names.emplace_back(name);
+  }
+  return names;
+}
+
+}  // namespace pelora::ctl

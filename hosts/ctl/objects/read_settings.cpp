@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/objects/read_settings.h"
+
+#include "hosts/ctl/objects/entry_object.h"
+#include "hosts/ctl/objects/object_classes.h"
+#include "hosts/ctl/pages/settings_changer.h"
+#include "hosts/ldap/ldap_status.h"
+
+namespace pelora::ctl {
+namespace {
+
+/// Why an object that was read in this way has no settings to show; empty when it has.
+std::string WhyNot(const ldap::StoreStatus& status, const ldap::Entry& entry,
+                   Workplace& workplace) {
+  if (status.code == ldap::kLdapNoSuchObject || status.code == ldap::kLdapInvalidDnSyntax) {
+    return "no such object";
+  }
+  if (!status.Ok()) return status.text;
+  const bool has_tabs = workplace.finder.HasTabs(session::ObjectOf(entry).kind);
+  return has_tabs ? std::string() : "this object has no Pelora settings";
+}
+
+}  // namespace
+
+ShownObject SettingsOf(const ldap::Entry& entry, Workplace& workplace) {
+  ShownObject shown{.object = session::ObjectOf(entry), .word = {}, .fields = {}};
+  shown.word = WordOf(shown.object.kind);
+  EntryObject object(entry, workplace.store().schema());
+  for (const Field& field : workplace.catalogue.FieldsOf(shown.object.kind.class_name)) {
+    shown.fields.push_back({&field, ReadField(field, entry, object)});
+  }
+  return shown;
+}
+
+void ReadEntries(Workplace& workplace, std::span<const Target> targets,
+                 const std::function<void(const Target& target, const ldap::Entry& entry)>& take,
+                 const RefusedTarget& refuse) {
+  // Those that are known to be missing are told of in their turn.
+  std::vector<const Target*> known;
+  std::vector<std::string> names;
+  for (const Target& target : targets) {
+    if (target.dn.empty()) continue;
+    known.push_back(&target);
+    names.push_back(target.dn);
+  }
+  const Target* next = targets.data();
+  const auto refuse_until = [&](const Target* end) {
+    for (; next != end; ++next) refuse(*next, next->problem);
+  };
+  std::size_t at = 0;
+  const auto sink = [&](const ldap::StoreStatus& status, const ldap::Entry& entry) {
+    refuse_until(known[at]);
+    const std::string problem = WhyNot(status, entry, workplace);
+    if (problem.empty()) {
+      take(*next, entry);
+    } else {
+      refuse(*next, problem);
+    }
+    ++next;
+    ++at;
+    return true;
+  };
+  const ldap::StoreStatus status = workplace.store().ReadMany(names, SettingsAttributes(), sink);
+  if (!status.Ok()) {
+    for (; at < known.size(); ++at) {
+      refuse_until(known[at]);
+      refuse(*next++, status.text);
+    }
+  }
+  refuse_until(targets.data() + targets.size());
+}
+
+}  // namespace pelora::ctl

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "hosts/ctl/fields/field_value.h"
+#include "hosts/ctl/workplace.h"
+
+namespace pelora::ctl {
+
+/// One field of an object and what it holds.
+struct ShownField {
+  const Field* field = nullptr;
+  FieldValue value;
+};
+
+/// An object with all its settings, as its tabs show them.
+struct ShownObject {
+  session::DirectoryObject object;
+  /// What scripts call its class.
+  std::string word;
+  std::vector<ShownField> fields;
+};
+
+/// All settings of the object of an entry.
+[[nodiscard]] ShownObject SettingsOf(const ldap::Entry& entry, Workplace& workplace);
+
+/// What could not be shown, and why.
+using RefusedTarget = std::function<void(const Target& target, const std::string& problem)>;
+
+/// Reads the entries of objects, in their order; what cannot be shown goes to `refuse`.
+void ReadEntries(Workplace& workplace, std::span<const Target> targets,
+                 const std::function<void(const Target& target, const ldap::Entry& entry)>& take,
+                 const RefusedTarget& refuse);
+
+}  // namespace pelora::ctl

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "hosts/ctl/pages/given_choosers.h"
+#include "hosts/headless/headless_component_library.h"
+#include "hosts/headless/headless_message_box.h"
+#include "hosts/headless/headless_modal_dialogs.h"
+#include "hosts/headless/headless_text_service.h"
+#include "platform/platform.h"
+
+namespace pelora::ctl {
+
+/// The ports for pages that are operated in memory. It outlives every component made with it.
+struct PagePlatform {
+  /// All outlive the platform; the store may be missing where nothing is chosen.
+  PagePlatform(IDirectoryService& directory, ldap::IDirectoryStore* store,
+               const resources::ResourceFile& module)
+      : modal_dialogs(module),
+        choosers(store),
+        platform{.directory = directory,
+                 .message_box = message_box,
+                 .modal_dialogs = modal_dialogs,
+                 .choosers = choosers,
+                 .text = text,
+                 .component_library = component_library} {}
+  PagePlatform(const PagePlatform&) = delete;
+  PagePlatform& operator=(const PagePlatform&) = delete;
+
+  HeadlessMessageBox message_box;
+  HeadlessModalDialogs modal_dialogs;
+  GivenChoosers choosers;
+  HeadlessTextService text;
+  HeadlessComponentLibrary component_library;
+  Platform platform;
+};
+
+}  // namespace pelora::ctl

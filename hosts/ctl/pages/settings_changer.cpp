@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/pages/settings_changer.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <utility>
+
+#include "directory/ascii_case.h"
+#include "directory/attribute_catalogue.h"
+#include "hosts/ctl/objects/entry_object.h"
+#include "hosts/ctl/pages/page_operator.h"
+#include "hosts/headless/headless_property_sheet.h"
+#include "hosts/ldap/ldap_status.h"
+#include "hosts/session/selection_data_object.h"
+
+namespace pelora::ctl {
+namespace {
+
+/// What the last error box said: what is refused, and the status that it showed.
+class PageRefusal : public Refusal {
+ public:
+  explicit PageRefusal(const HeadlessMessageBox& boxes) : Refusal(TextOf(boxes)) {
+    if (boxes.records().empty()) return;
+    const std::string& text = boxes.records().back().message.text;
+    const std::size_t mark = text.find(kCodeMark);
+    if (mark == std::string::npos) return;
+    const std::string digits = text.substr(mark + kCodeMark.size());
+    code = static_cast<HRESULT>(static_cast<std::uint32_t>(std::stoul(digits, nullptr, 16)));
+  }
+
+  std::optional<HRESULT> code;
+
+ private:
+  static constexpr std::string_view kCodeMark = "\r\n\r\nError code: ";
+
+  static std::string TextOf(const HeadlessMessageBox& boxes) {
+    if (boxes.records().empty()) return "the tab refuses it";
+    const std::string& text = boxes.records().back().message.text;
+    return text.substr(0, text.find(kCodeMark));
+  }
+};
+
+/// The tabs that have the fields of some wishes, in memory.
+class OpenTabs {
+ public:
+  OpenTabs(const session::DirectoryObject& object, const FieldCatalogue& catalogue,
+           PagePlatform& platform, const resources::ResourceFile& module)
+      : object_(object), make_(catalogue.make()), platform_(platform), sheet_(module) {}
+
+  void Add(const Field& field) {
+    if (!pages_.contains(field.component)) Open(field);
+  }
+  void Show() { sheet_.Show(); }
+  [[nodiscard]] HeadlessUser UserBefore(const Field& field) {
+    sheet_.SelectPage(pages_.at(field.component));
+    return sheet_.User();
+  }
+  /// Not every edit makes Apply available; OK applies whatever there is.
+  [[nodiscard]] bool Apply() { return sheet_.Ok(); }
+
+ private:
+  void Open(const Field& field) {
+    Ref<IShellExtInit> tab;
+    HRESULT status = make_(field.component, platform_.platform, IID_IShellExtInit,
+                           reinterpret_cast<void**>(tab.Put()));
+    const Ref<IDataObject> selection = session::MakeSelectionDataObject(std::span(&object_, 1));
+    if (SUCCEEDED(status)) status = tab->Initialize(selection.Get());
+    if (status != S_OK) throw Refusal(field.row.name + ": its tab cannot be opened");
+    const Ref<IShellPropSheetExt> pages = Query<IShellPropSheetExt>(*tab);
+    const std::size_t page = sheet_.PageCount();
+    if (!pages || pages->AddPages(sheet_.PageTaker()) != S_OK || sheet_.PageCount() == page) {
+      throw Refusal(field.row.name + ": its tab cannot be opened");
+    }
+    pages_.emplace(field.component, page);
+  }
+
+  const session::DirectoryObject& object_;
+  const ComponentMaker& make_;
+  PagePlatform& platform_;
+  HeadlessPropertySheet sheet_;
+  std::map<Guid, std::size_t> pages_;
+};
+
+/// What enables other fields comes before them.
+bool Enables(const Wish& wish) {
+  return wish.field->row.kind == FieldKind::kFlag || wish.field->row.kind == FieldKind::kChoice;
+}
+
+bool Writes(const Wish& wish, const std::string& attribute) {
+  return std::ranges::any_of(wish.field->row.attributes, [&attribute](std::string_view written) {
+    return EqualsWithoutCase(written, attribute);
+  });
+}
+
+/// The entry as it is once a change has been written.
+ldap::Entry Changed(ldap::Entry entry, const changes::Change& change) {
+  for (const changes::ValueChange& value : change.attributes) {
+    ldap::AttributeValues& values = entry.attributes[value.attribute];
+    std::erase_if(values, [&value](const std::string& there) {
+      return std::ranges::find(value.seen, there) != value.seen.end();
+    });
+    values.insert(values.end(), value.wanted.begin(), value.wanted.end());
+  }
+  std::erase_if(entry.attributes, [](const auto& row) { return row.second.empty(); });
+  return entry;
+}
+
+changes::Prepared Instead(const std::string& dn, const std::string& message,
+                          std::optional<HRESULT> code = std::nullopt) {
+  return {.change = {},
+          .instead = changes::Result{
+              .dn = dn, .outcome = changes::Outcome::kRefused, .message = message, .code = code}};
+}
+
+}  // namespace
+
+std::vector<std::string> SettingsAttributes() {
+  std::vector<std::string> attributes = {"objectClass", "cn"};
+  for (const Attribute& attribute : kAttributeCatalogue) attributes.emplace_back(attribute.name);
+  return attributes;
+}
+
+SettingsChanger::SettingsChanger(session::DirectorySession& session,
+                                 const resources::ResourceFile& module, FieldCatalogue& catalogue,
+                                 ObjectFinder& finder)
+    : session_(session),
+      module_(module),
+      catalogue_(catalogue),
+      finder_(finder),
+      recording_(*session.store, {.attributes = SettingsAttributes(), .keeps = {}}),
+      platform_(recording_, session.store, module),
+      wishes_(catalogue, finder) {}
+
+changes::Prepared SettingsChanger::Prepare(changes::ReadObject object,
+                                           std::span<const Assignment> assignments) {
+  const std::string& dn = object.entry.dn;
+  const int code = object.status.code;
+  if (code == ldap::kLdapNoSuchObject || code == ldap::kLdapInvalidDnSyntax) {
+    return Instead(dn, "no such object");
+  }
+  if (!object.status.Ok()) return {.change = {}, .instead = changes::NotDone(dn, object.status)};
+  const session::DirectoryObject described = session::ObjectOf(object.entry);
+  if (!finder_.HasTabs(described.kind)) return Instead(dn, "this object has no Pelora settings");
+  changes::Prepared prepared;
+  try {
+    prepared.change = WorkOut(object.entry, described, assignments);
+  } catch (const PageRefusal& refusal) {
+    prepared = Instead(dn, refusal.what(), refusal.code);
+  } catch (const Refusal& refusal) {
+    prepared = Instead(dn, refusal.what());
+  }
+  recording_.Forget(dn);
+  return prepared;
+}
+
+changes::Change SettingsChanger::WorkOut(const ldap::Entry& entry,
+                                         const session::DirectoryObject& described,
+                                         std::span<const Assignment> assignments) {
+  EntryObject object(entry, session_.store->schema());
+  std::vector<Wish> wishes = wishes_.Make(assignments, described, entry, object);
+  changes::Change nothing;
+  nothing.dn = entry.dn;
+  if (wishes.empty()) return nothing;
+  std::ranges::stable_partition(wishes, &Enables);
+  recording_.Give(entry);
+  OperatePages(described, wishes);
+  return TakeChange(entry, wishes);
+}
+
+void SettingsChanger::OperatePages(const session::DirectoryObject& described,
+                                   const std::vector<Wish>& wishes) {
+  platform_.message_box.ClearRecords();
+  OpenTabs tabs(described, catalogue_, platform_, module_);
+  for (const Wish& wish : wishes) tabs.Add(*wish.field);
+  tabs.Show();
+  const std::vector<Field>& fields = catalogue_.FieldsOf(described.kind.class_name);
+  for (const Wish& wish : wishes) {
+    PageOperator(tabs.UserBefore(*wish.field), platform_, fields).Fulfil(wish);
+  }
+  if (!tabs.Apply()) throw PageRefusal(platform_.message_box);
+}
+
+changes::Change SettingsChanger::TakeChange(const ldap::Entry& entry,
+                                            const std::vector<Wish>& wishes) {
+  changes::Change change;
+  for (changes::Change& recorded : recording_.TakeRecorded()) change = std::move(recorded);
+  change.dn = entry.dn;
+  std::erase_if(change.attributes, [&wishes](const changes::ValueChange& value) {
+    return std::ranges::none_of(
+        wishes, [&value](const Wish& wish) { return Writes(wish, value.attribute); });
+  });
+  const ldap::Entry after = Changed(entry, change);
+  EntryObject object(after, session_.store->schema());
+  for (const Wish& wish : wishes) {
+    if (wish.field->row.kind != FieldKind::kChoice) continue;
+    const FieldRow& row = wish.field->row;
+    const std::string wanted = ChoiceWord(row.choices.at(wish.choice));
+    const std::string is = PrintedText(ReadField(*wish.field, after, object));
+    if (is == wanted) continue;
+    std::string reason = "the tab does not make it " + wanted + ": it is " + is;
+    if (!row.choice_buttons.empty()) reason += ", as it stands in both lists";
+    throw Refusal(row.name + ": " + reason);
+  }
+  return change;
+}
+
+}  // namespace pelora::ctl

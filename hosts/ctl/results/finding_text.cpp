@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/results/finding_text.h"
+
+#include "hosts/ctl/results/json_line.h"
+#include "hosts/ctl/text/visible_text.h"
+
+namespace pelora::ctl {
+
+std::string FindingLine(const session::Finding& finding) {
+  return std::string(finding.rule) + "\t" + NameOnOneLine(finding.dn) + "\t" +
+         OnOneLine(finding.message);
+}
+
+std::string FindingJson(const session::Finding& finding) {
+  Json object;
+  object["rule"] = finding.rule;
+  object["dn"] = finding.dn;
+  object["message"] = finding.message;
+  object["others"] = finding.others;
+  return JsonLine(object);
+}
+
+}  // namespace pelora::ctl

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/results/result_text.h"
+
+#include "directory/error_text.h"
+#include "hosts/ctl/ctl_error.h"
+#include "hosts/ctl/results/json_line.h"
+#include "hosts/ctl/text/visible_text.h"
+
+namespace pelora::ctl {
+
+std::string ResultLine(const changes::Result& result) {
+  std::string line = std::string(WordOf(result.outcome)) + "\t" + NameOnOneLine(result.dn);
+  if (!result.message.empty()) line += "\t" + OnOneLine(result.message);
+  return line;
+}
+
+std::string ResultJson(const changes::Result& result) {
+  Json object;
+  object["result"] = WordOf(result.outcome);
+  object["dn"] = result.dn;
+  object["message"] = result.message.empty() ? Json() : Json(result.message);
+  object["code"] = result.code ? Json(CodeText(*result.code)) : Json();
+  return JsonLine(object);
+}
+
+std::vector<std::string> DoneObjects(std::string_view report, const std::string& name) {
+  std::vector<std::string> done;
+  for (std::size_t line = 1; !report.empty(); ++line) {
+    const std::size_t end = report.find('\n');
+    const std::string_view text = report.substr(0, end);
+    const bool is_whole = end != std::string_view::npos;
+    report.remove_prefix(is_whole ? end + 1 : report.size());
+    if (text.empty()) continue;
+    const Json object = Json::parse(text, nullptr, false);
+    const bool is_result = object.is_object() && object.contains("dn") &&
+                           object.contains("result") && object["dn"].is_string() &&
+                           object["result"].is_string();
+    if (!is_result) {
+      if (!is_whole) break;
+      throw WrongUsage(name + ", line " + std::to_string(line) + ": this is no result");
+    }
+    const auto outcome = changes::OutcomeOfWord(object["result"].get<std::string>());
+    const bool is_done =
+        outcome == changes::Outcome::kChanged || outcome == changes::Outcome::kUnchanged;
+    if (is_done) done.push_back(object["dn"].get<std::string>());
+  }
+  return done;
+}
+
+}  // namespace pelora::ctl

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "hosts/ctl/interruption.h"
+
+namespace pelora::ctl {
+
+/// A text in a file of its own that a person edits with the editor of the environment: `$VISUAL`,
+/// else `$EDITOR`, else `vi`, run by the shell, so that it may have arguments.
+///
+/// The file goes when the object does, unless it is kept.
+class TextEditor {
+ public:
+  /// Makes the file, for its owner alone. Throws `WrongUsage` when it cannot be made.
+  explicit TextEditor(Interruption& interruption);
+  TextEditor(const TextEditor&) = delete;
+  TextEditor& operator=(const TextEditor&) = delete;
+  ~TextEditor();
+
+  /// Lets the text be edited: what there is afterwards. Throws `WrongUsage` when the file cannot be
+  /// written or read, and when the editor fails; the file is kept then.
+  [[nodiscard]] std::string Edit(const std::string& text);
+
+  void Keep() { is_kept_ = true; }
+  [[nodiscard]] const std::string& path() const { return path_; }
+
+ private:
+  void Run();
+
+  Interruption& interruption_;
+  std::string path_;
+  bool is_kept_ = false;
+};
+
+}  // namespace pelora::ctl

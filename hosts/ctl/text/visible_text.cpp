@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/text/visible_text.h"
+
+#include <cstdint>
+
+#include "hosts/ctl/text/utf8_check.h"
+
+namespace pelora::ctl {
+namespace {
+
+constexpr std::string_view kDigits = "0123456789ABCDEF";
+
+void AppendHex(std::string& to, char byte) {
+  const auto code = static_cast<std::uint8_t>(byte);
+  to += kDigits[code >> 4];
+  to += kDigits[code & 0xF];
+}
+
+bool IsControl(std::string_view character) {
+  const auto first = static_cast<std::uint8_t>(character.front());
+  if (character.size() == 1) return first < 0x20 || first == 0x7F;
+  // The second set of control characters.
+  return first == 0xC2 && static_cast<std::uint8_t>(character[1]) < 0xA0;
+}
+
+}  // namespace
+
+std::string VisibleText(std::string_view text, std::string_view kept) {
+  std::string visible;
+  visible.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t length = CharacterLength(text);
+    const std::string_view character = text.substr(0, length == 0 ? 1 : length);
+    text.remove_prefix(character.size());
+    const bool is_kept = character.size() == 1 && kept.find(character.front()) != kept.npos;
+    if (is_kept || (length != 0 && !IsControl(character))) {
+      visible += character;
+      continue;
+    }
+    for (const char byte : character) {
+      visible += "\\x";
+      AppendHex(visible, byte);
+    }
+  }
+  return visible;
+}
+
+std::string OnOneLine(std::string_view text) {
+  std::string line;
+  line.reserve(text.size());
+  for (std::size_t place = 0; place < text.size(); ++place) {
+    const bool is_pair = text.substr(place, 2) == "\r\n";
+    const bool is_break = text[place] == '\r' || text[place] == '\n' || text[place] == '\t';
+    line += is_break ? ' ' : text[place];
+    if (is_pair) ++place;
+  }
+  return line;
+}
+
+std::string NameOnOneLine(std::string_view dn) {
+  std::string line;
+  line.reserve(dn.size());
+  for (const char byte : dn) {
+    if (static_cast<std::uint8_t>(byte) >= 0x20 && byte != 0x7F) {
+      line += byte;
+      continue;
+    }
+    line += '\\';
+    AppendHex(line, byte);
+  }
+  return line;
+}
+
+std::size_t CharacterCount(std::string_view text) {
+  std::size_t count = 0;
+  for (const char byte : text) {
+    const bool is_continuation = (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
+    if (!is_continuation) ++count;
+  }
+  return count;
+}
+
+}  // namespace pelora::ctl

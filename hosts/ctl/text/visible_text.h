@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace pelora::ctl {
+
+/// `text` as a terminal may get it: control characters (those of ASCII, DEL and the second set,
+/// U+0080 to U+009F) and bytes that are no UTF-8 are written `\xNN`, byte by byte. What stands in
+/// `kept` stays.
+[[nodiscard]] std::string VisibleText(std::string_view text, std::string_view kept = {});
+
+/// `text` on one line of a table with tabs: line breaks and tabs become blanks, CR and LF together
+/// one.
+[[nodiscard]] std::string OnOneLine(std::string_view text);
+
+/// A distinguished name on one line: control characters in hexadecimal behind a backslash, which is
+/// the same name.
+[[nodiscard]] std::string NameOnOneLine(std::string_view dn);
+
+/// How many columns of a terminal a text takes, roughly: characters, without regard to wide ones.
+[[nodiscard]] std::size_t CharacterCount(std::string_view text);
+
+}  // namespace pelora::ctl

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ctl/workplace.h"
+
+#include <cstdlib>
+
+#include "hosts/ctl/ctl_error.h"
+#include "server/component_server.h"
+
+namespace pelora::ctl {
+namespace {
+
+/// A variable of the environment; empty when it is not set.
+std::string Environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? std::string() : std::string(value);
+}
+
+session::SessionResult OpenNamed(const CommandLine& line) {
+  if (line.directory) return session::OpenDirectoryFile(*line.directory);
+  if (line.server) return session::OpenServer(*line.server);
+  if (line.sample) return session::OpenSampleDirectory();
+  const std::string file = Environment("PELORA_DIRECTORY");
+  if (!file.empty()) return session::OpenDirectoryFile(file);
+  const std::string server = Environment("PELORA_SERVER");
+  session::SessionResult opened = session::OpenServer(server);
+  if (!opened.session && server.empty()) {
+    opened.error +=
+        " (sign in with kinit, or name a directory with --server HOST, "
+        "--directory FILE or --sample)";
+  }
+  return opened;
+}
+
+}  // namespace
+
+std::unique_ptr<session::DirectorySession> OpenDirectory(const CommandLine& line) {
+  session::SessionResult opened = OpenNamed(line);
+  if (!opened.session) throw CtlError(kExitNoDirectory, opened.error);
+  return std::move(opened.session);
+}
+
+Workplace::Workplace(const CommandLine& line, Program& program)
+    : session(OpenDirectory(line)),
+      platform(session->service, session->store, program.module),
+      catalogue(session->specifiers, platform.platform, program.module, &CreateComponent),
+      finder(*session) {}
+
+std::vector<Target> TargetsOf(const CommandLine& line, const std::vector<std::string>& named,
+                              Workplace& workplace) {
+  const Selection selection{
+      .filter = line.filter, .class_word = line.class_name, .base = line.base};
+  if (named.empty() && !line.from && !selection.IsGiven()) {
+    throw WrongUsage("no object is named");
+  }
+  std::vector<std::string> all = named;
+  if (line.from) {
+    const std::vector<std::string> more = ReadNames(*line.from);
+    all.insert(all.end(), more.begin(), more.end());
+  }
+  std::vector<Target> targets = workplace.finder.Resolve(all);
+  if (selection.IsGiven()) {
+    for (const std::string& dn : workplace.finder.Select(selection)) {
+      targets.push_back({.given = dn, .dn = dn, .problem = {}});
+    }
+  }
+  return EachOnce(std::move(targets));
+}
+
+}  // namespace pelora::ctl

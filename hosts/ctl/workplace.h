@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "hosts/ctl/command_line/command.h"
+#include "hosts/ctl/fields/field_catalogue.h"
+#include "hosts/ctl/objects/object_finder.h"
+#include "hosts/ctl/pages/page_platform.h"
+#include "hosts/ctl/program.h"
+#include "hosts/session/directory_session.h"
+
+namespace pelora::ctl {
+
+/// Opens the directory that the command line or the environment names. Throws `CtlError` with
+/// `kExitNoDirectory`.
+[[nodiscard]] std::unique_ptr<session::DirectorySession> OpenDirectory(const CommandLine& line);
+
+/// An open directory and what a command needs to work in it.
+struct Workplace {
+  /// Throws `CtlError`. The program outlives the workplace.
+  Workplace(const CommandLine& line, Program& program);
+
+  [[nodiscard]] ldap::IDirectoryStore& store() { return *session->store; }
+
+  std::unique_ptr<session::DirectorySession> session;
+  PagePlatform platform;
+  FieldCatalogue catalogue;
+  ObjectFinder finder;
+};
+
+/// The objects that a command names and selects, each once: those that are named first, as
+/// arguments and in `--from`, then those that are selected. Throws `WrongUsage`, also when none is
+/// named and nothing selects.
+[[nodiscard]] std::vector<Target> TargetsOf(const CommandLine& line,
+                                            const std::vector<std::string>& named,
+                                            Workplace& workplace);
+
+}  // namespace pelora::ctl

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include "tests/ctl/peloractl.h"
+
+namespace pelora::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+class NewTest : public PeloractlTest {
+ protected:
+  [[nodiscard]] ProgramRun New(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), {"new", "--in", kUnit});
+    return Ctl(arguments);
+  }
+  [[nodiscard]] static std::string Dn(const std::string& name) {
+    return "CN=" + name + "," + kUnit;
+  }
+};
+
+TEST_F(NewTest, AUserIsMadeWithItsSettings) {
+  const ProgramRun run =
+      New({"user", "Ada Larsen", "givenName=Ada", "sn=Larsen", "sAMAccountName=ada",
+           "peloraAccount=yes", "mail=ada@linden-werke.example", "peloraUserServer=mail02",
+           "displayName=Ada L."});
+  EXPECT_EQ(run.code, 0) << run.output;
+  EXPECT_EQ(run.output, "changed\t" + Dn("Ada Larsen") + "\n");
+  EXPECT_EQ(Stored(Dn("Ada Larsen"), "sAMAccountName"), "ada");
+  EXPECT_EQ(Stored(Dn("Ada Larsen"), "userPrincipalName"), "ada@linden-werke.example");
+  EXPECT_EQ(Stored(Dn("Ada Larsen"), "displayName"), "Ada L.");
+  EXPECT_EQ(Stored(Dn("Ada Larsen"), "peloraUserServer"), "mail02");
+  EXPECT_EQ(Fields("ada").at("mail"), "ada@linden-werke.example");
+}
+
+TEST_F(NewTest, ALogonNameThatCannotBeSuggestedIsRefused) {
+  const ProgramRun run = New({"user", "Ada Larsen"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_THAT(run.output, StartsWith("refused\t" + Dn("Ada Larsen") + "\t"));
+}
+
+TEST_F(NewTest, APageThatIsNotCompleteIsRefused) {
+  const ProgramRun run = New({"user", "Ada Larsen", "sAMAccountName=ada", "peloraAccount=yes"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_THAT(run.output, StartsWith("refused\t"));
+  EXPECT_EQ(Stored(Dn("Ada Larsen"), "cn"), "no such object");
+}
+
+TEST_F(NewTest, AFieldOfAPageThatIsOffSaysWhatTurnsItOn) {
+  const ProgramRun run = New({"contact", "Ada", "mail=ada@b.example"});
+  EXPECT_THAT(run.output,
+              HasSubstr("mail: it is disabled; set it together with peloraAccount=yes"));
+}
+
+TEST_F(NewTest, GroupsHaveTheirType) {
+  EXPECT_EQ(New({"group", "Optics", "groupType=universal-distribution"}).code, 0);
+  EXPECT_EQ(Stored(Dn("Optics"), "groupType"), "8");
+  EXPECT_EQ(Stored(Dn("Optics"), "sAMAccountName"), "Optics");
+  EXPECT_EQ(New({"group", "Works"}).code, 0);
+  EXPECT_EQ(Stored(Dn("Works"), "groupType"), "-2147483646");
+  EXPECT_THAT(New({"group", "Odd", "groupType=galactic"}).output, HasSubstr("groupType: "));
+}
+
+TEST_F(NewTest, AComputersNameEndsWithItsSign) {
+  EXPECT_EQ(New({"server", "mail09", "peloraAccount=yes", "peloraHostAddress=192.0.2.9"}).code, 0);
+  EXPECT_EQ(Stored(Dn("mail09"), "sAMAccountName"), "MAIL09$");
+  EXPECT_EQ(Stored(Dn("mail09"), "peloraHttpPort"), "236");
+  EXPECT_EQ(New({"server", "mail10", "sAMAccountName=m10$"}).code, 0);
+  EXPECT_EQ(Stored(Dn("mail10"), "sAMAccountName"), "m10$");
+}
+
+TEST_F(NewTest, ListsAreMadeByTheirOwnWizards) {
+  const ProgramRun run = New({"addresslist", "Everybody", "peloraAccount=yes",
+                              "peloraFilter=(mail=*)", "peloraBase=" + std::string(kUnit)});
+  EXPECT_EQ(run.code, 0) << run.output;
+  EXPECT_EQ(Stored(Dn("Everybody"), "peloraFilter"), "(mail=*)");
+  EXPECT_EQ(Stored(Dn("Everybody"), "peloraBase"), kUnit);
+  EXPECT_EQ(New({"dynamiclist", "Staff", "peloraAccount=yes"}).code, 1);
+  EXPECT_EQ(New({"company", "Linden Nord"}).code, 0);
+  EXPECT_EQ(Stored(std::string("OU=Linden Nord,") + kUnit, "ou"), "Linden Nord");
+}
+
+TEST_F(NewTest, FieldsThatTheClassHasNotAreRefused) {
+  EXPECT_THAT(New({"contact", "Ada", "sAMAccountName=ada"}).output, HasSubstr("sAMAccountName: "));
+  EXPECT_THAT(New({"contact", "Ada", "peloraHttpPort=1"}).output, HasSubstr("peloraHttpPort: "));
+}
+
+TEST_F(NewTest, AFileHoldsNoPasswords) {
+  const ProgramRun run = Ctl(
+      {"new", "user", "Ada", "--in", kUnit, "sAMAccountName=ada", "--password-stdin"}, "secret\n");
+  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(Stored(Dn("Ada"), "cn"), "no such object");
+}
+
+TEST_F(NewTest, NamesThatAreTakenFailAndContainersThatAreNotThereAreRefused) {
+  EXPECT_EQ(New({"contact", "Ada"}).code, 0);
+  EXPECT_THAT(New({"contact", "Ada"}).output, StartsWith("failed\t"));
+  const ProgramRun run =
+      Ctl({"new", "contact", "Ada", "--in", "OU=Nowhere,DC=linden-werke,DC=example"});
+  EXPECT_THAT(run.output, StartsWith("refused\t"));
+}
+
+TEST_F(NewTest, ADryRunPrintsTheAddition) {
+  const ProgramRun run = New({"--dry-run", "contact", "Ada"});
+  EXPECT_EQ(run.code, 0) << run.errors;
+  EXPECT_THAT(run.output, HasSubstr("changetype: add"));
+  EXPECT_EQ(Stored(Dn("Ada"), "cn"), "no such object");
+}
+
+}  // namespace
+}  // namespace pelora::testing

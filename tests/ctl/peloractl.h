@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "tests/support/temporary_folder.h"
+
+namespace pelora::testing {
+
+/// What a run of a program left behind.
+struct ProgramRun {
+  int code = -1;
+  std::string output;
+  std::string errors;
+
+  /// The lines of the output.
+  [[nodiscard]] std::vector<std::string> Lines() const;
+};
+
+/// Runs a program with nothing of its own environment but what is given, and waits for its end.
+[[nodiscard]] ProgramRun RunProgram(const std::vector<std::string>& arguments,
+                                    const std::map<std::string, std::string>& environment = {},
+                                    const std::string& input = {});
+
+/// The built program on a directory file of the test's own, which holds the sample company.
+class PeloractlTest : public ::testing::Test {
+ protected:
+  PeloractlTest();
+
+  /// Runs the program on the directory.
+  [[nodiscard]] ProgramRun Ctl(std::vector<std::string> arguments,
+                               const std::string& input = {}) const;
+  /// The same without a directory named.
+  [[nodiscard]] ProgramRun Bare(std::vector<std::string> arguments) const;
+  /// The settings of an object, as `show --json` prints them.
+  [[nodiscard]] nlohmann::json Fields(const std::string& object) const;
+  /// What the directory holds of an object's attribute, values in order, one a line.
+  [[nodiscard]] std::string Stored(const std::string& dn, const std::string& attribute) const;
+  /// Everything the directory holds.
+  [[nodiscard]] std::string Dump() const;
+  [[nodiscard]] std::string File(const std::string& name) const { return folder_.File(name); }
+  /// Makes a file of the test's folder.
+  std::string Write(const std::string& name, const std::string& text) const;
+  [[nodiscard]] static std::string Read(const std::string& path);
+
+  std::map<std::string, std::string> environment;
+
+ private:
+  TemporaryFolder folder_;
+};
+
+inline constexpr const char* kUnit = "OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+inline constexpr const char* kHelga =
+    "CN=Helga Önder,OU=IT,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+inline constexpr const char* kTom =
+    "CN=Tom Richter,OU=IT,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+
+}  // namespace pelora::testing

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include "tests/ctl/peloractl.h"
+
+namespace pelora::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+class UndoTest : public PeloractlTest {};
+
+TEST_F(UndoTest, WhatWasDoneIsTakenBack) {
+  const nlohmann::json before = Fields("h.oender");
+  const ProgramRun run = Ctl({"set", "--undo-file", File("undo"), "h.oender", "t.richter",
+                              "peloraHidden=yes", "accountType=room", "mail=x@b.example"});
+  ASSERT_EQ(run.code, 0) << run.output;
+  const ProgramRun undone = Ctl({"undo", File("undo")});
+  EXPECT_EQ(undone.code, 0) << undone.output;
+  EXPECT_THAT(undone.errors, StartsWith("2 changed"));
+  EXPECT_EQ(Fields("h.oender"), before);
+  EXPECT_EQ(Stored(kHelga, "peloraHidden"), "");
+  const ProgramRun again = Ctl({"undo", File("undo")});
+  EXPECT_THAT(again.errors, StartsWith("0 changed, 2 unchanged"));
+}
+
+TEST_F(UndoTest, AFileThatIsThereIsNotTaken) {
+  const ProgramRun run =
+      Ctl({"set", "--undo-file", Write("undo", "precious"), "h.oender", "peloraHidden=yes"});
+  EXPECT_EQ(run.code, 2);
+  EXPECT_EQ(Read(File("undo")), "precious");
+  EXPECT_EQ(Stored(kHelga, "peloraHidden"), "");
+}
+
+TEST_F(UndoTest, WhatSomebodyChangedSinceIsLeftAlone) {
+  ASSERT_EQ(Ctl({"set", "--undo-file", File("undo"), "k.boettger", "peloraQuotaHard=3000"}).code,
+            0);
+  ASSERT_EQ(Ctl({"set", "k.boettger", "peloraQuotaHard=4000"}).code, 0);
+  const ProgramRun run = Ctl({"undo", File("undo")});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_THAT(run.output, StartsWith("refused\t"));
+  EXPECT_THAT(run.output, HasSubstr("4000"));
+  EXPECT_EQ(Fields("k.boettger").at("peloraQuotaHard"), 4000);
+}
+
+TEST_F(UndoTest, ObjectsThatWereMadeAreDeletedWhileTheyAreAsTheyWereMade) {
+  const std::string dn = std::string("CN=Ada Larsen,") + kUnit;
+  ASSERT_EQ(Ctl({"new", "--undo-file", File("undo"), "contact", "Ada Larsen", "--in", kUnit}).code,
+            0);
+  ASSERT_EQ(Ctl({"undo", File("undo")}).code, 0);
+  EXPECT_EQ(Stored(dn, "cn"), "no such object");
+  ASSERT_EQ(
+      Ctl({"new", "--undo-file", File("second"), "contact", "Ada Larsen", "--in", kUnit}).code, 0);
+  ASSERT_EQ(Ctl({"set", dn, "peloraHidden=yes"}).code, 0);
+  EXPECT_EQ(Ctl({"undo", File("second")}).code, 1);
+  EXPECT_EQ(Stored(dn, "peloraHidden"), "1");
+}
+
+TEST_F(UndoTest, ADryRunMakesNoUndoFile) {
+  EXPECT_EQ(
+      Ctl({"set", "--dry-run", "--undo-file", File("undo"), "h.oender", "peloraHidden=yes"}).code,
+      0);
+  EXPECT_THAT(Read(File("undo")), IsEmpty());
+}
+
+}  // namespace
+}  // namespace pelora::testing
