@@ -6,7 +6,7 @@
 #include "hosts/ctl/results/result_text.h"
 #include "hosts/ctl/text/assignment.h"
 #include "hosts/ctl/text/list_text.h"
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -40,16 +40,16 @@ TEST(Assignments, DistinguishedNamesAreObjects) {
 }
 
 TEST(VisibleTexts, ControlCharactersAreShown) {
-  EXPECT_EQ(VisibleText("a\x1B[2Jb\x7F"), "a\\x1B[2Jb\\x7F");
-  EXPECT_EQ(VisibleText("\xC2\x9B"
-                        "1m"),
+  EXPECT_EQ(session::VisibleText("a\x1B[2Jb\x7F"), "a\\x1B[2Jb\\x7F");
+  EXPECT_EQ(session::VisibleText("\xC2\x9B"
+                                 "1m"),
             "\\xC2\\x9B1m");
-  EXPECT_EQ(VisibleText("\xFF"
-                        "é"),
+  EXPECT_EQ(session::VisibleText("\xFF"
+                                 "é"),
             "\\xFFé");
-  EXPECT_EQ(VisibleText("a\tb\n", "\t"), "a\tb\\x0A");
-  EXPECT_EQ(OnOneLine("a\r\nb\tc\nd"), "a b c d");
-  EXPECT_EQ(NameOnOneLine("CN=a\nb,DC=c"), "CN=a\\0Ab,DC=c");
+  EXPECT_EQ(session::VisibleText("a\tb\n", "\t"), "a\tb\\x0A");
+  EXPECT_EQ(session::OnOneLine("a\r\nb\tc\nd"), "a b c d");
+  EXPECT_EQ(session::NameOnOneLine("CN=a\nb,DC=c"), "CN=a\\0Ab,DC=c");
 }
 
 TEST(JsonLines, AreSafeForATerminal) {

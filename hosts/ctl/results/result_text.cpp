@@ -4,13 +4,13 @@
 #include "directory/error_text.h"
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/results/json_line.h"
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 
 std::string ResultLine(const changes::Result& result) {
-  std::string line = std::string(WordOf(result.outcome)) + "\t" + NameOnOneLine(result.dn);
-  if (!result.message.empty()) line += "\t" + OnOneLine(result.message);
+  std::string line = std::string(WordOf(result.outcome)) + "\t" + session::NameOnOneLine(result.dn);
+  if (!result.message.empty()) line += "\t" + session::OnOneLine(result.message);
   return line;
 }
 

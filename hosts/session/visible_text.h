@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 /// `text` as a terminal may get it: control characters (those of ASCII, DEL and the second set,
 /// U+0080 to U+009F) and bytes that are no UTF-8 are written `\xNN`, byte by byte. What stands in
@@ -19,7 +19,4 @@ namespace pelora::ctl {
 /// the same name.
 [[nodiscard]] std::string NameOnOneLine(std::string_view dn);
 
-/// How many columns of a terminal a text takes, roughly: characters, without regard to wide ones.
-[[nodiscard]] std::size_t CharacterCount(std::string_view text);
-
-}  // namespace pelora::ctl
+}  // namespace pelora::session
