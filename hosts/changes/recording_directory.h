@@ -10,15 +10,17 @@
 
 #include "hosts/changes/change.h"
 #include "hosts/changes/result.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/directory_store.h"
 #include "platform/ads.h"
 
 namespace pelora::changes {
 
 struct RecordingOptions {
-  /// What is read of an object when it is bound. None: all of it. Another attribute that is asked
-  /// for is read then, by itself.
-  std::vector<std::string> attributes{};
+  /// What is read of an object when it is bound, `objectClass` besides: what the tabs know, unless
+  /// something else is said. None: all of it. Another attribute that is asked for is read then, by
+  /// itself.
+  std::vector<std::string> attributes = ldap::BoundAttributes();
   /// Whether what is staged of an attribute is kept. Empty: everything is.
   std::function<bool(std::string_view attribute)> keeps{};
 };
@@ -67,9 +69,9 @@ class RecordingDirectory final : public IDirectoryService {
   /// host does.
   [[nodiscard]] ldap::IDirectoryStore& store();
 
-  /// Hands over an object that has been read already, with at least the attributes that a binding
-  /// would read: bindings take it in place of asking the store, until it is forgotten or a change
-  /// of it is settled.
+  /// Hands over an object that has been read already, with at least what a binding would read, its
+  /// `objectClass` included: bindings take it in place of asking the store, until it is forgotten
+  /// or a change of it is settled.
   void Give(ldap::Entry entry);
 
   /// What has been recorded since it was last taken, and what is pending, one change for each

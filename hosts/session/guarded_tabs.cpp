@@ -66,16 +66,18 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
   return OpenTab(class_id, tab->platform, selection,
                  [&](IUnknown& component, std::unique_ptr<PropSheetPage> page) {
                    Learn(*tab, component, page->Template());
-                   const PageWatch watch{.on_loaded =
-                                             [tab](IDialog& dialog) {
-                                               tab->dialog = &dialog;
-                                               tab->fields.Settle(dialog);
-                                             },
-                                         .on_apply =
-                                             [tab](IDialog& dialog) {
-                                               tab->told.Forget();
-                                               tab->fields.Look(dialog);
-                                             }};
+                   const PageWatch watch{
+                       .on_loaded =
+                           [tab](IDialog& dialog) {
+                             tab->dialog = &dialog;
+                             tab->fields.Settle(dialog);
+                           },
+                       .on_command = [tab](ControlId control) { tab->fields.Touch(control); },
+                       .on_apply =
+                           [tab](IDialog& dialog) {
+                             tab->told.Forget();
+                             tab->fields.Look(dialog);
+                           }};
                    if (!add_page(std::make_unique<WatchedPage>(std::move(page), watch))) {
                      return false;
                    }

@@ -63,6 +63,12 @@ void TouchedFields::Settle(IDialog& dialog) {
   }
 }
 
+void TouchedFields::Touch(ControlId control) {
+  for (Field& field : fields_) {
+    if (field.row.control == control) field.is_touched = true;
+  }
+}
+
 void TouchedFields::Look(IDialog& dialog) {
   for (Field& field : fields_) {
     if (ShownBy(field.row, dialog) != field.shown) field.is_touched = true;

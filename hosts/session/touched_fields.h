@@ -10,9 +10,9 @@
 
 namespace pelora::session {
 
-/// Which fields of a page a person has touched: those whose controls show something else than they
-/// did. Pages stage some attributes on every apply, touched or not; by this a host leaves out what
-/// nobody touched.
+/// Which fields of a page a person has touched: those whose controls have reported something, or
+/// show something else than they did. Pages stage some attributes on every apply, touched or not;
+/// by this a host leaves out what nobody touched.
 ///
 /// Looked at are fields whose control shows their whole value: boxes, numbers, texts, names of
 /// servers and drop-down lists. Of all others every staging counts as wanted.
@@ -23,8 +23,12 @@ class TouchedFields {
 
   /// The dialog has been filled: from now on what it shows is what nobody touched.
   void Settle(IDialog& dialog);
-  /// Looks which fields show something else. Once touched, a field stays so, though it be set back:
-  /// what it was set to may be written already, or pending.
+  /// A control has reported something.
+  void Touch(ControlId control);
+  /// Looks which fields show something else.
+  ///
+  /// Once touched, a field stays so, though it be set back: what it was set to may be written
+  /// already, or pending, and an empty field may stand for several objects' differing values.
   void Look(IDialog& dialog);
 
   /// Whether what a page stages of an attribute is wanted.

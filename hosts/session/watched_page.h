@@ -14,6 +14,8 @@ namespace pelora::session {
 struct PageWatch {
   /// The dialog stands and has been filled.
   std::function<void(IDialog& dialog)> on_loaded;
+  /// A control has reported something.
+  std::function<void(ControlId control)> on_command;
   /// The page is about to apply.
   std::function<void(IDialog& dialog)> on_apply;
 };
@@ -38,6 +40,7 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     return result;
   }
   std::int32_t OnCommand(ControlId id, ControlNotification notification) override {
+    watch_.on_command(id);
     return page_->Controller().OnCommand(id, notification);
   }
   void OnListViewItemChanged(ControlId id, const ListViewItemChange& change) override {

@@ -113,6 +113,18 @@ TEST_P(GuardedSheetContract, ARoomThatSomebodyMadeMeanwhileStaysARoom) {
   EXPECT_THAT(Stored("peloraResourceCapacity"), ElementsAre("12"));
 }
 
+TEST_P(GuardedSheetContract, AFieldThatIsEmptiedForUsersWhoDifferIsClearedForAll) {
+  Set("peloraQuotaHard", {"700"}, 1);
+  GuardedSheet sheet(First(), Users());
+  EXPECT_EQ(sheet.page().Text(IDC_QUOTA_HARD), "");
+  sheet.Type(IDC_QUOTA_HARD, "1");
+  sheet.Type(IDC_QUOTA_HARD, "");
+  EXPECT_TRUE(sheet.sheet().Ok());
+  for (std::size_t user = 0; user < Users().size(); ++user) {
+    EXPECT_THAT(Stored("peloraQuotaHard", user), IsEmpty());
+  }
+}
+
 TEST_P(GuardedSheetContract, OkWithoutAnEditSendsNothing) {
   FaultStore store(First());
   GuardedSheet sheet(store, Users());

@@ -87,8 +87,8 @@ TEST_F(UserTabValues, ACapacityTypedForARoomIsWrittenEvenWhenTheRoomIsGivenUp) {
   ChooseType(kRoom);
   Retype(IDC_CAPACITY, "8a");
   ChooseType(kActiveUser);
-  EXPECT_THAT(Apply(), ElementsAre("- peloraResourceCapacity: 0", "+ peloraResourceCapacity: 8"))
-      << "the type is what it was";
+  EXPECT_THAT(Apply(), ElementsAre("- peloraResourceCapacity: 0", "+ peloraAdmin: 0",
+                                   "+ peloraResourceCapacity: 8", "+ peloraSharedStoreOnly: 0"));
 }
 
 TEST_F(UserTabValues, AnErasedCapacityIsCleared) {

@@ -136,7 +136,6 @@ TEST_F(DomainConsole, AUserIsChangedAndNothingElse) {
   Sheets().front()->ApplyButton().click();
   lab::Attributes expected = before;
   expected["peloraHidden"] = {"1"};
-  expected["peloraResourceCapacity"] = {"0"};
   EXPECT_EQ(lab::LabAdministrator().Stored(AdaDn()), expected);
   EXPECT_THAT(lab::LdapSearch(AdaDn(), {"peloraHidden"}), ElementsAre("peloraHidden: 1"));
 }

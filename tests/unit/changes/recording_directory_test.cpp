@@ -93,6 +93,26 @@ TEST_F(RecordingDirectoryTest, WhatThePageNeverAskedForIsAsTheLastBindingReadIt)
   EXPECT_THAT(Recorded().seen, ElementsAre("100"));
 }
 
+TEST_F(RecordingDirectoryTest, WhatNobodyReadIsReadBeforeItIsRecorded) {
+  Store("peloraQuotaHard", {"100"});
+  Ref<IADs> object;
+  ASSERT_EQ(directory_.ADsGetObject(std::string("LDAP://") + kUser, IID_IADs, object), S_OK);
+  ASSERT_EQ(object->Put("peloraQuotaHard", Variant::Integer(200)), S_OK);
+  ASSERT_EQ(object->SetInfo(), S_OK);
+  EXPECT_THAT(Recorded().seen, ElementsAre("100"));
+
+  // What cannot be read cannot be recorded.
+  directory_.Forget(kUser);
+  RecordingDirectory unlucky(interrupted_);
+  ASSERT_EQ(unlucky.ADsGetObject(std::string("LDAP://") + kUser, IID_IADs, object), S_OK);
+  ASSERT_EQ(object->Put("peloraQuotaHard", Variant::Integer(200)), S_OK);
+  interrupted_.before_read = [] { return StoreStatus{ldap::kLdapBusy, "locked"}; };
+  EXPECT_EQ(object->SetInfo(), ldap::HresultOfLdap(ldap::kLdapBusy));
+  EXPECT_EQ(unlucky.last_failure().text, "locked");
+  EXPECT_FALSE(unlucky.HasRecorded());
+  object.Reset();
+}
+
 TEST_F(RecordingDirectoryTest, WhatIsStagedAsItWasSeenIsNoChange) {
   Store("peloraResourceType", {"room"});
   Load("peloraResourceType");
@@ -248,6 +268,17 @@ TEST_F(RecordingDirectoryTest, AnObjectThatWasHandedOverIsNotReadAgain) {
   directory_.Forget(kUser);
   static_cast<void>(Bind());
   EXPECT_THAT(observed_.log, SizeIs(1));
+}
+
+TEST_F(RecordingDirectoryTest, NothingComesAlongThatTheTabsDoNotKnow) {
+  Store("telephoneNumber", {"4711"});
+  const Ref<IADs> object = Bind();
+  Variant value;
+  EXPECT_EQ(object->Get("peloraQuotaHard", value), E_ADS_PROPERTY_NOT_FOUND);
+  EXPECT_THAT(observed_.log, SizeIs(1));
+  EXPECT_EQ(object->Get("telephoneNumber", value), S_OK);
+  EXPECT_EQ(value, Variant::String("4711"));
+  EXPECT_THAT(observed_.log, SizeIs(2));
 }
 
 TEST_F(RecordingDirectoryTest, AFailedReadingIsTheDirectorysOwn) {

@@ -75,9 +75,11 @@ TEST_F(TouchedFieldsTest, OnlyWhatShowsSomethingElseIsWanted) {
   EXPECT_EQ(Wanted(), "peloraHidden PELORAQUOTAHARD peloraResourceType otherMailbox unknown");
 }
 
-TEST_F(TouchedFieldsTest, WhatIsSetBackBeforeAnybodyLookedIsUntouched) {
-  dialog_.SetText(IDC_QUOTA_HARD, "600");
-  dialog_.SetText(IDC_QUOTA_HARD, "500");
+TEST_F(TouchedFieldsTest, AFieldWhoseControlReportedSomethingIsWantedThoughItShowsTheSame) {
+  fields_.Touch(IDC_QUOTA_HARD);
+  fields_.Touch(IDC_EMAIL_ADD);
+  EXPECT_EQ(Wanted(), "PELORAQUOTAHARD otherMailbox unknown");
+  fields_.Settle(dialog_);
   EXPECT_EQ(Wanted(), "otherMailbox unknown");
 }
 
