@@ -62,7 +62,7 @@ const std::vector<SourceHelper> kSourceHelpers = {
     {"directory/ds_selection_list.h", {"selection", "session", "windows"}},
     {"directory/locked_medium.h", {"windows"}},
     // Which attributes there are.
-    {"directory/attribute_catalogue.h", {"session", "ctl"}},
+    {"directory/attribute_catalogue.h", {"ldap", "session", "ctl"}},
     // What failures are called.
     {"directory/creation_failure.h", {"console", "ctl"}},
     {"directory/error_text.h", {"session", "console", "ctl"}},

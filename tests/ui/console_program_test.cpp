@@ -179,7 +179,8 @@ TEST(MessagesWithoutAScreen, NothingInThemSteersATerminal) {
 }
 
 TEST_F(Program, NothingInAFailureSteersATerminal) {
-  const Outcome run = Console({"--directory", file(), "--open", "CN=\x1B[2Jx,DC=y"});
+  const Outcome run =
+      Console({"--directory", file(), "--open", "CN=\x1B[2Jx,DC=y", "--screenshot", Picture()});
   EXPECT_EQ(run.exit_code, 1);
   EXPECT_THAT(run.errors, HasSubstr("CN=\\x1B[2Jx,DC=y: "));
 }
