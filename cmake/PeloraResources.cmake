@@ -23,7 +23,10 @@ function(pelora_compile_resource_script script output)
             --preprocessor-arg=-MT "--preprocessor-arg=${output}"
             -I "${script_folder}" -I "${PROJECT_SOURCE_DIR}" -I "${PELORA_RESOURCE_HEADERS}"
             "${script}" "${output}"
-    DEPENDS "${script}" ${images}
+    COMMAND "${CMAKE_COMMAND}" "-DFILE=${output}" -DNAME=PELORA_EMBEDDED_CHECKSUM
+            "-DOUTPUT=${output}.h" -P "${PROJECT_SOURCE_DIR}/cmake/write_checksum.cmake"
+    BYPRODUCTS "${output}.h"
+    DEPENDS "${script}" ${images} "${PROJECT_SOURCE_DIR}/cmake/write_checksum.cmake"
     DEPFILE "${output}.d"
     COMMENT "Compiling resources ${script}"
     VERBATIM)

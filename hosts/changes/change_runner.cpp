@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "hosts/changes/change_writer.h"
-#include "hosts/changes/guarded_request.h"
 #include "hosts/ldap/ldap_status.h"
 
 namespace pelora::changes {
@@ -28,6 +27,8 @@ class IWork {
   /// object is prepared all the same.
   [[nodiscard]] virtual StoreStatus Read(std::size_t begin, std::size_t end) = 0;
   [[nodiscard]] virtual Prepared PrepareOne(std::size_t at) = 0;
+  /// Whether what is prepared comes from what was just read.
+  [[nodiscard]] virtual bool IsFresh() const = 0;
 };
 
 /// The work on one object, from its preparation to its result.
@@ -47,7 +48,7 @@ class Run {
         work_(work),
         options_(options),
         sink_(sink),
-        writer_(store, options.log),
+        writer_(store, options.log, options.lists),
         is_in_turn_(options.stops_at_first || options.is_rehearsal) {}
 
   Tally Do() {
@@ -137,6 +138,7 @@ class Run {
 
   Result WriteInTurn(Change change) {
     if (!options_.is_rehearsal) return writer_.Write(std::move(change));
+    if (!work_.IsFresh()) return writer_.Rehearse(std::move(change));
     IChangeLog::NoteId note = 0;
     const StoreStatus noted =
         options_.log == nullptr ? StoreStatus{} : options_.log->Note({&change, 1}, note);
@@ -249,6 +251,7 @@ class ReadWork final : public IWork {
   [[nodiscard]] Prepared PrepareOne(std::size_t at) override {
     return prepare_(std::move(objects_[at - begin_]));
   }
+  [[nodiscard]] bool IsFresh() const override { return true; }
 
  private:
   ldap::IDirectoryStore& store_;
@@ -268,6 +271,7 @@ class KnownWork final : public IWork {
   [[nodiscard]] std::string NameOf(std::size_t at) const override { return changes_[at].dn; }
   [[nodiscard]] StoreStatus Read(std::size_t /*begin*/, std::size_t /*end*/) override { return {}; }
   [[nodiscard]] Prepared PrepareOne(std::size_t at) override { return {.change = changes_[at]}; }
+  [[nodiscard]] bool IsFresh() const override { return false; }
 
  private:
   std::span<const Change> changes_;

@@ -12,6 +12,7 @@
 
 #include "hosts/changes/change.h"
 #include "hosts/changes/change_log.h"
+#include "hosts/changes/guarded_request.h"
 #include "hosts/changes/result.h"
 #include "hosts/ldap/directory_store.h"
 
@@ -46,8 +47,12 @@ struct RunOptions {
   std::vector<std::string> attributes{};
   /// One object at a time, and the end at the first that is not done.
   bool stops_at_first = false;
-  /// Nothing is sent: changes are noted in the log, and end as changed.
+  /// Nothing is sent: changes are noted in the log, and end as changed. (Those that were not
+  /// prepared from what the run read are looked at first, and end as `ChangeWriter::Write` would
+  /// have it.)
   bool is_rehearsal = false;
+  /// What it means that somebody else has done a part of a list's change.
+  Lists lists = Lists::kMerged;
   /// Ends the run after what is under way; on whatever thread.
   std::stop_token stop{};
   /// Is told of every change before it is sent. May be null.

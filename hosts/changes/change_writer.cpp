@@ -5,7 +5,7 @@
 #include <array>
 #include <utility>
 
-#include "hosts/changes/guarded_request.h"
+#include "hosts/ldap/as_made.h"
 #include "hosts/ldap/ldap_status.h"
 
 namespace pelora::changes {
@@ -43,8 +43,8 @@ std::vector<std::string> NamesOf(const Change& change) {
 
 }  // namespace
 
-ChangeWriter::ChangeWriter(ldap::IDirectoryStore& store, IChangeLog* log)
-    : store_(store), log_(log) {}
+ChangeWriter::ChangeWriter(ldap::IDirectoryStore& store, IChangeLog* log, Lists lists)
+    : store_(store), log_(log), lists_(lists) {}
 
 Result ChangeWriter::Write(Change change) {
   DropWhatChangesNothing(store_.schema(), change);
@@ -69,7 +69,7 @@ Result ChangeWriter::Finish(Change change, IChangeLog::NoteId note, StoreStatus 
     if (StoreStatus read = store_.Read(change.dn, NamesOf(change), there); !read.Ok()) {
       return NotDone(std::move(change.dn), read);
     }
-    Standing standing = StandingOf(store_.schema(), change, there);
+    Standing standing = StandingOf(store_.schema(), change, there, lists_);
     if (!standing.conflicts.empty()) {
       return Refused(std::move(change.dn), std::move(standing.conflicts));
     }
@@ -100,6 +100,39 @@ Result ChangeWriter::FinishOther(const Change& change, IChangeLog::NoteId note,
       result.outcome == Outcome::kChanged || result.outcome == Outcome::kUnknown;
   if (!may_be_done) Withdraw(note);
   return result;
+}
+
+Result ChangeWriter::Rehearse(Change change) {
+  DropWhatChangesNothing(store_.schema(), change);
+  if (std::optional<Result> obstacle = Obstacle(change)) return std::move(*obstacle);
+  IChangeLog::NoteId note = 0;
+  if (StoreStatus noted = Note(change, note); !noted.Ok()) return NotDone(change.dn, noted);
+  return {.dn = std::move(change.dn), .outcome = Outcome::kChanged};
+}
+
+std::optional<Result> ChangeWriter::Obstacle(Change& change) {
+  const bool is_modify = change.kind == Change::Kind::kModify;
+  const bool is_add = change.kind == Change::Kind::kAdd;
+  const Result unchanged{.dn = change.dn, .outcome = Outcome::kUnchanged};
+  if (is_modify && change.attributes.empty()) return unchanged;
+  ldap::Entry there;
+  StoreStatus status =
+      store_.Read(change.dn, is_modify ? NamesOf(change) : std::vector<std::string>(), there);
+  if (is_add && status.Ok()) status = {ldap::kLdapAlreadyExists, "the object is there already"};
+  const bool is_gone = status.code == ldap::kLdapNoSuchObject;
+  if (is_gone && is_add) return std::nullopt;
+  if (is_gone && change.kind == Change::Kind::kDelete) return unchanged;
+  if (!status.Ok()) return NotDone(change.dn, status);
+  if (!is_modify) {
+    const StoreStatus kept = CheckKept(store_.schema(), EntryOf(change, &ValueChange::seen), there);
+    if (kept.Ok()) return std::nullopt;
+    return Result{.dn = change.dn, .outcome = Outcome::kRefused, .message = kept.text};
+  }
+  Standing standing = StandingOf(store_.schema(), change, there, lists_);
+  if (!standing.conflicts.empty()) return Refused(change.dn, std::move(standing.conflicts));
+  if (standing.rest.attributes.empty()) return unchanged;
+  change = std::move(standing.rest);
+  return std::nullopt;
 }
 
 StoreStatus ChangeWriter::Send(const Change& change) {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "hosts/changes/change.h"
 #include "hosts/changes/change_log.h"
+#include "hosts/changes/guarded_request.h"
 #include "hosts/changes/result.h"
 #include "hosts/ldap/directory_store.h"
 
@@ -20,7 +22,7 @@ namespace pelora::changes {
 /// - everything is as wanted, by whoever: unchanged;
 /// - an attribute of one value is neither as seen nor as wanted: refused, with the conflicts;
 /// - of a list, what somebody else did already is taken off the change and the rest sent again, as
-///   long as nothing of it is in conflict;
+///   long as nothing of it is in conflict (`Lists::kMerged`), or is a conflict (`kUntouched`);
 /// - everything is as it was seen: failed; the directory had another reason, and its words say so.
 ///
 /// A change that was sent and not answered is unknown and never sent again. A deleted object, a
@@ -29,12 +31,17 @@ class ChangeWriter {
  public:
   /// `store` and `log`, which may be null, outlive the writer. What is about to be sent is noted in
   /// the log first; what cannot be noted is not sent.
-  explicit ChangeWriter(ldap::IDirectoryStore& store, IChangeLog* log = nullptr);
+  explicit ChangeWriter(ldap::IDirectoryStore& store, IChangeLog* log = nullptr,
+                        Lists lists = Lists::kMerged);
   ChangeWriter(const ChangeWriter&) = delete;
   ChangeWriter& operator=(const ChangeWriter&) = delete;
 
   /// Writes one change, whatever its kind. Nothing is sent for one that changes nothing.
   [[nodiscard]] Result Write(Change change);
+
+  /// Looks at the object and tells what `Write` would; nothing is sent, and the log is told of what
+  /// would be.
+  [[nodiscard]] Result Rehearse(Change change);
 
   /// Sends a change that changes something and has been noted.
   [[nodiscard]] ldap::StoreStatus Send(const Change& change);
@@ -46,11 +53,14 @@ class ChangeWriter {
   /// For additions and deletions, of which nothing is left to be read.
   [[nodiscard]] Result FinishOther(const Change& change, IChangeLog::NoteId note,
                                    const ldap::StoreStatus& answer);
+  /// What keeps a change from being made as it is; takes off it what is so already.
+  [[nodiscard]] std::optional<Result> Obstacle(Change& change);
   [[nodiscard]] ldap::StoreStatus Note(const Change& change, IChangeLog::NoteId& note);
   void Withdraw(IChangeLog::NoteId note);
 
   ldap::IDirectoryStore& store_;
   IChangeLog* log_;
+  Lists lists_;
 };
 
 }  // namespace pelora::changes

@@ -10,7 +10,8 @@ namespace {
 
 using Operation = ldap::Modification::Operation;
 
-/// What is left of a list's change: a set is not in conflict, it only has been changed already.
+/// What is left to be done of a list's change: less than it was when somebody else did a part of
+/// it.
 ValueChange RestOfList(ldap::Syntax syntax, const ValueChange& value,
                        const AttributeValues& there) {
   const AttributeValues taken_out = Without(syntax, value.seen, value.wanted);
@@ -20,6 +21,25 @@ ValueChange RestOfList(ldap::Syntax syntax, const ValueChange& value,
           .is_list = true,
           .seen = Without(syntax, taken_out, gone),
           .wanted = Without(syntax, put_in, there)};
+}
+
+/// How many values a list's change takes out and puts in.
+std::size_t SizeOf(ldap::Syntax syntax, const ValueChange& value) {
+  return Without(syntax, value.seen, value.wanted).size() +
+         Without(syntax, value.wanted, value.seen).size();
+}
+
+void StandList(ldap::Syntax syntax, const ValueChange& value, const AttributeValues& there,
+               Lists lists, Standing& standing) {
+  ValueChange rest = RestOfList(syntax, value, there);
+  const std::size_t left = rest.seen.size() + rest.wanted.size();
+  const bool is_less = left < SizeOf(syntax, value);
+  if (is_less && left > 0 && lists == Lists::kUntouched) {
+    standing.conflicts.push_back({value.attribute, value.seen, value.wanted, there});
+    return;
+  }
+  standing.is_less = standing.is_less || is_less;
+  if (left > 0) standing.rest.attributes.push_back(std::move(rest));
 }
 
 }  // namespace
@@ -38,19 +58,15 @@ std::vector<ldap::Modification> GuardedRequest(const ldap::Schema& schema, const
   return request;
 }
 
-Standing StandingOf(const ldap::Schema& schema, const Change& change, const ldap::Entry& there) {
+Standing StandingOf(const ldap::Schema& schema, const Change& change, const ldap::Entry& there,
+                    Lists lists) {
   Standing standing{.conflicts = {},
                     .rest = {.kind = change.kind, .dn = change.dn, .attributes = {}}};
   for (const ValueChange& value : change.attributes) {
     const ldap::Syntax syntax = SyntaxOf(schema, value.attribute);
     const AttributeValues& now = ldap::ValuesOf(there, value.attribute);
     if (value.is_list) {
-      ValueChange rest = RestOfList(syntax, value, now);
-      const std::size_t left = rest.seen.size() + rest.wanted.size();
-      const std::size_t asked = Without(syntax, value.seen, value.wanted).size() +
-                                Without(syntax, value.wanted, value.seen).size();
-      standing.is_less = standing.is_less || left < asked;
-      if (left > 0) standing.rest.attributes.push_back(std::move(rest));
+      StandList(syntax, value, now, lists, standing);
     } else if (AreSameValues(syntax, now, value.wanted)) {
       standing.is_less = true;
     } else if (AreSameValues(syntax, now, value.seen)) {

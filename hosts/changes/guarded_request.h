@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "hosts/changes/change.h"
@@ -15,6 +16,14 @@ namespace pelora::changes {
 [[nodiscard]] std::vector<ldap::Modification> GuardedRequest(const ldap::Schema& schema,
                                                              const Change& change);
 
+/// What it means that somebody else has done a part of a list's change.
+enum class Lists : std::uint8_t {
+  /// That part is taken off: two people's changes are merged.
+  kMerged,
+  /// It is a conflict: for taking a change back, of what nobody has touched since.
+  kUntouched,
+};
+
 /// How a modification that the directory refused stands to what is there now.
 struct Standing {
   /// Attributes that somebody else changed, in the change's order.
@@ -27,6 +36,6 @@ struct Standing {
 
 /// Compares a modification with the object as it is.
 [[nodiscard]] Standing StandingOf(const ldap::Schema& schema, const Change& change,
-                                  const ldap::Entry& there);
+                                  const ldap::Entry& there, Lists lists = Lists::kMerged);
 
 }  // namespace pelora::changes

@@ -11,8 +11,11 @@ namespace pelora::console {
 /// can tell that every component gave back what it took.
 class CountingComponentLibrary final : public IComponentLibrary {
  public:
-  void CoInitialize() override { ++users_; }
-  void CoUninitialize() override { --users_; }
+  LibraryThread CoInitialize() override {
+    ++users_;
+    return 0;
+  }
+  void CoUninitialize(LibraryThread /*thread*/) override { --users_; }
 
   [[nodiscard]] std::ptrdiff_t users() const { return users_; }
 

@@ -9,8 +9,11 @@ namespace pelora {
 /// calling in pairs.
 class HeadlessComponentLibrary final : public IComponentLibrary {
  public:
-  void CoInitialize() override { ++initialized_; }
-  void CoUninitialize() override { ++uninitialized_; }
+  LibraryThread CoInitialize() override {
+    ++initialized_;
+    return 0;
+  }
+  void CoUninitialize(LibraryThread /*thread*/) override { ++uninitialized_; }
 
   [[nodiscard]] int initialized() const { return initialized_; }
   [[nodiscard]] int uninitialized() const { return uninitialized_; }

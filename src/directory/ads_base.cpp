@@ -11,14 +11,13 @@
 
 namespace pelora {
 
-CADSBase::CADSBase(const Platform& platform) : platform_(platform) {
-  platform_.component_library.CoInitialize();
-}
+CADSBase::CADSBase(const Platform& platform)
+    : platform_(platform), library_thread_(platform.component_library.CoInitialize()) {}
 
 CADSBase::~CADSBase() {
   preset_object_.Reset();
   paths_.clear();
-  platform_.component_library.CoUninitialize();
+  platform_.component_library.CoUninitialize(library_thread_);
 }
 
 HRESULT CADSBase::Initialize(IDataObject* data_object) {

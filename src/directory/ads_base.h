@@ -31,8 +31,8 @@ inline constexpr int kValidate = 0;
 /// object is held. Everything happens on the host's user-interface thread.
 class CADSBase {
  public:
-  /// Initialises the component library for the thread; the destructor undoes it. `platform`
-  /// outlives the object.
+  /// Initialises the component library for the thread; the destructor undoes it for that same
+  /// thread, on whichever it runs. `platform` outlives the object.
   explicit CADSBase(const Platform& platform);
   virtual ~CADSBase();
   CADSBase(const CADSBase&) = delete;
@@ -92,6 +92,7 @@ class CADSBase {
 
  private:
   const Platform& platform_;
+  LibraryThread library_thread_;
   Ref<IADs> preset_object_;
   std::vector<std::string> paths_;
   std::vector<LoadHandler> load_handlers_;

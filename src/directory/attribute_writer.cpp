@@ -11,10 +11,20 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\n\v\f\r";
 
+bool CanBeWritten(const AttributeChange& change) {
+  switch (change.type) {
+    case ChangeType::kMultiValued:
+      return !change.variant.IsEmpty();
+    case ChangeType::kInteger:
+    case ChangeType::kString:
+      return true;
+  }
+  return false;
+}
+
 HRESULT WriteList(IADs& object, AttributeChange& change) {
   // The array belongs to the change and goes with its first write.
   const Variant values = std::exchange(change.variant, Variant());
-  if (values.IsEmpty()) return S_ADS_ERRORSOCCURRED;
   return object.Put(change.name, values);
 }
 
@@ -46,14 +56,12 @@ std::int32_t ParseUnsigned(std::string_view text) {
 
 HRESULT WriteAttribute(IADs& object, AttributeChange& change, bool clear_empty) {
   if (change.skip) return S_OK;
-  switch (change.type) {
-    case ChangeType::kMultiValued:
-      return WriteList(object, change);
-    case ChangeType::kInteger:
-    case ChangeType::kString:
-      return WriteText(object, change, clear_empty);
-  }
-  return S_ADS_ERRORSOCCURRED;
+  if (!CanBeWritten(change)) return S_ADS_ERRORSOCCURRED;
+  const HRESULT status = change.type == ChangeType::kMultiValued
+                             ? WriteList(object, change)
+                             : WriteText(object, change, clear_empty);
+  // The directory's own success codes, that of the refusal above among them, stop nothing.
+  return FAILED(status) ? status : S_OK;
 }
 
 }  // namespace pelora

@@ -16,7 +16,8 @@ namespace pelora {
 [[nodiscard]] std::int32_t ParseUnsigned(std::string_view text);
 
 /// Stages one change on `object`; see `CADSBase::WriteAttributes`. A change that cannot be written
-/// as it is (a list without its array, an unknown type) gives `S_ADS_ERRORSOCCURRED`.
+/// as it is (a list without its array, an unknown type) gives `S_ADS_ERRORSOCCURRED`; whatever
+/// success the directory answers is `S_OK`.
 [[nodiscard]] HRESULT WriteAttribute(IADs& object, AttributeChange& change, bool clear_empty);
 
 }  // namespace pelora

@@ -5,7 +5,15 @@
 #include <optional>
 #include <utility>
 
+#include "directory/utf.h"
+
 namespace pelora {
+namespace {
+
+/// Of an element of a stored list, in characters.
+constexpr std::size_t kLongestShown = 1023;
+
+}  // namespace
 
 int MultiValueAttribute::Refresh(IListBox& list) const {
   list.Clear();
@@ -15,8 +23,14 @@ int MultiValueAttribute::Refresh(IListBox& list) const {
   return 0;
 }
 
-int MultiValueAttribute::Load(IListBox& list, std::string value) {
-  return Append(list, {.value = std::move(value)});
+void MultiValueAttribute::Clear(IListBox& list) {
+  // Rows point at their records and go first.
+  list.Clear();
+  items_.clear();
+}
+
+int MultiValueAttribute::Load(IListBox& list, StoredValue value) {
+  return Append(list, {.value = std::move(value.text), .is_shown_cut = value.is_shown_cut});
 }
 
 int MultiValueAttribute::Add(IListBox& list, std::string value, bool changed, bool is_default) {
@@ -30,6 +44,7 @@ int MultiValueAttribute::Modify(IListBox& list, std::string value) {
   if (item->value == value) return 0;
   item->value = std::move(value);
   item->changed = true;
+  item->is_shown_cut = false;
   list.Remove(*list.Selection());
   Show(list, *item);
   return 0;
@@ -92,8 +107,10 @@ MultiValueAttribute::Item* MultiValueAttribute::SelectedItem(const IListBox& lis
 }
 
 int MultiValueAttribute::Show(IListBox& list, Item& item) const {
+  const std::string text =
+      item.is_shown_cut ? FirstCharacters(item.value, kLongestShown) : item.value;
   const std::optional<RowIndex> row =
-      list.Add(item.is_default ? text_service_.UpperCase(item.value) : item.value);
+      list.Add(item.is_default ? text_service_.UpperCase(text) : text);
   if (!row) return 1;
   list.SetData(*row, &item);
   return 0;

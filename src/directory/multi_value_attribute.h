@@ -11,6 +11,14 @@
 
 namespace pelora {
 
+/// A value of an attribute as it is stored.
+struct StoredValue {
+  std::string text;
+  /// The list box shows the beginning of a very long text. The record keeps all of it: no value is
+  /// ever written back shorter than it was read.
+  bool is_shown_cut = false;
+};
+
 /// One list box bound to one multi-valued attribute.
 ///
 /// Keeps a record of every value that was ever shown beside the list box, so that what is added,
@@ -36,9 +44,11 @@ class MultiValueAttribute {
   /// Shows every value that is not deleted in the emptied list box. Always 0.
   int Refresh(IListBox& list) const;
 
+  /// Forgets every record and empties the list box: what comes next is loaded.
+  void Clear(IListBox& list);
   /// Takes a value as stored, neither changed nor default. 1 when the list box refuses the row; the
   /// record is kept all the same.
-  int Load(IListBox& list, std::string value);
+  int Load(IListBox& list, StoredValue value);
   /// Appends a value; equal ones may stand side by side. Always 0, even without a row.
   int Add(IListBox& list, std::string value, bool changed, bool is_default);
   /// Replaces the selected value; the same text, case included, is no change. 1 when no record is
@@ -63,6 +73,7 @@ class MultiValueAttribute {
     bool changed = false;
     bool deleted = false;
     bool is_default = false;
+    bool is_shown_cut = false;
   };
 
   [[nodiscard]] static Item* SelectedItem(const IListBox& list);

@@ -29,17 +29,26 @@ CPropPageFeatures::CPropPageFeatures(const Platform& platform, const FeatureTabl
 }
 
 HRESULT CPropPageFeatures::Load(const BoundObjects& objects) {
+  if (FeatureList().RowCount() == 0) MakeColumns();
+  RowIndex row = 0;
+  for (const std::string& name : features_.Names()) {
+    const bool is_shown = row < FeatureList().RowCount();
+    if (!is_shown) FeatureList().InsertRow(row, name);
+    const bool is_loaded = is_shown && Describe(row).kind != SelectedFeature::Kind::kUnknown;
+    if (!is_loaded) {
+      if (const HRESULT status = LoadFeature(objects, row, name); FAILED(status)) return status;
+    }
+    ++row;
+  }
+  UpdateButtons();
+  return S_OK;
+}
+
+void CPropPageFeatures::MakeColumns() {
   const int column_width = Dialog().ClientWidth(IDC_FEATURE_LIST) / 2;
   FeatureList().SetFullRowSelect(true);
   FeatureList().InsertColumn(kFeatureColumn, "Feature", column_width);
   FeatureList().InsertColumn(kStatusColumn, "Status", column_width);
-  RowIndex row = 0;
-  for (const std::string& name : features_.Names()) {
-    FeatureList().InsertRow(row, name);
-    if (const HRESULT status = LoadFeature(objects, row, name); FAILED(status)) return status;
-    ++row;
-  }
-  return S_OK;
 }
 
 HRESULT CPropPageFeatures::LoadFeature(const BoundObjects& objects, RowIndex row,
@@ -48,7 +57,7 @@ HRESULT CPropPageFeatures::LoadFeature(const BoundObjects& objects, RowIndex row
     FeatureState state(name);
     if (const HRESULT status = state.Aggregate(objects); FAILED(status)) return status;
     ShowStatus(row, state.Text());
-    states_.emplace(row, std::move(state));
+    states_.insert_or_assign(row, std::move(state));
     return S_OK;
   }
   const FeaturePropsFactory create = features_.FactoryOf(name);
@@ -56,7 +65,7 @@ HRESULT CPropPageFeatures::LoadFeature(const BoundObjects& objects, RowIndex row
   std::shared_ptr<IFeatureProps> props = create(platform());
   if (const HRESULT status = props->Load(objects); FAILED(status)) return status;
   ShowStatus(row, props->StatusText());
-  props_.emplace(row, std::move(props));
+  props_.insert_or_assign(row, std::move(props));
   return S_OK;
 }
 
@@ -143,7 +152,10 @@ TextRole CPropPageFeatures::ListViewTextRole(ControlId id, RowIndex row, std::si
 
 bool CPropPageFeatures::Apply() {
   BoundObjects objects;
-  if (!BindForApply(objects) || !ValidateForApply()) return false;
+  if (!BindForApply(objects)) return false;
+  // What cannot be loaded this time either has nothing chosen, and keeps nobody from the rest.
+  if (has_failed_to_load()) (void)LoadAnew();
+  if (!ValidateForApply()) return false;
   if (!WriteChoices(objects) || !SaveProperties(objects) || !Commit(objects)) return false;
   SetModified(false);
   for (auto& [row, state] : states_) state.ClearChanged();

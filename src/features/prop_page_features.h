@@ -27,8 +27,10 @@ class CPropPageFeatures final : public CSnapInPropertyPage {
                              const FeatureTable& features = ServerFeatures());
 
   /// Stages what was chosen on every user, then the properties that were edited, and then commits
-  /// every user. The first failure ends it and is shown: what comes after it is not done, users
-  /// committed before it keep their new values, and the page keeps every choice for the next apply.
+  /// every user. Features that could not be loaded are loaded first; where that fails once more,
+  /// they offer no choice, and nothing of them is written. The first failure ends it and is shown:
+  /// what comes after it is not done, users committed before it keep their new values, and the page
+  /// keeps every choice for the next apply.
   [[nodiscard]] bool Apply() override;
 
   /// Unset, ambiguous and disagreeing features have their status muted.
@@ -43,7 +45,9 @@ class CPropPageFeatures final : public CSnapInPropertyPage {
   void ListViewDoubleClicked(ControlId id, RowIndex row) override;
 
  private:
+  /// Loads every feature that has not been loaded yet.
   HRESULT Load(const BoundObjects& objects);
+  void MakeColumns();
   [[nodiscard]] HRESULT LoadFeature(const BoundObjects& objects, RowIndex row,
                                     const std::string& name);
   std::int32_t OnEnable();

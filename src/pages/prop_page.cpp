@@ -1,7 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "pages/prop_page.h"
 
+#include <string>
+
 namespace pelora {
+namespace {
+
+constexpr const char* kNoConnection = "Unable to get connection with the ldap user";
+constexpr const char* kValidationFailed = "Validation of input fields failed: ";
+
+}  // namespace
+
+/// A loading: until it has come to its end it has failed, exceptions included.
+struct CPropPage::LoadingScope {
+  explicit LoadingScope(Loading& loading) : state(loading) { state = Loading::kRunning; }
+  ~LoadingScope() { state = outcome; }
+  LoadingScope(const LoadingScope&) = delete;
+  LoadingScope& operator=(const LoadingScope&) = delete;
+
+  Loading& state;
+  Loading outcome = Loading::kFailed;
+};
 
 CPropPage::CPropPage(const Platform& platform, const Guid& bind_interface,
                      std::span<const ControlId> multi_select_hide_list)
@@ -38,27 +57,39 @@ HRESULT CPropPage::Initialize(IDataObject* data_object) {
 }
 
 HRESULT CPropPage::InitPage() {
-  // Until the loading has come to its end it has failed, exceptions included.
-  load_status_ = E_UNEXPECTED;
-  load_status_ = Load();
-  return load_status_;
-}
-
-HRESULT CPropPage::Load() {
+  loading_ = Loading::kFailed;
   BoundObjects objects;
   if (const HRESULT status = BindObjects(bind_interface_, objects); status != S_OK) {
     ShowError(status, "Unable to get connection with the ldap user.");
     return status;
   }
+  return Load(objects);
+}
+
+HRESULT CPropPage::LoadAnew() {
+  BoundObjects objects;
+  if (const HRESULT status = BindObjects(bind_interface_, objects); status != S_OK) return status;
+  loads_anew_ = true;
+  return Load(objects);
+}
+
+HRESULT CPropPage::Load(const BoundObjects& objects) {
+  LoadingScope scope(loading_);
   ShowForSelection(multi_select_hide_list_);
   const HRESULT status = LoadAll(objects);
-  ReleaseObjects(objects);
+  if (SUCCEEDED(status)) scope.outcome = Loading::kAtRest;
   return status;
 }
 
 bool CPropPage::Apply() {
   BoundObjects objects;
-  if (!BindForApply(objects) || !ValidateForApply()) return false;
+  if (!BindForApply(objects)) return false;
+  if (has_failed_to_load()) {
+    const HRESULT loaded = LoadAnew();
+    if (edited_unloaded_) return RefuseUnloadedEdits(loaded);
+    if (loaded != S_OK) return true;
+  }
+  if (!ValidateForApply()) return false;
   ChangeList changes;
   if (const HRESULT status = CollectAll(changes); FAILED(status)) {
     ShowError(status, "Unable to collect pelora attributes");
@@ -69,16 +100,28 @@ bool CPropPage::Apply() {
 }
 
 bool CPropPage::BindForApply(BoundObjects& objects) const {
-  HRESULT status = load_status_;
-  if (status == S_OK) status = BindObjects(IID_IADs, objects);
-  if (status != S_OK) ShowError(status, "Unable to get connection with the ldap user");
+  const HRESULT status = BindObjects(IID_IADs, objects);
+  if (status != S_OK) ShowError(status, kNoConnection);
   return status == S_OK;
+}
+
+bool CPropPage::RefuseUnloadedEdits(HRESULT loaded) {
+  if (loaded != S_OK) {
+    ShowError(loaded, kNoConnection);
+    return false;
+  }
+  edited_unloaded_ = false;
+  SetModified(false);
+  ShowError(E_FAIL, std::string(kValidationFailed) +
+                        "The settings could not be read before and are shown only now. "
+                        "Please enter your changes again");
+  return false;
 }
 
 bool CPropPage::ValidateForApply() const {
   std::string message;
   const HRESULT status = ValidateAll(&message);
-  if (FAILED(status)) ShowError(status, "Validation of input fields failed: " + message);
+  if (FAILED(status)) ShowError(status, kValidationFailed + message);
   return SUCCEEDED(status);
 }
 

@@ -111,8 +111,9 @@ std::int32_t CPropPageExtPerson::OnAddressSelected() {
 }
 
 HRESULT CPropPageExtPerson::Load(const BoundObjects& objects) {
+  addresses_.Clear(AddressList());
   LoadDefaultAddress(objects);
-  page().LoadMultiValue(objects, kOtherAddresses.name, [this](std::string value) {
+  page().LoadMultiValue(objects, kOtherAddresses.name, [this](StoredValue value) {
     return addresses_.Load(AddressList(), std::move(value));
   });
   delegates_.Load(objects);

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <utility>
 
-#include "directory/utf.h"
 #include "pages/prop_page.h"
 
 namespace pelora {
@@ -11,13 +10,17 @@ namespace {
 
 /// Part of every name that refers to a deleted object, in its escaped form.
 constexpr std::string_view kDeletedMark = "\\0ADEL:";
-constexpr std::size_t kLongestElement = 1023;
 
 bool RefersToDeletedObject(std::string_view value) {
   return value.find(kDeletedMark) != std::string_view::npos;
 }
 
 }  // namespace
+
+/// What was typed into a control that showed nothing gives way, also to a value that is not set.
+void CPropPage::EmptyIfLoadedAnew(ControlId edit) const {
+  if (loads_anew_) Dialog().SetText(edit, "");
+}
 
 void CPropPage::LoadCheckBox(const BoundObjects& objects, std::string_view attribute,
                              ControlId box) const {
@@ -33,6 +36,7 @@ void CPropPage::LoadCheckBox(const BoundObjects& objects, std::string_view attri
 
 void CPropPage::LoadNumber(const BoundObjects& objects, std::string_view attribute,
                            ControlId edit) const {
+  EmptyIfLoadedAnew(edit);
   const ValueSummary<std::int32_t> summary = SummarizeInteger(objects, attribute);
   if (!summary.IsUniform()) return;
   Dialog().SetText(edit, std::to_string(static_cast<std::uint32_t>(summary.value())));
@@ -40,12 +44,14 @@ void CPropPage::LoadNumber(const BoundObjects& objects, std::string_view attribu
 
 void CPropPage::LoadText(const BoundObjects& objects, std::string_view attribute,
                          ControlId edit) const {
+  EmptyIfLoadedAnew(edit);
   const ValueSummary<std::string> summary = SummarizeString(objects, attribute);
   if (summary.IsUniform()) Dialog().SetText(edit, summary.value());
 }
 
 void CPropPage::LoadSingleText(const BoundObjects& objects, std::string_view attribute,
                                ControlId edit) const {
+  EmptyIfLoadedAnew(edit);
   if (IsMultiSelect()) {
     Dialog().SetText(edit, "");
     return;
@@ -61,11 +67,13 @@ void CPropPage::LoadMultiValue(const BoundObjects& objects, std::string_view att
   if (IsMultiSelect() || objects.empty()) return;
   Variant stored;
   if (FAILED(objects.front()->Get(attribute, stored))) return;
-  if (stored.type() == VT_BSTR && !RefersToDeletedObject(stored.string())) sink(stored.string());
+  if (stored.type() == VT_BSTR && !RefersToDeletedObject(stored.string())) {
+    sink({.text = stored.string()});
+  }
   if (stored.type() != kVariantArray) return;
   for (const Variant& element : stored.array()) {
     if (element.type() != VT_BSTR || RefersToDeletedObject(element.string())) continue;
-    if (sink(FirstCharacters(element.string(), kLongestElement)) != 0) return;
+    if (sink({.text = element.string(), .is_shown_cut = true}) != 0) return;
   }
 }
 

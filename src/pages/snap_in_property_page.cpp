@@ -19,18 +19,6 @@ class ComponentPage final : public PropSheetPage {
   Ref<CSnapInPropertyPage> component_;
 };
 
-/// Sets a flag for as long as it lives.
-class ScopedFlag {
- public:
-  explicit ScopedFlag(bool& flag) : flag_(flag) { flag_ = true; }
-  ~ScopedFlag() { flag_ = false; }
-  ScopedFlag(const ScopedFlag&) = delete;
-  ScopedFlag& operator=(const ScopedFlag&) = delete;
-
- private:
-  bool& flag_;
-};
-
 }  // namespace
 
 CSnapInPropertyPage::CSnapInPropertyPage(const Platform& platform, const Guid& bind_interface,
@@ -40,7 +28,8 @@ CSnapInPropertyPage::CSnapInPropertyPage(const Platform& platform, const Guid& b
       CDialogPage(dialog_template, std::move(title)) {}
 
 void CSnapInPropertyPage::SetModified(bool modified) {
-  if (loading_ || dialog() == nullptr) return;
+  if (is_loading() || dialog() == nullptr) return;
+  if (modified) NoteEdit();
   dialog()->SetPageModified(modified);
 }
 
@@ -49,10 +38,7 @@ HRESULT CSnapInPropertyPage::AddPages(const AddPropSheetPage& add_page) {
   return S_OK;
 }
 
-std::int32_t CSnapInPropertyPage::InitDialog() {
-  const ScopedFlag loading(loading_);
-  return InitPage();
-}
+std::int32_t CSnapInPropertyPage::InitDialog() { return InitPage(); }
 
 std::int32_t CSnapInPropertyPage::AnswerPage(PageNotification notification) {
   if (notification != PageNotification::kApply) return 0;

@@ -39,9 +39,6 @@ class CSnapInPropertyPage : public CPropPage, public CDialogPage {
   /// Applies when asked to; nothing else keeps the administrator on the page.
   std::int32_t AnswerPage(PageNotification notification) final;
   void ReportException(HRESULT status) final;
-
- private:
-  bool loading_ = false;
 };
 
 }  // namespace pelora

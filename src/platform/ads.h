@@ -69,7 +69,7 @@ class IDirectoryService {
 
   /// Binds the object of a path. On success `object` holds the interface `iid`; on failure it is
   /// empty and the code says why: `kNoSuchObject`, `E_ADS_BAD_PATHNAME`, `E_NOINTERFACE`, or the
-  /// code of a failed connection.
+  /// code of a failed connection. Of a path that begins otherwise systems say what they like.
   [[nodiscard]] virtual HRESULT ADsGetObject(const std::string& path, const Guid& iid,
                                              Ref<IADs>& object) = 0;
 

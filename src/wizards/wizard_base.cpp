@@ -17,22 +17,46 @@ constexpr std::int32_t kNotLoaded = 1;
 
 }  // namespace
 
-/// The page as the wizard holds it: destroying it is the release that ends the object.
-class CWizardBase::Page final : public PropSheetPage {
+/// A page as the wizard holds it: the first one that is destroyed is the release that ends the
+/// object. What the dialogs of pages that are left over report is nobody's business.
+class CWizardBase::Page final : public PropSheetPage, private IDialogController {
  public:
-  Page(CWizardBase& owner, CDialogPage& dialog) : owner_(owner), dialog_(dialog) {
-    owner_.AddRef();
+  Page(CWizardBase& owner, CDialogPage& dialog)
+      : owner_(owner.self_),
+        template_(dialog.dialog_template()),
+        title_(dialog.title()),
+        dialog_(dialog) {
+    owner.AddRef();
   }
-  ~Page() override { owner_.OnPageReleased(); }
+  ~Page() override {
+    if (IsAlive()) (*owner_)->OnPageReleased();
+  }
   Page(const Page&) = delete;
   Page& operator=(const Page&) = delete;
 
-  DialogId Template() const override { return dialog_.dialog_template(); }
-  std::string Title() const override { return dialog_.title(); }
-  IDialogController& Controller() override { return dialog_; }
+  DialogId Template() const override { return template_; }
+  std::string Title() const override { return title_; }
+  IDialogController& Controller() override { return *this; }
 
  private:
-  CWizardBase& owner_;
+  [[nodiscard]] bool IsAlive() const { return *owner_ != nullptr; }
+
+  std::int32_t OnInitDialog(IDialog& dialog) override {
+    return IsAlive() ? dialog_.OnInitDialog(dialog) : kNotLoaded;
+  }
+  std::int32_t OnCommand(ControlId id, ControlNotification notification) override {
+    return IsAlive() ? dialog_.OnCommand(id, notification) : 0;
+  }
+  std::int32_t OnPageNotification(PageNotification notification) override {
+    return IsAlive() ? dialog_.OnPageNotification(notification) : kAccepted;
+  }
+  void OnDestroy() override {
+    if (IsAlive()) dialog_.OnDestroy();
+  }
+
+  std::shared_ptr<CWizardBase*> owner_;
+  DialogId template_;
+  std::string title_;
   CDialogPage& dialog_;
 };
 
@@ -106,9 +130,7 @@ void CWizardBase::EnableControls(bool enabled) const {
 }
 
 HRESULT CWizardBase::OfferPage(CDialogPage& page, const AddPropSheetPage& add_page) {
-  if (has_page_) return E_UNEXPECTED;
   auto offered = std::make_unique<Page>(*this, page);
-  has_page_ = true;
   is_offering_page_ = true;
   (void)add_page(std::move(offered));
   is_offering_page_ = false;
@@ -121,7 +143,6 @@ void CWizardBase::OnPageReleased() {
     return;
   }
   // The wizard has refused the page, and the object has never been on one.
-  has_page_ = false;
   --references_;
 }
 

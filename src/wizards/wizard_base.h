@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -26,7 +27,8 @@ inline constexpr HRESULT kDataNotWritten = S_OK;
 ///
 /// Lifetime: until its page is released, be it by a wizard that closes; that destroys the object,
 /// whatever references are held, and with it the reference to the wizard goes. An object whose page
-/// no wizard has taken lives by its own count, which starts at 0. `QueryInterface` is the component
+/// no wizard has taken lives by its own count, which starts at 0. Pages that it handed out besides
+/// stay as they are and do nothing from then on. `QueryInterface` is the component
 /// object's business (see `CWizardComponent`).
 class CWizardBase : public IDsAdminNewObjExt, public CADSBase, public IFieldRows {
  public:
@@ -63,7 +65,7 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase, public IFieldRows
   [[nodiscard]] IDialog& Dialog() const { return *OwnerWindow(); }
 
  protected:
-  ~CWizardBase() override = default;
+  ~CWizardBase() override { *self_ = nullptr; }
 
   /// The dialog stands: shows the container, lets the class load, and sets the wizard's button. The
   /// result is the message's result: 0, or 1 when the loading failed.
@@ -73,8 +75,8 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase, public IFieldRows
   virtual void Activate() const = 0;
   void SetButtons(bool valid) const;
   void EnableControls(bool enabled) const;
-  /// Hands the wizard the one page of this object. `S_OK` whatever the wizard answers;
-  /// `E_UNEXPECTED` when the page has been handed out before.
+  /// Hands the wizard a page of this object, once more when it is asked once more. `S_OK` whatever
+  /// the wizard answers.
   [[nodiscard]] HRESULT OfferPage(CDialogPage& page, const AddPropSheetPage& add_page);
 
   /// None before `Initialize`, or when none was given.
@@ -90,8 +92,9 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase, public IFieldRows
   std::vector<ControlId> enabled_controls_;
   std::uint32_t references_ = 0;
   std::string container_name_;
-  bool has_page_ = false;
   bool is_offering_page_ = false;
+  /// This object, for its pages; null once it is gone.
+  std::shared_ptr<CWizardBase*> self_ = std::make_shared<CWizardBase*>(this);
 };
 
 }  // namespace pelora

@@ -71,17 +71,21 @@ TEST_P(DirectoryContract, ABadPathIsRefused) {
   AddUser(kUser);
   const std::string dn = DnOf(kUser);
   const std::string prefix = Directory().PathPrefix();
-  const std::vector<std::string> paths = {"",
-                                          "LDAP",
-                                          "LDAP://",
-                                          dn,
-                                          "ldaps://" + dn,
-                                          "LDAP://nonsense",
-                                          prefix + "CN=bare/slash," + dn,
-                                          prefix + "no equals," + dn};
+  const std::vector<std::string> paths = {
+      "LDAP://", "LDAP://nonsense", prefix + "CN=bare/slash," + dn, prefix + "no equals," + dn};
   for (const std::string& path : paths) {
     Ref<IADs> object = Bind(kUser);
     EXPECT_EQ(Service().ADsGetObject(path, IID_IADs, object), E_ADS_BAD_PATHNAME) << path;
+    EXPECT_FALSE(object) << path;
+  }
+}
+
+TEST_P(DirectoryContract, APathOfNoKnownProviderIsRefused) {
+  AddUser(kUser);
+  const std::string dn = DnOf(kUser);
+  for (const std::string& path : {std::string(), std::string("LDAP"), dn, "ldaps://" + dn}) {
+    Ref<IADs> object = Bind(kUser);
+    EXPECT_TRUE(FAILED(Service().ADsGetObject(path, IID_IADs, object))) << path;
     EXPECT_FALSE(object) << path;
   }
 }

@@ -80,7 +80,7 @@ HRESULT ChosenObjects::GetData(const FormatEtc& format, std::unique_ptr<IStorage
   if (FAILED(failure_)) return failure_;
   if (format.format != format_) return DV_E_FORMATETC;
   medium = std::make_unique<CountedMedium>(block_, hidden_, locks_, releases_);
-  return S_OK;
+  return failure_;
 }
 
 }  // namespace pelora::testing

@@ -30,7 +30,7 @@ class ChosenObjects final : public CountedPort<IDataObject> {
   static ChosenObjects* AsObjectNames(const std::vector<std::string>& paths);
   ChosenObjects(std::string format, HeapBlock block);
 
-  /// Rendering fails from now on.
+  /// Rendering fails from now on, or succeeds with another code.
   void FailWith(HRESULT status) { failure_ = status; }
   /// The memory cannot be reached from now on.
   void HideMemory() { hidden_ = true; }

@@ -18,9 +18,10 @@ class FakeChoosers::Picker final : public IDsObjectPicker {
   HRESULT InvokeDialog(ChooserOwner owner, Ref<IDataObject>& chosen) override {
     choosers_.pickers_.push_back({init_, owner.dialog, owner.control});
     chosen.Reset();
-    if (const HRESULT status = choosers_.StatusAt(Step::kRun); status != S_OK) return status;
+    const HRESULT status = choosers_.StatusAt(Step::kRun);
+    if (FAILED(status)) return status;
     chosen = std::exchange(choosers_.picked_, nullptr);
-    return chosen ? S_OK : S_FALSE;
+    return chosen ? status : S_FALSE;
   }
 
  private:
@@ -36,9 +37,10 @@ class FakeChoosers::Query final : public ICommonQuery {
                           Ref<IDataObject>& chosen) override {
     choosers_.queries_.push_back({init, owner.dialog, owner.control});
     chosen.Reset();
-    if (const HRESULT status = choosers_.StatusAt(Step::kRun); status != S_OK) return status;
+    const HRESULT status = choosers_.StatusAt(Step::kRun);
+    if (FAILED(status)) return status;
     chosen = std::exchange(choosers_.found_, nullptr);
-    return chosen ? S_OK : S_FALSE;
+    return chosen ? status : S_FALSE;
   }
 
  private:
@@ -61,16 +63,18 @@ void FakeChoosers::FailAt(Step step, HRESULT status) {
 
 HRESULT FakeChoosers::CreateObjectPicker(std::unique_ptr<IDsObjectPicker>& chooser) {
   chooser.reset();
-  if (const HRESULT status = StatusAt(Step::kCreate); status != S_OK) return status;
+  const HRESULT status = StatusAt(Step::kCreate);
+  if (FAILED(status)) return status;
   chooser = std::make_unique<Picker>(*this);
-  return S_OK;
+  return status;
 }
 
 HRESULT FakeChoosers::CreateCommonQuery(std::unique_ptr<ICommonQuery>& chooser) {
   chooser.reset();
-  if (const HRESULT status = StatusAt(Step::kCreate); status != S_OK) return status;
+  const HRESULT status = StatusAt(Step::kCreate);
+  if (FAILED(status)) return status;
   chooser = std::make_unique<Query>(*this);
-  return S_OK;
+  return status;
 }
 
 std::int32_t FakeChoosers::BrowseForContainer(const ContainerBrowserInit& init, std::string& path) {

@@ -40,7 +40,7 @@ class FakeChoosers final : public IChoosers {
   void Find(ChosenObjects* found) { found_ = Ref<IDataObject>(found); }
   /// What the container browser gives from now on, as far as there is room for the path.
   void Browse(std::int32_t answer, std::string path);
-  /// From now on a step of every picker and query window fails.
+  /// From now on a step of every picker and query window fails, or succeeds with another code.
   void FailAt(Step step, HRESULT status);
 
   [[nodiscard]] const std::vector<PickerRun>& pickers() const { return pickers_; }

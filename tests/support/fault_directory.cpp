@@ -32,19 +32,19 @@ class FaultObject final : public Counted<IADs> {
   HRESULT Get(std::string_view name, Variant& value) override {
     value = {};
     if (const auto status = plan_->Meet(FaultPoint::kGet, name)) return *status;
-    return target_->Get(name, value);
+    return plan_->Answered(FaultPoint::kGet, target_->Get(name, value));
   }
   HRESULT Put(std::string_view name, const Variant& value) override {
     if (const auto status = plan_->Meet(FaultPoint::kPut, name)) return *status;
-    return target_->Put(name, value);
+    return plan_->Answered(FaultPoint::kPut, target_->Put(name, value));
   }
   HRESULT PutEx(std::int32_t control, std::string_view name, const Variant& value) override {
     if (const auto status = plan_->Meet(FaultPoint::kPutEx, name)) return *status;
-    return target_->PutEx(control, name, value);
+    return plan_->Answered(FaultPoint::kPutEx, target_->PutEx(control, name, value));
   }
   HRESULT SetInfo() override {
     if (const auto status = plan_->Meet(FaultPoint::kSetInfo)) return *status;
-    return target_->SetInfo();
+    return plan_->Answered(FaultPoint::kSetInfo, target_->SetInfo());
   }
 
  private:
@@ -65,9 +65,23 @@ void FaultPlan::FailAttribute(FaultPoint point, std::string attribute, std::size
   faults_.push_back({point, std::move(attribute), nth, status});
 }
 
+void FaultPlan::Answer(FaultPoint point, std::size_t nth, HRESULT status) {
+  answers_.push_back({point, {}, nth, status});
+}
+
 std::optional<HRESULT> FaultPlan::Meet(FaultPoint point, std::string_view attribute) {
+  return Meet(faults_, point, attribute);
+}
+
+HRESULT FaultPlan::Answered(FaultPoint point, HRESULT status) {
+  const std::optional<HRESULT> answer = Meet(answers_, point, {});
+  return status == S_OK ? answer.value_or(S_OK) : status;
+}
+
+std::optional<HRESULT> FaultPlan::Meet(Faults& faults, FaultPoint point,
+                                       std::string_view attribute) {
   std::optional<HRESULT> answer;
-  for (auto fault = faults_.begin(); fault != faults_.end();) {
+  for (auto fault = faults.begin(); fault != faults.end();) {
     const bool counts =
         fault->point == point && (fault->attribute.empty() || fault->attribute == attribute);
     if (!counts || --fault->calls_left > 0) {
@@ -75,7 +89,7 @@ std::optional<HRESULT> FaultPlan::Meet(FaultPoint point, std::string_view attrib
       continue;
     }
     answer = fault->status;
-    fault = faults_.erase(fault);
+    fault = faults.erase(fault);
   }
   return answer;
 }
@@ -93,7 +107,7 @@ HRESULT FaultDirectory::ADsGetObject(const std::string& path, const Guid& iid, R
   Ref<IADs> bound;
   const HRESULT status = target_.ADsGetObject(path, iid, bound);
   if (bound) object = Wrap(std::move(bound));
-  return status;
+  return plan_->Answered(FaultPoint::kGetObject, status);
 }
 
 HRESULT FaultDirectory::ADsOpenObject(const std::string& path,
@@ -105,7 +119,7 @@ HRESULT FaultDirectory::ADsOpenObject(const std::string& path,
   Ref<IADs> bound;
   const HRESULT status = target_.ADsOpenObject(path, user_name, password, flags, iid, bound);
   if (bound) object = Wrap(std::move(bound));
-  return status;
+  return plan_->Answered(FaultPoint::kOpenObject, status);
 }
 
 }  // namespace pelora::testing

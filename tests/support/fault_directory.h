@@ -33,8 +33,14 @@ class FaultPlan {
   /// As above, but only calls that name this attribute count.
   void FailAttribute(FaultPoint point, std::string attribute, std::size_t nth, HRESULT status);
 
+  /// The `nth` call of a kind is forwarded, with all that it does and gives, and answers `status`
+  /// where it would have answered `S_OK`.
+  void Answer(FaultPoint point, std::size_t nth, HRESULT status);
+
   /// Counts a call; what it is to answer when it has to fail.
   [[nodiscard]] std::optional<HRESULT> Meet(FaultPoint point, std::string_view attribute = {});
+  /// Counts a call that was forwarded and gives its answer.
+  [[nodiscard]] HRESULT Answered(FaultPoint point, HRESULT status);
   /// Faults that no call has met yet: 0 when all have happened.
   [[nodiscard]] std::size_t pending() const { return faults_.size(); }
 
@@ -45,7 +51,12 @@ class FaultPlan {
     std::size_t calls_left;
     HRESULT status;
   };
-  std::vector<Fault> faults_;
+  using Faults = std::vector<Fault>;
+
+  static std::optional<HRESULT> Meet(Faults& faults, FaultPoint point, std::string_view attribute);
+
+  Faults faults_;
+  Faults answers_;
 };
 
 /// Forwards to another directory, except for the calls that its plan makes fail.

@@ -322,8 +322,8 @@ page "Pelora Features", 271 x 228, 8 "MS Shell Dlg"
     ModuleDialog{229, R"(
 modal "Archive Servers", 220 x 154, 8 "MS Shell Dlg"
 1043 group box "Archive Servers"
-1002 edit
 105 button "Search"
+1002 edit
 1008 button, disabled "Add"
 1007 list box, notifies
 1009 button, disabled "Remove"

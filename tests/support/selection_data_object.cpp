@@ -75,7 +75,7 @@ HRESULT SelectionDataObject::GetData(const FormatEtc& format,
   if (FAILED(failure_)) return failure_;
   if (format.format != kDsObjectNamesFormat) return DV_E_FORMATETC;
   medium = std::make_unique<BlockMedium>(block_, locks_, releases_);
-  return S_OK;
+  return failure_;
 }
 
 }  // namespace pelora::testing

@@ -24,7 +24,7 @@ class SelectionDataObject final : public IDataObject {
   /// Any bytes whatever.
   explicit SelectionDataObject(std::vector<std::byte> block);
 
-  /// Rendering fails from now on.
+  /// Rendering fails from now on, or succeeds with another code.
   void FailWith(HRESULT status) { failure_ = status; }
 
   [[nodiscard]] std::uint32_t references() const { return references_; }

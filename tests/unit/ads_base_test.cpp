@@ -88,6 +88,69 @@ TEST_F(AdsBaseTest, InitializeTestsTheConnectionAsTheUser) {
   EXPECT_EQ(host_.directory.live_objects(), 0U);
 }
 
+TEST_F(AdsBaseTest, ASuccessCodeOfTheConnectionTestIsReturnedAsItIs) {
+  host_.faults().Answer(FaultPoint::kOpenObject, 1, S_ADS_ERRORSOCCURRED);
+  EXPECT_EQ(Select({kAda}), S_ADS_ERRORSOCCURRED);
+  EXPECT_THAT(component_->paths(), ElementsAre(kAda));
+  EXPECT_EQ(host_.directory.live_objects(), 0U);
+}
+
+TEST_F(AdsBaseTest, ASelectionRenderedWithASuccessCodeIsTaken) {
+  SelectionDataObject selection({kAda});
+  selection.FailWith(S_FALSE);
+  EXPECT_EQ(component_->Initialize(&selection), S_OK);
+  EXPECT_THAT(component_->paths(), ElementsAre(kAda));
+}
+
+/// A directory that notes what is asked of the root entry.
+class AskedDirectory final : public IDirectoryService {
+ public:
+  HRESULT ADsGetObject(const std::string&, const Guid&, Ref<IADs>&) override { return E_FAIL; }
+  HRESULT ADsOpenObject(const std::string&, const std::optional<std::string>&,
+                        const std::optional<std::string>&, std::uint32_t, const Guid& iid,
+                        Ref<IADs>&) override {
+    asked = iid;
+    return S_OK;
+  }
+  Guid asked{};
+};
+
+TEST_F(AdsBaseTest, TheConnectionTestAsksForTheGeneralInterface) {
+  AskedDirectory directory;
+  const Platform platform{directory,      host_.message_box, host_.modal_dialogs,
+                          host_.choosers, host_.text,        host_.component_library};
+  Component component(platform);
+  SelectionDataObject selection({kAda});
+  EXPECT_EQ(component.Initialize(&selection), S_OK);
+  EXPECT_TRUE(directory.asked == IID_IADs);
+}
+
+/// Notes how many objects are bound when the library goes.
+class LibraryLast final : public IComponentLibrary {
+ public:
+  explicit LibraryLast(const testing::FakeDirectory& directory) : directory_(directory) {}
+  LibraryThread CoInitialize() override { return 7; }
+  void CoUninitialize(LibraryThread thread) override {
+    EXPECT_EQ(thread, 7U) << "the thread that initialised it";
+    bound_at_the_end = directory_.live_objects();
+  }
+  std::size_t bound_at_the_end = 99;
+
+ private:
+  const testing::FakeDirectory& directory_;
+};
+
+TEST_F(AdsBaseTest, ThePresetObjectGoesBeforeTheComponentLibrary) {
+  LibraryLast library(host_.directory);
+  const Platform platform{host_.faulty,   host_.message_box, host_.modal_dialogs,
+                          host_.choosers, host_.text,        library};
+  auto component = std::make_unique<Component>(platform);
+  component->SetObject(Bind(kAda).Get());
+  EXPECT_EQ(host_.directory.live_objects(), 1U);
+  component.reset();
+  EXPECT_EQ(library.bound_at_the_end, 0U);
+}
+
 TEST_F(AdsBaseTest, AFailedConnectionTestIsReturnedAndThePathsStay) {
   host_.faults().Fail(FaultPoint::kOpenObject, 1, E_ACCESSDENIED);
   EXPECT_EQ(Select({kAda}), E_ACCESSDENIED);
@@ -216,6 +279,19 @@ TEST_F(AdsBaseTest, AFailedWriteNamesItsFieldAndStops) {
   EXPECT_EQ(host_.message_box.records().front().message.icon, MessageIcon::kError);
   EXPECT_EQ(host_.message_box.records().front().message.caption, "Pelora Error");
   EXPECT_EQ(host_.directory.calls().size(), 1U) << "what came before has been handed over";
+}
+
+TEST_F(AdsBaseTest, TheDirectorysSuccessCodesAreNoStop) {
+  const Ref<IADs> object = host_.faulty.Wrap(Bind(kAda));
+  host_.directory.ClearCalls();
+  host_.faults().Answer(FaultPoint::kPut, 1, S_ADS_ERRORSOCCURRED);
+  host_.faults().Answer(FaultPoint::kPut, 2, S_FALSE);
+  ChangeList changes = {{.value = "a", .name = "description"},
+                        {.value = "b", .name = "mail"},
+                        {.value = "c", .name = "peloraUserServer"}};
+  EXPECT_EQ(component_->WriteAttributes(*object, changes, true), S_OK);
+  EXPECT_EQ(host_.directory.calls().size(), 3U);
+  EXPECT_THAT(Boxes(), IsEmpty());
 }
 
 TEST_F(AdsBaseTest, AChangeOfAnotherTypeStopsWithAWarning) {

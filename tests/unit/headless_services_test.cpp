@@ -62,9 +62,9 @@ TEST(HeadlessMessageBox, AnswersWithTheLeastOfItself) {
 
 TEST(HeadlessComponentLibrary, CountsItsCalls) {
   HeadlessComponentLibrary library;
-  library.CoInitialize();
-  library.CoInitialize();
-  library.CoUninitialize();
+  const LibraryThread thread = library.CoInitialize();
+  EXPECT_EQ(library.CoInitialize(), thread);
+  library.CoUninitialize(thread);
   EXPECT_EQ(library.initialized(), 2);
   EXPECT_EQ(library.uninitialized(), 1);
 }

@@ -28,7 +28,7 @@ class LimitedListBox final : public IListBox {
     if (rows_.Count() >= limit_) return std::nullopt;
     return rows_.Add(text);
   }
-  bool Remove(RowIndex row) override { return rows_.Remove(row); }
+  bool Remove(RowIndex row) override { return !keeps_rows_ && rows_.Remove(row); }
   void Clear() override { rows_.Clear(); }
   RowIndex Count() const override { return rows_.Count(); }
   std::string Text(RowIndex row) const override { return rows_.Text(row); }
@@ -39,8 +39,11 @@ class LimitedListBox final : public IListBox {
   void SetTabStops(std::span<const int> stops) override { rows_.SetTabStops(stops); }
 
   void set_limit(RowIndex limit) { limit_ = limit; }
+  /// No row can be removed any more.
+  void KeepRows() { keeps_rows_ = true; }
 
  private:
+  bool keeps_rows_ = false;
   HeadlessListBox rows_{true};
   RowIndex limit_ = 1000;
 };
@@ -70,7 +73,7 @@ class MultiValueAttributeTest : public ::testing::Test {
     return list_.Selection() ? list_.Text(*list_.Selection()) : std::string();
   }
   void Load(const std::vector<std::string>& values) {
-    for (const std::string& value : values) EXPECT_EQ(attribute_.Load(list_, value), 0);
+    for (const std::string& value : values) EXPECT_EQ(attribute_.Load(list_, {.text = value}), 0);
   }
   void Delete(const std::string& text) {
     Select(text);
@@ -144,8 +147,8 @@ TEST_F(MultiValueAttributeTest, CapitalsAreThoseOfEveryScript) {
 
 TEST_F(MultiValueAttributeTest, ARefusedRowLeavesTheRecordBehind) {
   list_.set_limit(1);
-  EXPECT_EQ(attribute_.Load(list_, "ada@x"), 0);
-  EXPECT_EQ(attribute_.Load(list_, "bob@x"), 1);
+  EXPECT_EQ(attribute_.Load(list_, {.text = "ada@x"}), 0);
+  EXPECT_EQ(attribute_.Load(list_, {.text = "bob@x"}), 1);
   EXPECT_EQ(attribute_.Add(list_, "zoe@x", kChanged, !kDefault), 0);
   EXPECT_THAT(Rows(), ElementsAre("ada@x"));
   ExpectBuilt(R"(["ada@x", "bob@x", "zoe@x"])", "untouched");
@@ -348,6 +351,49 @@ TEST_F(MultiValueAttributeTest, ARowWithoutARecordGoesWithoutAChange) {
   list_.Add("a row of somebody else");
   Delete("a row of somebody else");
   EXPECT_THAT(Rows(), ElementsAre("ada@x"));
+  ExpectUnchanged();
+}
+
+TEST_F(MultiValueAttributeTest, ARowThatTheListDoesNotDeleteKeepsItsRecord) {
+  Load({"a@x", "b@x"});
+  list_.KeepRows();
+  Delete("a@x");
+  EXPECT_THAT(Rows(), ElementsAre("a@x", "b@x"));
+  ExpectUnchanged();
+  EXPECT_EQ(attribute_.Refresh(list_), 0);
+  EXPECT_THAT(Rows(), ElementsAre("a@x", "b@x"));
+}
+
+TEST_F(MultiValueAttributeTest, AVeryLongElementIsShownCutAndKeptWhole) {
+  const std::string shown(1023, 'a');
+  std::string umlauts;
+  for (int count = 0; count < 1023; ++count) umlauts += "\xC3\xBC";
+  EXPECT_EQ(attribute_.Load(list_, {.text = shown + "tail", .is_shown_cut = true}), 0);
+  EXPECT_EQ(attribute_.Load(list_, {.text = umlauts + "b", .is_shown_cut = true}), 0);
+  EXPECT_EQ(attribute_.Load(list_, {.text = shown + "bare"}), 0);
+  EXPECT_THAT(Rows(), ElementsAre(shown, shown + "bare", umlauts));
+  Select(shown);
+  const std::string* const selected = MultiValueAttribute::SelectedValue(list_);
+  ASSERT_NE(selected, nullptr);
+  EXPECT_EQ(*selected, shown + "tail");
+  EXPECT_EQ(attribute_.Modify(list_, shown + "tail"), 0);
+  ExpectUnchanged();
+  attribute_.Add(list_, "c", kChanged, !kDefault);
+  ExpectBuilt(ToText(Variant::StringArray({shown + "tail", umlauts + "b", shown + "bare", "c"})),
+              "untouched");
+  Select(shown);
+  EXPECT_EQ(attribute_.Modify(list_, shown + "typed"), 0);
+  EXPECT_THAT(Rows(), ElementsAre(shown + "bare", shown + "typed", "c", umlauts));
+}
+
+TEST_F(MultiValueAttributeTest, ClearedItBeginsAnew) {
+  Load({"a@x", "b@x"});
+  Delete("a@x");
+  attribute_.Clear(list_);
+  EXPECT_THAT(Rows(), IsEmpty());
+  ExpectUnchanged();
+  Load({"c@x"});
+  EXPECT_THAT(Rows(), ElementsAre("c@x"));
   ExpectUnchanged();
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/ldap/network/deleted_names.h"
 #include "hosts/ldap/network/name_filter.h"
 #include "hosts/ldap/network/naming_contexts.h"
 #include "hosts/ldap/network/server_name.h"
@@ -116,6 +117,39 @@ TEST(ValueRanges, ARangeThatIsNotWhatItSaysIsOfNoUse) {
   // Twice the same attribute.
   EXPECT_EQ(File({{"member", {"a"}}, {"member;range=0-*", {"a"}}}), "of no use");
   EXPECT_EQ(File({{"member;range=0-*", {"a"}}, {"Member;Range=0-0", {"a"}}}), "of no use");
+}
+
+TEST(DeletedName, IsRemovedByItsIdentifier) {
+  EXPECT_EQ(NameForRemoval("CN=Uta\\0ADEL:5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c90,CN=Deleted "
+                           "Objects,DC=example"),
+            "<GUID=5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c90>");
+}
+
+TEST(DeletedName, AnyOtherIsRemovedAsItIs) {
+  for (const char* const name :
+       {"CN=Uta,DC=example", "", "CN=Uta\\0ADEL:5d0e8c1a,DC=example",
+        "CN=Uta\\0ADEL:5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c90",
+        "CN=Uta\\0ADEL:5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6x90,DC=example",
+        "CN=Uta\\0ADEL:5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c90>,DC=example"}) {
+    EXPECT_EQ(NameForRemoval(name), name);
+  }
+}
+
+TEST(DeletedName, OnlyRemovedNamesAreSentOtherwise) {
+  const std::string name = "CN=Uta\\0ADEL:5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c90,DC=example";
+  Schema schema;
+  schema.Add("names", {.syntax = Syntax::kDistinguishedName});
+  schema.Add("text", {});
+  using Operation = Modification::Operation;
+  const std::vector<Modification> changes = {{Operation::kDelete, "names", {"CN=a", name}},
+                                             {Operation::kAdd, "names", {name}},
+                                             {Operation::kDelete, "text", {name}},
+                                             {Operation::kDelete, "unknown", {name}}};
+  const std::vector<Modification> sent = WithNamesForRemoval(schema, changes);
+  ASSERT_EQ(sent.size(), changes.size());
+  EXPECT_EQ(sent[0].values,
+            (AttributeValues{"CN=a", "<GUID=5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c90>"}));
+  for (std::size_t at = 1; at < sent.size(); ++at) EXPECT_EQ(sent[at].values, changes[at].values);
 }
 
 }  // namespace

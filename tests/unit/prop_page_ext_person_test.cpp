@@ -260,6 +260,53 @@ TEST_F(PersonTest, ModifyingWithoutASelectionAnswersOneAndOpensNothing) {
   EXPECT_FALSE(page().IsModified());
 }
 
+TEST_F(PersonTest, AModificationAnswersZeroAndLeavesTheButtons) {
+  for (const std::int32_t button : {kDialogCancel, kDialogOk}) {
+    OpenWithAddresses();
+    SelectAddress("zoe@x");
+    // Nobody tells the buttons of a selection: they stay as they are.
+    for (const ControlId id : {IDC_EMAIL_DELETE, IDC_EMAIL_DEFAULT}) {
+      page().dialog().SetEnabled(id, false);
+    }
+    TypeNext("bob@x", button);
+    EXPECT_EQ(page().page().OnCommand(IDC_EMAIL_MODIFY, ControlNotification::kClicked), 0);
+    EXPECT_THAT(AddressButtons(), ElementsAre(false, true, false));
+  }
+}
+
+TEST_F(PersonTest, OneAddressThatIsNotSelectedLeavesDeleteAsTheRequirementHasIt) {
+  for (const bool required : {true, false}) {
+    Open({{"mail", Variant::String("ada@x")}}, required);
+    page().page().OnCommand(IDC_EMAIL_LIST, ControlNotification::kSelectionChange);
+    EXPECT_THAT(AddressButtons(), ElementsAre(!required, false, false)) << required;
+  }
+}
+
+TEST_F(PersonTest, ADefaultAddressReadWithASuccessCodeIsOne) {
+  bench_.directory.AddObject(kAda, {{"mail", Variant::String("Mia@x")}});
+  bench_.faulty.plan().Answer(FaultPoint::kGet, 1, S_FALSE);
+  OpenOn({kAda});
+  EXPECT_THAT(Addresses(), ElementsAre("MIA@X"));
+}
+
+TEST_F(PersonTest, NoDelegateChosenIsNoEdit) {
+  Open({});
+  bench_.choosers.Choose(std::vector<std::string>{});
+  page().Click(IDC_SENDAS_ADD);
+  EXPECT_EQ(bench_.choosers.pickers().size(), 1U);
+  EXPECT_THAT(Delegates(), IsEmpty());
+  EXPECT_FALSE(page().IsModified());
+}
+
+TEST_F(PersonTest, DeletingADelegateWithNothingSelectedMarksThePageAndDeletesNone) {
+  Open({{"peloraSendAsPrivilege", Variant::StringArray({"CN=Bob,DC=x", "CN=Zoe,DC=x"})}});
+  page().page().OnCommand(IDC_SENDAS_DELETE, ControlNotification::kClicked);
+  EXPECT_THAT(Delegates(), ElementsAre("CN=Bob,DC=x", "CN=Zoe,DC=x"));
+  EXPECT_TRUE(page().IsModified());
+  EXPECT_TRUE(page().Apply());
+  EXPECT_THAT(bench_.Writes(), ElementsAre("SetInfo " + kAda));
+}
+
 TEST_F(PersonTest, ACancelledModificationChangesNothing) {
   OpenWithAddresses();
   SelectAddress("zoe@x");

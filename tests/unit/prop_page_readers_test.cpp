@@ -77,8 +77,9 @@ class PropPageReadersTest : public ::testing::Test {
   std::vector<std::string> LoadMultiValue(const std::vector<Variant>& values, int stop_after = 99) {
     std::vector<std::string> taken;
     Load("otherMailbox", values, [&](CPropPage& page, const BoundObjects& objects) {
-      page.LoadMultiValue(objects, "otherMailbox", [&](std::string value) {
-        taken.push_back(std::move(value));
+      page.LoadMultiValue(objects, "otherMailbox", [&](StoredValue value) {
+        taken.push_back(std::move(value.text));
+        cut_.push_back(value.is_shown_cut);
         return --stop_after > 0 ? 0 : 1;
       });
     });
@@ -87,6 +88,8 @@ class PropPageReadersTest : public ::testing::Test {
 
   testing::TestHost host_;
   int made_ = 0;
+  /// Of the values taken, which are to be shown cut.
+  std::vector<bool> cut_;
   Ref<ReaderPage> page_;
   std::unique_ptr<HeadlessDialog> dialog_;
 };
@@ -181,12 +184,13 @@ TEST_F(PropPageReadersTest, NamesOfDeletedObjectsAreLeftOut) {
       << "only the mark itself counts";
 }
 
-TEST_F(PropPageReadersTest, AnElementIsTakenUpTo1023Characters) {
-  const std::string ascii(1023, 'a');
-  std::string umlauts;
-  for (int count = 0; count < 1023; ++count) umlauts += "\xC3\xBC";
-  EXPECT_THAT(LoadMultiValue({Variant::StringArray({ascii, ascii + "b", umlauts, umlauts + "b"})}),
-              ElementsAre(ascii, ascii, umlauts, umlauts));
+TEST_F(PropPageReadersTest, ElementsComeWholeAndAreToBeShownCut) {
+  const std::string text(2000, 'a');
+  EXPECT_THAT(LoadMultiValue({Variant::StringArray({text, "b"})}), ElementsAre(text, "b"));
+  EXPECT_THAT(cut_, ElementsAre(true, true));
+  cut_.clear();
+  EXPECT_THAT(LoadMultiValue({Variant::String(text)}), ElementsAre(text));
+  EXPECT_THAT(cut_, ElementsAre(false)) << "a single string";
 }
 
 TEST_F(PropPageReadersTest, AListThatRefusesAValueEndsTheLoading) {
@@ -195,6 +199,23 @@ TEST_F(PropPageReadersTest, AListThatRefusesAValueEndsTheLoading) {
 
 TEST_F(PropPageReadersTest, ListsAreNotReadForSeveralObjects) {
   EXPECT_THAT(LoadMultiValue({Variant::String("a"), Variant::String("a")}), IsEmpty());
+}
+
+TEST_F(PropPageReadersTest, TextsBeyond1023CharactersAreWhole) {
+  const std::string text(2000, 't');
+  LoadText({Variant::String(text)});
+  EXPECT_EQ(dialog_->Text(kEdit), text);
+  LoadSingleText({Variant::String(text)});
+  EXPECT_EQ(dialog_->Text(kEdit), text);
+  EXPECT_THAT(LoadMultiValue({Variant::String(text)}), ElementsAre(text)) << "a single string";
+}
+
+TEST_F(PropPageReadersTest, ASuccessCodeOfReadingHandsTheValuesOver) {
+  host_.faults().Answer(FaultPoint::kGet, 1, S_FALSE);
+  EXPECT_THAT(LoadMultiValue({Variant::StringArray({"a", "b"})}), ElementsAre("a", "b"));
+  host_.faults().Answer(FaultPoint::kGet, 1, S_FALSE);
+  LoadSingleText({Variant::String("d")});
+  EXPECT_EQ(dialog_->Text(kEdit), "d");
 }
 
 TEST_F(PropPageReadersTest, AFailedReadHandsNothingOver) {

@@ -293,40 +293,6 @@ TEST_F(PropPageTest, AnApplyThatGetsNowhereLeavesTheSheetModified) {
   EXPECT_TRUE(sheet_.IsApplyEnabled());
 }
 
-TEST_F(PropPageTest, APageThatWasNotLoadedWritesNothing) {
-  for (const HRESULT status : {kNoSuchObject, S_FALSE}) {
-    HeadlessPropertySheet sheet(host_.templates);
-    const auto page = Ref<TestPage>::Adopt(new TestPage(host_.platform, destroyed_));
-    page->RegisterCollect([](ChangeList& changes) {
-      changes.push_back({.name = "description"});
-      return S_OK;
-    });
-    SelectionDataObject selection({kAda});
-    ASSERT_EQ(page->Initialize(&selection), S_OK);
-    ASSERT_EQ(page->AddPages(sheet.PageTaker()), S_OK);
-    host_.faults().Fail(FaultPoint::kGetObject, 1, status);
-    sheet.Show();
-    host_.directory.ClearCalls();
-    host_.message_box.ClearRecords();
-    EXPECT_FALSE(sheet.Ok()) << "the next binding would succeed";
-    EXPECT_TRUE(sheet.IsOpen());
-    EXPECT_THAT(host_.directory.Log(), IsEmpty());
-    ASSERT_EQ(Boxes().size(), 1U);
-    EXPECT_TRUE(Boxes().front().starts_with("Unable to get connection with the ldap user\r\n"));
-  }
-}
-
-TEST_F(PropPageTest, APageWhoseLoadingFailedHalfWayWritesNothing) {
-  page_->RegisterLoad([](const BoundObjects&) { return E_ACCESSDENIED; });
-  Open({kAda});
-  Write("description", "d");
-  host_.directory.ClearCalls();
-  EXPECT_EQ(Apply(), kPageInvalidStay);
-  EXPECT_THAT(host_.directory.Log(), IsEmpty());
-  EXPECT_THAT(Boxes(), ElementsAre("Unable to get connection with the ldap user"
-                                   "\r\n\r\nError code: 0X80070005"));
-}
-
 TEST_F(PropPageTest, AFailedBindingOnApplyIsShownWithoutFullStop) {
   Open({kAda, kBob});
   Write("description", "d");

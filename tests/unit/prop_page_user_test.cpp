@@ -282,6 +282,14 @@ TEST_F(UserTest, AServerIsChosenFromTheComputers) {
   EXPECT_THAT(Applied(), Contains(R"(peloraUserServer "node2")"));
 }
 
+TEST_F(UserTest, NoServerChosenIsNoEdit) {
+  Open({{"peloraUserServer", Variant::String("node1")}});
+  bench_.choosers.Choose(std::vector<std::string>{});
+  page().Click(IDC_SERVER_SELECT);
+  EXPECT_EQ(dialog().Text(IDC_SERVER), "node1");
+  EXPECT_FALSE(page().IsModified());
+}
+
 TEST_F(UserTest, ACancelledOrFailedChoiceOfAServerChangesNothing) {
   Open({{"peloraUserServer", Variant::String("node1")}});
   page().Click(IDC_SERVER_SELECT);

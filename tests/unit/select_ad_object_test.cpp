@@ -127,6 +127,27 @@ TEST_P(ObjectPickerTest, AFailedStepGivesItsStatus) {
   }
 }
 
+TEST_P(ObjectPickerTest, SuccessCodesOfStepsAndReadsEndNothing) {
+  for (const auto step :
+       {FakeChoosers::Step::kCreate, FakeChoosers::Step::kInitialize, FakeChoosers::Step::kRun}) {
+    bench_.choosers.Choose({kAda});
+    bench_.choosers.FailAt(step, S_FALSE);
+    EXPECT_EQ(Pick(SelectionMode::kMultiple), S_OK);
+    EXPECT_EQ(names_.size(), 1U);
+  }
+  bench_.choosers.Choose({kAda, kBob});
+  bench_.faulty.plan().Answer(FaultPoint::kGet, 1, S_FALSE);
+  bench_.faulty.plan().Answer(FaultPoint::kGetObject, 2, S_ADS_ERRORSOCCURRED);
+  EXPECT_EQ(Pick(SelectionMode::kMultiple), S_OK);
+  EXPECT_EQ(names_.size(), 2U);
+}
+
+TEST_P(ObjectPickerTest, NothingChosenIsAnEmptyList) {
+  bench_.choosers.Choose(std::vector<std::string>{});
+  EXPECT_EQ(Pick(SelectionMode::kMultiple), S_OK);
+  EXPECT_TRUE(names_.empty());
+}
+
 TEST_P(ObjectPickerTest, AnObjectThatCannotBeBoundLosesTheWholeChoice) {
   bench_.choosers.Choose({kAda, "LDAP://CN=Gone,DC=x", kBob});
   EXPECT_EQ(Pick(SelectionMode::kMultiple), kNoSuchObject);
@@ -182,6 +203,16 @@ TEST_F(SelectContainersTest, PathsBecomeDistinguishedNames) {
   EXPECT_EQ(chooser_.SelectContainers(nullptr, names_, SelectionMode::kMultiple), S_OK);
   EXPECT_THAT(names_, ElementsAre("OU=One,DC=x", "OU=Two"));
   EXPECT_EQ(bench_.directory.calls().size(), 0U);
+}
+
+TEST_F(SelectContainersTest, SuccessCodesOfStepsEndNothing) {
+  for (const auto step : {FakeChoosers::Step::kCreate, FakeChoosers::Step::kRun}) {
+    bench_.choosers.Find(ChosenObjects::AsObjectNames({"LDAP://OU=One,DC=x"}));
+    bench_.choosers.FailAt(step, S_FALSE);
+    EXPECT_EQ(chooser_.SelectContainers(bench_.some_dialog(), names_, SelectionMode::kSingle),
+              S_OK);
+    EXPECT_THAT(names_, ElementsAre("OU=One,DC=x"));
+  }
 }
 
 TEST_F(SelectContainersTest, AFailedStepGivesItsStatus) {

@@ -195,6 +195,21 @@ TEST(ReadSelection, MemoryThatCannotBeReachedIsReleasedAllTheSame) {
   EXPECT_EQ(chosen->releases(), 1);
 }
 
+TEST(ReadSelection, MemoryThatCannotBeReachedIsNoticedBeforeTheFormat) {
+  const Ref<ChosenObjects> chosen(new ChosenObjects("Shell IDList", MakeDsSelectionList({kAda})));
+  chosen->HideMemory();
+  std::vector<std::string> paths;
+  EXPECT_EQ(ReadSelection(chosen.Get(), "Shell IDList", paths), HresultOfBits(0x80004003));
+}
+
+TEST(ReadSelection, ARenderingWithASuccessCodeIsRead) {
+  const Ref<ChosenObjects> chosen(ChosenObjects::AsSelectionList({kAda}));
+  chosen->FailWith(S_FALSE);
+  std::vector<std::string> paths;
+  EXPECT_EQ(ReadSelection(chosen.Get(), kDsSelectionListFormat, paths), S_OK);
+  EXPECT_THAT(paths, ElementsAre(kAda));
+}
+
 TEST(ReadSelection, AnotherFormatIsRefusedEvenIfItIsRendered) {
   const Ref<ChosenObjects> chosen(new ChosenObjects("Shell IDList", MakeDsSelectionList({kAda})));
   std::vector<std::string> paths;

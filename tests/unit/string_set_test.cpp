@@ -124,5 +124,20 @@ TEST_F(StringSetTest, ContainsIsSetOnlyWhenTheReadSucceeded) {
   EXPECT_FALSE(contains);
 }
 
+TEST_F(StringSetTest, ASuccessCodeOfReadingIsARead) {
+  directory_.SetValue(kAda, kFeatures, Variant::String("imap"));
+  const Ref<IADs> object = Bind();
+  faulty_.plan().Answer(FaultPoint::kGet, 1, S_FALSE);
+  StringSet values;
+  EXPECT_EQ(ReadStringSet(*object, kFeatures, values), S_OK);
+  EXPECT_THAT(values, ElementsAre("imap"));
+}
+
+TEST_F(StringSetTest, LongValuesAreWhole) {
+  const std::string one(5000, 'a');
+  EXPECT_THAT(Read(Variant::String(one)), ElementsAre(one));
+  EXPECT_THAT(Read(Variant::StringArray({one, one + "b"})), ElementsAre(one, one + "b"));
+}
+
 }  // namespace
 }  // namespace pelora

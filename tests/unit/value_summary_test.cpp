@@ -111,12 +111,25 @@ TEST_F(ValueSummaryTest, OnlyASingleStringCountsAsOne) {
 }
 
 TEST_F(ValueSummaryTest, AValueCountsOnlyWhenReadingSaysExactlyOk) {
-  const BoundObjects objects = Bind("peloraAccount", {Variant::Integer(1)});
-  for (const HRESULT status : {E_ACCESSDENIED, S_FALSE}) {
-    faulty_.plan().Fail(FaultPoint::kGet, 1, status);
-    EXPECT_FALSE(SummarizeFlag(objects, "peloraAccount").value());
-  }
-  EXPECT_TRUE(SummarizeFlag(objects, "peloraAccount").value());
+  const BoundObjects flagged = Bind("peloraAccount", {Variant::Integer(1)});
+  const BoundObjects described = Bind("description", {Variant::String("x")});
+  faulty_.plan().Fail(FaultPoint::kGet, 1, E_ACCESSDENIED);
+  EXPECT_FALSE(SummarizeFlag(flagged, "peloraAccount").value());
+  // The value comes all the same, and does not count.
+  faulty_.plan().Answer(FaultPoint::kGet, 1, S_FALSE);
+  EXPECT_FALSE(SummarizeFlag(flagged, "peloraAccount").value());
+  faulty_.plan().Answer(FaultPoint::kGet, 1, S_ADS_ERRORSOCCURRED);
+  EXPECT_EQ(SummarizeInteger(flagged, "peloraAccount").value(), 0);
+  faulty_.plan().Answer(FaultPoint::kGet, 1, S_FALSE);
+  EXPECT_EQ(SummarizeString(described, "description").value(), "");
+  EXPECT_TRUE(SummarizeFlag(flagged, "peloraAccount").value());
+  EXPECT_EQ(SummarizeString(described, "description").value(), "x");
+}
+
+TEST_F(ValueSummaryTest, ALongTextIsWhole) {
+  const std::string text(5000, 't');
+  EXPECT_EQ(SummarizeString(Bind("description", {Variant::String(text)}), "description").value(),
+            text);
 }
 
 }  // namespace

@@ -17,8 +17,11 @@ int RunUndo(const CommandLine& line, Program& program) {
   const ldap::StoreStatus status = changes::ReadUndoFile(line.arguments.front(), schema, undone);
   if (!status.Ok()) throw WrongUsage(status.text);
   WriteRun run(line, program, schema, undone.size());
+  changes::RunOptions options = run.Options();
+  // What somebody changed since is left alone, in lists too.
+  options.lists = changes::Lists::kUntouched;
   changes::RunChanges(
-      *session->store, undone, run.Options(),
+      *session->store, undone, options,
       [&run](std::size_t /*at*/, const changes::Result& result) { run.results().Take(result); });
   return run.results().Finish();
 }

@@ -10,6 +10,7 @@
 #include "hosts/ldap/as_made.h"
 #include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/network/deleted_names.h"
 #include "hosts/ldap/network/entry_reader.h"
 #include "hosts/ldap/network/ldap_answer.h"
 #include "hosts/ldap/network/paged_search.h"
@@ -165,9 +166,10 @@ NetworkStore::SentWrite NetworkStore::SendModify(const std::string& dn,
                                                  ModifyWay way) {
   StoreStatus status = ModifyRules(*schema_, IsName).CheckValues(modifications);
   if (!status.Ok()) return {.what = dn, .status = std::move(status)};
+  const std::vector<Modification> sent = WithNamesForRemoval(*schema_, modifications);
   return SendWriting("the change of '" + dn + "'", LDAP_RES_MODIFY,
                      [&](LdapConnection& connection, LdapConnection::RequestId& id) {
-                       return connection.SendModify(dn, modifications, way, id);
+                       return connection.SendModify(dn, sent, way, id);
                      });
 }
 

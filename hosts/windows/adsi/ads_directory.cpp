@@ -10,15 +10,6 @@
 namespace pelora::windows {
 namespace {
 
-constexpr std::string_view kProvider = "LDAP://";
-
-/// Systems differ in what they say of a path that begins with no provider known to them. What a
-/// provider says, be it another one than usual, is left as it is.
-HRESULT StatusOfPath(HRESULT status, std::string_view path) {
-  const bool may_have_no_provider = status == E_FAIL || status == MK_E_SYNTAX;
-  return may_have_no_provider && !path.starts_with(kProvider) ? E_ADS_BAD_PATHNAME : status;
-}
-
 /// What the system bound, behind the port; its status when it bound nothing.
 HRESULT Take(HRESULT status, const Ref<::IUnknown>& bound, Ref<pelora::IADs>& object) {
   if (FAILED(status)) return status;
@@ -45,7 +36,10 @@ HRESULT AdsDirectory::ADsGetObject(const std::string& path, const Guid& iid,
     Ref<::IUnknown> bound;
     const HRESULT status = ::ADsGetObject(windows::ToWide(path).c_str(), ToSystem(iid),
                                           reinterpret_cast<void**>(bound.Put()));
-    return Take(StatusOfPath(status, path), bound, object);
+    if (SUCCEEDED(status) && bound) {
+      if (const HRESULT filled = AdsObject::FillCache(*bound); FAILED(filled)) return filled;
+    }
+    return Take(status, bound, object);
   });
 }
 
@@ -61,7 +55,7 @@ HRESULT AdsDirectory::ADsOpenObject(const std::string& path,
     const HRESULT status = ::ADsOpenObject(windows::ToWide(path).c_str(), TextOrNull(wide_name),
                                            TextOrNull(wide_password), flags, ToSystem(iid),
                                            reinterpret_cast<void**>(bound.Put()));
-    return Take(StatusOfPath(status, path), bound, object);
+    return Take(status, bound, object);
   });
 }
 

@@ -6,6 +6,11 @@
 namespace pelora::windows {
 
 /// The directory through the system's own directory interfaces.
+///
+/// An attribute that cannot be read looks like one that is not set, so a server that goes away
+/// between binding and reading would give a blank page, and an apply would write the blanks. An
+/// object is therefore read whole when it is bound (its first read would have done so), and a
+/// directory that cannot be asked then is a binding that failed.
 class AdsDirectory final : public IDirectoryService {
  public:
   [[nodiscard]] HRESULT ADsGetObject(const std::string& path, const Guid& iid,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/windows/adsi/ads_object.h"
 
+#include "hosts/windows/adsi/unreachable.h"
 #include "hosts/windows/guarded.h"
 #include "hosts/windows/values/automation_variant.h"
 #include "hosts/windows/values/bstr.h"
@@ -16,6 +17,14 @@ HRESULT AdsObject::Wrap(::IUnknown& bound, Ref<pelora::IADs>& object) {
   if (FAILED(status)) return status;
   object = Ref<pelora::IADs>::Adopt(new AdsObject(std::move(system_object)));
   return S_OK;
+}
+
+HRESULT AdsObject::FillCache(::IUnknown& bound) {
+  Ref<::IADs> object;
+  const HRESULT offered = bound.QueryInterface(::IID_IADs, reinterpret_cast<void**>(object.Put()));
+  if (FAILED(offered)) return offered;
+  const HRESULT status = object->GetInfo();
+  return SaysUnreachable(status) ? status : S_OK;
 }
 
 HRESULT AdsObject::QueryInterface(const Guid& iid, void** object) {

@@ -16,6 +16,10 @@ class AdsObject final : public CountedPort<pelora::IADs> {
   /// Puts what the system bound behind the port. `E_NOINTERFACE` when it is no directory object.
   [[nodiscard]] static HRESULT Wrap(::IUnknown& bound, Ref<pelora::IADs>& object);
 
+  /// Fills the property cache, so that reading asks the directory no more. Only a directory that
+  /// could not be asked is a failure: whatever else is wrong, each read answers for itself.
+  [[nodiscard]] static HRESULT FillCache(::IUnknown& bound);
+
   [[nodiscard]] HRESULT QueryInterface(const Guid& iid, void** object) override;
   [[nodiscard]] HRESULT Get(std::string_view name, Variant& value) override;
   [[nodiscard]] HRESULT Put(std::string_view name, const Variant& value) override;

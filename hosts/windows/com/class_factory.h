@@ -12,7 +12,7 @@ using CreateInstanceFunction = HRESULT (*)(const ModuleContext& context,
                                            void** object);
 
 /// Class factory of one class of the class table. Objects of another's are not aggregated.
-class CComClassFactory : public CComObjectRootEx<CComMultiThreadModel>, public ::IClassFactory {
+class CComClassFactory : public CComObjectRootEx, public ::IClassFactory {
  public:
   using Interfaces = InterfaceList<::IClassFactory>;
 

@@ -9,18 +9,11 @@
 
 namespace pelora::windows {
 
-/// How references are counted: of an object that one apartment uses, and of one that any thread
-/// may.
-struct CComSingleThreadModel {
-  using Count = ULONG;
-};
-struct CComMultiThreadModel {
-  using Count = std::atomic<ULONG>;
-};
-
 /// First base of every object: its count of references, which begins at 1, and its lock on the
 /// module, which is the last thing that it gives up unless it says otherwise.
-template <class ThreadModel>
+///
+/// Objects are used in one apartment. Their references are not: a page may be released on the
+/// sheet's thread while the console lets its component go on its own.
 class CComObjectRootEx {
  public:
   CComObjectRootEx(const CComObjectRootEx&) = delete;
@@ -34,13 +27,14 @@ class CComObjectRootEx {
   [[nodiscard]] const ModuleContext& context() const { return context_; }
   ULONG InternalAddRef() { return ++references_; }
   ULONG InternalRelease() { return --references_; }
+  [[nodiscard]] ULONG references() const { return references_; }
   /// What is left of the object no longer keeps the module loaded.
   void GiveUpModuleLock() { lock_.reset(); }
 
  private:
   const ModuleContext& context_;
   std::optional<ModuleLock> lock_;
-  typename ThreadModel::Count references_ = 1;
+  std::atomic<ULONG> references_ = 1;
 };
 
 /// The interfaces that an object answers `QueryInterface` with. The first one is its identity.

@@ -9,7 +9,7 @@ namespace pelora::windows {
 
 /// The system's face of a property tab: it forwards the console's calls to the tab's ports. All
 /// that a tab does is done behind them.
-class PropertyPageShell : public CComObjectRootEx<CComSingleThreadModel>,
+class PropertyPageShell : public CComObjectRootEx,
                           public CComCoClass<PropertyPageShell>,
                           public CSnapInPropertyPageImpl<PropertyPageShell>,
                           public ::IShellExtInit,

@@ -14,8 +14,8 @@ class CSnapInPropertyPageImpl {
  protected:
   ~CSnapInPropertyPageImpl() = default;
 
-  /// Lets `extension`, a port with `AddPages`, hand its pages to the sheet. A page that the sheet
-  /// refuses is destroyed.
+  /// Lets `extension`, a port with `AddPages`, hand its pages to the sheet. Whatever the sheet
+  /// answers, a page is its own from then on: shown or not, it lives until it is destroyed there.
   template <class Extension>
   [[nodiscard]] HRESULT AddPagesOf(Extension& extension, LPFNADDPROPSHEETPAGE add,
                                    LPARAM parameter) {
@@ -33,9 +33,8 @@ class CSnapInPropertyPageImpl {
     const HPROPSHEETPAGE made = SheetPage::Create(
         shell.context().instance, Ref<::IUnknown>(shell.GetIdentity()), std::move(page));
     if (made == nullptr) return false;
-    if (add(made, parameter) != FALSE) return true;
-    DestroyPropertySheetPage(made);
-    return false;
+    (void)add(made, parameter);
+    return true;
   }
 };
 

@@ -86,6 +86,8 @@ void WizardShell::OnPageReleased() {
   // A page that was refused has not taken the wizard with it.
   if (is_adding_page_) return;
   (void)wizard_.Detach();
+  // One reference is that of the page under release.
+  if (references() > 1) code_ = HoldThisCode();
   GiveUpModuleLock();
 }
 

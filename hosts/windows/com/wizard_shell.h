@@ -4,6 +4,7 @@
 #include "hosts/windows/com/com_co_class.h"
 #include "hosts/windows/com/provide_class_info.h"
 #include "hosts/windows/com/snap_in_property_page.h"
+#include "hosts/windows/module/loader_reference.h"
 #include "hosts/windows/wizard_headers.h"
 #include "platform/new_object_wizard.h"
 
@@ -13,7 +14,8 @@ namespace pelora::windows {
 ///
 /// When the console releases the page, the wizard ends and the lock on the module is given up,
 /// whatever references the console holds: calls through them answer `E_UNEXPECTED` from then on.
-class WizardShell : public CComObjectRootEx<CComSingleThreadModel>,
+/// The code that they lead to stays in memory until the last of them is given back.
+class WizardShell : public CComObjectRootEx,
                     public CComCoClass<WizardShell>,
                     public CSnapInPropertyPageImpl<WizardShell>,
                     public ::IDsAdminNewObjExt,
@@ -48,6 +50,8 @@ class WizardShell : public CComObjectRootEx<CComSingleThreadModel>,
   [[nodiscard]] ::IUnknown* GetIdentity() { return static_cast<::IDsAdminNewObjExt*>(this); }
   void OnPageReleased();
 
+  /// From the page's release on, as long as somebody else holds the shell.
+  LoaderReference code_;
   /// None once the page has been released: the wizard went with it.
   Ref<pelora::IDsAdminNewObjExt> wizard_;
   bool is_adding_page_ = false;

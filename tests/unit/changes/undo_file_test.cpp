@@ -124,6 +124,66 @@ TEST_F(UndoFileTest, TakesBackWhatWasDoneAndLeavesWhatWasChangedSince) {
   EXPECT_THAT(Stored("peloraQuotaHard"), ElementsAre("777"));
 }
 
+TEST_F(UndoFileTest, AListOfWhichSomebodyChangedThatSinceIsLeftAlone) {
+  Store("otherMailbox", {"a@x", "b@x"});
+  const std::vector<Change> undo = {
+      UndoOf(MakeChange(kUser, {"otherMailbox", true, {"a@x", "b@x"}, {"b@x", "c@x"}}))};
+  const auto run = [&](const RunOptions& options) {
+    std::string text;
+    RunChanges(*store_, undo, options, [&](std::size_t, const Result& result) {
+      text = std::string(WordOf(result.outcome)) + " " + result.message;
+    });
+    return text;
+  };
+  MemoryLog log;
+  for (const bool is_rehearsal : {true, false}) {
+    const RunOptions options{.is_rehearsal = is_rehearsal, .lists = Lists::kUntouched, .log = &log};
+    // Another one took out what was put in.
+    Store("otherMailbox", {"b@x"});
+    EXPECT_EQ(run(options),
+              "refused otherMailbox was b@x; c@x when it was read, is b@x now, and was to become "
+              "a@x; b@x");
+    EXPECT_THAT(Stored("otherMailbox"), ElementsAre("b@x"));
+    // As before, but for what others did elsewhere in it.
+    Store("otherMailbox", {"a@x", "d@x"});
+    EXPECT_EQ(run(options), "unchanged ");
+    EXPECT_EQ(log.notes.size(), log.withdrawn.size());
+    Store("otherMailbox", {"b@x", "c@x", "d@x"});
+    EXPECT_EQ(run(options), "changed ");
+    EXPECT_THAT(Stored("otherMailbox"),
+                is_rehearsal ? ElementsAre("b@x", "c@x", "d@x") : ElementsAre("a@x", "b@x", "d@x"));
+    log = {};
+  }
+}
+
+TEST_F(UndoFileTest, ARehearsalLooksAtWhatIsThere) {
+  Store("peloraQuotaHard", {"2"});
+  const std::string dn = "CN=Made," + std::string(kBase);
+  const Change made{
+      .kind = Change::Kind::kAdd,
+      .dn = dn,
+      .attributes = {{"objectClass", true, {}, {"contact"}}, {"peloraAccount", false, {}, {"1"}}}};
+  const auto rehearse = [&](const std::vector<Change>& changes) {
+    words_.clear();
+    MemoryLog log;
+    RunChanges(
+        *store_, changes, {.is_rehearsal = true, .log = &log},
+        [&](std::size_t, const Result& result) { words_.emplace_back(WordOf(result.outcome)); });
+    return log.notes.size();
+  };
+  EXPECT_EQ(rehearse({Quota("2", "3"), Quota("1", "2"), Quota("1", "3"), made, UndoOf(made),
+                      MakeChange(dn, {"peloraAccount", false, {}, {"1"}})}),
+            2U);
+  EXPECT_THAT(words_,
+              ElementsAre("changed", "unchanged", "refused", "changed", "unchanged", "failed"));
+  ASSERT_TRUE(store_->Add({.dn = dn, .attributes = {{"objectClass", {"contact"}}}}).Ok());
+  EXPECT_EQ(rehearse({made, UndoOf(made)}), 0U);
+  EXPECT_THAT(words_, ElementsAre("failed", "refused"));
+  ASSERT_TRUE(Replace(*store_, dn, "peloraAccount", {"1"}).Ok());
+  EXPECT_EQ(rehearse({UndoOf(made)}), 1U);
+  EXPECT_THAT(Stored("peloraQuotaHard"), ElementsAre("2"));
+}
+
 TEST_F(UndoFileTest, AFileOfSomethingElseIsRefusedWithItsLine) {
   std::vector<Change> changes(1);
   ldap::WriteFile(undo_path_, "# change 0\ndn: CN=a\nchangetype: delete\n\n# change 1\nnonsense\n");

@@ -165,6 +165,34 @@ TEST_F(ArchiverDlgTest, ASearchPutsTheServerIntoTheEdit) {
   EXPECT_EQ(bench_.choosers.pickers().size(), 2U);
 }
 
+TEST_F(ArchiverDlgTest, ASearchThatFindsNobodyChangesNothing) {
+  Run(kDialogCancel, {}, [&](HeadlessUser& user) {
+    user.TypeText(IDC_ARCHIVER_NAME, "half");
+    bench_.choosers.Choose(std::vector<std::string>{});
+    EXPECT_EQ(user.Click(IDC_ARCHIVER_SEARCH), UserAnswer::kDone);
+    EXPECT_EQ(Name(user), "half");
+  });
+}
+
+TEST_F(ArchiverDlgTest, RemoveWithNothingSelectedDoesNothing) {
+  Run(kDialogCancel, {"arc1", "arc2"}, [](HeadlessUser& user) {
+    user.TypeText(IDC_ARCHIVER_NAME, "half");
+    user.dialog().SetEnabled(IDC_ARCHIVER_REMOVE, true);
+    EXPECT_EQ(user.Click(IDC_ARCHIVER_REMOVE), UserAnswer::kDone);
+    EXPECT_EQ(Rows(user), (Lines{"arc1", "arc2"}));
+    EXPECT_EQ(Name(user), "half");
+    EXPECT_TRUE(CanRemove(user)) << "not even the button changes";
+  });
+}
+
+TEST_F(ArchiverDlgTest, CancelEndsTheDialog) {
+  Run(kDialogCancel, {"arc1"}, [](HeadlessUser& user) {
+    EXPECT_EQ(user.dialog().Result(), std::nullopt);
+    EXPECT_EQ(user.Click(IDCANCEL), UserAnswer::kDone);
+    EXPECT_EQ(user.dialog().Result(), kDialogCancel);
+  });
+}
+
 TEST_F(ArchiverDlgTest, AFailedSearchChangesNothing) {
   bench_.choosers.FailAt(testing::FakeChoosers::Step::kRun, E_ACCESSDENIED);
   Run(kDialogCancel, {}, [](HeadlessUser& user) {

@@ -2,6 +2,8 @@
 // What an apply of the features tab writes, and what it leaves behind when something fails.
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "tests/unit/features/features_bench.h"
 
 namespace pelora {
@@ -145,6 +147,78 @@ TEST_F(FeaturesApplyTest, ServersAreStagedBehindTheListsOfAllUsersAndOnEveryAppl
   EXPECT_EQ(bench_.Writes(), (Lines{kPutAda + "peloraUserArchiveServers \"arc1\"",
                                     kPutBob + "peloraUserArchiveServers \"arc1\"",
                                     "SetInfo " + kAda, "SetInfo " + kBob}));
+}
+
+/// Properties of one text of each user, which an edit replaces; a box says that it is edited.
+template <char name>
+class TextProps final : public IFeatureProps {
+ public:
+  explicit TextProps(const Platform& platform) : platform_(platform) {}
+
+  HRESULT Load(const BoundObjects& objects) override {
+    ambiguous_ = SummarizeString(objects, Attribute()).value() == "?";
+    return S_OK;
+  }
+  HRESULT Edit() override {
+    Message message;
+    message.text = status_;
+    platform_.message_box.Show(nullptr, message);
+    modified_ = true;
+    return S_OK;
+  }
+  HRESULT Save(const BoundObjects& objects) override {
+    for (const Ref<IADs>& object : objects) {
+      if (const HRESULT status = object->Put(Attribute(), Variant::String(status_));
+          FAILED(status)) {
+        return status;
+      }
+    }
+    return S_OK;
+  }
+  const std::string& StatusText() override { return status_; }
+  bool IsModified() const override { return modified_; }
+  bool IsAmbiguous() const override { return ambiguous_; }
+
+  static const char* Attribute() { return name == 'a' ? "description" : "mail"; }
+  static std::shared_ptr<IFeatureProps> Create(const Platform& platform) {
+    return std::make_shared<TextProps>(platform);
+  }
+
+ private:
+  const Platform& platform_;
+  std::string status_{name};
+  bool modified_ = false;
+  bool ambiguous_ = false;
+};
+
+constexpr std::array<std::string_view, 1> kPlainAmong = {"b"};
+constexpr std::array kTwoWithProps = {FeatureWithProps{"c", &TextProps<'c'>::Create},
+                                      FeatureWithProps{"a", &TextProps<'a'>::Create}};
+constexpr FeatureTable kThree = {kPlainAmong, kTwoWithProps};
+
+TEST_F(FeaturesApplyTest, OfTwoFeaturesWithPropertiesEachIsItsOwn) {
+  bench_.directory.AddObject(kAda, {{"mail", Variant::String("?")}});
+  bench_.directory.AddObject(kBob, {{"mail", Variant::String("?")}});
+  Open({kAda, kBob}, kThree);
+  EXPECT_EQ(Rows(), (Lines{"a: a", "b: (Unset)", "c: (c)"})) << "whose colour it is";
+  DoubleClick(2);
+  EXPECT_EQ(Boxes(), Lines{"c"}) << "which is edited";
+  EXPECT_TRUE(Apply());
+  EXPECT_EQ(bench_.Writes(), (Lines{kPutAda + "mail \"c\"", kPutBob + "mail \"c\"",
+                                    "SetInfo " + kAda, "SetInfo " + kBob}))
+      << "the other one is not saved";
+  Select({0});
+  EXPECT_EQ(user().Click(IDC_FEATURE_PROPERTIES), UserAnswer::kDone);
+  EXPECT_EQ(Boxes(), Lines{"a"});
+  EXPECT_TRUE(Apply());
+  EXPECT_EQ(bench_.Writes(), (Lines{kPutAda + "description \"a\"", kPutBob + "description \"a\"",
+                                    kPutAda + "mail \"c\"", kPutBob + "mail \"c\"",
+                                    "SetInfo " + kAda, "SetInfo " + kBob}))
+      << "in the order of rows";
+  // The first failure ends it: the second is not saved then.
+  faults().FailAttribute(FaultPoint::kPut, "description", 1, E_ACCESSDENIED);
+  EXPECT_FALSE(Apply());
+  EXPECT_EQ(bench_.Writes(), Lines{});
 }
 
 TEST_F(FeaturesApplyTest, RemovingEveryServerClearsThemOnEveryUser) {

@@ -63,7 +63,7 @@ TEST(ArchiverTemplate, IsADialogWithItsControls) {
   const DialogTemplate dialog = Read(229);
   EXPECT_EQ(dialog.title, "Archive Servers");
   EXPECT_EQ(Describe(dialog),
-            (Lines{"1043 BUTTON 'Archive Servers'", "1002 EDIT ''", "105 BUTTON 'Search'",
+            (Lines{"1043 BUTTON 'Archive Servers'", "105 BUTTON 'Search'", "1002 EDIT ''",
                    "1008 BUTTON 'Add' off", "1007 LISTBOX ''", "1009 BUTTON 'Remove' off",
                    "1 BUTTON 'OK'", "2 BUTTON 'Cancel'"}));
   constexpr std::uint32_t kGroupBox = 7;

@@ -476,11 +476,37 @@ TEST(WizardLifetime, ARefusedPageTakesNoObjectWithIt) {
     return true;
   };
   EXPECT_EQ(page->AddPages(take), S_OK);
-  EXPECT_EQ(page->AddPages(take), E_UNEXPECTED);
   ASSERT_NE(taken, nullptr);
   EXPECT_EQ(page->Release(), 1U);
   taken.reset();
   EXPECT_FALSE(live);
+}
+
+TEST(WizardLifetime, IsAskedForItsPageASecondTimeAndGivesOne) {
+  PageBench bench;
+  bool live = false;
+  auto* page = new BarePage(bench.platform, live);
+  page->AddRef();
+  std::vector<std::unique_ptr<PropSheetPage>> taken;
+  const auto take = [&taken](std::unique_ptr<PropSheetPage> added) {
+    taken.push_back(std::move(added));
+    return true;
+  };
+  EXPECT_EQ(page->AddPages(take), S_OK);
+  EXPECT_EQ(page->AddPages(take), S_OK);
+  ASSERT_EQ(taken.size(), 2U);
+  EXPECT_EQ(taken[1]->Template(), taken[0]->Template());
+  EXPECT_EQ(page->AddRef(), 4U) << "each page holds a reference";
+  HeadlessDialog left(bench.Template(taken[1]->Template()), taken[1]->Controller());
+  EXPECT_EQ(left.Open(), 0);
+
+  taken.erase(taken.begin());
+  EXPECT_FALSE(live) << "the first release ends the object";
+  // What is left stands without it and does nothing.
+  EXPECT_EQ(taken[0]->Controller().OnPageNotification(PageNotification::kSetActive), 0);
+  EXPECT_EQ(taken[0]->Controller().OnCommand(IDC_CREATE_PELORA, ControlNotification::kClicked), 0);
+  EXPECT_FALSE(taken[0]->Title().empty());
+  taken[0]->Controller().OnDestroy();
 }
 
 }  // namespace

@@ -141,10 +141,22 @@ TEST_F(WizardWriteTest, AFailedFieldIsNamedAndEndsTheWriting) {
   }
 }
 
-TEST_F(WizardWriteTest, AFieldThatIsWrittenOnlyInPartCountsAsNotWritten) {
-  bench_.faulty.plan().Fail(FaultPoint::kPut, 1, S_ADS_ERRORSOCCURRED);
+TEST_F(WizardWriteTest, TheDirectorysSuccessCodesAreNoFailure) {
+  FillIn();
+  bench_.faulty.plan().Answer(FaultPoint::kPut, 1, S_ADS_ERRORSOCCURRED);
+  EXPECT_EQ(Write(), 1);
+  EXPECT_TRUE(bench_.messages.records().empty());
+  EXPECT_EQ(bench_.Writes().size(), 3U);
+}
+
+TEST_F(WizardWriteTest, AChangeThatCannotBeWrittenCountsAsNotWritten) {
+  FillIn();
+  page_.wizard().RegisterCollect([](ChangeList& changes) {
+    changes.push_back({.name = "otherMailbox", .type = ChangeType::kMultiValued});
+    return S_OK;
+  });
   EXPECT_EQ(Write(), 0);
-  EXPECT_EQ(Box(), "warning: Failed on field 'peloraAccount\r\n\r\nError code: 0X5011");
+  EXPECT_EQ(Box(), "warning: Failed on field 'otherMailbox\r\n\r\nError code: 0X5011");
 }
 
 TEST_F(WizardWriteTest, AFailedWriteStillLetsTheObjectBeMade) {

@@ -104,19 +104,29 @@ TEST_F(AdsObjectTest, BindsWithTheUsersOwnCredentials) {
   EXPECT_EQ(fake_.Log(), std::vector<std::string>{"ADsOpenObject " + std::string(kPath) + " 1"});
 }
 
-TEST_F(AdsObjectTest, AFailureOfAKnownProviderIsItsOwnHoweverThePathIsWritten) {
+TEST_F(AdsObjectTest, AFailureIsTheSystemsOwnHoweverThePathIsWritten) {
   constexpr auto kServerDown = static_cast<HRESULT>(0x8007203AU);
   Ref<pelora::IADs> object;
   for (const char* const path : {"LDAP://CN=Ada,DC=fake", "ldap://CN=Ada,DC=fake"}) {
-    faulty_.plan().Fail(FaultPoint::kOpenObject, 1, kServerDown);
-    EXPECT_EQ(directory_.ADsOpenObject(path, std::nullopt, std::nullopt, ADS_SECURE_AUTHENTICATION,
-                                       pelora::IID_IADs, object),
-              kServerDown)
-        << path;
-    EXPECT_FALSE(object);
+    for (const HRESULT status : {kServerDown, E_FAIL, MK_E_SYNTAX, E_ADS_BAD_PATHNAME}) {
+      faulty_.plan().Fail(FaultPoint::kOpenObject, 1, status);
+      EXPECT_EQ(directory_.ADsOpenObject(path, std::nullopt, std::nullopt,
+                                         ADS_SECURE_AUTHENTICATION, pelora::IID_IADs, object),
+                status)
+          << path;
+      EXPECT_FALSE(object);
+    }
   }
-  EXPECT_EQ(directory_.ADsGetObject("nobody://CN=Ada,DC=fake", pelora::IID_IADs, object),
-            E_ADS_BAD_PATHNAME);
+}
+
+TEST_F(AdsObjectTest, APathThatNoProviderKnowsGivesWhatTheSystemSays) {
+  const wchar_t* const path = L"nobody://CN=Ada,DC=fake";
+  Ref<::IUnknown> bound;
+  const HRESULT said = ::ADsGetObject(path, ::IID_IUnknown, reinterpret_cast<void**>(bound.Put()));
+  EXPECT_TRUE(FAILED(said));
+  Ref<pelora::IADs> object;
+  EXPECT_EQ(directory_.ADsGetObject("nobody://CN=Ada,DC=fake", pelora::IID_IADs, object), said);
+  EXPECT_FALSE(object);
 }
 
 TEST_F(AdsObjectTest, ASystemObjectCanBeWrappedAndIsHeldOnce) {

@@ -5,6 +5,7 @@
 
 #include "hosts/windows/system_headers.h"
 #include "hosts/windows/win32_component_library.h"
+#include "tests/windows/support/window_player.h"
 
 namespace pelora::windows {
 namespace {
@@ -21,13 +22,60 @@ TEST(Win32ComponentLibrary, PutsTheThreadIntoASingleThreadedApartmentAsOftenAsAs
     constexpr int kNone = -1;
     Win32ComponentLibrary library;
     EXPECT_NE(Apartment(), APTTYPE_STA);
-    library.CoInitialize();
-    library.CoInitialize();
+    const LibraryThread thread = library.CoInitialize();
+    EXPECT_EQ(thread, GetCurrentThreadId());
+    EXPECT_EQ(library.CoInitialize(), thread);
     EXPECT_EQ(Apartment(), APTTYPE_STA);
-    library.CoUninitialize();
+    library.CoUninitialize(thread);
     EXPECT_EQ(Apartment(), APTTYPE_STA);
-    library.CoUninitialize();
+    library.CoUninitialize(thread);
     EXPECT_EQ(Apartment(), kNone);
+  }).join();
+}
+
+TEST(Win32ComponentLibrary, GivesACountBackOnTheThreadThatTookIt) {
+  Win32ComponentLibrary library;
+  std::thread([&library] {
+    const LibraryThread here = library.CoInitialize();
+    for (int round = 0; round < 2; ++round) EXPECT_EQ(library.CoInitialize(), here);
+    std::thread([&library, here] {
+      const LibraryThread there = library.CoInitialize();
+      library.CoUninitialize(here);
+      library.CoUninitialize(here);
+      EXPECT_EQ(Apartment(), APTTYPE_STA) << "nothing of this thread's was taken";
+      library.CoUninitialize(there);
+      EXPECT_EQ(Apartment(), -1);
+    }).join();
+    test::HandleWaitingMessages();
+    EXPECT_EQ(Apartment(), APTTYPE_STA) << "one count is left";
+    library.CoUninitialize(here);
+    EXPECT_EQ(Apartment(), -1);
+  }).join();
+}
+
+TEST(Win32ComponentLibrary, AThreadThatHasEndedHasTakenItsCountsAlong) {
+  Win32ComponentLibrary library;
+  for (int round = 0; round < 50; ++round) {
+    LibraryThread ended = 0;
+    std::thread([&] { ended = library.CoInitialize(); }).join();
+    std::thread([&] {
+      // The number may be the ended thread's.
+      const LibraryThread thread = library.CoInitialize();
+      library.CoUninitialize(thread);
+      EXPECT_EQ(Apartment(), -1);
+      if (thread != ended) library.CoUninitialize(ended);
+      EXPECT_EQ(Apartment(), -1);
+    }).join();
+  }
+}
+
+TEST(Win32ComponentLibrary, AThreadOfAnotherKindOfApartmentHasNothingToGiveBack) {
+  std::thread([] {
+    Win32ComponentLibrary library;
+    ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+    library.CoUninitialize(library.CoInitialize());
+    EXPECT_EQ(Apartment(), APTTYPE_MTA);
+    CoUninitialize();
   }).join();
 }
 

@@ -68,6 +68,50 @@ TEST_F(FailureTest, BindingFailsWhileThePageIsMade) {
   EXPECT_EQ(Page().ComboBox(IDC_ACCOUNT_TYPE).Count(), 0U);
 }
 
+TEST_F(FailureTest, OnceTheDirectoryIsBackTheSameSheetIsAppliedAndClosed) {
+  console_.FailBinding(2, kServerDown);
+  Open(kUserPage, {kFirst});
+  EXPECT_EQ(boxes_.TakeBoxes().size(), 1U);
+  User().Click(IDC_PELORA_HIDDEN);
+  sheet().ClickOk();
+  EXPECT_TRUE(sheet().IsOpen()) << "what was clicked on the blank page is not written";
+  EXPECT_EQ(boxes_.TakeBoxes().size(), 1U);
+  EXPECT_EQ(directory().CountOf(DirectoryCall::Kind::kSetInfo), 0U);
+  EXPECT_EQ(Page().ComboBox(IDC_ACCOUNT_TYPE).Count(), 6U) << "what is stored is shown";
+  User().Click(IDC_PELORA_HIDDEN);
+  sheet().ClickOk();
+  EXPECT_FALSE(sheet().IsOpen());
+  EXPECT_EQ(directory().Value(kFirst, "peloraHidden"), Variant::Integer(1));
+}
+
+TEST_F(FailureTest, AServerThatGoesAwayRightAfterTheBindingIsAFailedBinding) {
+  console_.FailReading(kServerDown);
+  Open(kUserPage, {kFirst});
+  EXPECT_THAT(boxes_.TakeBoxes(),
+              ElementsAre(ErrorBox("Unable to get connection with the ldap user.\r\n\r\n"
+                                   "Error code: 0X8007203A")));
+  EXPECT_EQ(Page().ComboBox(IDC_ACCOUNT_TYPE).Count(), 0U) << "nothing reads as not set";
+  sheet().ClickOk();
+  EXPECT_TRUE(sheet().IsOpen());
+  EXPECT_EQ(boxes_.TakeBoxes().size(), 1U);
+  EXPECT_EQ(directory().CountOf(DirectoryCall::Kind::kPutEx), 0U) << "nor is it written";
+  console_.FailReading(S_OK);
+  sheet().ClickOk();
+  EXPECT_FALSE(sheet().IsOpen());
+  EXPECT_EQ(directory().live_objects(), 0U);
+}
+
+TEST_F(FailureTest, AnyOtherAnswerToReadingEverythingIsNoFailure) {
+  for (const HRESULT status :
+       {E_NOTIMPL, E_ACCESSDENIED, E_ADS_PROPERTY_NOT_FOUND, E_ADS_OBJECT_UNBOUND, S_FALSE}) {
+    console_.FailReading(status);
+    Open(kUserPage, {kFirst});
+    EXPECT_EQ(Page().ComboBox(IDC_ACCOUNT_TYPE).Count(), 6U);
+    console_.Close();
+  }
+  EXPECT_THAT(boxes_.TakeBoxes(), IsEmpty());
+}
+
 TEST_F(FailureTest, TheSecondOfThreeCannotBeBoundWhileThePageIsMade) {
   directory().RemoveObject(kSecond);
   Open(kUserPage, {kFirst, kSecond, kThird});

@@ -238,7 +238,7 @@ TEST_F(FeaturesTabTest, ArchiveServersAreEditedInTheirDialog) {
     Win32Dialog controls(dialog, DialogRole::kModal);
     EXPECT_EQ(GetWindow(dialog, GW_OWNER), sheet().window());
     EXPECT_EQ(ControlLines(dialog),
-              (Lines{R"(1043 frame "Archive Servers")", R"(1002 edit "")", R"(105 button "Search")",
+              (Lines{R"(1043 frame "Archive Servers")", R"(105 button "Search")", R"(1002 edit "")",
                      R"(1008 button "Add" disabled)", R"(1007 list box "arc1")",
                      R"(1009 button "Remove" disabled)", R"(1 default button "OK")",
                      R"(2 button "Cancel")"}));

@@ -54,6 +54,16 @@ TEST(ModuleFile, IsAProtected64BitLibrary) {
   EXPECT_NE(file.dll_characteristics & IMAGE_DLLCHARACTERISTICS_NX_COMPAT, 0);
 }
 
+TEST(ModuleFile, CanBeLoadedAnywhere) {
+  EXPECT_GT(ReadPeFile(ExtensionPath()).relocation_blocks, 0U)
+      << "without them the system has but one place for it";
+}
+
+TEST(ModuleFile, ChecksItsStack) {
+  // Functions that hold arrays or hand out addresses of what is on the stack: hundreds of ours.
+  EXPECT_GE(ReadPeFile(ExtensionPath()).stack_checks, 200U);
+}
+
 TEST(ModuleFile, IsStrippedAndSmall) {
   const PeFile file = ReadPeFile(ExtensionPath());
   EXPECT_EQ(file.symbol_count, 0U);

@@ -206,17 +206,28 @@ TEST_F(ModuleLifetimeTest, APageHoldsItsComponentUntilItIsReleased) {
   EXPECT_EQ(CanUnloadNow(), S_OK);
 }
 
-TEST_F(ModuleLifetimeTest, APageThatTheSheetRefusesIsGoneAtOnce) {
+TEST_F(ModuleLifetimeTest, APageIsTheConsolesWhateverItAnswers) {
+  Console console;
+  console.directory().AddObject(kPath);
+  console.Select({kPath});
   Ref<::IShellExtInit> init;
   ASSERT_EQ(Activate(ClassId(kUserPage), init), S_OK);
+  ASSERT_EQ(init->Initialize(nullptr, &console.selection(), nullptr), S_OK);
   const auto extension = QueryFor<::IShellPropSheetExt>(*init);
   PageCollector pages;
   pages.Refuse();
   EXPECT_EQ(extension->AddPages(pages.function(), pages.parameter()), S_OK);
-  EXPECT_EQ(pages.offered(), 1U);
-  const ULONG others = extension->AddRef() - 1;
+  ASSERT_EQ(pages.pages().size(), 1U);
+  const ULONG held = extension->AddRef() - 1;
   extension->Release();
-  EXPECT_EQ(others, 2U);
+  EXPECT_EQ(held, 3U) << "two references here, and the page's";
+  {
+    // It can be shown.
+    const SheetWindow sheet(pages.Take());
+    EXPECT_NE(sheet.Page(), nullptr);
+  }
+  extension->AddRef();
+  EXPECT_EQ(extension->Release(), 2U);
 }
 
 TEST_F(ModuleLifetimeTest, AddingPagesNeedsSomebodyToTakeThem) {

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <string_view>
 
 #include "hosts/windows/system_headers.h"
 
@@ -98,6 +99,53 @@ void ReadImports(const Image& image, PeFile& file) {
   }
 }
 
+void CountRelocations(const Image& image, PeFile& file) {
+  const auto& directory =
+      image.headers().OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_BASERELOC];
+  std::size_t at = 0;
+  while (at < directory.Size) {
+    const auto block = image.AtAddress<IMAGE_BASE_RELOCATION>(directory.VirtualAddress + at);
+    if (block.SizeOfBlock == 0) return;
+    at += block.SizeOfBlock;
+    ++file.relocation_blocks;
+  }
+}
+
+/// The code of a module, with the addresses at which it will stand.
+std::string CodeOf(const Image& image, std::size_t& address) {
+  for (const IMAGE_SECTION_HEADER& section : image.sections()) {
+    if ((section.Characteristics & IMAGE_SCN_MEM_EXECUTE) == 0) continue;
+    address = section.VirtualAddress;
+    std::string code;
+    for (std::size_t at = 0; at < section.SizeOfRawData; ++at) {
+      code += image.At<char>(section.PointerToRawData + at);
+    }
+    return code;
+  }
+  return {};
+}
+
+/// "mov ecx, 2; int 29h": the end of a process whose stack check failed.
+constexpr std::string_view kFailedStackCheck("\xB9\x02\x00\x00\x00\xCD\x29", 7);
+/// A call of what lies so many bytes behind it.
+constexpr char kCall = '\xE8';
+
+void CountStackChecks(const Image& image, PeFile& file) {
+  std::size_t address = 0;
+  const std::string code = CodeOf(image, address);
+  const std::size_t failed = code.find(kFailedStackCheck);
+  if (failed == std::string::npos) return;
+  for (std::size_t at = 0; at + 5 <= code.size(); ++at) {
+    if (code[at] != kCall) continue;
+    std::int32_t distance = 0;
+    std::memcpy(&distance, &code[at + 1], sizeof(distance));
+    const auto target = static_cast<std::ptrdiff_t>(at + 5) + distance;
+    // The function may begin with a few bytes of its own.
+    const std::ptrdiff_t before = static_cast<std::ptrdiff_t>(failed) - target;
+    if (before >= 0 && before <= 16) ++file.stack_checks;
+  }
+}
+
 }  // namespace
 
 PeFile ReadPeFile(const std::wstring& path) {
@@ -114,6 +162,8 @@ PeFile ReadPeFile(const std::wstring& path) {
   }
   ReadExports(image, file);
   ReadImports(image, file);
+  CountRelocations(image, file);
+  CountStackChecks(image, file);
   return file;
 }
 

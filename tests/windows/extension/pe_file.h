@@ -21,6 +21,11 @@ struct PeFile {
   std::size_t export_count = 0;
   /// Modules that are loaded with it, in upper case.
   std::vector<std::string> imports;
+  /// Blocks of addresses that are put right when the module is loaded elsewhere.
+  std::size_t relocation_blocks = 0;
+  /// How many places in the code call the function that ends the process when the stack has been
+  /// run over.
+  std::size_t stack_checks = 0;
 };
 
 /// Reads a file; throws when it is no such module.

@@ -23,7 +23,8 @@ std::optional<std::string> TextOf(BSTR text) {
 /// Namespace object and its class factory in one: there is only ever one of them.
 class Namespace final : public ::IADsOpenDSObject, public ::IClassFactory {
  public:
-  explicit Namespace(IDirectoryService& directory) : directory_(directory) {}
+  Namespace(IDirectoryService& directory, std::shared_ptr<const HRESULT> reading)
+      : directory_(directory), reading_(std::move(reading)) {}
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     *object = nullptr;
@@ -57,7 +58,7 @@ class Namespace final : public ::IADsOpenDSObject, public ::IClassFactory {
         directory_.ADsOpenObject(TextOf(path).value_or(""), TextOf(user_name), TextOf(password),
                                  static_cast<std::uint32_t>(flags), pelora::IID_IADs, bound);
     if (FAILED(status)) return status;
-    auto* const made = new ProviderObject(std::move(bound));
+    auto* const made = new ProviderObject(std::move(bound), reading_);
     *object = static_cast<::IADsUser*>(made);
     return status;
   }
@@ -75,13 +76,14 @@ class Namespace final : public ::IADsOpenDSObject, public ::IClassFactory {
   ~Namespace() = default;
 
   IDirectoryService& directory_;
+  std::shared_ptr<const HRESULT> reading_;
   ULONG references_ = 1;
 };
 
 }  // namespace
 
 LdapNamespace::LdapNamespace(IDirectoryService& directory) {
-  auto made = Ref<Namespace>::Adopt(new Namespace(directory));
+  auto made = Ref<Namespace>::Adopt(new Namespace(directory, reading_));
   const HRESULT status =
       CoRegisterClassObject(kLdapNamespace, static_cast<::IClassFactory*>(made.Get()),
                             CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registration_);

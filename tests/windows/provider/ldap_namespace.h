@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
+
 #include "hosts/windows/system_headers.h"
 #include "platform/ads.h"
 
@@ -15,12 +17,16 @@ namespace pelora::windows::test {
 class LdapNamespace {
  public:
   explicit LdapNamespace(IDirectoryService& directory);
+  /// What objects answer from now on when they are told to read everything. Unless it is set they
+  /// do not know how to, and read when they are asked for something.
+  void AnswerReading(HRESULT status) { *reading_ = status; }
   ~LdapNamespace();
   LdapNamespace(const LdapNamespace&) = delete;
   LdapNamespace& operator=(const LdapNamespace&) = delete;
 
  private:
   DWORD registration_ = 0;
+  std::shared_ptr<HRESULT> reading_ = std::make_shared<HRESULT>(E_NOTIMPL);
 };
 
 }  // namespace pelora::windows::test

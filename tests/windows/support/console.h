@@ -37,6 +37,10 @@ class Console {
   /// counts bindings from the next one on.
   void FailBinding(std::size_t nth, HRESULT status);
 
+  /// From now on a directory that is bound cannot be asked any more, and says so with `status`;
+  /// `S_OK`: it can again.
+  void FailReading(HRESULT status) { provider_.AnswerReading(status); }
+
   /// Selects objects, in order.
   void Select(const std::vector<std::string>& paths);
   [[nodiscard]] Selection& selection() { return *selection_; }

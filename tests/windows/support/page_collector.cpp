@@ -14,9 +14,8 @@ std::vector<HPROPSHEETPAGE> PageCollector::Take() { return std::exchange(pages_,
 BOOL CALLBACK PageCollector::Add(HPROPSHEETPAGE page, LPARAM collector) {
   auto& self = *reinterpret_cast<PageCollector*>(collector);
   ++self.offered_;
-  if (self.refuses_) return FALSE;
   self.pages_.push_back(page);
-  return TRUE;
+  return self.refuses_ ? FALSE : TRUE;
 }
 
 }  // namespace pelora::windows::test

@@ -16,7 +16,7 @@ class PageCollector {
   PageCollector(const PageCollector&) = delete;
   PageCollector& operator=(const PageCollector&) = delete;
 
-  /// Refuses the pages from now on.
+  /// Answers no from now on. The pages are taken all the same.
   void Refuse() { refuses_ = true; }
   /// For `AddPages`.
   [[nodiscard]] LPFNADDPROPSHEETPAGE function() const { return &Add; }

@@ -236,6 +236,21 @@ INSTANTIATE_TEST_SUITE_P(EveryClass, ListWizardTest,
                                                      "CWizardExtDynamicDistlist")),
                          [](const auto& row) { return row.param.first; });
 
+TEST_P(ListWizardTest, AConsoleThatLooksForTheObjectBeforeItCommitsMakesNone) {
+  // The first page makes the object in the first phase of the commit, and not before.
+  console_.LookBeforeCommitting();
+  OpenPrimary(GetParam().first, GetParam().second);
+  NameList("Early");
+  console_.Finish();
+  EXPECT_TRUE(console_.IsOpen());
+  EXPECT_EQ(console_.TakeLog(),
+            (Lines{"WriteData 4 = 1", "WriteData 4 = 1", "OnError 0x80004005 1 = 0"}));
+  EXPECT_EQ(TakeBoxes(), Lines{"error: Unknown error occured\r\n\r\nError code: 0X80004005"});
+  EXPECT_EQ(console_.directory().Values(WizardConsole::PathOf("Early")), std::nullopt);
+  console_.Cancel();
+  EXPECT_FALSE(console_.IsOpen());
+}
+
 TEST_P(ListWizardTest, ANameInUseIsSaidByTheFirstPageAndTheWizardGoesOn) {
   console_.directory().AddObject(WizardConsole::PathOf("Taken"), {}, {});
   OpenPrimary(GetParam().first, GetParam().second);

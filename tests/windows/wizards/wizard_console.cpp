@@ -10,6 +10,7 @@
 #include "hosts/windows/values/bstr.h"
 #include "hosts/windows/values/wide_text.h"
 #include "tests/windows/provider/provider_object.h"
+#include "tests/windows/support/modal_sheet.h"
 
 namespace pelora::windows::test {
 namespace {
@@ -28,6 +29,16 @@ std::string StatusText(HRESULT status) {
   std::array<char, 16> text{};
   std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned>(status));
   return text.data();
+}
+
+PROPSHEETHEADERW HeaderOf(std::vector<HPROPSHEETPAGE>& pages, DWORD flags) {
+  PROPSHEETHEADERW header = {};
+  header.dwSize = sizeof(header);
+  header.dwFlags = flags;
+  header.pszCaption = L"New Object";
+  header.nPages = static_cast<UINT>(pages.size());
+  header.phpage = pages.data();
+  return header;
 }
 
 }  // namespace
@@ -69,23 +80,34 @@ HRESULT WizardConsole::Add(std::string_view class_name, bool is_primary) {
   return status;
 }
 
-bool WizardConsole::Show() {
+std::vector<HPROPSHEETPAGE> WizardConsole::TakePages() {
   std::vector<HPROPSHEETPAGE> pages;
   if (!has_primary_) pages.push_back(first_page_.Make());
   pages.insert(pages.end(), pages_.begin(), pages_.end());
   pages.push_back(last_page_.Make());
   pages_.clear();
-  PROPSHEETHEADERW header = {};
-  header.dwSize = sizeof(header);
-  header.dwFlags = PSH_WIZARD | PSH_MODELESS;
-  header.pszCaption = L"New Object";
-  header.nPages = static_cast<UINT>(pages.size());
-  header.phpage = pages.data();
+  return pages;
+}
+
+bool WizardConsole::Show() {
+  std::vector<HPROPSHEETPAGE> pages = TakePages();
+  const PROPSHEETHEADERW header = HeaderOf(pages, PSH_WIZARD | PSH_MODELESS);
   window_ = reinterpret_cast<HWND>(PropertySheetW(&header));
   HandleWaitingMessages();
   // What was said of the buttons while the window was being made had none to reach.
   SendMessageW(window_, PSM_SETWIZBUTTONS, 0, buttons_);
   return window_ != nullptr;
+}
+
+void WizardConsole::Run(const std::function<void()>& play) {
+  std::vector<HPROPSHEETPAGE> pages = TakePages();
+  const PROPSHEETHEADERW header = HeaderOf(pages, PSH_WIZARD);
+  (void)RunModalSheet(header, [&](HWND wizard) {
+    window_ = wizard;
+    SendMessageW(window_, PSM_SETWIZBUTTONS, 0, buttons_);
+    play();
+  });
+  window_ = nullptr;
 }
 
 void WizardConsole::CloseWindow() {
@@ -185,6 +207,10 @@ void WizardConsole::WriteData(ULONG phase) {
 }
 
 bool WizardConsole::Commit() {
+  if (looks_first_ && !object_) {
+    Fail(E_FAIL, kPreCommit);
+    return false;
+  }
   WriteData(kPreCommit);
   if (!object_) {
     Fail(E_FAIL, kPreCommit);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -37,6 +38,8 @@ class WizardConsole final : private OwnPageEvents {
   [[nodiscard]] WizardSite& site() { return site_; }
   /// The path under which an object of that name is made.
   [[nodiscard]] static std::string PathOf(const std::string& name);
+  /// Looks for the new object before it begins to commit, and gives up when there is none.
+  void LookBeforeCommitting() { looks_first_ = true; }
   /// What the next object that is made offers beside `IADs`.
   void Offer(std::vector<Guid> interfaces) { interfaces_ = std::move(interfaces); }
 
@@ -45,6 +48,8 @@ class WizardConsole final : private OwnPageEvents {
   [[nodiscard]] HRESULT Add(std::string_view class_name, bool is_primary = false);
   /// Shows the wizard.
   [[nodiscard]] bool Show();
+  /// Shows the wizard and waits until it is over. `play` is the person in front of it.
+  void Run(const std::function<void()>& play);
   /// Closes the wizard, which releases its pages, and then the extensions.
   void Close();
   /// Closes the wizard alone.
@@ -76,6 +81,8 @@ class WizardConsole final : private OwnPageEvents {
   [[nodiscard]] bool OnNext() override;
   [[nodiscard]] bool OnFinish() override;
 
+  /// The pages in their order, given away.
+  [[nodiscard]] std::vector<HPROPSHEETPAGE> TakePages();
   /// Writes a line down, behind what the directory was asked meanwhile.
   void Note(const std::string& line);
   void NoteDirectory();
@@ -91,6 +98,7 @@ class WizardConsole final : private OwnPageEvents {
   OwnPage first_page_{*this, false};
   OwnPage last_page_{*this, true};
   bool has_primary_ = false;
+  bool looks_first_ = false;
   std::vector<HPROPSHEETPAGE> pages_;
   std::vector<Ref<::IDsAdminNewObjExt>> extensions_;
   std::vector<Guid> interfaces_ = {pelora::IID_IADsUser};

@@ -48,6 +48,30 @@ TEST_F(WizardLifetimeTest, ThePagesReleaseEndsTheWizardWhateverReferencesAreHeld
   EXPECT_EQ(text, nullptr);
 }
 
+TEST_F(WizardLifetimeTest, TheCodeStandsUntilTheConsolesLastReferenceIsGivenBack) {
+  Make();
+  AddPages();
+  ReleasePages();
+  EXPECT_EQ(CanUnloadNow(), S_OK);
+  UnloadUnused();
+  ASSERT_TRUE(IsLoaded());
+  EXPECT_EQ(extension_->SetObject(nullptr), E_UNEXPECTED);
+  EXPECT_EQ(extension_.Detach()->Release(), 0U);
+  // It goes soon after, when nobody can be on the way out of it any more.
+  EXPECT_TRUE(IsLoaded());
+  for (int wait = 0; wait < 100 && IsLoaded(); ++wait) Sleep(50);
+  EXPECT_FALSE(IsLoaded());
+}
+
+TEST_F(WizardLifetimeTest, AWizardThatNobodyHoldsAfterItsPageIsUnloadedAtOnce) {
+  Make();
+  AddPages();
+  extension_.Reset();
+  ReleasePages();
+  UnloadUnused();
+  EXPECT_FALSE(IsLoaded());
+}
+
 TEST_F(WizardLifetimeTest, ThePageKeepsTheWizardWithoutTheConsolesReference) {
   Make();
   AddPages();
@@ -66,16 +90,46 @@ TEST_F(WizardLifetimeTest, WithoutAPageItLivesByItsReferences) {
   EXPECT_EQ(CanUnloadNow(), S_OK);
 }
 
-TEST_F(WizardLifetimeTest, ARefusedPageIsNoEnd) {
+TEST_F(WizardLifetimeTest, APageIsTheConsolesWhateverItAnswers) {
   Make();
   pages_.Refuse();
   AddPages();
-  EXPECT_EQ(pages_.offered(), 1U);
+  EXPECT_EQ(pages_.pages().size(), 1U);
   EXPECT_EQ(console_.site().references(), 1U);
-  PageCollector others;
-  EXPECT_EQ(extension_->AddPages(others.function(), others.parameter()), S_OK);
-  EXPECT_EQ(others.pages().size(), 1U);
+  EXPECT_EQ(CanUnloadNow(), S_FALSE);
+  ReleasePages();
+  EXPECT_EQ(console_.site().references(), 0U) << "it was the wizard's page, and its release";
+  EXPECT_EQ(CanUnloadNow(), S_OK);
+}
+
+/// Destroys the page while it is offered.
+BOOL CALLBACK DestroyAtOnce(HPROPSHEETPAGE page, LPARAM answer) {
+  DestroyPropertySheetPage(page);
+  return static_cast<BOOL>(answer);
+}
+
+TEST_F(WizardLifetimeTest, APageThatIsDestroyedWhileItIsOfferedIsNoEnd) {
+  Make();
+  for (const BOOL answer : {FALSE, TRUE}) {
+    EXPECT_EQ(extension_->AddPages(&DestroyAtOnce, answer), S_OK);
+    EXPECT_EQ(console_.site().references(), 1U);
+  }
+  AddPages();
   EXPECT_EQ(extension_->AddPages(nullptr, 0), E_INVALIDARG);
+}
+
+TEST_F(WizardLifetimeTest, AskedTwiceItHandsOverTwoPagesAndEndsWithTheFirst) {
+  Make();
+  AddPages();
+  AddPages();
+  std::vector<HPROPSHEETPAGE> pages = pages_.Take();
+  ASSERT_EQ(pages.size(), 2U);
+  DestroyPropertySheetPage(pages[0]);
+  EXPECT_EQ(console_.site().references(), 0U);
+  EXPECT_EQ(CanUnloadNow(), S_OK);
+  BSTR text = nullptr;
+  EXPECT_EQ(extension_->GetSummaryInfo(&text), E_UNEXPECTED);
+  DestroyPropertySheetPage(pages[1]);
 }
 
 TEST_F(WizardLifetimeTest, ASecondInitializeLetsTheFirstWizardGo) {

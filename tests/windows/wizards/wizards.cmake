@@ -4,4 +4,4 @@ file(GLOB wizard_tests CONFIGURE_DEPENDS "wizards/*.cpp" "wizards/*.h")
 pelora_windows_suite(windows_wizards_test
   SOURCES ${wizard_tests}
   LIBRARIES pelora_windows_test_support)
-add_dependencies(windows_wizards_test PeloraADS)
+add_dependencies(windows_wizards_test PeloraADS stand_in_browsers)
