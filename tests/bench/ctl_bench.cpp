@@ -43,7 +43,7 @@ constexpr const char* kChecked =
 
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 
-/// An address in the directory file that everything is measured on.
+/// A user of the directory file that is measured on.
 std::string UserName(int number) {
   return "CN=User " + std::to_string(number) +
          ",OU=Vertrieb,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
@@ -53,7 +53,6 @@ std::string UserName(int number) {
 std::string LargeFile(const std::string& folder) {
   const std::string path = folder + "/company-" + std::to_string(kUsersOfFile) + ".ldb";
   if (std::filesystem::exists(path)) return path;
-  std::filesystem::create_directories(folder);
   std::string ldif(ldap::SampleCompanyLdif());
   for (int number = 0; number < kUsersOfFile; ++number) {
     const std::string name = "u" + std::to_string(number);
@@ -73,7 +72,9 @@ std::string LargeFile(const std::string& folder) {
 class Bench {
  public:
   Bench(std::string program, std::string folder)
-      : program_(std::move(program)), folder_(std::move(folder)) {}
+      : program_(std::move(program)), folder_(std::move(folder)) {
+    std::filesystem::create_directories(folder_);
+  }
 
   /// Changes users there and back, the tool and the program in turn, so that each writes something
   /// else than what is there.

@@ -39,7 +39,13 @@ TEST(EditTexts, FaultsAreToldWithTheirLine) {
   EXPECT_EQ(line_of("CN=a\nfield with blanks: x\n"), 2U);
   EXPECT_EQ(line_of("CN=a\nmail:: unquoted\n"), 2U);
   EXPECT_EQ(line_of("CN=a\nmail: \xFF\n"), 2U);
-  EXPECT_EQ(line_of("# only comments\n"), 0U);
+  EXPECT_EQ(line_of("# only comments\n#! \x81\n"), 0U);
+}
+
+TEST(EditTexts, ALineThatSaysNothingMayHoldAnything) {
+  std::vector<EditObject> read;
+  EXPECT_FALSE(ReadEditText("#! \x81\n# \xff\n", read).has_value());
+  EXPECT_TRUE(ReadEditText("CN=\x81\n", read).has_value());
 }
 
 TEST(EditTexts, FaultsStandAboveTheirLinesOnce) {

@@ -99,6 +99,14 @@ TEST_F(SetAddressesTest, DefaultAndOthersOfOneCommandBelongTogether) {
   EXPECT_THAT(Others(), UnorderedElementsAre(kSecond, kThird));
 }
 
+TEST_F(SetAddressesTest, ADefaultThatTheSameCommandRemovesIsRefused) {
+  const ProgramRun run =
+      Ctl({"set", "j.weissflog", "mail=new@b.example", "otherMailbox-=new@b.example"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_THAT(run.output, HasSubstr("mail: the same command removes new@b.example"));
+  EXPECT_EQ(Default(), kFirst);
+}
+
 TEST_F(SetAddressesTest, ValuesMayHoldTheSignsOfLists) {
   EXPECT_EQ(Set(R"(otherMailbox+=semi\;colon@b.example;back\\slash@b.example;one\two@b.example)"),
             "changed");

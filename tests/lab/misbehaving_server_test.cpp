@@ -80,6 +80,29 @@ TEST(Misbehaving, AnAnswerOfAnotherTypeIsNone) {
             "sent something that cannot be read");
 }
 
+TEST(Misbehaving, APageMarkWithoutAValueIsAnError) {
+  const auto bare = [](const StandInRequest& request) {
+    const std::string name = "1.2.840.113556.1.4.319";
+    std::string control = std::string("\x30\x18\x04\x16") + name;
+    control = "\xa0\x1a" + control;
+    std::string result("\x65\x07\x0a\x01\0\x04\0\x04\0", 9);
+    std::string body = std::string("\x02\x01") + static_cast<char>(request.id) + result + control;
+    return StandInAnswer{.raw = "\x30" + std::string(1, static_cast<char>(body.size())) + body};
+  };
+  const Misbehaving server(bare);
+  EXPECT_EQ(Search(server.store()), "0 found, " + kUnreadable);
+}
+
+TEST(Misbehaving, AnAnswerWhoseTypeIsZeroIsNoSilence) {
+  const auto zero = [](const StandInRequest& request) {
+    return StandInAnswer{.raw = std::string("\x30\x05\x02\x01", 4) + static_cast<char>(request.id) +
+                                std::string(2, '\0')};
+  };
+  const Misbehaving server(zero);
+  EXPECT_EQ(ReadValue(server.store(), kObject, "mail"),
+            "-4 the answer cannot be read: Decoding error");
+}
+
 TEST(Misbehaving, AnAnswerToAWriteThatIsHalfOneIsUnknown) {
   const auto cut = [](const StandInRequest& request) {
     // The message is whole, and what it says is not: no code, no text.

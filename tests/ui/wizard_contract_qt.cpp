@@ -53,7 +53,8 @@ class QtWizardDriver final : public WizardDriver {
       resources::ResourceFile::Read(ContractResourceBytes()).value.value();
   NoBoxes boxes_;
   /// It has no page of its own.
-  session::NewObjectKind kind_{.class_name = "peloraAddresslist", .menu_text = "A &list"};
+  session::NewObjectKind kind_{
+      .class_name = "peloraAddresslist", .word = "addresslist", .menu_text = "A &list"};
   console::QtNewObjectWizard wizard_{
       {.module = templates_, .message_box = boxes_, .kind = kind_, .own_context = {}}, {}};
 };

@@ -16,6 +16,7 @@
 
 #include "hosts/ldap/file_descriptor.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/ldb_connection.h"
 #include "hosts/ldap/ldb_file_lock.h"
 #include "tests/unit/ldb_bench.h"
 
@@ -219,6 +220,23 @@ TEST_F(LdbLockTest, AFileIsReopenedWhileItIsReadAndWritten) {
   threads.clear();
   EXPECT_THAT(troubles, ElementsAre("", ""));
   EXPECT_THAT(OnUser("mail"), ElementsAre(std::to_string(reopened - 1)));
+}
+
+TEST_F(LdbLockTest, TheLibraryOpensTheVeryFileThatWasLookedThrough) {
+  std::unique_ptr<LdbFileLock> lock;
+  ASSERT_TRUE(LdbFileLock::Open(path(), std::chrono::milliseconds(150), lock).Ok());
+  // Somebody puts another file in its place.
+  const std::string other = File("other.ldb");
+  WriteFile(other, "no directory at all");
+  std::filesystem::rename(other, path());
+  std::unique_ptr<LdbConnection> connection;
+  ASSERT_TRUE(
+      LdbConnection::Open(lock->LibraryPath(), LdbConnection::Mode::kExisting, connection).Ok());
+  Entry entry;
+  EXPECT_TRUE(connection->Read(kUser, {}, entry).Ok());
+  // And nothing is done with it under the name that now means another file.
+  LdbFileLock::Hold hold;
+  EXPECT_EQ(lock->Acquire(LdbFileLock::Purpose::kRead, hold).code, kLdapUnavailable);
 }
 
 TEST_F(LdbLockTest, AHolderWithoutANameIsAnotherProcess) {

@@ -25,6 +25,8 @@ class AddressList {
   void Change(Assignment::Operation operation, std::span<const std::string> values);
 
   [[nodiscard]] std::vector<ListStep> TakeSteps() { return std::move(steps_); }
+  /// Empty when there is none.
+  [[nodiscard]] const std::string& default_value() const { return default_; }
   /// Whether no text is left.
   [[nodiscard]] bool IsEmpty() const { return default_.empty() && others_.empty(); }
 

@@ -113,6 +113,12 @@ void WishMaker::MakeAddresses(const std::vector<const Assignment*>& assignments,
     Refuse(*field_of(assignments.back()),
            "the last address cannot be removed: the default address is replaced, not removed");
   }
+  for (const Assignment* assignment : assignments) {
+    const Field& field = *field_of(assignment);
+    if (field.IsList() || assignment->value.empty()) continue;
+    if (IsSameText(list.default_value(), assignment->value)) continue;
+    Refuse(field, "the same command removes " + assignment->value);
+  }
   Wish wish{.field = field_of(assignments.front()), .steps = list.TakeSteps()};
   if (!wish.steps.empty()) wishes.push_back(std::move(wish));
 }

@@ -124,11 +124,15 @@ void ObjectFinder::LookAmong(Matches& matches, const std::string& filter) {
 }
 
 std::vector<std::string> ObjectFinder::Select(const Selection& selection) {
-  std::vector<std::string> found;
+  // In the order of their keys; no two objects have the same.
+  std::map<std::string, std::string> by_key;
   const auto as_it_is = [](const std::string& filter) { return filter; };
-  Search(selection, {"objectClass"}, as_it_is,
-         [&found](ldap::Entry entry) { found.push_back(std::move(entry.dn)); });
-  std::ranges::sort(found, {}, [](const std::string& dn) { return ldap::FoldCase(dn); });
+  Search(selection, {"objectClass"}, as_it_is, [&by_key](const ldap::Entry& entry) {
+    by_key.emplace(ldap::FoldCase(entry.dn), entry.dn);
+  });
+  std::vector<std::string> found;
+  found.reserve(by_key.size());
+  for (auto& [key, dn] : by_key) found.push_back(std::move(dn));
   return found;
 }
 

@@ -59,8 +59,8 @@ std::string_view TakeLine(std::string_view& text) {
 
 /// Reads one line into the objects; what is wrong with it, or nothing.
 std::string ReadLine(std::string_view line, std::size_t number, std::vector<EditObject>& objects) {
-  if (session::FirstInvalidByte(line)) return "this is not UTF-8";
   if (line.empty() || line.starts_with('#')) return {};
+  if (session::FirstInvalidByte(line)) return "this is not UTF-8";
   const std::size_t mark = line.find_first_of(":=");
   if (mark == std::string_view::npos) return "neither a distinguished name nor FIELD: VALUE";
   if (line[mark] == '=') {

@@ -35,17 +35,23 @@ AttributeValues ToValues(const berval* values) {
 /// Names are handed to libraries that end them at a zero: they would take it for another name.
 bool IsNameText(const std::string& text) { return text.find('\0') == std::string::npos; }
 
-std::string ReadPageMark(LDAP* handle, LDAPControl** controls) {
+/// False when there is a mark that cannot be read: a list would end there as if that were all.
+bool ReadPageMark(LDAP* handle, LDAPControl** controls, std::string& text) {
+  text.clear();
   LDAPControl* const control =
       controls == nullptr ? nullptr
                           : ldap_control_find(LDAP_CONTROL_PAGEDRESULTS, controls, nullptr);
-  if (control == nullptr) return {};
+  if (control == nullptr) return true;
+  // The library ends the program over one that has no value.
+  if (control->ldctl_value.bv_val == nullptr || control->ldctl_value.bv_len == 0) return false;
   ber_int_t estimate = 0;
   berval mark{};
-  if (ldap_parse_pageresponse_control(handle, control, &estimate, &mark) != LDAP_SUCCESS) return {};
-  std::string text = TextOf(mark);
+  if (ldap_parse_pageresponse_control(handle, control, &estimate, &mark) != LDAP_SUCCESS) {
+    return false;
+  }
+  text = TextOf(mark);
   ber_memfree(mark.bv_val);
-  return text;
+  return true;
 }
 
 }  // namespace
@@ -64,7 +70,7 @@ StoreStatus OutcomeOf(LDAP* handle, LDAPMessage* result, int type, std::string* 
   const LdapMemoryPtr<char> text(server_text);
   const LdapControlsPtr controls(raw_controls);
   if (parsed != LDAP_SUCCESS || code < 0) return Unreadable();
-  if (page != nullptr) *page = ReadPageMark(handle, controls.get());
+  if (page != nullptr && !ReadPageMark(handle, controls.get(), *page)) return Unreadable();
   if (code == LDAP_SUCCESS) return {};
   const bool has_text = text != nullptr && *text != '\0';
   return {code, has_text ? text.get() : ldap_err2string(code)};

@@ -39,6 +39,11 @@ int AwaitMessage(LDAP* handle, int id, int amount, Milliseconds timeout,
     message.reset(received);
     if (type > 0) return LDAP_SUCCESS;
     if (type < 0) return FailureOf(handle);
+    // One whose type reads like "nothing came".
+    if (received != nullptr) {
+      message.reset();
+      return LDAP_DECODING_ERROR;
+    }
     if (slice == left) return LDAP_TIMEOUT;
   }
   return LDAP_USER_CANCELLED;

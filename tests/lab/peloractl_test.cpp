@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: Apache-2.0
+// The built command line on a domain, with the administrator's ticket and with one that may write
+// nothing.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+#include "tests/lab/lab_test.h"
+#include "tests/support/temporary_folder.h"
+
+namespace pelora::lab {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+struct ProgramRun {
+  int code = -1;
+  std::string output;
+  std::string errors;
+};
+
+class LabPeloractl : public ::testing::Test {
+ protected:
+  LabPeloractl() {
+    static int number = 0;
+    container_ = "OU=Ctl " + std::to_string(++number) + ",OU=Contract," + Base();
+    administrator_.Add(container_, {{"objectClass", {"organizationalUnit"}}});
+    const std::string suffix = std::to_string(number);
+    ada_ = AddUser("Ada " + suffix, "ctl-ada" + suffix);
+    ben_ = AddUser("Ben Önder\\, Dr. " + suffix, "ctl-ben" + suffix);
+  }
+
+  std::string AddUser(const std::string& name, const std::string& logon_name) {
+    std::string dn = "CN=" + name + "," + container_;
+    administrator_.Add(dn, {{"objectClass", {"user"}},
+                            {"sAMAccountName", {logon_name}},
+                            {"mail", {logon_name + "@pelora.test"}},
+                            {"peloraAccount", {"1"}}});
+    return dn;
+  }
+
+  /// Runs the program on the domain; the arguments are a shell's.
+  [[nodiscard]] ProgramRun Ctl(const std::string& arguments,
+                               const std::string& user = kAdministrator) const {
+    const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(user));
+    const std::string command = std::string(PELORACTL) + " --server " + Server() + " " + arguments +
+                                " > '" + folder_.File("out") + "' 2> '" + folder_.File("err") + "'";
+    const int status = std::system(command.c_str());
+    return {.code = WEXITSTATUS(status),
+            .output = Contents(folder_.File("out")),
+            .errors = Contents(folder_.File("err"))};
+  }
+  [[nodiscard]] static std::string Contents(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  [[nodiscard]] static std::string Quoted(const std::string& text) { return "'" + text + "'"; }
+
+  LabAdministrator administrator_;
+  std::string container_;
+  std::string ada_;
+  std::string ben_;
+  pelora::testing::TemporaryFolder folder_;
+};
+
+TEST_F(LabPeloractl, SelectedUsersAreChangedAndTakenBack) {
+  const std::string undo = Quoted(folder_.File("undo"));
+  const ProgramRun run = Ctl("set --class user --base " + Quoted(container_) + " --undo-file " +
+                             undo + " peloraHidden=yes otherMailbox+=desk@pelora.test");
+  EXPECT_EQ(run.code, 0) << run.output << run.errors;
+  EXPECT_EQ(run.errors, "2 changed, 0 unchanged, 0 refused, 0 failed, 0 unknown, 0 skipped\n");
+  for (const std::string& dn : {ada_, ben_}) {
+    EXPECT_THAT(LdapSearch(dn, {"peloraHidden", "otherMailbox"}),
+                ElementsAre("otherMailbox: desk@pelora.test", "peloraHidden: 1"));
+  }
+  const ProgramRun undone = Ctl("undo " + undo);
+  EXPECT_EQ(undone.code, 0) << undone.output << undone.errors;
+  EXPECT_THAT(LdapSearch(ben_, {"peloraHidden", "otherMailbox"}), ElementsAre());
+}
+
+TEST_F(LabPeloractl, ListAndShowReadWhatIsThere) {
+  const ProgramRun listed = Ctl("list user --csv --base " + Quoted(container_));
+  EXPECT_EQ(listed.code, 0) << listed.errors;
+  EXPECT_THAT(listed.output, AllOf(StartsWith("dn,name,class,mail"), HasSubstr("Ada"),
+                                   HasSubstr("Ben Önder\\, Dr.")));
+  const ProgramRun shown = Ctl("show --json " + Quoted(ben_));
+  EXPECT_EQ(shown.code, 0) << shown.errors;
+  EXPECT_THAT(shown.output, HasSubstr("\"accountType\":\"active-user\""));
+}
+
+TEST_F(LabPeloractl, WhoMayNotWriteIsToldWithTheCode) {
+  const ProgramRun run = Ctl("set --json " + Quoted(ada_) + " peloraHidden=yes", kHelper);
+  EXPECT_EQ(run.code, 1);
+  EXPECT_THAT(run.output, AllOf(HasSubstr("\"result\":\"failed\""), HasSubstr("0X80070005")));
+}
+
+TEST_F(LabPeloractl, ADryRunIsWhatLdapmodifyApplies) {
+  const ProgramRun dry = Ctl("set --dry-run " + Quoted(ada_) + " mail=new@pelora.test");
+  EXPECT_EQ(dry.code, 0) << dry.errors;
+  std::ofstream(folder_.File("dry.ldif"), std::ios::binary) << dry.output;
+  EXPECT_NO_THROW((void)OutputOf("ldapmodify -N -Q -Y GSSAPI -H ldap://" + Server() + " -f '" +
+                                 folder_.File("dry.ldif") + "'"));
+  const ProgramRun run = Ctl("set " + Quoted(ada_) + " mail=new@pelora.test");
+  EXPECT_THAT(run.output, StartsWith("unchanged\t"));
+}
+
+TEST_F(LabPeloractl, AUserIsMadeWithAPasswordAndTakenBack) {
+  const std::string undo = Quoted(folder_.File("undo"));
+  std::ofstream(folder_.File("password")) << "Gr8-secret-word\n";
+  const ProgramRun run =
+      Ctl("new user 'Carla Ctl' --in " + Quoted(container_) +
+          " sAMAccountName=ctl-carla peloraAccount=yes mail=carla@pelora.test --password-stdin "
+          "--undo-file " +
+          undo + " < '" + folder_.File("password") + "'");
+  EXPECT_EQ(run.code, 0) << run.output << run.errors;
+  const std::string dn = "CN=Carla Ctl," + container_;
+  EXPECT_THAT(LdapSearch(dn, {"mail", "userAccountControl"}),
+              ElementsAre("mail: carla@pelora.test", "userAccountControl: 512"));
+  EXPECT_THAT(Contents(folder_.File("undo")), Not(HasSubstr("unicodePwd")));
+  const ProgramRun undone = Ctl("undo " + undo);
+  EXPECT_EQ(undone.code, 0) << undone.output << undone.errors;
+  EXPECT_THAT(LdapSearch(container_, {"ou"}), ElementsAre(HasSubstr("Ctl")));
+}
+
+TEST_F(LabPeloractl, HostileNamesFindNothingElse) {
+  for (const char* name : {"*", "ctl-ada*", "x)(objectClass=*", "\\2a", "a\\"}) {
+    // In a file a name may hold what an argument would be taken for a field by.
+    std::ofstream(folder_.File("names")) << name << "\n";
+    const ProgramRun run = Ctl("show --from " + Quoted(folder_.File("names")));
+    EXPECT_EQ(run.code, 1) << name << run.output;
+    EXPECT_THAT(run.errors, HasSubstr("no such object")) << name;
+  }
+}
+
+TEST_F(LabPeloractl, AServerThatIsNotThereIsTheCodeThree) {
+  const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kAdministrator));
+  const std::string command = std::string(PELORACTL) + " --server nowhere.pelora.test list 2> '" +
+                              folder_.File("err") + "'";
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 3);
+  EXPECT_THAT(Contents(folder_.File("err")), HasSubstr("nowhere.pelora.test"));
+}
+
+}  // namespace
+}  // namespace pelora::lab
