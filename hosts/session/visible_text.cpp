@@ -61,7 +61,7 @@ std::string NameOnOneLine(std::string_view dn) {
   std::string line;
   line.reserve(dn.size());
   for (const char byte : dn) {
-    if (static_cast<std::uint8_t>(byte) >= 0x20 && byte != 0x7F) {
+    if (byte != '\t' && byte != '\r' && byte != '\n') {
       line += byte;
       continue;
     }

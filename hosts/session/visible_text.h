@@ -15,8 +15,8 @@ namespace pelora::session {
 /// one.
 [[nodiscard]] std::string OnOneLine(std::string_view text);
 
-/// A distinguished name on one line: control characters in hexadecimal behind a backslash, which is
-/// the same name.
+/// A distinguished name on one line of a table with tabs: line breaks and tabs in hexadecimal
+/// behind a backslash, which is the same name.
 [[nodiscard]] std::string NameOnOneLine(std::string_view dn);
 
 }  // namespace pelora::session

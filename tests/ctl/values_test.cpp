@@ -49,7 +49,7 @@ TEST(VisibleTexts, ControlCharactersAreShown) {
             "\\xFFé");
   EXPECT_EQ(session::VisibleText("a\tb\n", "\t"), "a\tb\\x0A");
   EXPECT_EQ(session::OnOneLine("a\r\nb\tc\nd"), "a b c d");
-  EXPECT_EQ(session::NameOnOneLine("CN=a\nb,DC=c"), "CN=a\\0Ab,DC=c");
+  EXPECT_EQ(session::NameOnOneLine("CN=a\nb\x1B,DC=c"), "CN=a\\0Ab\x1B,DC=c");
 }
 
 TEST(JsonLines, AreSafeForATerminal) {

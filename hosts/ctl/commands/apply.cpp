@@ -23,6 +23,8 @@ int RunApply(const CommandLine& line, Program& program) {
   if (line.retry) done = ReadDone(*line.retry);
   CheckUndoFile(line);
   Workplace workplace(line, program);
+  // From here on an interruption is reported for each object.
+  program.interruption.FinishFirst();
   table.Resolve(workplace.finder, done);
   return ChangeObjects(line, program, workplace, table.targets(),
                        [&table](std::size_t at) { return table.AssignmentsAt(at); });

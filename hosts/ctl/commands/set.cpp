@@ -15,6 +15,8 @@ int RunSet(const CommandLine& line, Program& program) {
   CheckAssignments(given.assignments, offline.catalogue);
   CheckUndoFile(line);
   Workplace workplace(line, program);
+  // From here on an interruption is reported for each object.
+  program.interruption.FinishFirst();
   const std::vector<Target> targets = TargetsOf(line, given.objects, workplace);
   return ChangeObjects(line, program, workplace, targets,
                        [&given](std::size_t /*at*/) { return std::span(given.assignments); });

@@ -41,7 +41,6 @@ std::optional<std::int64_t> StoredNumber(const std::string* text) {
 
 bool StoredFlag(const std::string* text) {
   if (text == nullptr) return false;
-  if (EqualsWithoutCase(*text, "TRUE")) return true;
   return StoredNumber(text).value_or(0) != 0;
 }
 

@@ -28,6 +28,14 @@ std::string WhyIncomplete(const std::vector<Field>& fields, const HeadlessDialog
       return row.name + ": " + std::string(row.missing);
     }
   }
+  // Whether some fields are needed depends on others: the first that is typed and is empty.
+  for (const Field& field : fields) {
+    const FieldRow& row = field.row;
+    const bool is_typed = row.kind == FieldKind::kText && row.choose == 0;
+    if (is_typed && dialog.IsEnabled(row.control) && dialog.Text(row.control).empty()) {
+      return row.name + ": it is missing";
+    }
+  }
   return "the page is not complete";
 }
 
