@@ -17,6 +17,24 @@ class Collation {
     return collator_.compare(left, right) < 0;
   }
 
+  /// Where a text goes among `count` texts in this order: behind its equals, so that texts that
+  /// read the same stand in the order in which they came. Few of them are looked at, by
+  /// `text_at(place)`.
+  template <class TextAt>
+  [[nodiscard]] int PlaceOf(const QString& text, int count, const TextAt& text_at) const {
+    int place = 0;
+    while (count > 0) {
+      const int half = count / 2;
+      if (IsBefore(text, text_at(place + half))) {
+        count = half;
+      } else {
+        place += half + 1;
+        count -= half + 1;
+      }
+    }
+    return place;
+  }
+
  private:
   static QLocale Language() {
     const QLocale system;

@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "hosts/console/plain_text.h"
+
 namespace pelora::console {
 namespace {
 
@@ -29,7 +31,7 @@ ConnectDialog::ConnectDialog(const QString& server, QWidget* parent)
                      "connection is signed and sealed with your Kerberos ticket: kinit gets one."),
       this);
   note->setWordWrap(true);
-  note->setTextFormat(Qt::PlainText);
+  ShowPlainly(*note);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   buttons->addButton(QStringLiteral("C&onnect"), QDialogButtonBox::AcceptRole)->setDefault(true);
   connect(buttons, &QDialogButtonBox::accepted, this, &ConnectDialog::accept);

@@ -7,6 +7,7 @@
 
 #include "hosts/console/collation.h"
 #include "hosts/console/object_icons.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
@@ -113,7 +114,7 @@ QVariant ContainerTreeModel::data(const QModelIndex& index, int role) const {
     case Qt::DecorationRole:
       return IconOf(object.kind.icon);
     case Qt::ToolTipRole:
-      return ToQString(object.description);
+      return PlainToolTip(ToQString(object.description));
     case Qt::AccessibleDescriptionRole:
       return ToQString(object.kind.type_text);
     default:

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "hosts/console/control_styles.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
@@ -82,12 +83,12 @@ QListWidgetItem* ListBoxControl::Item(RowIndex row) const {
 std::optional<RowIndex> ListBoxControl::Add(std::string_view text) {
   const QScopedValueRollback changing(changing_, true);
   const QString shown = ToQString(text);
-  int row = list_.count();
-  // Behind its equals: rows that read the same stand in the order in which they came.
-  while (order_ && row > 0 && order_->IsBefore(shown, list_.item(row - 1)->text())) --row;
+  const int count = list_.count();
+  const auto text_at = [this](int at) { return list_.item(at)->text(); };
+  const int row = order_ ? order_->PlaceOf(shown, count, text_at) : count;
   list_.insertItem(row, shown);
   // A row too long for the list is cut short; here it stands whole.
-  list_.item(row)->setToolTip(shown);
+  list_.item(row)->setToolTip(PlainToolTip(shown));
   return static_cast<RowIndex>(row);
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hosts/console/control_styles.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
@@ -130,7 +131,7 @@ void ListViewControl::SetText(RowIndex row, std::size_t column, std::string_view
   const QString shown = ToQString(text);
   item->setText(static_cast<int>(column), shown);
   // A text too long for its column is cut short; here it stands whole.
-  item->setToolTip(static_cast<int>(column), shown);
+  item->setToolTip(static_cast<int>(column), PlainToolTip(shown));
 }
 
 bool ListViewControl::IsSelected(RowIndex row) const {

@@ -10,49 +10,57 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QStatusBar>
-#include <QTreeView>
+#include <QThread>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "hosts/console/connect_dialog.h"
 #include "hosts/console/object_icons.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 #include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
+namespace {
+
+/// After so long it is looked again whether something modal still runs.
+constexpr std::chrono::milliseconds kPatience{50};
+
+/// Whether a dialog, a box or a menu is waited for, or has been and its caller is not through yet.
+bool IsModalRunning() {
+  constexpr int kMainLoop = 1;
+  return QApplication::activeModalWidget() != nullptr ||
+         QThread::currentThread()->loopLevel() > kMainLoop;
+}
+
+}  // namespace
 
 MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) {
   setWindowTitle(QStringLiteral("Pelora Console"));
   setWindowIcon(IconOf(session::ObjectIcon::kDomain));
-  MakePanes();
+  MakePane();
   MakeActions();
   MakeNewMenu();
   MakeMenus();
-  listing_->on_changed = [this] {
-    const bool is_read = listing_->state() != ContainerListing::State::kReading;
-    if (is_read && !select_when_read_.empty()) {
-      list_->Select({std::exchange(select_when_read_, {})});
-    }
-    UpdateActions();
-  };
-  listing_->on_failed = [this](const QString& reason) {
-    const QModelIndex container = tree_->currentIndex();
-    const QString name =
-        container.isValid() ? ToQString(tree_model_->ObjectAt(container).name) : QString();
-    ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(name), reason);
-  };
   count_ = new QLabel(this);
   hint_ = new QLabel(this);
+  for (QLabel* label : {count_, hint_}) ShowPlainly(*label);
   statusBar()->addWidget(count_);
   statusBar()->addPermanentWidget(hint_);
+  until_shown_.setInterval(kPatience);
+  connect(&until_shown_, &QTimer::timeout, this, &MainWindow::ShowOpened);
+  pane_->on_changed = [this] { UpdateActions(); };
+  pane_->on_failure = [this](const QString& text, const QString& reason) {
+    ReportLater(text, reason);
+  };
   UpdateActions();
 }
 
 MainWindow::~MainWindow() {
-  // The focus moves on while the window's parts go one by one.
-  disconnect(qApp, nullptr, this, nullptr);
-  // The tree still looks at its model, and the sheets at the session.
-  tree_->setModel(nullptr);
+  // Its threads read the directory, and the sheets write into it: the session ends after both.
+  pane_->on_changed = nullptr;
+  delete std::exchange(pane_, nullptr);
 }
 
 bool MainWindow::OpenFile(const QString& path) {
@@ -75,23 +83,29 @@ void MainWindow::OpenBesides(const QString& name, SessionOpening::Open open,
 
 void MainWindow::StopOpening() {
   for (const auto& opening : openings_) opening->Stop();
+  opened_.reset();
 }
 
 bool MainWindow::IsOpening() const {
-  return std::ranges::any_of(openings_, [](const auto& opening) { return opening->IsRunning(); });
+  return opened_.has_value() ||
+         std::ranges::any_of(openings_, [](const auto& opening) { return opening->IsRunning(); });
 }
 
-void MainWindow::FinishOpening(session::SessionResult result,
-                               const std::function<void()>& on_shown) {
-  if (is_creating_) {
-    const auto kept = std::make_shared<session::SessionResult>(std::move(result));
-    show_opened_ = [this, kept, on_shown] { FinishOpening(std::move(*kept), on_shown); };
-    return;
-  }
-  if (!result.session) {
-    ReportLater(QStringLiteral("%1 cannot be opened.").arg(opened_name_), ToQString(result.error));
-  } else if (SetSession(std::move(result.session)) && on_shown) {
-    on_shown();
+void MainWindow::FinishOpening(session::SessionResult result, std::function<void()> on_shown) {
+  opened_ = Opened{.result = std::move(result), .on_shown = std::move(on_shown)};
+  ShowOpened();
+}
+
+void MainWindow::ShowOpened() {
+  if (opened_ && IsModalRunning()) return until_shown_.start();
+  until_shown_.stop();
+  if (!opened_) return;
+  Opened opened = *std::exchange(opened_, std::nullopt);
+  if (!opened.result.session) {
+    ReportLater(QStringLiteral("%1 cannot be opened.").arg(opened_name_),
+                ToQString(opened.result.error));
+  } else if (SetSession(std::move(opened.result.session)) && opened.on_shown) {
+    opened.on_shown();
   }
   UpdateActions();
 }
@@ -105,111 +119,29 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   }
   // Only now: a directory that cannot be read costs nobody his open sheets.
   if (!sheets_.CloseAll()) return false;
-  const auto on_failure = [this](const session::DirectoryObject& container, const QString& reason) {
-    ReportLater(QStringLiteral("The contents of %1 cannot be read.").arg(ToQString(container.name)),
-                reason);
-  };
-  auto reader = std::make_unique<DirectoryReader>(session->open_another);
-  auto model = std::make_unique<ContainerTreeModel>(*reader, std::move(base), on_failure);
-  model->SetAdvanced(advanced_->isChecked());
-  tree_->setModel(model.get());
-  tree_model_ = std::move(model);
-  tree_reader_ = std::move(reader);
-  listing_->SetReader(nullptr);
-  list_reader_ = std::make_unique<DirectoryReader>(session->open_another);
-  listing_->SetReader(list_reader_.get());
   platform_.reset();
   choosers_.emplace(*session->store, session->open_another);
   platform_.emplace(session->service, message_box_, *choosers_, module_);
   session_ = std::move(session);
-  connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
-          &MainWindow::ShowContainer);
   const QString path = ToQString(session_->path);
   const QString name = session_->is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
-  tree_->setCurrentIndex(tree_model_->BaseIndex());
-  tree_->expand(tree_model_->BaseIndex());
+  pane_->ShowDirectory(std::move(base), session_->open_another);
   return true;
-}
-
-std::vector<session::DirectoryObject> MainWindow::Selection() const {
-  std::vector<session::DirectoryObject> selected = list_->Selection();
-  const QModelIndex container = tree_->currentIndex();
-  if ((tree_used_last_ || selected.empty()) && container.isValid()) {
-    return {tree_model_->ObjectAt(container)};
-  }
-  return selected;
-}
-
-void MainWindow::ShowContainer() {
-  const QModelIndex container = tree_->currentIndex();
-  if (!container.isValid()) return;
-  listing_->Show(
-      {.container = tree_model_->ObjectAt(container).dn, .advanced = advanced_->isChecked()});
-}
-
-bool MainWindow::IsReading() const {
-  return listing_->state() == ContainerListing::State::kReading ||
-         (tree_model_ && tree_model_->IsReading());
 }
 
 void MainWindow::StopReading() {
   StopOpening();
-  listing_->Stop();
+  pane_->StopReading();
   UpdateActions();
 }
 
-void MainWindow::ShowAdvanced(bool advanced) {
-  if (!session_) return;
-  tree_model_->SetAdvanced(advanced);
-  RefreshAll();
-}
-
-void MainWindow::RefreshAll() {
-  if (!session_) return;
-  // While one refresh is under way no container is current; another one leads to the same.
-  if (tree_->currentIndex().isValid()) refreshed_path_.clear();
-  for (QModelIndex step = tree_->currentIndex(); step.parent().isValid(); step = step.parent()) {
-    refreshed_path_.insert(refreshed_path_.begin(), tree_model_->ObjectAt(step).dn);
-  }
-  tree_model_->Reload();
-  FollowPath(tree_model_->BaseIndex(), refreshed_path_);
-}
-
-void MainWindow::FollowPath(const QModelIndex& container, std::vector<std::string> path) {
-  tree_->expand(container);
-  // Nothing is current until the path has been followed, so that this shows the container anew.
-  if (path.empty()) return tree_->setCurrentIndex(container);
-  const std::string next = path.front();
-  path.erase(path.begin());
-  tree_model_->FindChild(container, next,
-                         [this, from = QPersistentModelIndex(container),
-                          path = std::move(path)](const QModelIndex& found) mutable {
-                           // The administrator may have gone elsewhere meanwhile.
-                           if (tree_->currentIndex().isValid()) return;
-                           if (found.isValid()) return FollowPath(found, std::move(path));
-                           tree_->setCurrentIndex(from);
-                         });
-}
-
 void MainWindow::OpenSelection() {
-  const std::vector<session::DirectoryObject> selected = list_->Selection();
+  const std::vector<session::DirectoryObject> selected = pane_->list().Selection();
   if (selected.size() != 1 || !selected.front().kind.is_container) {
     return properties_->isEnabled() ? ShowProperties(selected) : void();
   }
-  const QModelIndex current = tree_->currentIndex();
-  const auto go = [this, from = QPersistentModelIndex(current)](const QModelIndex& child) {
-    // Not if the administrator has gone elsewhere meanwhile.
-    if (!child.isValid() || tree_->currentIndex() != from) return;
-    tree_->expand(from);
-    tree_->setCurrentIndex(child);
-  };
-  tree_model_->FindChild(current, selected.front().dn, go);
-}
-
-void MainWindow::GoToParent() {
-  const QModelIndex parent = tree_->currentIndex().parent();
-  if (parent.isValid()) tree_->setCurrentIndex(parent);
+  pane_->GoToChild(selected.front().dn);
 }
 
 void MainWindow::ShowProperties(std::span<const session::DirectoryObject> selection) {
@@ -224,13 +156,13 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
   }
-  made.sheet->machine().on_applied = [this] { listing_->Refresh(); };
+  made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
   sheets_.Show(std::move(made.sheet), key);
 }
 
 void MainWindow::UpdateActions() {
   const std::vector<session::DirectoryObject> selection = Selection();
-  const std::vector<session::DirectoryObject> listed = list_->Selection();
+  const std::vector<session::DirectoryObject> listed = pane_->list().Selection();
   const QString reason = session_
                              ? ToQString(session::WhyNoProperties(selection, session_->specifiers))
                              : QStringLiteral("No directory is open.");
@@ -238,37 +170,16 @@ void MainWindow::UpdateActions() {
   const QString tip =
       reason.isEmpty() ? QStringLiteral("Show the properties of the selection") : reason;
   properties_->setStatusTip(tip);
-  properties_->setToolTip(tip);
+  properties_->setToolTip(PlainToolTip(tip));
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
   refresh_->setEnabled(session_ != nullptr);
-  new_menu_->menuAction()->setEnabled(tree_->currentIndex().isValid());
-  parent_->setEnabled(tree_->currentIndex().parent().isValid());
+  new_menu_->menuAction()->setEnabled(pane_->Container() != nullptr);
+  parent_->setEnabled(pane_->HasParent());
 
-  stop_->setEnabled(listing_->state() == ContainerListing::State::kReading || IsOpening());
-  count_->setText(session_ ? CountText(listed.size()) : QString());
+  stop_->setEnabled(pane_->state() == ContainerListing::State::kReading || IsOpening());
+  count_->setText(session_ ? pane_->CountText() : QString());
   const QString opening = QStringLiteral("Opening %1...").arg(opened_name_);
   hint_->setText(IsOpening() ? opening : listed.empty() ? QString() : reason);
-}
-
-QString MainWindow::CountText(std::size_t selected) const {
-  const int shown = list_->ShownCount();
-  const int all = list_->Count();
-  QString count = shown == all ? QStringLiteral("%1 objects").arg(all)
-                               : QStringLiteral("%1 of %2 objects").arg(shown).arg(all);
-  if (selected > 0) count += QStringLiteral(", %1 selected").arg(selected);
-  switch (listing_->state()) {
-    case ContainerListing::State::kReading:
-      return count + QStringLiteral(", reading...");
-    case ContainerListing::State::kStopped:
-      return count + QStringLiteral(", stopped before the end");
-    case ContainerListing::State::kCutShort:
-      return count + QStringLiteral(", the directory gives no more");
-    case ContainerListing::State::kFailed:
-      return count + QStringLiteral(", the rest cannot be read");
-    case ContainerListing::State::kWhole:
-      break;
-  }
-  return count;
 }
 
 void MainWindow::AskForFile() {
@@ -311,10 +222,10 @@ void MainWindow::ReportLater(const QString& text, const QString& reason) {
   reports_.insert(report);
   // Not at once: what failed may be on the stack of a view that is being drawn.
   const auto show = [this, text, reason, report] {
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("Pelora Console"), text, QMessageBox::Ok,
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("Pelora Console"), {}, QMessageBox::Ok,
                     this);
     box.setObjectName(QStringLiteral("failure_box"));
-    box.setInformativeText(reason);
+    SetPlainTexts(box, text, reason);
     box.exec();
     reports_.remove(report);
   };

@@ -2,9 +2,7 @@
 // The way to new objects.
 #include <QAction>
 #include <QMenu>
-#include <QTreeView>
 #include <array>
-#include <utility>
 
 #include "hosts/console/main_window.h"
 #include "hosts/console/new_object/make_new_object_wizard.h"
@@ -28,24 +26,20 @@ void MainWindow::MakeNewMenu() {
 }
 
 void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
-  const QModelIndex current = tree_->currentIndex();
-  if (!session_ || !current.isValid()) return;
-  WizardResult made = MakeNewObjectWizard(kind, tree_model_->ObjectAt(current), *session_,
-                                          platform_->platform(), module_, this);
+  const session::DirectoryObject* container = pane_->Container();
+  if (!session_ || container == nullptr) return;
+  WizardResult made =
+      MakeNewObjectWizard(kind, *container, *session_, platform_->platform(), module_, this);
   if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
-  is_creating_ = true;
   const bool is_made = made.wizard->exec() == QDialog::Accepted;
-  is_creating_ = false;
   if (is_made) ShowNewObject(kind, made.wizard->created_name());
-  made.wizard.reset();
-  if (const auto show_opened = std::exchange(show_opened_, nullptr)) show_opened();
 }
 
 void MainWindow::ShowNewObject(const session::NewObjectKind& kind, const std::string& dn) {
-  select_when_read_ = dn;
+  pane_->SelectWhenRead(dn);
   // A container stands in the tree as well.
   const std::array classes = {std::string(kind.class_name)};
-  session::KindOf(classes).is_container ? RefreshAll() : listing_->Refresh();
+  session::KindOf(classes).is_container ? pane_->Refresh() : pane_->RefreshList();
 }
 
 }  // namespace pelora::console

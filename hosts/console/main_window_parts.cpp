@@ -6,7 +6,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
-#include <QSplitter>
 #include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
@@ -19,8 +18,6 @@ namespace pelora::console {
 namespace {
 
 constexpr QSize kWantedSize(960, 640);
-constexpr int kTreeShare = 1;
-constexpr int kListShare = 3;
 
 /// The theme's icon of a name, or one that every style has.
 QIcon ThemeIcon(const char* name, QStyle::StandardPixmap fallback) {
@@ -29,33 +26,11 @@ QIcon ThemeIcon(const char* name, QStyle::StandardPixmap fallback) {
 
 }  // namespace
 
-void MainWindow::MakePanes() {
-  tree_ = new QTreeView(this);
-  tree_->setObjectName(QStringLiteral("container_tree"));
-  tree_->setAccessibleName(QStringLiteral("Containers"));
-  tree_->setUniformRowHeights(true);
-  list_ = new ObjectListPane(this);
-  listing_.emplace(*list_);
-  auto* splitter = new QSplitter(this);
-  splitter->addWidget(tree_);
-  splitter->addWidget(list_);
-  splitter->setStretchFactor(0, kTreeShare);
-  splitter->setStretchFactor(1, kListShare);
-  splitter->setChildrenCollapsible(false);
-  setCentralWidget(splitter);
-  const QSize available = screen()->availableSize();
-  resize(kWantedSize.boundedTo(available));
-  splitter->setSizes({width() * kTreeShare / (kTreeShare + kListShare),
-                      width() * kListShare / (kTreeShare + kListShare)});
-
-  connect(list_, &ObjectListPane::SelectionChanged, this, &MainWindow::UpdateActions);
-  connect(list_, &ObjectListPane::ContentsChanged, this, &MainWindow::UpdateActions);
-  connect(list_, &ObjectListPane::Opened, this, &MainWindow::OpenSelection);
-  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
-    if (now != tree_ && now != &list_->view()) return;
-    tree_used_last_ = now == tree_;
-    UpdateActions();
-  });
+void MainWindow::MakePane() {
+  pane_ = new DirectoryPane(this);
+  setCentralWidget(pane_);
+  resize(kWantedSize.boundedTo(screen()->availableSize()));
+  connect(&pane_->list(), &ObjectListPane::Opened, this, &MainWindow::OpenSelection);
 }
 
 void MainWindow::MakeActions() {
@@ -89,20 +64,20 @@ void MainWindow::MakeActions() {
   refresh_ = make(ThemeIcon("view-refresh", QStyle::SP_BrowserReload), QStringLiteral("&Refresh"),
                   QStringLiteral("Read the directory again"),
                   {QKeySequence(Qt::Key_F5), QKeySequence(QStringLiteral("Ctrl+R"))},
-                  [this] { RefreshAll(); });
+                  [this] { pane_->Refresh(); });
   stop_ = make(ThemeIcon("process-stop", QStyle::SP_BrowserStop), QStringLiteral("&Stop"),
                QStringLiteral("Stop reading the container"),
                {QKeySequence(QStringLiteral("Ctrl+."))}, [this] { StopReading(); });
   advanced_ = make({}, QStringLiteral("&Advanced Objects"),
                    QStringLiteral("Show what the directory keeps for an advanced view, too"), {},
-                   [this](bool checked) { ShowAdvanced(checked); });
+                   [this](bool checked) { pane_->ShowAdvanced(checked); });
   advanced_->setCheckable(true);
   parent_ = make(ThemeIcon("go-up", QStyle::SP_FileDialogToParent), QStringLiteral("&Up"),
                  QStringLiteral("Show the container above"),
-                 {QKeySequence(QStringLiteral("Alt+Up"))}, [this] { GoToParent(); });
+                 {QKeySequence(QStringLiteral("Alt+Up"))}, [this] { pane_->GoToParent(); });
   find_ = make(ThemeIcon("edit-find", QStyle::SP_FileDialogContentsView), QStringLiteral("&Filter"),
                QStringLiteral("Narrow the list to a text"), {QKeySequence::Find},
-               [this] { list_->filter().setFocus(); });
+               [this] { pane_->list().filter().setFocus(); });
   about_ = make(ThemeIcon("help-about", QStyle::SP_MessageBoxInformation),
                 QStringLiteral("&About Pelora Console"),
                 QStringLiteral("Show the console's version"), {}, [this] { ShowAbout(); });
@@ -128,10 +103,11 @@ void MainWindow::MakeMenus() {
     opener->setPopupMode(QToolButton::InstantPopup);
   }
 
-  list_->view().addActions({new_menu_->menuAction(), open_container_, properties_, refresh_});
-  list_->view().setContextMenuPolicy(Qt::ActionsContextMenu);
-  tree_->addActions({new_menu_->menuAction(), properties_, refresh_});
-  tree_->setContextMenuPolicy(Qt::ActionsContextMenu);
+  pane_->list().view().addActions(
+      {new_menu_->menuAction(), open_container_, properties_, refresh_});
+  pane_->list().view().setContextMenuPolicy(Qt::ActionsContextMenu);
+  pane_->tree().addActions({new_menu_->menuAction(), properties_, refresh_});
+  pane_->tree().setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 }  // namespace pelora::console

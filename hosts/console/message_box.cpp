@@ -3,6 +3,7 @@
 
 #include <QMessageBox>
 
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_dialog.h"
 #include "hosts/console/qt_text.h"
 
@@ -32,10 +33,9 @@ std::int32_t QtMessageBox::Show(IDialog* owner, const Message& message) {
   const bool asks = message.buttons == MessageButtons::kYesNo;
   QMessageBox box(WindowOf(owner));
   box.setObjectName(QStringLiteral("message_box"));
-  box.setTextFormat(Qt::PlainText);
   box.setWindowTitle(ToQString(message.caption.value_or(kDefaultCaption)));
   box.setIcon(IconOf(message.icon));
-  box.setText(text);
+  SetPlainTexts(box, text);
   // What it says is passed on to whoever can help.
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   box.setStandardButtons(asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);

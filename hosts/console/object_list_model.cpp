@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "hosts/console/object_icons.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
@@ -50,7 +51,9 @@ QVariant ObjectListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
   if (role == Qt::DisplayRole) return row.texts[static_cast<std::size_t>(index.column())];
-  if (role == Qt::ToolTipRole && index.column() == kDescription) return row.texts[kDescription];
+  if (role == Qt::ToolTipRole && index.column() == kDescription) {
+    return PlainToolTip(row.texts[kDescription]);
+  }
   if (role == Qt::DecorationRole && index.column() == kName) return IconOf(row.object.kind.icon);
   return {};
 }

@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "hosts/console/dialog_layout.h"
-#include "hosts/console/missing_controls.h"
 #include "hosts/resources/dialog_template.h"
+#include "hosts/sheets/missing_lists.h"
 #include "platform/dialog.h"
 #include "platform/dialog_controller.h"
 
@@ -74,9 +74,9 @@ class QtDialog final : public IDialog, private ControlEvents {
   IDialogController& controller_;
   DialogHost host_;
   bool is_open_ = false;
-  MissingListBox missing_list_box_;
-  MissingComboBox missing_combo_box_;
-  MissingListView missing_list_view_;
+  sheets::MissingListBox missing_list_box_;
+  sheets::MissingComboBox missing_combo_box_;
+  sheets::MissingListView missing_list_view_;
   // The widgets go first: what they still report while going finds the controls standing.
   DialogControls controls_;
   std::unique_ptr<QWidget> widget_;

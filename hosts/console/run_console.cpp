@@ -15,12 +15,13 @@
 #include "hosts/console/stream_message_box.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/session/property_tabs.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::console {
 namespace {
 
 int Fail(const std::string& reason) {
-  std::cerr << "pelora-console: " << reason << std::endl;
+  std::cerr << "pelora-console: " << session::VisibleText(reason, "\n") << std::endl;
   return kExitFailure;
 }
 

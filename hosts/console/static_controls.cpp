@@ -9,6 +9,7 @@
 
 #include "hosts/console/control_styles.h"
 #include "hosts/console/module_icon.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
@@ -126,7 +127,7 @@ LabelControl::LabelControl(const resources::DialogItem& item, QWidget& parent,
       text_(item.title),
       has_mnemonics_((item.style & style::kStaticNoPrefix) == 0),
       fits_any_width_(item.height >= kTwoLines || EndsInDots(item)) {
-  label_.setTextFormat(Qt::PlainText);
+  ShowPlainly(label_);
   const bool has_lines = item.height >= kTwoLines;
   label_.setWordWrap(has_lines);
   label_.setAlignment(AlignmentOf(item) | (has_lines ? Qt::AlignTop : Qt::AlignVCenter));

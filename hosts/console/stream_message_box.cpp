@@ -3,6 +3,7 @@
 
 #include <ostream>
 
+#include "hosts/session/visible_text.h"
 #include "platform/dialog_controller.h"
 
 namespace pelora::console {
@@ -11,7 +12,8 @@ std::int32_t StreamMessageBox::Show(IDialog* /*owner*/, const Message& message) 
   has_shown_ = true;
   std::string text = message.text;
   std::erase(text, '\r');
-  stream_ << message.caption.value_or("Error") << ": " << text << '\n';
+  const std::string caption = message.caption.value_or("Error");
+  stream_ << session::VisibleText(caption) << ": " << session::VisibleText(text, "\n") << '\n';
   return message.buttons == MessageButtons::kYesNo ? kDialogNo : kDialogOk;
 }
 

@@ -7,7 +7,7 @@
 
 #include "hosts/ctl/command_line/parse_command_line.h"
 #include "hosts/ctl/ctl_error.h"
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -24,7 +24,7 @@ int RunCommand(std::span<const std::string> arguments, Program& program) {
 }  // namespace
 
 void Tell(Program& program, const std::string& line) {
-  program.errors.WriteLine("peloractl: " + OnOneLine(line));
+  program.errors.WriteLine("peloractl: " + session::OnOneLine(line));
   program.errors.Flush();
 }
 

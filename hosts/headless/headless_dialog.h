@@ -7,8 +7,8 @@
 #include <string>
 
 #include "hosts/headless/headless_control.h"
-#include "hosts/headless/missing_lists.h"
 #include "hosts/resources/dialog_template.h"
+#include "hosts/sheets/missing_lists.h"
 #include "platform/dialog_controller.h"
 
 namespace pelora {
@@ -81,9 +81,9 @@ class HeadlessDialog final : public IDialog {
   std::string title_;
   /// A deque, since list views keep the place of their control.
   std::deque<HeadlessControl> controls_;
-  MissingListBox missing_list_box_;
-  MissingComboBox missing_combo_box_;
-  MissingListView missing_list_view_;
+  sheets::MissingListBox missing_list_box_;
+  sheets::MissingComboBox missing_combo_box_;
+  sheets::MissingListView missing_list_view_;
   bool open_ = false;
   std::optional<bool> page_modified_;
   std::optional<std::int32_t> result_;

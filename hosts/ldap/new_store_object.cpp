@@ -38,12 +38,6 @@ HRESULT NewStoreObject::QueryInterface(const Guid& iid, void** object) {
   return S_OK;
 }
 
-std::uint32_t NewStoreObject::Release() {
-  const std::uint32_t left = --count_;
-  if (left == 0) delete this;
-  return left;
-}
-
 HRESULT NewStoreObject::Get(std::string_view name, Variant& value) {
   if (is_committed_) return object_->Get(name, value);
   value = {};

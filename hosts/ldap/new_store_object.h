@@ -9,6 +9,7 @@
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/store_object.h"
 #include "platform/ads.h"
+#include "platform/counted.h"
 
 namespace pelora::ldap {
 
@@ -18,21 +19,17 @@ namespace pelora::ldap {
 /// with what the directory itself gave it.
 ///
 /// Born with a count of 1. It offers the interfaces of its class from the beginning.
-class NewStoreObject final : public IADs {
+class NewStoreObject final : public Counted<IADs> {
  public:
   /// `dn` is the name that it is to have, `object_class` the LDAP display name of its class.
   /// `store` outlives the object. What the store says of failed requests goes to `last_failure`.
   NewStoreObject(IDirectoryStore& store, std::string dn, const std::string& object_class,
                  std::shared_ptr<StoreStatus> last_failure);
-  NewStoreObject(const NewStoreObject&) = delete;
-  NewStoreObject& operator=(const NewStoreObject&) = delete;
 
   [[nodiscard]] const std::string& dn() const { return dn_; }
   [[nodiscard]] bool is_committed() const { return is_committed_; }
 
   [[nodiscard]] HRESULT QueryInterface(const Guid& iid, void** object) override;
-  std::uint32_t AddRef() override { return ++count_; }
-  std::uint32_t Release() override;
 
   /// Before the commit: what is staged, or `E_ADS_PROPERTY_NOT_FOUND`.
   [[nodiscard]] HRESULT Get(std::string_view name, Variant& value) override;
@@ -46,7 +43,7 @@ class NewStoreObject final : public IADs {
   [[nodiscard]] HRESULT PutBytes(std::string_view name, std::string bytes);
 
  private:
-  ~NewStoreObject() = default;
+  ~NewStoreObject() override = default;
 
   [[nodiscard]] HRESULT Encode(std::string_view name, const Variant& value,
                                AttributeValues& values) const;
@@ -56,7 +53,6 @@ class NewStoreObject final : public IADs {
   std::shared_ptr<StoreStatus> last_failure_;
   /// What this is from the commit on, and what knows its interfaces before.
   Ref<StoreObject> object_;
-  std::uint32_t count_ = 1;
   bool is_committed_ = false;
   AttributeMap staged_;
 };

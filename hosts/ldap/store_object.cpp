@@ -73,12 +73,6 @@ HRESULT StoreObject::QueryInterface(const Guid& iid, void** object) {
   return S_OK;
 }
 
-std::uint32_t StoreObject::Release() {
-  const std::uint32_t left = --count_;
-  if (left == 0) delete this;
-  return left;
-}
-
 HRESULT StoreObject::Get(std::string_view name, Variant& value) {
   value = {};
   const AttributeValues* values = nullptr;

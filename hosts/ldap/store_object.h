@@ -12,6 +12,7 @@
 #include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/directory_store.h"
 #include "platform/ads.h"
+#include "platform/counted.h"
 
 namespace pelora::ldap {
 
@@ -44,7 +45,7 @@ struct BindingOptions {
 /// missing name is answered from the cache. What was staged is what is read. `SetInfo` is one
 /// modify request; afterwards what was replaced stays cached as it was sent, while an attribute
 /// that values were added to or deleted from is read anew when it is next asked for.
-class StoreObject final : public IADs {
+class StoreObject final : public Counted<IADs> {
  public:
   /// What the object is in the directory.
   struct Identity {
@@ -63,12 +64,8 @@ class StoreObject final : public IADs {
   /// An object of which everything that the options name has been read already.
   StoreObject(IDirectoryStore& store, Identity identity, std::shared_ptr<StoreStatus> last_failure,
               AttributeMap attributes, Options options = std::make_shared<BindingOptions>());
-  StoreObject(const StoreObject&) = delete;
-  StoreObject& operator=(const StoreObject&) = delete;
 
   [[nodiscard]] HRESULT QueryInterface(const Guid& iid, void** object) override;
-  std::uint32_t AddRef() override { return ++count_; }
-  std::uint32_t Release() override;
 
   [[nodiscard]] HRESULT Get(std::string_view name, Variant& value) override;
   [[nodiscard]] HRESULT Put(std::string_view name, const Variant& value) override;
@@ -77,7 +74,7 @@ class StoreObject final : public IADs {
   [[nodiscard]] HRESULT SetInfo() override;
 
  private:
-  ~StoreObject() = default;
+  ~StoreObject() override = default;
 
   [[nodiscard]] Modification* FindStaged(std::string_view name);
   [[nodiscard]] HRESULT Stage(Modification::Operation operation, std::string_view name,
@@ -96,7 +93,6 @@ class StoreObject final : public IADs {
   Identity identity_;
   std::shared_ptr<StoreStatus> last_failure_;
   Options options_;
-  std::uint32_t count_ = 1;
   bool is_filled_ = false;
   AttributeMap cache_;
   /// In the order of staging, at most one of each attribute.

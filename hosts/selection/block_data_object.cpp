@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/counted.h"
+
 namespace pelora {
 namespace {
 
@@ -22,25 +24,10 @@ class BlockMedium final : public IStorageMedium {
   std::shared_ptr<HeapBlock> block_;
 };
 
-class BlockDataObject final : public IDataObject {
+class BlockDataObject final : public CountedPort<IDataObject> {
  public:
   BlockDataObject(std::string format, std::function<HeapBlock()> render)
       : format_(std::move(format)), render_(std::move(render)) {}
-
-  [[nodiscard]] HRESULT QueryInterface(const Guid& iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IDataObject && iid != IID_IUnknown) return E_NOINTERFACE;
-    AddRef();
-    *object = static_cast<IDataObject*>(this);
-    return S_OK;
-  }
-  std::uint32_t AddRef() override { return ++references_; }
-  std::uint32_t Release() override {
-    const std::uint32_t left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
 
   [[nodiscard]] HRESULT GetData(const FormatEtc& format,
                                 std::unique_ptr<IStorageMedium>& medium) override {
@@ -54,12 +41,11 @@ class BlockDataObject final : public IDataObject {
   }
 
  private:
-  ~BlockDataObject() = default;
+  ~BlockDataObject() override = default;
 
   std::string format_;
   std::function<HeapBlock()> render_;
   std::vector<std::shared_ptr<HeapBlock>> rendered_;
-  std::uint32_t references_ = 1;
 };
 
 }  // namespace

@@ -17,12 +17,6 @@ HRESULT WizardSite::QueryInterface(const Guid& iid, void** object) {
   return S_OK;
 }
 
-std::uint32_t WizardSite::Release() {
-  const std::uint32_t left = --references_;
-  if (left == 0) delete this;
-  return left;
-}
-
 HRESULT WizardSite::SetButtons(std::uint32_t page_index, bool valid) {
   if (owner_ == nullptr) return E_UNEXPECTED;
   owner_->SetButtons(extension_, page_index, valid);

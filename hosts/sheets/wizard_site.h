@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/counted.h"
 #include "platform/new_object_wizard.h"
 
 namespace pelora::sheets {
@@ -23,25 +24,21 @@ class IWizardSiteOwner {
 /// The wizard as one of its extensions sees it. Only the primary extension's offers
 /// `IDsAdminNewObjPrimarySite`. Born with a count of 1; an extension may keep it beyond the wizard,
 /// and gets `E_UNEXPECTED` from then on.
-class WizardSite final : public IDsAdminNewObj, private IDsAdminNewObjPrimarySite {
+class WizardSite final : public Counted<IDsAdminNewObj, IDsAdminNewObjPrimarySite> {
  public:
   WizardSite(IWizardSiteOwner& owner, std::size_t extension, bool is_primary)
       : owner_(&owner), extension_(extension), is_primary_(is_primary) {}
-  WizardSite(const WizardSite&) = delete;
-  WizardSite& operator=(const WizardSite&) = delete;
 
   /// The wizard is gone.
   void Disconnect() { owner_ = nullptr; }
 
   [[nodiscard]] HRESULT QueryInterface(const Guid& iid, void** object) override;
-  std::uint32_t AddRef() override { return ++references_; }
-  std::uint32_t Release() override;
 
   [[nodiscard]] HRESULT SetButtons(std::uint32_t page_index, bool valid) override;
   [[nodiscard]] HRESULT GetPageCounts(std::int32_t& total, std::int32_t& start_index) override;
 
  private:
-  ~WizardSite() = default;
+  ~WizardSite() override = default;
 
   [[nodiscard]] HRESULT CreateNew(const std::string& name) override;
   /// No wizard here has exactly one page: a summary always follows.
@@ -50,7 +47,6 @@ class WizardSite final : public IDsAdminNewObj, private IDsAdminNewObjPrimarySit
   IWizardSiteOwner* owner_;
   std::size_t extension_;
   bool is_primary_;
-  std::uint32_t references_ = 1;
 };
 
 }  // namespace pelora::sheets

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "directory/creation_failure.h"
 #include "resources/resource.h"
 
 namespace pelora {
@@ -143,14 +144,6 @@ void CWizardBase::OnPageReleased() {
   }
   // The wizard has refused the page, and the object has never been on one.
   --references_;
-}
-
-CreationFailure DescribeCreationFailure(HRESULT status) {
-  if (status != kObjectAlreadyExists) return {.status = status, .message = {}};
-  return {.status = S_OK,
-          .message =
-              "The new object cannot be created because the name is already in use.\r\n"
-              "Please select a different name and try again."};
 }
 
 }  // namespace pelora

@@ -97,12 +97,4 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase, public IFieldRows
   std::shared_ptr<CWizardBase*> self_ = std::make_shared<CWizardBase*>(this);
 };
 
-/// The box that tells of a failed creation: the status and text for `CADSBase::ShowError`. A name
-/// that is in use is the administrator's to change and shows no code.
-struct CreationFailure {
-  HRESULT status = S_OK;
-  std::string message;
-};
-[[nodiscard]] CreationFailure DescribeCreationFailure(HRESULT status);
-
 }  // namespace pelora

@@ -44,6 +44,50 @@ const std::map<std::string, std::set<std::string>> kHosts = {
     {"ctl", {"resources", "selection", "sheets", "headless", "changes", "ldap", "session"}},
 };
 
+/// What hosts may include of `src` besides the ports: a component is reached by its class
+/// identifier
+/// (`server/component_server.h`) and through the ports, never by its class.
+struct SourceHelper {
+  std::string header;
+  /// Empty: all of them.
+  std::set<std::string> hosts;
+};
+
+const std::vector<SourceHelper> kSourceHelpers = {
+    // Texts and bytes.
+    {"directory/ascii_case.h", {}},
+    {"directory/utf.h", {}},
+    {"directory/byte_block.h", {"selection", "windows"}},
+    {"directory/ds_object_names.h", {"selection"}},
+    {"directory/ds_selection_list.h", {"selection", "session", "windows"}},
+    {"directory/locked_medium.h", {"windows"}},
+    // Which attributes there are.
+    {"directory/attribute_catalogue.h", {"ldap", "session", "ctl"}},
+    // What failures are called.
+    {"directory/creation_failure.h", {"console", "ctl"}},
+    {"directory/error_text.h", {"session", "console", "ctl"}},
+    // Numbers of dialogs and controls.
+    {"resources/resource.h", {}},
+    // Components by their identifiers, and which there are.
+    {"server/component_server.h", {"session", "ctl", "windows"}},
+    {"server/class_table.h", {"ldap", "windows"}},
+    {"server/console_registration.h", {"ldap", "ctl"}},
+    {"server/guid_text.h", {"ldap"}},
+    // The module itself. That a page was modified has no port yet.
+    {"pages/prop_page.h", {"windows"}},
+    {"server/module_identity.h", {"windows"}},
+    {"server/pelora_prop_module.h", {"windows"}},
+    {"server/registration_ports.h", {"windows"}},
+    {"server/registry.h", {"windows"}},
+};
+
+/// Whether a source of a host may include a header of `src`.
+bool MayInclude(const std::string& host, const std::string& header) {
+  if (header.starts_with("platform/")) return true;
+  const auto helper = std::ranges::find(kSourceHelpers, header, &SourceHelper::header);
+  return helper != kSourceHelpers.end() && (helper->hosts.empty() || helper->hosts.contains(host));
+}
+
 /// The layer of a path below `src`; empty when it lies in none.
 std::string LayerOf(const std::string& path) {
   const auto layer = std::ranges::find_if(
@@ -63,6 +107,25 @@ const std::set<std::string> kStandardHeaders = {
     "new",       "numeric",     "optional", "ranges",      "set",     "span",    "stdexcept",
     "string",    "string_view", "tuple",    "type_traits", "utility", "variant", "vector",
 };
+
+/// The folder of hosts in which a source lies.
+std::string HostOf(const SourceFile& file) {
+  const std::string below = file.path.substr(std::string("hosts/").size());
+  return below.substr(0, below.find('/'));
+}
+
+/// What `file`, of a host, includes of `src` and may not.
+std::vector<std::string> HostViolations(const SourceFile& file) {
+  std::vector<std::string> violations;
+  for (const std::string& include : file.Includes()) {
+    const std::string name = include.substr(1, include.size() - 2);
+    const bool is_of_source = include.starts_with('"') && !LayerOf(name).empty();
+    if (is_of_source && !MayInclude(HostOf(file), name)) {
+      violations.push_back(file.path + " includes " + include);
+    }
+  }
+  return violations;
+}
 
 /// Why `file`, below `src`, may not include what it includes.
 std::vector<std::string> Violations(const SourceFile& file) {
@@ -95,8 +158,7 @@ TEST(IncludeArrows, TheExtensionPointsOnlyTowardsThePorts) {
 TEST(IncludeArrows, HostsPointToTheExtensionAndToTheHostsBelowThem) {
   std::vector<std::string> violations;
   for (const SourceFile& file : ReadSources({"hosts"})) {
-    const std::string below = file.path.substr(std::string("hosts/").size());
-    const std::string host = below.substr(0, below.find('/'));
+    const std::string host = HostOf(file);
     ASSERT_TRUE(kHosts.contains(host)) << file.path;
     for (const std::string& include : file.Includes()) {
       if (!include.starts_with("\"hosts/")) continue;
@@ -108,6 +170,26 @@ TEST(IncludeArrows, HostsPointToTheExtensionAndToTheHostsBelowThem) {
     }
   }
   EXPECT_THAT(violations, IsEmpty());
+}
+
+TEST(IncludeArrows, HostsReachComponentsThroughThePorts) {
+  std::vector<std::string> violations;
+  for (const SourceFile& file : ReadSources({"hosts"})) {
+    for (const std::string& violation : HostViolations(file)) violations.push_back(violation);
+  }
+  EXPECT_THAT(violations, IsEmpty());
+}
+
+TEST(IncludeArrows, EveryHelperThatHostsMayIncludeIsUsed) {
+  std::set<std::string> used;
+  for (const SourceFile& file : ReadSources({"hosts"})) {
+    for (const std::string& include : file.Includes()) {
+      used.insert(include.substr(1, include.size() - 2));
+    }
+  }
+  for (const SourceHelper& helper : kSourceHelpers) {
+    EXPECT_TRUE(used.contains(helper.header)) << helper.header;
+  }
 }
 
 TEST(IncludeArrows, NothingButTestsIncludesTests) {
@@ -129,6 +211,11 @@ TEST(IncludeArrows, AnArrowAgainstTheDirectionIsFound) {
   EXPECT_EQ(Violations(upward).size(), 1U);
   EXPECT_EQ(Violations(foreign).size(), 1U);
   EXPECT_EQ(Violations(stray).size(), 1U);
+  const SourceFile by_class{
+      .path = "hosts/console/a.cpp",
+      .lines = {"#include \"pages/prop_page.h\"", "#include \"platform/dialog.h\"",
+                "#include \"server/class_table.h\"", "#include \"directory/utf.h\""}};
+  EXPECT_EQ(HostViolations(by_class).size(), 2U);
   EXPECT_THAT(Violations(right), IsEmpty());
 }
 

@@ -5,28 +5,21 @@
 #include <utility>
 #include <vector>
 
+#include "platform/counted.h"
 #include "platform/new_object_wizard.h"
 
 namespace pelora::contract {
 
 /// An extension of a wizard that brings the pages that it was given, and has nothing to say
 /// otherwise. Born with a count of 1.
-class PagesExtension final : public IDsAdminNewObjExt {
+class PagesExtension final : public Counted<IDsAdminNewObjExt> {
  public:
   explicit PagesExtension(std::vector<std::unique_ptr<PropSheetPage>> pages)
       : pages_(std::move(pages)) {}
-  PagesExtension(const PagesExtension&) = delete;
-  PagesExtension& operator=(const PagesExtension&) = delete;
 
   HRESULT QueryInterface(const Guid& /*iid*/, void** object) override {
     *object = nullptr;
     return E_NOINTERFACE;
-  }
-  std::uint32_t AddRef() override { return ++references_; }
-  std::uint32_t Release() override {
-    const std::uint32_t left = --references_;
-    if (left == 0) delete this;
-    return left;
   }
   HRESULT Initialize(IADs*, IADs*, const std::string&, IDsAdminNewObj*,
                      const NewObjectDisplayInfo&) override {
@@ -42,10 +35,9 @@ class PagesExtension final : public IDsAdminNewObjExt {
   HRESULT GetSummaryInfo(std::string&) override { return E_NOTIMPL; }
 
  private:
-  ~PagesExtension() = default;
+  ~PagesExtension() override = default;
 
   std::vector<std::unique_ptr<PropSheetPage>> pages_;
-  std::uint32_t references_ = 1;
 };
 
 }  // namespace pelora::contract

@@ -6,7 +6,7 @@
 #include "hosts/ctl/results/result_text.h"
 #include "hosts/ctl/text/assignment.h"
 #include "hosts/ctl/text/list_text.h"
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -40,21 +40,21 @@ TEST(Assignments, DistinguishedNamesAreObjects) {
 }
 
 TEST(VisibleTexts, ControlCharactersAreShown) {
-  EXPECT_EQ(VisibleText("a\x1B[2Jb\x7F"), "a\\x1B[2Jb\\x7F");
-  EXPECT_EQ(VisibleText("\xC2\x9B"
-                        "1m"),
+  EXPECT_EQ(session::VisibleText("a\x1B[2Jb\x7F"), "a\\x1B[2Jb\\x7F");
+  EXPECT_EQ(session::VisibleText("\xC2\x9B"
+                                 "1m"),
             "\\xC2\\x9B1m");
-  EXPECT_EQ(VisibleText("\xFF"
-                        "é"),
+  EXPECT_EQ(session::VisibleText("\xFF"
+                                 "é"),
             "\\xFFé");
-  EXPECT_EQ(VisibleText("a\tb\n", "\t"), "a\tb\\x0A");
+  EXPECT_EQ(session::VisibleText("a\tb\n", "\t"), "a\tb\\x0A");
   // What turns the direction of text around, and its neighbours that do not.
-  EXPECT_EQ(VisibleText("a\u202Etxt\u2066\u2069\u200E\u061C"),
+  EXPECT_EQ(session::VisibleText("a\u202Etxt\u2066\u2069\u200E\u061C"),
             "a\\xE2\\x80\\xAEtxt\\xE2\\x81\\xA6\\xE2\\x81\\xA9\\xE2\\x80\\x8E\\xD8\\x9C");
-  EXPECT_EQ(VisibleText("\u200D\u2029\u202F\u2065\u206A\u00A0\U0001F600"),
+  EXPECT_EQ(session::VisibleText("\u200D\u2029\u202F\u2065\u206A\u00A0\U0001F600"),
             "\u200D\u2029\u202F\u2065\u206A\u00A0\U0001F600");
-  EXPECT_EQ(OnOneLine("a\r\nb\tc\nd"), "a b c d");
-  EXPECT_EQ(NameOnOneLine("CN=a\nb\x1B,DC=c"), "CN=a\\0Ab\x1B,DC=c");
+  EXPECT_EQ(session::OnOneLine("a\r\nb\tc\nd"), "a b c d");
+  EXPECT_EQ(session::NameOnOneLine("CN=a\nb\x1B,DC=c"), "CN=a\\0Ab\x1B,DC=c");
 }
 
 TEST(JsonLines, AreSafeForATerminal) {

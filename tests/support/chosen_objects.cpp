@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "directory/utf.h"
 #include "tests/support/selection_data_object.h"
 
 namespace pelora::testing {
@@ -36,7 +35,7 @@ class CountedMedium final : public IStorageMedium {
 };
 
 HeapBlock Place(const std::vector<std::byte>& bytes) {
-  HeapBlock block{std::make_unique<std::byte[]>(bytes.size()), bytes.size()};
+  HeapBlock block(bytes.size());
   std::ranges::copy(bytes, block.bytes.get());
   return block;
 }
@@ -47,28 +46,19 @@ HeapBlock MakeDsSelectionList(const std::vector<std::string>& paths) {
   constexpr std::size_t kHeadSize = 8;
   constexpr std::size_t kEntrySize = 48;
   constexpr std::size_t kPathInEntry = 8;
-  std::vector<std::byte> bytes(kHeadSize + kEntrySize * paths.size());
-  PatchUint32(bytes, 0, static_cast<std::uint32_t>(paths.size()));
-  std::vector<std::size_t> offsets;
+  std::size_t string = kHeadSize + kEntrySize * paths.size();
+  std::size_t size = string;
+  for (const std::string& path : paths) size += WideStringSize(path);
+  HeapBlock block(size);
+  WriteUint32(block.span(), 0, static_cast<std::uint32_t>(paths.size()));
+  std::size_t entry = kHeadSize;
   for (const std::string& path : paths) {
-    offsets.push_back(bytes.size());
-    for (const char16_t unit : ToUtf16(path) + u'\0') {
-      bytes.push_back(static_cast<std::byte>(unit & 0xFFU));
-      bytes.push_back(static_cast<std::byte>(unit >> 8));
-    }
-  }
-  HeapBlock block = Place(bytes);
-  for (std::size_t entry = 0; entry < offsets.size(); ++entry) {
-    PatchUint64(block.span(), kHeadSize + kEntrySize * entry + kPathInEntry,
-                reinterpret_cast<std::uintptr_t>(block.bytes.get()) + offsets[entry]);
+    WriteUint64(block.span(), entry + kPathInEntry,
+                reinterpret_cast<std::uintptr_t>(block.bytes.get()) + string);
+    string = WriteWideString(block.span(), string, path);
+    entry += kEntrySize;
   }
   return block;
-}
-
-void PatchUint64(std::span<std::byte> block, std::size_t offset, std::uint64_t number) {
-  for (std::size_t at = 0; at < 8; ++at) {
-    block[offset + at] = static_cast<std::byte>((number >> (8 * at)) & 0xFFU);
-  }
 }
 
 ChosenObjects* ChosenObjects::AsSelectionList(const std::vector<std::string>& paths) {
@@ -80,21 +70,9 @@ ChosenObjects* ChosenObjects::AsObjectNames(const std::vector<std::string>& path
 }
 
 ChosenObjects::ChosenObjects(std::string format, HeapBlock block)
-    : format_(std::move(format)), block_(std::make_shared<HeapBlock>(std::move(block))) {}
-
-HRESULT ChosenObjects::QueryInterface(const Guid& iid, void** object) {
-  *object = nullptr;
-  if (iid != IID_IUnknown && iid != IID_IDataObject) return E_NOINTERFACE;
-  *object = static_cast<IDataObject*>(this);
-  AddRef();
-  return S_OK;
-}
-
-std::uint32_t ChosenObjects::Release() {
-  const std::uint32_t left = --references_;
-  if (left == 0) delete this;
-  return left;
-}
+    : CountedPort(0),
+      format_(std::move(format)),
+      block_(std::make_shared<HeapBlock>(std::move(block))) {}
 
 HRESULT ChosenObjects::GetData(const FormatEtc& format, std::unique_ptr<IStorageMedium>& medium) {
   last_format_ = format;

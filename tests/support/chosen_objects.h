@@ -9,28 +9,20 @@
 #include <string>
 #include <vector>
 
+#include "directory/byte_block.h"
+#include "platform/counted.h"
 #include "platform/data_object.h"
 
 namespace pelora::testing {
 
-/// Bytes of a block as they lie on the heap, with nothing behind them that a reader could reach
-/// unnoticed under a sanitizer.
-struct HeapBlock {
-  std::unique_ptr<std::byte[]> bytes;
-  std::size_t size = 0;
-
-  [[nodiscard]] std::span<std::byte> span() const { return {bytes.get(), size}; }
-};
-
-/// A `DS_SELECTION_LIST` block that names the given paths, its addresses pointing into itself.
+/// A `DS_SELECTION_LIST` block that names the given paths, its addresses pointing into itself, and
+/// nothing else. Nothing lies behind its bytes that a reader could reach unnoticed under a
+/// sanitizer.
 [[nodiscard]] HeapBlock MakeDsSelectionList(const std::vector<std::string>& paths);
-
-/// Overwrites eight bytes of a block with a little-endian number.
-void PatchUint64(std::span<std::byte> block, std::size_t offset, std::uint64_t number);
 
 /// What an administrator chose, as a data object that hands out one block under one format's name
 /// and counts what is done with the block. Born with no reference: the first `Ref` is its owner.
-class ChosenObjects final : public IDataObject {
+class ChosenObjects final : public CountedPort<IDataObject> {
  public:
   /// As an object picker gives them.
   static ChosenObjects* AsSelectionList(const std::vector<std::string>& paths);
@@ -48,19 +40,15 @@ class ChosenObjects final : public IDataObject {
   /// What was asked for last.
   [[nodiscard]] const FormatEtc& last_format() const { return last_format_; }
 
-  HRESULT QueryInterface(const Guid& iid, void** object) override;
-  std::uint32_t AddRef() override { return ++references_; }
-  std::uint32_t Release() override;
   HRESULT GetData(const FormatEtc& format, std::unique_ptr<IStorageMedium>& medium) override;
 
  private:
-  ~ChosenObjects() = default;
+  ~ChosenObjects() override = default;
 
   std::string format_;
   std::shared_ptr<HeapBlock> block_;
   HRESULT failure_ = S_OK;
   bool hidden_ = false;
-  std::uint32_t references_ = 0;
   std::shared_ptr<int> locks_ = std::make_shared<int>(0);
   std::shared_ptr<int> releases_ = std::make_shared<int>(0);
   FormatEtc last_format_;

@@ -84,12 +84,6 @@ HRESULT FakeDirectoryObject::QueryInterface(const Guid& iid, void** object) {
   return S_OK;
 }
 
-std::uint32_t FakeDirectoryObject::Release() {
-  const std::uint32_t left = --count_;
-  if (left == 0) delete this;
-  return left;
-}
-
 FakeEntry* FakeDirectoryObject::FindEntry() const {
   const auto found = state_->entries.find(key_);
   return found == state_->entries.end() ? nullptr : &found->second;

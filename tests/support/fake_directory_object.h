@@ -10,23 +10,20 @@
 #include <vector>
 
 #include "platform/ads.h"
+#include "platform/counted.h"
 #include "tests/support/fake_directory_state.h"
 
 namespace pelora::testing {
 
 /// An object bound from a `FakeDirectory`, with its property cache. Born with a count of 1.
-class FakeDirectoryObject final : public IADs {
+class FakeDirectoryObject final : public Counted<IADs> {
  public:
   /// `key` names the entry in `state`; `path` is what calls are logged with. A new object has no
   /// entry until `SetInfo` makes one.
   FakeDirectoryObject(std::shared_ptr<FakeDirectoryState> state, std::string path, std::string key,
                       std::vector<Guid> interfaces, bool is_new);
-  FakeDirectoryObject(const FakeDirectoryObject&) = delete;
-  FakeDirectoryObject& operator=(const FakeDirectoryObject&) = delete;
 
   [[nodiscard]] HRESULT QueryInterface(const Guid& iid, void** object) override;
-  std::uint32_t AddRef() override { return ++count_; }
-  std::uint32_t Release() override;
 
   [[nodiscard]] HRESULT Get(std::string_view name, Variant& value) override;
   [[nodiscard]] HRESULT Put(std::string_view name, const Variant& value) override;
@@ -40,7 +37,7 @@ class FakeDirectoryObject final : public IADs {
     std::vector<Variant> values;
   };
 
-  ~FakeDirectoryObject();
+  ~FakeDirectoryObject() override;
 
   [[nodiscard]] FakeEntry* FindEntry() const;
   [[nodiscard]] HRESULT Fill();
@@ -55,7 +52,6 @@ class FakeDirectoryObject final : public IADs {
   std::vector<Guid> interfaces_;
   bool is_new_;
   bool is_filled_ = false;
-  std::uint32_t count_ = 1;
   std::map<std::string, std::vector<Variant>, NoCaseLess> cache_;
   std::map<std::string, Staged, NoCaseLess> staged_;
   /// Names whose values have to be read again.

@@ -3,17 +3,17 @@
 
 #include <utility>
 
+#include "platform/counted.h"
+
 namespace pelora::testing {
 namespace {
 
 /// Forwards to a bound object. It is the object to its holder: interfaces asked of it lead back to
 /// it.
-class FaultObject final : public IADs {
+class FaultObject final : public Counted<IADs> {
  public:
   FaultObject(Ref<IADs> target, std::shared_ptr<FaultPlan> plan)
       : target_(std::move(target)), plan_(std::move(plan)) {}
-  FaultObject(const FaultObject&) = delete;
-  FaultObject& operator=(const FaultObject&) = delete;
 
   HRESULT QueryInterface(const Guid& iid, void** object) override {
     if (object == nullptr) return E_POINTER;
@@ -27,12 +27,6 @@ class FaultObject final : public IADs {
     AddRef();
     *object = static_cast<IADs*>(this);
     return S_OK;
-  }
-  std::uint32_t AddRef() override { return ++count_; }
-  std::uint32_t Release() override {
-    const std::uint32_t left = --count_;
-    if (left == 0) delete this;
-    return left;
   }
 
   HRESULT Get(std::string_view name, Variant& value) override {
@@ -54,11 +48,10 @@ class FaultObject final : public IADs {
   }
 
  private:
-  ~FaultObject() = default;
+  ~FaultObject() override = default;
 
   Ref<IADs> target_;
   std::shared_ptr<FaultPlan> plan_;
-  std::uint32_t count_ = 1;
 };
 
 }  // namespace

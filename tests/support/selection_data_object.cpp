@@ -39,19 +39,13 @@ class BlockMedium final : public IStorageMedium {
 
 }  // namespace
 
-void PatchUint32(std::vector<std::byte>& block, std::size_t offset, std::uint32_t number) {
-  for (std::size_t at = 0; at < 4; ++at) {
-    block.at(offset + at) = static_cast<std::byte>((number >> (8 * at)) & 0xFFU);
-  }
-}
-
 std::vector<std::byte> MakeDsObjectNames(const std::vector<std::string>& paths) {
   constexpr std::size_t kHeadSize = 20;
   constexpr std::size_t kEntrySize = 16;
   std::vector<std::byte> block(kHeadSize + kEntrySize * paths.size());
-  PatchUint32(block, 16, static_cast<std::uint32_t>(paths.size()));
+  WriteUint32(block, 16, static_cast<std::uint32_t>(paths.size()));
   for (std::size_t entry = 0; entry < paths.size(); ++entry) {
-    PatchUint32(block, kHeadSize + kEntrySize * entry + 8,
+    WriteUint32(block, kHeadSize + kEntrySize * entry + 8,
                 static_cast<std::uint32_t>(block.size()));
     for (const char16_t unit : ToUtf16(paths[entry]) + u'\0') {
       block.push_back(static_cast<std::byte>(unit & 0xFFU));

@@ -6,15 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "directory/byte_block.h"
 #include "platform/data_object.h"
 
 namespace pelora::testing {
 
 /// A `DSOBJECTNAMES` block that names the given paths.
 [[nodiscard]] std::vector<std::byte> MakeDsObjectNames(const std::vector<std::string>& paths);
-
-/// Overwrites four bytes of a block with a little-endian number.
-void PatchUint32(std::vector<std::byte>& block, std::size_t offset, std::uint32_t number);
 
 /// The console's selection, as a data object that hands out one block under one format's name.
 ///

@@ -412,6 +412,54 @@ TEST_F(BackgroundOpening, TheWindowSaysWhatItOpensAndShowsItThen) {
   EXPECT_THAT(Status(), Not(HasSubstr("Opening")));
 }
 
+TEST_F(BackgroundOpening, NothingIsReplacedUnderADialogThatWorksWithIt) {
+  window_->OpenBesides(QStringLiteral("dc1"), [](const auto& /*stop*/) { return Scripted("Ada"); });
+  ASSERT_TRUE(WaitForRows(1));
+  const session::DirectorySession* shown = window_->session();
+  std::atomic<bool> is_opened{false};
+  window_->OpenBesides(QStringLiteral("dc2"), [&](const auto& /*stop*/) {
+    gate_.acquire();
+    is_opened = true;
+    return Scripted("Bob");
+  });
+  modal_scripts().Add([&](QWidget& box) {
+    gate_.release();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return is_opened.load(); }, kPatience));
+    // Longer than the window waits before it looks again.
+    QTest::qWait(200);
+    EXPECT_EQ(window_->session(), shown);
+    EXPECT_THAT(Names(), ElementsAre("Ada"));
+    EXPECT_THAT(Status(), HasSubstr("Opening dc2..."));
+    box.close();
+  });
+  // As a tab's box, which knows nothing of the window.
+  QMessageBox(QMessageBox::Warning, {}, QStringLiteral("Wait"), QMessageBox::Ok).exec();
+  EXPECT_EQ(window_->session(), shown) << "whoever waited for the box is not through yet";
+  ASSERT_TRUE(QTest::qWaitFor([&] { return window_->session() != shown; }, kPatience));
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(Names(), ElementsAre("Bob"));
+}
+
+TEST_F(BackgroundOpening, AnotherOpeningTakesThePlaceOfOneThatWaitsUnderADialog) {
+  modal_scripts().Add([&](QWidget& box) {
+    std::atomic<bool> is_opened{false};
+    window_->OpenBesides(QStringLiteral("dc1"), [&](const auto& /*stop*/) {
+      is_opened = true;
+      return Scripted("Ada");
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return is_opened.load(); }, kPatience));
+    QTest::qWait(100);
+    window_->OpenBesides(QStringLiteral("dc2"),
+                         [](const auto& /*stop*/) { return Scripted("Bob"); });
+    box.close();
+  });
+  QMessageBox(QMessageBox::Warning, {}, QStringLiteral("Wait"), QMessageBox::Ok).exec();
+  ASSERT_TRUE(WaitForRows(1));
+  ASSERT_TRUE(WaitForEnd());
+  EXPECT_THAT(Names(), ElementsAre("Bob"));
+  EXPECT_THAT(Status(), Not(HasSubstr("Opening")));
+}
+
 TEST_F(BackgroundOpening, AFailureIsToldAndWhatIsShownStays) {
   window_->OpenBesides(QStringLiteral("dc1"), [](const auto& /*stop*/) { return Scripted("Ada"); });
   ASSERT_TRUE(WaitForRows(1));

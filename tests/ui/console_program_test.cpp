@@ -169,6 +169,22 @@ TEST(MessagesWithoutAScreen, GoToTheStreamAndAreRemembered) {
   EXPECT_EQ(box.Show(nullptr, question), kDialogNo);
 }
 
+TEST(MessagesWithoutAScreen, NothingInThemSteersATerminal) {
+  std::ostringstream stream;
+  console::StreamMessageBox box(stream);
+  box.Show(nullptr, {.text = "\x1B[2JOne\r\n\xC2\x9B"
+                             "1mTwo",
+                     .caption = "Pelora\a"});
+  EXPECT_EQ(stream.str(), "Pelora\\x07: \\x1B[2JOne\n\\xC2\\x9B1mTwo\n");
+}
+
+TEST_F(Program, NothingInAFailureSteersATerminal) {
+  const Outcome run =
+      Console({"--directory", file(), "--open", "CN=\x1B[2Jx,DC=y", "--screenshot", Picture()});
+  EXPECT_EQ(run.exit_code, 1);
+  EXPECT_THAT(run.errors, HasSubstr("CN=\\x1B[2Jx,DC=y: "));
+}
+
 TEST_F(Program, AMissingFileIsAFailureThatNamesIt) {
   const std::string missing = folder().File("missing.ldb");
   const Outcome run = Console({"--directory", missing, "--screenshot", Picture()});

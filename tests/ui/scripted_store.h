@@ -34,7 +34,7 @@ class ScriptedStore final : public ldap::IDirectoryStore {
   }
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> /*attributes*/,
                          ldap::Entry& entry) override {
-    if (!has_base_ || dn != "DC=x") return {32, "no such object"};
+    if (!has_base_ || dn != "DC=x") return failure_;
     entry = {.dn = dn, .attributes = {{"objectClass", {"top", "domain", "domainDNS"}}}};
     return {};
   }
@@ -43,6 +43,8 @@ class ScriptedStore final : public ldap::IDirectoryStore {
     ldap::StoreStatus status = search_(request, sink);
     return status.code == kHangs ? Hang() : status;
   }
+  /// What the reading of an entry that is not there answers from now on.
+  void FailWith(ldap::StoreStatus failure) { failure_ = std::move(failure); }
   void StopOn(const std::stop_token& stop) override { stop_ = stop; }
   ldap::StoreStatus Modify(const std::string& /*dn*/,
                            std::span<const ldap::Modification> /*modifications*/) override {
@@ -70,6 +72,7 @@ class ScriptedStore final : public ldap::IDirectoryStore {
 
   SearchScript search_;
   bool has_base_;
+  ldap::StoreStatus failure_{32, "no such object"};
   ldap::Schema schema_;
   std::stop_token stop_;
 };

@@ -19,7 +19,6 @@ using ::testing::ElementsAre;
 using testing::FaultPoint;
 using ::testing::IsEmpty;
 using testing::MakeDsObjectNames;
-using testing::PatchUint32;
 using testing::SelectionDataObject;
 
 const std::string kAda = "LDAP://dc1/CN=Ada,DC=x";
@@ -163,7 +162,7 @@ TEST_F(AdsBaseTest, AMalformedBlockKeepsNoPathAndTestsNothing) {
   EXPECT_EQ(Select({kAda, kBob}), S_OK);
   host_.directory.ClearCalls();
   std::vector<std::byte> block = MakeDsObjectNames({kAda});
-  PatchUint32(block, 28, 0xFFFFFFF0U);
+  WriteUint32(block, 28, 0xFFFFFFF0U);
   SelectionDataObject selection(block);
   EXPECT_EQ(component_->Initialize(&selection), E_INVALIDARG);
   EXPECT_THAT(component_->paths(), IsEmpty());

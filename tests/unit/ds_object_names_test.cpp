@@ -20,7 +20,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using testing::MakeDsObjectNames;
-using testing::PatchUint32;
 
 const std::string kAda = "LDAP://dc1/CN=Ada,DC=x";
 const std::string kJuergen = "LDAP://dc1/CN=M\xC3\xBCller\\, J\xC3\xBCrgen,DC=x";
@@ -52,7 +51,7 @@ TEST(DsObjectNames, NoEntriesAreNoPaths) {
 
 TEST(DsObjectNames, OnlyCountAndNameOffsetsAreRead) {
   std::vector<std::byte> block = MakeDsObjectNames({kAda});
-  for (const std::size_t offset : {0, 4, 8, 12, 20, 24, 32}) PatchUint32(block, offset, 0xFFFFFFFF);
+  for (const std::size_t offset : {0, 4, 8, 12, 20, 24, 32}) WriteUint32(block, offset, 0xFFFFFFFF);
   std::vector<std::string> paths;
   EXPECT_EQ(Read(block, paths), S_OK);
   EXPECT_THAT(paths, ElementsAre(kAda));
@@ -65,8 +64,8 @@ TEST(DsObjectNames, EntriesMayShareAStringAndStandAtAnOddOffset) {
   block.push_back(std::byte{0xEE});
   block.insert(block.end(), block.begin() + 52,
                block.begin() + 52 + static_cast<int>(string_bytes));
-  PatchUint32(block, 28, static_cast<std::uint32_t>(odd));
-  PatchUint32(block, 44, static_cast<std::uint32_t>(odd));
+  WriteUint32(block, 28, static_cast<std::uint32_t>(odd));
+  WriteUint32(block, 44, static_cast<std::uint32_t>(odd));
   std::vector<std::string> paths;
   EXPECT_EQ(Read(block, paths), S_OK);
   EXPECT_THAT(paths, ElementsAre(kAda, kAda));
@@ -85,7 +84,7 @@ TEST(DsObjectNames, ACountBeyondTheBlockIsRefused) {
   for (const std::uint32_t count : {2U, 0x10000001U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
     std::vector<std::byte> block = MakeDsObjectNames({kAda});
     block.resize(20 + 16 + 8);
-    PatchUint32(block, 16, count);
+    WriteUint32(block, 16, count);
     ExpectRefused(block);
   }
 }
@@ -96,7 +95,7 @@ TEST(DsObjectNames, AnOffsetOutsideTheBlockIsRefused) {
   for (const std::uint32_t offset :
        {size - 1, size, size + 1, 0x7FFFFFFFU, 0xFFFFFFFEU, 0xFFFFFFFFU}) {
     std::vector<std::byte> block = whole;
-    PatchUint32(block, 28, offset);
+    WriteUint32(block, 28, offset);
     SCOPED_TRACE(offset);
     ExpectRefused(block);
   }
@@ -110,7 +109,7 @@ TEST(DsObjectNames, AStringWithoutItsEndIsRefused) {
 
 TEST(DsObjectNames, OneBadEntryKeepsNoPathOfTheGoodOnes) {
   std::vector<std::byte> block = MakeDsObjectNames({kAda, kJuergen});
-  PatchUint32(block, 44, 0xFFFF);
+  WriteUint32(block, 44, 0xFFFF);
   ExpectRefused(block);
 }
 
@@ -122,8 +121,8 @@ TEST(DsObjectNames, RandomBlocksNeverReadOutside) {
     std::vector<std::byte> block(small(random));
     std::ranges::generate(block, [&] { return static_cast<std::byte>(byte(random)); });
     if (block.size() >= 36) {
-      PatchUint32(block, 16, small(random) % 3);
-      PatchUint32(block, 28, small(random));
+      WriteUint32(block, 16, small(random) % 3);
+      WriteUint32(block, 28, small(random));
     }
     std::vector<std::string> paths;
     const HRESULT status = Read(block, paths);

@@ -171,8 +171,8 @@ TEST_P(ObjectPickerTest, ANameThatIsNoTextLosesTheWholeChoice) {
 }
 
 TEST_P(ObjectPickerTest, AMalformedBlockIsRefused) {
-  testing::HeapBlock block = testing::MakeDsSelectionList({kAda});
-  testing::PatchUint64(block.span(), 16, 0);
+  HeapBlock block = testing::MakeDsSelectionList({kAda});
+  WriteUint64(block.span(), 16, 0);
   bench_.choosers.Choose(new ChosenObjects(kDsSelectionListFormat, std::move(block)));
   EXPECT_EQ(Pick(SelectionMode::kMultiple), E_INVALIDARG);
   EXPECT_THAT(names_, ElementsAre("from before"));

@@ -16,10 +16,8 @@ namespace {
 
 using testing::ChosenObjects;
 using ::testing::ElementsAre;
-using testing::HeapBlock;
 using ::testing::IsEmpty;
 using testing::MakeDsSelectionList;
-using testing::PatchUint64;
 
 const std::string kAda = "LDAP://dc1/CN=Ada,DC=x";
 const std::string kJuergen = "LDAP://dc1/CN=M\xC3\xBCller\\, J\xC3\xBCrgen,DC=x";
@@ -31,7 +29,7 @@ std::uint64_t AddressOf(const HeapBlock& block, std::size_t offset) {
 }
 
 void SetPathAddress(const HeapBlock& block, std::size_t entry, std::uint64_t address) {
-  PatchUint64(block.span(), kHeadSize + kEntrySize * entry + 8, address);
+  WriteUint64(block.span(), kHeadSize + kEntrySize * entry + 8, address);
 }
 
 void ExpectRefused(std::span<const std::byte> block) {
@@ -58,7 +56,7 @@ TEST(DsSelectionList, OnlyCountAndPathAddressesAreRead) {
   const HeapBlock block = MakeDsSelectionList({kAda});
   // Name, class, principal name, fetched attributes and scope of the entry.
   for (const std::size_t field : {0, 16, 24, 32, 40}) {
-    PatchUint64(block.span(), kHeadSize + field, 0xFFFFFFFFFFFFFFFF);
+    WriteUint64(block.span(), kHeadSize + field, 0xFFFFFFFFFFFFFFFF);
   }
   // Number of fetched attributes.
   for (std::size_t at = 4; at < 8; ++at) block.bytes[at] = std::byte{0xFF};

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "hosts/console/choosers/key_shortcuts.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
@@ -34,7 +35,7 @@ ContainerBrowser::ContainerBrowser(ldap::StoreOpener opener, session::DirectoryO
   setObjectName(QStringLiteral("container_browser"));
   setWindowTitle(QStringLiteral("Select Container"));
   status_->setObjectName(QStringLiteral("browser_status"));
-  status_->setTextFormat(Qt::PlainText);
+  ShowPlainly(*status_);
   status_->setWordWrap(true);
   MakeTree();
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);

@@ -4,17 +4,13 @@
 #include <utility>
 
 #include "hosts/console/object_icons.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
 namespace {
 
 constexpr std::array kHeads = {"Name", "Type", "Logon Name", "E-mail Address", "Folder"};
-
-/// A name as it is, whatever it looks like.
-QString AsToolTip(const std::string& dn) {
-  return QStringLiteral("<span>%1</span>").arg(ToQString(dn).toHtmlEscaped());
-}
 
 }  // namespace
 
@@ -48,7 +44,7 @@ QVariant FoundObjectModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
   if (role == Qt::DisplayRole) return row.texts[static_cast<std::size_t>(index.column())];
-  if (role == Qt::ToolTipRole) return AsToolTip(row.object.dn);
+  if (role == Qt::ToolTipRole) return PlainToolTip(ToQString(row.object.dn));
   if (role == Qt::DecorationRole && index.column() == kName) return IconOf(row.object.kind.icon);
   return {};
 }

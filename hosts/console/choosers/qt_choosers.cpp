@@ -9,6 +9,7 @@
 #include "directory/utf.h"
 #include "hosts/console/choosers/container_browser.h"
 #include "hosts/console/choosers/search_dialog.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_dialog.h"
 #include "hosts/console/qt_text.h"
 #include "hosts/ldap/entry_values.h"
@@ -157,10 +158,10 @@ std::int32_t QtChoosers::BrowseForContainer(const ContainerBrowserInit& init, st
   session::DirectoryObject base;
   if (const ldap::StoreStatus status = session::DirectoryBrowser(store_).ReadBase(base);
       !status.Ok()) {
-    QMessageBox::critical(WindowOf(nullptr), QStringLiteral("Select Container"),
-                          QStringLiteral("The directory cannot be read.\n\n%1")
-                              .arg(ToQString(status.text))
-                              .toHtmlEscaped());
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("Select Container"), {}, QMessageBox::Ok,
+                    WindowOf(nullptr));
+    SetPlainTexts(box, QStringLiteral("The directory cannot be read."), ToQString(status.text));
+    RunModal(box);
     return kBrowserFailed;
   }
   const auto refusal = [this, &init](const std::string& dn) {

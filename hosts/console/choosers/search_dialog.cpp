@@ -18,6 +18,7 @@
 #include "hosts/console/choosers/key_shortcuts.h"
 #include "hosts/console/choosers/search_status.h"
 #include "hosts/console/object_icons.h"
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 #include "hosts/session/search_filter.h"
 
@@ -105,7 +106,7 @@ void SearchDialog::MakeResults(QVBoxLayout& layout) {
   label->setBuddy(results_);
   status_ = new QLabel(this);
   status_->setObjectName(QStringLiteral("search_status"));
-  status_->setTextFormat(Qt::PlainText);
+  ShowPlainly(*status_);
   status_->setWordWrap(true);
   layout.addWidget(label);
   layout.addWidget(results_);
@@ -197,7 +198,7 @@ void SearchDialog::AddSelected() {
     if (IsChosen(object.dn)) continue;
     auto* item =
         new QListWidgetItem(IconOf(object.kind.icon), ToQString(object.name), chosen_list_);
-    item->setToolTip(ToQString(object.dn).toHtmlEscaped());
+    item->setToolTip(PlainToolTip(ToQString(object.dn)));
     chosen_.push_back(std::move(object));
   }
   results_->clearSelection();

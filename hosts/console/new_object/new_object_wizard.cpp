@@ -8,11 +8,11 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "directory/creation_failure.h"
 #include "directory/error_text.h"
 #include "hosts/console/object_icons.h"
 #include "hosts/console/qt_text.h"
 #include "hosts/session/text.h"
-#include "wizards/wizard_base.h"
 
 namespace pelora::console {
 

@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "hosts/console/plain_text.h"
 #include "hosts/console/qt_text.h"
 
 namespace pelora::console {
@@ -42,7 +43,7 @@ OwnPage::OwnPage(const session::NewObjectKind& kind, session::OwnContext context
   if (kind_.account == session::AccountForm::kUser) AddPasswords(*form);
   hint_ = new QLabel(this);
   hint_->setObjectName(QStringLiteral("own_hint"));
-  hint_->setTextFormat(Qt::PlainText);
+  ShowPlainly(*hint_);
   hint_->setWordWrap(true);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins({});

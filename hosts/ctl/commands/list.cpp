@@ -11,9 +11,9 @@
 #include "hosts/ctl/results/json_line.h"
 #include "hosts/ctl/results/text_table.h"
 #include "hosts/ctl/text/csv_writer.h"
-#include "hosts/ctl/text/visible_text.h"
 #include "hosts/ctl/workplace.h"
 #include "hosts/ldap/case_fold.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -113,7 +113,7 @@ void Print(const CommandLine& line, const Columns& columns, const std::vector<Ro
     }
   } else if (line.csv) {
     const auto write = [&output](const std::string& text) {
-      output.Write(output.is_terminal() ? VisibleText(text, "\r\n") : text);
+      output.Write(output.is_terminal() ? session::VisibleText(text, "\r\n") : text);
     };
     write(CsvRow(columns.names()));
     for (const Row& row : rows) write(CsvRow(Printed(row)));

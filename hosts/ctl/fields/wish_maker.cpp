@@ -9,9 +9,9 @@
 #include "hosts/ctl/fields/address_list.h"
 #include "hosts/ctl/objects/object_classes.h"
 #include "hosts/ctl/text/list_text.h"
-#include "hosts/ctl/text/utf8_check.h"
 #include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/name_key.h"
+#include "hosts/session/utf8_check.h"
 
 namespace pelora::ctl {
 namespace {
@@ -47,7 +47,7 @@ std::vector<Wish> WishMaker::Make(std::span<const Assignment> assignments,
       throw Refusal(assignment.field + ": objects of the class " +
                     std::string(WordOf(described.kind)) + " have no such field");
     }
-    if (FirstInvalidByte(assignment.value)) Refuse(*field, "the value is not UTF-8");
+    if (session::FirstInvalidByte(assignment.value)) Refuse(*field, "the value is not UTF-8");
     if (IsAddress(*field)) {
       addresses.push_back(&assignment);
     } else if (field->IsList()) {

@@ -2,7 +2,7 @@
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/objects/object_finder.h"
 #include "hosts/ctl/text/input_file.h"
-#include "hosts/ctl/text/utf8_check.h"
+#include "hosts/session/utf8_check.h"
 
 namespace pelora::ctl {
 namespace {
@@ -26,7 +26,7 @@ std::vector<std::string> ReadNames(const std::string& path) {
     const std::size_t length = std::min(left.find('\n'), left.size());
     const std::string_view name = WithoutBlanks(left.substr(0, length));
     left.remove_prefix(std::min(length + 1, left.size()));
-    if (FirstInvalidByte(name)) {
+    if (session::FirstInvalidByte(name)) {
       throw WrongUsage(InputName(path) + ", line " + std::to_string(line) + ": this is not UTF-8");
     }
     if (!name.empty() && !name.starts_with('#')) names.emplace_back(name);

@@ -2,13 +2,13 @@
 #include "hosts/ctl/results/finding_text.h"
 
 #include "hosts/ctl/results/json_line.h"
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 
 std::string FindingLine(const session::Finding& finding) {
-  return std::string(finding.rule) + "\t" + NameOnOneLine(finding.dn) + "\t" +
-         OnOneLine(finding.message);
+  return std::string(finding.rule) + "\t" + session::NameOnOneLine(finding.dn) + "\t" +
+         session::OnOneLine(finding.message);
 }
 
 std::string FindingJson(const session::Finding& finding) {

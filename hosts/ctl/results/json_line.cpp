@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "hosts/ctl/text/utf8_check.h"
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/utf8_check.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -17,14 +17,14 @@ std::string WithoutBareControls(std::string_view line) {
   safe.reserve(line.size());
   while (!line.empty()) {
     const std::string_view character =
-        line.substr(0, std::max<std::size_t>(CharacterLength(line), 1));
+        line.substr(0, std::max<std::size_t>(session::CharacterLength(line), 1));
     line.remove_prefix(character.size());
-    if (!IsControl(character)) {
+    if (!session::IsControl(character)) {
       safe += character;
       continue;
     }
     // None of them lies beyond four digits.
-    const std::uint32_t code = CodePointOf(character);
+    const std::uint32_t code = session::CodePointOf(character);
     safe += "\\u";
     for (const int shift : {12, 8, 4, 0}) safe += kDigits[(code >> shift) & 0xF];
   }

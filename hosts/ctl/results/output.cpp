@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <system_error>
 
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -26,7 +26,7 @@ void Output::Write(std::string_view text) {
 void Output::WriteLine(std::string_view text) {
   constexpr std::string_view kKept = "\t\n";
   if (is_terminal_) {
-    Write(VisibleText(text, kKept));
+    Write(session::VisibleText(text, kKept));
   } else {
     Write(text);
   }

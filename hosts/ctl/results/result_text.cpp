@@ -5,16 +5,16 @@
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/results/json_line.h"
 #include "hosts/ctl/text/assignment.h"
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 
 std::string ResultLine(const changes::Result& result) {
   // What was not found is told as it was given.
-  const std::string name =
-      IsDistinguishedName(result.dn) ? NameOnOneLine(result.dn) : OnOneLine(result.dn);
+  const std::string name = IsDistinguishedName(result.dn) ? session::NameOnOneLine(result.dn)
+                                                          : session::OnOneLine(result.dn);
   std::string line = std::string(WordOf(result.outcome)) + "\t" + name;
-  if (!result.message.empty()) line += "\t" + OnOneLine(result.message);
+  if (!result.message.empty()) line += "\t" + session::OnOneLine(result.message);
   return line;
 }
 

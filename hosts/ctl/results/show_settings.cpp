@@ -5,7 +5,7 @@
 
 #include "hosts/ctl/results/json_line.h"
 #include "hosts/ctl/results/text_table.h"
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -31,8 +31,9 @@ class TabPrinter {
  private:
   void StartGroup(const Field& field) {
     EndGroup();
-    if (field.tab != tab_ || is_first_) output_.WriteLine("  " + VisibleText(field.tab));
-    if (!field.place.group.empty()) output_.WriteLine("    " + VisibleText(field.place.group));
+    if (field.tab != tab_ || is_first_) output_.WriteLine("  " + session::VisibleText(field.tab));
+    if (!field.place.group.empty())
+      output_.WriteLine("    " + session::VisibleText(field.place.group));
     tab_ = field.tab;
     group_ = field.place.group;
     is_first_ = false;
@@ -52,8 +53,8 @@ class TabPrinter {
 }  // namespace
 
 void PrintSettings(const ShownObject& object, Output& output) {
-  output.WriteLine(VisibleText(object.object.name) + " (" + object.word + ")");
-  output.WriteLine("  " + VisibleText(object.object.dn));
+  output.WriteLine(session::VisibleText(object.object.name) + " (" + object.word + ")");
+  output.WriteLine("  " + session::VisibleText(object.object.dn));
   {
     TabPrinter printer(output);
     for (const ShownField& shown : object.fields) {

@@ -2,11 +2,21 @@
 #include "hosts/ctl/results/text_table.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
+namespace {
+
+/// How many columns of a terminal a text takes, roughly: characters, without regard to wide ones.
+std::size_t ColumnCount(std::string_view text) {
+  return static_cast<std::size_t>(std::ranges::count_if(
+      text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+}
+
+}  // namespace
 
 TextTable::TextTable(std::vector<std::string> header) {
   if (!header.empty()) Add(std::move(header));
@@ -15,8 +25,8 @@ TextTable::TextTable(std::vector<std::string> header) {
 void TextTable::Add(std::vector<std::string> row) {
   if (widths_.size() < row.size()) widths_.resize(row.size());
   for (std::size_t column = 0; column < row.size(); ++column) {
-    row[column] = VisibleText(row[column]);
-    widths_[column] = std::max(widths_[column], CharacterCount(row[column]));
+    row[column] = session::VisibleText(row[column]);
+    widths_[column] = std::max(widths_[column], ColumnCount(row[column]));
   }
   rows_.push_back(std::move(row));
 }
@@ -29,7 +39,7 @@ void TextTable::Print(Output& output, const std::string& indent) const {
     for (std::size_t column = 0; column < row.size(); ++column) {
       // Nothing stands behind the last text of a line.
       if (!row[column].empty()) line += std::string(std::exchange(blanks, 0), ' ') + row[column];
-      blanks += widths_[column] - CharacterCount(row[column]) + kGap;
+      blanks += widths_[column] - ColumnCount(row[column]) + kGap;
     }
     output.WriteLine(line);
   }

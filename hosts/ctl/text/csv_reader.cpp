@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "hosts/ctl/text/utf8_check.h"
+#include "hosts/session/utf8_check.h"
 
 namespace pelora::ctl {
 namespace {
@@ -68,7 +68,7 @@ bool CsvReader::ReadCell(std::string& cell) {
     ++place_;
   }
   cell = text_.substr(begin, place_ - begin);
-  if (FirstInvalidByte(cell)) return Fail(line_, "this is not UTF-8");
+  if (session::FirstInvalidByte(cell)) return Fail(line_, "this is not UTF-8");
   return true;
 }
 
@@ -86,7 +86,7 @@ bool CsvReader::ReadQuoted(std::string& cell) {
     }
     cell += character;
   }
-  if (const auto invalid = FirstInvalidByte(cell); invalid) {
+  if (const auto invalid = session::FirstInvalidByte(cell); invalid) {
     const auto before = std::string_view(cell).substr(0, *invalid);
     const auto breaks = static_cast<std::size_t>(std::ranges::count(before, '\n'));
     return Fail(first_line + breaks, "this is not UTF-8");

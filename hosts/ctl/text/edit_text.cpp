@@ -6,8 +6,8 @@
 #include <nlohmann/json.hpp>
 
 #include "directory/ascii_case.h"
-#include "hosts/ctl/text/utf8_check.h"
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/utf8_check.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -24,7 +24,7 @@ constexpr std::array<std::string_view, 5> kHead = {
 /// Whether a value can stand on a line as it is.
 bool IsPlain(const std::string& value) {
   if (value.starts_with(' ') || value.ends_with(' ')) return false;
-  return VisibleText(value) == value && !FirstInvalidByte(value);
+  return session::VisibleText(value) == value && !session::FirstInvalidByte(value);
 }
 
 std::string ValueLine(const std::string& name, const std::string& value) {
@@ -60,7 +60,7 @@ std::string_view TakeLine(std::string_view& text) {
 /// Reads one line into the objects; what is wrong with it, or nothing.
 std::string ReadLine(std::string_view line, std::size_t number, std::vector<EditObject>& objects) {
   if (line.empty() || line.starts_with('#')) return {};
-  if (FirstInvalidByte(line)) return "this is not UTF-8";
+  if (session::FirstInvalidByte(line)) return "this is not UTF-8";
   const std::size_t mark = line.find_first_of(":=");
   if (mark == std::string_view::npos) return "neither a distinguished name nor FIELD: VALUE";
   if (line[mark] == '=') {
@@ -95,9 +95,9 @@ std::string WriteEditText(std::span<const EditObject> objects) {
   std::string text;
   for (const std::string_view line : kHead) text += "# " + std::string(line) + "\n";
   for (const EditObject& object : objects) {
-    text += "\n" + NameOnOneLine(object.dn) + "\n";
+    text += "\n" + session::NameOnOneLine(object.dn) + "\n";
     for (const EditField& field : object.fields) {
-      text += "# " + VisibleText(field.label) + "\n";
+      text += "# " + session::VisibleText(field.label) + "\n";
       if (field.values.empty()) text += field.name + ":\n";
       for (const std::string& value : field.values) text += ValueLine(field.name, value);
     }
@@ -119,7 +119,8 @@ std::string WithFaults(std::string_view text, std::span<const EditFault> faults)
   for (std::size_t number = 1; !text.empty(); ++number) {
     const std::string_view line = TakeLine(text);
     for (const EditFault& fault : faults) {
-      if (fault.line == number) told += std::string(kFaultMark) + OnOneLine(fault.text) + "\n";
+      if (fault.line == number)
+        told += std::string(kFaultMark) + session::OnOneLine(fault.text) + "\n";
     }
     if (!line.starts_with(kFaultMark)) told += std::string(line) + "\n";
   }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "directory/creation_failure.h"
 #include "tests/unit/wizards/wizard_bench.h"
 #include "wizards/wizard_ext_user.h"
 #include "wizards/wizard_pages.h"

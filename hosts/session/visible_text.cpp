@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/ctl/text/visible_text.h"
+#include "hosts/session/visible_text.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 
-#include "hosts/ctl/text/utf8_check.h"
+#include "hosts/session/utf8_check.h"
 
-namespace pelora::ctl {
+namespace pelora::session {
 namespace {
 
 constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -100,13 +100,4 @@ std::string NameOnOneLine(std::string_view dn) {
   return line;
 }
 
-std::size_t CharacterCount(std::string_view text) {
-  std::size_t count = 0;
-  for (const char byte : text) {
-    const bool is_continuation = (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
-    if (!is_continuation) ++count;
-  }
-  return count;
-}
-
-}  // namespace pelora::ctl
+}  // namespace pelora::session

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 /// Where a text stops being UTF-8: the place of the first byte that belongs to no character of
 /// Unicode in its shortest form. None for a text that is UTF-8 throughout.
@@ -14,4 +14,4 @@ namespace pelora::ctl {
 /// Length in bytes of the character at the front of `text`; 0 when there is none.
 [[nodiscard]] std::size_t CharacterLength(std::string_view text);
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

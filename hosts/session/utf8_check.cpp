@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/ctl/text/utf8_check.h"
+#include "hosts/session/utf8_check.h"
 
 #include <array>
 #include <cstdint>
 
-namespace pelora::ctl {
+namespace pelora::session {
 namespace {
 
 /// First bytes of characters: what they look like, how many bytes follow, and the bounds of the
@@ -65,4 +65,4 @@ std::optional<std::size_t> FirstInvalidByte(std::string_view text) {
   return std::nullopt;
 }
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 /// Whether a character, one whole sequence of UTF-8, is a control character: one of ASCII, DEL, of
 /// the second set (U+0080 to U+009F), or one that changes the direction of the text.
@@ -25,7 +25,4 @@ namespace pelora::ctl {
 /// behind a backslash, which is the same name.
 [[nodiscard]] std::string NameOnOneLine(std::string_view dn);
 
-/// How many columns of a terminal a text takes, roughly: characters, without regard to wide ones.
-[[nodiscard]] std::size_t CharacterCount(std::string_view text);
-
-}  // namespace pelora::ctl
+}  // namespace pelora::session

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+class QLabel;
+class QMessageBox;
+
+namespace pelora::console {
+
+// Whoever may write into the directory decides what its texts hold, and the toolkit takes many a
+// text for markup that loads files. Whatever shows such a text shows it through one of these.
+
+/// A text for people to read, as it is but for what would harm its surroundings: control characters
+/// and marks that turn the direction of what follows are shown as U+FFFD, and one that is very long
+/// is cut short. Line breaks and tabs stay.
+[[nodiscard]] QString Readable(const QString& text);
+
+/// A tooltip that shows the text and nothing else; none for an empty text.
+[[nodiscard]] QString PlainToolTip(const QString& text);
+
+/// From now on the label takes no text for markup.
+void ShowPlainly(QLabel& label);
+
+/// Sets what a box says, and what it adds in smaller letters.
+void SetPlainTexts(QMessageBox& box, const QString& text, const QString& addition = {});
+
+}  // namespace pelora::console
