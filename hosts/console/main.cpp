@@ -1,4 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/console/run_console.h"
+#include "hosts/console/program/run_console.h"
 
 int main(int argc, char** argv) { return pelora::console::RunConsole(argc, argv); }

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/console/display.h"
+#include "hosts/console/program/display.h"
 #include "pages/objects/prop_page_recipient.h"
 #include "pages/objects/prop_page_user.h"
 #include "resources/resource.h"

@@ -3,8 +3,8 @@
 
 #include <QApplication>
 
-#include "hosts/console/container_listing.h"
-#include "hosts/console/object_list_pane.h"
+#include "hosts/console/window/container_listing.h"
+#include "hosts/console/window/object_list_pane.h"
 
 namespace pelora::lab {
 namespace {

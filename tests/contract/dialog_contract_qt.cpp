@@ -11,10 +11,10 @@
 #include <optional>
 #include <utility>
 
-#include "hosts/console/modal_dialogs.h"
-#include "hosts/console/property_sheet.h"
-#include "hosts/console/qt_text.h"
-#include "hosts/console/text_service.h"
+#include "hosts/console/dialogs/modal_dialogs.h"
+#include "hosts/console/sheets/property_sheet.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/text/text_service.h"
 #include "tests/contract/contract_resources.h"
 #include "tests/contract/dialog_contract.h"
 #include "tests/contract/dialog_contract_qt_player.h"

@@ -12,7 +12,7 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::contract {
 namespace {

@@ -10,7 +10,7 @@
 #include <QPointer>
 #include <QTimer>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::contract {
 namespace {

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <optional>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"
 #include "tests/lab/lab_test.h"
 #include "tests/support/temporary_folder.h"

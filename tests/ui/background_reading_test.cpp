@@ -17,8 +17,8 @@
 #include <optional>
 #include <semaphore>
 
-#include "hosts/console/main_window.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/main_window.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/scripted_store.h"
 

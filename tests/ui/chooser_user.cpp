@@ -7,7 +7,7 @@
 #include <QTest>
 #include <stdexcept>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::test {
 

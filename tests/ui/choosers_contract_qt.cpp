@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // The console's choosers, with a person in front of them, held to the contract.
 #include "hosts/console/choosers/qt_choosers.h"
-#include "hosts/console/console_platform.h"
-#include "hosts/console/message_box.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/dialogs/message_box.h"
+#include "hosts/console/program/console_platform.h"
+#include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/sample_company.h"
 #include "tests/contract/choosers_contract.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/console/collation.h"
+#include "hosts/console/text/collation.h"
 
 #include <gtest/gtest.h>
 

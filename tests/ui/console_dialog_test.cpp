@@ -15,8 +15,8 @@
 #include <QStyleFactory>
 #include <QTest>
 
-#include "hosts/console/dialog_units.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/dialogs/dialog_units.h"
+#include "hosts/console/text/qt_text.h"
 #include "resources/resource.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/open_sheet.h"

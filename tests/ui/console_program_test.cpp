@@ -11,8 +11,8 @@
 #include <QProcess>
 #include <sstream>
 
-#include "hosts/console/qt_text.h"
-#include "hosts/console/stream_message_box.h"
+#include "hosts/console/program/stream_message_box.h"
+#include "hosts/console/text/qt_text.h"
 #include "platform/dialog_controller.h"
 #include "tests/ui/console_test.h"
 

@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <algorithm>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/sample_company.h"
 

@@ -12,8 +12,8 @@
 #include <QTest>
 #include <QTreeView>
 
-#include "hosts/console/main_window.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/main_window.h"
 #include "resources/resource.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/open_sheet.h"

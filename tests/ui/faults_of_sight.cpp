@@ -7,7 +7,7 @@
 #include <QLabel>
 #include <QStyle>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::test {
 namespace {

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/console/screenshot.h"
+#include "hosts/console/program/screenshot.h"
 #include "resources/resource.h"
 #include "tests/support/fault_directory.h"
 #include "tests/support/fault_store.h"

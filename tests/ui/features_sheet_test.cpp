@@ -15,7 +15,7 @@
 #include <algorithm>
 #include <array>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/ads_path.h"
 
 namespace pelora::test {

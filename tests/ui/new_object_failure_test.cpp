@@ -4,7 +4,7 @@
 #include <QLineEdit>
 #include <QTest>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/ldap_status.h"
 #include "tests/ui/new_object_test.h"
 #include "tests/ui/open_sheet.h"

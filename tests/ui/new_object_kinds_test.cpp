@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every kind of object made in the console's wizards, read back from the directory file.
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "tests/ui/new_object_test.h"
 
 namespace pelora::test {

@@ -7,7 +7,7 @@
 #include <QTest>
 #include <map>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "tests/ui/faults_of_sight.h"
 #include "tests/ui/new_object_test.h"
 

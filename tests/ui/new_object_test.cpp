@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 #include <QDir>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "tests/ui/open_sheet.h"
 
 namespace pelora::test {

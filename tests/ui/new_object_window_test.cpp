@@ -11,9 +11,9 @@
 #include <QTreeView>
 #include <filesystem>
 
-#include "hosts/console/main_window.h"
 #include "hosts/console/new_object/new_object_wizard.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/main_window.h"
 #include "tests/ui/console_test.h"
 
 namespace pelora::test {

@@ -11,7 +11,7 @@
 #include <semaphore>
 
 #include "hosts/console/choosers/search_status.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/serialized_store.h"
 #include "hosts/session/search_filter.h"
 #include "tests/ui/console_test.h"

@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::test {
 namespace {

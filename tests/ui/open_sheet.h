@@ -5,9 +5,9 @@
 #include <QMessageBox>
 #include <memory>
 
-#include "hosts/console/console_platform.h"
-#include "hosts/console/make_property_sheet.h"
-#include "hosts/console/message_box.h"
+#include "hosts/console/dialogs/message_box.h"
+#include "hosts/console/program/console_platform.h"
+#include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/session/directory_session.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"

@@ -11,7 +11,7 @@
 #include <QTest>
 #include <algorithm>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::test {
 namespace {

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "hosts/console/console_platform.h"
-#include "hosts/console/message_box.h"
+#include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/new_object/make_new_object_wizard.h"
+#include "hosts/console/program/console_platform.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/support/fake_choosers.h"
 

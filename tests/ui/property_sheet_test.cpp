@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the console's sheet adds to what every sheet owes its pages.
-#include "hosts/console/property_sheet.h"
+#include "hosts/console/sheets/property_sheet.h"
 
 #include <gmock/gmock.h>
 
 #include <QPushButton>
 #include <QTabWidget>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "resources/resource.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/open_sheet.h"

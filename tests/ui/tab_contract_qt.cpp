@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "directory/attribute_catalogue.h"
-#include "hosts/console/make_property_sheet.h"
-#include "hosts/console/qt_text.h"
-#include "hosts/console/screenshot.h"
+#include "hosts/console/program/screenshot.h"
+#include "hosts/console/sheets/make_property_sheet.h"
+#include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/ads_path.h"
 #include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/sample_company.h"

@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "hosts/console/qt_dialog.h"
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/resources/resource_file.h"
 #include "resources/resource.h"
 #include "tests/ui/faults_of_sight.h"

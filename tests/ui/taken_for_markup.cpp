@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <QTextDocument>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "hosts/console/new_object/new_object_wizard.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "tests/contract/contract_resources.h"
 #include "tests/contract/pages_extension.h"
 #include "tests/contract/wizard_contract.h"

@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "hosts/console/choosers/key_shortcuts.h"
-#include "hosts/console/plain_text.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/plain_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
 namespace {

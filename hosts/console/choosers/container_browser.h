@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "hosts/console/container_tree_model.h"
+#include "hosts/console/window/container_tree_model.h"
 
 class QLabel;
 class QTreeView;

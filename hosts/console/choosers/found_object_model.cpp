@@ -3,9 +3,9 @@
 
 #include <utility>
 
-#include "hosts/console/object_icons.h"
-#include "hosts/console/plain_text.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/plain_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/object_icons.h"
 
 namespace pelora::console {
 namespace {

@@ -17,9 +17,9 @@
 
 #include "hosts/console/choosers/key_shortcuts.h"
 #include "hosts/console/choosers/search_status.h"
-#include "hosts/console/object_icons.h"
-#include "hosts/console/plain_text.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/plain_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/object_icons.h"
 #include "hosts/session/search_filter.h"
 
 namespace pelora::console {

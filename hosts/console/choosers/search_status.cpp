@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/choosers/search_status.h"
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
 namespace {

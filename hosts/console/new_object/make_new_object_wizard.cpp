@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
 #include "hosts/session/new_object.h"
 
 namespace pelora::console {

@@ -10,8 +10,8 @@
 
 #include "directory/creation_failure.h"
 #include "directory/error_text.h"
-#include "hosts/console/object_icons.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/object_icons.h"
 #include "hosts/session/text.h"
 
 namespace pelora::console {

@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/new_object/own_page.h"
-#include "hosts/console/qt_dialog.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/sheets/wizard_machine.h"
 #include "platform/message_box.h"

@@ -8,8 +8,8 @@
 #include <QVBoxLayout>
 
 #include "hosts/console/new_object/new_object_wizard.h"
-#include "hosts/console/object_icons.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/object_icons.h"
 
 namespace pelora::console {
 namespace {

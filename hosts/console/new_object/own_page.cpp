@@ -9,8 +9,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "hosts/console/plain_text.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/plain_text.h"
+#include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
 namespace {

@@ -6,9 +6,9 @@
 
 #include "directory/select_ad_object.h"
 #include "hosts/console/choosers/qt_choosers.h"
-#include "hosts/console/console_platform.h"
-#include "hosts/console/message_box.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/dialogs/message_box.h"
+#include "hosts/console/program/console_platform.h"
+#include "hosts/console/text/qt_text.h"
 #include "tests/lab/lab.h"
 #include "tests/ui/chooser_user.h"
 #include "tests/ui/console_test.h"

@@ -10,8 +10,8 @@
 #include <QTreeView>
 #include <chrono>
 
-#include "hosts/console/main_window.h"
-#include "hosts/console/qt_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/main_window.h"
 #include "resources/resource.h"
 #include "server/class_table.h"
 #include "server/guid_text.h"

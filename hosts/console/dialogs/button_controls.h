@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QCheckBox>
+#include <QPushButton>
+
+#include "hosts/console/dialogs/dialog_control.h"
+
+namespace pelora::console {
+
+class PushButtonControl final : public DialogControl {
+ public:
+  PushButtonControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
+
+  [[nodiscard]] std::string Text() const override;
+  void SetText(std::string_view text) override;
+  [[nodiscard]] QSize NeededSize() const override;
+  void Click() override { button_.click(); }
+
+ private:
+  QPushButton& button_;
+};
+
+/// A check box that changes its state by itself when clicked, in two or three steps as its style
+/// says.
+class AutoCheckBox final : public QCheckBox {
+ public:
+  AutoCheckBox(ButtonStyle style, QWidget* parent);
+
+  [[nodiscard]] ButtonStyle style_kind() const { return style_; }
+  /// The state stays: a two-state box may show the third state until it is clicked.
+  void SetStyleKind(ButtonStyle style);
+
+ protected:
+  void nextCheckState() override;
+
+ private:
+  ButtonStyle style_;
+};
+
+class CheckBoxControl final : public DialogControl {
+ public:
+  CheckBoxControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
+
+  [[nodiscard]] std::string Text() const override;
+  void SetText(std::string_view text) override;
+  [[nodiscard]] CheckState Check() const override;
+  void SetCheck(CheckState state) override;
+  [[nodiscard]] ButtonStyle Style() const override { return box_.style_kind(); }
+  void SetStyle(ButtonStyle style) override { box_.SetStyleKind(style); }
+  [[nodiscard]] QSize NeededSize() const override { return box_.sizeHint(); }
+  void Click() override { box_.click(); }
+
+ private:
+  AutoCheckBox& box_;
+};
+
+}  // namespace pelora::console

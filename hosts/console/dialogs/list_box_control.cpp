@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/dialogs/list_box_control.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <algorithm>
+
+#include "hosts/console/dialogs/control_styles.h"
+#include "hosts/console/text/plain_text.h"
+#include "hosts/console/text/qt_text.h"
+
+namespace pelora::console {
+namespace {
+
+constexpr int kDataRole = Qt::UserRole;
+constexpr int kDefaultColumnCharacters = 8;
+
+}  // namespace
+
+int TabStopDelegate::NextStop(int position, const QFontMetrics& metrics) const {
+  for (const int stop : stops_) {
+    if (stop > position) return stop;
+  }
+  const int column = std::max(1, kDefaultColumnCharacters * metrics.averageCharWidth());
+  return (position / column + 1) * column;
+}
+
+void TabStopDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const {
+  QStyleOptionViewItem row = option;
+  initStyleOption(&row, index);
+  if (!row.text.contains(QLatin1Char('\t'))) {
+    QStyledItemDelegate::paint(painter, option, index);
+    return;
+  }
+  const QStringList columns = row.text.split(QLatin1Char('\t'));
+  const QWidget* view = option.widget;
+  const QStyle* style = view != nullptr ? view->style() : QApplication::style();
+  row.text.clear();
+  style->drawControl(QStyle::CE_ItemViewItem, &row, painter, view);
+
+  const bool selected = (row.state & QStyle::State_Selected) != 0;
+  const bool enabled = (row.state & QStyle::State_Enabled) != 0;
+  const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &row, view) + 1;
+  int position = margin;
+  for (const QString& column : columns) {
+    const QRect cell = row.rect.adjusted(position, 0, 0, 0);
+    style->drawItemText(painter, cell, Qt::AlignVCenter | Qt::TextSingleLine, row.palette, enabled,
+                        column, selected ? QPalette::HighlightedText : QPalette::Text);
+    position = NextStop(position + row.fontMetrics.horizontalAdvance(column), row.fontMetrics);
+  }
+}
+
+QItemSelectionModel::SelectionFlags SingleSelectionList::selectionCommand(
+    const QModelIndex& index, const QEvent* event) const {
+  const QItemSelectionModel::SelectionFlags command = QListWidget::selectionCommand(index, event);
+  const bool deselects = (command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle));
+  return deselects ? QItemSelectionModel::ClearAndSelect : command;
+}
+
+ListBoxControl::ListBoxControl(const resources::DialogItem& item, QWidget& parent,
+                               ControlEvents& events)
+    : DialogControl(item, *new SingleSelectionList(&parent), events),
+      list_(static_cast<SingleSelectionList&>(widget())),
+      delegate_(new TabStopDelegate(&list_)),
+      notifies_((item.style & style::kListBoxNotify) != 0) {
+  if ((item.style & style::kListBoxSort) != 0) order_.emplace();
+  list_.setItemDelegate(delegate_);
+  list_.setUniformItemSizes(true);
+  if ((item.style & style::kHorizontalScroll) == 0) {
+    list_.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  }
+  QObject::connect(&list_, &QListWidget::itemSelectionChanged, &list_, [this] {
+    if (notifies_ && !changing_) Notify(ControlNotification::kSelectionChange);
+  });
+}
+
+QListWidgetItem* ListBoxControl::Item(RowIndex row) const {
+  return row < Count() ? list_.item(static_cast<int>(row)) : nullptr;
+}
+
+std::optional<RowIndex> ListBoxControl::Add(std::string_view text) {
+  const QScopedValueRollback changing(changing_, true);
+  const QString shown = ToQString(text);
+  const int count = list_.count();
+  const auto text_at = [this](int at) { return list_.item(at)->text(); };
+  const int row = order_ ? order_->PlaceOf(shown, count, text_at) : count;
+  list_.insertItem(row, shown);
+  // A row too long for the list is cut short; here it stands whole.
+  list_.item(row)->setToolTip(PlainToolTip(shown));
+  return static_cast<RowIndex>(row);
+}
+
+bool ListBoxControl::Remove(RowIndex row) {
+  const QScopedValueRollback changing(changing_, true);
+  const QListWidgetItem* item = Item(row);
+  if (item == nullptr) return false;
+  const bool was_selected = item->isSelected();
+  delete item;
+  // The view passes the selection on to a neighbour; nobody chose that one.
+  if (was_selected) Deselect();
+  return true;
+}
+
+void ListBoxControl::Clear() {
+  const QScopedValueRollback changing(changing_, true);
+  list_.clear();
+}
+
+RowIndex ListBoxControl::Count() const { return static_cast<RowIndex>(list_.count()); }
+
+std::string ListBoxControl::Text(RowIndex row) const {
+  const QListWidgetItem* item = Item(row);
+  return item != nullptr ? ToUtf8(item->text()) : std::string();
+}
+
+void* ListBoxControl::Data(RowIndex row) const {
+  const QListWidgetItem* item = Item(row);
+  return item != nullptr ? item->data(kDataRole).value<void*>() : nullptr;
+}
+
+void ListBoxControl::SetData(RowIndex row, void* data) {
+  if (QListWidgetItem* item = Item(row)) item->setData(kDataRole, QVariant::fromValue(data));
+}
+
+std::optional<RowIndex> ListBoxControl::Selection() const {
+  const QModelIndexList selected = list_.selectionModel()->selectedRows();
+  if (selected.isEmpty()) return std::nullopt;
+  return static_cast<RowIndex>(selected.first().row());
+}
+
+void ListBoxControl::Select(std::optional<RowIndex> row) {
+  const QScopedValueRollback changing(changing_, true);
+  QListWidgetItem* item = row ? Item(*row) : nullptr;
+  if (item == nullptr) return Deselect();
+  list_.setCurrentItem(item, QItemSelectionModel::ClearAndSelect);
+}
+
+void ListBoxControl::Deselect() { list_.setCurrentItem(nullptr, QItemSelectionModel::Clear); }
+
+void ListBoxControl::SetTabStops(std::span<const int> stops) {
+  delegate_->SetTabStops({stops.begin(), stops.end()});
+  list_.viewport()->update();
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QListWidget>
+#include <QStyledItemDelegate>
+#include <vector>
+
+#include "hosts/console/dialogs/dialog_control.h"
+#include "hosts/console/text/collation.h"
+
+namespace pelora::console {
+
+/// Draws a row whose text is divided by tab characters in columns that begin at the tab stops.
+/// Behind the last stop, and without any, columns are eight characters wide.
+class TabStopDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  void SetTabStops(std::vector<int> stops) { stops_ = std::move(stops); }
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override;
+
+ private:
+  [[nodiscard]] int NextStop(int position, const QFontMetrics& metrics) const;
+
+  std::vector<int> stops_;
+};
+
+/// A list in which one row stays selected once one is: clicking it again does not deselect it.
+class SingleSelectionList final : public QListWidget {
+ public:
+  using QListWidget::QListWidget;
+
+ protected:
+  [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+      const QModelIndex& index, const QEvent* event) const override;
+};
+
+class ListBoxControl final : public DialogControl, private IListBox {
+ public:
+  ListBoxControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
+
+  [[nodiscard]] IListBox* ListBox() override { return this; }
+
+ private:
+  std::optional<RowIndex> Add(std::string_view text) override;
+  bool Remove(RowIndex row) override;
+  void Clear() override;
+  [[nodiscard]] RowIndex Count() const override;
+  [[nodiscard]] std::string Text(RowIndex row) const override;
+  [[nodiscard]] void* Data(RowIndex row) const override;
+  void SetData(RowIndex row, void* data) override;
+  [[nodiscard]] std::optional<RowIndex> Selection() const override;
+  void Select(std::optional<RowIndex> row) override;
+  void SetTabStops(std::span<const int> stops) override;
+
+  using DialogControl::Text;
+  [[nodiscard]] QListWidgetItem* Item(RowIndex row) const;
+  void Deselect();
+
+  SingleSelectionList& list_;
+  TabStopDelegate* delegate_;
+  std::optional<Collation> order_;
+  bool notifies_;
+  bool changing_ = false;
+};
+
+}  // namespace pelora::console

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/sheets/make_property_sheet.h"
+
+#include <utility>
+
+#include "hosts/console/text/qt_text.h"
+#include "hosts/session/property_tabs.h"
+
+namespace pelora::console {
+
+SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selection,
+                              const ldap::DisplaySpecifiers& specifiers,
+                              session::TabSurroundings surroundings, QWidget* parent) {
+  auto sheet = std::make_unique<QtPropertySheet>(
+      surroundings.templates, ToQString(session::PropertiesTitle(selection)), parent);
+  const auto tabs = std::make_shared<session::GuardedTabs>(std::move(surroundings));
+  // They go with the sheet's machine, after its pages.
+  sheet->machine().commit = [tabs](std::size_t page) { return tabs->Commit(page); };
+  const std::string reason = tabs->Open(
+      selection, specifiers,
+      [&sheet](std::unique_ptr<PropSheetPage> page) { return sheet->AddPage(std::move(page)); });
+  if (!reason.empty()) return {.sheet = nullptr, .error = ToQString(reason)};
+  sheet->Start();
+  return {.sheet = std::move(sheet), .error = {}};
+}
+
+}  // namespace pelora::console

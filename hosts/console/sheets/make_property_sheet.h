@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <span>
+
+#include "hosts/console/sheets/property_sheet.h"
+#include "hosts/ldap/display_specifiers.h"
+#include "hosts/session/guarded_tabs.h"
+
+namespace pelora::console {
+
+/// A sheet, or a sentence that says why there is none.
+struct SheetResult {
+  std::unique_ptr<QtPropertySheet> sheet;
+  QString error;
+};
+
+/// Makes the property sheet of a selection, started but not shown. Its tabs are guarded: see
+/// `session::GuardedTabs`. Everything in `surroundings` outlives the sheet.
+[[nodiscard]] SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selection,
+                                            const ldap::DisplaySpecifiers& specifiers,
+                                            session::TabSurroundings surroundings, QWidget* parent);
+
+}  // namespace pelora::console

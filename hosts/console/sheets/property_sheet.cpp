@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/sheets/property_sheet.h"
+
+#include <QDialogButtonBox>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "hosts/console/text/qt_text.h"
+
+namespace pelora::console {
+
+QtPropertySheet::QtPropertySheet(const resources::ResourceFile& module, const QString& title,
+                                 QWidget* parent)
+    : QDialog(parent), machine_(module, *this), tabs_(new QTabWidget(this)) {
+  setWindowTitle(title);
+  setObjectName(QStringLiteral("property_sheet"));
+  tabs_->setObjectName(QStringLiteral("property_sheet_tabs"));
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(tabs_);
+  MakeButtons(*layout);
+  connect(tabs_, &QTabWidget::currentChanged, this, &QtPropertySheet::OnTabChanged);
+  machine_.may_discard = [this] { return MayDiscard(); };
+}
+
+QtPropertySheet::~QtPropertySheet() {
+  tabs_of_.clear();
+  machine_.Close();
+}
+
+void QtPropertySheet::MakeButtons(QLayout& layout) {
+  buttons_ = new QDialogButtonBox(
+      QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply, this);
+  layout.addWidget(buttons_);
+  connect(buttons_, &QDialogButtonBox::accepted, this, &QtPropertySheet::accept);
+  connect(buttons_, &QDialogButtonBox::rejected, this, &QtPropertySheet::reject);
+  buttons_->button(QDialogButtonBox::Ok)->setDefault(true);
+  ApplyButton().setEnabled(false);
+  connect(&ApplyButton(), &QPushButton::clicked, this, [this] { machine_.Apply(); });
+}
+
+QPushButton& QtPropertySheet::ApplyButton() const {
+  return *buttons_->button(QDialogButtonBox::Apply);
+}
+
+bool QtPropertySheet::AddPage(std::unique_ptr<PropSheetPage> page) {
+  if (!machine_.AddPage(std::move(page))) return false;
+  auto* holder = new QWidget;
+  {
+    // The first tab added becomes the current one; it is brought up in Start.
+    const QSignalBlocker blocker(tabs_);
+    tabs_->addTab(holder, AsPlainLabel(ToQString(machine_.pages().Title(tabs_of_.size()))));
+  }
+  tabs_of_.push_back({.holder = holder, .dialog = nullptr});
+  return true;
+}
+
+void QtPropertySheet::Start() {
+  machine_.Show();
+  adjustSize();
+  Dialog(CurrentPage())->FocusFirst();
+}
+
+void QtPropertySheet::MakeDialog(std::size_t page) {
+  Tab& tab = tabs_of_[page];
+  const sheets::SheetPages& pages = machine_.pages();
+  const DialogHost host{
+      .set_modified = [this, page](bool modified) { machine_.SetModified(page, modified); },
+      .end = {}};
+  tab.dialog =
+      std::make_unique<QtDialog>(pages.Template(page), pages.Controller(page), *tab.holder, host);
+  tab.holder->setMinimumSize(tab.dialog->widget().size());
+  tab.dialog->Open();
+  // Enter means the sheet's default button, whatever button a page calls its own.
+  buttons_->button(QDialogButtonBox::Ok)->setDefault(true);
+  tab.dialog->widget().show();
+  OrderTabs();
+}
+
+void QtPropertySheet::OrderTabs() {
+  // The pages' controls were made after the buttons and would come behind them.
+  QWidget* last = tabs_->tabBar();
+  for (const Tab& tab : tabs_of_) {
+    if (tab.dialog) last = tab.dialog->PutInTabOrder(*last);
+  }
+}
+
+void QtPropertySheet::ShowPage(std::size_t page) {
+  const QSignalBlocker blocker(tabs_);
+  tabs_->setCurrentIndex(static_cast<int>(page));
+}
+
+void QtPropertySheet::UpdateButtons() { ApplyButton().setEnabled(machine_.IsApplyEnabled()); }
+
+void QtPropertySheet::SelectPage(std::size_t page) {
+  tabs_->setCurrentIndex(static_cast<int>(page));
+}
+
+void QtPropertySheet::OnTabChanged(int tab) {
+  // The tab bar is ahead of the machine, which may have gone elsewhere or nowhere.
+  if (tab >= 0) (void)machine_.SelectPage(static_cast<std::size_t>(tab));
+  ShowPage(CurrentPage());
+}
+
+void QtPropertySheet::accept() {
+  if (machine_.Ok()) QDialog::accept();
+}
+
+bool QtPropertySheet::MayDiscard() {
+  QMessageBox question(QMessageBox::Question, windowTitle(),
+                       QStringLiteral("Discard the changes that were not applied?"),
+                       QMessageBox::NoButton, this);
+  question.setObjectName(QStringLiteral("discard_question"));
+  QAbstractButton* discard =
+      question.addButton(QStringLiteral("&Discard"), QMessageBox::DestructiveRole);
+  QPushButton* keep = question.addButton(QStringLiteral("&Keep Editing"), QMessageBox::RejectRole);
+  question.setDefaultButton(keep);
+  question.setEscapeButton(keep);
+  question.exec();
+  return question.clickedButton() == discard;
+}
+
+void QtPropertySheet::reject() {
+  if (!machine_.IsOpen() || machine_.Cancel()) QDialog::reject();
+}
+
+}  // namespace pelora::console

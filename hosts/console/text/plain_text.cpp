@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/text/plain_text.h"
+
+#include <QLabel>
+#include <QMessageBox>
+
+namespace pelora::console {
+namespace {
+
+/// Longer texts are of no use in a box or a tooltip, and one of a megabyte takes minutes to lay
+/// out.
+constexpr qsizetype kLongestText = 2000;
+
+bool IsHarmful(QChar character) {
+  const char16_t unit = character.unicode();
+  const bool is_control = character.category() == QChar::Other_Control;
+  const bool turns_direction =
+      (unit >= u'\u202A' && unit <= u'\u202E') || (unit >= u'\u2066' && unit <= u'\u2069');
+  return turns_direction || (is_control && unit != u'\n' && unit != u'\t');
+}
+
+}  // namespace
+
+QString Readable(const QString& text) {
+  QString readable = text.left(kLongestText);
+  for (QChar& character : readable) {
+    if (IsHarmful(character)) character = QChar(QChar::ReplacementCharacter);
+  }
+  if (text.size() > kLongestText) readable += QChar(u'\u2026');
+  return readable;
+}
+
+QString PlainToolTip(const QString& text) {
+  if (text.isEmpty()) return {};
+  return QStringLiteral("<div style=\"white-space: pre-wrap\">%1</div>")
+      .arg(Readable(text).toHtmlEscaped());
+}
+
+void ShowPlainly(QLabel& label) { label.setTextFormat(Qt::PlainText); }
+
+void SetPlainTexts(QMessageBox& box, const QString& text, const QString& addition) {
+  box.setTextFormat(Qt::PlainText);
+  box.setText(Readable(text));
+  box.setInformativeText(Readable(addition));
+  // The format that a box has is that of its text alone.
+  for (QLabel* label : box.findChildren<QLabel*>()) ShowPlainly(*label);
+}
+
+}  // namespace pelora::console

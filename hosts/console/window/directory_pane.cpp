@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/window/directory_pane.h"
+
+#include <QApplication>
+#include <QTreeView>
+#include <utility>
+
+#include "hosts/console/text/qt_text.h"
+
+namespace pelora::console {
+namespace {
+
+constexpr int kTreeShare = 1;
+constexpr int kListShare = 3;
+
+}  // namespace
+
+DirectoryPane::DirectoryPane(QWidget* parent) : QSplitter(parent) {
+  MakeTree();
+  list_ = new ObjectListPane(this);
+  MakeListing();
+  addWidget(tree_);
+  addWidget(list_);
+  setStretchFactor(0, kTreeShare);
+  setStretchFactor(1, kListShare);
+  setChildrenCollapsible(false);
+  setSizes({kTreeShare, kListShare});
+  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
+    if (now != tree_ && now != &list_->view()) return;
+    tree_used_last_ = now == tree_;
+    Changed();
+  });
+}
+
+DirectoryPane::~DirectoryPane() {
+  // The focus moves on while the window's parts go one by one.
+  disconnect(qApp, nullptr, this, nullptr);
+  // The tree still looks at its model.
+  tree_->setModel(nullptr);
+}
+
+void DirectoryPane::MakeTree() {
+  tree_ = new QTreeView(this);
+  tree_->setObjectName(QStringLiteral("container_tree"));
+  tree_->setAccessibleName(QStringLiteral("Containers"));
+  tree_->setUniformRowHeights(true);
+}
+
+void DirectoryPane::MakeListing() {
+  listing_.emplace(*list_);
+  listing_->on_changed = [this] {
+    const bool is_read = listing_->state() != ContainerListing::State::kReading;
+    if (is_read && !select_when_read_.empty()) {
+      list_->Select({std::exchange(select_when_read_, {})});
+    }
+    Changed();
+  };
+  listing_->on_failed = [this](const QString& reason) {
+    const session::DirectoryObject* container = Container();
+    Failed(container != nullptr ? ToQString(container->name) : QString(), reason);
+  };
+  connect(list_, &ObjectListPane::SelectionChanged, this, [this] { Changed(); });
+  connect(list_, &ObjectListPane::ContentsChanged, this, [this] { Changed(); });
+}
+
+void DirectoryPane::Changed() const {
+  if (on_changed) on_changed();
+}
+
+void DirectoryPane::Failed(const QString& container, const QString& reason) const {
+  if (!on_failure) return;
+  on_failure(QStringLiteral("The contents of %1 cannot be read.").arg(container), reason);
+}
+
+void DirectoryPane::ShowDirectory(session::DirectoryObject base, const ldap::StoreOpener& opener) {
+  auto reader = std::make_unique<DirectoryReader>(opener);
+  auto model = std::make_unique<ContainerTreeModel>(
+      *reader, std::move(base),
+      [this](const session::DirectoryObject& container, const QString& reason) {
+        Failed(ToQString(container.name), reason);
+      });
+  model->SetAdvanced(is_advanced_);
+  tree_->setModel(model.get());
+  tree_model_ = std::move(model);
+  tree_reader_ = std::move(reader);
+  listing_->SetReader(nullptr);
+  list_reader_ = std::make_unique<DirectoryReader>(opener);
+  listing_->SetReader(list_reader_.get());
+  connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          &DirectoryPane::ShowContainer);
+  tree_->setCurrentIndex(tree_model_->BaseIndex());
+  tree_->expand(tree_model_->BaseIndex());
+}
+
+const session::DirectoryObject* DirectoryPane::Container() const {
+  const QModelIndex current = tree_->currentIndex();
+  return current.isValid() ? &tree_model_->ObjectAt(current) : nullptr;
+}
+
+std::vector<session::DirectoryObject> DirectoryPane::Selection() const {
+  std::vector<session::DirectoryObject> selected = list_->Selection();
+  const session::DirectoryObject* container = Container();
+  if ((tree_used_last_ || selected.empty()) && container != nullptr) return {*container};
+  return selected;
+}
+
+bool DirectoryPane::HasParent() const { return tree_->currentIndex().parent().isValid(); }
+
+void DirectoryPane::ShowContainer() {
+  const session::DirectoryObject* container = Container();
+  if (container == nullptr) return;
+  listing_->Show({.container = container->dn, .advanced = is_advanced_});
+}
+
+void DirectoryPane::GoToParent() {
+  const QModelIndex parent = tree_->currentIndex().parent();
+  if (parent.isValid()) tree_->setCurrentIndex(parent);
+}
+
+void DirectoryPane::GoToChild(const std::string& dn) {
+  const QModelIndex current = tree_->currentIndex();
+  const auto go = [this, from = QPersistentModelIndex(current)](const QModelIndex& child) {
+    // Not if the administrator has gone elsewhere meanwhile.
+    if (!child.isValid() || tree_->currentIndex() != from) return;
+    tree_->expand(from);
+    tree_->setCurrentIndex(child);
+  };
+  if (current.isValid()) tree_model_->FindChild(current, dn, go);
+}
+
+void DirectoryPane::ShowAdvanced(bool advanced) {
+  is_advanced_ = advanced;
+  if (!tree_model_) return;
+  tree_model_->SetAdvanced(advanced);
+  Refresh();
+}
+
+void DirectoryPane::RefreshList() { listing_->Refresh(); }
+
+void DirectoryPane::Refresh() {
+  if (!tree_model_) return;
+  // While one refresh is under way no container is current; another one leads to the same.
+  if (tree_->currentIndex().isValid()) refreshed_path_.clear();
+  for (QModelIndex step = tree_->currentIndex(); step.parent().isValid(); step = step.parent()) {
+    refreshed_path_.insert(refreshed_path_.begin(), tree_model_->ObjectAt(step).dn);
+  }
+  tree_model_->Reload();
+  FollowPath(tree_model_->BaseIndex(), refreshed_path_);
+}
+
+void DirectoryPane::FollowPath(const QModelIndex& container, std::vector<std::string> path) {
+  tree_->expand(container);
+  // Nothing is current until the path has been followed, so that this shows the container anew.
+  if (path.empty()) return tree_->setCurrentIndex(container);
+  const std::string next = path.front();
+  path.erase(path.begin());
+  tree_model_->FindChild(container, next,
+                         [this, from = QPersistentModelIndex(container),
+                          path = std::move(path)](const QModelIndex& found) mutable {
+                           // The administrator may have gone elsewhere meanwhile.
+                           if (tree_->currentIndex().isValid()) return;
+                           if (found.isValid()) return FollowPath(found, std::move(path));
+                           tree_->setCurrentIndex(from);
+                         });
+}
+
+bool DirectoryPane::IsReading() const {
+  return listing_->state() == ContainerListing::State::kReading ||
+         (tree_model_ && tree_model_->IsReading());
+}
+
+void DirectoryPane::StopReading() { listing_->Stop(); }
+
+QString DirectoryPane::CountText() const {
+  const int shown = list_->ShownCount();
+  const int all = list_->Count();
+  const std::size_t selected = list_->Selection().size();
+  QString count = shown == all ? QStringLiteral("%1 objects").arg(all)
+                               : QStringLiteral("%1 of %2 objects").arg(shown).arg(all);
+  if (selected > 0) count += QStringLiteral(", %1 selected").arg(selected);
+  switch (listing_->state()) {
+    case ContainerListing::State::kReading:
+      return count + QStringLiteral(", reading...");
+    case ContainerListing::State::kStopped:
+      return count + QStringLiteral(", stopped before the end");
+    case ContainerListing::State::kCutShort:
+      return count + QStringLiteral(", the directory gives no more");
+    case ContainerListing::State::kFailed:
+      return count + QStringLiteral(", the rest cannot be read");
+    case ContainerListing::State::kWhole:
+      break;
+  }
+  return count;
+}
+
+}  // namespace pelora::console

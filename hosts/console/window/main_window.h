@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QMainWindow>
+#include <QSet>
+#include <QTimer>
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "hosts/console/choosers/qt_choosers.h"
+#include "hosts/console/dialogs/message_box.h"
+#include "hosts/console/program/console_platform.h"
+#include "hosts/console/reading/session_opening.h"
+#include "hosts/console/sheets/make_property_sheet.h"
+#include "hosts/console/sheets/sheet_windows.h"
+#include "hosts/console/window/directory_pane.h"
+#include "hosts/session/directory_session.h"
+#include "hosts/session/new_object_kind.h"
+
+class QAction;
+class QLabel;
+class QMenu;
+
+namespace pelora::console {
+
+/// The console's window: the containers of a directory on the left, the objects of the chosen one
+/// on the right, and the way from a selection to its properties.
+class MainWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  /// `module` holds the dialog templates and outlives the window.
+  explicit MainWindow(const resources::ResourceFile& module);
+  ~MainWindow() override;
+
+  /// Shows a directory in place of the one shown before. Open property sheets are closed first;
+  /// false when the administrator keeps one, and everything stays as it was.
+  bool SetSession(std::unique_ptr<session::DirectorySession> session);
+  /// Opens a directory file; a failure is shown and changes nothing.
+  bool OpenFile(const QString& path);
+  /// Opens a directory beside the window and shows it then, as `SetSession` does; `on_shown` is
+  /// called afterwards. A failure is shown and changes nothing. An opening under way is given up.
+  /// As long as anything modal runs, which works with the directory that is shown, that one stays.
+  void OpenBesides(const QString& name, SessionOpening::Open open,
+                   std::function<void()> on_shown = {});
+
+  /// Connects to a domain controller, as `OpenBesides` does; without a name, to one of the
+  /// domain's.
+  void OpenServerBesides(const QString& server, std::function<void()> on_shown = {});
+
+  /// Opens the property sheet of objects, or brings it to the front; a failure is shown.
+  void ShowProperties(std::span<const session::DirectoryObject> selection);
+  /// Makes an object in the container that is shown, in a wizard that is waited for; a failure is
+  /// shown.
+  void MakeNewObject(const session::NewObjectKind& kind);
+  /// What an action on objects concerns now: the objects selected in the list or, when the tree was
+  /// used last or nothing is selected there, the container.
+  [[nodiscard]] std::vector<session::DirectoryObject> Selection() const {
+    return pane_->Selection();
+  }
+  [[nodiscard]] const SheetWindows& sheets() const { return sheets_; }
+  /// The directory shown; null when there is none.
+  [[nodiscard]] const session::DirectorySession* session() const { return session_.get(); }
+  /// Whether something is being read beside the window.
+  [[nodiscard]] bool IsReading() const { return pane_->IsReading(); }
+  /// Shows a failure as soon as the program waits for events again; one that is being shown already
+  /// is not shown twice.
+  void ReportLater(const QString& text, const QString& reason);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void MakePane();
+  void MakeActions();
+  void MakeMenus();
+  void MakeNewMenu();
+  void ShowNewObject(const session::NewObjectKind& kind, const std::string& dn);
+  void StopReading();
+  void StopOpening();
+  [[nodiscard]] bool IsOpening() const;
+  void FinishOpening(session::SessionResult result, std::function<void()> on_shown);
+  void ShowOpened();
+  void OpenSelection();
+  void UpdateActions();
+  void AskForFile();
+  void AskForServer();
+  void ShowAbout();
+
+  const resources::ResourceFile& module_;
+  QtMessageBox message_box_;
+  std::unique_ptr<session::DirectorySession> session_;
+  std::optional<QtChoosers> choosers_;
+  std::optional<ConsolePlatform> platform_;
+  SheetWindows sheets_;
+
+  DirectoryPane* pane_ = nullptr;
+  /// The last is the one that counts; others have been stopped and run out.
+  std::vector<std::unique_ptr<SessionOpening>> openings_;
+  QString opened_name_;
+  /// What was opened, and what follows its showing; it waits until nothing modal runs.
+  struct Opened {
+    session::SessionResult result;
+    std::function<void()> on_shown;
+  };
+  std::optional<Opened> opened_;
+  QTimer until_shown_;
+  /// Failures that are being shown.
+  QSet<QString> reports_;
+  QLabel* count_ = nullptr;
+  QLabel* hint_ = nullptr;
+  QAction* open_file_ = nullptr;
+  QAction* connect_ = nullptr;
+  QAction* quit_ = nullptr;
+  QAction* open_container_ = nullptr;
+  QMenu* new_menu_ = nullptr;
+  QAction* properties_ = nullptr;
+  QAction* refresh_ = nullptr;
+  QAction* stop_ = nullptr;
+  QAction* advanced_ = nullptr;
+  QAction* parent_ = nullptr;
+  QAction* find_ = nullptr;
+  QAction* about_ = nullptr;
+};
+
+}  // namespace pelora::console

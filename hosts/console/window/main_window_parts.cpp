@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <QAction>
+#include <QApplication>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStyle>
+#include <QToolBar>
+#include <QToolButton>
+#include <QTreeView>
+
+#include "hosts/console/window/main_window.h"
+#include "hosts/console/window/object_icons.h"
+
+namespace pelora::console {
+namespace {
+
+constexpr QSize kWantedSize(960, 640);
+
+/// The theme's icon of a name, or one that every style has.
+QIcon ThemeIcon(const char* name, QStyle::StandardPixmap fallback) {
+  return QIcon::fromTheme(QString::fromLatin1(name), QApplication::style()->standardIcon(fallback));
+}
+
+}  // namespace
+
+void MainWindow::MakePane() {
+  pane_ = new DirectoryPane(this);
+  setCentralWidget(pane_);
+  resize(kWantedSize.boundedTo(screen()->availableSize()));
+  connect(&pane_->list(), &ObjectListPane::Opened, this, &MainWindow::OpenSelection);
+}
+
+void MainWindow::MakeActions() {
+  const auto make = [this](const QIcon& icon, const QString& text, const QString& tip,
+                           const QList<QKeySequence>& keys, auto slot) {
+    auto* action = new QAction(icon, text, this);
+    action->setStatusTip(tip);
+    action->setShortcuts(keys);
+    connect(action, &QAction::triggered, this, slot);
+    return action;
+  };
+  open_file_ =
+      make(ThemeIcon("document-open", QStyle::SP_DialogOpenButton),
+           QStringLiteral("&Open Directory File..."), QStringLiteral("Show another directory file"),
+           {QKeySequence::Open}, [this] { AskForFile(); });
+  connect_ = make(ThemeIcon("network-server", QStyle::SP_DriveNetIcon),
+                  QStringLiteral("&Connect to Domain..."),
+                  QStringLiteral("Show the domain of a domain controller"),
+                  {QKeySequence(QStringLiteral("Ctrl+L"))}, [this] { AskForServer(); });
+  quit_ = make(ThemeIcon("application-exit", QStyle::SP_DialogCloseButton), QStringLiteral("&Quit"),
+               QStringLiteral("Close the console"), {QKeySequence(QStringLiteral("Ctrl+Q"))},
+               [this] { close(); });
+  open_container_ =
+      make(ThemeIcon("folder-open", QStyle::SP_DirOpenIcon), QStringLiteral("&Open"),
+           QStringLiteral("Show what the container holds"), {}, [this] { OpenSelection(); });
+  properties_ =
+      make(ThemeIcon("document-properties", QStyle::SP_FileDialogDetailedView),
+           QStringLiteral("&Properties"), {},
+           {QKeySequence(QStringLiteral("Alt+Return")), QKeySequence(QStringLiteral("Alt+Enter"))},
+           [this] { ShowProperties(Selection()); });
+  refresh_ = make(ThemeIcon("view-refresh", QStyle::SP_BrowserReload), QStringLiteral("&Refresh"),
+                  QStringLiteral("Read the directory again"),
+                  {QKeySequence(Qt::Key_F5), QKeySequence(QStringLiteral("Ctrl+R"))},
+                  [this] { pane_->Refresh(); });
+  stop_ = make(ThemeIcon("process-stop", QStyle::SP_BrowserStop), QStringLiteral("&Stop"),
+               QStringLiteral("Stop reading the container"),
+               {QKeySequence(QStringLiteral("Ctrl+."))}, [this] { StopReading(); });
+  advanced_ = make({}, QStringLiteral("&Advanced Objects"),
+                   QStringLiteral("Show what the directory keeps for an advanced view, too"), {},
+                   [this](bool checked) { pane_->ShowAdvanced(checked); });
+  advanced_->setCheckable(true);
+  parent_ = make(ThemeIcon("go-up", QStyle::SP_FileDialogToParent), QStringLiteral("&Up"),
+                 QStringLiteral("Show the container above"),
+                 {QKeySequence(QStringLiteral("Alt+Up"))}, [this] { pane_->GoToParent(); });
+  find_ = make(ThemeIcon("edit-find", QStyle::SP_FileDialogContentsView), QStringLiteral("&Filter"),
+               QStringLiteral("Narrow the list to a text"), {QKeySequence::Find},
+               [this] { pane_->list().filter().setFocus(); });
+  about_ = make(ThemeIcon("help-about", QStyle::SP_MessageBoxInformation),
+                QStringLiteral("&About Pelora Console"),
+                QStringLiteral("Show the console's version"), {}, [this] { ShowAbout(); });
+}
+
+void MainWindow::MakeMenus() {
+  QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+  file->addActions({open_file_, connect_, quit_});
+  file->insertSeparator(quit_);
+  QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
+  object->addMenu(new_menu_);
+  object->addActions({open_container_, properties_});
+  QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+  view->addActions({refresh_, stop_, parent_, find_, advanced_});
+  QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
+  help->addAction(about_);
+
+  QToolBar* tools = addToolBar(QStringLiteral("Tools"));
+  tools->setObjectName(QStringLiteral("tools"));
+  tools->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  tools->addActions({parent_, refresh_, stop_, new_menu_->menuAction(), properties_});
+  if (auto* opener = qobject_cast<QToolButton*>(tools->widgetForAction(new_menu_->menuAction()))) {
+    opener->setPopupMode(QToolButton::InstantPopup);
+  }
+
+  pane_->list().view().addActions(
+      {new_menu_->menuAction(), open_container_, properties_, refresh_});
+  pane_->list().view().setContextMenuPolicy(Qt::ActionsContextMenu);
+  pane_->tree().addActions({new_menu_->menuAction(), properties_, refresh_});
+  pane_->tree().setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+}  // namespace pelora::console
