@@ -33,6 +33,9 @@ void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
   if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
   const bool is_made = made.wizard->exec() == QDialog::Accepted;
   if (is_made) ShowNewObject(kind, made.wizard->created_name());
+  made.wizard.reset();
+  // A directory that was opened meanwhile need not wait any longer.
+  ShowOpened();
 }
 
 void MainWindow::ShowNewObject(const session::NewObjectKind& kind, const std::string& dn) {
