@@ -120,6 +120,19 @@ class FieldRowsTest : public testing::TabTest {
     }
     return read;
   }
+  /// The attributes that a tab reads while its dialog is made, in order.
+  [[nodiscard]] Lines ReadByOpening(std::string_view component) {
+    const std::string path = testing::kTabPaths.front();
+    bench_.directory.AddObject(path, {}, {IID_IADsUser});
+    const auto tab = Ref<CSnapInPropertyPage>::Adopt(Make(component));
+    HeadlessDialog dialog(bench_.Template(tab->dialog_template()), *tab);
+    testing::SelectionDataObject selection({path});
+    IShellExtInit& extension = *tab;
+    EXPECT_EQ(extension.Initialize(&selection), S_OK);
+    bench_.directory.ClearCalls();
+    EXPECT_EQ(dialog.Open(), S_OK);
+    return Read();
+  }
   [[nodiscard]] DialogTemplate TemplateOf(std::string_view component) {
     const auto tab = Ref<CSnapInPropertyPage>::Adopt(Make(component));
     return bench_.Template(tab->dialog_template());
@@ -209,10 +222,7 @@ TEST_F(FieldRowsTest, NoTwoRowsOfATabHaveOneNameOrTakeTheirValueFromOneAttribute
 
 TEST_F(FieldRowsTest, TheOrderOfTheRowsIsTheOrderInWhichTheirAttributesAreRead) {
   for (const auto& [component, lines] : kTabs) {
-    OpenOn(component, {});
-    bench_.directory.ClearCalls();
-    ASSERT_EQ(page().page().InitPage(), S_OK) << component;
-    const Lines read = Read();
+    const Lines read = ReadByOpening(component);
     auto last = read.begin();
     for (const FieldRow& row : RowsOf(component)) {
       const auto at = std::ranges::find(read, row.attributes.front());
