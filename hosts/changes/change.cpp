@@ -74,6 +74,14 @@ void DropWhatChangesNothing(const ldap::Schema& schema, Change& change) {
   });
 }
 
+Change AdditionOf(const ldap::Entry& entry) {
+  Change change{.kind = Change::Kind::kAdd, .dn = entry.dn, .attributes = {}};
+  for (const auto& [name, values] : entry.attributes) {
+    change.attributes.push_back({.attribute = name, .wanted = values});
+  }
+  return change;
+}
+
 Change UndoOf(const Change& change) {
   Change undo{.kind = UndoOf(change.kind), .dn = change.dn, .attributes = {}};
   if (change.kind == Change::Kind::kDelete) return undo;

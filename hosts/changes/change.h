@@ -62,6 +62,9 @@ struct Change {
 /// left changes nothing and is not to be sent.
 void DropWhatChangesNothing(const ldap::Schema& schema, Change& change);
 
+/// The change that makes an object of its entry.
+[[nodiscard]] Change AdditionOf(const ldap::Entry& entry);
+
 /// The change that takes `change` back: seen and wanted are exchanged, an addition becomes a
 /// deletion of what is still as it was made. Attributes that the directory takes and never gives,
 /// passwords, are left out. A deletion cannot be taken back: its undo is a modification of nothing.

@@ -105,6 +105,11 @@ Result ChangeWriter::FinishOther(const Change& change, IChangeLog::NoteId note,
 Result ChangeWriter::Rehearse(Change change) {
   DropWhatChangesNothing(store_.schema(), change);
   if (std::optional<Result> obstacle = Obstacle(change)) return std::move(*obstacle);
+  if (change.kind == Change::Kind::kAdd) {
+    ldap::Entry entry = EntryOf(change, &ValueChange::wanted);
+    store_.CompleteNew(entry);
+    change = AdditionOf(entry);
+  }
   IChangeLog::NoteId note = 0;
   if (StoreStatus noted = Note(change, note); !noted.Ok()) return NotDone(change.dn, noted);
   return {.dn = std::move(change.dn), .outcome = Outcome::kChanged};

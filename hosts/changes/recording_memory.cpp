@@ -29,14 +29,6 @@ AttributeValues Wanted(ldap::Syntax syntax, const ldap::Modification& staged,
   return staged.values;
 }
 
-Change AdditionOf(const ldap::Entry& entry) {
-  Change change{.kind = Change::Kind::kAdd, .dn = entry.dn, .attributes = {}};
-  for (const auto& [name, values] : entry.attributes) {
-    change.attributes.push_back({.attribute = name, .wanted = values});
-  }
-  return change;
-}
-
 void EraseNamed(std::vector<ValueChange>& changes, std::string_view attribute) {
   std::erase_if(changes, [&](const ValueChange& change) {
     return EqualsWithoutCase(change.attribute, attribute);

@@ -46,6 +46,7 @@ class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReading
                                    std::span<const ldap::Modification> modifications) override;
   ldap::StoreStatus Add(const ldap::Entry& entry) override;
   ldap::StoreStatus Delete(const ldap::Entry& made) override;
+  void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
   void StopOn(const std::stop_token& stop) override { target_.StopOn(stop); }
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 

@@ -134,6 +134,10 @@ class IDirectoryStore {
   /// A file compares and deletes in one step. No request of a directory server does both: there,
   /// what somebody writes in the moment between the two goes with the object.
   virtual StoreStatus Delete(const Entry& made) = 0;
+  /// Writes out in a new entry what `Add` would put into it before it is stored, so that whoever
+  /// adds the result by other means makes the same object. Where the directory itself does that,
+  /// and of an entry that cannot be added, nothing changes.
+  virtual void CompleteNew(Entry& /*entry*/) const {}
   /// From now on a wait for a server ends as soon as `stop` says so, on whatever thread: the
   /// request is given up (-8). A store that waits for nobody does not look at it.
   virtual void StopOn(const std::stop_token& /*stop*/) {}

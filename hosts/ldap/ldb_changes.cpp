@@ -42,6 +42,13 @@ StoreStatus LdbChanges::Add(Entry entry, Effect& effect) const {
   return Written(connection_.Add(entry), effect);
 }
 
+void LdbChanges::CompleteNew(Entry& entry) const {
+  if (!connection_.IsName(entry.dn)) return;
+  Entry completed = entry;
+  CompleteClasses(completed);
+  if (CompleteNewEntry(connection_, schema_, completed).Ok()) entry = std::move(completed);
+}
+
 StoreStatus LdbChanges::Delete(const Entry& made, Effect& effect) const {
   Entry now;
   StoreStatus status = connection_.Read(made.dn, {}, now);

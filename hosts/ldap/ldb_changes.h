@@ -29,6 +29,8 @@ class LdbChanges {
                                    Effect& effect) const;
   [[nodiscard]] StoreStatus Add(Entry entry, Effect& effect) const;
   [[nodiscard]] StoreStatus Delete(const Entry& made, Effect& effect) const;
+  /// Writes out in a new entry what `Add` puts into it; one that cannot be added stays as it is.
+  void CompleteNew(Entry& entry) const;
 
  private:
   /// Names of accounts are unique in the whole directory.

@@ -51,6 +51,7 @@ class LdbStore final : public IDirectoryStore {
   void ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) override;
   StoreStatus Add(const Entry& entry) override;
   StoreStatus Delete(const Entry& made) override;
+  void CompleteNew(Entry& entry) const override { changes_.CompleteNew(entry); }
 
  private:
   using Effect = LdbChanges::Effect;

@@ -82,6 +82,11 @@ StoreStatus SerializedStore::Add(const Entry& entry) {
   return store_->Add(entry);
 }
 
+void SerializedStore::CompleteNew(Entry& entry) const {
+  const Lock lock(*mutex_);
+  store_->CompleteNew(entry);
+}
+
 StoreStatus SerializedStore::Delete(const Entry& made) {
   const Lock lock(*mutex_);
   return store_->Delete(made);

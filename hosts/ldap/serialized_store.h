@@ -36,6 +36,7 @@ class SerializedStore final : public IDirectoryStore {
   void ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) override;
   StoreStatus Add(const Entry& entry) override;
   StoreStatus Delete(const Entry& made) override;
+  void CompleteNew(Entry& entry) const override;
   void StopOn(const std::stop_token& stop) override { store_->StopOn(stop); }
   [[nodiscard]] bool IsSealed() const override { return store_->IsSealed(); }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <sstream>
+
 #include "tests/ctl/peloractl.h"
 
 namespace pelora::testing {
@@ -8,6 +11,14 @@ namespace {
 
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
+
+std::vector<std::string> SortedLines(const std::string& text) {
+  std::istringstream stream(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  std::ranges::sort(lines);
+  return lines;
+}
 
 class NewTest : public PeloractlTest {
  protected:
@@ -51,6 +62,33 @@ TEST_F(NewTest, AFieldOfAPageThatIsOffSaysWhatTurnsItOn) {
   const ProgramRun run = New({"contact", "Ada", "mail=ada@b.example"});
   EXPECT_THAT(run.output,
               HasSubstr("mail: it is disabled; set it together with peloraAccount=yes"));
+}
+
+TEST_F(NewTest, ADryRunPrintsLdifThatMakesTheSameObject) {
+  const std::vector<std::string> asked = {"user",
+                                          "Eva, \"X\" Larsen",
+                                          "givenName=Eva",
+                                          "sn=Larsen",
+                                          "sAMAccountName=eva",
+                                          "peloraAccount=yes",
+                                          "mail=eva@linden-werke.example"};
+  std::vector<std::string> rehearsed = asked;
+  rehearsed.push_back("--dry-run");
+  const ProgramRun dry = New(rehearsed);
+  ASSERT_EQ(dry.code, 0) << dry.errors;
+  const std::vector<std::string> file = {"-H", File("company.ldb")};
+  const ProgramRun applied =
+      RunProgram({"/usr/bin/ldbmodify", file[0], file[1]}, {{"PATH", "/usr/bin"}}, dry.output);
+  ASSERT_EQ(applied.code, 0) << applied.errors << dry.output;
+  const auto stored = [this] { return SortedLines(Dump()); };
+  const std::vector<std::string> by_the_tool = stored();
+  EXPECT_THAT(by_the_tool, ::testing::Contains("objectClass: organizationalPerson"));
+  const std::string name = R"(CN=Eva\, \"X\" Larsen,)" + std::string(kUnit);
+  const ProgramRun removed =
+      RunProgram({"/usr/bin/ldbdel", file[0], file[1], name}, {{"PATH", "/usr/bin"}}, "");
+  ASSERT_EQ(removed.code, 0) << removed.errors << removed.output;
+  EXPECT_EQ(New(asked).code, 0);
+  EXPECT_EQ(stored(), by_the_tool);
 }
 
 TEST_F(NewTest, GroupsHaveTheirType) {

@@ -55,6 +55,7 @@ class FaultStore final : public ldap::IDirectoryStore {
   }
   ldap::StoreStatus Add(const ldap::Entry& entry) override { return target_.Add(entry); }
   ldap::StoreStatus Delete(const ldap::Entry& made) override { return target_.Delete(made); }
+  void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:

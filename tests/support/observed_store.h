@@ -76,6 +76,7 @@ class ObservedStore final : public ldap::IDirectoryStore {
     log.push_back("delete " + made.dn);
     return target_.Delete(made);
   }
+  void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:
