@@ -66,6 +66,8 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments,
   given.push_back(nullptr);
   std::vector<std::string> variables;
   for (const auto& [name, value] : environment) variables.push_back(name + "=" + value);
+  // A sanitizer cannot watch modules that the database's library binds deeply.
+  variables.emplace_back("LDB_MODULES_DISABLE_DEEPBIND=1");
   std::vector<char*> surroundings;
   for (std::string& variable : variables) surroundings.push_back(variable.data());
   surroundings.push_back(nullptr);

@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/serialized_store.h"
 #include "tests/unit/ldb_bench.h"
@@ -93,20 +91,6 @@ TEST_F(LdbWritingTest, ManyOverStoresThatWaitForOneAnother) {
   EXPECT_EQ(codes[299], 0);
   EXPECT_EQ(codes[300], kLdapValueExists);
   EXPECT_THAT(Read(store, kUser, "peloraQuotaHard"), ElementsAre("300"));
-}
-
-TEST_F(LdbWritingTest, ManyWaitForTheDiskTogether) {
-  std::vector<ModifyRequest> requests;
-  for (int number = 0; number < 200; ++number) requests.push_back({kUser, CountOn(number)});
-  const auto begin = std::chrono::steady_clock::now();
-  DoAll(*store_, requests);
-  const auto together = std::chrono::steady_clock::now() - begin;
-  for (int number = 200; number < 220; ++number) {
-    ASSERT_TRUE(store_->ModifyStrictly(kUser, CountOn(number)).Ok());
-  }
-  const auto twenty_alone = std::chrono::steady_clock::now() - begin - together;
-  // Ten times as many, and by far not ten times as long.
-  EXPECT_LT(together, 5 * twenty_alone);
 }
 
 TEST_F(LdbWritingTest, ADeletionIsOfWhatIsAsItWasMade) {
