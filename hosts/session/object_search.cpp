@@ -35,11 +35,13 @@ SearchEnd FindObjects(ldap::IDirectoryStore& store, const ObjectQuery& query,
     ++count;
     return sink(std::move(found));
   };
+  std::vector<std::string> attributes = ObjectAttributes();
+  attributes.insert(attributes.end(), {"sAMAccountName", "mail"});
   const ldap::StoreStatus status =
       store.Search({.base = ldap::FirstValue(root, "defaultNamingContext"),
                     .scope = ldap::SearchScope::kSubtree,
                     .filter = query.filter,
-                    .attributes = {"objectClass", "name", "description", "sAMAccountName", "mail"}},
+                    .attributes = std::move(attributes)},
                    take);
   return has_more ? SearchEnd{.reason = SearchEnd::Reason::kOwnLimit} : EndOf(status);
 }

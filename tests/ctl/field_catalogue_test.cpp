@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/ctl/fields/field_catalogue.h"
-
 #include <gmock/gmock.h>
 
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/fields/offline_catalogue.h"
 #include "hosts/ctl/fields/wish_maker.h"
 #include "resources/resource.h"

@@ -8,7 +8,7 @@
 
 #include "directory/ascii_case.h"
 #include "directory/attribute_catalogue.h"
-#include "hosts/ctl/objects/entry_object.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/pages/page_operator.h"
 #include "hosts/headless/headless_property_sheet.h"
 #include "hosts/ldap/ldap_status.h"

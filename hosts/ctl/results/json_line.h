@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "hosts/ctl/fields/field_value.h"
+#include "hosts/ctl/fields/fields.h"
 
 namespace pelora::ctl {
 

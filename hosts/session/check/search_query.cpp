@@ -77,18 +77,29 @@ bool IsExtensibleMatch(std::string_view text) {
   return IsIdentifier(text);
 }
 
+constexpr std::string_view kNoAttribute = "an attribute is expected here";
+
 /// Reads a text from its beginning on; each function takes what it names and says whether it was
-/// there.
+/// there. The first that was not leaves its fault.
 class QueryReader {
  public:
-  explicit QueryReader(std::string_view text) : left_(text) {}
+  explicit QueryReader(std::string_view text) : text_(text), left_(text) {}
 
-  [[nodiscard]] bool TakeAll() { return TakeFilter(0) && left_.empty(); }
+  [[nodiscard]] std::optional<QueryFault> Fault() {
+    if (TakeFilter(0) && !left_.empty()) {
+      (void)Fail(left_.front() == ')' ? "this ) closes nothing"
+                                      : "nothing may stand behind the filter's last )");
+    }
+    return fault_;
+  }
 
  private:
   bool TakeFilter(int depth) {
     SkipBlanks();
-    if (depth > kDeepest || !Take('(') || !TakeContent(depth) || !Take(')')) return false;
+    if (depth > kDeepest) return Fail("filters lie too deep in each other");
+    if (!Take('(')) return Fail("a filter begins with (");
+    if (!TakeContent(depth)) return false;
+    if (!Take(')')) return Fail("a ) is missing");
     SkipBlanks();
     return true;
   }
@@ -104,25 +115,33 @@ class QueryReader {
   }
 
   bool TakeItem() {
-    const std::size_t equals = left_.find('=');
-    if (equals == std::string_view::npos || equals == 0) return false;
+    const std::size_t equals = left_.find_first_of("=()");
+    if (equals == 0) return Fail(kNoAttribute);
+    if (equals == std::string_view::npos || left_[equals] != '=') {
+      left_.remove_prefix(std::min(equals, left_.size()));
+      return Fail("a comparison is missing: =, >=, <= or ~=");
+    }
     const std::string_view before = left_.substr(0, equals);
-    left_.remove_prefix(equals + 1);
     const char sign = before.back();
     const std::string_view shorter = before.substr(0, before.size() - 1);
-    if (sign == ':') return IsExtensibleMatch(shorter) && TakeValue(false);
-    if (sign == '~' || sign == '<' || sign == '>') return IsAttribute(shorter) && TakeValue(false);
-    return IsAttribute(before) && TakeValue(true);
+    const bool is_extensible = sign == ':';
+    const bool is_ordering = sign == '~' || sign == '<' || sign == '>';
+    const bool is_well_named =
+        is_extensible ? IsExtensibleMatch(shorter) : IsAttribute(is_ordering ? shorter : before);
+    if (!is_well_named) return Fail(kNoAttribute);
+    left_.remove_prefix(equals + 1);
+    return TakeValue(!is_extensible && !is_ordering);
   }
 
   /// A value up to the closing parenthesis, which stays.
   bool TakeValue(bool may_have_asterisks) {
     while (!left_.empty() && left_.front() != ')') {
       const char sign = left_.front();
-      if (sign == '(' || sign == '\0') return false;
-      if (sign == '*' && !may_have_asterisks) return false;
+      if (sign == '(') return Fail("a ( within a value is written \\28");
+      if (sign == '\0') return Fail("a value cannot hold the character 0 as it is");
+      if (sign == '*' && !may_have_asterisks) return Fail("no * can stand in this comparison");
       if (sign == '\\' && (left_.size() < 3 || !IsHexDigit(left_[1]) || !IsHexDigit(left_[2]))) {
-        return false;
+        return Fail("behind a \\ stand two hexadecimal digits");
       }
       left_.remove_prefix(sign == '\\' ? 3 : 1);
     }
@@ -139,11 +158,23 @@ class QueryReader {
     left_.remove_prefix(std::min(left_.find_first_not_of(" \t\r\n"), left_.size()));
   }
 
+  /// Something is wrong at the place that has been reached. Always false.
+  bool Fail(std::string_view text) {
+    fault_ = {.position = text_.size() - left_.size(), .text = text};
+    return false;
+  }
+
+  std::string_view text_;
   std::string_view left_;
+  std::optional<QueryFault> fault_;
 };
 
 }  // namespace
 
-bool IsSearchQuery(std::string_view text) { return QueryReader(text).TakeAll(); }
+std::optional<QueryFault> FindQueryFault(std::string_view text) {
+  return QueryReader(text).Fault();
+}
+
+bool IsSearchQuery(std::string_view text) { return !FindQueryFault(text); }
 
 }  // namespace pelora::session

@@ -4,10 +4,10 @@
 #include <span>
 #include <string>
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 /// One row of a table in the format of RFC 4180, its line end included. Cells that need it stand in
 /// quotation marks, as do those with a `;`, which divides cells in some programs.
 [[nodiscard]] std::string CsvRow(std::span<const std::string> cells);
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

@@ -8,11 +8,11 @@
 #include <variant>
 #include <vector>
 
-#include "hosts/ctl/fields/field_catalogue.h"
 #include "hosts/ldap/directory_store.h"
+#include "hosts/session/fields/field_catalogue.h"
 #include "platform/ads.h"
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 /// What a field holds: nothing, a flag, a number, a text, or a list of texts.
 using FieldValue =
@@ -42,4 +42,4 @@ using FieldValue =
 /// The number that decimal digits stand for, up to 2147483647; none for anything else.
 [[nodiscard]] std::optional<std::int64_t> NumberOfDigits(std::string_view digits);
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/ctl/fields/field_value.h"
+#include "hosts/session/fields/field_value.h"
 
 #include <algorithm>
 #include <array>
@@ -7,10 +7,10 @@
 #include <limits>
 
 #include "directory/ascii_case.h"
-#include "hosts/ctl/text/list_text.h"
 #include "hosts/ldap/entry_values.h"
+#include "hosts/session/fields/list_text.h"
 
-namespace pelora::ctl {
+namespace pelora::session {
 namespace {
 
 constexpr std::string_view kYes = "yes";
@@ -130,4 +130,4 @@ std::optional<std::int64_t> NumberOfDigits(std::string_view digits) {
   return number;
 }
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/ctl/fields/page_layout.h"
+#include "hosts/session/fields/page_layout.h"
 
 #include <algorithm>
 
-namespace pelora::ctl {
+namespace pelora::session {
 namespace {
 
 using resources::ControlKind;
@@ -71,4 +71,4 @@ bool FindPlace(const resources::DialogTemplate& page, const FieldRow& row, Field
   return true;
 }
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

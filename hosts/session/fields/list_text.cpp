@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/ctl/text/list_text.h"
+#include "hosts/session/fields/list_text.h"
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 std::vector<std::string> SplitList(std::string_view text) {
   std::vector<std::string> values;
@@ -32,4 +32,4 @@ std::string JoinList(std::span<const std::string> values) {
   return text;
 }
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

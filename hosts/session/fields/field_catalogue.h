@@ -7,14 +7,14 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/ctl/fields/page_layout.h"
 #include "hosts/ldap/display_specifiers.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/session/fields/page_layout.h"
 #include "platform/field_rows.h"
 #include "platform/platform.h"
 #include "platform/shell_extension.h"
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 /// One field of the objects of a class: what the row of a tab says of it.
 struct Field {
@@ -71,4 +71,4 @@ class FieldCatalogue {
   std::map<std::string, std::vector<Field>, std::less<>> classes_;
 };
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

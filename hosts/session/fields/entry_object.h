@@ -6,7 +6,7 @@
 #include "hosts/ldap/entry_values.h"
 #include "platform/ads.h"
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 /// An entry that has been read, as a bound object that can only be read. It is its maker's, and not
 /// held beyond that: references are not counted.
@@ -46,4 +46,4 @@ class EntryObject final : public IADs {
   const ldap::Schema& schema_;
 };
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

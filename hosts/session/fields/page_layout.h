@@ -6,7 +6,7 @@
 #include "hosts/resources/dialog_template.h"
 #include "platform/field_rows.h"
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 /// Where a field stands on its page, and how the page names it: what a person sees, as text.
 struct FieldPlace {
@@ -27,4 +27,4 @@ struct FieldPlace {
 [[nodiscard]] bool FindPlace(const resources::DialogTemplate& page, const FieldRow& row,
                              FieldPlace& place);
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

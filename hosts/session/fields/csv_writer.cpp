@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/ctl/text/csv_writer.h"
+#include "hosts/session/fields/csv_writer.h"
 
 #include <string_view>
 
-namespace pelora::ctl {
+namespace pelora::session {
 namespace {
 
 void AppendCell(std::string& row, std::string_view cell) {
@@ -33,4 +33,4 @@ std::string CsvRow(std::span<const std::string> cells) {
   return row + "\r\n";
 }
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace pelora::ctl {
+namespace pelora::session {
 
 /// The values of a list as they are given: divided by `;`, in which `\;` and `\\` stand for `;` and
 /// `\`; another backslash stays as it is. An empty text holds no values.
@@ -15,4 +15,4 @@ namespace pelora::ctl {
 /// The values in one text, from which `SplitList` gives them back.
 [[nodiscard]] std::string JoinList(std::span<const std::string> values);
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/ctl/fields/field_catalogue.h"
+#include "hosts/session/fields/field_catalogue.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include "directory/ascii_case.h"
 #include "hosts/session/new_object_kind.h"
 
-namespace pelora::ctl {
+namespace pelora::session {
 namespace {
 
 /// By `FieldKind`.
@@ -91,7 +91,7 @@ const Field* FieldCatalogue::Find(std::string_view class_name, std::string_view 
 }
 
 const Field* FieldCatalogue::FindAnywhere(std::string_view field) {
-  for (const session::NewObjectKind& kind : session::NewObjectKinds()) {
+  for (const NewObjectKind& kind : NewObjectKinds()) {
     if (const Field* found = Find(kind.class_name, field); found != nullptr) return found;
   }
   return nullptr;
@@ -110,4 +110,4 @@ std::vector<const Field*> FieldCatalogue::FieldsOfAll(const std::vector<std::str
   return all;
 }
 
-}  // namespace pelora::ctl
+}  // namespace pelora::session
