@@ -66,7 +66,7 @@ std::vector<std::string> WordsOf(std::string_view line) {
   std::vector<std::string> words;
   for (const std::string_view word : DividedAt(" \t", line)) {
     std::string text = Unwrapped(word);
-    if (!text.empty()) words.push_back(std::move(text));
+    words.push_back(std::move(text));
   }
   return words;
 }
@@ -83,6 +83,9 @@ FindText::FindText(std::string_view text) {
     // A person's name and address is the address, not words that all have to be there.
     const std::string unwrapped = Unwrapped(only);
     words_ = only.ends_with('>') ? std::vector{unwrapped} : WordsOf(only);
+    std::erase(words_, std::string());
+    // Whatever it is, it is not everything.
+    if (words_.empty()) words_.emplace_back(pieces.front());
     return;
   }
   TakeList(pieces);

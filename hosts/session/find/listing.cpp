@@ -15,6 +15,7 @@
 #include "hosts/session/check/search_query.h"
 #include "hosts/session/find/find_text.h"
 #include "hosts/session/search_filter.h"
+#include "hosts/session/utf8_check.h"
 
 namespace pelora::session {
 namespace {
@@ -70,6 +71,10 @@ class Run {
     const std::optional<QueryFault> fault =
         listing_.filter.empty() ? std::nullopt : FindQueryFault(listing_.filter);
     ldap::StoreStatus status = fault ? WrongFilter(listing_.filter, *fault) : FindBase();
+    // Bytes of no character match whatever the library pleases.
+    if (FirstInvalidByte(listing_.text)) {
+      status = {.code = ldap::kLdapParamError, .text = "the text to find is no UTF-8"};
+    }
     if (status.Ok()) status = listing_.rule.empty() ? Search(Give()) : Check(check_fields);
     ListingEnd end{.end = has_more_ ? SearchEnd{.reason = SearchEnd::Reason::kOwnLimit, .text = {}}
                                     : EndOf(status),
@@ -83,11 +88,11 @@ class Run {
   using Take = std::function<bool(const ldap::Entry& entry)>;
 
   ldap::StoreStatus FindBase() {
-    base_ = listing_.base;
-    if (!base_.empty()) return {};
     ldap::Entry root;
     ldap::StoreStatus status = store_.ReadRoot(root);
-    base_ = ldap::FirstValue(root, "defaultNamingContext");
+    const std::string whole = ldap::FirstValue(root, "defaultNamingContext");
+    base_ = listing_.base.empty() ? whole : listing_.base;
+    machinery_ = "," + ldap::FoldCase(ldap::FirstValue(root, "configurationNamingContext"));
     return status;
   }
 
@@ -132,8 +137,9 @@ class Run {
   }
 
   bool Pass(const ldap::Entry& entry, const Take& take) {
-    if (KindOf(ldap::ValuesOf(entry, "objectClass")).is_internal) return true;
-    return take(entry);
+    const bool is_machinery = KindOf(ldap::ValuesOf(entry, "objectClass")).is_internal ||
+                              ldap::FoldCase(entry.dn).ends_with(machinery_);
+    return is_machinery || take(entry);
   }
 
   /// The items of a list that are no distinguished names.
@@ -257,6 +263,8 @@ class Run {
   const ListColumns& columns_;
   const ListedSink& sink_;
   std::string base_;
+  /// How names of the directory's own machinery end, folded.
+  std::string machinery_;
   /// The items that a folded name is asked for by.
   std::map<std::string, std::vector<std::size_t>, std::less<>> items_of_name_;
   std::vector<bool> is_found_;

@@ -9,7 +9,6 @@ namespace pelora::session {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 std::vector<std::string> Given(const FindText& text) {
   std::vector<std::string> given;
@@ -87,7 +86,7 @@ TEST(TextToFind, SurvivesWhateverIsPasted) {
   EXPECT_LE(FindText(hostile).items().size(), FindText::kMostItems);
   EXPECT_THAT(FindText("\\").words(), ElementsAre("\\"));
   EXPECT_THAT(FindText("\"").words(), ElementsAre("\""));
-  EXPECT_THAT(FindText("<>").words(), IsEmpty());
+  EXPECT_THAT(FindText("<>").words(), ElementsAre("<>"));
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
+using ::testing::StartsWith;
 using ::testing::UnorderedElementsAre;
 
 constexpr const char* kCompany = "OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
@@ -65,6 +66,11 @@ TEST_F(Lists, LookWhereTheyAreTold) {
   EXPECT_EQ(end().end.reason, SearchEnd::Reason::kFailed);
 }
 
+TEST_F(Lists, LeaveOutTheDirectorysOwnMachinery) {
+  EXPECT_THAT(Names({.text = "peloraQuotaHard"}), IsEmpty());
+  EXPECT_THAT(Names({}), Not(Contains("Configuration")));
+}
+
 TEST_F(Lists, SayWhatALimitLeavesOut) {
   EXPECT_THAT(Names({.limit = 3}), SizeIs(3));
   EXPECT_EQ(end().end.reason, SearchEnd::Reason::kOwnLimit);
@@ -87,7 +93,7 @@ TEST_F(Lists, ShowFieldsAndWhatEveryObjectHas) {
                                      "accountType", "peloraHidden", "no such column", "name"}),
       ElementsAre("Jürgen Weißflog\tUser\tlinden-werke.example/Linden-Werke "
                   "Chemnitz/Geschäftsleitung\tj.weissflog\tj.weissflog@linden-werke.example"
-                  "\t5000\tadministrator\tno"));
+                  "\t5000\tsystem-administrator\tno"));
   // A group has no quota.
   EXPECT_THAT(Rows({.text = "\"Vertrieb Alle\""}, {"name", "peloraQuotaHard", "type"}),
               ElementsAre("Vertrieb Alle\t\tGroup"));
@@ -115,7 +121,7 @@ TEST_F(Lists, ShowWhatARuleFindsAndInWhichField) {
   EXPECT_THAT(Rows({.rule = "feature-conflict"}, columns),
               ElementsAre(HasSubstr("imap is both enabled and disabled")));
   EXPECT_THAT(Rows({.rule = "reference-dangling"}, columns),
-              ElementsAre(testing::StartsWith("Stefan Ebert\tDelegates\tpeloraSendAsPrivilege: ")));
+              ElementsAre(StartsWith("Stefan Ebert\tSend as\tpeloraSendAsPrivilege: ")));
   EXPECT_THAT(Rows({.text = "birgit", .rule = "reference-dangling"}, columns), IsEmpty());
   EXPECT_THAT(Rows({.text = "ebert", .rule = "reference-dangling"}, columns), SizeIs(1));
   EXPECT_THAT(Rows({.rule = "no-such-rule"}, columns), IsEmpty());
@@ -123,12 +129,13 @@ TEST_F(Lists, ShowWhatARuleFindsAndInWhichField) {
 }
 
 TEST_F(Lists, HaveNoFaultWithHostileTexts) {
-  for (const std::string& text :
-       {std::string("a\0b", 3), std::string("\xFF\xC0"), std::string(100'000, 'x'),
-        std::string("CN=\\"), std::string("CN=x\nOU=")}) {
+  for (const std::string& text : {std::string("a\0b", 3), std::string(100'000, 'x'),
+                                  std::string("CN=\\"), std::string("CN=x\nOU=")}) {
     EXPECT_THAT(Names({.text = text}), IsEmpty());
     EXPECT_EQ(end().end.reason, SearchEnd::Reason::kComplete) << end().end.text;
   }
+  EXPECT_THAT(Names({.text = "\xFF\xC0"}), IsEmpty());
+  EXPECT_EQ(end().end.reason, SearchEnd::Reason::kFailed);
 }
 
 const ReadyView& Ready(std::string_view name) {

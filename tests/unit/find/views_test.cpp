@@ -37,8 +37,9 @@ TEST_F(Views, OfferColumnsAndFiltersThatThereAre) {
         ready.question == ViewQuestion::kServer ? "mail01" : PresetAnswer(ready.question, kToday);
     const AnsweredView answered = Answer(ready, answer);
     EXPECT_EQ(answered.error, "") << ready.name;
-    if (!answered.view.filter.empty())
+    if (!ready.filter.empty()) {
       EXPECT_TRUE(IsSearchQuery(answered.view.filter)) << ready.name;
+    }
     for (const std::string& name : answered.view.columns) EXPECT_TRUE(is_column(name)) << name;
   }
   EXPECT_THAT(CheckViews(), SizeIs(CheckRules().size()));
