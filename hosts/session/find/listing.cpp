@@ -71,9 +71,9 @@ class Run {
     const std::optional<QueryFault> fault =
         listing_.filter.empty() ? std::nullopt : FindQueryFault(listing_.filter);
     ldap::StoreStatus status = fault ? WrongFilter(listing_.filter, *fault) : FindBase();
-    // Bytes of no character match whatever the library pleases.
-    if (FirstInvalidByte(listing_.text)) {
-      status = {.code = ldap::kLdapParamError, .text = "the text to find is no UTF-8"};
+    // Bytes of no character, and what stands behind a 0, match whatever the library pleases.
+    if (FirstInvalidByte(listing_.text) || listing_.text.find('\0') != std::string::npos) {
+      status = {.code = ldap::kLdapParamError, .text = "the text to find is no text"};
     }
     if (status.Ok()) status = listing_.rule.empty() ? Search(Give()) : Check(check_fields);
     ListingEnd end{.end = has_more_ ? SearchEnd{.reason = SearchEnd::Reason::kOwnLimit, .text = {}}

@@ -129,13 +129,15 @@ TEST_F(Lists, ShowWhatARuleFindsAndInWhichField) {
 }
 
 TEST_F(Lists, HaveNoFaultWithHostileTexts) {
-  for (const std::string& text : {std::string("a\0b", 3), std::string(100'000, 'x'),
-                                  std::string("CN=\\"), std::string("CN=x\nOU=")}) {
+  for (const std::string& text :
+       {std::string(100'000, 'x'), std::string("CN=\\"), std::string("CN=x\nOU=")}) {
     EXPECT_THAT(Names({.text = text}), IsEmpty());
     EXPECT_EQ(end().end.reason, SearchEnd::Reason::kComplete) << end().end.text;
   }
-  EXPECT_THAT(Names({.text = "\xFF\xC0"}), IsEmpty());
-  EXPECT_EQ(end().end.reason, SearchEnd::Reason::kFailed);
+  for (const std::string& text : {std::string("\xFF\xC0"), std::string("a\0b", 3)}) {
+    EXPECT_THAT(Names({.text = text}), IsEmpty());
+    EXPECT_EQ(end().end.reason, SearchEnd::Reason::kFailed);
+  }
 }
 
 const ReadyView& Ready(std::string_view name) {
