@@ -101,7 +101,7 @@ std::vector<ListColumn> AllColumns(FieldCatalogue& fields) {
   return all;
 }
 
-ListColumns::ListColumns(std::span<const std::string> names, FieldCatalogue& fields) {
+ListColumns::ListColumns(std::span<const std::string> names, FieldCatalogue* fields) {
   for (const std::string& name : names) {
     const auto is_same = [&name](const ListColumn& column) {
       return EqualsWithoutCase(column.name, name);
@@ -109,17 +109,19 @@ ListColumns::ListColumns(std::span<const std::string> names, FieldCatalogue& fie
     if (std::ranges::any_of(columns_, is_same)) continue;
     if (const OwnColumn* own = FindOwn(name); own != nullptr) {
       columns_.push_back(ColumnOf(*own));
-    } else if (const Field* field = fields.FindAnywhere(name); field != nullptr) {
-      columns_.push_back(ColumnOf(*field));
+      continue;
     }
+    const Field* field = fields == nullptr ? nullptr : fields->FindAnywhere(name);
+    if (field != nullptr) columns_.push_back(ColumnOf(*field));
   }
+  if (fields == nullptr) return;
   for (const NewObjectKind& kind : NewObjectKinds()) {
     std::vector<const Field*>& of_class = fields_[std::string(kind.class_name)];
     for (const ListColumn& column : columns_) {
       const bool is_own = FindOwn(column.name) != nullptr;
-      of_class.push_back(is_own ? nullptr : fields.Find(kind.class_name, column.name));
+      of_class.push_back(is_own ? nullptr : fields->Find(kind.class_name, column.name));
     }
-    for (const Field& field : fields.FieldsOf(kind.class_name)) {
+    for (const Field& field : fields->FieldsOf(kind.class_name)) {
       for (const std::string_view attribute : field.row.attributes) {
         titles_.emplace(attribute, field.place.label);
       }

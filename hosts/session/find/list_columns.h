@@ -49,7 +49,10 @@ class ListColumns {
  public:
   /// Names that are no column's are left out, as is a name that comes twice. The catalogue outlives
   /// the columns.
-  ListColumns(std::span<const std::string> names, FieldCatalogue& fields);
+  ListColumns(std::span<const std::string> names, FieldCatalogue& fields)
+      : ListColumns(names, &fields) {}
+  /// Null: there are no fields.
+  ListColumns(std::span<const std::string> names, FieldCatalogue* fields);
 
   [[nodiscard]] const std::vector<ListColumn>& columns() const { return columns_; }
   /// What is to be read of an object, its classes included.
