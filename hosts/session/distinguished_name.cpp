@@ -15,4 +15,15 @@ bool IsDistinguishedName(std::string_view text) {
   });
 }
 
+std::string_view ParentName(std::string_view dn) {
+  for (std::size_t at = 0; at < dn.size(); ++at) {
+    if (dn[at] == '\\') {
+      ++at;
+    } else if (dn[at] == ',') {
+      return dn.substr(at + 1);
+    }
+  }
+  return {};
+}
+
 }  // namespace pelora::session
