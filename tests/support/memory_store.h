@@ -146,10 +146,13 @@ class MemoryStore final : public ldap::IDirectoryStore {
     ldap::AttributeMap changed;
     ldap::StoreStatus status = rules_.Apply(Part(found->second, {}), modifications, changed, way);
     if (!status.Ok()) return status;
+    // On the side, so that nothing is half done when memory runs out.
+    ldap::AttributeMap attributes = found->second;
     for (auto& [name, values] : changed) {
-      found->second.erase(name);
-      if (!values.empty()) found->second.emplace(name, std::move(values));
+      attributes.erase(name);
+      if (!values.empty()) attributes.emplace(name, std::move(values));
     }
+    found->second.swap(attributes);
     return {};
   }
 

@@ -132,6 +132,7 @@ void ObjectMaker::FillPage(HeadlessNewObjectWizard& wizard, const Page& page,
   });
   std::ranges::stable_partition(wishes, &Enables);
   for (const Wish& wish : wishes) PageOperator(wizard.User(), platform_, page).Fulfil(wish);
+  if (platform_.message_box.HasToldOfError()) RefuseAsShown(platform_.message_box, E_FAIL);
   if (!wizard.IsNextEnabled()) throw Refusal(WhyIncomplete(page, wizard.User().dialog()));
   if (!wizard.Next()) RefuseAsShown(platform_.message_box, E_FAIL);
 }

@@ -191,6 +191,8 @@ void SettingsChanger::OperatePages(const session::DirectoryObject& described,
   const std::vector<Field>& fields = catalogue_.FieldsOf(described.kind.class_name);
   for (const Wish& wish : wishes) {
     PageOperator(tabs.UserBefore(*wish.field), platform_, fields).Fulfil(wish);
+    // What the page could not do is not done, whatever it shows.
+    if (platform_.message_box.HasToldOfError()) throw PageRefusal(platform_.message_box);
   }
   if (!tabs.Apply()) throw PageRefusal(platform_.message_box);
 }
