@@ -141,9 +141,11 @@ void SheetFaults::PlayWithFault(std::size_t call, const StoreCause& cause) {
 
   // Opening: a tab that cannot be opened stays out, and one that cannot be read says so.
   const std::string problem = scene.Open();
-  const bool is_left_out = is_met() && (!problem.empty() || scene.PageCount() < tabs_);
+  const bool is_left_out = is_met() && scene.PageCount() < tabs_;
+  EXPECT_EQ(problem.empty(), !is_left_out) << problem;
   if (is_left_out) {
     EXPECT_EQ(scene.TakeBoxes(), Lines());
+    EXPECT_EQ(store.entries(), before_);
     ASSERT_EQ(scene.Open(), "");
   } else {
     scene.ShowAll();

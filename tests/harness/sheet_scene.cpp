@@ -75,10 +75,10 @@ std::string SheetScene::Open() {
   sheet_.emplace(templates_);
   std::vector<session::DirectoryObject> selection;
   for (const std::string& name : names_) selection.push_back(ObjectNamed(name, object_class_));
-  std::string problem = tabs_->Open(selection, {}, sheet_->PageTaker());
-  sheet_->machine().commit = [this](std::size_t page) { return tabs_->Commit(page); };
-  if (problem.empty()) sheet_->Show();
-  return problem;
+  const session::TabsOpening opening = tabs_->Open(selection, {}, sheet_->PageTaker());
+  sheet_->machine().commit = [this] { return tabs_->Commit(); };
+  if (opening.reason.empty()) sheet_->Show();
+  return opening.reason + opening.missing;
 }
 
 void SheetScene::ShowAll() {

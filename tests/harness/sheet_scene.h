@@ -30,8 +30,8 @@ class SheetScene {
   /// The entries of the objects, with a value for each field, and of the one that choosers give.
   [[nodiscard]] std::vector<ldap::Entry> FirstEntries() const;
 
-  /// Opens a sheet; why there is none, or empty. As many tabs may be in it as let themselves be
-  /// opened.
+  /// Opens a sheet; what is not shown, and why, or empty. As many tabs are in it as let themselves
+  /// be opened.
   std::string Open();
   [[nodiscard]] bool IsOpen() const { return sheet_ && sheet_->IsOpen(); }
   [[nodiscard]] std::size_t PageCount() const { return sheet_ ? sheet_->PageCount() : 0; }
