@@ -12,6 +12,7 @@
 #include "directory/error_text.h"
 #include "hosts/changes/change_runner.h"
 #include "hosts/ctl/pages/settings_changer.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "server/component_server.h"
 #include "server/console_registration.h"
 #include "tests/harness/failing_allocator.h"
@@ -284,7 +285,8 @@ class CtlRun {
          .operation = ctl::Assignment::Operation::kAdd,
          .value = "added@x.example"}};
     changes::RunOptions options;
-    options.attributes = ctl::SettingsAttributes();
+    options.attributes = ldap::BoundAttributes();
+    options.attributes.emplace_back("objectClass");
     results_.reserve(names.size());
     const changes::Tally tally = changes::RunChanges(
         *session_->store, names,
