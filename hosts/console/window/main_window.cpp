@@ -120,16 +120,19 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   }
   // Only now: a directory that cannot be read costs nobody his open sheets.
   if (!sheets_.CloseAll()) return false;
+  pane_->EndDirectory();
+  fields_.reset();
   platform_.reset();
   choosers_.emplace(*store, session->open_another);
   service_.emplace(*store);
   platform_.emplace(*service_, message_box_, *choosers_, module_);
+  fields_.emplace(session->specifiers, platform_->platform(), module_);
   store_ = std::move(store);
   session_ = std::move(session);
   const QString path = ToQString(session_->path);
   const QString name = session_->is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
-  pane_->ShowDirectory(std::move(base), session_->open_another);
+  pane_->ShowDirectory(std::move(base), session_->open_another, &*fields_);
   return true;
 }
 
@@ -144,6 +147,7 @@ void MainWindow::OpenSelection() {
   if (selected.size() != 1 || !selected.front().kind.is_container) {
     return properties_->isEnabled() ? ShowProperties(selected) : void();
   }
+  if (pane_->find().IsAsking()) return pane_->GoTo(selected.front().dn);
   pane_->GoToChild(selected.front().dn);
 }
 
@@ -157,7 +161,8 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
                                        {.store = *store_,
                                         .platform = platform_->platform(),
                                         .templates = module_,
-                                        .errands = &errands_},
+                                        .errands = &errands_,
+                                        .desk = &desk_},
                                        this);
   if (made.is_stopped) return;
   if (!made.sheet) {
@@ -166,8 +171,26 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   if (!made.missing.isEmpty()) {
     ReportLater(QStringLiteral("Not all properties can be shown."), made.missing);
   }
-  made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
+  const std::vector<session::DirectoryObject> objects(selection.begin(), selection.end());
+  QtPropertySheet* const sheet = made.sheet.get();
+  sheet->machine().on_applied = [this, sheet, objects, is_outdated = made.is_outdated] {
+    pane_->RefreshList();
+    if (!is_outdated()) return;
+    // Later: the sheet stands on the stack.
+    QMetaObject::invokeMethod(
+        sheet, [this, sheet, objects] { OpenAnew(*sheet, objects); }, Qt::QueuedConnection);
+  };
   sheets_.Show(std::move(made.sheet), key);
+}
+
+void MainWindow::OpenAnew(QtPropertySheet& sheet,
+                          const std::vector<session::DirectoryObject>& objects) {
+  if (!sheet.isVisible() || sheet.HasUnsavedEdits()) return;
+  const std::size_t page = sheet.CurrentPage();
+  sheet.reject();
+  ShowProperties(objects);
+  const QList<QtPropertySheet*> open = sheets_.Open();
+  if (!open.isEmpty()) open.back()->SelectPage(page);
 }
 
 void MainWindow::UpdateActions() {

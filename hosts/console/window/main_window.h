@@ -16,6 +16,7 @@
 #include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/sheets/sheet_windows.h"
 #include "hosts/console/window/directory_pane.h"
+#include "hosts/console/writing/qt_writing_desk.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/session/beside_store.h"
 #include "hosts/session/directory_session.h"
@@ -68,6 +69,8 @@ class MainWindow final : public QMainWindow {
   /// The same directory for use on this thread: the window lives on while a server makes up its
   /// mind. Null when there is none.
   [[nodiscard]] ldap::IDirectoryStore* store() const { return store_.get(); }
+  /// The tree, the list, and what is found.
+  [[nodiscard]] DirectoryPane& pane() const { return *pane_; }
   /// Whether something is being read beside the window.
   [[nodiscard]] bool IsReading() const { return pane_->IsReading(); }
   /// Shows a failure as soon as the program waits for events again; one that is being shown already
@@ -89,6 +92,8 @@ class MainWindow final : public QMainWindow {
   void FinishOpening(session::SessionResult result, std::function<void()> on_shown);
   void ShowOpened();
   void OpenSelection();
+  /// Shows the properties as they are by now, at the same page.
+  void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
   void UpdateActions();
   void AskForFile();
   void AskForServer();
@@ -97,12 +102,15 @@ class MainWindow final : public QMainWindow {
   const resources::ResourceFile& module_;
   QtMessageBox message_box_;
   QtErrands errands_;
+  QtWritingDesk desk_;
   std::unique_ptr<session::DirectorySession> session_;
   /// The session's directory for the window's thread, which is not to wait.
   std::unique_ptr<session::BesideStore> store_;
   std::optional<ldap::StoreDirectoryService> service_;
   std::optional<QtChoosers> choosers_;
   std::optional<ConsolePlatform> platform_;
+  /// What the list can show of the directory's objects.
+  std::optional<session::FieldCatalogue> fields_;
   SheetWindows sheets_;
 
   DirectoryPane* pane_ = nullptr;
@@ -130,7 +138,9 @@ class MainWindow final : public QMainWindow {
   QAction* stop_ = nullptr;
   QAction* advanced_ = nullptr;
   QAction* parent_ = nullptr;
+  QAction* review_ = nullptr;
   QAction* find_ = nullptr;
+  QAction* filter_ = nullptr;
   QAction* about_ = nullptr;
 };
 

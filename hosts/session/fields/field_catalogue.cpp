@@ -8,6 +8,7 @@
 
 #include "directory/ascii_case.h"
 #include "hosts/session/new_object_kind.h"
+#include "server/component_server.h"
 
 namespace pelora::session {
 namespace {
@@ -47,6 +48,10 @@ std::string_view Field::KindText() const {
 FieldCatalogue::FieldCatalogue(const ldap::DisplaySpecifiers& specifiers, const Platform& platform,
                                const resources::ResourceFile& module, ComponentMaker make)
     : specifiers_(specifiers), platform_(platform), module_(module), make_(std::move(make)) {}
+
+FieldCatalogue::FieldCatalogue(const ldap::DisplaySpecifiers& specifiers, const Platform& platform,
+                               const resources::ResourceFile& module)
+    : FieldCatalogue(specifiers, platform, module, &CreateComponent) {}
 
 const std::vector<Field>& FieldCatalogue::FieldsOf(std::string_view class_name) {
   const auto known = classes_.find(class_name);

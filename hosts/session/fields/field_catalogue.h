@@ -39,6 +39,9 @@ class FieldCatalogue {
   /// Everything outlives the catalogue.
   FieldCatalogue(const ldap::DisplaySpecifiers& specifiers, const Platform& platform,
                  const resources::ResourceFile& module, ComponentMaker make);
+  /// With the extension's own components.
+  FieldCatalogue(const ldap::DisplaySpecifiers& specifiers, const Platform& platform,
+                 const resources::ResourceFile& module);
   FieldCatalogue(const FieldCatalogue&) = delete;
   FieldCatalogue& operator=(const FieldCatalogue&) = delete;
 

@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <set>
 #include <system_error>
@@ -12,13 +11,12 @@
 #include "hosts/ldap/case_fold.h"
 #include "hosts/session/check/check_rules.h"
 #include "hosts/session/check/search_query.h"
+#include "hosts/session/json_text.h"
 #include "hosts/session/text.h"
 #include "hosts/session/visible_text.h"
 
 namespace pelora::session {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr std::string_view kFormat = "pelora-views";
 constexpr int kVersion = 1;
