@@ -99,7 +99,7 @@ void PageOperator::Type(const Wish& wish) {
 }
 
 void PageOperator::ChooseObject(const Wish& wish) {
-  platform_.choosers.AnswerNext(wish.chosen);
+  platform_.choosers.AnswerNext(ToGiven(wish.chosen));
   Require(wish, user_.Click(wish.field->row.choose));
   if (!platform_.choosers.refusal().empty()) Refuse(wish, platform_.choosers.refusal());
 }
