@@ -128,6 +128,20 @@ void QtPlayer::CloseWindow() {
   if (root_) root_->window()->close();
 }
 
+std::string QtPlayer::TextOf(ControlId id) {
+  const auto* edit = Find<QLineEdit>(id);
+  return edit != nullptr ? console::ToUtf8(edit->text()) : std::string();
+}
+
+std::vector<std::string> QtPlayer::RowsOf(ControlId id) {
+  std::vector<std::string> rows;
+  const auto* list = Find<QListWidget>(id);
+  for (int row = 0; list != nullptr && row < list->count(); ++row) {
+    rows.push_back(console::ToUtf8(list->item(row)->text()));
+  }
+  return rows;
+}
+
 TextRole QtPlayer::DrawnRole(ControlId id, RowIndex row, std::size_t column) {
   auto* view = Find<QTreeWidget>(id);
   if (view == nullptr) return TextRole::kNormal;

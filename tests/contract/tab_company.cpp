@@ -2,6 +2,7 @@
 #include "tests/contract/tab_company.h"
 
 #include <algorithm>
+#include <map>
 
 #include "directory/ascii_case.h"
 #include "directory/attribute_catalogue.h"
@@ -83,6 +84,13 @@ std::string TabPathOf(const std::string& name) {
 void AddSampleCompany(FakeDirectory& directory) {
   for (const ldap::LdifBlock& block : ldap::SplitLdif(ldap::SampleCompanyLdif())) {
     AddObject(directory, block);
+  }
+}
+
+void GiveIn(FakeDirectory& directory, const std::string& name, const TabValues& values) {
+  for (const auto& [attribute, list] : values) {
+    directory.SetValue(TabPathOf(name), attribute,
+                       list.empty() ? Variant() : ToVariant(*FindAttribute(attribute), list));
   }
 }
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/contract/tab_contract.h"
+#include "tests/contract/tab_console.h"
 #include "tests/support/fake_directory.h"
 
 namespace pelora::contract {
@@ -14,6 +14,10 @@ namespace pelora::contract {
 /// Adds the objects of the sample company to a directory in memory, with their names and the
 /// attributes that tabs read.
 void AddSampleCompany(pelora::testing::FakeDirectory& directory);
+
+/// Gives an object of a directory in memory these values; attributes without any are taken away.
+void GiveIn(pelora::testing::FakeDirectory& directory, const std::string& name,
+            const TabValues& values);
 
 /// What a directory in memory holds of the catalogue's attributes of an object.
 [[nodiscard]] TabValues StoredIn(const pelora::testing::FakeDirectory& directory,

@@ -3,9 +3,15 @@
 # company in memory.
 set(contract "${PROJECT_SOURCE_DIR}/tests/contract")
 add_library(pelora_tab_contract OBJECT
+  "${contract}/features_tab_contract.cpp" "${contract}/features_tab_contract.h"
   "${contract}/tab_company.cpp" "${contract}/tab_company.h"
+  "${contract}/tab_console.cpp" "${contract}/tab_console.h"
   "${contract}/tab_contract.cpp" "${contract}/tab_contract.h"
-  "${contract}/tab_scripts.cpp" "${contract}/tab_scripts.h")
+  "${contract}/tab_rules.cpp" "${contract}/tab_rules.h"
+  "${contract}/tab_scripts.cpp" "${contract}/tab_scripts.h"
+  "${contract}/user_tab_contract.h"
+  "${contract}/user_tab_lists_contract.cpp"
+  "${contract}/user_tab_values_contract.cpp")
 target_link_libraries(pelora_tab_contract PUBLIC pelora_test_support GTest::gmock)
 if(NOT WIN32)
   target_link_libraries(pelora_tab_contract PUBLIC pelora_directory)

@@ -97,6 +97,14 @@ void DomainCompany::Remember(const std::string& dn) {
   if (!before_.contains(dn)) before_[dn] = administrator_.Stored(dn);
 }
 
+void DomainCompany::Give(const std::string& dn, const Attributes& values) {
+  Remember(dn);
+  Attributes now = administrator_.Stored(dn);
+  for (const auto& [name, list] : values) {
+    if (now[name] != list) administrator_.Set(dn, name, list);
+  }
+}
+
 void DomainCompany::Restore() {
   for (auto& [dn, before] : before_) {
     Attributes after = administrator_.Stored(dn);

@@ -20,6 +20,8 @@ class DomainCompany {
 
   /// Remembers an object as it is now, unless it is remembered already.
   void Remember(const std::string& dn);
+  /// Gives an object these values, after remembering it; attributes without any are taken away.
+  void Give(const std::string& dn, const Attributes& values);
   /// Sets back what has become different on remembered objects, and forgets them.
   void Restore();
 

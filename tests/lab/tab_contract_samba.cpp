@@ -2,7 +2,9 @@
 // Every tab on a directory server, read back with the domain's own search tool.
 #include "directory/attribute_catalogue.h"
 #include "hosts/ldap/store_directory_service.h"
+#include "tests/contract/features_tab_contract.h"
 #include "tests/contract/headless_tab_console.h"
+#include "tests/contract/user_tab_contract.h"
 #include "tests/lab/domain_company.h"
 #include "tests/lab/lab_page.h"
 #include "tests/lab/lab_test.h"
@@ -12,12 +14,14 @@ namespace pelora::lab {
 namespace {
 
 using contract::EveryTab;
+using contract::FeaturesTabContract;
 using contract::HeadlessTabConsole;
 using contract::TabConsole;
 using contract::TabContract;
 using contract::TabName;
 using contract::TabScript;
 using contract::TabValues;
+using contract::UserTabContract;
 using Names = std::vector<std::string>;
 
 /// Made by the first test.
@@ -47,18 +51,22 @@ struct DomainBench {
   std::unique_ptr<NetworkSession> session = OpenSession();
   testing::ObservedStore store{session->store()};
   ldap::StoreDirectoryService directory{store};
-  LabBench bench{directory};
+  testing::FaultDirectory faulty{directory};
+  LabBench bench{faulty};
 };
 
 class DomainConsole final : public DomainBench, public HeadlessTabConsole {
  public:
   DomainConsole()
       : HeadlessTabConsole({bench.platform(), bench.templates(), bench.messages, bench.dialogs(),
-                            bench.choosers()}) {
+                            bench.choosers(), faulty.plan()}) {
     static_cast<void>(Company());
   }
   ~DomainConsole() override { Company().Restore(); }
 
+  void Give(const std::string& name, const TabValues& values) override {
+    Company().Give(name, values);
+  }
   void Open(const std::string& component, const Names& names) override {
     for (const std::string& name : names) Company().Remember(name);
     HeadlessTabConsole::Open(component, names);
@@ -84,6 +92,8 @@ class DomainConsole final : public DomainBench, public HeadlessTabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<DomainConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Samba, TabContract, EveryTab(&MakeConsole), TabName);
+INSTANTIATE_TEST_SUITE_P(Samba, FeaturesTabContract, ::testing::Values(&MakeConsole));
+INSTANTIATE_TEST_SUITE_P(Samba, UserTabContract, ::testing::Values(&MakeConsole));
 
 TEST(TabsOfADomain, SendUntouchedOnlyWhatIsAlwaysWritten) {
   for (const TabScript& published : contract::TabScripts()) {
