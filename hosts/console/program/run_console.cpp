@@ -2,6 +2,7 @@
 #include "hosts/console/program/run_console.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <algorithm>
 #include <iostream>
 
@@ -26,15 +27,15 @@ int Fail(const std::string& reason) {
 }
 
 /// The objects of the given names, each once, or a sentence about the first that is not there.
-std::string ReadObjects(const session::DirectorySession& session,
+std::string ReadObjects(ldap::IDirectoryStore& store, const std::string& path,
                         const std::vector<std::string>& names,
                         std::vector<session::DirectoryObject>& objects) {
-  const session::DirectoryBrowser browser(*session.store);
+  const session::DirectoryBrowser browser(store);
   for (const std::string& name : names) {
     session::DirectoryObject object;
     const ldap::StoreStatus status = browser.ReadObject(name, object);
     if (status.code == ldap::kLdapNoSuchObject) {
-      return name + ": there is no such object in " + session.path;
+      return name + ": there is no such object in " + path;
     }
     if (!status.Ok()) return name + ": the object cannot be read: " + status.text;
     const auto is_same = [&](const session::DirectoryObject& known) {
@@ -56,6 +57,7 @@ int WritePropertiesPicture(session::DirectorySession& session,
       {.store = *session.store, .platform = platform.platform(), .templates = module}, nullptr);
   if (!made.sheet) return Fail(ToUtf8(made.error));
   if (messages.has_shown()) return kExitFailure;
+  if (!made.missing.isEmpty()) return Fail(ToUtf8(made.missing));
   const QString error = WriteScreenshot(*made.sheet, path);
   return error.isEmpty() ? kExitDone : Fail(ToUtf8(error));
 }
@@ -75,7 +77,7 @@ int WriteWindowPicture(std::unique_ptr<session::DirectorySession> session,
 /// Shows the objects' properties, once their directory is shown.
 void OpenNamed(MainWindow& window, const std::vector<std::string>& names) {
   std::vector<session::DirectoryObject> objects;
-  const std::string error = ReadObjects(*window.session(), names, objects);
+  const std::string error = ReadObjects(*window.store(), window.session()->path, names, objects);
   if (!error.empty()) {
     window.ReportLater(QStringLiteral("The properties cannot be shown."), ToQString(error));
   } else if (!objects.empty()) {
@@ -122,7 +124,8 @@ int Run(const CommandLine& line, const resources::ResourceFile& module) {
 
   std::vector<session::DirectoryObject> objects;
   if (opened.session) {
-    const std::string error = ReadObjects(*opened.session, line.open, objects);
+    const std::string error =
+        ReadObjects(*opened.session->store, opened.session->path, line.open, objects);
     if (!error.empty()) return Fail(error);
     const ldap::DisplaySpecifiers& specifiers = opened.session->specifiers;
     if (!objects.empty() && session::TabsOf(objects, specifiers).empty()) {
@@ -151,6 +154,9 @@ int RunConsole(int argc, char** argv) {
   std::optional<QuietToolkit> quiet(std::in_place);
   const QApplication application(toolkit_argc, argv);
   if (!parsed.command_line.screenshot) quiet.reset();
+  // As what is installed for desktops names them.
+  QGuiApplication::setDesktopFileName(QStringLiteral("pelora-console"));
+  QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("pelora-console")));
 
   const resources::ReadResult<resources::ResourceFile> module =
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes());

@@ -15,13 +15,18 @@ SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selectio
       surroundings.templates, ToQString(session::PropertiesTitle(selection)), parent);
   const auto tabs = std::make_shared<session::GuardedTabs>(std::move(surroundings));
   // They go with the sheet's machine, after its pages.
-  sheet->machine().commit = [tabs](std::size_t page) { return tabs->Commit(page); };
-  const std::string reason = tabs->Open(
+  sheet->machine().commit = [tabs] { return tabs->Commit(); };
+  const session::TabsOpening opening = tabs->Open(
       selection, specifiers,
       [&sheet](std::unique_ptr<PropSheetPage> page) { return sheet->AddPage(std::move(page)); });
-  if (!reason.empty()) return {.sheet = nullptr, .error = ToQString(reason)};
+  if (!opening.reason.empty()) {
+    return {.sheet = nullptr,
+            .error = ToQString(opening.reason),
+            .missing = {},
+            .is_stopped = opening.is_stopped};
+  }
   sheet->Start();
-  return {.sheet = std::move(sheet), .error = {}};
+  return {.sheet = std::move(sheet), .error = {}, .missing = ToQString(opening.missing)};
 }
 
 }  // namespace pelora::console

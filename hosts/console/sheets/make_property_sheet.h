@@ -15,6 +15,10 @@ namespace pelora::console {
 struct SheetResult {
   std::unique_ptr<QtPropertySheet> sheet;
   QString error;
+  /// What the sheet lacks, and why; empty when it is whole.
+  QString missing;
+  /// There is none since it was stopped.
+  bool is_stopped = false;
 };
 
 /// Makes the property sheet of a selection, started but not shown. Its tabs are guarded: see
