@@ -52,7 +52,9 @@ void QtPlayer::Type(ControlId id, std::string_view text) {
   if (edit == nullptr) return;
   edit->setFocus();
   edit->end(false);
-  for (const QChar character : ToQString(text)) PressKey(*edit, Qt::Key_unknown, character);
+  for (const char32_t character : ToQString(text).toUcs4()) {
+    PressKey(*edit, Qt::Key_unknown, QString::fromUcs4(&character, 1));
+  }
 }
 
 void QtPlayer::Erase(ControlId id) {

@@ -163,8 +163,9 @@ TEST_P(FeaturesTabContract, UntouchedNothingIsWritten) {
 
 TEST_P(FeaturesTabContract, ArchiveServersAreEditedInTheirDialog) {
   OpenUsers({{.servers = {"arc1"}}});
-  // The last character counts twice, and would have to be cut in two.
+  // There is room for 63 characters, of which the last one counts twice and is never cut in two.
   const std::string longest = std::string(60, 'x') + "ä🖥";
+  const std::string cut = std::string(62, 'z');
   Console().PlayNext([&](DialogPlayer& user) {
     EXPECT_EQ(user.RowsOf(IDC_ARCHIVER_LIST), Lines{"arc1"});
     EXPECT_FALSE(user.CanUse(IDC_ARCHIVER_ADD));
@@ -180,12 +181,15 @@ TEST_P(FeaturesTabContract, ArchiveServersAreEditedInTheirDialog) {
     EXPECT_FALSE(user.CanUse(IDC_ARCHIVER_ADD));
     user.Type(IDC_ARCHIVER_NAME, longest + "y");
     user.Click(IDC_ARCHIVER_ADD);
+    user.Type(IDC_ARCHIVER_NAME, cut + "🖥");
+    user.Click(IDC_ARCHIVER_ADD);
     user.Click(kOk);
   });
   Choose(kArchiver, IDC_FEATURE_PROPERTIES);
-  EXPECT_EQ(Feature(kArchiver), "archiver: Enabled on servers 'arc1-größe', '" + longest + "'");
+  EXPECT_EQ(Feature(kArchiver),
+            "archiver: Enabled on servers 'arc1-größe', '" + longest + "', '" + cut + "'");
   EXPECT_FALSE(Console().IsApplyEnabled());
-  EXPECT_EQ(Ok(), Lines{"peloraUserArchiveServers: arc1-größe | " + longest});
+  EXPECT_EQ(Ok(), Lines{"peloraUserArchiveServers: arc1-größe | " + longest + " | " + cut});
 }
 
 TEST_P(FeaturesTabContract, ACancelledDialogKeepsTheServers) {
@@ -234,6 +238,7 @@ TEST_P(FeaturesTabContract, UsersThatDisagreeAreReplacedAfterAQuestion) {
   Console().AwaitBox(kDialogNo);
   DoubleClick(kArchiver);
   EXPECT_EQ(Console().TakeBox(), warning);
+  Click(kNoRow);
   EXPECT_EQ(Feature(kArchiver), "archiver: (Ambiguous)");
   Console().AwaitBox(kDialogYes);
   Console().PlayNext([](DialogPlayer& user) {

@@ -73,9 +73,7 @@ class HeadlessTabConsole : public TabConsole {
   void AwaitBox(std::int32_t answer) override { bench_.messages.AnswerNext(answer); }
   [[nodiscard]] TabBox TakeBox() override {
     if (bench_.messages.records().size() == boxes_taken_) return {};
-    Message box = bench_.messages.records()[boxes_taken_++].message;
-    std::erase(box.text, '\r');
-    return {.caption = box.caption.value_or("Error"), .text = std::move(box.text)};
+    return ToTabBox(bench_.messages.records()[boxes_taken_++].message);
   }
 
   [[nodiscard]] bool IsApplyEnabled() const override { return sheet_->IsApplyEnabled(); }

@@ -94,12 +94,16 @@ void GiveIn(FakeDirectory& directory, const std::string& name, const TabValues& 
   }
 }
 
-TabValues StoredIn(const FakeDirectory& directory, const std::string& name) {
+TabValues StoredAt(const FakeDirectory& directory, const std::string& path) {
   TabValues values;
   for (const Attribute& attribute : kAttributeCatalogue) {
-    values[std::string(attribute.name)] = ToTexts(directory.Value(TabPathOf(name), attribute.name));
+    values[std::string(attribute.name)] = ToTexts(directory.Value(path, attribute.name));
   }
   return values;
+}
+
+TabValues StoredIn(const FakeDirectory& directory, const std::string& name) {
+  return StoredAt(directory, TabPathOf(name));
 }
 
 }  // namespace pelora::contract

@@ -19,7 +19,10 @@ void AddSampleCompany(pelora::testing::FakeDirectory& directory);
 void GiveIn(pelora::testing::FakeDirectory& directory, const std::string& name,
             const TabValues& values);
 
-/// What a directory in memory holds of the catalogue's attributes of an object.
+/// What a directory in memory holds of the catalogue's attributes of an object, by its path or its
+/// name.
+[[nodiscard]] TabValues StoredAt(const pelora::testing::FakeDirectory& directory,
+                                 const std::string& path);
 [[nodiscard]] TabValues StoredIn(const pelora::testing::FakeDirectory& directory,
                                  const std::string& name);
 

@@ -14,6 +14,12 @@ void PrintTo(const TabBox& box, std::ostream* out) {
   *out << '"' << box.caption << "\": \"" << box.text << '"';
 }
 
+TabBox ToTabBox(const Message& message) {
+  TabBox box = {.caption = message.caption.value_or("Error"), .text = message.text};
+  std::erase(box.text, '\r');
+  return box;
+}
+
 TabBox ErrorBox(const std::string& text, const std::string& code) {
   return {.caption = "Pelora Error", .text = text + "\n\nError code: " + code};
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/dialog_controller.h"
+#include "platform/message_box.h"
 #include "tests/contract/dialog_player.h"
 #include "tests/contract/tab_scripts.h"
 
@@ -25,6 +26,8 @@ struct TabBox {
   friend bool operator==(const TabBox&, const TabBox&) = default;
 };
 void PrintTo(const TabBox& box, std::ostream* out);
+/// A message as the box that it is shown in.
+[[nodiscard]] TabBox ToTabBox(const Message& message);
 /// A box of the extension that shows a failure with its code.
 [[nodiscard]] TabBox ErrorBox(const std::string& text, const std::string& code = "0X80004005");
 

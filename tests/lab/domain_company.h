@@ -14,6 +14,8 @@ namespace pelora::lab {
 class DomainCompany {
  public:
   DomainCompany();
+  /// The one of this program, made when it is first asked for.
+  [[nodiscard]] static DomainCompany& Shared();
 
   /// The name that stands for the sample company's own.
   [[nodiscard]] static std::string Base();
@@ -29,5 +31,8 @@ class DomainCompany {
   LabAdministrator administrator_;
   std::map<std::string, Attributes> before_;
 };
+
+/// What the domain's own search tool reads of the catalogue's attributes of an object.
+[[nodiscard]] Attributes StoredInDomain(const std::string& dn);
 
 }  // namespace pelora::lab

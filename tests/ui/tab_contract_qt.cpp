@@ -184,7 +184,7 @@ TEST(TabsOfOneSheet, OneThatIsRefusedIsShownAndNothingIsWritten) {
   console.User().Erase(IDC_SEARCH_QUERY);
   console.ShowTab("CPropPageAddresslistGeneral");
   console.User().Type(IDC_DESCRIPTION, "!");
-  console.AwaitBox();
+  console.AwaitBox(kDialogOk);
   console.ClickOk();
   EXPECT_EQ(console.TakeBox(), ErrorBox("Validation of input fields failed: Missing Search Query"));
   EXPECT_TRUE(console.IsOpen());
