@@ -2,6 +2,7 @@
 #include "hosts/ctl/pages/offered_objects.h"
 
 #include "hosts/ldap/ads_path.h"
+#include "hosts/ldap/ldap_status.h"
 #include "hosts/session/search_filter.h"
 
 namespace pelora::ctl {
@@ -11,17 +12,20 @@ bool OfferedObjects::operator()(const HeadlessChoosers::Object& object,
   if (store_ == nullptr) return false;
   const std::string filter =
       scope != nullptr ? session::TypeFilter(*scope) : session::ContainerFilter();
-  const auto [known, is_new] = known_.try_emplace({filter, object.dn}, false);
-  if (!is_new) return known->second;
-  const ldap::StoreStatus status = store_->Search({.base = object.dn,
-                                                   .scope = ldap::SearchScope::kBase,
-                                                   .filter = filter,
-                                                   .attributes = {"objectClass"}},
-                                                  [&known](const ldap::Entry& /*entry*/) {
-                                                    known->second = true;
-                                                    return true;
-                                                  });
-  return status.Ok() && known->second;
+  const auto known = known_.find({filter, object.dn});
+  if (known != known_.end()) return known->second;
+  bool is_offered = false;
+  ldap::StoreStatus status = store_->Search({.base = object.dn,
+                                             .scope = ldap::SearchScope::kBase,
+                                             .filter = filter,
+                                             .attributes = {"objectClass"}},
+                                            [&is_offered](const ldap::Entry& /*entry*/) {
+                                              is_offered = true;
+                                              return true;
+                                            });
+  if (status.Ok()) known_.emplace(std::pair(filter, object.dn), is_offered);
+  if (!status.Ok() && status.code != ldap::kLdapNoSuchObject) failure_ = std::move(status);
+  return is_offered;
 }
 
 std::vector<HeadlessChoosers::Object> ToGiven(

@@ -13,16 +13,19 @@
 namespace pelora::ctl {
 
 /// What choosers would have offered of a directory (`HeadlessChoosers::Offer`); each object is
-/// looked for once.
+/// looked for once, unless that fails.
 class OfferedObjects {
  public:
   /// `store` outlives the object; without one nothing is offered.
   explicit OfferedObjects(ldap::IDirectoryStore* store) : store_(store) {}
 
   bool operator()(const HeadlessChoosers::Object& object, const ObjectPickerScope* scope);
+  /// What kept objects from being looked for, since the last time; success when nothing did.
+  [[nodiscard]] ldap::StoreStatus TakeFailure() { return std::exchange(failure_, {}); }
 
  private:
   ldap::IDirectoryStore* store_;
+  ldap::StoreStatus failure_;
   std::map<std::pair<std::string, std::string>, bool> known_;
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
+
 #include "hosts/ctl/pages/offered_objects.h"
 #include "hosts/headless/headless_choosers.h"
 #include "hosts/headless/headless_component_library.h"
@@ -17,7 +19,8 @@ struct PagePlatform {
   PagePlatform(IDirectoryService& directory, ldap::IDirectoryStore* store,
                const resources::ResourceFile& module)
       : modal_dialogs(module),
-        choosers(OfferedObjects(store)),
+        offered(store),
+        choosers(std::ref(offered)),
         platform{.directory = directory,
                  .message_box = message_box,
                  .modal_dialogs = modal_dialogs,
@@ -29,6 +32,8 @@ struct PagePlatform {
 
   HeadlessMessageBox message_box;
   HeadlessModalDialogs modal_dialogs;
+  /// Asked by the choosers.
+  OfferedObjects offered;
   HeadlessChoosers choosers;
   HeadlessTextService text;
   HeadlessComponentLibrary component_library;
