@@ -20,7 +20,8 @@ class QtWizards final : public NewObjectConsole {
   }
   void SetName(const std::string& name) override {
     wizard_->Write("own_name", name);
-    if (class_name_ == "user") wizard_->Write("own_logon_name", "new");
+    // Of these there is one in the whole directory.
+    if (class_name_ == "user") wizard_->Write("own_logon_name", "new" + std::to_string(++users_));
   }
   [[nodiscard]] IDialog& Page() override { return wizard_->dialog(); }
   [[nodiscard]] DialogPlayer& User() override {
@@ -65,6 +66,7 @@ class QtWizards final : public NewObjectConsole {
   test::RecordedCompany company_;
   test::ShownBox box_;
   std::string class_name_;
+  int users_ = 0;
   std::optional<test::OpenWizard> wizard_;
   std::optional<QtPlayer> player_;
 };
