@@ -39,6 +39,12 @@ TEST_F(FieldCatalogueTest, AFieldThatIsAddedToATabIsAField) {
   EXPECT_THROW(ChangeTable("dn,peloraHidden\n", "t", catalogue, false), WrongUsage);
 }
 
+TEST_F(FieldCatalogueTest, TablesMayHaveTheColumnsThatTheConsoleShowsOfEveryObject) {
+  EXPECT_NO_THROW(ChangeTable("dn,name,type,folder,logon,remark,created,changed,problem,field\n",
+                              "t", offline_.catalogue, false));
+  EXPECT_THROW(ChangeTable("dn,shoe-size\n", "t", offline_.catalogue, false), WrongUsage);
+}
+
 TEST_F(FieldCatalogueTest, FieldsStandInTheOrderOfTheTabs) {
   const std::vector<Field>& fields = offline_.catalogue.FieldsOf("user");
   ASSERT_FALSE(fields.empty());

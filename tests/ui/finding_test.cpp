@@ -5,10 +5,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTest>
@@ -278,6 +280,36 @@ TEST_F(Finding, KeepsTheUsersViews) {
   EXPECT_EQ(ToUtf8(pane().ShowView(QStringLiteral("Own quota above=1000"))), "");
   Settle();
   EXPECT_THAT(Names(), SizeIs(3));
+}
+
+TEST_F(Finding, OffersTheDirectoryThatWasShownLastAndOpensItOnlyWhenAsked) {
+  window().resize(777, 555);
+  window().close();
+  MainWindow later(module());
+  later.show();
+  EXPECT_EQ(later.size(), QSize(777, 555));
+  EXPECT_EQ(later.session(), nullptr);
+  for (QAction* action : later.findChildren<QAction*>()) {
+    if (action->text() == QStringLiteral("Open &Again: company.ldb")) action->trigger();
+  }
+  ASSERT_NE(later.session(), nullptr);
+  EXPECT_EQ(later.session()->path, file());
+}
+
+TEST_F(Finding, OpensAFileThatIsDropped) {
+  MainWindow empty(module());
+  empty.show();
+  const auto drop = [&empty](const QUrl& what) {
+    QMimeData data;
+    data.setUrls({what});
+    QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&empty, &event);
+    QCoreApplication::processEvents();
+    return empty.session() != nullptr;
+  };
+  EXPECT_FALSE(drop(QUrl(QStringLiteral("https://example.org/company.ldb"))));
+  EXPECT_FALSE(drop(QUrl::fromLocalFile(QStringLiteral("/etc/hosts"))));
+  EXPECT_TRUE(drop(QUrl::fromLocalFile(console::ToQString(file()))));
 }
 
 TEST_F(Finding, TellsKindsOfAccountsApart) {

@@ -46,6 +46,7 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   count_ = new QLabel(this);
   hint_ = new QLabel(this);
   for (QLabel* label : {count_, hint_}) ShowPlainly(*label);
+  Recall();
   statusBar()->addWidget(count_);
   statusBar()->addPermanentWidget(hint_);
   until_shown_.setInterval(kPatience);

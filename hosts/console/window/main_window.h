@@ -79,8 +79,16 @@ class MainWindow final : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  /// A directory file that is dropped on the window is opened.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
+  /// Takes what an earlier window has left: its place, and the directory that it showed, which is
+  /// offered and not opened.
+  void Recall();
+  void Remember();
+  void OpenLast();
   void MakePane();
   void MakeActions();
   void MakeMenus();
@@ -124,6 +132,8 @@ class MainWindow final : public QMainWindow {
   };
   std::optional<Opened> opened_;
   QTimer until_shown_;
+  /// The directory that an earlier window has shown.
+  QString last_;
   /// Failures that are being shown.
   QSet<QString> reports_;
   QLabel* count_ = nullptr;
@@ -140,6 +150,7 @@ class MainWindow final : public QMainWindow {
   QAction* parent_ = nullptr;
   QAction* review_ = nullptr;
   QAction* find_ = nullptr;
+  QAction* open_last_ = nullptr;
   QAction* filter_ = nullptr;
   QAction* about_ = nullptr;
 };

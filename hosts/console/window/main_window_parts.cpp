@@ -50,6 +50,9 @@ void MainWindow::MakeActions() {
                   QStringLiteral("&Connect to Domain..."),
                   QStringLiteral("Show the domain of a domain controller"),
                   {QKeySequence(QStringLiteral("Ctrl+L"))}, [this] { AskForServer(); });
+  open_last_ =
+      make({}, QStringLiteral("Open &Again"),
+           QStringLiteral("Show the directory that was shown last"), {}, [this] { OpenLast(); });
   quit_ = make(ThemeIcon("application-exit", QStyle::SP_DialogCloseButton), QStringLiteral("&Quit"),
                QStringLiteral("Close the console"), {QKeySequence(QStringLiteral("Ctrl+Q"))},
                [this] { close(); });
@@ -92,7 +95,7 @@ void MainWindow::MakeActions() {
 
 void MainWindow::MakeMenus() {
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-  file->addActions({open_file_, connect_, quit_});
+  file->addActions({open_file_, connect_, open_last_, quit_});
   file->insertSeparator(quit_);
   QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
   edit->addAction(review_);

@@ -8,6 +8,7 @@
 #include "hosts/session/check/search_query.h"
 #include "hosts/session/find/ready_views.h"
 #include "hosts/session/find/view_file.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/unit/find/find_bench.h"
 
 namespace pelora::session {
