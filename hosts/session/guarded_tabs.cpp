@@ -20,7 +20,7 @@ struct GuardedTabs::Tab {
   explicit Tab(const TabSurroundings& surroundings)
       : recording(surroundings.store,
                   {.attributes = ldap::BoundAttributes(),
-                   .keeps = [this](auto attribute) { return fields.IsWanted(attribute); }}),
+                   .keeps = [this](auto attribute) { return fields.touched.IsWanted(attribute); }}),
         told(recording, surroundings.platform.message_box),
         between(surroundings.between ? surroundings.between(told) : nullptr),
         platform{.directory = between ? *between : told,
@@ -30,14 +30,12 @@ struct GuardedTabs::Tab {
                  .text = surroundings.platform.text,
                  .component_library = surroundings.platform.component_library} {}
 
-  TouchedFields fields;
+  PageFields fields;
   changes::RecordingDirectory recording;
   ToldFailures told;
   std::unique_ptr<IDirectoryService> between;
   Platform platform;
   FieldLabels labels;
-  /// The dialog of its page, once that was shown. Only to be used while the page applies.
-  IDialog* dialog = nullptr;
 };
 
 GuardedTabs::GuardedTabs(TabSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
@@ -50,37 +48,58 @@ void GuardedTabs::Learn(Tab& tab, IUnknown& component, DialogId dialog) const {
   if (!rows || !page.value) return;
   std::vector<FieldRow> fields = rows->Fields();
   for (const FieldRow& row : fields) {
+    tab.fields.labels.push_back(resources::FieldLabel(row, *page.value));
     for (const std::string_view attribute : row.attributes) {
-      tab.labels.try_emplace(std::string(attribute), resources::FieldLabel(row, *page.value));
+      tab.labels.try_emplace(std::string(attribute), tab.fields.labels.back());
     }
   }
-  tab.fields.Watch(std::move(fields));
+  tab.fields.touched.Watch(std::move(fields));
 }
+
+PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
+  PageFields& fields = tab.fields;
+  return {.on_loaded =
+              [this, &fields, page](IDialog& dialog) {
+                fields.dialog = &dialog;
+                fields.touched.Settle(dialog);
+                TellEdited(page);
+              },
+          .on_command = [&fields](ControlId control) { fields.touched.Touch(control); },
+          .on_handled = [this, page] { TellEdited(page); },
+          .on_apply =
+              [&tab](IDialog& dialog) {
+                tab.told.Forget();
+                tab.fields.touched.Look(dialog);
+              },
+          .on_gone = [&fields] { fields.dialog = nullptr; }};
+}
+
+void GuardedTabs::TellEdited(std::size_t page) {
+  PageFields& fields = Fields(page);
+  if (!fields.IsShown()) return;
+  fields.touched.Look(*fields.dialog);
+  if (on_edited) on_edited(page);
+}
+
+PageFields& GuardedTabs::Fields(std::size_t page) { return pages_.at(page)->fields; }
 
 HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
                             const AddPropSheetPage& add_page) {
   auto added = std::make_unique<Tab>(surroundings_);
   Tab* const tab = added.get();
+  tab->fields.selection = selection_;
+  tab->fields.seen = [tab](const DirectoryObject& object, std::string_view attribute) {
+    return tab->recording.Seen(object.dn, attribute);
+  };
   // Its page lives by it, whatever the component answers.
   tabs_.push_back(std::move(added));
   return OpenTab(class_id, tab->platform, selection,
                  [&](IUnknown& component, std::unique_ptr<PropSheetPage> page) {
                    Learn(*tab, component, page->Template());
-                   const PageWatch watch{
-                       .on_loaded =
-                           [tab](IDialog& dialog) {
-                             tab->dialog = &dialog;
-                             tab->fields.Settle(dialog);
-                           },
-                       .on_command = [tab](ControlId control) { tab->fields.Touch(control); },
-                       .on_apply =
-                           [tab](IDialog& dialog) {
-                             tab->told.Forget();
-                             tab->fields.Look(dialog);
-                           }};
-                   if (!add_page(std::make_unique<WatchedPage>(std::move(page), watch))) {
-                     return false;
-                   }
+                   auto watched =
+                       std::make_unique<WatchedPage>(std::move(page), WatchOf(*tab, pages_.size()));
+                   tab->fields.page = &watched->Controller();
+                   if (!add_page(std::move(watched))) return false;
                    pages_.push_back(tab);
                    return true;
                  });
@@ -91,6 +110,7 @@ std::string GuardedTabs::Open(std::span<const DirectoryObject> selection,
                               const AddPropSheetPage& add_page) {
   const std::vector<Guid> tabs = TabsOf(selection, specifiers);
   if (tabs.empty()) return WhyNoProperties(selection, specifiers);
+  selection_.assign(selection.begin(), selection.end());
   const Ref<IDataObject> data_object = MakeSelectionDataObject(selection);
   HRESULT failure = S_OK;
   for (const Guid& class_id : tabs) {
@@ -109,12 +129,15 @@ bool GuardedTabs::Commit(std::size_t page) {
     const changes::Result result = writer.Write(change);
     tab.recording.Settle(change, result);
     if (result.IsDone()) continue;
-    surroundings_.platform.message_box.Show(tab.dialog,
+    tab.fields.touched.KeepUnwritten();
+    surroundings_.platform.message_box.Show(tab.fields.dialog,
                                             WriteFailureMessage(change, result, tab.labels));
     // They have been seen: whoever applies once more means it.
     tab.recording.AcceptAsSeen(result);
     return false;
   }
+  if (tab.fields.IsShown()) tab.fields.touched.Settle(*tab.fields.dialog);
+  TellEdited(page);
   return true;
 }
 

@@ -9,8 +9,11 @@
 
 #include "hosts/changes/recording_directory.h"
 #include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/store_opener.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/session/directory_browser.h"
+#include "hosts/session/page_fields.h"
+#include "hosts/session/watched_page.h"
 #include "hosts/session/write_failure.h"
 #include "platform/platform.h"
 #include "platform/shell_extension.h"
@@ -26,6 +29,9 @@ struct TabSurroundings {
   const resources::ResourceFile& templates;
   /// Puts something between a tab and its directory, for somebody who looks on. May be none.
   std::function<std::unique_ptr<IDirectoryService>(IDirectoryService& directory)> between{};
+  /// Opens the same directory for use on another thread. May be none: then nothing is looked up
+  /// beside the window.
+  ldap::StoreOpener open_another{};
 };
 
 /// The tabs of one property sheet, each over a recording of its own: what a tab writes is recorded,
@@ -57,6 +63,13 @@ class GuardedTabs {
   /// `SheetMachine::commit`.
   [[nodiscard]] bool Commit(std::size_t page);
 
+  /// The fields of a page.
+  [[nodiscard]] PageFields& Fields(std::size_t page);
+
+  /// Told whenever something on a page may have been changed, by a person or by the page; and when
+  /// it has been filled or written. May be none.
+  std::function<void(std::size_t page)> on_edited;
+
  private:
   struct Tab;
 
@@ -64,8 +77,11 @@ class GuardedTabs {
   void Learn(Tab& tab, IUnknown& component, DialogId dialog) const;
   [[nodiscard]] HRESULT AddTab(const Guid& class_id, IDataObject& selection,
                                const AddPropSheetPage& add_page);
+  [[nodiscard]] PageWatch WatchOf(Tab& tab, std::size_t page);
+  void TellEdited(std::size_t page);
 
   TabSurroundings surroundings_;
+  std::vector<DirectoryObject> selection_;
   std::vector<std::unique_ptr<Tab>> tabs_;
   /// The tab of each page.
   std::vector<Tab*> pages_;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 
+#include "hosts/console/fields/sheet_fields.h"
 #include "hosts/console/sheets/property_sheet.h"
 #include "hosts/ldap/display_specifiers.h"
 #include "hosts/session/guarded_tabs.h"
@@ -15,12 +16,17 @@ namespace pelora::console {
 struct SheetResult {
   std::unique_ptr<QtPropertySheet> sheet;
   QString error;
+  /// Belongs to the sheet.
+  SheetFields* fields = nullptr;
 };
 
 /// Makes the property sheet of a selection, started but not shown. Its tabs are guarded: see
-/// `session::GuardedTabs`. Everything in `surroundings` outlives the sheet.
+/// `session::GuardedTabs`; its fields are looked after: see `SheetFields`. Everything in
+/// `surroundings` outlives the sheet. `show_object` opens another object's settings; it may be
+/// none.
 [[nodiscard]] SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selection,
                                             const ldap::DisplaySpecifiers& specifiers,
-                                            session::TabSurroundings surroundings, QWidget* parent);
+                                            session::TabSurroundings surroundings, QWidget* parent,
+                                            ShowObject show_object = {});
 
 }  // namespace pelora::console

@@ -152,12 +152,33 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   if (sheets_.Raise(key)) return;
   SheetResult made = MakePropertySheet(
       selection, session_->specifiers,
-      {.store = *session_->store, .platform = platform_->platform(), .templates = module_}, this);
+      {.store = *session_->store,
+       .platform = platform_->platform(),
+       .templates = module_,
+       .open_another = session_->open_another},
+      this,
+      [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
   }
   made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
   sheets_.Show(std::move(made.sheet), key);
+}
+
+void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& from) {
+  if (!from.isModal()) return ShowProperties(std::span(&object, 1));
+  // Nothing beside a modal window can be used: over it, the sheet is waited for.
+  const SheetResult made = MakePropertySheet(std::span(&object, 1), session_->specifiers,
+                                             {.store = *session_->store,
+                                              .platform = platform_->platform(),
+                                              .templates = module_,
+                                              .open_another = session_->open_another},
+                                             &from);
+  if (!made.sheet) {
+    return ReportLater(QStringLiteral("There are no properties to show."), made.error);
+  }
+  made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
+  made.sheet->exec();
 }
 
 void MainWindow::UpdateActions() {

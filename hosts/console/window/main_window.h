@@ -83,6 +83,8 @@ class MainWindow final : public QMainWindow {
   void FinishOpening(session::SessionResult result, std::function<void()> on_shown);
   void ShowOpened();
   void OpenSelection();
+  /// Shows the settings of an object that was found from within another window.
+  void ShowAnother(const session::DirectoryObject& object, QWidget& from);
   void UpdateActions();
   void AskForFile();
   void AskForServer();
