@@ -12,7 +12,8 @@ fuzz_seconds="${1:-600}"
 kills="${2:-1000}"
 failed=0
 cmake --preset native >/dev/null || exit 1
-cmake --build build/native --target ldb_directory_test || exit 1
+cmake --build build/native --target ldb_directory_test \
+  pelora-console peloractl pelora_deploy_folder pelora_manual_pages || exit 1
 {
   echo "programs killed while they write"
   LDB_MODULES_DISABLE_DEEPBIND=1 PELORA_KILL_ROUNDS="$kills" \
@@ -21,6 +22,9 @@ cmake --build build/native --target ldb_directory_test || exit 1
   [ "${PIPESTATUS[0]}" -eq 0 ] || failed=1
   echo
   tests/fuzz/run_fuzzers.sh "$fuzz_seconds" || failed=1
+  echo
+  echo "packages in a system that has nothing else"
+  tests/packages/clean_system.sh || failed=1
   echo
   [ "$failed" -eq 0 ] && echo "all held" || echo "SOMETHING FAILED"
   exit "$failed"

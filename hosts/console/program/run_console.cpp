@@ -2,6 +2,7 @@
 #include "hosts/console/program/run_console.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <algorithm>
 #include <iostream>
 
@@ -154,6 +155,9 @@ int RunConsole(int argc, char** argv) {
   std::optional<QuietToolkit> quiet(std::in_place);
   const QApplication application(toolkit_argc, argv);
   if (!parsed.command_line.screenshot) quiet.reset();
+  // As what is installed for desktops names them.
+  QGuiApplication::setDesktopFileName(QStringLiteral("pelora-console"));
+  QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("pelora-console")));
 
   const resources::ReadResult<resources::ResourceFile> module =
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
