@@ -13,7 +13,7 @@ class RecordingDirectory::Parts {
  public:
   Parts(ldap::IDirectoryStore& target, RecordingOptions options)
       : memory(target.schema(), std::move(options.keeps)),
-        store(target, memory, options.attributes),
+        store(target, memory, options.attributes, std::move(options.breathe)),
         service(store, std::make_shared<ldap::StoreStatus>(),
                 {.attributes = std::move(options.attributes), .witness = &store}) {}
 

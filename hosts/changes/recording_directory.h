@@ -23,6 +23,9 @@ struct RecordingOptions {
   std::vector<std::string> attributes = ldap::BoundAttributes();
   /// Whether what is staged of an attribute is kept. Empty: everything is.
   std::function<bool(std::string_view attribute)> keeps{};
+  /// Called with every value that a page is told and every object that it writes: where there are
+  /// many of them, a face may look after its window meanwhile. May be none.
+  std::function<void()> breathe{};
 };
 
 /// The directory port for pages whose changes the host itself writes: it reads from a store, and

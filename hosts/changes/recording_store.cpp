@@ -28,8 +28,11 @@ ldap::StoreStatus NotRecorded() {
 }  // namespace
 
 RecordingStore::RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
-                               std::vector<std::string> attributes)
-    : target_(target), memory_(memory), bindings_{.attributes = std::move(attributes)} {}
+                               std::vector<std::string> attributes, std::function<void()> breathe)
+    : target_(target),
+      memory_(memory),
+      bindings_{.attributes = std::move(attributes)},
+      breathe_(std::move(breathe)) {}
 
 void RecordingStore::Give(ldap::Entry entry) {
   std::string key = ldap::FoldCase(entry.dn);
@@ -38,19 +41,22 @@ void RecordingStore::Give(ldap::Entry entry) {
 
 void RecordingStore::TakeBack(const std::string& dn) { given_.erase(ldap::FoldCase(dn)); }
 
-const ldap::Entry* RecordingStore::AtHand(const std::string& dn,
-                                          std::span<const std::string> attributes) const {
+bool RecordingStore::AreBound(std::span<const std::string> attributes) const {
+  return std::ranges::all_of(attributes,
+                             [&](const std::string& name) { return bindings_.Covers(name); });
+}
+
+const ldap::Entry* RecordingStore::AtHand(const std::string& dn, bool are_bound) const {
   if (const ldap::Entry* const added = memory_.Added(dn)) return added;
+  if (!are_bound) return nullptr;
   const auto found = given_.find(ldap::FoldCase(dn));
-  const bool is_enough = std::ranges::all_of(
-      attributes, [&](const std::string& name) { return bindings_.Covers(name); });
-  return found != given_.end() && is_enough ? &found->second : nullptr;
+  return found != given_.end() ? &found->second : nullptr;
 }
 
 ldap::StoreStatus RecordingStore::Read(const std::string& dn,
                                        std::span<const std::string> attributes,
                                        ldap::Entry& entry) {
-  if (const ldap::Entry* const at_hand = AtHand(dn, attributes)) {
+  if (const ldap::Entry* const at_hand = AtHand(dn, AreBound(attributes))) {
     entry = PartOf(*at_hand, attributes);
   } else if (ldap::StoreStatus status = target_.Read(dn, attributes, entry); !status.Ok()) {
     return status;
@@ -62,10 +68,11 @@ ldap::StoreStatus RecordingStore::Read(const std::string& dn,
 ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
                                            std::span<const std::string> attributes,
                                            const ldap::ReadSink& sink) {
+  const bool are_bound = AreBound(attributes);
   // As many as follow each other and are not at hand are asked for together.
   while (!dns.empty()) {
     std::size_t count = 0;
-    while (count < dns.size() && AtHand(dns[count], attributes) == nullptr) ++count;
+    while (count < dns.size() && AtHand(dns[count], are_bound) == nullptr) ++count;
     bool goes_on = true;
     std::size_t at = 0;
     ldap::StoreStatus status = target_.ReadMany(
@@ -78,9 +85,9 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
     if (!status.Ok() || !goes_on) return status;
     dns = dns.subspan(count);
     if (dns.empty()) break;
-    ldap::Entry entry;
-    status = Read(dns.front(), attributes, entry);
-    if (!sink(std::move(status), std::move(entry))) break;
+    ldap::Entry entry = PartOf(*AtHand(dns.front(), are_bound), attributes);
+    memory_.NoteRead(dns.front(), attributes, entry.attributes);
+    if (!sink({}, std::move(entry))) break;
     dns = dns.subspan(1);
   }
   return {};
@@ -95,6 +102,7 @@ ldap::StoreStatus RecordingStore::Modify(const std::string& dn,
     if (!status.Ok()) return status;
   }
   memory_.Record(dn, modifications);
+  if (breathe_) breathe_();
   return {};
 }
 

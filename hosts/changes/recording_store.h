@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <map>
 #include <span>
 #include <string>
@@ -16,9 +17,10 @@ namespace pelora::changes {
 /// recorded and goes nowhere.
 class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReadingWitness {
  public:
-  /// Both outlive it. `attributes` are those that bindings read; none: all.
+  /// Both outlive it. `attributes` are those that bindings read; none: all. `breathe` is called
+  /// with every value told and every modification; may be none.
   RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
-                 std::vector<std::string> attributes);
+                 std::vector<std::string> attributes, std::function<void()> breathe = {});
 
   /// Answers readings of this object from now on, as far as they ask for what bindings read.
   void Give(ldap::Entry entry);
@@ -27,6 +29,7 @@ class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReading
   void OnTold(const std::string& dn, std::string_view attribute,
               const AttributeValues& values) override {
     memory_.NoteTold(dn, attribute, values);
+    if (breathe_) breathe_();
   }
 
   [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
@@ -51,14 +54,16 @@ class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReading
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:
+  /// Whether bindings read all of the attributes.
+  [[nodiscard]] bool AreBound(std::span<const std::string> attributes) const;
   /// What is at hand of an object; null when the store has to be asked.
-  [[nodiscard]] const ldap::Entry* AtHand(const std::string& dn,
-                                          std::span<const std::string> attributes) const;
+  [[nodiscard]] const ldap::Entry* AtHand(const std::string& dn, bool are_bound) const;
 
   ldap::IDirectoryStore& target_;
   RecordingMemory& memory_;
   ldap::BindingOptions bindings_;
   std::map<std::string, ldap::Entry> given_;
+  std::function<void()> breathe_;
 };
 
 }  // namespace pelora::changes

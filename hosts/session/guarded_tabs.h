@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "hosts/ldap/store_opener.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/session/directory_browser.h"
+#include "hosts/session/errands.h"
 #include "hosts/session/page_fields.h"
 #include "hosts/session/watched_page.h"
 #include "hosts/session/write_failure.h"
@@ -29,19 +31,33 @@ struct TabSurroundings {
   const resources::ResourceFile& templates;
   /// Puts something between a tab and its directory, for somebody who looks on. May be none.
   std::function<std::unique_ptr<IDirectoryService>(IDirectoryService& directory)> between{};
+  /// Who has done what takes its time. Null: it is done at once.
+  IErrands* errands = nullptr;
   /// Opens the same directory for use on another thread. May be none: then nothing is looked up
   /// beside the window.
   ldap::StoreOpener open_another{};
 };
 
+/// How the opening of a sheet's tabs went.
+struct TabsOpening {
+  /// Why there is no page, as a sentence; empty when there is one at least.
+  std::string reason{};
+  /// What is not shown all the same, and why, in a sentence; empty when nothing is missing.
+  std::string missing{};
+  /// The person in front of it has stopped it, and need not be told.
+  bool is_stopped = false;
+};
+
 /// The tabs of one property sheet, each over a recording of its own: what a tab writes is recorded,
-/// and sent, guarded, when the sheet says that the tab has applied. What a tab saw when it was
-/// loaded is what its writes are bound to. What a page stages of fields that nobody has touched is
-/// not sent.
+/// and sent, guarded, when the sheet says that all tabs have applied; of an object, what all of
+/// them wrote in one request. What a tab saw when it was loaded is what its writes are bound to.
+/// What a page stages of fields that nobody has touched is not sent.
+///
+/// The objects are read once, before the tabs open, and again when something of them was written.
 ///
 /// What was recorded and could not be written stays pending, and goes along with the tab's next
-/// apply unless it has been edited again. So a sheet that asks `Commit` after every tab's apply
-/// never closes by OK over an edit that is not in the directory.
+/// apply unless it has been edited again. So a sheet that asks `Commit` after every round of
+/// applies never closes by OK over an edit that is not in the directory.
 class GuardedTabs {
  public:
   /// Everything in `surroundings` outlives the object, which outlives the pages.
@@ -50,18 +66,18 @@ class GuardedTabs {
   GuardedTabs(const GuardedTabs&) = delete;
   GuardedTabs& operator=(const GuardedTabs&) = delete;
 
-  /// Lets the component of each tab of a selection add its pages: each is initialised with the
-  /// selection, and one that refuses stays out. Empty when there is a page at least; else a
-  /// sentence that says why there is none. Called once.
-  [[nodiscard]] std::string Open(std::span<const DirectoryObject> selection,
+  /// Reads the objects of a selection and lets the component of each of its tabs add its pages:
+  /// each is initialised with the selection, and one that refuses stays out. Objects that cannot be
+  /// read have no page. Called once.
+  [[nodiscard]] TabsOpening Open(std::span<const DirectoryObject> selection,
                                  const ldap::DisplaySpecifiers& specifiers,
                                  const AddPropSheetPage& add_page);
 
-  /// Writes what the tab of a page (from 0, in the order in which pages were taken), which has just
-  /// applied, has recorded, object by object. The first that cannot be written ends it and is shown
-  /// in a box; objects before it are written. Whether nothing is left to be written. For
-  /// `SheetMachine::commit`.
-  [[nodiscard]] bool Commit(std::size_t page);
+  /// Writes what the tabs have recorded, object by object. The first that cannot be written ends it
+  /// and is shown in a box; objects before it are written. Nothing when nothing is left to be
+  /// written; otherwise a page (from 0, in the order in which pages were taken) of which something
+  /// is. For `SheetMachine::commit`.
+  [[nodiscard]] std::optional<std::size_t> Commit();
 
   /// The fields of a page.
   [[nodiscard]] PageFields& Fields(std::size_t page);
@@ -72,16 +88,35 @@ class GuardedTabs {
 
  private:
   struct Tab;
+  /// What is to be written of one object, and which tabs recorded what of it.
+  struct Planned;
 
+  [[nodiscard]] IErrands& errands() {
+    return surroundings_.errands != nullptr ? *surroundings_.errands : at_once_;
+  }
+  [[nodiscard]] ldap::StoreStatus Read(std::span<const DirectoryObject> selection);
   /// Takes down what the page's fields are called, and has them watched.
   void Learn(Tab& tab, IUnknown& component, DialogId dialog) const;
   [[nodiscard]] HRESULT AddTab(const Guid& class_id, IDataObject& selection,
                                const AddPropSheetPage& add_page);
   [[nodiscard]] PageWatch WatchOf(Tab& tab, std::size_t page);
   void TellEdited(std::size_t page);
+  /// What all tabs have recorded; what several have of one object together, unless they are about
+  /// the same attribute.
+  [[nodiscard]] std::vector<Planned> Plan();
+  /// What became of each; in the same order.
+  [[nodiscard]] std::vector<changes::Result> Write(const std::vector<Planned>& plan);
+  /// Tells why something could not be written; the page that it concerns.
+  std::size_t Tell(const Planned& planned, const changes::Result& result);
+
+  /// Everything is written of the tabs of which nothing is recorded any more.
+  void SettleWritten();
 
   TabSurroundings surroundings_;
+  ErrandsAtOnce at_once_;
   std::vector<DirectoryObject> selection_;
+  /// As they were read, in the order of the selection.
+  std::vector<ldap::Entry> entries_;
   std::vector<std::unique_ptr<Tab>> tabs_;
   /// The tab of each page.
   std::vector<Tab*> pages_;

@@ -31,8 +31,15 @@ HRESULT ToldFailures::ADsOpenObject(const std::string& path,
 
 HRESULT ToldFailures::BindPaths(std::span<const std::string> paths, const Guid& iid,
                                 std::vector<Ref<IADs>>& objects) {
-  return Note(directory_.BindPaths(paths, iid, objects),
-              paths.size() == 1 ? paths.front() : std::string());
+  HRESULT status = S_OK;
+  const auto bind = [&](IErrand& errand) {
+    directory_.store().StopOn(errand.stop());
+    status = directory_.BindPaths(paths, iid, objects);
+    directory_.store().StopOn({});
+  };
+  // Many objects take their time though all of them are at hand.
+  errands_.Run("Reading the settings...", bind);
+  return Note(status, paths.size() == 1 ? paths.front() : std::string());
 }
 
 std::int32_t ToldFailures::Show(IDialog* owner, const Message& message) {

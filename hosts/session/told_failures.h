@@ -5,6 +5,7 @@
 #include <string>
 
 #include "hosts/changes/recording_directory.h"
+#include "hosts/session/errands.h"
 #include "platform/message_box.h"
 
 namespace pelora::session {
@@ -17,9 +18,9 @@ namespace pelora::session {
 /// binding succeeds.
 class ToldFailures final : public IDirectoryService, public IMessageBox {
  public:
-  /// Both outlive it.
-  ToldFailures(changes::RecordingDirectory& directory, IMessageBox& box)
-      : directory_(directory), box_(box) {}
+  /// All outlive it. Bindings of many objects are errands.
+  ToldFailures(changes::RecordingDirectory& directory, IMessageBox& box, IErrands& errands)
+      : directory_(directory), box_(box), errands_(errands) {}
 
   /// What was not told yet is none of what comes now.
   void Forget() { failure_.reset(); }
@@ -49,6 +50,7 @@ class ToldFailures final : public IDirectoryService, public IMessageBox {
 
   changes::RecordingDirectory& directory_;
   IMessageBox& box_;
+  IErrands& errands_;
   std::optional<Failure> failure_;
 };
 

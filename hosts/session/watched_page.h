@@ -20,6 +20,8 @@ struct PageWatch {
   std::function<void()> on_handled;
   /// The page is about to apply.
   std::function<void(IDialog& dialog)> on_apply;
+  /// The page has applied: what it staged is recorded, and not written yet.
+  std::function<void()> on_applied;
   /// The dialog goes.
   std::function<void()> on_gone;
 };
@@ -65,6 +67,7 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     if (notification != PageNotification::kApply) return page.OnPageNotification(notification);
     if (dialog_ != nullptr) watch_.on_apply(*dialog_);
     const std::int32_t answer = page.OnPageNotification(notification);
+    if (answer == kPageApplied) watch_.on_applied();
     return answer == kPageInvalidStay ? sheets::kPageInvalidShow : answer;
   }
   void OnDestroy() override {

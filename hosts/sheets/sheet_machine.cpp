@@ -71,20 +71,40 @@ bool SheetMachine::ApplyAll() {
 bool SheetMachine::ApplyShownPages() {
   const ScopedFlag applying(is_applying_);
   for (std::size_t page = 0; page < pages_.Count(); ++page) {
-    if (pages_.WasShown(page) && !ApplyPage(page)) return false;
+    if (!pages_.WasShown(page) || ApplyPage(page)) continue;
+    // It took its own mark back or left it; those before it are to be applied again.
+    if (commit) TakeUpUnsavedEdits(page);
+    return false;
   }
-  return true;
+  return !commit || CommitAll();
 }
 
 bool SheetMachine::ApplyPage(std::size_t page) {
   const std::int32_t answer = pages_.Tell(page, PageNotification::kApply);
-  if (answer == kPageApplied && (!commit || commit(page))) {
-    marks_[page].has_unsaved_edits = false;
+  if (answer == kPageApplied) {
+    if (!commit) marks_[page].has_unsaved_edits = false;
     return true;
   }
-  if (answer == kPageApplied) SetModified(page, true);
-  if (answer == kPageApplied || answer == kPageInvalidShow) pages_.Show(page);
+  if (answer == kPageInvalidShow) pages_.Show(page);
   return false;
+}
+
+bool SheetMachine::CommitAll() {
+  const std::optional<std::size_t> left = commit();
+  if (!left) {
+    for (Marks& marks : marks_) marks.has_unsaved_edits = false;
+    return true;
+  }
+  TakeUpUnsavedEdits(marks_.size());
+  SetModified(*left, true);
+  pages_.Show(*left);
+  return false;
+}
+
+void SheetMachine::TakeUpUnsavedEdits(std::size_t end) {
+  for (std::size_t page = 0; page < end; ++page) {
+    if (marks_[page].has_unsaved_edits) marks_[page].is_modified = true;
+  }
 }
 
 bool SheetMachine::Apply() {

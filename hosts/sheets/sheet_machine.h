@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,19 +56,21 @@ class SheetMachine {
   [[nodiscard]] bool HasUnsavedEdits() const;
 
   /// The page that shows is asked whether it may be left; then every page that was shown applies,
-  /// in order. The first that does not ends the round: it is shown if it wants to be, and the pages
-  /// before it have applied theirs. After a round without failure no page has changes, and the page
-  /// that shows is told that it is active again.
+  /// in order. The first that does not ends the round: it is shown if it wants to be. The pages
+  /// before it have applied theirs or, where there is a `commit`, have it before them still. After
+  /// a round without failure no page has changes, and the page that shows is told that it is active
+  /// again.
   bool Apply();
   /// Applies, changed or not, and closes the sheet when every page has applied.
   bool Ok();
   /// Closes the sheet and tells every page that was shown; the page that shows may prevent it.
   bool Cancel();
 
-  /// Asked right after a page has applied: brings what the page wrote to where it belongs. False:
-  /// the page counts as not applied, is shown, has changes again, and the round is over. May be
-  /// none.
-  std::function<bool(std::size_t page)> commit;
+  /// Asked once in a round, when every page that was shown has applied: brings what the pages wrote
+  /// to where it belongs. A page, where not everything could be: it is shown, it and the others
+  /// with edits count as not applied, and the round has failed. May be none: the pages have written
+  /// themselves.
+  std::function<std::optional<std::size_t>()> commit;
   /// Asked before Cancel loses unsaved edits; false: the sheet stays. May be none: nobody minds.
   std::function<bool()> may_discard;
   /// Told after every round that wrote something, or may have: also one that failed half way. May
@@ -89,6 +92,11 @@ class SheetMachine {
   [[nodiscard]] bool ApplyAll();
   [[nodiscard]] bool ApplyShownPages();
   [[nodiscard]] bool ApplyPage(std::size_t page);
+  /// Whether what the pages wrote is where it belongs.
+  [[nodiscard]] bool CommitAll();
+  /// Edits that the pages before `end` have given away and that have not come through are changes
+  /// again.
+  void TakeUpUnsavedEdits(std::size_t end);
 
   IPageView& view_;
   SheetPages pages_;

@@ -31,8 +31,9 @@ class GuardedSheet {
     for (std::size_t i = 0; i < names.size(); ++i) {
       EXPECT_TRUE(browser.ReadObject(names[i], objects[i]).Ok()) << names[i];
     }
-    EXPECT_EQ(tabs_.Open(objects, {}, sheet_.PageTaker()), "");
-    sheet_.machine().commit = [this](std::size_t page) { return tabs_.Commit(page); };
+    const session::TabsOpening opening = tabs_.Open(objects, {}, sheet_.PageTaker());
+    EXPECT_EQ(opening.reason + opening.missing, "");
+    sheet_.machine().commit = [this] { return tabs_.Commit(); };
     sheet_.Show();
   }
 

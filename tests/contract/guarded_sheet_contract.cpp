@@ -297,6 +297,9 @@ TEST_P(GuardedSheetContract, AnObjectThatIsGoneIsToldAndCanBeCancelled) {
 TEST_P(GuardedSheetContract, AFailedReadingIsToldWithTheDirectorysWordsAndCanBeTriedAgain) {
   FaultStore store(First());
   GuardedSheet sheet(store, {User()});
+  // It was read when the sheet was opened; after a change it is read anew.
+  sheet.Type(IDC_QUOTA_HARD, "550");
+  EXPECT_TRUE(sheet.sheet().Apply());
   sheet.Type(IDC_QUOTA_HARD, "600");
   store.FailReading({52, "asleep"});
   EXPECT_FALSE(sheet.sheet().Ok());

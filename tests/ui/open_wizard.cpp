@@ -36,8 +36,9 @@ Widget& FieldOf(const QWidget& window, const char* name) {
 OpenWizard::OpenWizard(session::DirectorySession& session, const resources::ResourceFile& module,
                        const char* kind, const session::DirectoryObject& container)
     : platform_(session.service, message_box_, choosers_, module),
-      result_(console::MakeNewObjectWizard(KindOf(kind), container, session, platform_.platform(),
-                                           module, nullptr)) {
+      result_(console::MakeNewObjectWizard(
+          KindOf(kind), container, {.store = *session.store, .specifiers = session.specifiers},
+          platform_.platform(), module, nullptr)) {
   if (!result_.wizard) throw std::runtime_error(ToUtf8(result_.error));
   wizard().show();
   wizard().activateWindow();

@@ -11,6 +11,7 @@
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/new_object/make_new_object_wizard.h"
 #include "hosts/console/program/console_platform.h"
+#include "hosts/session/directory_session.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/support/fake_choosers.h"
 

@@ -86,7 +86,7 @@ class TwoPageSheet : public ConsoleTest {
 
 TEST_F(TwoPageSheet, ThePageWhoseChangesCouldNotBeWrittenIsShown) {
   first.dialog().SetPageModified(true);
-  sheet().machine().commit = [](std::size_t page) { return page != 0; };
+  sheet().machine().commit = [] { return std::optional<std::size_t>(0); };
   sheet().accept();
   EXPECT_TRUE(sheet().isVisible());
   EXPECT_EQ(sheet().CurrentPage(), 0U);
@@ -94,7 +94,7 @@ TEST_F(TwoPageSheet, ThePageWhoseChangesCouldNotBeWrittenIsShown) {
   EXPECT_TRUE(sheet().HasUnsavedEdits());
   EXPECT_TRUE(sheet().ApplyButton().isEnabled());
   EXPECT_THAT(first.told, ElementsAre(PageNotification::kApply));
-  EXPECT_THAT(second.told, ElementsAre(PageNotification::kKillActive));
+  EXPECT_THAT(second.told, ElementsAre(PageNotification::kKillActive, PageNotification::kApply));
 }
 
 TEST_F(TwoPageSheet, PagesThatAppliedBeforeAFailureHaveNothingLeftToLose) {

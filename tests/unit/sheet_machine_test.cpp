@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <set>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -70,14 +70,14 @@ class SheetMachineTest : public testing::Test {
     EXPECT_TRUE(sheet.AddPage(std::make_unique<Page>(second)));
     sheet.Show();
     EXPECT_TRUE(sheet.SelectPage(1));
-    sheet.machine().commit = [this](std::size_t page) {
-      log.push_back("commit " + std::to_string(page));
-      return !failing.contains(page);
+    sheet.machine().commit = [this] {
+      log.push_back("commit");
+      return failing;
     };
   }
 
   std::vector<std::string> log;
-  std::set<std::size_t> failing;
+  std::optional<std::size_t> failing;
   PageController first{log, "first"};
   PageController second{log, "second"};
   resources::ResourceFile templates =
@@ -85,35 +85,44 @@ class SheetMachineTest : public testing::Test {
   HeadlessPropertySheet sheet{templates};
 };
 
-TEST_F(SheetMachineTest, WhatAPageWroteIsCommittedBeforeTheNextPageApplies) {
+TEST_F(SheetMachineTest, WhatThePagesWroteIsCommittedWhenAllHaveApplied) {
   EXPECT_TRUE(sheet.Ok());
-  EXPECT_THAT(log, ElementsAre("apply first", "commit 0", "apply second", "commit 1"));
+  EXPECT_THAT(log, ElementsAre("apply first", "apply second", "commit"));
 }
 
 TEST_F(SheetMachineTest, APageWhoseCommitFailsIsShownAndHasChangesAgain) {
-  failing = {0};
+  failing = 0;
   first.Edit();
   EXPECT_FALSE(sheet.Apply());
-  EXPECT_THAT(log, ElementsAre("apply first", "commit 0"));
+  EXPECT_THAT(log, ElementsAre("apply first", "apply second", "commit"));
   EXPECT_EQ(sheet.CurrentPage(), 0U);
   EXPECT_TRUE(sheet.IsApplyEnabled());
   EXPECT_TRUE(sheet.machine().HasUnsavedEdits());
   log.clear();
-  failing.clear();
+  failing.reset();
   EXPECT_TRUE(sheet.Apply());
-  EXPECT_THAT(log, ElementsAre("apply first", "commit 0", "apply second", "commit 1"));
+  EXPECT_THAT(log, ElementsAre("apply first", "apply second", "commit"));
   EXPECT_FALSE(sheet.IsApplyEnabled());
   EXPECT_FALSE(sheet.machine().HasUnsavedEdits());
 }
 
 TEST_F(SheetMachineTest, OkDoesNotCloseOverACommitThatFails) {
-  failing = {1};
+  failing = 1;
   EXPECT_FALSE(sheet.Ok());
   EXPECT_TRUE(sheet.IsOpen());
   EXPECT_TRUE(sheet.machine().HasUnsavedEdits());
   EXPECT_FALSE(sheet.Ok());
-  failing.clear();
+  failing.reset();
   EXPECT_TRUE(sheet.Ok());
+}
+
+TEST_F(SheetMachineTest, APageBeforeOneThatDoesNotApplyHasItsChangesStill) {
+  second.apply_answer = kPageInvalidStay;
+  first.Edit();
+  EXPECT_FALSE(sheet.Ok());
+  EXPECT_THAT(log, ElementsAre("apply first", "apply second"));
+  EXPECT_TRUE(sheet.IsApplyEnabled());
+  EXPECT_TRUE(sheet.machine().HasUnsavedEdits());
 }
 
 TEST_F(SheetMachineTest, APageThatDoesNotApplyIsNotCommitted) {

@@ -10,11 +10,11 @@ namespace pelora::console {
 
 WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
                                  const session::DirectoryObject& container,
-                                 session::DirectorySession& session, const Platform& platform,
+                                 WizardDirectory directory, const Platform& platform,
                                  const resources::ResourceFile& module, QWidget* parent) {
   session::NewObject prepared;
   std::string reason =
-      session::PrepareNewObject(kind, container, *session.store, platform, prepared);
+      session::PrepareNewObject(kind, container, directory.store, platform, prepared);
   if (!reason.empty()) return {.wizard = nullptr, .error = ToQString(reason)};
   auto wizard = std::make_unique<QtNewObjectWizard>(
       QtNewObjectWizard::Parts{.module = module,
@@ -27,7 +27,7 @@ WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
   };
   wizard->created_name = std::move(prepared.created_name);
   reason = session::AddWizardComponents(
-      kind, session.specifiers, platform,
+      kind, directory.specifiers, platform,
       [&wizard](Ref<IDsAdminNewObjExt> extension, sheets::WizardRole role) {
         return wizard->AddExtension(std::move(extension), role);
       });

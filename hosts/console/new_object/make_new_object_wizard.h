@@ -4,8 +4,9 @@
 #include <memory>
 
 #include "hosts/console/new_object/new_object_wizard.h"
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/display_specifiers.h"
 #include "hosts/session/directory_browser.h"
-#include "hosts/session/directory_session.h"
 #include "platform/platform.h"
 
 namespace pelora::console {
@@ -16,13 +17,18 @@ struct WizardResult {
   QString error;
 };
 
+/// Where a new object goes.
+struct WizardDirectory {
+  ldap::IDirectoryStore& store;
+  const ldap::DisplaySpecifiers& specifiers;
+};
+
 /// Makes the wizard that makes an object of a kind in a container: with the components that the
 /// directory's display specifiers name. An extension that refuses stays out; a refusing primary one
 /// leaves no wizard. Everything that it is made with outlives the wizard.
 [[nodiscard]] WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
                                                const session::DirectoryObject& container,
-                                               session::DirectorySession& session,
-                                               const Platform& platform,
+                                               WizardDirectory directory, const Platform& platform,
                                                const resources::ResourceFile& module,
                                                QWidget* parent);
 

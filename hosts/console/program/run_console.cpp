@@ -27,15 +27,15 @@ int Fail(const std::string& reason) {
 }
 
 /// The objects of the given names, each once, or a sentence about the first that is not there.
-std::string ReadObjects(const session::DirectorySession& session,
+std::string ReadObjects(ldap::IDirectoryStore& store, const std::string& path,
                         const std::vector<std::string>& names,
                         std::vector<session::DirectoryObject>& objects) {
-  const session::DirectoryBrowser browser(*session.store);
+  const session::DirectoryBrowser browser(store);
   for (const std::string& name : names) {
     session::DirectoryObject object;
     const ldap::StoreStatus status = browser.ReadObject(name, object);
     if (status.code == ldap::kLdapNoSuchObject) {
-      return name + ": there is no such object in " + session.path;
+      return name + ": there is no such object in " + path;
     }
     if (!status.Ok()) return name + ": the object cannot be read: " + status.text;
     const auto is_same = [&](const session::DirectoryObject& known) {
@@ -60,6 +60,7 @@ int WritePropertiesPicture(session::DirectorySession& session,
                                              nullptr);
   if (!made.sheet) return Fail(ToUtf8(made.error));
   if (messages.has_shown()) return kExitFailure;
+  if (!made.missing.isEmpty()) return Fail(ToUtf8(made.missing));
   const QString error = WriteScreenshot(*made.sheet, path);
   return error.isEmpty() ? kExitDone : Fail(ToUtf8(error));
 }
@@ -79,7 +80,7 @@ int WriteWindowPicture(std::unique_ptr<session::DirectorySession> session,
 /// Shows the objects' properties, once their directory is shown.
 void OpenNamed(MainWindow& window, const std::vector<std::string>& names) {
   std::vector<session::DirectoryObject> objects;
-  const std::string error = ReadObjects(*window.session(), names, objects);
+  const std::string error = ReadObjects(*window.store(), window.session()->path, names, objects);
   if (!error.empty()) {
     window.ReportLater(QStringLiteral("The properties cannot be shown."), ToQString(error));
   } else if (!objects.empty()) {
@@ -126,7 +127,8 @@ int Run(const CommandLine& line, const resources::ResourceFile& module) {
 
   std::vector<session::DirectoryObject> objects;
   if (opened.session) {
-    const std::string error = ReadObjects(*opened.session, line.open, objects);
+    const std::string error =
+        ReadObjects(*opened.session->store, opened.session->path, line.open, objects);
     if (!error.empty()) return Fail(error);
     const ldap::DisplaySpecifiers& specifiers = opened.session->specifiers;
     if (!objects.empty() && session::TabsOf(objects, specifiers).empty()) {

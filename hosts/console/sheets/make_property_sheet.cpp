@@ -23,7 +23,8 @@ struct SheetParts {
         tabs({.store = surroundings.store,
               .platform = platform,
               .templates = surroundings.templates,
-              .between = std::move(surroundings.between)}) {}
+              .between = std::move(surroundings.between),
+              .errands = surroundings.errands}) {}
 
   CheckedDialogs dialogs;
   Platform platform;
@@ -54,7 +55,7 @@ SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selectio
   const auto parts = std::make_shared<SheetParts>(std::move(surroundings));
   // They go with the sheet's machine, after its pages, and with its fields.
   const std::shared_ptr<session::GuardedTabs> tabs(parts, &parts->tabs);
-  sheet->machine().commit = [tabs](std::size_t page) { return tabs->Commit(page); };
+  sheet->machine().commit = [tabs] { return tabs->Commit(); };
   auto* const fields = new SheetFields(*sheet, tabs, opener);
   fields->show_object = show_object;
   parts->dialogs.questions = fields->questions();
@@ -63,12 +64,20 @@ SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selectio
   parts->dialogs.field_of = [&tabs = *tabs, &sheet = *sheet](DialogId dialog) {
     return FieldTypedIn(tabs, sheet.PageCount(), dialog);
   };
-  const std::string reason = tabs->Open(
+  const session::TabsOpening opening = tabs->Open(
       selection, specifiers,
       [&sheet](std::unique_ptr<PropSheetPage> page) { return sheet->AddPage(std::move(page)); });
-  if (!reason.empty()) return {.sheet = nullptr, .error = ToQString(reason)};
+  if (!opening.reason.empty()) {
+    return {.sheet = nullptr,
+            .error = ToQString(opening.reason),
+            .missing = {},
+            .is_stopped = opening.is_stopped};
+  }
   sheet->Start();
-  return {.sheet = std::move(sheet), .error = {}, .fields = fields};
+  return {.sheet = std::move(sheet),
+          .error = {},
+          .missing = ToQString(opening.missing),
+          .fields = fields};
 }
 
 }  // namespace pelora::console

@@ -16,6 +16,10 @@ namespace pelora::console {
 struct SheetResult {
   std::unique_ptr<QtPropertySheet> sheet;
   QString error;
+  /// What the sheet lacks, and why; empty when it is whole.
+  QString missing;
+  /// There is none since it was stopped.
+  bool is_stopped = false;
   /// Belongs to the sheet.
   SheetFields* fields = nullptr;
 };

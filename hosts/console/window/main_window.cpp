@@ -111,7 +111,8 @@ void MainWindow::ShowOpened() {
 }
 
 bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) {
-  const session::DirectoryBrowser browser(*session->store);
+  auto store = std::make_unique<session::BesideStore>(*session->store, errands_);
+  const session::DirectoryBrowser browser(*store);
   session::DirectoryObject base;
   if (const ldap::StoreStatus status = browser.ReadBase(base); !status.Ok()) {
     ReportLater(QStringLiteral("The directory cannot be read."), ToQString(status.text));
@@ -120,8 +121,10 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   // Only now: a directory that cannot be read costs nobody his open sheets.
   if (!sheets_.CloseAll()) return false;
   platform_.reset();
-  choosers_.emplace(*session->store, session->open_another);
-  platform_.emplace(session->service, message_box_, *choosers_, module_);
+  choosers_.emplace(*store, session->open_another);
+  service_.emplace(*store);
+  platform_.emplace(*service_, message_box_, *choosers_, module_);
+  store_ = std::move(store);
   session_ = std::move(session);
   const QString path = ToQString(session_->path);
   const QString name = session_->is_file ? QFileInfo(path).fileName() : path;
@@ -152,14 +155,19 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   if (sheets_.Raise(key)) return;
   SheetResult made = MakePropertySheet(
       selection, session_->specifiers,
-      {.store = *session_->store,
+      {.store = *store_,
        .platform = platform_->platform(),
        .templates = module_,
+       .errands = &errands_,
        .open_another = session_->open_another},
       this,
       [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
+  if (made.is_stopped) return;
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
+  }
+  if (!made.missing.isEmpty()) {
+    ReportLater(QStringLiteral("Not all properties can be shown."), made.missing);
   }
   made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
   sheets_.Show(std::move(made.sheet), key);
@@ -169,9 +177,10 @@ void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& fr
   if (!from.isModal()) return ShowProperties(std::span(&object, 1));
   // Nothing beside a modal window can be used: over it, the sheet is waited for.
   const SheetResult made = MakePropertySheet(std::span(&object, 1), session_->specifiers,
-                                             {.store = *session_->store,
+                                             {.store = *store_,
                                               .platform = platform_->platform(),
                                               .templates = module_,
+                                              .errands = &errands_,
                                               .open_another = session_->open_another},
                                              &from);
   if (!made.sheet) {
@@ -253,6 +262,9 @@ void MainWindow::ReportLater(const QString& text, const QString& reason) {
   QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
 }
 
-void MainWindow::closeEvent(QCloseEvent* event) { event->setAccepted(sheets_.CloseAll()); }
+void MainWindow::closeEvent(QCloseEvent* event) {
+  // Whoever waits needs all of this.
+  event->setAccepted(!errands_.IsRunning() && sheets_.CloseAll());
+}
 
 }  // namespace pelora::console

@@ -10,11 +10,14 @@
 
 #include "hosts/console/choosers/qt_choosers.h"
 #include "hosts/console/dialogs/message_box.h"
+#include "hosts/console/errands/qt_errands.h"
 #include "hosts/console/program/console_platform.h"
 #include "hosts/console/reading/session_opening.h"
 #include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/sheets/sheet_windows.h"
 #include "hosts/console/window/directory_pane.h"
+#include "hosts/ldap/store_directory_service.h"
+#include "hosts/session/beside_store.h"
 #include "hosts/session/directory_session.h"
 #include "hosts/session/new_object_kind.h"
 
@@ -62,6 +65,9 @@ class MainWindow final : public QMainWindow {
   [[nodiscard]] const SheetWindows& sheets() const { return sheets_; }
   /// The directory shown; null when there is none.
   [[nodiscard]] const session::DirectorySession* session() const { return session_.get(); }
+  /// The same directory for use on this thread: the window lives on while a server makes up its
+  /// mind. Null when there is none.
+  [[nodiscard]] ldap::IDirectoryStore* store() const { return store_.get(); }
   /// Whether something is being read beside the window.
   [[nodiscard]] bool IsReading() const { return pane_->IsReading(); }
   /// Shows a failure as soon as the program waits for events again; one that is being shown already
@@ -92,7 +98,11 @@ class MainWindow final : public QMainWindow {
 
   const resources::ResourceFile& module_;
   QtMessageBox message_box_;
+  QtErrands errands_;
   std::unique_ptr<session::DirectorySession> session_;
+  /// The session's directory for the window's thread, which is not to wait.
+  std::unique_ptr<session::BesideStore> store_;
+  std::optional<ldap::StoreDirectoryService> service_;
   std::optional<QtChoosers> choosers_;
   std::optional<ConsolePlatform> platform_;
   SheetWindows sheets_;

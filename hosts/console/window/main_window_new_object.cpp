@@ -29,7 +29,8 @@ void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
   const session::DirectoryObject* container = pane_->Container();
   if (!session_ || container == nullptr) return;
   WizardResult made =
-      MakeNewObjectWizard(kind, *container, *session_, platform_->platform(), module_, this);
+      MakeNewObjectWizard(kind, *container, {.store = *store_, .specifiers = session_->specifiers},
+                          platform_->platform(), module_, this);
   if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
   const bool is_made = made.wizard->exec() == QDialog::Accepted;
   if (is_made) ShowNewObject(kind, made.wizard->created_name());

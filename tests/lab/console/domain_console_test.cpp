@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 #include <chrono>
 
@@ -122,6 +123,32 @@ TEST_F(DomainConsole, FindsAServerOfTheTicketsDomain) {
   Connect({});
   EXPECT_EQ(ToUtf8(window().windowTitle()), lab::Server() + " - Pelora Console");
   EXPECT_THAT(Names(), Contains("Linden"));
+}
+
+TEST_F(DomainConsole, AServerThatFallsAsleepHoldsUpNobody) {
+  Connect();
+  DoubleClick("Linden");
+  lab::RunningServer server;
+  server.Pause();
+  int turns = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&turns] { ++turns; });
+  timer.start(1);
+  modal_scripts().Add([&turns](QWidget& waiting) {
+    EXPECT_EQ(waiting.objectName(), QStringLiteral("errand"));
+    const int before = turns;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return turns > before + 50; }, kPatience));
+    QTest::keyClick(&waiting, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !waiting.isVisible(); }, kPatience));
+  });
+  const auto begin = std::chrono::steady_clock::now();
+  DoubleClick("Ada Brandt");
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, kAtOnce);
+  EXPECT_THAT(Sheets(), IsEmpty());
+  server.Resume();
+  DoubleClick("Ada Brandt");
+  ASSERT_EQ(Sheets().size(), 1);
+  EXPECT_EQ(Sheets().front()->PageCount(), 2U);
 }
 
 TEST_F(DomainConsole, AUserIsChangedAndNothingElse) {

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <mutex>
+#include <span>
+#include <stop_token>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/ldap_status.h"
+
+namespace pelora::testing {
+
+/// Forwards to another store, which outlives it, as a server does that is far away or asleep. Its
+/// switches may be used on any thread.
+class StallingStore final : public ldap::IDirectoryStore {
+ public:
+  explicit StallingStore(ldap::IDirectoryStore& target) : target_(target) {}
+
+  /// Requests wait from now on, until they are let go or stopped.
+  void Stall() { is_stalled_ = true; }
+  void LetGo() { is_stalled_ = false; }
+  /// Each request takes so long from now on.
+  void Slow(std::chrono::milliseconds pause) { pause_ = pause.count(); }
+  /// Reading answers this from now on; success: no longer.
+  void FailReading(ldap::StoreStatus status) { reading_ = std::move(status); }
+  /// Requests that wait or have waited.
+  [[nodiscard]] int asked() const { return asked_; }
+  /// On which threads it was asked.
+  [[nodiscard]] bool WasAskedBy(std::thread::id thread) const {
+    const std::lock_guard lock(mutex_);
+    return std::find(threads_.begin(), threads_.end(), thread) != threads_.end();
+  }
+
+  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
+  ldap::StoreStatus ReadRoot(ldap::Entry& root) override {
+    return Read([&] { return target_.ReadRoot(root); });
+  }
+  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                         ldap::Entry& entry) override {
+    return Read([&] { return target_.Read(dn, attributes, entry); });
+  }
+  ldap::StoreStatus ReadMany(std::span<const std::string> dns,
+                             std::span<const std::string> attributes,
+                             const ldap::ReadSink& sink) override {
+    return Read([&] { return target_.ReadMany(dns, attributes, sink); });
+  }
+  ldap::StoreStatus Search(const ldap::SearchRequest& request,
+                           const ldap::EntrySink& sink) override {
+    return Read([&] { return target_.Search(request, sink); });
+  }
+  ldap::StoreStatus Modify(const std::string& dn,
+                           std::span<const ldap::Modification> modifications) override {
+    return Write([&] { return target_.Modify(dn, modifications); });
+  }
+  ldap::StoreStatus ModifyStrictly(const std::string& dn,
+                                   std::span<const ldap::Modification> modifications) override {
+    return Write([&] { return target_.ModifyStrictly(dn, modifications); });
+  }
+  ldap::StoreStatus Add(const ldap::Entry& entry) override {
+    return Write([&] { return target_.Add(entry); });
+  }
+  ldap::StoreStatus Delete(const ldap::Entry& made) override {
+    return Write([&] { return target_.Delete(made); });
+  }
+  void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
+  void StopOn(const std::stop_token& stop) override { stop_ = stop; }
+  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
+
+ private:
+  ldap::StoreStatus Read(const std::function<ldap::StoreStatus()>& pass) {
+    ldap::StoreStatus status = Wait(ldap::kLdapUserCancelled);
+    if (status.Ok()) status = reading_;
+    return status.Ok() ? pass() : status;
+  }
+  ldap::StoreStatus Write(const std::function<ldap::StoreStatus()>& pass) {
+    ldap::StoreStatus status = Wait(ldap::kLdapTimeout);
+    return status.Ok() ? pass() : status;
+  }
+  ldap::StoreStatus Wait(int when_stopped) {
+    {
+      const std::lock_guard lock(mutex_);
+      threads_.push_back(std::this_thread::get_id());
+    }
+    ++asked_;
+    std::this_thread::sleep_for(std::chrono::milliseconds(pause_));
+    while (is_stalled_) {
+      if (stop_.stop_requested()) return {when_stopped, "the request was stopped"};
+      std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return {};
+  }
+
+  ldap::IDirectoryStore& target_;
+  std::atomic<bool> is_stalled_ = false;
+  std::atomic<long> pause_ = 0;
+  std::atomic<int> asked_ = 0;
+  ldap::StoreStatus reading_;
+  std::stop_token stop_;
+  mutable std::mutex mutex_;
+  std::vector<std::thread::id> threads_;
+};
+
+}  // namespace pelora::testing
