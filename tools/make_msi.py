@@ -4,11 +4,15 @@
 
 The same module, registration and time (tools/source_date.sh) give the same bytes: the package's identifier is
 made from its content, the product's from its version.
+
+The environment variable PELORA_SIGN holds the command that signs a file, which is its last argument; it is run for
+the module, before that is packed, and for the finished installer.
 """
 import argparse
 import hashlib
 import os
 import pathlib
+import shlex
 import shutil
 import struct
 import subprocess
@@ -44,15 +48,22 @@ def run(command, **options):
         raise Failure(f"{command[0]}: {done.stdout.strip() or done.returncode}")
 
 
+def sign(path):
+    """Has a file signed, where there is somebody who signs."""
+    command = os.environ.get("PELORA_SIGN")
+    if command and subprocess.run([*shlex.split(command), str(path)], check=False).returncode != 0:
+        raise Failure(f"{path.name} could not be signed")
+
+
 def identifier(*parts):
     return "{" + str(uuid.uuid5(NAMESPACE, "/".join(parts))).upper() + "}"
 
 
-def content_of(arguments, source_date):
+def content_of(arguments, source_date, files):
     """A checksum of everything that goes into the package."""
     content = hashlib.sha256()
-    for path in (SOURCE, arguments.registration, arguments.module, ICON, LICENCE, pathlib.Path(__file__)):
-        content.update(hashlib.sha256(pathlib.Path(path).read_bytes()).digest())
+    for path in (*files, pathlib.Path(__file__)):
+        content.update(hashlib.sha256(path.read_bytes()).digest())
     for text in (arguments.version, arguments.homepage, arguments.contact, str(source_date)):
         content.update(hashlib.sha256(text.encode()).digest())
     return content.hexdigest()
@@ -86,12 +97,16 @@ def settle_summary(path, package_code, source_date):
 
 def make(arguments, source_date, folder):
     """Makes the package in an empty folder, and gives its path."""
-    package_code = identifier("package", content_of(arguments, source_date))
+    files = []
     for source, name in ((SOURCE, "pelora.wxs"), (arguments.registration, "registration.wxi"),
                          (arguments.module, "PeloraADS.DLL"), (ICON, "object.ico"), (LICENCE, "LICENSE.txt")):
         shutil.copyfile(source, folder / name)
+        files.append(folder / name)
+    sign(folder / "PeloraADS.DLL")
+    for path in files:
         # The cabinet holds the files with their times.
-        os.utime(folder / name, (source_date, source_date))
+        os.utime(path, (source_date, source_date))
+    package_code = identifier("package", content_of(arguments, source_date, files))
     values = {
         "ProductCode": identifier("product", arguments.version),
         "Version": arguments.version,
@@ -112,6 +127,7 @@ def make(arguments, source_date, folder):
          "-q", "DELETE FROM MsiFileHash WHERE File_ = 'PeloraADS.DLL'",
          "-q", "UPDATE Feature SET Attributes = 24"], cwd=folder, env=environment)
     settle_summary(package, package_code, source_date)
+    sign(package)
     return package
 
 

@@ -9,11 +9,11 @@
 #include <optional>
 #include <utility>
 
-#include "directory/attribute_catalogue.h"
 #include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/fields/page_foot.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/typed/address_owner.h"
+#include "hosts/session/typed/field_roles.h"
 #include "hosts/session/typed/typed_address.h"
 
 namespace pelora::console {
@@ -25,11 +25,6 @@ using session::Verdict;
 
 /// After so long without a key the directory is asked.
 constexpr std::chrono::milliseconds kPause{250};
-
-bool IsAddress(const FieldRow& row) {
-  return row.attributes.front() == CatalogueEntry("mail").name ||
-         row.attributes.front() == CatalogueEntry("otherMailbox").name;
-}
 
 /// Stands between a dialog and its controller, and looks at what is typed.
 class CheckedDialog final : public IDialogController {
@@ -139,7 +134,8 @@ class CheckedDialog final : public IDialogController {
 
 std::int32_t CheckedDialogs::Run(DialogId dialog, IDialog* owner, IDialogController& controller) {
   const FieldRow* const field = field_of ? field_of(dialog) : nullptr;
-  if (field == nullptr || !IsAddress(*field)) return inner_.Run(dialog, owner, controller);
+  if (field == nullptr || !session::HoldsAddresses(*field))
+    return inner_.Run(dialog, owner, controller);
   CheckedDialog checked(controller, field->typed_in.text, *this);
   return inner_.Run(dialog, owner, checked);
 }

@@ -5,20 +5,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "directory/attribute_catalogue.h"
 #include "hosts/console/fields/query_preview.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/typed/default_quota.h"
+#include "hosts/session/typed/field_roles.h"
 #include "hosts/session/typed/known_server.h"
 
 namespace pelora::console {
 namespace {
-
-constexpr std::string_view kQuery = CatalogueEntry("peloraFilter").name;
-constexpr std::string_view kBase = CatalogueEntry("peloraBase").name;
-constexpr std::string_view kOwnQuota = CatalogueEntry("peloraQuotaOverride").name;
-/// Only users have it: they are whom a company gives its default.
-constexpr std::string_view kHomeServer = CatalogueEntry("peloraUserServer").name;
 
 FootNote::Level LevelOf(session::Verdict verdict) {
   switch (verdict) {
@@ -135,7 +129,8 @@ void SheetFields::AddOffer(FootNote& note, PageCare& page, std::size_t field) {
       ShowNote();
     };
   }
-  const bool is_query = row.attributes.front() == kQuery && !page.TextOf(field).empty();
+  const bool is_query =
+      row.attributes.front() == session::kQueryField && !page.TextOf(field).empty();
   if (!is_query || note.level == FootNote::Level::kWrong || !opener_) return;
   if (note.level == FootNote::Level::kNothing) {
     note.level = FootNote::Level::kHint;
@@ -146,8 +141,9 @@ void SheetFields::AddOffer(FootNote& note, PageCare& page, std::size_t field) {
 }
 
 std::optional<FootNote> SheetFields::QuotaHint(PageCare& page) const {
-  const std::optional<std::size_t> box = page.FindField(kOwnQuota);
-  if (default_quota_.isEmpty() || !box || !page.FindField(kHomeServer)) return std::nullopt;
+  const std::optional<std::size_t> box = page.FindField(session::kOwnQuotaField);
+  if (default_quota_.isEmpty() || !box || !page.FindField(session::kUsersServerField))
+    return std::nullopt;
   const ControlId control = page.fields().touched.Row(*box).control;
   if (page.fields().dialog->Check(control) == CheckState::kChecked) return std::nullopt;
   return FootNote{.level = FootNote::Level::kHint, .text = default_quota_};
@@ -180,7 +176,9 @@ void SheetFields::LookUpServer(std::size_t page, std::size_t field) {
 
 void SheetFields::LookUpDefaultQuota(std::size_t page) {
   PageCare& care = *pages_.at(page);
-  if (has_asked_quota_ || !care.FindField(kOwnQuota) || !care.FindField(kHomeServer)) return;
+  if (has_asked_quota_ || !care.FindField(session::kOwnQuotaField) ||
+      !care.FindField(session::kUsersServerField))
+    return;
   has_asked_quota_ = true;
   // Several users may be of several companies.
   if (care.fields().selection.size() != 1) return;
@@ -195,7 +193,7 @@ void SheetFields::LookUpDefaultQuota(std::size_t page) {
 }
 
 void SheetFields::FindObjects(PageCare& page, std::size_t field) {
-  const std::optional<std::size_t> base = page.FindField(kBase);
+  const std::optional<std::size_t> base = page.FindField(session::kQueryBaseField);
   auto* const preview = new QueryPreview(
       {.filter = page.TextOf(field), .base = base ? page.TextOf(*base) : std::string()}, opener_,
       &sheet_);

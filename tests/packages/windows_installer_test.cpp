@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: Apache-2.0
+// The Windows installer as a file: what is written in it, and that it is made anew byte for byte.
+// What it does is tried by windows_installer_test, under Wine.
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "tests/handbook/shell.h"
+#include "tests/support/temporary_folder.h"
+
+namespace pelora::test {
+namespace {
+
+using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class WindowsInstallerTest : public ::testing::Test {
+ protected:
+  void SetUp() override { std::ofstream(folder_.File("module")) << "stands in for the module"; }
+
+  ShellResult Run(const std::string& script) {
+    return RunShell("source='" + Environment("PELORA_SOURCE_DIR") + "'\nregistration='" +
+                        Environment("PELORA_BUILD_DIR") + "/packages/registration.wxi'\n" +
+                        "export SOURCE_DATE_EPOCH=1700000000 LC_ALL=C.UTF-8\n" + script,
+                    folder_.path().string());
+  }
+  std::string OutputOf(const std::string& script) {
+    const ShellResult result = Run(script);
+    EXPECT_EQ(result.exit_code, 0) << script << "\n" << result.output;
+    return result.output;
+  }
+  void Make(const std::string& package, const std::string& options = {}) {
+    EXPECT_EQ(OutputOf("\"$source/tools/make_msi.py\" \"$registration\" module " + package + " " +
+                       options),
+              "");
+  }
+  /// The lines of a table, as text with tabulators.
+  std::string Table(const std::string& name) { return OutputOf("msiinfo export made.msi " + name); }
+
+  const pelora::testing::TemporaryFolder folder_;
+};
+
+TEST_F(WindowsInstallerTest, IsTheSameBytesWheneverItIsMade) {
+  Make("made.msi");
+  OutputOf(
+      "sleep 2.1; mkdir other; cp module other/module; cd other; TZ=Asia/Tokyo "
+      "\"$source/tools/make_msi.py\" \"$registration\" module ../again.msi");
+  EXPECT_EQ(OutputOf("cmp made.msi again.msi"), "");
+}
+
+TEST_F(WindowsInstallerTest, IsKnownByItsContentAndItsProductByItsVersion) {
+  const std::string revision = "msiinfo suminfo made.msi | grep Revision; ";
+  const std::string product = "msiinfo export made.msi Property | grep -E '^(Product|Upgrade)Code'";
+  Make("made.msi");
+  const std::string first_revision = OutputOf(revision);
+  const std::string first_product = OutputOf(product);
+  OutputOf("echo more >> module");
+  Make("made.msi");
+  EXPECT_NE(OutputOf(revision), first_revision);
+  EXPECT_EQ(OutputOf(product), first_product);
+  Make("made.msi", "--version 7.8.9");
+  const std::string next = OutputOf(product);
+  const auto line = [](const std::string& text, const std::string& name) {
+    const std::size_t begin = text.find(name);
+    return text.substr(begin, text.find('\n', begin) - begin);
+  };
+  EXPECT_NE(line(next, "ProductCode"), line(first_product, "ProductCode"));
+  EXPECT_EQ(line(next, "UpgradeCode"), line(first_product, "UpgradeCode"));
+  EXPECT_THAT(Table("File"), ContainsRegex("PeloraADS.DLL\t[0-9]+\t7.8.9.0\t0"));
+}
+
+TEST_F(WindowsInstallerTest, RunsNoProgramAndLeavesRegistrationToTheSystem) {
+  Make("made.msi");
+  EXPECT_THAT(OutputOf("msiinfo tables made.msi"),
+              AllOf(HasSubstr("Registry\n"), Not(HasSubstr("SelfReg")), Not(HasSubstr("TypeLib"))));
+  std::istringstream actions(Table("CustomAction"));
+  std::string line;
+  for (int heading = 0; heading < 3; ++heading) std::getline(actions, line);
+  std::getline(actions, line);
+  EXPECT_THAT(line, HasSubstr("NoRestartWhenSilent\t51\tREBOOT\tReallySuppress")) << "sets a value";
+  EXPECT_FALSE(std::getline(actions, line)) << line;
+  EXPECT_THAT(Table("InstallExecuteSequence"),
+              AllOf(HasSubstr("NoRestartWhenSilent\tUILevel=2\t"), HasSubstr("WriteRegistryValues"),
+                    HasSubstr("RemoveRegistryValues"), HasSubstr("RemoveExistingProducts")));
+}
+
+TEST_F(WindowsInstallerTest, HoldsEveryEntryOfTheRegistration) {
+  Make("made.msi");
+  const std::string rows = OutputOf("grep -c '<RegistryValue ' \"$registration\"");
+  EXPECT_EQ(OutputOf("msiinfo export made.msi Registry | tail -n +4 | wc -l"), rows);
+  EXPECT_GT(std::stoi(rows), 200);
+  EXPECT_THAT(Table("Registry"), HasSubstr("[#PeloraADS.DLL]"));
+}
+
+TEST_F(WindowsInstallerTest, CanBeUnpackedForGroupPolicy) {
+  Make("made.msi");
+  EXPECT_THAT(Table("AdminExecuteSequence"),
+              AllOf(HasSubstr("InstallAdminPackage"), HasSubstr("InstallFiles")));
+  OutputOf("msiextract -C unpacked made.msi");
+  EXPECT_EQ(OutputOf("cmp module \"$(find unpacked -name PeloraADS.DLL)\""), "");
+}
+
+TEST_F(WindowsInstallerTest, IsNotMadeWhenItsCompilerWarns) {
+  const ShellResult made =
+      Run("mkdir -p copy/src/resources\n"
+          "cp -r \"$source\"/{tools,packages,LICENSE,CMakeLists.txt} copy/\n"
+          "cp \"$source\"/src/resources/object.ico copy/src/resources/\n"
+          "copy/tools/make_msi.py \"$registration\" module good.msi\n"
+          "sed -i 's/<Icon Id/<Icon Unheard=\"of\" Id/' copy/packages/windows/pelora.wxs\n"
+          "copy/tools/make_msi.py \"$registration\" module bad.msi");
+  EXPECT_EQ(made.exit_code, 1);
+  EXPECT_THAT(made.output, HasSubstr("Unheard"));
+  EXPECT_EQ(OutputOf("ls *.msi"), "good.msi\n");
+}
+
+TEST_F(WindowsInstallerTest, TheModuleAndTheInstallerAreHandedToWhoSigns) {
+  OutputOf(
+      "printf '#!/bin/sh\\necho signed by \"$1\" >> \"$2\"; basename \"$2\" >> signed\\n' > sign\n"
+      "chmod +x sign; PELORA_SIGN=\"$PWD/sign us\" "
+      "\"$source/tools/make_msi.py\" \"$registration\" module made.msi");
+  EXPECT_EQ(OutputOf("cat signed"), "PeloraADS.DLL\npelora.msi\n");
+  EXPECT_THAT(OutputOf("tail -n 1 made.msi"), HasSubstr("signed by us"));
+  OutputOf("msiextract -C unpacked made.msi");
+  EXPECT_THAT(OutputOf("cat \"$(find unpacked -name PeloraADS.DLL)\""), HasSubstr("signed by us"));
+  EXPECT_NE(Run("PELORA_SIGN=false \"$source/tools/make_msi.py\" \"$registration\" module no.msi")
+                .exit_code,
+            0);
+}
+
+}  // namespace
+}  // namespace pelora::test
