@@ -67,7 +67,7 @@ Result ChangeWriter::Finish(Change change, IChangeLog::NoteId note, StoreStatus 
     if (!IsRefusal(answer)) return NotDone(std::move(change.dn), answer);
     ldap::Entry there;
     if (StoreStatus read = store_.Read(change.dn, NamesOf(change), there); !read.Ok()) {
-      return NotDone(std::move(change.dn), read);
+      return NotRead(std::move(change.dn), read);
     }
     Standing standing = StandingOf(store_.schema(), change, there, lists_);
     if (!standing.conflicts.empty()) {
@@ -127,7 +127,7 @@ std::optional<Result> ChangeWriter::Obstacle(Change& change) {
   const bool is_gone = status.code == ldap::kLdapNoSuchObject;
   if (is_gone && is_add) return std::nullopt;
   if (is_gone && change.kind == Change::Kind::kDelete) return unchanged;
-  if (!status.Ok()) return NotDone(change.dn, status);
+  if (!status.Ok()) return NotRead(change.dn, status);
   if (!is_modify) {
     const StoreStatus kept = CheckKept(store_.schema(), EntryOf(change, &ValueChange::seen), there);
     if (kept.Ok()) return std::nullopt;

@@ -65,4 +65,10 @@ Result NotDone(std::string dn, const ldap::StoreStatus& status) {
           .code = ldap::HresultOfLdap(status.code)};
 }
 
+Result NotRead(std::string dn, const ldap::StoreStatus& status) {
+  Result result = NotDone(std::move(dn), status);
+  result.outcome = Outcome::kFailed;
+  return result;
+}
+
 }  // namespace pelora::changes

@@ -73,5 +73,8 @@ struct Result {
 /// What a request that did not succeed means for the object: unknown when it was sent and not
 /// answered (-5), otherwise failed; with the directory's words and its status.
 [[nodiscard]] Result NotDone(std::string dn, const ldap::StoreStatus& status);
+/// What it means that an object could not be read: failed, whether an answer came or not, since
+/// nothing was sent that changes it.
+[[nodiscard]] Result NotRead(std::string dn, const ldap::StoreStatus& status);
 
 }  // namespace pelora::changes

@@ -2,7 +2,7 @@
 #include "hosts/changes/undo_file.h"
 
 #include <fcntl.h>
-#include <sys/types.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -38,6 +38,14 @@ bool SyncFolderOf(const std::string& path) {
   const std::filesystem::path folder = std::filesystem::absolute(path).parent_path();
   const ldap::FileDescriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   return opened && fsync(opened.get()) == 0;
+}
+
+/// Whether a name is still that of an open file.
+bool IsStillAt(const std::string& path, int file) {
+  struct stat there {};
+  struct stat opened {};
+  return lstat(path.c_str(), &there) == 0 && fstat(file, &opened) == 0 &&
+         there.st_dev == opened.st_dev && there.st_ino == opened.st_ino;
 }
 
 /// The number behind a mark at the beginning of a line.
@@ -78,7 +86,8 @@ UndoFile::UndoFile(std::string path, ldap::FileDescriptor file, const ldap::Sche
     : path_(std::move(path)), file_(std::move(file)), schema_(schema) {}
 
 UndoFile::~UndoFile() {
-  if (next_ == 0) unlink(path_.c_str());
+  // It has to be the one that was made: somebody may have put another into its place.
+  if (next_ == withdrawn_ && IsStillAt(path_, file_.get())) unlink(path_.c_str());
 }
 
 StoreStatus UndoFile::Create(const std::string& path, const ldap::Schema& schema,
@@ -115,6 +124,7 @@ StoreStatus UndoFile::Note(std::span<const Change> changes, NoteId& first) {
 }
 
 void UndoFile::Withdraw(NoteId note) {
+  ++withdrawn_;
   const std::string text = std::string(kWithdrawnMark) + std::to_string(note) + "\n\n";
   // Without the mark, the record's guard keeps it from doing harm.
   if (Append(text).Ok()) {

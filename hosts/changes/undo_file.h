@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -28,7 +29,7 @@ class UndoFile final : public IChangeLog {
   /// system's reason. `schema` outlives it.
   static ldap::StoreStatus Create(const std::string& path, const ldap::Schema& schema,
                                   std::unique_ptr<UndoFile>& file);
-  /// Removes a file in which nothing was ever noted.
+  /// Removes a file that takes nothing back: nothing was noted in it, or all of it withdrawn.
   ~UndoFile() override;
   UndoFile(const UndoFile&) = delete;
   UndoFile& operator=(const UndoFile&) = delete;
@@ -46,6 +47,7 @@ class UndoFile final : public IChangeLog {
   ldap::FileDescriptor file_;
   const ldap::Schema& schema_;
   NoteId next_ = 0;
+  std::size_t withdrawn_ = 0;
   /// Where what was written whole ends.
   std::int64_t end_ = 0;
 };

@@ -3,6 +3,9 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
+
+#include "hosts/ldap/directory_store.h"
 
 namespace pelora::ctl {
 
@@ -34,6 +37,20 @@ class CtlError : public std::runtime_error {
 class WrongUsage : public CtlError {
  public:
   explicit WrongUsage(const std::string& line) : CtlError(kExitWrongUsage, line) {}
+};
+
+/// The directory could not be asked. Where objects are worked on one by one it is that object's
+/// failure.
+class DirectoryFailure : public CtlError {
+ public:
+  explicit DirectoryFailure(ldap::StoreStatus status)
+      : CtlError(kExitNoDirectory, "the directory cannot be searched: " + status.text),
+        status_(std::move(status)) {}
+
+  [[nodiscard]] const ldap::StoreStatus& status() const { return status_; }
+
+ private:
+  ldap::StoreStatus status_;
 };
 
 }  // namespace pelora::ctl

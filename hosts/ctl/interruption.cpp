@@ -17,9 +17,16 @@ sigset_t WatchedSignals() {
   return signals;
 }
 
+/// Whether whoever started the program wants it to take no notice, as a shell does of what it puts
+/// into the background.
+bool IsIgnored(int signal) {
+  struct sigaction action {};
+  return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 }  // namespace
 
-Interruption::Interruption() {
+Interruption::Interruption() : ignores_int_(IsIgnored(SIGINT)), ignores_term_(IsIgnored(SIGTERM)) {
   signal(SIGPIPE, SIG_IGN);
   const sigset_t signals = WatchedSignals();
   pthread_sigmask(SIG_BLOCK, &signals, nullptr);
@@ -37,7 +44,7 @@ void Interruption::Watch() {
   while (true) {
     int signal = 0;
     if (sigwait(&signals, &signal) != 0 || is_over_) return;
-    if (is_ignored_ && signal == SIGINT) continue;
+    if (signal == SIGINT ? ignores_int_ || is_ignored_ : ignores_term_) continue;
     if (!finishes_first_) _exit(kExitInterrupted);
     source_.request_stop();
   }

@@ -8,7 +8,8 @@
 namespace pelora::ctl {
 
 /// Takes SIGINT and SIGTERM for the program. At first they end it at once, with the exit code of an
-/// interruption; once there is something to finish they only ask to stop.
+/// interruption; once there is something to finish they only ask to stop. One that was ignored when
+/// the program was started stays so.
 ///
 /// Made before any other thread, so that the signals reach nobody else. SIGPIPE is ignored: a
 /// closed pipe is an answer to a write.
@@ -31,6 +32,8 @@ class Interruption {
  private:
   void Watch();
 
+  bool ignores_int_;
+  bool ignores_term_;
   std::stop_source source_;
   std::atomic<bool> finishes_first_ = false;
   std::atomic<bool> is_ignored_ = false;

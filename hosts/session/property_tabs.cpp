@@ -4,9 +4,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "server/component_server.h"
-
 namespace pelora::session {
+
 std::vector<Guid> TabsOf(std::span<const DirectoryObject> selection,
                          const ldap::DisplaySpecifiers& specifiers) {
   if (selection.empty()) return {};
@@ -38,10 +37,10 @@ std::string PropertiesTitle(std::span<const DirectoryObject> selection) {
 }
 
 HRESULT OpenTab(const Guid& class_id, const Platform& platform, IDataObject& data_object,
-                const AddTabPage& add_page) {
+                const AddTabPage& add_page, const ComponentMaker& make) {
   Ref<IShellExtInit> extension;
-  const HRESULT created = CreateComponent(class_id, platform, IID_IShellExtInit,
-                                          reinterpret_cast<void**>(extension.Put()));
+  const HRESULT created =
+      make(class_id, platform, IID_IShellExtInit, reinterpret_cast<void**>(extension.Put()));
   if (FAILED(created)) return created;
   if (const HRESULT status = extension->Initialize(&data_object); status != S_OK) return status;
   const Ref<IShellPropSheetExt> pages = Query<IShellPropSheetExt>(*extension);

@@ -11,6 +11,7 @@
 #include "hosts/session/directory_browser.h"
 #include "platform/platform.h"
 #include "platform/shell_extension.h"
+#include "server/component_server.h"
 
 namespace pelora::session {
 
@@ -30,11 +31,16 @@ namespace pelora::session {
 /// Takes a page that a tab's component has added into a sheet; as `AddPropSheetPage`.
 using AddTabPage = std::function<bool(IUnknown& component, std::unique_ptr<PropSheetPage> page)>;
 
+/// Makes a component of the extension, as `CreateComponent` does.
+using ComponentMaker = std::function<HRESULT(const Guid& class_id, const Platform& platform,
+                                             const Guid& iid, void** object)>;
+
 /// Makes the component of a tab, initialises it with a selection and lets it add its pages; the
 /// answer is the status that kept it from doing so. `platform` outlives the pages.
 ///
 /// `data_object` stands for the selection (`MakeSelectionDataObject`); nobody keeps it.
 [[nodiscard]] HRESULT OpenTab(const Guid& class_id, const Platform& platform,
-                              IDataObject& data_object, const AddTabPage& add_page);
+                              IDataObject& data_object, const AddTabPage& add_page,
+                              const ComponentMaker& make = &CreateComponent);
 
 }  // namespace pelora::session

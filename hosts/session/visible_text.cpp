@@ -74,6 +74,21 @@ std::string VisibleText(std::string_view text, std::string_view kept) {
   return visible;
 }
 
+std::string ValidText(std::string_view text) {
+  std::string valid;
+  valid.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t good = FirstInvalidByte(text).value_or(text.size());
+    valid += text.substr(0, good);
+    text.remove_prefix(good);
+    if (text.empty()) break;
+    valid += "\\x";
+    AppendHex(valid, text.front());
+    text.remove_prefix(1);
+  }
+  return valid;
+}
+
 std::string OnOneLine(std::string_view text) {
   std::string line;
   line.reserve(text.size());

@@ -17,6 +17,9 @@ namespace pelora::session {
 /// `\xNN`, byte by byte. What stands in `kept` stays.
 [[nodiscard]] std::string VisibleText(std::string_view text, std::string_view kept = {});
 
+/// `text` in UTF-8, whatever it is: bytes that are none are written `\xNN`.
+[[nodiscard]] std::string ValidText(std::string_view text);
+
 /// `text` on one line of a table with tabs: line breaks and tabs become blanks, CR and LF together
 /// one.
 [[nodiscard]] std::string OnOneLine(std::string_view text);

@@ -8,6 +8,7 @@
 namespace pelora::testing {
 namespace {
 
+using ::testing::AnyOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
@@ -48,6 +49,28 @@ TEST_F(EditTest, TheTextHasLabelsAndOneLineForEachValue) {
   EXPECT_THAT(run.errors, HasSubstr("# Hard limit\npeloraQuotaHard: 5000\n"));
   EXPECT_THAT(run.errors, HasSubstr("otherMailbox: juergen@linden-werke.example\notherMailbox: "));
   EXPECT_THAT(run.output, StartsWith("unchanged\t"));
+}
+
+TEST_F(EditTest, ValuesThatAreNoTextStayAsTheyAreUnlessTheyAreEdited) {
+  const std::string list = std::string("CN=Alle Personen,OU=Adresslisten,") + kUnit;
+  // The bytes 66 FF 66, and a sign that turns the direction of text around.
+  for (const std::string value : {"Zv9m", "ZuKArmY="}) {
+    ASSERT_EQ(RunProgram({"/usr/bin/ldbmodify", "-H", File("company.ldb")}, {{"PATH", "/usr/bin"}},
+                         "dn: " + list + "\nchangetype: modify\nreplace: description\n" +
+                             "description:: " + value + "\n")
+                  .code,
+              0);
+    const std::string stored = Stored(list, "description");
+    for (const char* flip :
+         {"s/^peloraHidden: no/peloraHidden: yes/", "s/^peloraHidden: yes/peloraHidden: no/"}) {
+      const ProgramRun run = Edit("sed -i '" + std::string(flip) + "'", {list});
+      EXPECT_THAT(run.output, StartsWith("changed\t")) << run.errors;
+    }
+    EXPECT_EQ(Stored(list, "description"), stored);
+    const ProgramRun shown = Edit("cat >&2", {list});
+    EXPECT_THAT(shown.errors, AnyOf(HasSubstr("description: f\\xFFf\n"),
+                                    HasSubstr("description:: \"f\\u202ef\"\n")));
+  }
 }
 
 TEST_F(EditTest, AnErrorOpensTheEditorAgainWithTheMessage) {

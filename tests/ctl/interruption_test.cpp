@@ -39,6 +39,9 @@ class StuckProgram {
     given.push_back(nullptr);
     child_ = fork();
     if (child_ == 0) {
+      // Whatever this program was started with.
+      signal(SIGINT, SIG_DFL);
+      signal(SIGTERM, SIG_DFL);
       dup2(ends[1], STDOUT_FILENO);
       const int nothing = open("/dev/null", O_WRONLY);
       dup2(nothing, STDERR_FILENO);
@@ -106,6 +109,26 @@ TEST_F(InterruptionTest, WhatIsUnderWayIsFinishedAndTheRestSkipped) {
     EXPECT_GT(changed, 0U);
     EXPECT_EQ(lines, Ctl({"list", "user", "--all", "--json"}).Lines().size());
   }
+}
+
+TEST_F(InterruptionTest, WhatWasIgnoredBeforeStaysSo) {
+  const ProgramRun run = Shell(
+      "trap '' INT TERM\n"
+      "\"$0\" --directory \"$1\" set --stop --class user peloraHidden=yes >/dev/null &\n"
+      "for round in 1 2 3 4 5 6 7 8; do kill -INT $!; kill -TERM $!; sleep 0.02; done\n"
+      "wait $!");
+  EXPECT_EQ(run.code, 0) << run.errors;
+  EXPECT_THAT(run.errors, HasSubstr(" 0 skipped"));
+}
+
+TEST_F(InterruptionTest, NothingIsPrintedIntoTheDirectoryWhereOutputsAreClosed) {
+  const ProgramRun run = Shell(
+      "\"$0\" --directory \"$1\" set h.oender nobody peloraHidden=yes >&- 2>&- <&-\n"
+      "\"$0\" --directory \"$1\" set t.richter peloraHidden=yes >&-");
+  EXPECT_EQ(run.code, 0) << run.errors;
+  EXPECT_EQ(Stored(kHelga, "peloraHidden"), "1");
+  EXPECT_EQ(Stored(kTom, "peloraHidden"), "1");
+  EXPECT_THAT(Dump(), HasSubstr("dn: "));
 }
 
 TEST_F(InterruptionTest, AClosedPipeEndsThePrintingAndNotTheWork) {

@@ -64,6 +64,16 @@ TEST_F(NewTest, AFieldOfAPageThatIsOffSaysWhatTurnsItOn) {
               HasSubstr("mail: it is disabled; set it together with peloraAccount=yes"));
 }
 
+TEST_F(NewTest, WhatEnablesMayStandBehindWhatItEnables) {
+  const ProgramRun run =
+      New({"user", "Ada", "sAMAccountName=ada", "peloraResourceCapacity=5", "peloraHidden=yes",
+           "mail=ada@b.example", "accountType=room", "peloraAccount=yes"});
+  EXPECT_EQ(run.code, 0) << run.output;
+  EXPECT_EQ(Stored(Dn("Ada"), "peloraHidden"), "1");
+  EXPECT_EQ(Stored(Dn("Ada"), "peloraResourceType"), "room");
+  EXPECT_EQ(Stored(Dn("Ada"), "peloraResourceCapacity"), "5");
+}
+
 TEST_F(NewTest, ADryRunPrintsLdifThatMakesTheSameObject) {
   const std::vector<std::string> asked = {"user",
                                           "Eva, \"X\" Larsen",

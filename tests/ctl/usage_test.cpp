@@ -63,6 +63,52 @@ TEST_F(UsageTest, WrongArgumentsAreOneLineAndTheCodeTwo) {
   EXPECT_EQ(Dump(), before);
 }
 
+TEST_F(UsageTest, AnEmptyValueIsNone) {
+  const std::string before = Dump();
+  const std::vector<std::vector<std::string>> wrong = {
+      {"set", "--base", "", "peloraHidden=yes"},
+      {"set", "--class", "user", "--filter", "", "peloraHidden=yes"},
+      {"set", "--class=", "user", "peloraHidden=yes"},
+      {"set", "--from", "", "peloraHidden=yes"},
+      {"set", "--undo-file", "", "h.oender", "peloraHidden=yes"},
+      {"set", "--undo-file=", "h.oender", "peloraHidden=yes"},
+      {"set", "--report", "", "h.oender", "peloraHidden=yes"},
+      {"new", "contact", "Ada", "--in", ""},
+      {"list", "--columns", ""},
+      {"check", "--rule", ""},
+      {"show", "h.oender", "--server", ""},
+      {"show", "h.oender", "--server="},
+  };
+  for (const std::vector<std::string>& arguments : wrong) {
+    const ProgramRun run = Ctl(arguments);
+    SCOPED_TRACE(::testing::PrintToString(arguments));
+    EXPECT_EQ(run.code, 2) << run.output;
+    EXPECT_THAT(run.errors, HasSubstr("the value is empty"));
+  }
+  environment["PELORA_DIRECTORY"] = File("company.ldb");
+  EXPECT_EQ(Bare({"--directory", "", "list"}).code, 2);
+  EXPECT_EQ(Dump(), before);
+  // Of what is no option it is a name that nobody has.
+  EXPECT_THAT(Ctl({"set", "", "peloraHidden=yes"}).output, StartsWith("refused\t\tno such object"));
+}
+
+TEST_F(UsageTest, ArgumentsAreTakenAsTheyStand) {
+  ASSERT_EQ(Ctl({"new", "contact", "[Room]", "--in", kUnit}).code, 0);
+  ASSERT_EQ(Ctl({"new", "contact", "{}", "--in", kUnit}).code, 0);
+  for (const char* name : {"[Room]", "{}"}) {
+    const ProgramRun run = Ctl({"show", "--json", name});
+    EXPECT_EQ(run.code, 0) << run.errors;
+    EXPECT_THAT(run.output, HasSubstr(std::string("\"name\":\"") + name + "\""));
+  }
+  EXPECT_THAT(Ctl({"show", "[h.oender,t.richter]"}).errors,
+              HasSubstr("[h.oender,t.richter]: no such object"));
+  EXPECT_EQ(Ctl({"show", "h.oender", "++", "t.richter"}).code, 2);
+  EXPECT_THAT(Ctl({"show", "--", "++"}).errors, HasSubstr("++: no such object"));
+  EXPECT_THAT(Ctl({"check", "--rule", "[quota-order,value-range]"}).errors,
+              HasSubstr("\"[quota-order,value-range]\""));
+  EXPECT_THAT(Ctl({"show", "\xFF\xFE"}).errors, HasSubstr("\\xFF\\xFE: no such object"));
+}
+
 TEST_F(UsageTest, HelpAndVersionGoToTheOutput) {
   const ProgramRun help = Bare({"--help"});
   EXPECT_EQ(help.code, 0);

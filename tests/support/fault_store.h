@@ -27,6 +27,9 @@ class FaultStore final : public ldap::IDirectoryStore {
   /// Every reading of entries answers `status` from now on; success: none does any more.
   void FailReading(ldap::StoreStatus status) { reading_ = std::move(status); }
 
+  /// The same for searches.
+  void FailSearching(ldap::StoreStatus status) { searching_ = std::move(status); }
+
   /// Objects of which every attribute was asked for.
   std::vector<std::string> read_whole;
   /// Objects that were to be changed, in order.
@@ -43,7 +46,7 @@ class FaultStore final : public ldap::IDirectoryStore {
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
                            const ldap::EntrySink& sink) override {
-    return target_.Search(request, sink);
+    return searching_.Ok() ? target_.Search(request, sink) : searching_;
   }
   ldap::StoreStatus Modify(const std::string& dn,
                            std::span<const ldap::Modification> modifications) override {
@@ -80,6 +83,7 @@ class FaultStore final : public ldap::IDirectoryStore {
   ldap::IDirectoryStore& target_;
   std::optional<Fault> fault_;
   ldap::StoreStatus reading_;
+  ldap::StoreStatus searching_;
 };
 
 }  // namespace pelora::testing

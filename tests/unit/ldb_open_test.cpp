@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
+#include <set>
 
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/ldb_connection.h"
@@ -47,6 +49,19 @@ class WithoutRights {
  private:
   uid_t user_ = geteuid();
 };
+
+TEST_F(LdbOpenTest, LoadsTheModuleForFilesAndNoneOfTheOthers) {
+  ASSERT_TRUE(std::filesystem::exists(PELORA_LDB_MODULES "/acl.so"));
+  std::unique_ptr<IDirectoryStore> store;
+  ASSERT_TRUE(OpenLdbStore(path(), {}, store).Ok());
+  std::ifstream mapped("/proc/self/maps");
+  std::set<std::string> modules;
+  for (std::string line; std::getline(mapped, line);) {
+    const std::size_t place = line.find(PELORA_LDB_MODULES "/");
+    if (place != std::string::npos) modules.insert(line.substr(line.rfind('/') + 1));
+  }
+  EXPECT_THAT(modules, ::testing::ElementsAre("tdb.so"));
+}
 
 TEST_F(LdbOpenTest, AMissingFileIsNotMade) {
   ExpectRefused(File("missing.ldb"), "No such file or directory");

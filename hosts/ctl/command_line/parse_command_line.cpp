@@ -44,7 +44,7 @@ void AddOption(CLI::App& app, const Option& option, CommandLine& line) {
   if (option.value.empty()) return;
   added->type_name(std::string(option.value));
   if (std::holds_alternative<std::vector<std::string> CommandLine::*>(option.target)) {
-    added->expected(1)->take_all();
+    added->expected(1)->take_all()->allow_extra_args(false);
   }
 }
 
@@ -87,7 +87,19 @@ void SetUp(CLI::App& app, const Command* command, CommandLine& line) {
     return;
   }
   for (const std::span<const Option> options : command->options) AddOptions(app, options, line);
-  app.add_option("ARGUMENT", line.arguments)->group("");
+  app.allow_extras();
+}
+
+/// What the parser left: the arguments that are no options. The library would read a language of
+/// its own into them, in which brackets and braces mean something. Throws `WrongUsage`.
+std::vector<std::string> ArgumentsOf(std::vector<std::string> left) {
+  const auto end = std::ranges::find(left, kNoMoreOptions);
+  const auto option = std::find_if(left.begin(), end, [](const std::string& argument) {
+    return argument.starts_with('-') && argument.size() > 1;
+  });
+  if (option != end) throw WrongUsage("there is no option \"" + *option + "\"");
+  if (end != left.end()) left.erase(end);
+  return left;
 }
 
 std::string DescriptionOf(const Command* command) {
@@ -108,6 +120,27 @@ bool TakesValue(std::string_view option) {
   return std::ranges::any_of(Commands(), [&takes](const Command* command) {
     return std::ranges::any_of(command->options, takes);
   });
+}
+
+[[noreturn]] void RefuseEmptyValue(std::string_view option) {
+  throw WrongUsage(std::string(option) + ": the value is empty");
+}
+
+/// Refuses arguments that are not what they look like. A value that is empty is none: a script's
+/// variable was not set, and what it was to narrow would be everything.
+void CheckArguments(std::span<const std::string> arguments) {
+  for (std::size_t index = 0; index < arguments.size(); ++index) {
+    const std::string_view argument = arguments[index];
+    if (argument == kNoMoreOptions) return;
+    // The library would take it for the end of everything.
+    if (argument == "++") throw WrongUsage("++ is written behind --");
+    const std::string_view name = argument.substr(0, argument.find('='));
+    const bool may_have_value = TakesValue(name) || name == kServer;
+    if (may_have_value && argument.size() == name.size() + 1) RefuseEmptyValue(name);
+    const bool is_next_empty = index + 1 < arguments.size() && arguments[index + 1].empty();
+    if (may_have_value && argument == name && is_next_empty) RefuseEmptyValue(name);
+    if (TakesValue(argument)) ++index;
+  }
 }
 
 bool IsHost(std::string_view argument) {
@@ -170,6 +203,7 @@ std::string TextOf(const CLI::App& app, const CLI::Success& asked) {
 ParsedCommandLine ParseCommandLine(std::span<const std::string> arguments) {
   ParsedCommandLine parsed;
   CommandLine& line = parsed.line;
+  CheckArguments(arguments);
   std::optional<std::string> server;
   std::vector<std::string> left = WithServerJoined(arguments, server);
   line.command = TakeCommand(left);
@@ -178,6 +212,7 @@ ParsedCommandLine ParseCommandLine(std::span<const std::string> arguments) {
   try {
     std::ranges::reverse(left);
     app.parse(std::move(left));
+    line.arguments = ArgumentsOf(app.remaining());
   } catch (const CLI::Success& asked) {
     parsed.text = TextOf(app, asked);
     return parsed;

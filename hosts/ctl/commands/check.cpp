@@ -72,7 +72,7 @@ int Fix(const CommandLine& line, Program& program, Workplace& workplace) {
   std::vector<Finding> findings;
   Check(line, workplace, [&findings](Finding finding) { findings.push_back(std::move(finding)); });
   const std::vector<changes::Change> mends = session::MendsOf(findings);
-  WriteRun run(line, program, workplace.store().schema(), mends.size());
+  WriteRun run(line, program, *workplace.session, mends.size());
   std::set<std::string> mended;
   changes::RunChanges(workplace.store(), mends, run.Options(),
                       [&](std::size_t /*at*/, const changes::Result& result) {

@@ -33,7 +33,7 @@ std::string EditUntilRight(EditedSettings& settings, SettingsChanger& changer, P
 int GiveUp(const CommandLine& line, Program& program, Workplace& workplace,
            std::span<const Target> targets, const EditedSettings& settings,
            const std::string& fault) {
-  WriteRun run(line, program, workplace.store().schema(), targets.size());
+  WriteRun run(line, program, *workplace.session, targets.size());
   for (std::size_t at = 0; at < targets.size(); ++at) {
     run.results().Take(settings.GivenUp(at, targets[at], "the edited text was given up: " + fault));
   }

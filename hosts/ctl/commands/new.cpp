@@ -67,7 +67,7 @@ int RunNew(const CommandLine& line, Program& program) {
     }
     wish.password = ReadPassword();
   }
-  WriteRun run(line, program, workplace.store().schema(), 1);
+  WriteRun run(line, program, *workplace.session, 1);
   const std::string dn = ldap::ChildName(wish.container, wish.kind->class_name, wish.name);
   try {
     ObjectMaker maker(*workplace.session, program.module, workplace.catalogue, workplace.finder);
@@ -78,6 +78,8 @@ int RunNew(const CommandLine& line, Program& program) {
   } catch (const Refusal& refusal) {
     run.results().Take(
         {.dn = dn, .outcome = changes::Outcome::kRefused, .message = refusal.what()});
+  } catch (const DirectoryFailure& failure) {
+    run.results().Take(changes::NotRead(dn, failure.status()));
   }
   return run.results().Finish();
 }

@@ -16,7 +16,7 @@ int RunUndo(const CommandLine& line, Program& program) {
   std::vector<changes::Change> undone;
   const ldap::StoreStatus status = changes::ReadUndoFile(line.arguments.front(), schema, undone);
   if (!status.Ok()) throw WrongUsage(status.text);
-  WriteRun run(line, program, schema, undone.size());
+  WriteRun run(line, program, *session, undone.size());
   changes::RunOptions options = run.Options();
   // What somebody changed since is left alone, in lists too.
   options.lists = changes::Lists::kUntouched;

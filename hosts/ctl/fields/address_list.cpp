@@ -5,13 +5,15 @@
 #include <utility>
 
 #include "hosts/ldap/case_fold.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 
 using enum ListStep::Action;
 
 bool IsSameText(const std::string& left, const std::string& right) {
-  return ldap::FoldCase(left) == ldap::FoldCase(right);
+  // What is printed is taken for what is stored, also where that is no UTF-8.
+  return ldap::FoldCase(session::ValidText(left)) == ldap::FoldCase(session::ValidText(right));
 }
 
 std::vector<std::string>::iterator FindText(std::vector<std::string>& values,

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -10,6 +9,7 @@
 #include "hosts/ctl/fields/page_layout.h"
 #include "hosts/ldap/display_specifiers.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/session/property_tabs.h"
 #include "platform/field_rows.h"
 #include "platform/platform.h"
 #include "platform/shell_extension.h"
@@ -32,9 +32,7 @@ struct Field {
   [[nodiscard]] std::string_view KindText() const;
 };
 
-/// Makes a component of the extension, as `CreateComponent` does.
-using ComponentMaker = std::function<HRESULT(const Guid& class_id, const Platform& platform,
-                                             const Guid& iid, void** object)>;
+using session::ComponentMaker;
 
 /// The fields of every class, asked of the components of its tabs: what is added to a tab is a
 /// field here.

@@ -8,6 +8,7 @@
 #include "directory/ascii_case.h"
 #include "hosts/ctl/text/list_text.h"
 #include "hosts/ldap/entry_values.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -87,13 +88,17 @@ FieldValue ReadField(const Field& field, const ldap::Entry& entry, IADs& object)
 std::string PrintedText(const FieldValue& value) {
   if (const auto* flag = std::get_if<bool>(&value)) return std::string(*flag ? kYes : kNo);
   if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
-  if (const auto* text = std::get_if<std::string>(&value)) return *text;
-  if (const auto* list = std::get_if<std::vector<std::string>>(&value)) return JoinList(*list);
+  if (const auto* text = std::get_if<std::string>(&value)) return session::ValidText(*text);
+  if (std::holds_alternative<std::vector<std::string>>(value)) return JoinList(PrintedLines(value));
   return {};
 }
 
 std::vector<std::string> PrintedLines(const FieldValue& value) {
-  if (const auto* list = std::get_if<std::vector<std::string>>(&value)) return *list;
+  if (const auto* list = std::get_if<std::vector<std::string>>(&value)) {
+    std::vector<std::string> lines = *list;
+    std::ranges::transform(lines, lines.begin(), &session::ValidText);
+    return lines;
+  }
   if (std::holds_alternative<std::monostate>(value)) return {};
   return {PrintedText(value)};
 }

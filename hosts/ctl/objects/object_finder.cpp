@@ -12,6 +12,7 @@
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/name_key.h"
 #include "hosts/session/search_filter.h"
+#include "hosts/session/utf8_check.h"
 
 namespace pelora::ctl {
 namespace {
@@ -59,9 +60,9 @@ std::string WholeFilter(const std::string& given) {
   return filter;
 }
 
-/// The directory cannot be asked any more.
-[[noreturn]] void Fail(const ldap::StoreStatus& status) {
-  throw CtlError(kExitNoDirectory, "the directory cannot be searched: " + status.text);
+/// Whether a text can be what an object is called.
+bool IsSearchedFor(const std::string& name) {
+  return !name.empty() && !IsDistinguishedName(name) && !session::FirstInvalidByte(name);
 }
 
 }  // namespace
@@ -69,7 +70,7 @@ std::string WholeFilter(const std::string& given) {
 std::vector<Target> ObjectFinder::Resolve(std::span<const std::string> given) {
   Matches matches;
   for (const std::string& name : given) {
-    if (!IsDistinguishedName(name)) matches.try_emplace(ldap::FoldCase(name));
+    if (IsSearchedFor(name)) matches.try_emplace(ldap::FoldCase(name));
   }
   if (!matches.empty()) LookFor(matches);
   std::vector<Target> targets;
@@ -78,7 +79,9 @@ std::vector<Target> ObjectFinder::Resolve(std::span<const std::string> given) {
     if (IsDistinguishedName(name)) {
       targets.push_back({.given = name, .dn = name, .problem = {}});
     } else {
-      targets.push_back(TargetOf(name, matches.at(ldap::FoldCase(name))));
+      const auto found = matches.find(ldap::FoldCase(name));
+      targets.push_back(
+          TargetOf(name, found == matches.end() ? std::vector<std::string>() : found->second));
     }
   }
   return targets;
@@ -120,7 +123,7 @@ void ObjectFinder::LookAmong(Matches& matches, const std::string& filter) {
     }
     return true;
   });
-  if (!status.Ok()) Fail(status);
+  if (!status.Ok()) throw DirectoryFailure(status);
 }
 
 std::vector<std::string> ObjectFinder::Select(const Selection& selection) {
@@ -157,7 +160,7 @@ void ObjectFinder::Search(const Selection& selection, std::vector<std::string> a
   if (status.code == ldap::kLdapFilterError) {
     throw WrongUsage(selection.filter.value_or(filter) + ": this is no LDAP filter");
   }
-  if (!status.Ok()) Fail(status);
+  if (!status.Ok()) throw DirectoryFailure(status);
 }
 
 std::string ObjectFinder::Read(const std::string& given, session::DirectoryObject& object) {
@@ -174,7 +177,7 @@ std::string ObjectFinder::Read(const std::string& given, session::DirectoryObjec
   if (status.code == ldap::kLdapNoSuchObject || status.code == ldap::kLdapInvalidDnSyntax) {
     return "no such object";
   }
-  if (!status.Ok()) return status.text;
+  if (!status.Ok()) throw DirectoryFailure(status);
   read_.emplace(key, object);
   return {};
 }
@@ -196,7 +199,7 @@ std::string ObjectFinder::ReadComputer(const std::string& name, session::Directo
     found.push_back(session::ObjectOf(entry));
     return true;
   });
-  if (!status.Ok()) return status.text;
+  if (!status.Ok()) throw DirectoryFailure(status);
   if (found.empty()) return "there is no computer of this name";
   if (found.size() > 1) return "several computers have this name";
   object = found.front();
@@ -217,7 +220,7 @@ std::string ObjectFinder::Base() {
   if (!base_.empty()) return base_;
   session::DirectoryObject base;
   const ldap::StoreStatus status = session::DirectoryBrowser(*session_.store).ReadBase(base);
-  if (!status.Ok()) Fail(status);
+  if (!status.Ok()) throw DirectoryFailure(status);
   base_ = base.dn;
   return base_;
 }

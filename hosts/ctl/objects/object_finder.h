@@ -32,7 +32,8 @@ struct Selection {
   [[nodiscard]] bool IsGiven() const { return filter || class_word || base; }
 };
 
-/// Finds the objects that arguments mean: those with Pelora tabs.
+/// Finds the objects that arguments mean: those with Pelora tabs. Throws `DirectoryFailure` when
+/// the directory cannot be asked.
 class ObjectFinder {
  public:
   /// The session outlives the finder.
@@ -41,7 +42,6 @@ class ObjectFinder {
   /// What each of the names means, in their order. Distinguished names are taken as they are; many
   /// names are looked for in one search.
   [[nodiscard]] std::vector<Target> Resolve(std::span<const std::string> given);
-  /// The same for texts of which none is taken for a distinguished name by `is_dn`.
   [[nodiscard]] Target ResolveOne(const std::string& given);
 
   /// The selected objects, in the order of their distinguished names. Throws `WrongUsage` for a

@@ -3,7 +3,7 @@
 
 #include "hosts/ctl/objects/entry_object.h"
 #include "hosts/ctl/objects/object_classes.h"
-#include "hosts/ctl/pages/settings_changer.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/ldap_status.h"
 
 namespace pelora::ctl {
@@ -22,11 +22,18 @@ std::string WhyNot(const ldap::StoreStatus& status, const ldap::Entry& entry,
 
 }  // namespace
 
-ShownObject SettingsOf(const ldap::Entry& entry, Workplace& workplace) {
+std::vector<std::string> SettingsAttributes() {
+  std::vector<std::string> attributes = ldap::BoundAttributes();
+  attributes.emplace_back("objectClass");
+  return attributes;
+}
+
+ShownObject SettingsOf(const ldap::Entry& entry, const ldap::Schema& schema,
+                       FieldCatalogue& catalogue) {
   ShownObject shown{.object = session::ObjectOf(entry), .word = {}, .fields = {}};
   shown.word = WordOf(shown.object.kind);
-  EntryObject object(entry, workplace.store().schema());
-  for (const Field& field : workplace.catalogue.FieldsOf(shown.object.kind.class_name)) {
+  EntryObject object(entry, schema);
+  for (const Field& field : catalogue.FieldsOf(shown.object.kind.class_name)) {
     shown.fields.push_back({&field, ReadField(field, entry, object)});
   }
   return shown;

@@ -25,8 +25,15 @@ struct ShownObject {
   std::vector<ShownField> fields;
 };
 
+/// The attributes that are read of objects whose settings are shown or changed.
+[[nodiscard]] std::vector<std::string> SettingsAttributes();
+
 /// All settings of the object of an entry.
-[[nodiscard]] ShownObject SettingsOf(const ldap::Entry& entry, Workplace& workplace);
+[[nodiscard]] ShownObject SettingsOf(const ldap::Entry& entry, const ldap::Schema& schema,
+                                     FieldCatalogue& catalogue);
+[[nodiscard]] inline ShownObject SettingsOf(const ldap::Entry& entry, Workplace& workplace) {
+  return SettingsOf(entry, workplace.store().schema(), workplace.catalogue);
+}
 
 /// What could not be shown, and why.
 using RefusedTarget = std::function<void(const Target& target, const std::string& problem)>;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ctl/pages/change_objects.h"
 
+#include "hosts/ctl/objects/read_settings.h"
+
 namespace pelora::ctl {
 namespace {
 
@@ -20,7 +22,7 @@ int ChangeObjects(const CommandLine& line, Program& program, Workplace& workplac
   for (const Target& target : targets) names.push_back(target.dn);
   SettingsChanger changer(*workplace.session, program.module, workplace.catalogue,
                           workplace.finder);
-  WriteRun run(line, program, workplace.store().schema(), targets.size());
+  WriteRun run(line, program, *workplace.session, targets.size());
   changes::RunOptions options = run.Options();
   options.attributes = SettingsAttributes();
   const auto prepare = [&](changes::ReadObject object) {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "hosts/ldap/ads_path.h"
+#include "hosts/ldap/ldap_status.h"
 #include "hosts/selection/selection_data_object.h"
 #include "hosts/session/search_filter.h"
 #include "hosts/session/selection_data_object.h"
@@ -54,6 +55,7 @@ class GivenQuery final : public ICommonQuery {
 void GivenChoosers::AnswerNext(std::vector<session::DirectoryObject> objects) {
   answer_ = std::move(objects);
   refusal_.clear();
+  failure_ = {};
 }
 
 HRESULT GivenChoosers::CreateObjectPicker(std::unique_ptr<IDsObjectPicker>& chooser) {
@@ -86,17 +88,20 @@ std::vector<session::DirectoryObject> GivenChoosers::TakeAnswer(const std::strin
 
 bool GivenChoosers::Offers(const std::string& filter, const std::string& dn) {
   if (store_ == nullptr) return false;
-  const auto [known, is_new] = known_.try_emplace({filter, dn}, false);
-  if (!is_new) return known->second;
+  const auto known = known_.find({filter, dn});
+  if (known != known_.end()) return known->second;
+  bool is_offered = false;
   const ldap::StoreStatus status = store_->Search({.base = dn,
                                                    .scope = ldap::SearchScope::kBase,
                                                    .filter = filter,
                                                    .attributes = {"objectClass"}},
-                                                  [&known](const ldap::Entry& /*entry*/) {
-                                                    known->second = true;
+                                                  [&is_offered](const ldap::Entry& /*entry*/) {
+                                                    is_offered = true;
                                                     return true;
                                                   });
-  return status.Ok() && known->second;
+  if (!status.Ok() && status.code != ldap::kLdapNoSuchObject) failure_ = status;
+  if (status.Ok()) known_.emplace(std::pair(filter, dn), is_offered);
+  return is_offered;
 }
 
 }  // namespace pelora::ctl

@@ -24,6 +24,8 @@ class GivenChoosers final : public IChoosers {
   void AnswerNext(std::vector<session::DirectoryObject> objects);
   /// Why the last answer was not taken, as a sentence; empty when it was.
   [[nodiscard]] const std::string& refusal() const { return refusal_; }
+  /// What kept the last answer from being looked at; success when nothing did.
+  [[nodiscard]] const ldap::StoreStatus& failure() const { return failure_; }
 
   [[nodiscard]] HRESULT CreateObjectPicker(std::unique_ptr<IDsObjectPicker>& chooser) override;
   [[nodiscard]] HRESULT CreateCommonQuery(std::unique_ptr<ICommonQuery>& chooser) override;
@@ -40,6 +42,7 @@ class GivenChoosers final : public IChoosers {
   ldap::IDirectoryStore* store_;
   std::vector<session::DirectoryObject> answer_;
   std::string refusal_;
+  ldap::StoreStatus failure_;
   std::map<std::pair<std::string, std::string>, bool> known_;
 };
 

@@ -6,7 +6,9 @@
 
 #include "directory/ascii_case.h"
 #include "directory/error_text.h"
-#include "hosts/ctl/pages/page_operator.h"
+#include "hosts/ctl/ctl_error.h"
+#include "hosts/ctl/pages/fulfil_wishes.h"
+#include "hosts/ldap/ldap_status.h"
 #include "hosts/session/new_object.h"
 
 namespace pelora::ctl {
@@ -39,11 +41,6 @@ std::string WhyIncomplete(const std::vector<Field>& fields, const HeadlessDialog
   return "the page is not complete";
 }
 
-/// What enables other fields comes before them.
-bool Enables(const Wish& wish) {
-  return wish.field->row.kind == FieldKind::kFlag || wish.field->row.kind == FieldKind::kChoice;
-}
-
 }  // namespace
 
 ObjectMaker::ObjectMaker(session::DirectorySession& session, const resources::ResourceFile& module,
@@ -60,7 +57,10 @@ changes::Change ObjectMaker::Make(NewObjectWish wish) {
   session::DirectoryObject container;
   const ldap::StoreStatus read =
       session::DirectoryBrowser(*session_.store).ReadObject(wish.container, container);
-  if (!read.Ok()) throw Refusal(wish.container + ": there is no such container");
+  if (read.code == ldap::kLdapNoSuchObject || read.code == ldap::kLdapInvalidDnSyntax) {
+    throw Refusal(wish.container + ": there is no such container");
+  }
+  if (!read.Ok()) throw DirectoryFailure(read);
   session::NewObject prepared;
   std::string problem =
       session::PrepareNewObject(kind, container, recording_.store(), platform_.platform, prepared);
@@ -130,8 +130,8 @@ void ObjectMaker::FillPage(HeadlessNewObjectWizard& wizard, const Page& page,
     if (wishes_.MakeForNew(assignment, wish)) wishes.push_back(std::move(wish));
     return true;
   });
-  std::ranges::stable_partition(wishes, &Enables);
-  for (const Wish& wish : wishes) PageOperator(wizard.User(), platform_, page).Fulfil(wish);
+  FulfilWishes(wishes,
+               [&](const Wish& /*wish*/) { return PageOperator(wizard.User(), platform_, page); });
   if (!wizard.IsNextEnabled()) throw Refusal(WhyIncomplete(page, wizard.User().dialog()));
   if (!wizard.Next()) RefuseAsShown(platform_.message_box, E_FAIL);
 }

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/fields/wish_maker.h"
 #include "hosts/ctl/pages/what_enables.h"
 
@@ -67,6 +68,13 @@ void PageOperator::Require(const Wish& wish, UserAnswer answer) {
   Refuse(wish, std::string(Describe(answer)));
 }
 
+bool PageOperator::IsEnabled(const Wish& wish) {
+  const FieldRow& row = wish.field->row;
+  // The button of a row of a list view is enabled once the row is selected.
+  const bool is_button = row.choose != 0 && row.entry.empty();
+  return user_.dialog().IsEnabled(is_button ? row.choose : row.control);
+}
+
 void PageOperator::Fulfil(const Wish& wish) {
   switch (wish.field->row.kind) {
     case FieldKind::kFlag:
@@ -101,6 +109,7 @@ void PageOperator::Type(const Wish& wish) {
 void PageOperator::ChooseObject(const Wish& wish) {
   platform_.choosers.AnswerNext(wish.chosen);
   Require(wish, user_.Click(wish.field->row.choose));
+  if (!platform_.choosers.failure().Ok()) throw DirectoryFailure(platform_.choosers.failure());
   if (!platform_.choosers.refusal().empty()) Refuse(wish, platform_.choosers.refusal());
 }
 

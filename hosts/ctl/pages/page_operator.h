@@ -20,6 +20,8 @@ class PageOperator {
   PageOperator(HeadlessUser user, PagePlatform& platform, std::span<const Field> fields)
       : user_(user), platform_(platform), fields_(fields) {}
 
+  /// Whether the page would let a person begin with it.
+  [[nodiscard]] bool IsEnabled(const Wish& wish);
   /// Throws `Refusal`, which names the field; what was done on the page until then stays done.
   void Fulfil(const Wish& wish);
 

@@ -7,11 +7,13 @@
 #include <utility>
 
 #include "directory/ascii_case.h"
-#include "directory/attribute_catalogue.h"
+#include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/objects/entry_object.h"
-#include "hosts/ctl/pages/page_operator.h"
+#include "hosts/ctl/pages/fulfil_wishes.h"
 #include "hosts/headless/headless_property_sheet.h"
+#include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
 
 namespace pelora::ctl {
@@ -46,7 +48,10 @@ class OpenTabs {
  public:
   OpenTabs(const session::DirectoryObject& object, const FieldCatalogue& catalogue,
            PagePlatform& platform, const resources::ResourceFile& module)
-      : object_(object), make_(catalogue.make()), platform_(platform), sheet_(module) {}
+      : selection_(session::MakeSelectionDataObject(std::span(&object, 1))),
+        make_(catalogue.make()),
+        platform_(platform),
+        sheet_(module) {}
 
   void Add(const Field& field) {
     if (!pages_.contains(field.component)) Open(field);
@@ -61,31 +66,25 @@ class OpenTabs {
 
  private:
   void Open(const Field& field) {
-    Ref<IShellExtInit> tab;
-    HRESULT status = make_(field.component, platform_.platform, IID_IShellExtInit,
-                           reinterpret_cast<void**>(tab.Put()));
-    const Ref<IDataObject> selection = session::MakeSelectionDataObject(std::span(&object_, 1));
-    if (SUCCEEDED(status)) status = tab->Initialize(selection.Get());
-    if (status != S_OK) throw Refusal(field.row.name + ": its tab cannot be opened");
-    const Ref<IShellPropSheetExt> pages = Query<IShellPropSheetExt>(*tab);
     const std::size_t page = sheet_.PageCount();
-    if (!pages || pages->AddPages(sheet_.PageTaker()) != S_OK || sheet_.PageCount() == page) {
+    const HRESULT status = session::OpenTab(
+        field.component, platform_.platform, *selection_,
+        [this](IUnknown& /*component*/, std::unique_ptr<PropSheetPage> added) {
+          return sheet_.AddPage(std::move(added));
+        },
+        make_);
+    if (status != S_OK || sheet_.PageCount() == page) {
       throw Refusal(field.row.name + ": its tab cannot be opened");
     }
     pages_.emplace(field.component, page);
   }
 
-  const session::DirectoryObject& object_;
-  const ComponentMaker& make_;
+  Ref<IDataObject> selection_;
+  const session::ComponentMaker& make_;
   PagePlatform& platform_;
   HeadlessPropertySheet sheet_;
   std::map<Guid, std::size_t> pages_;
 };
-
-/// What enables other fields comes before them.
-bool Enables(const Wish& wish) {
-  return wish.field->row.kind == FieldKind::kFlag || wish.field->row.kind == FieldKind::kChoice;
-}
 
 bool Writes(const Wish& wish, const std::string& attribute) {
   if (wish.IsOnlyHidden()) return false;
@@ -129,12 +128,6 @@ changes::Prepared Instead(const std::string& dn, const std::string& message,
 
 }  // namespace
 
-std::vector<std::string> SettingsAttributes() {
-  std::vector<std::string> attributes = {"objectClass", "cn"};
-  for (const Attribute& attribute : kAttributeCatalogue) attributes.emplace_back(attribute.name);
-  return attributes;
-}
-
 SettingsChanger::SettingsChanger(session::DirectorySession& session,
                                  const resources::ResourceFile& module, FieldCatalogue& catalogue,
                                  ObjectFinder& finder)
@@ -142,7 +135,7 @@ SettingsChanger::SettingsChanger(session::DirectorySession& session,
       module_(module),
       catalogue_(catalogue),
       finder_(finder),
-      recording_(*session.store, {.attributes = SettingsAttributes(), .keeps = {}}),
+      recording_(*session.store, {.attributes = ldap::BoundAttributes(), .keeps = {}}),
       platform_(recording_, session.store, module),
       wishes_(catalogue, finder) {}
 
@@ -153,7 +146,7 @@ changes::Prepared SettingsChanger::Prepare(changes::ReadObject object,
   if (code == ldap::kLdapNoSuchObject || code == ldap::kLdapInvalidDnSyntax) {
     return Instead(dn, "no such object");
   }
-  if (!object.status.Ok()) return {.change = {}, .instead = changes::NotDone(dn, object.status)};
+  if (!object.status.Ok()) return {.change = {}, .instead = changes::NotRead(dn, object.status)};
   const session::DirectoryObject described = session::ObjectOf(object.entry);
   if (!finder_.HasTabs(described.kind)) return Instead(dn, "this object has no Pelora settings");
   changes::Prepared prepared;
@@ -163,6 +156,8 @@ changes::Prepared SettingsChanger::Prepare(changes::ReadObject object,
     prepared = Instead(dn, refusal.what(), refusal.code);
   } catch (const Refusal& refusal) {
     prepared = Instead(dn, refusal.what());
+  } catch (const DirectoryFailure& failure) {
+    prepared = {.change = {}, .instead = changes::NotRead(dn, failure.status())};
   }
   recording_.Forget(dn);
   return prepared;
@@ -172,11 +167,10 @@ changes::Change SettingsChanger::WorkOut(const ldap::Entry& entry,
                                          const session::DirectoryObject& described,
                                          std::span<const Assignment> assignments) {
   EntryObject object(entry, session_.store->schema());
-  std::vector<Wish> wishes = wishes_.Make(assignments, described, entry, object);
+  const std::vector<Wish> wishes = wishes_.Make(assignments, described, entry, object);
   changes::Change nothing;
   nothing.dn = entry.dn;
   if (wishes.empty()) return nothing;
-  std::ranges::stable_partition(wishes, &Enables);
   recording_.Give(entry);
   OperatePages(described, wishes);
   return TakeChange(entry, wishes);
@@ -189,9 +183,9 @@ void SettingsChanger::OperatePages(const session::DirectoryObject& described,
   for (const Wish& wish : wishes) tabs.Add(*wish.field);
   tabs.Show();
   const std::vector<Field>& fields = catalogue_.FieldsOf(described.kind.class_name);
-  for (const Wish& wish : wishes) {
-    PageOperator(tabs.UserBefore(*wish.field), platform_, fields).Fulfil(wish);
-  }
+  FulfilWishes(wishes, [&](const Wish& wish) {
+    return PageOperator(tabs.UserBefore(*wish.field), platform_, fields);
+  });
   if (!tabs.Apply()) throw PageRefusal(platform_.message_box);
 }
 

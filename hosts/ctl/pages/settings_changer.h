@@ -46,7 +46,4 @@ class SettingsChanger {
   WishMaker wishes_;
 };
 
-/// The attributes that are read of objects whose settings are shown or changed.
-[[nodiscard]] std::vector<std::string> SettingsAttributes();
-
 }  // namespace pelora::ctl

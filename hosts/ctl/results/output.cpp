@@ -25,11 +25,7 @@ void Output::Write(std::string_view text) {
 
 void Output::WriteLine(std::string_view text) {
   constexpr std::string_view kKept = "\t\n";
-  if (is_terminal_) {
-    Write(session::VisibleText(text, kKept));
-  } else {
-    Write(text);
-  }
+  Write(is_terminal_ ? session::VisibleText(text, kKept) : session::ValidText(text));
   Write("\n");
 }
 

@@ -22,7 +22,8 @@ class Output {
   [[nodiscard]] bool is_terminal() const { return is_terminal_; }
   /// Keeps the text until there is enough of it to be written at once.
   void Write(std::string_view text);
-  /// The same with a line end behind it. On a terminal control characters become visible.
+  /// The same with a line end behind it. Bytes that are no UTF-8 become visible, and on a terminal
+  /// control characters too.
   void WriteLine(std::string_view text);
   void Flush();
   /// Why the writing ended, as the system says it; empty while it goes on, and when the reader has

@@ -3,10 +3,12 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "hosts/changes/ldif_changes.h"
 #include "hosts/ctl/ctl_error.h"
+#include "hosts/ldap/network/deleted_names.h"
 
 namespace pelora::ctl {
 namespace {
@@ -14,20 +16,36 @@ namespace {
 /// Prints changes in place of sending them.
 class LdifPrint final : public changes::IChangeLog {
  public:
-  LdifPrint(Output& output, const ldap::Schema& schema) : output_(output), schema_(schema) {}
+  LdifPrint(Output& output, const session::DirectorySession& session)
+      : output_(output), schema_(session.store->schema()), is_file_(session.is_file) {}
 
   [[nodiscard]] ldap::StoreStatus Note(std::span<const changes::Change> noted,
                                        NoteId& first) override {
     first = next_;
     next_ += noted.size();
-    for (const changes::Change& change : noted) output_.Write(changes::ToLdif(schema_, change));
+    for (changes::Change change : noted) {
+      if (!is_file_) NameRemovedAsSent(change);
+      output_.Write(changes::ToLdif(schema_, change));
+    }
     return {};
   }
   void Withdraw(NoteId /*note*/) override {}
 
  private:
+  /// A server does not find deleted objects by the names that it gives for them.
+  void NameRemovedAsSent(changes::Change& change) const {
+    for (changes::ValueChange& value : change.attributes) {
+      if (changes::SyntaxOf(schema_, value.attribute) != ldap::Syntax::kDistinguishedName) continue;
+      for (std::string& name : value.seen) {
+        const bool is_kept = std::ranges::find(value.wanted, name) != value.wanted.end();
+        if (!is_kept) name = ldap::NameForRemoval(name);
+      }
+    }
+  }
+
   Output& output_;
   const ldap::Schema& schema_;
+  bool is_file_;
   NoteId next_ = 0;
 };
 
@@ -57,12 +75,13 @@ void CheckReport(const CommandLine& line, const std::string& input) {
 }
 
 std::unique_ptr<changes::IChangeLog> MakeLog(const CommandLine& line, Program& program,
-                                             const ldap::Schema& schema) {
+                                             const session::DirectorySession& session) {
   CheckOutputs(line);
-  if (line.dry_run) return std::make_unique<LdifPrint>(program.output, schema);
+  if (line.dry_run) return std::make_unique<LdifPrint>(program.output, session);
   if (!line.undo_file) return nullptr;
   std::unique_ptr<changes::UndoFile> file;
-  const ldap::StoreStatus status = changes::UndoFile::Create(*line.undo_file, schema, file);
+  const ldap::StoreStatus status =
+      changes::UndoFile::Create(*line.undo_file, session.store->schema(), file);
   if (!status.Ok()) throw WrongUsage(status.text);
   return file;
 }
@@ -78,11 +97,11 @@ void CheckOutputs(const CommandLine& line, const std::string& input) {
   }
 }
 
-WriteRun::WriteRun(const CommandLine& line, Program& program, const ldap::Schema& schema,
-                   std::size_t count)
+WriteRun::WriteRun(const CommandLine& line, Program& program,
+                   const session::DirectorySession& session, std::size_t count)
     : line_(line),
       program_(program),
-      log_(MakeLog(line, program, schema)),
+      log_(MakeLog(line, program, session)),
       results_(line, program, count) {
   program_.interruption.FinishFirst();
 }

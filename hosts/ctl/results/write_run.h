@@ -7,6 +7,7 @@
 #include "hosts/changes/undo_file.h"
 #include "hosts/ctl/command_line/command.h"
 #include "hosts/ctl/results/result_writer.h"
+#include "hosts/session/directory_session.h"
 
 namespace pelora::ctl {
 
@@ -15,8 +16,8 @@ namespace pelora::ctl {
 class WriteRun {
  public:
   /// Makes the undo file and the report; throws `WrongUsage` when it cannot. `count` objects are to
-  /// come. Command line, program and schema outlive the run.
-  WriteRun(const CommandLine& line, Program& program, const ldap::Schema& schema,
+  /// come. Command line, program and session outlive the run.
+  WriteRun(const CommandLine& line, Program& program, const session::DirectorySession& session,
            std::size_t count);
   WriteRun(const WriteRun&) = delete;
   WriteRun& operator=(const WriteRun&) = delete;

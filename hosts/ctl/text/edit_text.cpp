@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <array>
-#include <nlohmann/json.hpp>
 
 #include "directory/ascii_case.h"
+#include "hosts/ctl/results/json_line.h"
 #include "hosts/session/utf8_check.h"
 #include "hosts/session/visible_text.h"
 
@@ -29,9 +29,7 @@ bool IsPlain(const std::string& value) {
 
 std::string ValueLine(const std::string& name, const std::string& value) {
   if (IsPlain(value)) return name + ": " + value + "\n";
-  return name + ":: " +
-         nlohmann::json(value).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) +
-         "\n";
+  return name + ":: " + JsonLine(value) + "\n";
 }
 
 bool IsFieldName(std::string_view name) {
@@ -83,7 +81,7 @@ std::string ReadLine(std::string_view line, std::size_t number, std::vector<Edit
     if (!value.empty()) field->values.emplace_back(value);
     return {};
   }
-  const auto text = nlohmann::json::parse(value.substr(1), nullptr, false);
+  const auto text = Json::parse(value.substr(1), nullptr, false);
   if (!text.is_string()) return "behind :: stands no string in quotation marks";
   field->values.push_back(text.get<std::string>());
   return {};

@@ -44,6 +44,16 @@ TEST_F(ChangeWriterTest, SendsNothingForWhatChangesNothing) {
   EXPECT_THAT(log_.notes, IsEmpty());
 }
 
+TEST_F(ChangeWriterTest, AReadingThatIsNotAnsweredLeavesNothingInDoubt) {
+  Store("peloraQuotaHard", {"150"});
+  interrupted_.before_read = [] { return StoreStatus{ldap::kLdapTimeout, "no answer"}; };
+  // Refused by the directory, and why cannot be found out: it was not done all the same.
+  const Result result = Write(Quota({"100"}, {"200"}));
+  EXPECT_EQ(result.outcome, Outcome::kFailed);
+  EXPECT_EQ(result.message, "no answer");
+  EXPECT_EQ(writer_.Rehearse(MakeChange(kUser, Quota({"100"}, {"200"}))).outcome, Outcome::kFailed);
+}
+
 TEST_F(ChangeWriterTest, AStaleValueIsNotOverwritten) {
   Store("peloraQuotaHard", {"150"});
   const Result result = Write(Quota({"100"}, {"200"}));

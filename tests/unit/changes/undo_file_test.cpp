@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 
 #include "hosts/changes/change_runner.h"
 #include "hosts/ldap/ldap_status.h"
@@ -45,6 +47,32 @@ class UndoFileTest : public ChangesBench {
   std::string undo_path_ = File("undo.ldif");
   std::vector<std::string> words_;
 };
+
+TEST_F(UndoFileTest, IsRemovedWhenItTakesNothingBack) {
+  IChangeLog::NoteId first = 0;
+  const std::vector<Change> two = {Quota("1", "2"), Quota("2", "3")};
+  {
+    const std::unique_ptr<UndoFile> file = Make();
+    ASSERT_TRUE(file->Note(two, first).Ok());
+    file->Withdraw(first);
+    file->Withdraw(first + 1);
+  }
+  EXPECT_FALSE(std::filesystem::exists(undo_path_));
+  {
+    const std::unique_ptr<UndoFile> file = Make();
+    ASSERT_TRUE(file->Note(two, first).Ok());
+    file->Withdraw(first);
+  }
+  EXPECT_THAT(ReadUndo(), SizeIs(1));
+}
+
+TEST_F(UndoFileTest, NobodyElsesFileIsRemoved) {
+  std::unique_ptr<UndoFile> file = Make();
+  std::filesystem::rename(undo_path_, undo_path_ + ".away");
+  std::ofstream(undo_path_) << "precious";
+  file.reset();
+  EXPECT_TRUE(std::filesystem::exists(undo_path_));
+}
 
 TEST_F(UndoFileTest, IsReadLatestFirst) {
   const std::unique_ptr<UndoFile> file = Make();
