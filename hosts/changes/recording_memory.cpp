@@ -198,8 +198,9 @@ void RecordingMemory::Enlist(Object& object) {
   const bool is_unwritten = object.added || !object.unwritten.empty();
   if (is_unwritten == object.place.has_value()) return;
   if (is_unwritten) {
+    // It has no place before it is listed: without memory for that it is listed the next time.
+    unwritten_.emplace(next_place_, ldap::FoldCase(object.dn));
     object.place = next_place_++;
-    unwritten_.emplace(*object.place, ldap::FoldCase(object.dn));
   } else {
     unwritten_.erase(*object.place);
     object.place.reset();
