@@ -106,9 +106,14 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
           .on_apply =
               [&tab](IDialog& dialog) {
                 tab.told.Forget();
-                tab.fields.touched.Look(dialog);
+                tab.fields.touched.LookBeforeApply(dialog);
               },
           .on_applied = [&fields] { fields.touched.KeepUnwritten(); },
+          .on_refused =
+              [this, &fields, page](IDialog& dialog) {
+                fields.touched.SettleIfRefilled(dialog);
+                TellEdited(page);
+              },
           .on_gone = [&fields] { fields.dialog = nullptr; }};
 }
 
