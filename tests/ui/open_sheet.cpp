@@ -36,6 +36,7 @@ OpenSheet::OpenSheet(session::DirectorySession& session, const resources::Resour
            .platform = platform_.platform(),
            .templates = module,
            .between = Between(faults.plan),
+           .desk = faults.desk,
            .open_another = session.open_another},
           nullptr, [this](const session::DirectoryObject& object, QWidget& /*from*/) {
             asked_for_.push_back(object.name);

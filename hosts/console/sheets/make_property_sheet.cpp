@@ -24,7 +24,8 @@ struct SheetParts {
               .platform = platform,
               .templates = surroundings.templates,
               .between = std::move(surroundings.between),
-              .errands = surroundings.errands}) {}
+              .errands = surroundings.errands,
+              .desk = surroundings.desk}) {}
 
   CheckedDialogs dialogs;
   Platform platform;
@@ -77,6 +78,7 @@ SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selectio
   return {.sheet = std::move(sheet),
           .error = {},
           .missing = ToQString(opening.missing),
+          .is_outdated = [tabs] { return tabs->is_outdated(); },
           .fields = fields};
 }
 

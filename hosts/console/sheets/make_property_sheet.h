@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <memory>
 #include <span>
 
@@ -20,6 +21,8 @@ struct SheetResult {
   QString missing;
   /// There is none since it was stopped.
   bool is_stopped = false;
+  /// Whether the sheet is to be opened anew: see `session::GuardedTabs::is_outdated`.
+  std::function<bool()> is_outdated{};
   /// Belongs to the sheet.
   SheetFields* fields = nullptr;
 };

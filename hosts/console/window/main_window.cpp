@@ -159,6 +159,7 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
        .platform = platform_->platform(),
        .templates = module_,
        .errands = &errands_,
+       .desk = &desk_,
        .open_another = session_->open_another},
       this,
       [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
@@ -169,7 +170,15 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   if (!made.missing.isEmpty()) {
     ReportLater(QStringLiteral("Not all properties can be shown."), made.missing);
   }
-  made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
+  const std::vector<session::DirectoryObject> objects(selection.begin(), selection.end());
+  QtPropertySheet* const sheet = made.sheet.get();
+  sheet->machine().on_applied = [this, sheet, objects, is_outdated = made.is_outdated] {
+    pane_->RefreshList();
+    if (!is_outdated()) return;
+    // Later: the sheet stands on the stack.
+    QMetaObject::invokeMethod(
+        sheet, [this, sheet, objects] { OpenAnew(*sheet, objects); }, Qt::QueuedConnection);
+  };
   sheets_.Show(std::move(made.sheet), key);
 }
 
@@ -181,6 +190,7 @@ void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& fr
                                               .platform = platform_->platform(),
                                               .templates = module_,
                                               .errands = &errands_,
+                                              .desk = &desk_,
                                               .open_another = session_->open_another},
                                              &from);
   if (!made.sheet) {
@@ -188,6 +198,16 @@ void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& fr
   }
   made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
   made.sheet->exec();
+}
+
+void MainWindow::OpenAnew(QtPropertySheet& sheet,
+                          const std::vector<session::DirectoryObject>& objects) {
+  if (!sheet.isVisible() || sheet.HasUnsavedEdits()) return;
+  const std::size_t page = sheet.CurrentPage();
+  sheet.reject();
+  ShowProperties(objects);
+  const QList<QtPropertySheet*> open = sheets_.Open();
+  if (!open.isEmpty()) open.back()->SelectPage(page);
 }
 
 void MainWindow::UpdateActions() {
