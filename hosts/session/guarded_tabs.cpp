@@ -8,6 +8,7 @@
 #include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/resources/field_label.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
 #include "hosts/session/sheet_commit.h"
