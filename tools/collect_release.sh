@@ -30,7 +30,7 @@ if [ -n "${PELORA_SIGN:-}" ]; then
 fi
 "$tools/make_msi.py" --signed-module "$native/packages/registration.wxi" PeloraADS.DLL "PeloraADS-$version.msi"
 
-cp "$native"/deploy/*.ldif .
+cp "$native"/deploy/{schema.ldif,display-specifiers.ldif,pelora-schema.ldf,Deploy-Pelora.ps1} .
 # The changes of this version, or those that are not of any version yet.
 awk -v version="$version" '
   /^## / { heading = substr($0, 4); sub(/ .*/, "", heading) }

@@ -140,6 +140,12 @@ void RecordingMemory::AcceptAsSeen(const Result& result) {
   }
 }
 
+void RecordingMemory::Drop(const std::string& dn, std::string_view attribute) {
+  Object& object = At(dn);
+  EraseNamed(object.unwritten, attribute);
+  Enlist(object);
+}
+
 void RecordingMemory::Forget(const std::string& dn) {
   const auto found = objects_.find(ldap::FoldCase(dn));
   if (found == objects_.end()) return;

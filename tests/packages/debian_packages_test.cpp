@@ -77,10 +77,13 @@ TEST(DebianPackages, HoldTheseFilesAndNoOthers) {
   std::vector<std::string> ctl = {"/usr/bin/peloractl",
                                   "/usr/share/bash-completion/completions/peloractl",
                                   "/usr/share/man/man1/peloractl.1.gz"};
-  std::vector<std::string> deploy = {
-      "/usr/sbin/pelora-deploy", "/usr/share/pelora/deploy/pelora-deploy",
-      "/usr/share/pelora/deploy/schema.ldif", "/usr/share/pelora/deploy/display-specifiers.ldif",
-      "/usr/share/man/man8/pelora-deploy.8.gz"};
+  std::vector<std::string> deploy = {"/usr/sbin/pelora-deploy",
+                                     "/usr/share/pelora/deploy/pelora-deploy",
+                                     "/usr/share/pelora/deploy/schema.ldif",
+                                     "/usr/share/pelora/deploy/pelora-schema.ldf",
+                                     "/usr/share/pelora/deploy/Deploy-Pelora.ps1",
+                                     "/usr/share/pelora/deploy/display-specifiers.ldif",
+                                     "/usr/share/man/man8/pelora-deploy.8.gz"};
   const auto with_documents = [&](std::vector<std::string> files, const std::string& package) {
     for (const char* name : {"/NEWS.gz", "/changelog.gz", "/copyright"}) {
       files.push_back(doc + package + name);

@@ -39,6 +39,7 @@ TEST(Release, HoldsEverythingWithItsChecksum) {
                   "pelora-deploy_" + version + "_all.deb", "PeloraADS-" + version + ".msi",
                   std::string("PeloraADS.DLL"), std::string("PeloraADS.DLL.debug"),
                   std::string("schema.ldif"), std::string("display-specifiers.ldif"),
+                  std::string("pelora-schema.ldf"), std::string("Deploy-Pelora.ps1"),
                   std::string("CHANGES.md"), "pelora-administration-" + version + ".spdx.json"}));
   EXPECT_EQ(OutputOf("cd release; sha256sum --check --quiet SHA256SUMS; wc -l < SHA256SUMS"),
             std::to_string(names.size() - 1) + "\n");
