@@ -55,6 +55,8 @@ FindBar::FindBar(QWidget* parent)
   where_->setObjectName(QStringLiteral("find_where"));
   where_->addItems({QStringLiteral("Whole directory"), QString(), QString()});
   SetContainer({});
+  where_->setMinimumContentsLength(kViewCharacters);
+  where_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   views_->setObjectName(QStringLiteral("find_view"));
   views_->setMinimumContentsLength(kViewCharacters);
   views_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -63,19 +65,24 @@ FindBar::FindBar(QWidget* parent)
   ShowPlainly(*question_);
   question_->setBuddy(answer_);
 
-  auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins({});
-  const auto add = [&](const char* label, QWidget* field, int stretch) {
+  auto* what = new QHBoxLayout;
+  auto* view = new QHBoxLayout;
+  const auto add = [this](QHBoxLayout* line, const char* label, QWidget* field, int stretch) {
     auto* text = new QLabel(QString::fromLatin1(label), this);
     text->setBuddy(field);
-    layout->addWidget(text);
-    layout->addWidget(field, stretch);
+    line->addWidget(text);
+    line->addWidget(field, stretch);
   };
-  add("Fin&d:", text_, 3);
-  add("&In:", where_, 1);
-  add("Vie&w:", views_, 2);
-  layout->addWidget(question_);
-  layout->addWidget(answer_);
+  add(what, "Fin&d:", text_, 2);
+  add(what, "&In:", where_, 1);
+  add(view, "Vie&w:", views_, 2);
+  view->addWidget(question_);
+  view->addWidget(answer_);
+  view->addStretch(1);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins({});
+  layout->addLayout(what);
+  layout->addLayout(view);
 
   pause_.setSingleShot(true);
   pause_.setInterval(kTypingPause);

@@ -78,10 +78,10 @@ class ViewEditor final : public QDialog {
   [[nodiscard]] static QString FaultText(const std::string& filter,
                                          const session::QueryFault& fault) {
     constexpr qsizetype kShown = 40;
-    const QString before = ToQString(std::string_view(filter).substr(0, fault.position));
+    const QString before = ToQString(std::string_view(filter).substr(0, fault.place));
     return QStringLiteral("Character %1, behind \"%2\": %3.")
         .arg(before.size() + 1)
-        .arg(before.right(kShown), ToQString(fault.text));
+        .arg(before.right(kShown), ToQString(fault.reason));
   }
 
   QLineEdit* name_;

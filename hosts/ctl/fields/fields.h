@@ -22,7 +22,6 @@ using session::FieldValue;
 using session::FlagOfWord;
 using session::IsHiddenName;
 using session::JoinList;
-using session::NumberOfDigits;
 using session::PrintedLines;
 using session::PrintedText;
 using session::ReadField;

@@ -77,29 +77,31 @@ bool IsExtensibleMatch(std::string_view text) {
   return IsIdentifier(text);
 }
 
-constexpr std::string_view kNoAttribute = "an attribute is expected here";
-
 /// Reads a text from its beginning on; each function takes what it names and says whether it was
-/// there. The first that was not leaves its fault.
+/// there.
 class QueryReader {
  public:
-  explicit QueryReader(std::string_view text) : text_(text), left_(text) {}
+  explicit QueryReader(std::string_view text) : length_(text.size()), left_(text) {}
 
-  [[nodiscard]] std::optional<QueryFault> Fault() {
-    if (TakeFilter(0) && !left_.empty()) {
-      (void)Fail(left_.front() == ')' ? "this ) closes nothing"
-                                      : "nothing may stand behind the filter's last )");
-    }
-    return fault_;
+  [[nodiscard]] bool TakeAll() {
+    return TakeFilter(0) && (left_.empty() || Fail("nothing may stand behind the filter"));
   }
+  /// After something was not there.
+  [[nodiscard]] QueryFault fault() const { return fault_; }
 
  private:
+  /// Takes down what is wrong at the place that is reached; the first word counts.
+  bool Fail(std::string_view reason) {
+    if (fault_.reason.empty()) fault_ = {.place = length_ - left_.size(), .reason = reason};
+    return false;
+  }
+
   bool TakeFilter(int depth) {
     SkipBlanks();
-    if (depth > kDeepest) return Fail("filters lie too deep in each other");
-    if (!Take('(')) return Fail("a filter begins with (");
+    if (depth > kDeepest) return Fail("too many filters lie in one another");
+    if (!Take('(')) return Fail("an opening parenthesis is missing");
     if (!TakeContent(depth)) return false;
-    if (!Take(')')) return Fail("a ) is missing");
+    if (!Take(')')) return Fail("a closing parenthesis is missing");
     SkipBlanks();
     return true;
   }
@@ -115,33 +117,31 @@ class QueryReader {
   }
 
   bool TakeItem() {
-    const std::size_t equals = left_.find_first_of("=()");
-    if (equals == 0) return Fail(kNoAttribute);
-    if (equals == std::string_view::npos || left_[equals] != '=') {
-      left_.remove_prefix(std::min(equals, left_.size()));
-      return Fail("a comparison is missing: =, >=, <= or ~=");
+    const std::size_t end = std::min(left_.find_first_of("()"), left_.size());
+    const std::size_t equals = left_.find('=');
+    if (equals == 0 || equals == std::string_view::npos || equals > end) {
+      return Fail(end == 0 ? "a condition is missing" : "a condition is ATTRIBUTE=VALUE");
     }
     const std::string_view before = left_.substr(0, equals);
     const char sign = before.back();
     const std::string_view shorter = before.substr(0, before.size() - 1);
     const bool is_extensible = sign == ':';
-    const bool is_ordering = sign == '~' || sign == '<' || sign == '>';
-    const bool is_well_named =
-        is_extensible ? IsExtensibleMatch(shorter) : IsAttribute(is_ordering ? shorter : before);
-    if (!is_well_named) return Fail(kNoAttribute);
+    const bool is_compared = sign == '~' || sign == '<' || sign == '>';
+    const bool is_named =
+        is_extensible ? IsExtensibleMatch(shorter) : IsAttribute(is_compared ? shorter : before);
+    if (!is_named) return Fail("this is no name of an attribute");
     left_.remove_prefix(equals + 1);
-    return TakeValue(!is_extensible && !is_ordering);
+    return TakeValue(!is_extensible && !is_compared);
   }
 
   /// A value up to the closing parenthesis, which stays.
   bool TakeValue(bool may_have_asterisks) {
     while (!left_.empty() && left_.front() != ')') {
       const char sign = left_.front();
-      if (sign == '(') return Fail("a ( within a value is written \\28");
-      if (sign == '\0') return Fail("a value cannot hold the character 0 as it is");
-      if (sign == '*' && !may_have_asterisks) return Fail("no * can stand in this comparison");
+      if (sign == '(' || sign == '\0') return Fail("in a value this is written \\28 or \\00");
+      if (sign == '*' && !may_have_asterisks) return Fail("in this value a star is written \\2a");
       if (sign == '\\' && (left_.size() < 3 || !IsHexDigit(left_[1]) || !IsHexDigit(left_[2]))) {
-        return Fail("behind a \\ stand two hexadecimal digits");
+        return Fail("two hexadecimal digits follow a backslash");
       }
       left_.remove_prefix(sign == '\\' ? 3 : 1);
     }
@@ -158,23 +158,19 @@ class QueryReader {
     left_.remove_prefix(std::min(left_.find_first_not_of(" \t\r\n"), left_.size()));
   }
 
-  /// Something is wrong at the place that has been reached. Always false.
-  bool Fail(std::string_view text) {
-    fault_ = {.position = text_.size() - left_.size(), .text = text};
-    return false;
-  }
-
-  std::string_view text_;
+  std::size_t length_;
   std::string_view left_;
-  std::optional<QueryFault> fault_;
+  QueryFault fault_;
 };
 
 }  // namespace
 
-std::optional<QueryFault> FindQueryFault(std::string_view text) {
-  return QueryReader(text).Fault();
-}
+bool IsSearchQuery(std::string_view text) { return QueryReader(text).TakeAll(); }
 
-bool IsSearchQuery(std::string_view text) { return !FindQueryFault(text); }
+std::optional<QueryFault> FindQueryFault(std::string_view text) {
+  QueryReader reader(text);
+  if (reader.TakeAll()) return std::nullopt;
+  return reader.fault();
+}
 
 }  // namespace pelora::session

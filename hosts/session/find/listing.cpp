@@ -37,9 +37,8 @@ std::size_t CharacterPlace(std::string_view text, std::size_t byte) {
 
 ldap::StoreStatus WrongFilter(const std::string& filter, const QueryFault& fault) {
   return {.code = ldap::kLdapFilterError,
-          .text = filter + ": at character " +
-                  std::to_string(CharacterPlace(filter, fault.position)) + ": " +
-                  std::string(fault.text)};
+          .text = filter + ": at character " + std::to_string(CharacterPlace(filter, fault.place)) +
+                  ": " + std::string(fault.reason)};
 }
 
 /// The attribute that a finding is about: messages begin with it where a rule looks at several.

@@ -94,7 +94,7 @@ class ViewReader {
     }
     if (view.filter.empty()) return;
     if (const std::optional<QueryFault> fault = FindQueryFault(view.filter); fault) {
-      Fail("its filter is none: " + std::string(fault->text));
+      Fail("its filter is none: " + std::string(fault->reason));
     }
   }
 

@@ -95,36 +95,5 @@ TEST(SearchQuery, AreNotNestedWithoutEnd) {
   EXPECT_FALSE(IsSearchQuery(Nested(1'000'000)));
 }
 
-TEST(SearchQuery, SayWhereTheirFirstFaultIs) {
-  struct Case {
-    std::string_view query;
-    std::size_t position;
-    std::string_view text;
-  };
-  for (const Case& wrong : std::initializer_list<Case>{
-           {"", 0, "a filter begins with ("},
-           {"cn=Ada", 0, "a filter begins with ("},
-           {"(cn=Ada", 7, "a ) is missing"},
-           {"(&(a=b)", 7, "a ) is missing"},
-           {"(&(a=b)x)", 7, "a ) is missing"},
-           {"(cn=Ada))", 8, "this ) closes nothing"},
-           {"(cn=Ada) x", 9, "nothing may stand behind the filter's last )"},
-           {"(&)", 2, "a filter begins with ("},
-           {"(cn)", 3, "a comparison is missing: =, >=, <= or ~="},
-           {"(&(cn)(a=b))", 5, "a comparison is missing: =, >=, <= or ~="},
-           {"(|(a=b)(1cn=x))", 8, "an attribute is expected here"},
-           {"(=x)", 1, "an attribute is expected here"},
-           {"(cn=a(b)", 5, "a ( within a value is written \\28"},
-           {"(cn=ab\\zz)", 6, "behind a \\ stand two hexadecimal digits"},
-           {"(cn>=a*)", 6, "no * can stand in this comparison"}}) {
-    const std::optional<QueryFault> fault = FindQueryFault(wrong.query);
-    ASSERT_TRUE(fault) << wrong.query;
-    EXPECT_EQ(fault->position, wrong.position) << wrong.query;
-    EXPECT_EQ(fault->text, wrong.text) << wrong.query;
-  }
-  EXPECT_FALSE(FindQueryFault("(cn=Ada)"));
-  EXPECT_EQ(FindQueryFault(Nested(101))->text, "filters lie too deep in each other");
-}
-
 }  // namespace
 }  // namespace pelora::session

@@ -129,7 +129,7 @@ TEST(ViewsInFiles, AreRefusedWhole) {
            {Holding(R"({"name": "a\u202eb"})"), "control characters"},
            {Holding("{\"name\": \"" + std::string(201, 'x') + "\"}"), "too long"},
            {Holding(R"({"name": "x", "below": 1})"), "neither true nor false"},
-           {Holding(R"({"name": "x", "filter": "(cn=x"})"), "a ) is missing"},
+           {Holding(R"({"name": "x", "filter": "(cn=x"})"), "a closing parenthesis is missing"},
            {Holding(R"({"name": "x", "filter": ")" + std::string(10'001, 'x') + "\"}"), "too long"},
            {Holding(R"({"name": "x", "rule": "no-rule"})"), "there is no rule"},
            {Holding(R"({"name": "x", "columns": "name"})"), "columns is no list"},
