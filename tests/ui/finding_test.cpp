@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QLabel>
@@ -302,9 +303,12 @@ TEST_F(Finding, OpensAFileThatIsDropped) {
   const auto drop = [&empty](const QUrl& what) {
     QMimeData data;
     data.setUrls({what});
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&empty, &enter);
+    if (!enter.isAccepted()) return false;
     QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&empty, &event);
-    QCoreApplication::processEvents();
+    QTest::qWait(50);
     return empty.session() != nullptr;
   };
   EXPECT_FALSE(drop(QUrl(QStringLiteral("https://example.org/company.ldb"))));

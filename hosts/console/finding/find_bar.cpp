@@ -22,6 +22,7 @@ namespace {
 constexpr std::chrono::milliseconds kTypingPause{300};
 constexpr int kAnswerCharacters = 12;
 constexpr int kViewCharacters = 18;
+constexpr int kWhereCharacters = 12;
 /// Pasted lists may be long.
 constexpr int kLongestText = 1 << 20;
 
@@ -55,7 +56,7 @@ FindBar::FindBar(QWidget* parent)
   where_->setObjectName(QStringLiteral("find_where"));
   where_->addItems({QStringLiteral("Whole directory"), QString(), QString()});
   SetContainer({});
-  where_->setMinimumContentsLength(kViewCharacters);
+  where_->setMinimumContentsLength(kWhereCharacters);
   where_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   views_->setObjectName(QStringLiteral("find_view"));
   views_->setMinimumContentsLength(kViewCharacters);

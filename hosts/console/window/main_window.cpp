@@ -290,6 +290,7 @@ void MainWindow::ReportLater(const QString& text, const QString& reason) {
 void MainWindow::closeEvent(QCloseEvent* event) {
   // Whoever waits needs all of this.
   event->setAccepted(!errands_.IsRunning() && sheets_.CloseAll());
+  if (event->isAccepted()) Remember();
 }
 
 }  // namespace pelora::console
