@@ -81,6 +81,8 @@ SessionResult OpenServer(const std::string& server, const std::stop_token& stop)
   return result;
 }
 
+std::string ChangesFolder() { return UserDataFolder() / "pelora-console" / "changes"; }
+
 std::string SampleDirectoryPath() {
   // The folder carries the name of the program that made the first of these files.
   return UserDataFolder() / "pelora-console" / "sample-company.ldb";

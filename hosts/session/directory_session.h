@@ -57,6 +57,9 @@ struct SessionResult {
 /// nothing to do with the session afterwards.
 [[nodiscard]] SessionResult OpenServer(const std::string& server, const std::stop_token& stop = {});
 
+/// The folder in the user's data folder where it is kept what was written; need not be there.
+[[nodiscard]] std::string ChangesFolder();
+
 /// The sample company's file in the user's data folder: the same for every program of ours.
 [[nodiscard]] std::string SampleDirectoryPath();
 /// Opens the sample company's file, which is made when it is not there yet.

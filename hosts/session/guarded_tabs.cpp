@@ -158,6 +158,7 @@ std::optional<std::size_t> GuardedTabs::Commit() {
                       .errands = errands(),
                       .message_box = surroundings_.platform.message_box,
                       .desk = surroundings_.desk,
+                      .history = surroundings_.history,
                       .book = book_,
                       .name_of = [this](const std::string& dn) { return NameOf(dn); }},
                      std::move(tabs));

@@ -12,6 +12,7 @@
 #include "hosts/changes/recording_directory.h"
 #include "hosts/ldap/display_specifiers.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/session/change_history.h"
 #include "hosts/session/directory_browser.h"
 #include "hosts/session/errands.h"
 #include "hosts/session/field_book.h"
@@ -35,6 +36,8 @@ struct TabSurroundings {
   /// Where the person is asked and told around the writing. Null: failures are shown in the
   /// platform's boxes.
   IWritingDesk* desk = nullptr;
+  /// Where it is kept what was written, to be taken back. Null: nowhere.
+  ChangeHistory* history = nullptr;
 };
 
 /// How the opening of a sheet's tabs went.

@@ -72,6 +72,8 @@ std::vector<std::string> Difference(const EntryLines& before, const EntryLines& 
 ConsoleTest::ConsoleTest()
     : file_(folder_.File("company.ldb")),
       module_(resources::ResourceFile::Read(resources::EmbeddedResourceBytes())) {
+  // What is kept for the user is kept for the test alone.
+  qputenv("XDG_DATA_HOME", QByteArray::fromStdString(folder_.File("data")));
   if (!module_.value) throw std::runtime_error(module_.error);
   const ldap::StoreStatus made = ldap::CreateLdbDirectory(file_, ldap::SampleCompanyLdif());
   if (!made.Ok()) throw std::runtime_error(made.text);

@@ -13,6 +13,7 @@
 #include <QThread>
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <utility>
 
 #include "hosts/console/text/plain_text.h"
@@ -126,6 +127,9 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   platform_.emplace(*service_, message_box_, *choosers_, module_);
   store_ = std::move(store);
   session_ = std::move(session);
+  const std::string directory =
+      session_->is_file ? std::filesystem::absolute(session_->path).string() : session_->path;
+  history_.emplace(session::ChangesFolder(), directory, session_->store->schema());
   const QString path = ToQString(session_->path);
   const QString name = session_->is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
@@ -158,7 +162,8 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
                                         .platform = platform_->platform(),
                                         .templates = module_,
                                         .errands = &errands_,
-                                        .desk = &desk_},
+                                        .desk = &desk_,
+                                        .history = &*history_},
                                        this);
   if (made.is_stopped) return;
   if (!made.sheet) {
@@ -171,6 +176,10 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   QtPropertySheet* const sheet = made.sheet.get();
   sheet->machine().on_applied = [this, sheet, objects, is_outdated = made.is_outdated] {
     pane_->RefreshList();
+    if (!history_->failure().empty()) {
+      statusBar()->showMessage(QStringLiteral("This change cannot be taken back: %1")
+                                   .arg(Readable(ToQString(history_->failure()))));
+    }
     if (!is_outdated()) return;
     // Later: the sheet stands on the stack.
     QMetaObject::invokeMethod(
@@ -201,7 +210,7 @@ void MainWindow::UpdateActions() {
   properties_->setStatusTip(tip);
   properties_->setToolTip(PlainToolTip(tip));
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
-  refresh_->setEnabled(session_ != nullptr);
+  for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(session_ != nullptr);
   new_menu_->menuAction()->setEnabled(pane_->Container() != nullptr);
   parent_->setEnabled(pane_->HasParent());
 
