@@ -9,6 +9,7 @@
 
 #include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/ldb_store.h"
+#include "hosts/ldap/network/kerberos_ticket.h"
 #include "hosts/ldap/sample_company.h"
 #include "hosts/ldap/serialized_store.h"
 
@@ -77,7 +78,11 @@ SessionResult OpenServer(const std::string& server, const std::stop_token& stop)
   ldap::StoreStatus status = ldap::NetworkSession::Open({.server = server}, network, stop);
   if (!status.Ok()) return Refused(std::move(status.text));
   SessionResult result = Complete(std::make_unique<DirectorySession>(std::move(network)));
-  if (result.session) result.session->store->StopOn({});
+  if (!result.session) return result;
+  result.session->store->StopOn({});
+  // It has just been signed in with.
+  ldap::KerberosTicket ticket;
+  if (ldap::ReadKerberosTicket(ticket).Ok()) result.session->user = ticket.principal;
   return result;
 }
 

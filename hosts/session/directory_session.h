@@ -34,6 +34,8 @@ struct DirectorySession {
   /// The file's path, byte for byte as it was given, or the server's name.
   std::string path;
   bool is_file = true;
+  /// As whom it is worked with: `name@REALM`; empty with a file.
+  std::string user;
   ldap::IDirectoryStore* store;
   IDirectoryService& service;
   /// What the directory says of its classes' tabs and wizards.

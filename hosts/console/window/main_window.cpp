@@ -46,9 +46,12 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   MakeMenus();
   count_ = new QLabel(this);
   hint_ = new QLabel(this);
-  for (QLabel* label : {count_, hint_}) ShowPlainly(*label);
+  who_ = new QLabel(this);
+  who_->setObjectName(QStringLiteral("who"));
+  for (QLabel* label : {count_, hint_, who_}) ShowPlainly(*label);
   statusBar()->addWidget(count_);
   statusBar()->addPermanentWidget(hint_);
+  statusBar()->addPermanentWidget(who_);
   until_shown_.setInterval(kPatience);
   connect(&until_shown_, &QTimer::timeout, this, &MainWindow::ShowOpened);
   pane_->on_changed = [this] { UpdateActions(); };
@@ -133,6 +136,9 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   const QString path = ToQString(session_->path);
   const QString name = session_->is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
+  who_->setText(session_->user.empty()
+                    ? QStringLiteral("Directory file %1").arg(Readable(name))
+                    : QStringLiteral("%1 on %2").arg(Readable(ToQString(session_->user)), name));
   pane_->ShowDirectory(std::move(base), session_->open_another);
   return true;
 }
@@ -157,14 +163,17 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   for (const session::DirectoryObject& object : selection) names.append(ToQString(object.dn));
   const QString key = names.join(QLatin1Char('\n'));
   if (sheets_.Raise(key)) return;
-  SheetResult made = MakePropertySheet(selection, session_->specifiers,
-                                       {.store = *store_,
-                                        .platform = platform_->platform(),
-                                        .templates = module_,
-                                        .errands = &errands_,
-                                        .desk = &desk_,
-                                        .history = &*history_},
-                                       this);
+  SheetResult made = MakePropertySheet(
+      selection, session_->specifiers,
+      {.store = *store_,
+       .platform = platform_->platform(),
+       .templates = module_,
+       .errands = &errands_,
+       .desk = &desk_,
+       .history = &*history_,
+       .open_another = session_->open_another},
+      this,
+      [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
   if (made.is_stopped) return;
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
@@ -196,6 +205,25 @@ void MainWindow::OpenAnew(QtPropertySheet& sheet,
   ShowProperties(objects);
   const QList<QtPropertySheet*> open = sheets_.Open();
   if (!open.isEmpty()) open.back()->SelectPage(page);
+}
+
+void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& from) {
+  if (!from.isModal()) return ShowProperties(std::span(&object, 1));
+  // Nothing beside a modal window can be used: over it, the sheet is waited for.
+  const SheetResult made = MakePropertySheet(std::span(&object, 1), session_->specifiers,
+                                             {.store = *store_,
+                                              .platform = platform_->platform(),
+                                              .templates = module_,
+                                              .errands = &errands_,
+                                              .desk = &desk_,
+                                              .history = &*history_,
+                                              .open_another = session_->open_another},
+                                             &from);
+  if (!made.sheet) {
+    return ReportLater(QStringLiteral("There are no properties to show."), made.error);
+  }
+  made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
+  made.sheet->exec();
 }
 
 void MainWindow::UpdateActions() {

@@ -98,6 +98,8 @@ class MainWindow final : public QMainWindow {
   void OpenSelection();
   /// Shows the properties as they are by now, at the same page.
   void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
+  /// Shows the settings of an object that was found from within another window.
+  void ShowAnother(const session::DirectoryObject& object, QWidget& from);
   void UpdateActions();
   void AskForFile();
   void AskForServer();
@@ -131,6 +133,7 @@ class MainWindow final : public QMainWindow {
   QSet<QString> reports_;
   QLabel* count_ = nullptr;
   QLabel* hint_ = nullptr;
+  QLabel* who_ = nullptr;
   QAction* open_file_ = nullptr;
   QAction* connect_ = nullptr;
   QAction* quit_ = nullptr;
