@@ -71,9 +71,14 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
           .on_apply =
               [&tab](IDialog& dialog) {
                 tab.told.Forget();
-                tab.fields.touched.Look(dialog);
+                tab.fields.touched.LookBeforeApply(dialog);
               },
           .on_applied = [&fields] { fields.touched.KeepUnwritten(); },
+          .on_refused =
+              [this, &fields, page](IDialog& dialog) {
+                fields.touched.SettleIfRefilled(dialog);
+                TellEdited(page);
+              },
           .on_gone = [&fields] { fields.dialog = nullptr; }};
 }
 
@@ -192,8 +197,8 @@ std::optional<std::size_t> GuardedTabs::Commit() {
     Tab& tab = *pages_[page];
     const bool is_known = std::ranges::any_of(
         tabs, [&tab](const CommittedTab& known) { return known.recording == &tab.recording; });
-    if (!is_known)
-      tabs.push_back({.recording = &tab.recording, .page = page, .dialog = tab.fields.dialog});
+    if (is_known) continue;
+    tabs.push_back({.recording = &tab.recording, .page = page, .dialog = tab.fields.dialog});
   }
   SheetCommit commit({.store = surroundings_.store,
                       .errands = errands(),
@@ -204,8 +209,8 @@ std::optional<std::size_t> GuardedTabs::Commit() {
                       .name_of = [this](const std::string& dn) { return NameOf(dn); }},
                      std::move(tabs));
   const std::optional<std::size_t> left = commit.Run();
-  SettleWritten();
   is_outdated_ = is_outdated_ || commit.has_kept_theirs();
+  SettleWritten();
   return left;
 }
 

@@ -92,6 +92,18 @@ void TouchedFields::Settle(IDialog& dialog) {
   }
 }
 
+void TouchedFields::LookBeforeApply(IDialog& dialog) {
+  Look(dialog);
+  for (Field& field : fields_) field.before_apply = field.shown;
+}
+
+void TouchedFields::SettleIfRefilled(IDialog& dialog) {
+  const bool is_refilled = std::ranges::any_of(fields_, [&dialog](const Field& field) {
+    return field.shows != Shows::kLess && ShownBy(field.row, dialog) != field.before_apply;
+  });
+  if (is_refilled) Settle(dialog);
+}
+
 void TouchedFields::Touch(ControlId control) {
   bool is_accounted_for = false;
   for (Field& field : fields_) {
@@ -124,6 +136,12 @@ void TouchedFields::KeepUnwritten() {
 }
 
 bool TouchedFields::IsChanged(std::size_t field) const { return fields_.at(field).IsChanged(); }
+
+bool TouchedFields::WasUndecided(std::size_t field) const {
+  const Field& known = fields_.at(field);
+  return known.row.kind == FieldKind::kFlag &&
+         known.read == std::to_string(static_cast<int>(CheckState::kIndeterminate));
+}
 
 bool TouchedFields::HasChangedFields() const {
   return std::ranges::any_of(fields_, &Field::IsChanged);

@@ -30,6 +30,11 @@ class TouchedFields {
 
   /// The dialog has been filled, or written: what it shows now is what nobody has changed.
   void Settle(IDialog& dialog);
+  /// The page is about to apply: a look.
+  void LookBeforeApply(IDialog& dialog);
+  /// The page has not applied. Where it shows something else than before, it has filled itself
+  /// anew, and that is what nobody has changed.
+  void SettleIfRefilled(IDialog& dialog);
   /// A control has reported something.
   void Touch(ControlId control);
   /// Looks which fields show something else.
@@ -40,6 +45,10 @@ class TouchedFields {
 
   /// Whether a field was changed, by the last look.
   [[nodiscard]] bool IsChanged(std::size_t field) const;
+  /// Whether a field's value was taken away by `RemoveValue`, and nothing put in its place.
+  [[nodiscard]] bool IsRemoved(std::size_t field) const { return fields_.at(field).is_removed; }
+  /// Whether a box was filled undecided.
+  [[nodiscard]] bool WasUndecided(std::size_t field) const;
   /// Whether any field was changed.
   [[nodiscard]] bool HasChangedFields() const;
   /// Whether something was reported for which none of the compared fields accounts: it may have
@@ -73,6 +82,7 @@ class TouchedFields {
     std::string read{};
     ButtonStyle read_style = ButtonStyle::kAutoCheckBox;
     std::string shown{};
+    std::string before_apply{};
     bool was_reported = false;
     bool is_removed = false;
     bool is_unwritten = false;

@@ -22,6 +22,8 @@ struct PageWatch {
   std::function<void(IDialog& dialog)> on_apply;
   /// The page has applied: what it staged is recorded, and not written yet.
   std::function<void()> on_applied;
+  /// The page has not applied.
+  std::function<void(IDialog& dialog)> on_refused;
   /// The dialog goes.
   std::function<void()> on_gone;
 };
@@ -67,7 +69,11 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     if (notification != PageNotification::kApply) return page.OnPageNotification(notification);
     if (dialog_ != nullptr) watch_.on_apply(*dialog_);
     const std::int32_t answer = page.OnPageNotification(notification);
-    if (answer == kPageApplied) watch_.on_applied();
+    if (answer == kPageApplied) {
+      watch_.on_applied();
+    } else if (dialog_ != nullptr) {
+      watch_.on_refused(*dialog_);
+    }
     return answer == kPageInvalidStay ? sheets::kPageInvalidShow : answer;
   }
   void OnDestroy() override {

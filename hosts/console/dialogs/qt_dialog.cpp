@@ -78,6 +78,7 @@ void QtDialog::SetReadOnly(ControlId id, const QString& why) {
   control->SetEnabled(false);
   control->widget().setToolTip(PlainToolTip(why));
   control->widget().setAccessibleDescription(why);
+  control->widget().setProperty(kWhyReadOnly, why);
 }
 
 bool QtDialog::IsEnabled(ControlId id) const {

@@ -13,6 +13,9 @@
 
 namespace pelora::console {
 
+/// The property of a widget that cannot be used which says why.
+inline constexpr const char* kWhyReadOnly = "why_read_only";
+
 /// What a dialog tells the window that holds it.
 struct DialogHost {
   /// A page has changes to apply, or none any more.

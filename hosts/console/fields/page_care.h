@@ -2,14 +2,18 @@
 #pragma once
 
 #include <QPointer>
+#include <functional>
 #include <map>
 #include <optional>
 #include <vector>
 
 #include "hosts/console/dialogs/qt_dialog.h"
+#include "hosts/console/fields/field_menu.h"
 #include "hosts/console/fields/page_marks.h"
 #include "hosts/session/page_fields.h"
 #include "hosts/session/typed/judge_page.h"
+
+class QLineEdit;
 
 namespace pelora::console {
 
@@ -41,12 +45,26 @@ class PageCare final {
   [[nodiscard]] QWidget* WidgetOf(std::size_t field) const;
   [[nodiscard]] std::string TextOf(std::size_t field) const;
 
+  /// Sets a field back to what was read.
+  void SetBack(std::size_t field);
+  /// Whether a field has a value that can be taken away.
+  [[nodiscard]] bool CanRemove(std::size_t field) const;
+  /// Takes the value of a field from every object.
+  void RemoveValue(std::size_t field);
+  /// Called when something was changed by one of these. May be none.
+  std::function<void()> on_changed;
+
  private:
+  /// Shows in the control itself what of the objects' values it does not show.
+  void ShowValuesInPlace();
+  void ShowValueInPlace(QLineEdit& edit, std::size_t field, const QString& values);
   void DrawMarks();
 
   session::PageFields& fields_;
   QtDialog& dialog_;
   QPointer<PageMarks> marks_;
+  FieldMenu menu_;
+  std::vector<Hint> hints_;
   std::vector<session::FieldJudgement> notes_;
   /// With the text that was looked up.
   struct LookedUp {

@@ -11,6 +11,7 @@ namespace {
 constexpr int kGap = 1;
 constexpr int kBar = 3;
 constexpr int kThickBar = 4;
+constexpr int kHintMargin = 5;
 
 bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::Window).lightness() <
@@ -42,8 +43,9 @@ PageMarks::PageMarks(QWidget& page) : QWidget(page.parentWidget()), page_(page) 
   raise();
 }
 
-void PageMarks::SetMarks(std::vector<Mark> marks) {
+void PageMarks::SetMarks(std::vector<Mark> marks, std::vector<Hint> hints) {
   marks_ = std::move(marks);
+  hints_ = std::move(hints);
   raise();
   update();
 }
@@ -66,6 +68,15 @@ void PageMarks::paintEvent(QPaintEvent* /*event*/) {
     if (mark.kind == MarkKind::kChanged) continue;
     painter.setPen(QPen(colour, 1, mark.kind == MarkKind::kOdd ? Qt::DashLine : Qt::SolidLine));
     painter.drawRect(place.adjusted(0, 0, -1, -1));
+  }
+  for (const Hint& hint : hints_) {
+    if (hint.control.isNull() || hint.control->isHidden()) continue;
+    const QRect place(hint.control->mapTo(&page_, QPoint(0, 0)), hint.control->size());
+    painter.setFont(hint.control->font());
+    painter.setPen(hint.control->palette().color(QPalette::PlaceholderText));
+    painter.drawText(place.adjusted(kHintMargin, 0, -kHintMargin, 0),
+                     Qt::AlignVCenter | (isRightToLeft() ? Qt::AlignLeft : Qt::AlignRight),
+                     hint.text);
   }
 }
 

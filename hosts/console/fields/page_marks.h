@@ -23,6 +23,12 @@ struct Mark {
   MarkKind kind = MarkKind::kChanged;
 };
 
+/// What is said within a control, behind its text.
+struct Hint {
+  QPointer<QWidget> control;
+  QString text;
+};
+
 /// Marks on the controls of a page, drawn over the page by a pane that takes neither the mouse nor
 /// the keyboard: the page's own layout stays what it is. Each kind has a shape of its own, beside
 /// its colour.
@@ -33,8 +39,9 @@ class PageMarks final : public QWidget {
   /// Lies over `page`, in its parent.
   explicit PageMarks(QWidget& page);
 
-  void SetMarks(std::vector<Mark> marks);
+  void SetMarks(std::vector<Mark> marks, std::vector<Hint> hints);
   [[nodiscard]] const std::vector<Mark>& marks() const { return marks_; }
+  [[nodiscard]] const std::vector<Hint>& hints() const { return hints_; }
 
   bool eventFilter(QObject* object, QEvent* event) override;
 
@@ -44,6 +51,7 @@ class PageMarks final : public QWidget {
  private:
   QWidget& page_;
   std::vector<Mark> marks_;
+  std::vector<Hint> hints_;
 };
 
 }  // namespace pelora::console

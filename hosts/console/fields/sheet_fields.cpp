@@ -49,7 +49,14 @@ void SheetFields::OnEdited(std::size_t page) {
   QtDialog* const dialog = sheet_.Dialog(page);
   if (dialog == nullptr) return;
   auto& care = pages_[page];
-  if (!care) care = std::make_unique<PageCare>(tabs_->Fields(page), *dialog);
+  if (!care) {
+    care = std::make_unique<PageCare>(tabs_->Fields(page), *dialog);
+    care->on_changed = [this, page] {
+      // The page does not say so of a value that was not shown.
+      sheet_.machine().SetModified(page, true);
+      OnEdited(page);
+    };
+  }
   care->Refresh();
   TellMachine(page);
   LookUp(page);
@@ -124,10 +131,12 @@ void SheetFields::AddOffer(FootNote& note, PageCare& page, std::size_t field) {
   const FieldRow& row = page.fields().touched.Row(field);
   if (row.kind == FieldKind::kServer && note.level == FootNote::Level::kOdd) {
     note.action = QStringLiteral("C&lear");
-    note.act = [this, &page, field] {
-      page.fields().dialog->SetText(page.fields().touched.Row(field).control, "");
-      ShowNote();
-    };
+    note.act = [&page, field] { page.RemoveValue(field); };
+  }
+  if (note.level == FootNote::Level::kWrong && page.TextOf(field).empty() &&
+      page.CanRemove(field)) {
+    note.action = QStringLiteral("&Remove from %1").arg(page.fields().selection.size());
+    note.act = [&page, field] { page.RemoveValue(field); };
   }
   const bool is_query =
       row.attributes.front() == session::kQueryField && !page.TextOf(field).empty();

@@ -66,6 +66,19 @@ Judgement JudgeTyped(const PageFields& fields, std::size_t field) {
   return judge(text);
 }
 
+/// A field of several objects that is emptied takes their values from all of them: that is asked
+/// for by a command of its own.
+Judgement JudgeEmptied(const PageFields& fields, std::size_t field) {
+  const FieldRow& row = fields.touched.Row(field);
+  const std::size_t count = fields.selection.size();
+  if (count < 2 || !IsTyped(row) || !CanBeUsed(fields, row)) return {};
+  if (!fields.touched.IsChanged(field) || fields.touched.IsRemoved(field)) return {};
+  if (!fields.dialog->Text(row.control).empty()) return {};
+  return {.verdict = Verdict::kWrong,
+          .sentence = "This is empty. Remove the value from " + std::to_string(count) +
+                      " objects, or go back to what was read?"};
+}
+
 /// The default one of a list of texts cannot be taken away by its page, only replaced.
 Judgement JudgeDefaultEntry(const PageFields& fields, std::size_t field) {
   const FieldRow& row = fields.touched.Row(field);
@@ -167,7 +180,8 @@ std::vector<FieldJudgement> JudgePage(const PageFields& fields) {
   std::vector<FieldJudgement> judgements;
   if (!fields.IsShown()) return judgements;
   for (std::size_t field = 0; field < fields.touched.Count(); ++field) {
-    for (Judgement judgement : {JudgeTyped(fields, field), JudgeDefaultEntry(fields, field)}) {
+    for (Judgement judgement : {JudgeTyped(fields, field), JudgeDefaultEntry(fields, field),
+                                JudgeEmptied(fields, field)}) {
       if (judgement.sentence.empty()) continue;
       const bool is_stored = !fields.touched.IsChanged(field);
       if (is_stored && judgement.verdict == Verdict::kWrong) judgement.verdict = Verdict::kOdd;

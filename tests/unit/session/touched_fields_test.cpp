@@ -121,6 +121,20 @@ TEST_F(TouchedFieldsTest, AListIsLookedAtOnceItReportedSomething) {
   EXPECT_TRUE(fields_.IsChanged(kOthers));
 }
 
+TEST_F(TouchedFieldsTest, APageThatFillsItselfAnewInsteadOfApplyingIsUnchanged) {
+  dialog_.SetText(IDC_QUOTA_HARD, "600");
+  fields_.LookBeforeApply(dialog_);
+  fields_.SettleIfRefilled(dialog_);
+  EXPECT_TRUE(fields_.HasChangedFields()) << "it only refused";
+  dialog_.SetText(IDC_QUOTA_HARD, "700");
+  // The page's own filling is reported, and looked at.
+  fields_.Look(dialog_);
+  fields_.SettleIfRefilled(dialog_);
+  EXPECT_FALSE(fields_.HasChangedFields());
+  dialog_.SetText(IDC_QUOTA_HARD, "500");
+  EXPECT_EQ(Wanted(), "PELORAQUOTAHARD otherMailbox unknown");
+}
+
 TEST_F(TouchedFieldsTest, AButtonOfNoFieldMayHaveEditedAList) {
   constexpr std::size_t kOthers = 3;
   dialog_.ListBox(IDC_EMAIL_LIST).Add("a@x.test");
