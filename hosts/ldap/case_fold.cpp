@@ -63,12 +63,33 @@ char16_t Capital(char16_t letter) {
   return static_cast<char16_t>(letter + row.offset);
 }
 
-}  // namespace
+constexpr bool IsAscii(char letter) { return static_cast<unsigned char>(letter) < 0x80; }
 
-std::string FoldCase(std::string_view text) {
+constexpr char AsciiCapital(char letter) {
+  return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+std::string FoldLetters(std::string_view text) {
   std::u16string letters = ToUtf16(text);
   std::transform(letters.begin(), letters.end(), letters.begin(), Capital);
   return ToUtf8(letters);
+}
+
+}  // namespace
+
+std::string FoldCase(std::string_view text) {
+  // Names are folded all the time, and most of their letters are ASCII.
+  std::string folded;
+  folded.reserve(text.size());
+  while (!text.empty()) {
+    const auto other = std::ranges::find_if_not(text, IsAscii);
+    std::transform(text.begin(), other, std::back_inserter(folded), AsciiCapital);
+    text = {other, text.end()};
+    const auto next = std::ranges::find_if(text, IsAscii);
+    if (next != text.begin()) folded += FoldLetters({text.begin(), next});
+    text = {next, text.end()};
+  }
+  return folded;
 }
 
 }  // namespace pelora::ldap
