@@ -26,6 +26,9 @@ cmake --build build/native --target ldb_directory_test \
   echo "packages in a system that has nothing else"
   tests/packages/clean_system.sh || failed=1
   echo
+  echo "a release, built twice"
+  tests/packages/release_twice.sh || failed=1
+  echo
   [ "$failed" -eq 0 ] && echo "all held" || echo "SOMETHING FAILED"
   exit "$failed"
 } | tee build/long.txt

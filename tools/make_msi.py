@@ -102,7 +102,8 @@ def make(arguments, source_date, folder):
                          (arguments.module, "PeloraADS.DLL"), (ICON, "object.ico"), (LICENCE, "LICENSE.txt")):
         shutil.copyfile(source, folder / name)
         files.append(folder / name)
-    sign(folder / "PeloraADS.DLL")
+    if not arguments.signed_module:
+        sign(folder / "PeloraADS.DLL")
     for path in files:
         # The cabinet holds the files with their times.
         os.utime(path, (source_date, source_date))
@@ -147,6 +148,7 @@ def parse_arguments():
     parser.add_argument("--homepage", default="https://pelora.example/", help="link of the installed program's entry")
     parser.add_argument("--contact", default="The Pelora administration developers",
                         help="whom the installed program's entry names")
+    parser.add_argument("--signed-module", action="store_true", help="the module has been signed already")
     return parser.parse_args()
 
 

@@ -63,6 +63,10 @@ void RecordingDirectory::Settle(const Change& change, const Result& result) {
 
 void RecordingDirectory::AcceptAsSeen(const Result& result) { parts_->memory.AcceptAsSeen(result); }
 
+void RecordingDirectory::Drop(const std::string& dn, std::string_view attribute) {
+  parts_->memory.Drop(dn, attribute);
+}
+
 void RecordingDirectory::Forget(const std::string& dn) {
   parts_->store.TakeBack(dn);
   parts_->memory.Forget(dn);

@@ -92,6 +92,10 @@ class RecordingDirectory final : public IDirectoryService {
   /// what is pending too, so that the next write, if there is one, replaces it knowingly.
   void AcceptAsSeen(const Result& result);
 
+  /// Drops what is recorded of one attribute of an object. What a page was told of it stays: a page
+  /// that stages it once more starts from that.
+  void Drop(const std::string& dn, std::string_view attribute);
+
   /// Drops what is known and recorded of an object, what is pending included.
   void Forget(const std::string& dn);
 

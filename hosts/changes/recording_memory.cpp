@@ -140,6 +140,12 @@ void RecordingMemory::AcceptAsSeen(const Result& result) {
   }
 }
 
+void RecordingMemory::Drop(const std::string& dn, std::string_view attribute) {
+  Object& object = At(dn);
+  EraseNamed(object.unwritten, attribute);
+  Enlist(object);
+}
+
 void RecordingMemory::Forget(const std::string& dn) {
   const auto found = objects_.find(ldap::FoldCase(dn));
   if (found == objects_.end()) return;
@@ -188,8 +194,9 @@ void RecordingMemory::Enlist(Object& object) {
   const bool is_unwritten = object.added || !object.unwritten.empty();
   if (is_unwritten == object.place.has_value()) return;
   if (is_unwritten) {
+    // It has no place before it is listed: without memory for that it is listed the next time.
+    unwritten_.emplace(next_place_, ldap::FoldCase(object.dn));
     object.place = next_place_++;
-    unwritten_.emplace(*object.place, ldap::FoldCase(object.dn));
   } else {
     unwritten_.erase(*object.place);
     object.place.reset();

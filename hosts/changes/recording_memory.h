@@ -44,6 +44,7 @@ class RecordingMemory {
   [[nodiscard]] bool HasUnwritten() const { return !unwritten_.empty(); }
   void Settle(const Change& change, const Result& result);
   void AcceptAsSeen(const Result& result);
+  void Drop(const std::string& dn, std::string_view attribute);
   void Forget(const std::string& dn);
 
  private:

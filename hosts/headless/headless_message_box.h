@@ -24,6 +24,8 @@ class HeadlessMessageBox final : public IMessageBox {
   [[nodiscard]] std::size_t AnswersLeft() const { return answers_.size(); }
   [[nodiscard]] const std::vector<Record>& records() const { return records_; }
   void ClearRecords() { records_.clear(); }
+  /// Whether one of them told of an error, and not of less.
+  [[nodiscard]] bool HasToldOfError() const;
 
   std::int32_t Show(IDialog* owner, const Message& message) override;
 

@@ -34,6 +34,8 @@ class HeadlessModalDialogs final : public IModalDialogs {
   /// scripts follow in the queue.
   void PlayNext(Script script) { scripts_.push_back(std::move(script)); }
   [[nodiscard]] std::size_t ScriptsLeft() const { return scripts_.size(); }
+  /// Takes back the scripts of dialogs that did not open: the next one is not theirs.
+  void ForgetScripts() { scripts_.clear(); }
   /// In the order in which the dialogs ended.
   [[nodiscard]] const std::vector<Record>& records() const { return records_; }
 

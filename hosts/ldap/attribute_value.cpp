@@ -2,6 +2,7 @@
 #include "hosts/ldap/attribute_value.h"
 
 #include <charconv>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -105,8 +106,9 @@ HRESULT DecodeValues(Syntax syntax, const AttributeValues& values, Variant& valu
 HRESULT EncodeValues(Syntax syntax, const Variant& value, AttributeValues& values) {
   values.clear();
   const bool is_array = value.type() == kVariantArray;
+  const auto elements = is_array ? std::span<const Variant>(value.array()) : std::span(&value, 1);
   AttributeValues encoded;
-  for (const Variant& element : is_array ? value.array() : std::vector<Variant>{value}) {
+  for (const Variant& element : elements) {
     std::optional<std::string> bytes = Encode(syntax, element);
     if (!bytes) return E_ADS_CANT_CONVERT_DATATYPE;
     encoded.push_back(*std::move(bytes));

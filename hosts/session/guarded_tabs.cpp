@@ -2,27 +2,21 @@
 #include "hosts/session/guarded_tabs.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include "directory/error_text.h"
-#include "hosts/changes/change_runner.h"
 #include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
-#include "hosts/resources/field_label.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
+#include "hosts/session/sheet_commit.h"
 #include "hosts/session/told_failures.h"
 #include "hosts/session/touched_fields.h"
 #include "hosts/session/watched_page.h"
 #include "platform/field_rows.h"
 
 namespace pelora::session {
-
-using changes::Change;
-using changes::Outcome;
-using changes::Result;
 
 struct GuardedTabs::Tab {
   Tab(const TabSurroundings& surroundings, IErrands& errands)
@@ -44,53 +38,20 @@ struct GuardedTabs::Tab {
   ToldFailures told;
   std::unique_ptr<IDirectoryService> between;
   Platform platform;
-  FieldLabels labels;
   /// The dialog of its page, once that was shown. Only to be used while the page applies.
   IDialog* dialog = nullptr;
-};
-
-struct GuardedTabs::Planned {
-  struct Part {
-    Tab* tab;
-    std::size_t page;
-    Change change;
-  };
-
-  Change change;
-  std::vector<Part> parts;
-
-  [[nodiscard]] bool Takes(const Change& other) const {
-    return change.kind == Change::Kind::kModify && other.kind == Change::Kind::kModify &&
-           ldap::FoldCase(change.dn) == ldap::FoldCase(other.dn) &&
-           std::ranges::none_of(other.attributes, [this](const changes::ValueChange& value) {
-             return change.Find(value.attribute) != nullptr;
-           });
-  }
-  void Take(Tab& tab, std::size_t page, Change other) {
-    if (parts.empty()) {
-      change = other;
-    } else {
-      change.attributes.insert(change.attributes.end(), other.attributes.begin(),
-                               other.attributes.end());
-    }
-    parts.push_back({.tab = &tab, .page = page, .change = std::move(other)});
-  }
 };
 
 GuardedTabs::GuardedTabs(TabSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
 
 GuardedTabs::~GuardedTabs() = default;
 
-void GuardedTabs::Learn(Tab& tab, IUnknown& component, DialogId dialog) const {
+void GuardedTabs::Learn(Tab& tab, IUnknown& component, DialogId dialog) {
   const Ref<IFieldRows> rows = Query<IFieldRows>(component);
   const auto page = surroundings_.templates.Dialog(dialog);
   if (!rows || !page.value) return;
   std::vector<FieldRow> fields = rows->Fields();
-  for (const FieldRow& row : fields) {
-    for (const std::string_view attribute : row.attributes) {
-      tab.labels.try_emplace(std::string(attribute), resources::FieldLabel(row, *page.value));
-    }
-  }
+  book_.Add(fields, *page.value);
   tab.fields.Watch(std::move(fields));
 }
 
@@ -126,7 +87,10 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
 
 ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection) {
   std::vector<std::string> names;
-  for (const DirectoryObject& object : selection) names.push_back(object.dn);
+  for (const DirectoryObject& object : selection) {
+    names.push_back(object.dn);
+    names_.emplace(ldap::FoldCase(object.dn), object.name);
+  }
   std::vector<std::string> attributes = ldap::BoundAttributes();
   attributes.emplace_back("objectClass");
   ldap::StoreStatus status;
@@ -181,78 +145,30 @@ TabsOpening GuardedTabs::Open(std::span<const DirectoryObject> selection,
                      AdviceOnReading(failure)};
 }
 
-std::vector<GuardedTabs::Planned> GuardedTabs::Plan() {
-  std::vector<Planned> plan;
-  // Where an object stands that was planned first.
-  std::map<std::string, std::size_t> places;
+std::optional<std::size_t> GuardedTabs::Commit() {
+  std::vector<CommittedTab> tabs;
   for (std::size_t page = 0; page < pages_.size(); ++page) {
     Tab& tab = *pages_[page];
-    if (std::find(pages_.begin(), pages_.begin() + static_cast<std::ptrdiff_t>(page), &tab) !=
-        pages_.begin() + static_cast<std::ptrdiff_t>(page)) {
-      continue;
-    }
-    for (Change& change : tab.recording.TakeRecorded()) {
-      const auto [place, is_first] = places.emplace(ldap::FoldCase(change.dn), plan.size());
-      if (!is_first && plan[place->second].Takes(change)) {
-        plan[place->second].Take(tab, page, std::move(change));
-      } else {
-        plan.emplace_back().Take(tab, page, std::move(change));
-      }
-    }
+    const bool is_known = std::ranges::any_of(
+        tabs, [&tab](const CommittedTab& known) { return known.recording == &tab.recording; });
+    if (!is_known)
+      tabs.push_back({.recording = &tab.recording, .page = page, .dialog = tab.dialog});
   }
-  return plan;
+  SheetCommit commit({.store = surroundings_.store,
+                      .errands = errands(),
+                      .message_box = surroundings_.platform.message_box,
+                      .desk = surroundings_.desk,
+                      .book = book_,
+                      .name_of = [this](const std::string& dn) { return NameOf(dn); }},
+                     std::move(tabs));
+  const std::optional<std::size_t> left = commit.Run();
+  is_outdated_ = is_outdated_ || commit.has_kept_theirs();
+  return left;
 }
 
-std::vector<Result> GuardedTabs::Write(const std::vector<Planned>& plan) {
-  std::vector<Change> all;
-  for (const Planned& planned : plan) all.push_back(planned.change);
-  std::vector<Result> results(plan.size());
-  const auto write = [&](IErrand& errand) {
-    const changes::RunOptions options{.stops_at_first = true, .stop = errand.stop()};
-    surroundings_.store.StopOn(errand.give_up());
-    changes::RunChanges(surroundings_.store, all, options,
-                        [&](std::size_t at, const Result& result) {
-                          results[at] = result;
-                          errand.Advance(at + 1, all.size() > 1 ? all.size() : 0);
-                        });
-    surroundings_.store.StopOn({});
-  };
-  errands().Run(all.size() == 1
-                    ? std::string("Writing the changes...")
-                    : "Writing the changes of " + std::to_string(all.size()) + " objects...",
-                write);
-  return results;
-}
-
-std::size_t GuardedTabs::Tell(const Planned& planned, const Result& result) {
-  const Planned::Part& first = planned.parts.front();
-  // Stopped before its turn: whoever stopped it knows.
-  if (result.outcome == Outcome::kSkipped) return first.page;
-  FieldLabels labels;
-  for (const Planned::Part& part : planned.parts) {
-    labels.insert(part.tab->labels.begin(), part.tab->labels.end());
-  }
-  surroundings_.platform.message_box.Show(first.tab->dialog,
-                                          WriteFailureMessage(planned.change, result, labels));
-  return first.page;
-}
-
-std::optional<std::size_t> GuardedTabs::Commit() {
-  const std::vector<Planned> plan = Plan();
-  if (plan.empty()) return std::nullopt;
-  const std::vector<Result> results = Write(plan);
-  for (std::size_t at = 0; at < plan.size(); ++at) {
-    for (const Planned::Part& part : plan[at].parts) {
-      part.tab->recording.Settle(part.change, results[at]);
-    }
-  }
-  const auto left = std::ranges::find_if(results, [](const Result& r) { return !r.IsDone(); });
-  if (left == results.end()) return std::nullopt;
-  const Planned& planned = plan[static_cast<std::size_t>(left - results.begin())];
-  const std::size_t page = Tell(planned, *left);
-  // They have been seen: whoever applies once more means it.
-  for (const Planned::Part& part : planned.parts) part.tab->recording.AcceptAsSeen(*left);
-  return page;
+std::string GuardedTabs::NameOf(const std::string& dn) const {
+  const auto found = names_.find(ldap::FoldCase(dn));
+  return found == names_.end() ? dn : found->second;
 }
 
 }  // namespace pelora::session

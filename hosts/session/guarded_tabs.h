@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -13,7 +14,8 @@
 #include "hosts/resources/resource_file.h"
 #include "hosts/session/directory_browser.h"
 #include "hosts/session/errands.h"
-#include "hosts/session/write_failure.h"
+#include "hosts/session/field_book.h"
+#include "hosts/session/writing_desk.h"
 #include "platform/platform.h"
 #include "platform/shell_extension.h"
 
@@ -30,6 +32,9 @@ struct TabSurroundings {
   std::function<std::unique_ptr<IDirectoryService>(IDirectoryService& directory)> between{};
   /// Who has done what takes its time. Null: it is done at once.
   IErrands* errands = nullptr;
+  /// Where the person is asked and told around the writing. Null: failures are shown in the
+  /// platform's boxes.
+  IWritingDesk* desk = nullptr;
 };
 
 /// How the opening of a sheet's tabs went.
@@ -67,37 +72,35 @@ class GuardedTabs {
                                  const ldap::DisplaySpecifiers& specifiers,
                                  const AddPropSheetPage& add_page);
 
-  /// Writes what the tabs have recorded, object by object. The first that cannot be written ends it
-  /// and is shown in a box; objects before it are written. Nothing when nothing is left to be
+  /// Writes what the tabs have recorded: see `SheetCommit`. Nothing when nothing is left to be
   /// written; otherwise a page (from 0, in the order in which pages were taken) of which something
   /// is. For `SheetMachine::commit`.
   [[nodiscard]] std::optional<std::size_t> Commit();
+  /// Whether the pages show something that is not in the directory, and is not to be written:
+  /// somebody else's value was kept. The sheet is to be opened anew when nothing is left in it.
+  [[nodiscard]] bool is_outdated() const { return is_outdated_; }
 
  private:
   struct Tab;
-  /// What is to be written of one object, and which tabs recorded what of it.
-  struct Planned;
 
   [[nodiscard]] IErrands& errands() {
     return surroundings_.errands != nullptr ? *surroundings_.errands : at_once_;
   }
   [[nodiscard]] ldap::StoreStatus Read(std::span<const DirectoryObject> selection);
   /// Takes down what the page's fields are called, and has them watched.
-  void Learn(Tab& tab, IUnknown& component, DialogId dialog) const;
+  void Learn(Tab& tab, IUnknown& component, DialogId dialog);
   [[nodiscard]] HRESULT AddTab(const Guid& class_id, IDataObject& selection,
                                const AddPropSheetPage& add_page);
-  /// What all tabs have recorded; what several have of one object together, unless they are about
-  /// the same attribute.
-  [[nodiscard]] std::vector<Planned> Plan();
-  /// What became of each; in the same order.
-  [[nodiscard]] std::vector<changes::Result> Write(const std::vector<Planned>& plan);
-  /// Tells why something could not be written; the page that it concerns.
-  std::size_t Tell(const Planned& planned, const changes::Result& result);
+  [[nodiscard]] std::string NameOf(const std::string& dn) const;
 
   TabSurroundings surroundings_;
   ErrandsAtOnce at_once_;
   /// As they were read, in the order of the selection.
   std::vector<ldap::Entry> entries_;
+  /// What the objects are called, by `ldap::FoldCase` of their names.
+  std::map<std::string, std::string> names_;
+  FieldBook book_;
+  bool is_outdated_ = false;
   std::vector<std::unique_ptr<Tab>> tabs_;
   /// The tab of each page.
   std::vector<Tab*> pages_;

@@ -44,8 +44,15 @@ HRESULT ToldFailures::BindPaths(std::span<const std::string> paths, const Guid& 
 
 std::int32_t ToldFailures::Show(IDialog* owner, const Message& message) {
   const std::optional<Failure> failure = std::exchange(failure_, std::nullopt);
-  if (!failure || message.icon != MessageIcon::kError) return box_.Show(owner, message);
   Message told = message;
+  if (!failure && message.icon == MessageIcon::kError) {
+    const std::string& words = directory_.last_failure().text;
+    if (words != std::exchange(known_words_, words)) {
+      told.text += "\r\n\r\nThe directory says: " + words;
+    }
+    return box_.Show(owner, told);
+  }
+  if (!failure || message.icon != MessageIcon::kError) return box_.Show(owner, message);
   told.text += "\r\n";
   if (!failure->path.empty()) told.text += "\r\nObject: " + failure->path;
   if (!failure->words.empty()) told.text += "\r\nThe directory says: " + failure->words;

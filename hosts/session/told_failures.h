@@ -12,7 +12,8 @@ namespace pelora::session {
 
 /// Forwards to a tab's directory and to the host's message box, and has the boxes say more: when a
 /// page shows that its objects could not be bound, the box goes on with the object, the directory's
-/// own words and what can be done.
+/// own words and what can be done; when it shows another failure about which the directory had
+/// words, the box goes on with these.
 ///
 /// The page's text stays as it is, and first. A failure is told once, and forgotten when a later
 /// binding succeeds.
@@ -23,7 +24,10 @@ class ToldFailures final : public IDirectoryService, public IMessageBox {
       : directory_(directory), box_(box), errands_(errands) {}
 
   /// What was not told yet is none of what comes now.
-  void Forget() { failure_.reset(); }
+  void Forget() {
+    failure_.reset();
+    known_words_ = directory_.last_failure().text;
+  }
 
   [[nodiscard]] HRESULT ADsGetObject(const std::string& path, const Guid& iid,
                                      Ref<IADs>& object) override;
@@ -52,6 +56,8 @@ class ToldFailures final : public IDirectoryService, public IMessageBox {
   IMessageBox& box_;
   IErrands& errands_;
   std::optional<Failure> failure_;
+  /// What the directory said last when nothing had failed yet.
+  std::string known_words_;
 };
 
 }  // namespace pelora::session

@@ -23,6 +23,8 @@ constexpr std::string_view kParagraph = "\r\n\r\n";
 struct Advice {
   int code;
   std::string_view text;
+  /// Whether it says what stood in the way.
+  bool names_the_cause = true;
 };
 
 /// A server's word for an attribute that its schema lacks; a file says "no such attribute".
@@ -54,8 +56,8 @@ constexpr auto kAdvice = std::to_array<Advice>({
     {ldap::kLdapObjectClassViolation,
      "The directory's schema does not let objects of this class have such a value: its "
      "administrator brings it up to date with \"pelora-deploy schema\"."},
-    {ldap::kLdapConstraintViolation, "Type another value and apply again."},
-    {ldap::kLdapInvalidSyntax, "Type another value and apply again."},
+    {ldap::kLdapConstraintViolation, "Type another value and apply again.", false},
+    {ldap::kLdapInvalidSyntax, "Type another value and apply again.", false},
 });
 
 std::string LabelOf(const std::string& attribute, const FieldLabels& labels) {
@@ -73,6 +75,13 @@ std::string FieldsOf(const changes::Change& change, const FieldLabels& labels) {
   std::string text;
   for (const std::string& field : fields) text += (text.empty() ? "" : ", ") + field;
   return text;
+}
+
+const Advice* KnownAdvice(const Result& result) {
+  const auto* const advice = std::ranges::find_if(kAdvice, [&result](const Advice& row) {
+    return result.code && HresultOfLdap(row.code) == *result.code;
+  });
+  return advice == kAdvice.end() ? nullptr : advice;
 }
 
 Message ConflictMessage(const Result& result, const FieldLabels& labels) {
@@ -98,11 +107,14 @@ std::string AdviceOn(const Result& result) {
   if (result.outcome == Outcome::kUnknown) {
     return "It may have been done or not: open the object anew, or apply again.";
   }
-  const auto advice = std::ranges::find_if(kAdvice, [&result](const Advice& row) {
-    return result.code && HresultOfLdap(row.code) == *result.code;
-  });
-  if (advice != kAdvice.end()) return std::string(advice->text);
+  if (const Advice* const advice = KnownAdvice(result)) return std::string(advice->text);
   return "What you typed is kept here: apply again when the cause is gone.";
+}
+
+bool NamesTheCause(const Result& result) {
+  if (!result.conflicts.empty()) return true;
+  const Advice* const advice = KnownAdvice(result);
+  return advice != nullptr && advice->names_the_cause;
 }
 
 std::string AdviceOnReading(HRESULT status) {

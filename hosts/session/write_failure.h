@@ -27,6 +27,9 @@ using FieldLabels = std::map<std::string, std::string, ldap::AttributeNameLess>;
 /// What can be done about a change that was not written, as one or more sentences.
 [[nodiscard]] std::string AdviceOn(const changes::Result& result);
 
+/// Whether `AdviceOn` says what stood in the way, too; otherwise only the directory's words do.
+[[nodiscard]] bool NamesTheCause(const changes::Result& result);
+
 /// What can be done about objects that could not be read.
 [[nodiscard]] std::string AdviceOnReading(HRESULT status);
 

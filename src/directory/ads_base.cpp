@@ -45,11 +45,11 @@ HRESULT CADSBase::BindObjects(const Guid& iid, BoundObjects& objects) const {
   objects.clear();
   if (!preset_object_) return platform_.directory.BindPaths(paths_, iid, objects);
   void* found = nullptr;
-  if (const HRESULT status = preset_object_->QueryInterface(iid, &found); status != S_OK) {
-    return status;
-  }
-  objects.push_back(Ref<IADs>::Adopt(static_cast<IADs*>(found)));
-  return S_OK;
+  const HRESULT status = preset_object_->QueryInterface(iid, &found);
+  // What comes with any other success counts as not had, and is let go.
+  auto object = Ref<IADs>::Adopt(static_cast<IADs*>(found));
+  if (status == S_OK) objects.push_back(std::move(object));
+  return status;
 }
 
 void CADSBase::ReleaseObjects(BoundObjects& objects) { objects.clear(); }

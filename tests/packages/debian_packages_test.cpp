@@ -8,8 +8,7 @@
 #include <set>
 #include <sstream>
 
-#include "tests/handbook/shell.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/packages/handed_out.h"
 
 namespace pelora::test {
 namespace {
@@ -22,9 +21,6 @@ using ::testing::UnorderedElementsAreArray;
 
 namespace fs = std::filesystem;
 
-/// A time of their own, so that nothing is as it is by chance.
-constexpr const char* kTime = "SOURCE_DATE_EPOCH=1700000000 ";
-
 std::vector<std::string> LinesOf(const std::string& text) {
   std::vector<std::string> lines;
   std::istringstream stream(text);
@@ -32,77 +28,39 @@ std::vector<std::string> LinesOf(const std::string& text) {
   return lines;
 }
 
-/// The packages, made once for all tests.
-class DebianPackagesTest : public ::testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    folder_ = std::make_unique<pelora::testing::TemporaryFolder>();
-    Make(folder_->File("made"));
+std::string FileOf(const std::string& package) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(HandedOut() + "/release")) {
+    const std::string name = entry.path().filename();
+    if (name.starts_with(package + "_")) return entry.path();
   }
-  static void TearDownTestSuite() { folder_.reset(); }
-
-  static void Make(const std::string& output) {
-    const ShellResult made =
-        RunHere(kTime + Environment("PELORA_SOURCE_DIR") + "/tools/make_deb.sh '" +
-                Environment("PELORA_BUILD_DIR") + "' '" + output + "'");
-    ASSERT_EQ(made.exit_code, 0) << made.output;
-  }
-
-  static ShellResult RunHere(const std::string& script) {
-    return RunShell("export LC_ALL=C.UTF-8\n" + script, folder_->path().string());
-  }
-
-  /// What a command says that has to go well.
-  static std::string OutputOf(const std::string& script) {
-    const ShellResult result = RunHere(script);
-    EXPECT_EQ(result.exit_code, 0) << script << "\n" << result.output;
-    return result.output;
-  }
-
-  static std::string FileOf(const std::string& package) {
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder_->File("made"))) {
-      const std::string name = entry.path().filename();
-      if (name.starts_with(package + "_")) return entry.path();
-    }
-    return "no such package: " + package;
-  }
-
-  static std::string Field(const std::string& package, const std::string& field) {
-    return OutputOf("dpkg-deb --field '" + FileOf(package) + "' " + field);
-  }
-
-  /// The files of a package, without folders.
-  static std::vector<std::string> FilesOf(const std::string& package) {
-    return LinesOf(OutputOf("dpkg-deb --fsys-tarfile '" + FileOf(package) +
-                            "' | tar -t | grep -v '/$' | sed 's/^[.]//'"));
-  }
-
-  static std::unique_ptr<pelora::testing::TemporaryFolder> folder_;
-};
-
-std::unique_ptr<pelora::testing::TemporaryFolder> DebianPackagesTest::folder_;
-
-TEST_F(DebianPackagesTest, AreTheSameBytesWheneverTheyAreMade) {
-  Make(folder_->File("again"));
-  EXPECT_EQ(OutputOf("diff -r made again"), "");
-  EXPECT_THAT(LinesOf(OutputOf("ls again")), ::testing::SizeIs(3));
+  return "no such package: " + package;
 }
 
-TEST_F(DebianPackagesTest, GiveTheChecksNothingToSay) {
-  EXPECT_EQ(OutputOf("lintian --allow-root --fail-on warning,error made/*.deb"), "");
+std::string Field(const std::string& package, const std::string& field) {
+  return OutputOf("dpkg-deb --field '" + FileOf(package) + "' " + field);
 }
 
-TEST_F(DebianPackagesTest, AFaultyPackageGivesThemSomething) {
+/// The files of a package, without folders.
+std::vector<std::string> FilesOf(const std::string& package) {
+  return LinesOf(OutputOf("dpkg-deb --fsys-tarfile '" + FileOf(package) +
+                          "' | tar -t | grep -v '/$' | sed 's/^[.]//'"));
+}
+
+TEST(DebianPackages, GiveTheChecksNothingToSay) {
+  EXPECT_EQ(OutputOf("lintian --allow-root --fail-on warning,error release/*.deb"), "");
+}
+
+TEST(DebianPackages, AFaultyPackageGivesThemSomething) {
   const ShellResult checked =
-      RunHere("dpkg-deb -R '" + FileOf("pelora-deploy") +
-              "' faulty && rm faulty/usr/share/doc/pelora-deploy/copyright && "
-              "fakeroot dpkg-deb -b faulty faulty.deb > /dev/null && "
-              "lintian --allow-root --fail-on warning,error faulty.deb");
+      RunThere("dpkg-deb -R '" + FileOf("pelora-deploy") +
+               "' faulty && rm faulty/usr/share/doc/pelora-deploy/copyright && "
+               "fakeroot dpkg-deb -b faulty faulty.deb > /dev/null && "
+               "lintian --allow-root --fail-on warning,error faulty.deb");
   EXPECT_NE(checked.exit_code, 0);
   EXPECT_THAT(checked.output, HasSubstr("no-copyright-file"));
 }
 
-TEST_F(DebianPackagesTest, HoldTheseFilesAndNoOthers) {
+TEST(DebianPackages, HoldTheseFilesAndNoOthers) {
   const std::string doc = "/usr/share/doc/";
   std::vector<std::string> console = {
       "/usr/bin/pelora-console",
@@ -119,10 +77,13 @@ TEST_F(DebianPackagesTest, HoldTheseFilesAndNoOthers) {
   std::vector<std::string> ctl = {"/usr/bin/peloractl",
                                   "/usr/share/bash-completion/completions/peloractl",
                                   "/usr/share/man/man1/peloractl.1.gz"};
-  std::vector<std::string> deploy = {
-      "/usr/sbin/pelora-deploy", "/usr/share/pelora/deploy/pelora-deploy",
-      "/usr/share/pelora/deploy/schema.ldif", "/usr/share/pelora/deploy/display-specifiers.ldif",
-      "/usr/share/man/man8/pelora-deploy.8.gz"};
+  std::vector<std::string> deploy = {"/usr/sbin/pelora-deploy",
+                                     "/usr/share/pelora/deploy/pelora-deploy",
+                                     "/usr/share/pelora/deploy/schema.ldif",
+                                     "/usr/share/pelora/deploy/pelora-schema.ldf",
+                                     "/usr/share/pelora/deploy/Deploy-Pelora.ps1",
+                                     "/usr/share/pelora/deploy/display-specifiers.ldif",
+                                     "/usr/share/man/man8/pelora-deploy.8.gz"};
   const auto with_documents = [&](std::vector<std::string> files, const std::string& package) {
     for (const char* name : {"/NEWS.gz", "/changelog.gz", "/copyright"}) {
       files.push_back(doc + package + name);
@@ -136,7 +97,7 @@ TEST_F(DebianPackagesTest, HoldTheseFilesAndNoOthers) {
               UnorderedElementsAreArray(with_documents(deploy, "pelora-deploy")));
 }
 
-TEST_F(DebianPackagesTest, DependOnWhatTheyUse) {
+TEST(DebianPackages, DependOnWhatTheyUse) {
   EXPECT_THAT(Field("pelora-console", "Depends"),
               AllOf(HasSubstr("libqt6widgets6"), HasSubstr("libldb2"), HasSubstr("libc6")));
   EXPECT_THAT(Field("peloractl", "Depends"),
@@ -146,9 +107,9 @@ TEST_F(DebianPackagesTest, DependOnWhatTheyUse) {
   EXPECT_EQ(Field("pelora-deploy", "Architecture"), "all\n");
 }
 
-TEST_F(DebianPackagesTest, CanBeInstalledHere) {
+TEST(DebianPackages, CanBeInstalledHere) {
   EXPECT_THAT(OutputOf("apt-get --simulate --no-download -o Debug::NoLocking=1 "
-                       "--no-install-recommends install ./made/*.deb"),
+                       "--no-install-recommends install ./release/*.deb"),
               AllOf(HasSubstr("Inst pelora-console "), HasSubstr("Inst peloractl "),
                     HasSubstr("Inst pelora-deploy "), HasSubstr("3 newly installed")));
 }
@@ -163,8 +124,8 @@ std::set<std::string> Tree(const fs::path& root) {
   return names;
 }
 
-TEST_F(DebianPackagesTest, RunWhereTheyAreInstalledAndLeaveNothing) {
-  const fs::path root = folder_->path() / "root";
+TEST(DebianPackages, RunWhereTheyAreInstalledAndLeaveNothing) {
+  const fs::path root = fs::path(HandedOut()) / "root";
   fs::create_directories(root / "var/lib/dpkg/updates");
   fs::create_directories(root / "var/lib/dpkg/info");
   std::ofstream(root / "var/lib/dpkg/status");
@@ -172,7 +133,7 @@ TEST_F(DebianPackagesTest, RunWhereTheyAreInstalledAndLeaveNothing) {
   const std::string dpkg =
       "fakeroot dpkg --root=root --log=/dev/null --force-not-root --force-depends ";
   // What they depend on is there, but not known to be in that folder.
-  OutputOf(dpkg + "--install made/*.deb 2>&1");
+  OutputOf(dpkg + "--install release/*.deb 2>&1");
 
   const std::string home = "export HOME=\"$PWD/home\" XDG_DATA_HOME=\"$PWD/home\"\n";
   EXPECT_THAT(OutputOf(home + "root/usr/bin/peloractl --sample list user"),

@@ -44,10 +44,13 @@ class WindowsInstallerTest : public ::testing::Test {
 
 TEST_F(WindowsInstallerTest, IsTheSameBytesWheneverItIsMade) {
   Make("made.msi");
-  OutputOf(
-      "sleep 2.1; mkdir other; cp module other/module; cd other; TZ=Asia/Tokyo "
-      "\"$source/tools/make_msi.py\" \"$registration\" module ../again.msi");
-  EXPECT_EQ(OutputOf("cmp made.msi again.msi"), "");
+  // More than once: what the compiler puts in any order it now and then puts in the same.
+  EXPECT_EQ(
+      OutputOf("sleep 2.1; mkdir other; cp module other/module; cd other; export TZ=Asia/Tokyo\n"
+               "for round in 1 2 3 4 5; do\n"
+               "\"$source/tools/make_msi.py\" \"$registration\" module again.msi\n"
+               "cmp ../made.msi again.msi; done"),
+      "");
 }
 
 TEST_F(WindowsInstallerTest, IsKnownByItsContentAndItsProductByItsVersion) {

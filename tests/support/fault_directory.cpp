@@ -26,21 +26,21 @@ class FaultObject final : public Counted<IADs> {
     Ref<IADs>::Adopt(static_cast<IADs*>(offered)).Reset();
     AddRef();
     *object = static_cast<IADs*>(this);
-    return S_OK;
+    return plan_->Answered(FaultPoint::kQueryInterface, S_OK);
   }
 
   HRESULT Get(std::string_view name, Variant& value) override {
     value = {};
     if (const auto status = plan_->Meet(FaultPoint::kGet, name)) return *status;
-    return plan_->Answered(FaultPoint::kGet, target_->Get(name, value));
+    return plan_->Answered(FaultPoint::kGet, target_->Get(name, value), name);
   }
   HRESULT Put(std::string_view name, const Variant& value) override {
     if (const auto status = plan_->Meet(FaultPoint::kPut, name)) return *status;
-    return plan_->Answered(FaultPoint::kPut, target_->Put(name, value));
+    return plan_->Answered(FaultPoint::kPut, target_->Put(name, value), name);
   }
   HRESULT PutEx(std::int32_t control, std::string_view name, const Variant& value) override {
     if (const auto status = plan_->Meet(FaultPoint::kPutEx, name)) return *status;
-    return plan_->Answered(FaultPoint::kPutEx, target_->PutEx(control, name, value));
+    return plan_->Answered(FaultPoint::kPutEx, target_->PutEx(control, name, value), name);
   }
   HRESULT SetInfo() override {
     if (const auto status = plan_->Meet(FaultPoint::kSetInfo)) return *status;
@@ -70,11 +70,13 @@ void FaultPlan::Answer(FaultPoint point, std::size_t nth, HRESULT status) {
 }
 
 std::optional<HRESULT> FaultPlan::Meet(FaultPoint point, std::string_view attribute) {
+  ++calls_;
   return Meet(faults_, point, attribute);
 }
 
-HRESULT FaultPlan::Answered(FaultPoint point, HRESULT status) {
-  const std::optional<HRESULT> answer = Meet(answers_, point, {});
+HRESULT FaultPlan::Answered(FaultPoint point, HRESULT status, std::string_view attribute) {
+  const std::optional<HRESULT> answer = Meet(answers_, point, attribute);
+  if (answer && status != S_OK) last_met_->is_felt = false;
   return status == S_OK ? answer.value_or(S_OK) : status;
 }
 
@@ -82,13 +84,14 @@ std::optional<HRESULT> FaultPlan::Meet(Faults& faults, FaultPoint point,
                                        std::string_view attribute) {
   std::optional<HRESULT> answer;
   for (auto fault = faults.begin(); fault != faults.end();) {
-    const bool counts =
-        fault->point == point && (fault->attribute.empty() || fault->attribute == attribute);
+    const bool is_kind = fault->point == point || fault->point == FaultPoint::kAnyCall;
+    const bool counts = is_kind && (fault->attribute.empty() || fault->attribute == attribute);
     if (!counts || --fault->calls_left > 0) {
       ++fault;
       continue;
     }
     answer = fault->status;
+    last_met_ = {.point = point, .attribute = std::string(attribute)};
     fault = faults.erase(fault);
   }
   return answer;

@@ -22,6 +22,17 @@ enum class FaultPoint : std::uint8_t {
   kPut,
   kPutEx,
   kSetInfo,
+  /// Stands for every one of the others: calls of all kinds count together.
+  kAnyCall,
+};
+
+/// A call that was made to fail.
+struct MetFault {
+  FaultPoint point = FaultPoint::kAnyCall;
+  /// The attribute that it was about; empty where there is none.
+  std::string attribute;
+  /// Its answer was changed; not so where a call was to answer otherwise that failed by itself.
+  bool is_felt = true;
 };
 
 /// Which calls fail, and with what.
@@ -40,7 +51,11 @@ class FaultPlan {
   /// Counts a call; what it is to answer when it has to fail.
   [[nodiscard]] std::optional<HRESULT> Meet(FaultPoint point, std::string_view attribute = {});
   /// Counts a call that was forwarded and gives its answer.
-  [[nodiscard]] HRESULT Answered(FaultPoint point, HRESULT status);
+  [[nodiscard]] HRESULT Answered(FaultPoint point, HRESULT status, std::string_view attribute = {});
+  /// Calls of all kinds so far.
+  [[nodiscard]] std::size_t calls() const { return calls_; }
+  /// The call that a fault was met by last.
+  [[nodiscard]] const std::optional<MetFault>& last_met() const { return last_met_; }
   /// Faults that no call has met yet: 0 when all have happened.
   [[nodiscard]] std::size_t pending() const { return faults_.size(); }
 
@@ -53,10 +68,12 @@ class FaultPlan {
   };
   using Faults = std::vector<Fault>;
 
-  static std::optional<HRESULT> Meet(Faults& faults, FaultPoint point, std::string_view attribute);
+  std::optional<HRESULT> Meet(Faults& faults, FaultPoint point, std::string_view attribute);
 
   Faults faults_;
   Faults answers_;
+  std::size_t calls_ = 0;
+  std::optional<MetFault> last_met_;
 };
 
 /// Forwards to another directory, except for the calls that its plan makes fail.

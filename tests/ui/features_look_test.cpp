@@ -7,6 +7,7 @@
 #include <QTest>
 #include <cstdlib>
 
+#include "tests/ui/dark_theme.h"
 #include "tests/ui/features_sheet.h"
 
 namespace pelora::test {
@@ -63,23 +64,6 @@ TEST_F(FeaturesSheet, ScreenReadersAreToldWhatEachControlIs) {
 }
 
 // The look.
-
-/// Sets the colours of a dark theme for as long as it lives.
-class DarkTheme {
- public:
-  DarkTheme() {
-    QPalette dark(QColor(0x31, 0x36, 0x3B));
-    dark.setColor(QPalette::Base, QColor(0x23, 0x26, 0x29));
-    dark.setColor(QPalette::Text, QColor(0xEF, 0xF0, 0xF1));
-    QApplication::setPalette(dark);
-  }
-  ~DarkTheme() { QApplication::setPalette(light_); }
-  DarkTheme(const DarkTheme&) = delete;
-  DarkTheme& operator=(const DarkTheme&) = delete;
-
- private:
-  QPalette light_ = QApplication::palette();
-};
 
 /// The colour in a cell that differs most from its ground: that of its text.
 QColor TextColor(const QTreeWidget& view, RowIndex row, int column) {

@@ -65,7 +65,9 @@ TEST_F(NewObjectFailure, ARequestWithoutAnAnswerLeavesOpenWhetherTheObjectIsTher
   ShownBox box;
   modal_scripts().Add(Confirm(box));
   wizard().Finish();
-  EXPECT_EQ(box.text, "Unknown error occured\n\nError code: 0X800705B4");
+  EXPECT_EQ(box.text,
+            "Unknown error occured\n\nError code: 0X800705B4\n\nIt is not known whether the object "
+            "was created. The directory says: no answer came");
   const auto* words = wizard().wizard().findChild<QLabel*>(QStringLiteral("creation_failure"));
   EXPECT_TRUE(words->isVisible());
   EXPECT_EQ(ToUtf8(words->text()),

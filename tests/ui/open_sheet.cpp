@@ -35,7 +35,8 @@ OpenSheet::OpenSheet(session::DirectorySession& session, const resources::Resour
           {.store = faults.store != nullptr ? *faults.store : *session.store,
            .platform = platform_.platform(),
            .templates = module,
-           .between = Between(faults.plan)},
+           .between = Between(faults.plan),
+           .desk = faults.desk},
           nullptr)) {
   if (!result_.sheet) throw std::runtime_error(console::ToUtf8(result_.error));
   sheet().show();

@@ -22,6 +22,8 @@ struct SheetFaults {
   ldap::IDirectoryStore* store = nullptr;
   /// Calls of the tabs that fail.
   std::shared_ptr<pelora::testing::FaultPlan> plan{};
+  /// Where the writing is talked about; null: in boxes.
+  session::IWritingDesk* desk = nullptr;
 };
 
 /// A selection's property sheet on the screen, over a directory, with the person in front of it.

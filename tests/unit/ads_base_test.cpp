@@ -234,6 +234,19 @@ TEST_F(AdsBaseTest, APresetObjectWithoutTheInterfaceFails) {
   EXPECT_THAT(objects, IsEmpty());
 }
 
+TEST_F(AdsBaseTest, APresetObjectThatAnswersWithARemarkIsNotBoundAndNotKept) {
+  host_.faults().Answer(FaultPoint::kQueryInterface, 1, S_FALSE);
+  {
+    const Ref<IADs> preset = host_.faulty.Wrap(Bind(kCara));
+    component_->SetObject(preset.Get());
+    BoundObjects objects;
+    EXPECT_EQ(component_->BindObjects(IID_IADs, objects), S_FALSE);
+    EXPECT_THAT(objects, IsEmpty());
+    component_->SetObject(nullptr);
+  }
+  EXPECT_EQ(host_.directory.live_objects(), 0U);
+}
+
 TEST_F(AdsBaseTest, HoldsOneReferenceToThePresetObject) {
   component_->SetObject(Bind(kAda).Get());
   component_->SetObject(Bind(kBob).Get());

@@ -54,6 +54,17 @@ TEST(HeadlessMessageBox, KeepsMessagesAndGivesQueuedAnswers) {
   EXPECT_TRUE(box.records().empty());
 }
 
+TEST(HeadlessMessageBox, KnowsAnErrorFromAWarning) {
+  HeadlessMessageBox box;
+  box.Show(nullptr, {.text = "careful", .caption = {}, .icon = MessageIcon::kWarning});
+  EXPECT_FALSE(box.HasToldOfError());
+  box.Show(nullptr, {.text = "broken", .caption = {}, .icon = MessageIcon::kError});
+  box.Show(nullptr, {.text = "careful", .caption = {}, .icon = MessageIcon::kWarning});
+  EXPECT_TRUE(box.HasToldOfError());
+  box.ClearRecords();
+  EXPECT_FALSE(box.HasToldOfError());
+}
+
 TEST(HeadlessMessageBox, AnswersWithTheLeastOfItself) {
   HeadlessMessageBox box;
   EXPECT_EQ(box.Show(nullptr, {"Wrong emailaddress", {}, {}, MessageButtons::kOk}), kDialogOk);
@@ -116,6 +127,15 @@ TEST_F(HeadlessModalDialogsTest, CloseADialogThatItsScriptLeavesOpen) {
   EXPECT_TRUE(played);
   EXPECT_EQ(dialogs.ScriptsLeft(), 0U);
   EXPECT_TRUE(dialogs.records()[0].played);
+}
+
+TEST_F(HeadlessModalDialogsTest, PlayNoScriptThatWasTakenBack) {
+  dialogs.PlayNext([](HeadlessUser&) { FAIL() << "its dialog did not open"; });
+  dialogs.ForgetScripts();
+  EXPECT_EQ(dialogs.ScriptsLeft(), 0U);
+  CancelController controller(true);
+  EXPECT_EQ(dialogs.Run(IDD_EMAIL_ADDRESS, nullptr, controller), 99);
+  EXPECT_FALSE(dialogs.records()[0].played);
 }
 
 TEST_F(HeadlessModalDialogsTest, EndADialogThatNothingEnds) {

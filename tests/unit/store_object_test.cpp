@@ -62,7 +62,8 @@ TEST_F(StoreObjectTest, WhatTheExtensionKnowsIsReadByOneRequest) {
 }
 
 TEST_F(StoreObjectTest, WhatIsAskedForIsWhatTheCatalogueKnows) {
-  EXPECT_THAT(BoundAttributes(), ::testing::SizeIs(kAttributeCatalogue.size()));
+  EXPECT_THAT(BoundAttributes(), ::testing::SizeIs(kAttributeCatalogue.size() + 1));
+  EXPECT_TRUE(IsBoundAttribute("cn")) << "a tab shows it as the object's name";
   for (const Attribute& attribute : kAttributeCatalogue) {
     EXPECT_TRUE(IsBoundAttribute(attribute.name)) << attribute.name;
   }

@@ -4,9 +4,37 @@
 #include <utility>
 
 #include "hosts/console/text/qt_text.h"
+#include "hosts/session/explained_box.h"
 #include "hosts/session/new_object.h"
 
 namespace pelora::console {
+namespace {
+
+/// The platform of a wizard's extensions, whose error boxes say what the directory said.
+struct ToldPlatform {
+  ToldPlatform(const Platform& host, std::function<std::string()> explain_failure)
+      : explain(std::move(explain_failure)),
+        box(host.message_box, [this] { return words(); }),
+        platform{.directory = host.directory,
+                 .message_box = box,
+                 .modal_dialogs = host.modal_dialogs,
+                 .choosers = host.choosers,
+                 .text = host.text,
+                 .component_library = host.component_library} {}
+
+  /// The words of the last failure, once for the box and once for the page.
+  std::string words() {
+    if (std::string now = explain(); !now.empty()) return last = std::move(now);
+    return std::exchange(last, {});
+  }
+
+  std::function<std::string()> explain;
+  std::string last;
+  session::ExplainedBox box;
+  Platform platform;
+};
+
+}  // namespace
 
 WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
                                  const session::DirectoryObject& container,
@@ -16,18 +44,18 @@ WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
   std::string reason =
       session::PrepareNewObject(kind, container, directory.store, platform, prepared);
   if (!reason.empty()) return {.wizard = nullptr, .error = ToQString(reason)};
+  const auto told = std::make_shared<ToldPlatform>(platform, std::move(prepared.explain_failure));
   auto wizard = std::make_unique<QtNewObjectWizard>(
       QtNewObjectWizard::Parts{.module = module,
-                               .message_box = platform.message_box,
+                               .message_box = told->box,
                                .kind = kind,
                                .own_context = std::move(prepared.own_context)},
       std::move(prepared.setup), parent);
-  wizard->explain_failure = [explain = std::move(prepared.explain_failure)] {
-    return ToQString(explain());
-  };
+  wizard->surroundings = told;
+  wizard->explain_failure = [told] { return ToQString(told->words()); };
   wizard->created_name = std::move(prepared.created_name);
   reason = session::AddWizardComponents(
-      kind, directory.specifiers, platform,
+      kind, directory.specifiers, told->platform,
       [&wizard](Ref<IDsAdminNewObjExt> extension, sheets::WizardRole role) {
         return wizard->AddExtension(std::move(extension), role);
       });

@@ -67,6 +67,9 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   /// directory.
   std::function<std::string()> created_name;
 
+  /// What the extensions work with, as far as it belongs to the wizard; goes after them.
+  std::shared_ptr<const void> surroundings;
+
   /// Cancel, Escape and the close box.
   void reject() override;
 

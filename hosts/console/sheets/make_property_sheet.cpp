@@ -26,7 +26,10 @@ SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selectio
             .is_stopped = opening.is_stopped};
   }
   sheet->Start();
-  return {.sheet = std::move(sheet), .error = {}, .missing = ToQString(opening.missing)};
+  return {.sheet = std::move(sheet),
+          .error = {},
+          .missing = ToQString(opening.missing),
+          .is_outdated = [tabs] { return tabs->is_outdated(); }};
 }
 
 }  // namespace pelora::console

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <memory>
 #include <span>
 
@@ -19,6 +20,8 @@ struct SheetResult {
   QString missing;
   /// There is none since it was stopped.
   bool is_stopped = false;
+  /// Whether the sheet is to be opened anew: see `session::GuardedTabs::is_outdated`.
+  std::function<bool()> is_outdated{};
 };
 
 /// Makes the property sheet of a selection, started but not shown. Its tabs are guarded: see

@@ -157,7 +157,8 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
                                        {.store = *store_,
                                         .platform = platform_->platform(),
                                         .templates = module_,
-                                        .errands = &errands_},
+                                        .errands = &errands_,
+                                        .desk = &desk_},
                                        this);
   if (made.is_stopped) return;
   if (!made.sheet) {
@@ -166,8 +167,26 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   if (!made.missing.isEmpty()) {
     ReportLater(QStringLiteral("Not all properties can be shown."), made.missing);
   }
-  made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
+  const std::vector<session::DirectoryObject> objects(selection.begin(), selection.end());
+  QtPropertySheet* const sheet = made.sheet.get();
+  sheet->machine().on_applied = [this, sheet, objects, is_outdated = made.is_outdated] {
+    pane_->RefreshList();
+    if (!is_outdated()) return;
+    // Later: the sheet stands on the stack.
+    QMetaObject::invokeMethod(
+        sheet, [this, sheet, objects] { OpenAnew(*sheet, objects); }, Qt::QueuedConnection);
+  };
   sheets_.Show(std::move(made.sheet), key);
+}
+
+void MainWindow::OpenAnew(QtPropertySheet& sheet,
+                          const std::vector<session::DirectoryObject>& objects) {
+  if (!sheet.isVisible() || sheet.HasUnsavedEdits()) return;
+  const std::size_t page = sheet.CurrentPage();
+  sheet.reject();
+  ShowProperties(objects);
+  const QList<QtPropertySheet*> open = sheets_.Open();
+  if (!open.isEmpty()) open.back()->SelectPage(page);
 }
 
 void MainWindow::UpdateActions() {

@@ -16,6 +16,7 @@
 #include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/sheets/sheet_windows.h"
 #include "hosts/console/window/directory_pane.h"
+#include "hosts/console/writing/qt_writing_desk.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/session/beside_store.h"
 #include "hosts/session/directory_session.h"
@@ -89,6 +90,8 @@ class MainWindow final : public QMainWindow {
   void FinishOpening(session::SessionResult result, std::function<void()> on_shown);
   void ShowOpened();
   void OpenSelection();
+  /// Shows the properties as they are by now, at the same page.
+  void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
   void UpdateActions();
   void AskForFile();
   void AskForServer();
@@ -97,6 +100,7 @@ class MainWindow final : public QMainWindow {
   const resources::ResourceFile& module_;
   QtMessageBox message_box_;
   QtErrands errands_;
+  QtWritingDesk desk_;
   std::unique_ptr<session::DirectorySession> session_;
   /// The session's directory for the window's thread, which is not to wait.
   std::unique_ptr<session::BesideStore> store_;
@@ -130,6 +134,7 @@ class MainWindow final : public QMainWindow {
   QAction* stop_ = nullptr;
   QAction* advanced_ = nullptr;
   QAction* parent_ = nullptr;
+  QAction* review_ = nullptr;
   QAction* find_ = nullptr;
   QAction* about_ = nullptr;
 };

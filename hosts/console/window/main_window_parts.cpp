@@ -75,6 +75,10 @@ void MainWindow::MakeActions() {
   parent_ = make(ThemeIcon("go-up", QStyle::SP_FileDialogToParent), QStringLiteral("&Up"),
                  QStringLiteral("Show the container above"),
                  {QKeySequence(QStringLiteral("Alt+Up"))}, [this] { pane_->GoToParent(); });
+  review_ = make({}, QStringLiteral("&Review Every Change"),
+                 QStringLiteral("Show what will be written first, for a single object too"), {},
+                 [this](bool checked) { desk_.reviews_everything = checked; });
+  review_->setCheckable(true);
   find_ = make(ThemeIcon("edit-find", QStyle::SP_FileDialogContentsView), QStringLiteral("&Filter"),
                QStringLiteral("Narrow the list to a text"), {QKeySequence::Find},
                [this] { pane_->list().filter().setFocus(); });
@@ -87,6 +91,8 @@ void MainWindow::MakeMenus() {
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
   file->addActions({open_file_, connect_, quit_});
   file->insertSeparator(quit_);
+  QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+  edit->addAction(review_);
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
   object->addMenu(new_menu_);
   object->addActions({open_container_, properties_});

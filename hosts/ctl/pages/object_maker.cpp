@@ -132,6 +132,7 @@ void ObjectMaker::FillPage(HeadlessNewObjectWizard& wizard, const Page& page,
   });
   FulfilWishes(wishes,
                [&](const Wish& /*wish*/) { return PageOperator(wizard.User(), platform_, page); });
+  if (platform_.message_box.HasToldOfError()) RefuseAsShown(platform_.message_box, E_FAIL);
   if (!wizard.IsNextEnabled()) throw Refusal(WhyIncomplete(page, wizard.User().dialog()));
   if (!wizard.Next()) RefuseAsShown(platform_.message_box, E_FAIL);
 }

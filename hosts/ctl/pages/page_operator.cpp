@@ -2,6 +2,7 @@
 #include "hosts/ctl/pages/page_operator.h"
 
 #include <optional>
+#include <utility>
 
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/fields/wish_maker.h"
@@ -162,14 +163,23 @@ void PageOperator::ChangeList(const Wish& wish) {
   }
 }
 
+UserAnswer PageOperator::ClickAndPlay(ControlId button, HeadlessModalDialogs::Script script) {
+  struct Forgetting {
+    HeadlessModalDialogs& dialogs;
+    ~Forgetting() { dialogs.ForgetScripts(); }
+  } const forgetting{platform_.modal_dialogs};
+  platform_.modal_dialogs.PlayNext(std::move(script));
+  return user_.Click(button);
+}
+
 void PageOperator::TypeIntoList(const Wish& wish, const ListStep& step) {
   const ControlId edit = wish.field->row.typed_in.text;
   UserAnswer typed = UserAnswer::kNoSuchControl;
-  platform_.modal_dialogs.PlayNext([&](HeadlessUser& user) {
+  const UserAnswer clicked = ClickAndPlay(wish.field->row.choose, [&](HeadlessUser& user) {
     typed = Replace(user, edit, step.value);
     if (typed == UserAnswer::kDone) typed = user.Click(static_cast<ControlId>(kDialogOk));
   });
-  Require(wish, user_.Click(wish.field->row.choose));
+  Require(wish, clicked);
   Require(wish, typed);
 }
 
@@ -185,10 +195,10 @@ void PageOperator::ClickSelected(const Wish& wish, const ListStep& step, Control
 void PageOperator::ChangeInDialog(const Wish& wish) {
   SelectEntry(wish);
   UserAnswer played = UserAnswer::kNoSuchControl;
-  platform_.modal_dialogs.PlayNext([&](HeadlessUser& user) {
+  const UserAnswer clicked = ClickAndPlay(wish.field->row.choose, [&](HeadlessUser& user) {
     played = PlayListDialog(user, wish.field->row.typed_in, wish, platform_.text);
   });
-  Require(wish, user_.Click(wish.field->row.choose));
+  Require(wish, clicked);
   Require(wish, played);
 }
 

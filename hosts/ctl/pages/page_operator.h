@@ -34,6 +34,9 @@ class PageOperator {
   void TypeIntoList(const Wish& wish, const ListStep& step);
   void ClickSelected(const Wish& wish, const ListStep& step, ControlId button);
   void ChangeInDialog(const Wish& wish);
+  /// Clicks a button that opens a dialog, in which a script is played. One that does not open plays
+  /// no other's: the script lives by what its maker holds.
+  UserAnswer ClickAndPlay(ControlId button, HeadlessModalDialogs::Script script);
   /// Selects the row of a field that is one of several in a list view.
   void SelectEntry(const Wish& wish);
   /// Throws unless the answer is that it was done.

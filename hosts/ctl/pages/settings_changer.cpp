@@ -186,6 +186,8 @@ void SettingsChanger::OperatePages(const session::DirectoryObject& described,
   FulfilWishes(wishes, [&](const Wish& wish) {
     return PageOperator(tabs.UserBefore(*wish.field), platform_, fields);
   });
+  // What the page could not do is not done, whatever it shows.
+  if (platform_.message_box.HasToldOfError()) throw PageRefusal(platform_.message_box);
   if (!tabs.Apply()) throw PageRefusal(platform_.message_box);
 }
 

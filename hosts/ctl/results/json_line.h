@@ -1,19 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <nlohmann/json.hpp>
-#include <string>
-
 #include "hosts/ctl/fields/field_value.h"
+#include "hosts/session/json_text.h"
 
 namespace pelora::ctl {
 
-/// Keeps the order in which members were added.
-using Json = nlohmann::ordered_json;
-
-/// A value on one line, safe for a terminal: control characters are escaped, all of them, and bytes
-/// that are no UTF-8 are replaced.
-[[nodiscard]] std::string JsonLine(const Json& value);
+using session::Json;
+using session::JsonLine;
 
 /// What a field holds, in JSON; nothing is null.
 [[nodiscard]] Json JsonOf(const FieldValue& value);

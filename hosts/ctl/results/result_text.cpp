@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ctl/results/result_text.h"
 
-#include "directory/error_text.h"
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/results/json_line.h"
 #include "hosts/ctl/text/assignment.h"
@@ -16,15 +15,6 @@ std::string ResultLine(const changes::Result& result) {
   std::string line = std::string(WordOf(result.outcome)) + "\t" + name;
   if (!result.message.empty()) line += "\t" + session::OnOneLine(result.message);
   return line;
-}
-
-std::string ResultJson(const changes::Result& result) {
-  Json object;
-  object["result"] = WordOf(result.outcome);
-  object["dn"] = result.dn;
-  object["message"] = result.message.empty() ? Json() : Json(result.message);
-  object["code"] = result.code ? Json(CodeText(*result.code)) : Json();
-  return JsonLine(object);
 }
 
 std::vector<std::string> DoneObjects(std::string_view report, const std::string& name) {

@@ -12,9 +12,6 @@ namespace pelora::ctl {
 /// The line of a result: `RESULT<TAB>DN` or `RESULT<TAB>DN<TAB>MESSAGE`.
 [[nodiscard]] std::string ResultLine(const changes::Result& result);
 
-/// The same as a JSON object: result, dn, message, code.
-[[nodiscard]] std::string ResultJson(const changes::Result& result);
-
 /// The names of the objects that a report (results as JSON objects, one a line) says are done. A
 /// last line that was cut short is passed over. Throws `WrongUsage` with the line of anything else;
 /// `name` is what the report is called then.

@@ -9,6 +9,7 @@
 
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/results/result_text.h"
+#include "hosts/session/result_json.h"
 
 namespace pelora::ctl {
 namespace {
@@ -36,7 +37,7 @@ void ResultWriter::Take(const changes::Result& result) {
   tally_.Count(result.outcome);
   ClearProgress();
   const bool is_reported = static_cast<bool>(report_);
-  const std::string json = is_json_ || is_reported ? ResultJson(result) : std::string();
+  const std::string json = is_json_ || is_reported ? session::ResultJson(result) : std::string();
   output_.WriteLine(is_json_ ? json : ResultLine(result));
   output_.Flush();
   if (is_reported) Report(json + "\n");

@@ -158,6 +158,31 @@ TEST(DeployTest, WithoutTicketNothingIsAsked) {
   EXPECT_THAT(run.output, Not(HasSubstr("Traceback")));
 }
 
+/// Plays the schema that is made for the tool of Windows, as that does: going on where something is
+/// there already. Names and identifiers are put in others' place, so that a server that has our
+/// schema takes it for another. Gives the codes with which requests ended that did not succeed.
+std::string PlayWindowsSchema() {
+  const std::string file = std::string(std::getenv("PELORA_DEPLOY_FOLDER")) + "/pelora-schema.ldf";
+  return OutputOf(
+      "sed -e 's/@SCHEMA@/CN=Schema,CN=Configuration," + Base() +
+      "/' -e '/^schemaIDGUID::/d' -e 's/[.]2960252[.]/.2960253./' -e 's/Pelora-/Probe-/' "
+      "-e 's/: pelora/: probe/' '" +
+      file + "' | KRB5CCNAME=" + TicketsOf(kAdministrator) +
+      " ldapmodify -c -N -Q -Y GSSAPI -H ldap://" + Server() +
+      " 2>&1 >/dev/null | sed -n 's/^ldap_[a-z]*: \\(.*\\) (\\([0-9]*\\))$/\\2/p' | sort | uniq");
+}
+
+TEST(DeployTest, AServerTakesTheSchemaForWindowsAndTakesItAgain) {
+  EXPECT_EQ(PlayWindowsSchema(), "");
+  EXPECT_THAT(LdapSearch("CN=Probe-User-Settings,CN=Schema,CN=Configuration," + Base(),
+                         {"lDAPDisplayName", "mayContain"}),
+              Contains("mayContain: probeUserServer"));
+  EXPECT_THAT(LdapSearch("CN=User,CN=Schema,CN=Configuration," + Base(), {"auxiliaryClass"}),
+              Contains("auxiliaryClass: probeUserSettings"));
+  // Already exists, value already exists: what ldifde passes over.
+  EXPECT_THAT(PlayWindowsSchema(), ::testing::AnyOf("20\n68\n", "68\n"));
+}
+
 TEST(DeployTest, TheSchemaIsThereAndAddedOnce) {
   EXPECT_THAT(
       LdapSearch("CN=Pelora-Account,CN=Schema,CN=Configuration," + Base(), {"lDAPDisplayName"}),

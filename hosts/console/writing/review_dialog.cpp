@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/writing/review_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/writing/review_model.h"
+#include "hosts/console/writing/window_size.h"
+
+namespace pelora::console {
+namespace {
+
+constexpr QSize kWantedSize(720, 420);
+constexpr int kLdifTab = 1;
+
+}  // namespace
+
+ReviewDialog::ReviewDialog(session::Review& review, QWidget* parent)
+    : QDialog(parent), review_(review) {
+  setObjectName(QStringLiteral("review"));
+  setWindowTitle(QStringLiteral("Review Changes"));
+  auto* note = new QLabel(
+      QStringLiteral("This is what will be written. Clear an object's box to leave it out."), this);
+  note->setWordWrap(true);
+  MakeTable();
+  ldif_ = new QPlainTextEdit(this);
+  ldif_->setObjectName(QStringLiteral("review_ldif"));
+  ldif_->setAccessibleName(QStringLiteral("Changes as LDIF"));
+  ldif_->setReadOnly(true);
+  ldif_->setTabChangesFocus(true);
+  ldif_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  ldif_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  tabs_ = new QTabWidget(this);
+  tabs_->addTab(table_, QStringLiteral("&Changes"));
+  tabs_->addTab(ldif_, QStringLiteral("&LDIF"));
+  connect(tabs_, &QTabWidget::currentChanged, this, &ReviewDialog::ShowLdif);
+  auto* buttons = new QDialogButtonBox(this);
+  write_ = buttons->addButton(QStringLiteral("&Write"), QDialogButtonBox::AcceptRole);
+  write_->setObjectName(QStringLiteral("review_write"));
+  write_->setDefault(true);
+  buttons->addButton(QStringLiteral("Go &Back"), QDialogButtonBox::RejectRole);
+  connect(buttons, &QDialogButtonBox::accepted, this, &ReviewDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &ReviewDialog::reject);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(note);
+  layout->addWidget(tabs_, 1);
+  layout->addWidget(buttons);
+  setTabOrder(tabs_, table_);
+  setTabOrder(table_, ldif_);
+  setTabOrder(ldif_, write_);
+  ResizeToFit(*this, kWantedSize);
+  ShowCount();
+  table_->setFocus();
+}
+
+ReviewDialog::~ReviewDialog() = default;
+
+void ReviewDialog::MakeTable() {
+  model_ = new ReviewModel(review_, this);
+  model_->on_changed = [this] { ShowCount(); };
+  table_ = new QTableView(this);
+  table_->setObjectName(QStringLiteral("review_table"));
+  table_->setAccessibleName(QStringLiteral("Changes"));
+  SetUpTable(*table_, *model_);
+}
+
+void ReviewDialog::ShowCount() {
+  const std::size_t count = model_->WantedCount();
+  write_->setText(count == 1 ? QStringLiteral("&Write 1 Object")
+                             : QStringLiteral("&Write %1 Objects").arg(count));
+  write_->setEnabled(count > 0);
+}
+
+void ReviewDialog::ShowLdif() {
+  // Whatever is no plain text stands in base 64 there.
+  if (tabs_->currentIndex() == kLdifTab) ldif_->setPlainText(ToQString(review_.ldif()));
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/session/field_book.h"
+
+#include <algorithm>
+
+#include "hosts/resources/field_label.h"
+#include "hosts/session/utf8_check.h"
+
+namespace pelora::session {
+namespace {
+
+std::string TextOfOne(const std::string& value) {
+  const bool is_text = !FirstInvalidByte(value) && value.find('\0') == std::string::npos;
+  return is_text ? value : std::to_string(value.size()) + " bytes";
+}
+
+}  // namespace
+
+void FieldBook::Add(const std::vector<FieldRow>& rows, const resources::DialogTemplate& page) {
+  for (const FieldRow& row : rows) {
+    for (const std::string_view attribute : row.attributes) {
+      labels_.try_emplace(std::string(attribute), resources::FieldLabel(row, page));
+      kinds_.try_emplace(std::string(attribute), row.kind);
+    }
+  }
+}
+
+std::string FieldBook::LabelOf(std::string_view attribute) const {
+  const auto found = labels_.find(std::string(attribute));
+  return found == labels_.end() || found->second.empty() ? std::string(attribute) : found->second;
+}
+
+std::string FieldBook::TextOf(std::string_view attribute,
+                              const changes::AttributeValues& values) const {
+  if (values.empty()) return "not set";
+  const auto kind = kinds_.find(std::string(attribute));
+  const bool is_flag = kind != kinds_.end() && kind->second == FieldKind::kFlag;
+  std::string text;
+  for (const std::string& value : values) {
+    if (!text.empty()) text += "; ";
+    if (is_flag && (value == "0" || value == "1")) {
+      text += value == "1" ? "yes" : "no";
+    } else {
+      text += TextOfOne(value);
+    }
+  }
+  return text;
+}
+
+std::vector<ShownField> FieldBook::FieldsOf(const changes::Change& change) const {
+  std::vector<ShownField> fields;
+  for (const changes::ValueChange& value : change.attributes) {
+    fields.push_back({.attribute = value.attribute,
+                      .field = LabelOf(value.attribute),
+                      .before = TextOf(value.attribute, value.seen),
+                      .after = TextOf(value.attribute, value.wanted)});
+  }
+  std::map<std::string, int> counts;
+  for (const ShownField& field : fields) ++counts[field.field];
+  for (ShownField& field : fields) {
+    if (counts[field.field] > 1) field.field += " (" + field.attribute + ")";
+  }
+  return fields;
+}
+
+}  // namespace pelora::session

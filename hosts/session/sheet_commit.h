@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hosts/changes/recording_directory.h"
+#include "hosts/session/errands.h"
+#include "hosts/session/field_book.h"
+#include "hosts/session/writing_desk.h"
+#include "platform/message_box.h"
+
+namespace pelora::session {
+
+/// A tab of a sheet as its commit sees it.
+struct CommittedTab {
+  changes::RecordingDirectory* recording = nullptr;
+  /// Its page's place in the sheet.
+  std::size_t page = 0;
+  /// Its dialog; null while it was not shown.
+  IDialog* dialog = nullptr;
+};
+
+/// What a commit works with. All of it outlives the commit.
+struct CommitSurroundings {
+  ldap::IDirectoryStore& store;
+  IErrands& errands;
+  /// Where failures are shown when there is no desk.
+  IMessageBox& message_box;
+  /// May be null.
+  IWritingDesk* desk = nullptr;
+  const FieldBook& book;
+  /// What an object is called.
+  std::function<std::string(const std::string& dn)> name_of;
+};
+
+/// Brings what the tabs of a sheet have recorded into the directory: of each object what all of
+/// them have in one change, unless they are about the same attribute.
+///
+/// At a desk the changes of several objects are looked at first; all of them are written, whatever
+/// becomes of some; conflicts are asked about; and what became of them is shown, to be tried again.
+/// Without a desk the first change that is not done ends it and is shown in a box. It counts as
+/// known then: whoever commits once more means it.
+///
+/// What was not written stays recorded, but for what was taken out at the desk, and conflicts in
+/// which the other's value was to stay.
+class SheetCommit {
+ public:
+  SheetCommit(CommitSurroundings surroundings, std::vector<CommittedTab> tabs)
+      : surroundings_(std::move(surroundings)), tabs_(std::move(tabs)) {}
+
+  /// Nothing when nothing is left to be written, otherwise a page of which something is.
+  [[nodiscard]] std::optional<std::size_t> Run();
+  /// Whether somebody else's value was left where the sheet shows another.
+  [[nodiscard]] bool has_kept_theirs() const { return has_kept_theirs_; }
+
+ private:
+  /// What is to be written of one object, and which tabs recorded what of it.
+  struct Pending {
+    struct Part {
+      CommittedTab tab;
+      changes::Change change;
+    };
+
+    changes::Change change;
+    std::vector<Part> parts;
+
+    [[nodiscard]] bool Takes(const changes::Change& other) const;
+    void Take(const CommittedTab& tab, changes::Change other);
+  };
+  using Plan = std::vector<Pending>;
+  using Results = std::vector<changes::Result>;
+
+  [[nodiscard]] Plan MakePlan() const;
+  /// Of what is recorded now, the changes of these objects (`ldap::FoldCase`).
+  [[nodiscard]] Plan PlanOf(const std::vector<std::string>& keys) const;
+  [[nodiscard]] std::optional<std::size_t> PageLeft() const;
+
+  [[nodiscard]] std::optional<std::size_t> RunAtOnce(const Plan& plan);
+  [[nodiscard]] std::optional<std::size_t> RunAtDesk(Plan plan);
+  /// False: nothing is to be written. What was taken out is dropped.
+  [[nodiscard]] bool LookAt(Plan& plan);
+  /// Sends the changes, and settles what became of them with the tabs.
+  [[nodiscard]] Results Write(const Plan& plan, bool stops_at_first);
+  /// Asks about conflicts; the objects for which an answer was given.
+  [[nodiscard]] std::vector<std::string> Resolve(const Plan& plan, const Results& results);
+  void Decide(const Pending& pending, const changes::Result& result,
+              const std::vector<ShownConflict>& decided);
+  /// Shows what is not done of what was written; the objects that are to be tried again.
+  [[nodiscard]] std::vector<std::string> Tell(const Plan& whole, const Plan& plan,
+                                              const Results& results);
+
+  CommitSurroundings surroundings_;
+  std::vector<CommittedTab> tabs_;
+  /// What became of each object so far, by its name.
+  std::map<std::string, changes::Result> ended_;
+  /// Whether conflicts were left open: they have been seen, and need no box.
+  bool is_left_open_ = false;
+  bool has_kept_theirs_ = false;
+};
+
+}  // namespace pelora::session

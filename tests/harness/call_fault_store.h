@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::testing {
+
+/// Forwards to another store, which outlives it, and makes one request fail, whatever it is. Every
+/// request counts, and each object of a reading of many besides.
+class CallFaultStore final : public ldap::IDirectoryStore {
+ public:
+  explicit CallFaultStore(ldap::IDirectoryStore& target) : target_(target) {}
+
+  struct Fault {
+    ldap::StoreStatus status;
+    /// A change is done all the same: its answer is lost.
+    bool is_done = false;
+  };
+  /// What was made to fail.
+  struct Met {
+    bool is_change = false;
+    /// Empty for a reading of many.
+    std::string dn;
+  };
+
+  /// The `nth` request from now (1: the next) fails.
+  void Fail(std::size_t nth, Fault fault) {
+    left_ = nth;
+    fault_ = std::move(fault);
+  }
+  [[nodiscard]] std::size_t calls() const { return calls_; }
+  [[nodiscard]] const std::optional<Met>& met() const { return met_; }
+
+  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
+  ldap::StoreStatus ReadRoot(ldap::Entry& root) override {
+    return Ask("rootDSE", [&] { return target_.ReadRoot(root); });
+  }
+  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                         ldap::Entry& entry) override {
+    return Ask(dn, [&] { return target_.Read(dn, attributes, entry); });
+  }
+  ldap::StoreStatus ReadMany(std::span<const std::string> dns,
+                             std::span<const std::string> attributes,
+                             const ldap::ReadSink& sink) override {
+    // Each of them is a request of its own.
+    return Ask("", [&] { return IDirectoryStore::ReadMany(dns, attributes, sink); });
+  }
+  ldap::StoreStatus Search(const ldap::SearchRequest& request,
+                           const ldap::EntrySink& sink) override {
+    return Ask(request.base, [&] { return target_.Search(request, sink); });
+  }
+  ldap::StoreStatus Modify(const std::string& dn,
+                           std::span<const ldap::Modification> modifications) override {
+    return Do(dn, [&] { return target_.Modify(dn, modifications); });
+  }
+  ldap::StoreStatus ModifyStrictly(const std::string& dn,
+                                   std::span<const ldap::Modification> modifications) override {
+    return Do(dn, [&] { return target_.ModifyStrictly(dn, modifications); });
+  }
+  ldap::StoreStatus Add(const ldap::Entry& entry) override {
+    return Do(entry.dn, [&] { return target_.Add(entry); });
+  }
+  ldap::StoreStatus Delete(const ldap::Entry& made) override {
+    return Do(made.dn, [&] { return target_.Delete(made); });
+  }
+  void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
+  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
+
+ private:
+  using Request = std::function<ldap::StoreStatus()>;
+
+  bool Counts(bool is_change, const std::string& dn) {
+    ++calls_;
+    if (left_ == 0 || --left_ > 0) return false;
+    met_ = {.is_change = is_change, .dn = dn};
+    return true;
+  }
+  ldap::StoreStatus Ask(const std::string& dn, const Request& request) {
+    return Counts(false, dn) ? fault_.status : request();
+  }
+  ldap::StoreStatus Do(const std::string& dn, const Request& request) {
+    if (!Counts(true, dn)) return request();
+    if (fault_.is_done) {
+      if (ldap::StoreStatus done = request(); !done.Ok()) return done;
+    }
+    return fault_.status;
+  }
+
+  ldap::IDirectoryStore& target_;
+  std::size_t calls_ = 0;
+  std::size_t left_ = 0;
+  Fault fault_;
+  std::optional<Met> met_;
+};
+
+}  // namespace pelora::testing

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/harness/failing_allocator.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+struct Allocations {
+  bool are_counted = false;
+  std::size_t count = 0;
+  std::size_t failing = 0;
+};
+
+/// Of this thread alone: what others do is nobody's business here.
+thread_local constinit Allocations allocations;
+
+void* Allocate(std::size_t size) {
+  if (allocations.are_counted && ++allocations.count == allocations.failing) throw std::bad_alloc();
+  void* const memory = std::malloc(size == 0 ? 1 : size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) { return Allocate(size); }
+void* operator new[](std::size_t size) { return Allocate(size); }
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+
+namespace pelora::testing {
+
+FailingAllocations::FailingAllocations(std::size_t nth) {
+  allocations = {.are_counted = true, .count = 0, .failing = nth};
+}
+
+FailingAllocations::~FailingAllocations() { allocations.are_counted = false; }
+
+std::size_t FailingAllocations::count() { return allocations.count; }
+
+}  // namespace pelora::testing

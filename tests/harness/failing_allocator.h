@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+
+// For a program of its own: every `new` of it goes through here.
+
+namespace pelora::testing {
+
+/// While it stands, allocations count, and one of them fails: `std::bad_alloc`, once.
+class FailingAllocations {
+ public:
+  /// Allocation number `nth` fails (1: the next); 0: none does, they are only counted.
+  explicit FailingAllocations(std::size_t nth);
+  FailingAllocations(const FailingAllocations&) = delete;
+  FailingAllocations& operator=(const FailingAllocations&) = delete;
+  ~FailingAllocations();
+
+  /// How many there have been since it stands.
+  [[nodiscard]] static std::size_t count();
+};
+
+}  // namespace pelora::testing

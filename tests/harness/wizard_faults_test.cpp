@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every wizard page of the class table, filled in whole, with each of the calls to the new object
+// and to the directory failing in turn, for each cause.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "directory/error_text.h"
+#include "hosts/headless/headless_new_object_wizard.h"
+#include "server/class_table.h"
+#include "server/console_registration.h"
+#include "tests/harness/fault_causes.h"
+#include "tests/harness/field_editor.h"
+#include "tests/unit/page_bench.h"
+
+namespace pelora::testing {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+bool IsPrimary(const ComponentClass& component) {
+  return std::ranges::any_of(ConsoleRegistrations(), [&](const ConsoleRegistration& row) {
+    return row.role == ConsoleRole::kCreationWizard && row.component_class == component.name;
+  });
+}
+
+/// A wizard of one page of the module's, from the name to the summary, and what it makes.
+class WizardScene {
+ public:
+  explicit WizardScene(const ComponentClass& component) {
+    const EditedValues wanted;
+    bench_.directory.AddObject(ChosenPath(wanted),
+                               {{"distinguishedName", Variant::String(wanted.chosen)},
+                                {"cn", Variant::String(ChosenCommonName(wanted))}});
+    sheets::NewObjectSetup setup{.class_name = "anything",
+                                 .container = {},
+                                 .display_info = {},
+                                 .make_object = {},
+                                 .write_own = {}};
+    setup.make_object = [this](const std::string& /*name*/, Ref<IADs>& object) {
+      object =
+          bench_.faulty.Wrap(bench_.directory.MakeNewObject(kPath, {IID_IADsUser, IID_IADsOU}));
+      return S_OK;
+    };
+    const bool is_primary = IsPrimary(component);
+    wizard_.emplace(bench_.templates(), std::move(setup),
+                    is_primary ? sheets::WizardRole::kPrimary : sheets::WizardRole::kSecondary);
+    const auto made = Ref<IUnknown>::Adopt(component.create(bench_.platform));
+    rows_ = Query<IFieldRows>(*made)->Fields();
+    EXPECT_EQ(wizard_->AddExtension(Query<IDsAdminNewObjExt>(*made)), S_OK);
+    wizard_->Show();
+    if (is_primary) return;
+    wizard_->TypeName("new");
+    EXPECT_TRUE(wizard_->Next());
+  }
+
+  /// Fills every field in and goes on to the summary; the names of the fields.
+  Lines FillIn() {
+    Lines edited = FieldEditor(bench_.dialogs, bench_.choosers).EditAll(wizard_->User(), rows_);
+    EXPECT_TRUE(wizard_->Next());
+    EXPECT_TRUE(wizard_->IsSummary());
+    return edited;
+  }
+  bool Finish() {
+    was_filled_in_ = faults().last_met().has_value();
+    bench_.directory.ClearCalls();
+    return wizard_->Finish();
+  }
+  /// Whether the fault was met before the object was to be made.
+  [[nodiscard]] bool was_met_early() const { return was_filled_in_; }
+
+  [[nodiscard]] bool IsOpen() const { return wizard_->IsOpen(); }
+  void Close() { wizard_.reset(); }
+  [[nodiscard]] const std::vector<FieldRow>& rows() const { return rows_; }
+  [[nodiscard]] FaultPlan& faults() { return bench_.faulty.plan(); }
+  /// What there is of the object; nothing while it is not there.
+  [[nodiscard]] std::optional<FakeAttributes> Stored() const {
+    return bench_.directory.Values(kPath);
+  }
+  /// How many attributes were staged in the last Finish.
+  [[nodiscard]] std::size_t Staged() const {
+    using enum DirectoryCall::Kind;
+    return bench_.directory.Log({kPut, kPutEx}).size();
+  }
+  [[nodiscard]] Lines TakeBoxes() {
+    Lines boxes;
+    for (const auto& record : bench_.messages.records()) boxes.push_back(record.message.text);
+    bench_.messages.ClearRecords();
+    return boxes;
+  }
+  [[nodiscard]] std::string LeftBehind() const {
+    if (bench_.directory.live_objects() > 0) return "objects";
+    return bench_.library.initialized() == bench_.library.uninitialized() ? "" : "the library";
+  }
+
+ private:
+  static constexpr const char* kPath = "LDAP://CN=new,OU=Sales,DC=x";
+
+  PageBench bench_;
+  std::vector<FieldRow> rows_;
+  std::optional<HeadlessNewObjectWizard> wizard_;
+  bool was_filled_in_ = false;
+};
+
+std::vector<const ComponentClass*> WizardPages() {
+  std::vector<const ComponentClass*> pages;
+  for (const ComponentClass& component : ClassTable()) {
+    if (component.kind == ComponentKind::kWizardPage) pages.push_back(&component);
+  }
+  return pages;
+}
+
+class WizardFaults : public ::testing::TestWithParam<const ComponentClass*> {
+ protected:
+  struct Smooth {
+    FakeAttributes made;
+    std::size_t calls = 0;
+  };
+
+  [[nodiscard]] Smooth PlaySmoothly() const;
+  void PlayWithFault(const Smooth& smooth, std::size_t call, const Cause& cause) const;
+
+ private:
+  static void ExpectMadeAllTheSame(WizardScene& scene, const Smooth& smooth, const Cause& cause);
+  static void ExpectNotMade(WizardScene& scene, const Smooth& smooth, const Cause& cause);
+};
+
+WizardFaults::Smooth WizardFaults::PlaySmoothly() const {
+  WizardScene scene(*GetParam());
+  const Lines edited = scene.FillIn();
+  EXPECT_EQ(edited.size(), scene.rows().size());
+  EXPECT_TRUE(scene.Finish());
+  EXPECT_EQ(scene.TakeBoxes(), Lines());
+  EXPECT_TRUE(scene.Stored().has_value());
+  Smooth smooth{.made = scene.Stored().value_or(FakeAttributes()), .calls = scene.faults().calls()};
+  for (const FieldRow& row : scene.rows()) {
+    if (row.name == "name") continue;
+    EXPECT_TRUE(smooth.made.contains(std::string(row.attributes.front()))) << row.name;
+  }
+  scene.Close();
+  EXPECT_EQ(scene.LeftBehind(), "");
+  return smooth;
+}
+
+/// What an extension could not write is told, and keeps nobody from making the object.
+void WizardFaults::ExpectMadeAllTheSame(WizardScene& scene, const Smooth& smooth,
+                                        const Cause& cause) {
+  const MetFault& met = *scene.faults().last_met();
+  const std::string code = "\r\n\r\nError code: " + CodeText(cause.status);
+  const bool is_bound = met.point != FaultPoint::kQueryInterface;
+  EXPECT_EQ(scene.TakeBoxes(), Lines({(is_bound ? "Failed on field '" + met.attribute
+                                                : "Unable to get connection with the ldap user") +
+                                      code}));
+  ASSERT_TRUE(scene.Stored().has_value());
+  const FakeAttributes made = *scene.Stored();
+  EXPECT_EQ(made.size(), is_bound ? scene.Staged() : 0U);
+  EXPECT_EQ(made.contains(met.attribute), is_bound && cause.is_done);
+  for (const auto& [name, value] : made) EXPECT_EQ(value, smooth.made.at(name)) << name;
+}
+
+/// The wizard stays as it is, and the object is made by the next Finish.
+void WizardFaults::ExpectNotMade(WizardScene& scene, const Smooth& smooth, const Cause& cause) {
+  const std::string in_use =
+      "The new object cannot be created because the name is already in use.\r\n"
+      "Please select a different name and try again.";
+  const std::string box =
+      cause.status == kObjectAlreadyExists
+          ? in_use
+          : "Unknown error occured\r\n\r\nError code: " + CodeText(cause.status);
+  EXPECT_EQ(scene.TakeBoxes(), Lines({box}));
+  EXPECT_TRUE(scene.IsOpen());
+  EXPECT_EQ(scene.Stored().has_value(), cause.is_done);
+  if (cause.is_done) {
+    EXPECT_FALSE(scene.Finish()) << "it is there, and is not made twice";
+    EXPECT_EQ(scene.TakeBoxes(), Lines({in_use}));
+  } else {
+    EXPECT_TRUE(scene.Finish());
+    EXPECT_EQ(scene.TakeBoxes(), Lines());
+  }
+  EXPECT_EQ(scene.Stored(), smooth.made);
+}
+
+void WizardFaults::PlayWithFault(const Smooth& smooth, std::size_t call, const Cause& cause) const {
+  WizardScene scene(*GetParam());
+  Inject(scene.faults(), call, cause);
+  scene.FillIn();
+  EXPECT_EQ(scene.TakeBoxes(), Lines());
+  const bool is_made = scene.Finish();
+  ASSERT_TRUE(scene.faults().last_met().has_value()) << "the fault was met";
+  const FaultPoint point = scene.faults().last_met()->point;
+  const bool is_committing = point == FaultPoint::kSetInfo && cause.IsFailure();
+  EXPECT_EQ(is_made, !is_committing);
+  // The interface counts as offered when the answer is exactly that.
+  const bool is_told =
+      !scene.was_met_early() && (cause.IsFailure() || point == FaultPoint::kQueryInterface);
+  if (is_committing) {
+    ExpectNotMade(scene, smooth, cause);
+  } else if (is_told) {
+    ExpectMadeAllTheSame(scene, smooth, cause);
+  } else {
+    EXPECT_EQ(scene.TakeBoxes(), Lines());
+    EXPECT_EQ(scene.Stored(), smooth.made);
+  }
+  EXPECT_EQ(scene.IsOpen(), is_committing && cause.is_done);
+  scene.Close();
+  EXPECT_EQ(scene.LeftBehind(), "");
+}
+
+TEST_P(WizardFaults, EachIsToldAndTheObjectIsMadeOnce) {
+  const Smooth smooth = PlaySmoothly();
+  ASSERT_FALSE(HasFailure());
+  std::size_t faults = 0;
+  for (std::size_t call = 1; call <= smooth.calls; ++call) {
+    for (const Cause& cause : kCauses) {
+      SCOPED_TRACE("call " + std::to_string(call) + ", " + std::string(cause.name));
+      PlayWithFault(smooth, call, cause);
+      ++faults;
+      if (HasFailure()) return;
+    }
+  }
+  TellFaults(GetParam()->name, faults);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryWizardPage, WizardFaults, ::testing::ValuesIn(WizardPages()),
+                         [](const auto& row) { return std::string(row.param->name); });
+
+}  // namespace
+}  // namespace pelora::testing
