@@ -3,6 +3,7 @@
 # company in memory.
 set(contract "${PROJECT_SOURCE_DIR}/tests/contract")
 add_library(pelora_tab_contract OBJECT
+  "${contract}/same_edits.cpp" "${contract}/same_edits.h"
   "${contract}/tab_company.cpp" "${contract}/tab_company.h"
   "${contract}/tab_contract.cpp" "${contract}/tab_contract.h"
   "${contract}/tab_scripts.cpp" "${contract}/tab_scripts.h")

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "tests/contract/headless_tab_console.h"
+#include "tests/contract/same_edits.h"
 #include "tests/unit/page_bench.h"
 
 namespace pelora::contract {
@@ -29,6 +30,10 @@ class MemoryConsole final : private SampleCompany, public HeadlessTabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<MemoryConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Headless, TabContract, EveryTab(&MakeConsole), TabName);
+
+TEST(SameEdits, LeaveWhatEveryFaceLeaves) {
+  EXPECT_EQ(PlaySameEdits(*MakeConsole()), SameEditsDump());
+}
 
 TEST(TabScripts, ThereIsOneForEveryTab) {
   std::set<std::string> tabs;

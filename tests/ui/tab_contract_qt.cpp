@@ -14,6 +14,7 @@
 #include "hosts/session/property_tabs.h"
 #include "resources/resource.h"
 #include "server/class_table.h"
+#include "tests/contract/same_edits.h"
 #include "tests/contract/tab_contract.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/faults_of_sight.h"
@@ -127,6 +128,11 @@ class QtConsole final : public TabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<QtConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Qt, TabContract, EveryTab(&MakeConsole), TabName);
+
+TEST(SameEdits, LeaveWhatEveryFaceLeaves) {
+  EXPECT_EQ(PlaySameEdits(*MakeConsole()), SameEditsDump());
+}
+
 INSTANTIATE_TEST_SUITE_P(Qt, TabLooks, EveryTab(&MakeConsole), TabName);
 
 TEST(TabsOfOneSheet, AreAppliedTogether) {

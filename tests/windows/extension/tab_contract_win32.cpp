@@ -7,6 +7,7 @@
 #include "hosts/windows/dialogs/win32_dialog.h"
 #include "hosts/windows/values/wide_text.h"
 #include "resources/resource.h"
+#include "tests/contract/same_edits.h"
 #include "tests/contract/tab_company.h"
 #include "tests/contract/tab_contract.h"
 #include "tests/windows/support/console.h"
@@ -123,6 +124,11 @@ class Win32Console final : public TabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<Win32Console>(); }
 
 INSTANTIATE_TEST_SUITE_P(Win32, TabContract, EveryTab(&MakeConsole), TabName);
+
+TEST(SameEdits, LeaveWhatEveryFaceLeaves) {
+  EXPECT_EQ(PlaySameEdits(*MakeConsole()), SameEditsDump());
+}
+
 INSTANTIATE_TEST_SUITE_P(Win32, TabLooks, EveryTab(&MakeConsole), TabName);
 
 }  // namespace
