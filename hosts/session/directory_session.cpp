@@ -10,7 +10,6 @@
 #include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/ldb_store.h"
 #include "hosts/ldap/sample_company.h"
-#include "hosts/ldap/serialized_store.h"
 
 namespace pelora::session {
 namespace {
@@ -61,11 +60,10 @@ DirectorySession::DirectorySession(std::unique_ptr<ldap::NetworkSession> opened)
 DirectorySession::~DirectorySession() = default;
 
 SessionResult OpenDirectoryFile(const std::string& path) {
-  // The library shares its file between all stores of one process.
-  ldap::StoreOpener open = ldap::SerializeStores(
-      [path](std::unique_ptr<ldap::IDirectoryStore>& opened, const std::stop_token& /*stop*/) {
-        return ldap::OpenLdbStore(path, {}, opened);
-      });
+  ldap::StoreOpener open = [path](std::unique_ptr<ldap::IDirectoryStore>& opened,
+                                  const std::stop_token& /*stop*/) {
+    return ldap::OpenLdbStore(path, {}, opened);
+  };
   std::unique_ptr<ldap::IDirectoryStore> store;
   ldap::StoreStatus status = open(store, {});
   if (!status.Ok()) return Refused(std::move(status.text));

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "hosts/windows/counted_port.h"
 #include "hosts/windows/system_headers.h"
+#include "platform/counted.h"
 #include "platform/data_object.h"
 
 namespace pelora::windows {

@@ -35,6 +35,8 @@ HRESULT CPropPage::QueryInterface(const Guid& iid, void** object) {
     *object = static_cast<IShellPropSheetExt*>(this);
   } else if (iid == IID_IFieldRows) {
     *object = static_cast<IFieldRows*>(this);
+  } else if (iid == IID_IPropertyTab) {
+    *object = static_cast<IPropertyTab*>(this);
   } else if (iid == IID_IShellExtInit || iid == IID_IUnknown) {
     *object = static_cast<IShellExtInit*>(this);
   } else {
@@ -42,14 +44,6 @@ HRESULT CPropPage::QueryInterface(const Guid& iid, void** object) {
   }
   AddRef();
   return S_OK;
-}
-
-std::uint32_t CPropPage::AddRef() { return ++references_; }
-
-std::uint32_t CPropPage::Release() {
-  const std::uint32_t left = --references_;
-  if (left == 0) delete this;
-  return left;
 }
 
 HRESULT CPropPage::Initialize(IDataObject* data_object) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -10,6 +9,7 @@
 
 #include "directory/ads_base.h"
 #include "directory/multi_value_attribute.h"
+#include "platform/counted.h"
 #include "platform/field_rows.h"
 #include "platform/shell_extension.h"
 
@@ -27,22 +27,16 @@ using ValueSink = std::function<int(StoredValue value)>;
 ///
 /// Counted; made with one reference, which its maker holds. References may be taken and released on
 /// any thread, everything else happens on one.
-class CPropPage : public IShellExtInit,
-                  public IShellPropSheetExt,
-                  public CADSBase,
-                  public IFieldRows {
+class CPropPage
+    : public CountedOnAnyThread<IShellExtInit, IShellPropSheetExt, IFieldRows, IPropertyTab>,
+      public CADSBase {
  public:
   /// `bind_interface` is what the page asks of its objects when it loads; `multi_select_hide_list`
   /// the controls that make sense for one object only. Both outlive the page.
   CPropPage(const Platform& platform, const Guid& bind_interface,
             std::span<const ControlId> multi_select_hide_list);
 
-  /// Tells the sheet that the page has changes to apply, or has none any more.
-  virtual void SetModified(bool modified) = 0;
-
   HRESULT QueryInterface(const Guid& iid, void** object) final;
-  std::uint32_t AddRef() final;
-  std::uint32_t Release() final;
   HRESULT Initialize(IDataObject* data_object) final;
 
   /// Binds the selected objects, hides or shows the controls of the hide list and lets every group
@@ -117,7 +111,6 @@ class CPropPage : public IShellExtInit,
   bool loads_anew_ = false;
   /// Something was changed while the controls did not show what is stored.
   bool edited_unloaded_ = false;
-  std::atomic<std::uint32_t> references_ = 1;
 };
 
 }  // namespace pelora

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 #include "platform/unknown.h"
@@ -9,12 +10,12 @@ namespace pelora {
 
 /// First base of an object that lives by its references: it counts them, and destroys the object
 /// with the last. `Interfaces` are the ports of the object; a second one stands here too, for its
-/// references are the same. Used on one thread.
-template <class... Interfaces>
-class Counted : public Interfaces... {
+/// references are the same. `Count` is the counter's type.
+template <class Count, class... Interfaces>
+class CountedBy : public Interfaces... {
  public:
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
+  CountedBy(const CountedBy&) = delete;
+  CountedBy& operator=(const CountedBy&) = delete;
 
   std::uint32_t AddRef() final { return ++references_; }
   std::uint32_t Release() final {
@@ -25,16 +26,26 @@ class Counted : public Interfaces... {
 
  protected:
   /// The count that the object is born with.
-  explicit Counted(std::uint32_t references = 1) : references_(references) {}
-  virtual ~Counted() = default;
+  explicit CountedBy(std::uint32_t references = 1) : references_(references) {}
+  virtual ~CountedBy() = default;
 
   [[nodiscard]] std::uint32_t references() const { return references_; }
+  /// Gives a reference back and leaves the object as it is, even when that was the last one.
+  void ForgetReference() { --references_; }
 
  private:
-  std::uint32_t references_;
+  Count references_;
 };
 
-/// The same for an object that offers one interface and nothing besides.
+/// For objects that are used on one thread.
+template <class... Interfaces>
+using Counted = CountedBy<std::uint32_t, Interfaces...>;
+
+/// For objects whose references may be taken and released on any thread.
+template <class... Interfaces>
+using CountedOnAnyThread = CountedBy<std::atomic<std::uint32_t>, Interfaces...>;
+
+/// For an object, used on one thread, that offers one interface and nothing besides.
 template <class Interface>
 class CountedPort : public Counted<Interface> {
  public:
@@ -48,7 +59,7 @@ class CountedPort : public Counted<Interface> {
   }
 
  protected:
-  using Counted<Interface>::Counted;
+  using Counted<Interface>::CountedBy;
 };
 
 }  // namespace pelora

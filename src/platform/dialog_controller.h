@@ -30,7 +30,9 @@ enum class PageNotification : std::int32_t {
 
 /// Answers to `PageNotification::kApply`.
 inline constexpr std::int32_t kPageApplied = 0;
-/// The sheet stays open and keeps showing this page.
+/// This page could not apply. The sheet stays open and goes on showing the page that shows, which
+/// need not be this one; pages behind this one are not asked any more, pages in front of it have
+/// applied.
 inline constexpr std::int32_t kPageInvalidStay = 2;
 
 /// Results of modal dialogs and message boxes, and ids of the buttons that give them.

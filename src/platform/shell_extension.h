@@ -52,4 +52,17 @@ class IShellPropSheetExt : public IUnknown {
   ~IShellPropSheetExt() = default;
 };
 
+/// Offered by property tabs.
+class IPropertyTab : public IUnknown {
+ public:
+  static constexpr Guid kIid = IID_IPropertyTab;
+
+  /// Tells the sheet that the tab has changes to apply, or has none any more. A tab without a
+  /// dialog, and one that is loading, tells it nothing.
+  virtual void SetModified(bool modified) = 0;
+
+ protected:
+  ~IPropertyTab() = default;
+};
+
 }  // namespace pelora

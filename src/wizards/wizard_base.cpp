@@ -62,21 +62,14 @@ class CWizardBase::Page final : public PropSheetPage, private IDialogController 
 
 CWizardBase::CWizardBase(const Platform& platform, const Guid& object_interface,
                          std::vector<ControlId> enabled_controls)
-    : CADSBase(platform),
+    : CountedBy(0),
+      CADSBase(platform),
       object_interface_(object_interface),
       enabled_controls_(std::move(enabled_controls)) {}
 
 HRESULT CWizardBase::QueryInterface(const Guid& /*iid*/, void** object) {
   if (object != nullptr) *object = nullptr;
   return E_NOTIMPL;
-}
-
-std::uint32_t CWizardBase::AddRef() { return ++references_; }
-
-std::uint32_t CWizardBase::Release() {
-  const std::uint32_t left = --references_;
-  if (left == 0) delete this;
-  return left;
 }
 
 HRESULT CWizardBase::Initialize(IADs* /*container*/, IADs* /*copy_source*/,
@@ -143,7 +136,7 @@ void CWizardBase::OnPageReleased() {
     return;
   }
   // The wizard has refused the page, and the object has never been on one.
-  --references_;
+  ForgetReference();
 }
 
 }  // namespace pelora

@@ -9,6 +9,7 @@
 
 #include "directory/ads_base.h"
 #include "pages/dialog_page.h"
+#include "platform/counted.h"
 #include "platform/field_rows.h"
 #include "platform/new_object_wizard.h"
 
@@ -30,7 +31,7 @@ inline constexpr HRESULT kDataNotWritten = S_OK;
 /// no wizard has taken lives by its own count, which starts at 0. Pages that it handed out besides
 /// stay as they are and do nothing from then on. `QueryInterface` is the component
 /// object's business (see `CWizardComponent`).
-class CWizardBase : public IDsAdminNewObjExt, public CADSBase, public IFieldRows {
+class CWizardBase : public Counted<IDsAdminNewObjExt, IFieldRows>, public CADSBase {
  public:
   /// `object_interface` is what the new object is asked for when its attributes are written, and
   /// outlives the object; `enabled_controls` the controls that go with the page's check box or
@@ -40,8 +41,6 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase, public IFieldRows
 
   /// `E_NOTIMPL`.
   HRESULT QueryInterface(const Guid& iid, void** object) override;
-  std::uint32_t AddRef() final;
-  std::uint32_t Release() final;
 
   /// Keeps the wizard and the container's display name; nothing else is used.
   HRESULT Initialize(IADs* container, IADs* copy_source, const std::string& class_name,
@@ -90,7 +89,6 @@ class CWizardBase : public IDsAdminNewObjExt, public CADSBase, public IFieldRows
   Ref<IDsAdminNewObj> wizard_;
   const Guid& object_interface_;
   std::vector<ControlId> enabled_controls_;
-  std::uint32_t references_ = 0;
   std::string container_name_;
   bool is_offering_page_ = false;
   /// This object, for its pages; null once it is gone.

@@ -73,8 +73,7 @@ const std::vector<SourceHelper> kSourceHelpers = {
     {"server/class_table.h", {"ldap", "windows"}},
     {"server/console_registration.h", {"ldap", "ctl"}},
     {"server/guid_text.h", {"ldap"}},
-    // The module itself. That a page was modified has no port yet.
-    {"pages/prop_page.h", {"windows"}},
+    // The module itself.
     {"server/module_identity.h", {"windows"}},
     {"server/pelora_prop_module.h", {"windows"}},
     {"server/registration_ports.h", {"windows"}},

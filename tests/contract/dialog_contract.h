@@ -26,10 +26,6 @@ class OpenDialog {
   [[nodiscard]] virtual DialogPlayer& User() = 0;
 };
 
-/// What the user does in one modal dialog, from the moment that it stands. When the script returns
-/// the dialog has to be over.
-using DialogScript = std::function<void(DialogPlayer&)>;
-
 /// One adapter of the dialog port, made anew for each test.
 class DialogDriver {
  public:

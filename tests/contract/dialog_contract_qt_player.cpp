@@ -52,7 +52,9 @@ void QtPlayer::Type(ControlId id, std::string_view text) {
   if (edit == nullptr) return;
   edit->setFocus();
   edit->end(false);
-  for (const QChar character : ToQString(text)) PressKey(*edit, Qt::Key_unknown, character);
+  for (const char32_t character : ToQString(text).toUcs4()) {
+    PressKey(*edit, Qt::Key_unknown, QString::fromUcs4(&character, 1));
+  }
 }
 
 void QtPlayer::Erase(ControlId id) {
@@ -126,6 +128,20 @@ void QtPlayer::PressEnter() {
 
 void QtPlayer::CloseWindow() {
   if (root_) root_->window()->close();
+}
+
+std::string QtPlayer::TextOf(ControlId id) {
+  const auto* edit = Find<QLineEdit>(id);
+  return edit != nullptr ? console::ToUtf8(edit->text()) : std::string();
+}
+
+std::vector<std::string> QtPlayer::RowsOf(ControlId id) {
+  std::vector<std::string> rows;
+  const auto* list = Find<QListWidget>(id);
+  for (int row = 0; list != nullptr && row < list->count(); ++row) {
+    rows.push_back(console::ToUtf8(list->item(row)->text()));
+  }
+  return rows;
 }
 
 TextRole QtPlayer::DrawnRole(ControlId id, RowIndex row, std::size_t column) {

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/dialog.h"
 #include "platform/dialog_controller.h"
@@ -42,6 +45,11 @@ class DialogPlayer {
   /// Closes a modal dialog by its close box.
   virtual void CloseWindow() = 0;
 
+  /// Looks at a control: the text in an edit control, the rows of a list box, and whether it can be
+  /// used.
+  [[nodiscard]] virtual std::string TextOf(ControlId id) = 0;
+  [[nodiscard]] virtual std::vector<std::string> RowsOf(ControlId id) = 0;
+  [[nodiscard]] virtual bool CanUse(ControlId id) = 0;
   /// Looks at a cell of a list view: in which role its text is drawn now.
   [[nodiscard]] virtual TextRole DrawnRole(ControlId id, RowIndex row, std::size_t column) = 0;
   /// Looks at a row of a list view: whether it is drawn as selected.
@@ -49,5 +57,9 @@ class DialogPlayer {
   /// Looks at a column of a list view: how wide it is.
   [[nodiscard]] virtual int ColumnWidth(ControlId id, std::size_t column) = 0;
 };
+
+/// What the user does in one modal dialog, from the moment that it stands. When the script returns
+/// the dialog has to be over.
+using DialogScript = std::function<void(DialogPlayer&)>;
 
 }  // namespace pelora::contract

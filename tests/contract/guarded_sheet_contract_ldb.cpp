@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Two administrators of a directory file.
-#include "hosts/ldap/create_ldb_directory.h"
-#include "hosts/ldap/sample_company.h"
 #include "hosts/session/directory_session.h"
 #include "tests/contract/guarded_sheet_contract.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/sample_file.h"
 
 namespace pelora::contract {
 namespace {
@@ -12,10 +10,8 @@ namespace {
 class LdbCompany final : public GuardedCompany {
  public:
   LdbCompany() {
-    const ldap::StoreStatus made = ldap::CreateLdbDirectory(file_, ldap::SampleCompanyLdif());
-    EXPECT_TRUE(made.Ok()) << made.text;
-    first_ = session::OpenDirectoryFile(file_).session;
-    second_ = session::OpenDirectoryFile(file_).session;
+    first_ = session::OpenDirectoryFile(file_.path()).session;
+    second_ = session::OpenDirectoryFile(file_.path()).session;
   }
 
   [[nodiscard]] ldap::IDirectoryStore& First() override { return *first_->store; }
@@ -27,8 +23,7 @@ class LdbCompany final : public GuardedCompany {
   }
 
  private:
-  pelora::testing::TemporaryFolder folder_;
-  std::string file_ = folder_.File("company.ldb");
+  pelora::testing::SampleFile file_;
   std::unique_ptr<session::DirectorySession> first_;
   std::unique_ptr<session::DirectorySession> second_;
 };

@@ -29,6 +29,14 @@ class HeadlessPlayer final : public DialogPlayer {
   void ClickListViewHead(ControlId /*id*/, std::size_t /*column*/) override {}
   void PressEnter() override { user_.PressEnter(); }
   void CloseWindow() override { user_.CloseWindow(); }
+  [[nodiscard]] std::string TextOf(ControlId id) override { return user_.dialog().Text(id); }
+  [[nodiscard]] std::vector<std::string> RowsOf(ControlId id) override {
+    std::vector<std::string> rows;
+    const IListBox& list = user_.dialog().ListBox(id);
+    for (RowIndex row = 0; row < list.Count(); ++row) rows.push_back(list.Text(row));
+    return rows;
+  }
+  [[nodiscard]] bool CanUse(ControlId id) override { return user_.dialog().IsEnabled(id); }
   // Nothing is drawn here: drawing is asking.
   [[nodiscard]] TextRole DrawnRole(ControlId id, RowIndex row, std::size_t column) override {
     return user_.dialog().controller().ListViewTextRole(id, row, column);

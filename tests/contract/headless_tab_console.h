@@ -3,18 +3,19 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hosts/headless/headless_message_box.h"
 #include "hosts/headless/headless_modal_dialogs.h"
 #include "hosts/headless/headless_property_sheet.h"
-#include "pages/snap_in_property_page.h"
-#include "resources/resource.h"
 #include "server/class_table.h"
+#include "server/component_server.h"
 #include "tests/contract/headless_player.h"
 #include "tests/contract/tab_company.h"
 #include "tests/contract/tab_contract.h"
 #include "tests/support/fake_choosers.h"
+#include "tests/support/fault_directory.h"
 #include "tests/support/selection_data_object.h"
 
 namespace pelora::contract {
@@ -29,15 +30,24 @@ class HeadlessTabConsole : public TabConsole {
     HeadlessMessageBox& messages;
     HeadlessModalDialogs& dialogs;
     pelora::testing::FakeChoosers& choosers;
+    pelora::testing::FaultPlan& faults;
   };
 
+  ~HeadlessTabConsole() override {
+    EXPECT_EQ(bench_.messages.records().size(), boxes_taken_);
+    EXPECT_EQ(bench_.dialogs.ScriptsLeft(), 0U);
+  }
+
   void Open(const std::string& component, const std::vector<std::string>& names) override {
-    IUnknown* made = FindClass(component)->create(bench_.platform);
-    const auto page = Ref<CSnapInPropertyPage>::Adopt(dynamic_cast<CSnapInPropertyPage*>(made));
+    Ref<IShellExtInit> tab;
+    ASSERT_EQ(CreateComponent(FindClass(component)->class_id, bench_.platform, IID_IShellExtInit,
+                              reinterpret_cast<void**>(tab.Put())),
+              S_OK);
     pelora::testing::SelectionDataObject selection(PathsOf(names));
-    EXPECT_EQ(static_cast<IShellExtInit&>(*page).Initialize(&selection), S_OK);
+    EXPECT_EQ(tab->Initialize(&selection), S_OK);
+    player_.reset();
     sheet_.emplace(bench_.templates);
-    EXPECT_EQ(page->AddPages(sheet_->PageTaker()), S_OK);
+    EXPECT_EQ(Query<IShellPropSheetExt>(*tab)->AddPages(sheet_->PageTaker()), S_OK);
     sheet_->Show();
     player_.emplace(*sheet_->Dialog(0));
   }
@@ -54,18 +64,16 @@ class HeadlessTabConsole : public TabConsole {
   void Browse(const std::string& name) override {
     bench_.choosers.Browse(kDialogOk, TabPathOf(name));
   }
-  void TypeAddress(const std::string& address) override {
-    bench_.dialogs.PlayNext([address](HeadlessUser& user) {
-      user.EraseText(IDC_EMAIL_ADDRESS);
-      user.TypeText(IDC_EMAIL_ADDRESS, address);
-      user.Click(static_cast<ControlId>(kDialogOk));
+  void PlayNext(DialogScript script) override {
+    bench_.dialogs.PlayNext([script = std::move(script)](HeadlessUser& user) {
+      HeadlessPlayer player(user.dialog());
+      script(player);
     });
   }
-  void AwaitBox() override { boxes_ = bench_.messages.records().size(); }
-  [[nodiscard]] std::string TakeBox() override {
-    if (bench_.messages.records().size() != boxes_ + 1) return "no box";
-    const std::string& text = bench_.messages.records().back().message.text;
-    return text.substr(0, text.find('\r'));
+  void AwaitBox(std::int32_t answer) override { bench_.messages.AnswerNext(answer); }
+  [[nodiscard]] TabBox TakeBox() override {
+    if (bench_.messages.records().size() == boxes_taken_) return {};
+    return ToTabBox(bench_.messages.records()[boxes_taken_++].message);
   }
 
   [[nodiscard]] bool IsApplyEnabled() const override { return sheet_->IsApplyEnabled(); }
@@ -73,10 +81,19 @@ class HeadlessTabConsole : public TabConsole {
   void ClickOk() override { sheet_->Ok(); }
   [[nodiscard]] bool IsOpen() const override { return sheet_->IsOpen(); }
 
+  void FailPut(const std::string& attribute, std::size_t nth) override {
+    bench_.faults.FailAttribute(FaultPoint::kPut, attribute, nth, E_ACCESSDENIED);
+  }
+  void FailCommit(std::size_t nth) override {
+    bench_.faults.Fail(FaultPoint::kSetInfo, nth, E_ACCESSDENIED);
+  }
+
  protected:
   explicit HeadlessTabConsole(const Bench& bench) : bench_(bench) {}
 
  private:
+  using FaultPoint = pelora::testing::FaultPoint;
+
   static std::vector<std::string> PathsOf(const std::vector<std::string>& names) {
     std::vector<std::string> paths;
     for (const std::string& name : names) paths.push_back(TabPathOf(name));
@@ -86,7 +103,7 @@ class HeadlessTabConsole : public TabConsole {
   Bench bench_;
   std::optional<HeadlessPropertySheet> sheet_;
   std::optional<HeadlessPlayer> player_;
-  std::size_t boxes_ = 0;
+  std::size_t boxes_taken_ = 0;
 };
 
 }  // namespace pelora::contract

@@ -2,6 +2,7 @@
 #include "tests/contract/tab_company.h"
 
 #include <algorithm>
+#include <map>
 
 #include "directory/ascii_case.h"
 #include "directory/attribute_catalogue.h"
@@ -86,12 +87,23 @@ void AddSampleCompany(FakeDirectory& directory) {
   }
 }
 
-TabValues StoredIn(const FakeDirectory& directory, const std::string& name) {
+void GiveIn(FakeDirectory& directory, const std::string& name, const TabValues& values) {
+  for (const auto& [attribute, list] : values) {
+    directory.SetValue(TabPathOf(name), attribute,
+                       list.empty() ? Variant() : ToVariant(*FindAttribute(attribute), list));
+  }
+}
+
+TabValues StoredAt(const FakeDirectory& directory, const std::string& path) {
   TabValues values;
   for (const Attribute& attribute : kAttributeCatalogue) {
-    values[std::string(attribute.name)] = ToTexts(directory.Value(TabPathOf(name), attribute.name));
+    values[std::string(attribute.name)] = ToTexts(directory.Value(path, attribute.name));
   }
   return values;
+}
+
+TabValues StoredIn(const FakeDirectory& directory, const std::string& name) {
+  return StoredAt(directory, TabPathOf(name));
 }
 
 }  // namespace pelora::contract

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/contract/tab_contract.h"
+#include "tests/contract/tab_console.h"
 #include "tests/support/fake_directory.h"
 
 namespace pelora::contract {
@@ -15,7 +15,14 @@ namespace pelora::contract {
 /// attributes that tabs read.
 void AddSampleCompany(pelora::testing::FakeDirectory& directory);
 
-/// What a directory in memory holds of the catalogue's attributes of an object.
+/// Gives an object of a directory in memory these values; attributes without any are taken away.
+void GiveIn(pelora::testing::FakeDirectory& directory, const std::string& name,
+            const TabValues& values);
+
+/// What a directory in memory holds of the catalogue's attributes of an object, by its path or its
+/// name.
+[[nodiscard]] TabValues StoredAt(const pelora::testing::FakeDirectory& directory,
+                                 const std::string& path);
 [[nodiscard]] TabValues StoredIn(const pelora::testing::FakeDirectory& directory,
                                  const std::string& name);
 

@@ -4,14 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <tuple>
 #include <vector>
 
-#include "tests/contract/dialog_player.h"
+#include "tests/contract/tab_console.h"
 #include "tests/contract/tab_scripts.h"
 
 // What every property tab does on every console: it shows what the directory holds, takes what a
@@ -24,54 +22,6 @@
 
 namespace pelora::contract {
 
-/// Values of attributes by the attributes' names, as text.
-using TabValues = std::map<std::string, std::vector<std::string>>;
-
-/// A console over the sample company, and the person in front of it; made anew for each test. What
-/// is chosen or typed in windows of their own is said beforehand.
-class TabConsole {
- public:
-  /// Closes a sheet that is still open, asking nobody.
-  virtual ~TabConsole() = default;
-
-  /// Opens the property sheet of objects, by distinguished name, at the tab of a component class.
-  virtual void Open(const std::string& component, const std::vector<std::string>& names) = 0;
-  virtual void Close() = 0;
-  /// The tab's dialog, for looking at it.
-  [[nodiscard]] virtual IDialog& Page() = 0;
-  [[nodiscard]] virtual DialogPlayer& User() = 0;
-
-  virtual void Pick(const std::vector<std::string>& names) = 0;
-  virtual void Find(const std::vector<std::string>& names) = 0;
-  virtual void Browse(const std::string& name) = 0;
-  virtual void TypeAddress(const std::string& address) = 0;
-  /// The next window is a message box, which is confirmed; `TakeBox` gives its first line.
-  virtual void AwaitBox() = 0;
-  [[nodiscard]] virtual std::string TakeBox() = 0;
-
-  [[nodiscard]] virtual bool IsApplyEnabled() const = 0;
-  virtual void ClickApply() = 0;
-  virtual void ClickOk() = 0;
-  [[nodiscard]] virtual bool IsOpen() const = 0;
-  /// Whether what a page writes on every apply is written though nobody touched it.
-  [[nodiscard]] virtual bool WritesUntouched() const { return true; }
-
-  // Asked of consoles that draw.
-
-  /// What is wrong with how the tab looks, in words: controls that are cut off or overlap.
-  [[nodiscard]] virtual std::vector<std::string> FaultsOfSight() { return {"nothing is seen"}; }
-  /// Keeps a picture of the sheet.
-  virtual void SavePicture(const std::string& /*name*/) {}
-
-  /// The name that the company's objects stand below.
-  [[nodiscard]] virtual std::string Base() const { return std::string(kSampleBase); }
-  /// What the directory holds of the catalogue's attributes of an object, values in its order.
-  [[nodiscard]] virtual TabValues Stored(const std::string& name) = 0;
-  /// Whether the directory keeps the order in which an attribute's values were written.
-  [[nodiscard]] virtual bool KeepsOrder() const { return true; }
-};
-
-using TabConsoleFactory = std::unique_ptr<TabConsole> (*)();
 /// A console and a script, by its place.
 using TabContractCase = std::tuple<TabConsoleFactory, std::size_t>;
 
@@ -108,7 +58,6 @@ class TabContract : public ::testing::TestWithParam<TabContractCase> {
 
  private:
   [[nodiscard]] bool IsAlwaysWritten(const TabWrite& write);
-  [[nodiscard]] std::vector<std::string> ToLines(const TabValues& values);
 
   std::unique_ptr<TabConsole> console_ = std::get<0>(GetParam())();
   const TabScript script_ = Rebased(TabScripts().at(std::get<1>(GetParam())), console_->Base());

@@ -2,8 +2,10 @@
 // Every tab on the console in memory.
 #include <set>
 
+#include "tests/contract/features_tab_contract.h"
 #include "tests/contract/headless_tab_console.h"
 #include "tests/contract/same_edits.h"
+#include "tests/contract/user_tab_contract.h"
 #include "tests/unit/page_bench.h"
 
 namespace pelora::contract {
@@ -19,9 +21,12 @@ struct SampleCompany {
 class MemoryConsole final : private SampleCompany, public HeadlessTabConsole {
  public:
   MemoryConsole()
-      : HeadlessTabConsole(
-            {bench.platform, bench.templates(), bench.messages, bench.dialogs, bench.choosers}) {}
+      : HeadlessTabConsole({bench.platform, bench.templates(), bench.messages, bench.dialogs,
+                            bench.choosers, bench.faulty.plan()}) {}
 
+  void Give(const std::string& name, const TabValues& values) override {
+    GiveIn(bench.directory, name, values);
+  }
   [[nodiscard]] TabValues Stored(const std::string& name) override {
     return StoredIn(bench.directory, name);
   }
@@ -30,6 +35,8 @@ class MemoryConsole final : private SampleCompany, public HeadlessTabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<MemoryConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Headless, TabContract, EveryTab(&MakeConsole), TabName);
+INSTANTIATE_TEST_SUITE_P(Headless, FeaturesTabContract, ::testing::Values(&MakeConsole));
+INSTANTIATE_TEST_SUITE_P(Headless, UserTabContract, ::testing::Values(&MakeConsole));
 
 TEST(SameEdits, LeaveWhatEveryFaceLeaves) {
   EXPECT_EQ(PlaySameEdits(*MakeConsole()), SameEditsDump());
@@ -40,7 +47,7 @@ TEST(TabScripts, ThereIsOneForEveryTab) {
   for (const ComponentClass& row : ClassTable()) {
     if (row.name.starts_with("CPropPage")) tabs.emplace(row.name);
   }
-  // A list with buttons, whose rows the scripts do not know; it has suites of its own.
+  // A list with buttons, whose rows the scripts do not know; it has a contract of its own.
   tabs.erase("CPropPageFeatures");
   std::set<std::string> played;
   for (const TabScript& script : TabScripts()) played.insert(script.component);

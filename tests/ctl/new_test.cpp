@@ -129,6 +129,15 @@ TEST_F(NewTest, ListsAreMadeByTheirOwnWizards) {
   EXPECT_EQ(Stored(std::string("OU=Linden Nord,") + kUnit, "ou"), "Linden Nord");
 }
 
+TEST_F(NewTest, AContainerWithASlashInItsNameIsChosenWhole) {
+  const ProgramRun run = New({"addresslist", "Labs", "peloraAccount=yes", "peloraFilter=(mail=*)",
+                              "peloraBase=" + std::string(sample::kLaboratory)});
+  EXPECT_EQ(run.code, 0) << run.output;
+  EXPECT_EQ(Stored(Dn("Labs"), "peloraBase"), sample::kLaboratory);
+  EXPECT_EQ(Ctl({"set", kUnit, "peloraViewPrivilege=" + std::string(sample::kLaboratory)}).code, 0);
+  EXPECT_EQ(Stored(kUnit, "peloraViewPrivilege"), sample::kLaboratory);
+}
+
 TEST_F(NewTest, FieldsThatTheClassHasNotAreRefused) {
   EXPECT_THAT(New({"contact", "Ada", "sAMAccountName=ada"}).output, HasSubstr("sAMAccountName: "));
   EXPECT_THAT(New({"contact", "Ada", "peloraHttpPort=1"}).output, HasSubstr("peloraHttpPort: "));

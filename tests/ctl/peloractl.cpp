@@ -11,33 +11,9 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/ldb_store.h"
-#include "hosts/ldap/sample_company.h"
 
 namespace pelora::testing {
-namespace {
-
-std::string Contents(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-/// The sample company's file, made once for all tests.
-const std::string& SampleFile() {
-  static const TemporaryFolder kFolder;
-  static const std::string kFile = [] {
-    std::string file = kFolder.File("sample.ldb");
-    const ldap::StoreStatus status = ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif());
-    if (!status.Ok()) throw std::runtime_error(status.text);
-    return file;
-  }();
-  return kFile;
-}
-
-}  // namespace
 
 std::vector<std::string> ProgramRun::Lines() const {
   std::vector<std::string> lines;
@@ -79,12 +55,11 @@ ProgramRun RunProgram(const std::vector<std::string>& arguments,
   int status = 0;
   waitpid(child, &status, 0);
   const int code = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-  return {.code = code, .output = Contents(out), .errors = Contents(err)};
+  return {.code = code, .output = ReadFile(out), .errors = ReadFile(err)};
 }
 
 PeloractlTest::PeloractlTest() {
-  std::ofstream(File("company.ldb"), std::ios::binary) << Contents(SampleFile());
-  environment = {{"HOME", folder_.path().string()}, {"PATH", "/usr/bin:/bin"}};
+  environment = {{"HOME", file_.folder().path().string()}, {"PATH", "/usr/bin:/bin"}};
 }
 
 ProgramRun PeloractlTest::Bare(std::vector<std::string> arguments) const {
@@ -129,6 +104,6 @@ std::string PeloractlTest::Write(const std::string& name, const std::string& tex
   return File(name);
 }
 
-std::string PeloractlTest::Read(const std::string& path) { return Contents(path); }
+std::string PeloractlTest::Read(const std::string& path) { return ReadFile(path); }
 
 }  // namespace pelora::testing

@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/temporary_folder.h"
+#include "tests/support/sample_file.h"
+#include "tests/support/sample_objects.h"
 
 namespace pelora::testing {
 
@@ -43,7 +44,7 @@ class PeloractlTest : public ::testing::Test {
   [[nodiscard]] std::string Stored(const std::string& dn, const std::string& attribute) const;
   /// Everything the directory holds.
   [[nodiscard]] std::string Dump() const;
-  [[nodiscard]] std::string File(const std::string& name) const { return folder_.File(name); }
+  [[nodiscard]] std::string File(const std::string& name) const { return file_.File(name); }
   /// Makes a file of the test's folder.
   std::string Write(const std::string& name, const std::string& text) const;
   [[nodiscard]] static std::string Read(const std::string& path);
@@ -51,13 +52,11 @@ class PeloractlTest : public ::testing::Test {
   std::map<std::string, std::string> environment;
 
  private:
-  TemporaryFolder folder_;
+  SampleFile file_;
 };
 
-inline constexpr const char* kUnit = "OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
-inline constexpr const char* kHelga =
-    "CN=Helga Önder,OU=IT,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
-inline constexpr const char* kTom =
-    "CN=Tom Richter,OU=IT,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+inline constexpr const char* kUnit = sample::kCompany;
+using sample::kHelga;
+using sample::kTom;
 
 }  // namespace pelora::testing

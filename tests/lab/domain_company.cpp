@@ -67,7 +67,28 @@ Attributes TakeNames(Attributes& attributes) {
   return names;
 }
 
+std::string FromBase64(std::string_view text) {
+  constexpr std::string_view kDigits =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string bytes;
+  std::uint32_t bits = 0;
+  int count = 0;
+  for (const char letter : text.substr(0, text.find('='))) {
+    bits = bits << 6U | static_cast<std::uint32_t>(kDigits.find(letter));
+    count += 6;
+    if (count < 8) continue;
+    count -= 8;
+    bytes += static_cast<char>(bits >> count);
+  }
+  return bytes;
+}
+
 }  // namespace
+
+DomainCompany& DomainCompany::Shared() {
+  static DomainCompany company;
+  return company;
+}
 
 std::string DomainCompany::Base() { return "OU=Company,OU=Contract," + lab::Base(); }
 
@@ -97,6 +118,14 @@ void DomainCompany::Remember(const std::string& dn) {
   if (!before_.contains(dn)) before_[dn] = administrator_.Stored(dn);
 }
 
+void DomainCompany::Give(const std::string& dn, const Attributes& values) {
+  Remember(dn);
+  Attributes now = administrator_.Stored(dn);
+  for (const auto& [name, list] : values) {
+    if (now[name] != list) administrator_.Set(dn, name, list);
+  }
+}
+
 void DomainCompany::Restore() {
   for (auto& [dn, before] : before_) {
     Attributes after = administrator_.Stored(dn);
@@ -106,6 +135,19 @@ void DomainCompany::Restore() {
     }
   }
   before_.clear();
+}
+
+Attributes StoredInDomain(const std::string& dn) {
+  std::vector<std::string> wanted;
+  for (const Attribute& attribute : kAttributeCatalogue) wanted.emplace_back(attribute.name);
+  Attributes values;
+  for (const std::string& line : LdapSearch(dn, wanted)) {
+    const std::size_t colon = line.find(':');
+    const bool is_coded = line.compare(colon, 3, ":: ") == 0;
+    const std::string value = line.substr(colon + (is_coded ? 3 : 2));
+    values[line.substr(0, colon)].push_back(is_coded ? FromBase64(value) : value);
+  }
+  return values;
 }
 
 }  // namespace pelora::lab

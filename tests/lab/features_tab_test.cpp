@@ -117,21 +117,6 @@ TEST_F(FeaturesTabTest, TwoUsersWhoDifferAreShownAsOneAndWrittenEachByItself) {
                                     "imap: Disabled", "pop3: Enabled"}));
 }
 
-TEST_F(FeaturesTabTest, AnEmptiedListLeavesNothingBehind) {
-  FeaturesPage page(bench_, {Dn("Two")});
-  bench_.dialogs().PlayNext([](HeadlessUser& user) {
-    for (int server = 0; server < 2; ++server) {
-      user.SelectListRow(IDC_ARCHIVER_LIST, 0);
-      user.Click(IDC_ARCHIVER_REMOVE);
-    }
-    user.Click(static_cast<ControlId>(kDialogOk));
-  });
-  page.DoubleClick(kArchiverRow);
-  page.DoubleClick(kPop3Row);
-  EXPECT_TRUE(page.Apply());
-  EXPECT_EQ(Stored("Two"), Lines{"peloraEnabledFeatures: pop3"});
-}
-
 TEST_F(FeaturesTabTest, AnUntouchedApplySendsNothing) {
   FeaturesPage page(bench_, {Dn("One"), Dn("Two"), Dn("Three")});
   store_.log.clear();

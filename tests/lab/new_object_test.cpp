@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "hosts/console/text/qt_text.h"
+#include "resources/resource.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"
 #include "tests/lab/lab_test.h"
 #include "tests/support/temporary_folder.h"
@@ -97,8 +98,8 @@ TEST_F(LabNewObject, AUserWithAPasswordCanSignInAtOnce) {
   wizard().Write("own_confirmation", "Gehe1m!s-Wort");
   wizard().ClickOwn("own_must_change");
   wizard().Next();
-  wizard().user().Click(254);
-  wizard().user().Type(268, "nora@pelora.test");
+  wizard().user().Click(IDC_CREATE_PELORA);
+  wizard().user().Type(IDC_NEW_ADDRESS, "nora@pelora.test");
   EXPECT_EQ(Finish(), "");
   EXPECT_EQ(
       LdapSearch(Below("CN=Nora J\xC3\xB6rg"),
@@ -150,8 +151,8 @@ TEST_F(LabNewObject, EveryOtherClass) {
   Open("contact");
   wizard().Write("own_name", "Rita Fern");
   wizard().Next();
-  wizard().user().Click(254);
-  wizard().user().Type(268, "rita@fern.test");
+  wizard().user().Click(IDC_CREATE_PELORA);
+  wizard().user().Type(IDC_NEW_ADDRESS, "rita@fern.test");
   EXPECT_EQ(Finish(), "");
   EXPECT_EQ(LdapSearch(Below("CN=Rita Fern"),
                        {"objectClass", "displayName", "mail", "peloraAccount", "peloraHidden"}),
@@ -163,7 +164,7 @@ TEST_F(LabNewObject, EveryOtherClass) {
   wizard().Write("own_name", "Team A/B");
   wizard().ClickOwn("own_scope_2");
   wizard().Next();
-  wizard().user().Click(254);
+  wizard().user().Click(IDC_CREATE_PELORA);
   EXPECT_EQ(Finish(), "");
   EXPECT_EQ(LdapSearch(Below("CN=Team A/B"),
                        {"sAMAccountName", "groupType", "peloraAccount", "peloraHidden", "mail"}),
@@ -173,7 +174,7 @@ TEST_F(LabNewObject, EveryOtherClass) {
   Open("organizationalUnit");
   wizard().Write("own_name", "Tochter, GmbH");
   wizard().Next();
-  wizard().user().Click(254);
+  wizard().user().Click(IDC_CREATE_PELORA);
   EXPECT_EQ(Finish(), "");
   EXPECT_EQ(LdapSearch(Below("OU=Tochter\\, GmbH"), {"ou", "peloraAccount", "peloraHidden"}),
             (Lines{"ou: Tochter, GmbH", "peloraAccount: 1", "peloraHidden: 0"}));
@@ -181,8 +182,8 @@ TEST_F(LabNewObject, EveryOtherClass) {
   Open("computer");
   wizard().Write("own_name", "mail-9");
   wizard().Next();
-  wizard().user().Click(254);
-  wizard().user().Type(245, "192.0.2.9");
+  wizard().user().Click(IDC_CREATE_PELORA);
+  wizard().user().Type(IDC_HOST_ADDRESS, "192.0.2.9");
   EXPECT_EQ(Finish(), "");
   EXPECT_EQ(LdapSearch(Below("CN=mail-9"), {"sAMAccountName", "userAccountControl", "peloraAccount",
                                             "peloraHostAddress", "peloraHttpPort", "peloraSslPort",
@@ -192,12 +193,12 @@ TEST_F(LabNewObject, EveryOtherClass) {
                    "sAMAccountName: MAIL-9$", "userAccountControl: 4096"}));
 
   Open("peloraAddresslist");
-  wizard().user().Type(292, "Everyone");
+  wizard().user().Type(IDC_OBJECT_NAME, "Everyone");
   wizard().Next();
-  wizard().user().Click(254);
+  wizard().user().Click(IDC_CREATE_PELORA);
   wizard().choosers().Browse(1, "LDAP://" + Container());
-  wizard().user().Click(293);
-  wizard().user().Type(287, "(mail=*)");
+  wizard().user().Click(IDC_SEARCH_BASE_SELECT);
+  wizard().user().Type(IDC_SEARCH_QUERY, "(mail=*)");
   EXPECT_EQ(Finish(), "");
   EXPECT_EQ(LdapSearch(Below("CN=Everyone"),
                        {"peloraAccount", "peloraHidden", "peloraBase", "peloraFilter"}),
@@ -205,11 +206,11 @@ TEST_F(LabNewObject, EveryOtherClass) {
                    "peloraHidden: 0"}));
 
   Open("peloraDynamicDistlist");
-  wizard().user().Type(292, "Dynamic");
+  wizard().user().Type(IDC_OBJECT_NAME, "Dynamic");
   wizard().Next();
-  wizard().user().Click(254);
-  wizard().user().Type(268, "dynamic@pelora.test");
-  wizard().user().Type(287, "(mail=*)");
+  wizard().user().Click(IDC_CREATE_PELORA);
+  wizard().user().Type(IDC_NEW_ADDRESS, "dynamic@pelora.test");
+  wizard().user().Type(IDC_SEARCH_QUERY, "(mail=*)");
   EXPECT_EQ(Finish(), "");
   EXPECT_EQ(
       LdapSearch(Below("CN=Dynamic"), {"peloraAccount", "peloraHidden", "mail", "peloraFilter"}),

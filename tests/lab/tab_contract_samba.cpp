@@ -1,82 +1,43 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every tab on a directory server, read back with the domain's own search tool.
-#include "directory/attribute_catalogue.h"
-#include "hosts/ldap/store_directory_service.h"
+#include "tests/contract/features_tab_contract.h"
 #include "tests/contract/headless_tab_console.h"
-#include "tests/lab/domain_company.h"
-#include "tests/lab/lab_page.h"
-#include "tests/lab/lab_test.h"
-#include "tests/support/observed_store.h"
+#include "tests/contract/user_tab_contract.h"
+#include "tests/lab/domain_bench.h"
 
 namespace pelora::lab {
 namespace {
 
 using contract::EveryTab;
+using contract::FeaturesTabContract;
 using contract::HeadlessTabConsole;
 using contract::TabConsole;
 using contract::TabContract;
 using contract::TabName;
 using contract::TabScript;
 using contract::TabValues;
+using contract::UserTabContract;
 using Names = std::vector<std::string>;
-
-/// Made by the first test.
-DomainCompany& Company() {
-  static DomainCompany company;
-  return company;
-}
-
-std::string FromBase64(std::string_view text) {
-  constexpr std::string_view kDigits =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string bytes;
-  std::uint32_t bits = 0;
-  int count = 0;
-  for (const char letter : text.substr(0, text.find('='))) {
-    bits = bits << 6U | static_cast<std::uint32_t>(kDigits.find(letter));
-    count += 6;
-    if (count < 8) continue;
-    count -= 8;
-    bytes += static_cast<char>(bits >> count);
-  }
-  return bytes;
-}
-
-/// What the pages of a console in memory are run on, over the domain. Requests are recorded.
-struct DomainBench {
-  std::unique_ptr<NetworkSession> session = OpenSession();
-  testing::ObservedStore store{session->store()};
-  ldap::StoreDirectoryService directory{store};
-  LabBench bench{directory};
-};
 
 class DomainConsole final : public DomainBench, public HeadlessTabConsole {
  public:
   DomainConsole()
       : HeadlessTabConsole({bench.platform(), bench.templates(), bench.messages, bench.dialogs(),
-                            bench.choosers()}) {
-    static_cast<void>(Company());
+                            bench.choosers(), faulty.plan()}) {
+    static_cast<void>(DomainCompany::Shared());
   }
-  ~DomainConsole() override { Company().Restore(); }
+  ~DomainConsole() override { DomainCompany::Shared().Restore(); }
 
+  void Give(const std::string& name, const TabValues& values) override {
+    DomainCompany::Shared().Give(name, values);
+  }
   void Open(const std::string& component, const Names& names) override {
-    for (const std::string& name : names) Company().Remember(name);
+    for (const std::string& name : names) DomainCompany::Shared().Remember(name);
     HeadlessTabConsole::Open(component, names);
   }
 
   [[nodiscard]] std::string Base() const override { return DomainCompany::Base(); }
-  [[nodiscard]] TabValues Stored(const std::string& name) override {
-    Names wanted;
-    for (const Attribute& attribute : kAttributeCatalogue) wanted.emplace_back(attribute.name);
-    TabValues values;
-    for (const std::string& line : LdapSearch(name, wanted)) {
-      const std::size_t colon = line.find(':');
-      const bool is_coded = line.compare(colon, 3, ":: ") == 0;
-      const std::string value = line.substr(colon + (is_coded ? 3 : 2));
-      values[line.substr(0, colon)].push_back(is_coded ? FromBase64(value) : value);
-    }
-    return values;
-  }
+  [[nodiscard]] TabValues Stored(const std::string& name) override { return StoredInDomain(name); }
   // A directory's values are a set.
   [[nodiscard]] bool KeepsOrder() const override { return false; }
 };
@@ -84,6 +45,8 @@ class DomainConsole final : public DomainBench, public HeadlessTabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<DomainConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Samba, TabContract, EveryTab(&MakeConsole), TabName);
+INSTANTIATE_TEST_SUITE_P(Samba, FeaturesTabContract, ::testing::Values(&MakeConsole));
+INSTANTIATE_TEST_SUITE_P(Samba, UserTabContract, ::testing::Values(&MakeConsole));
 
 TEST(TabsOfADomain, SendUntouchedOnlyWhatIsAlwaysWritten) {
   for (const TabScript& published : contract::TabScripts()) {

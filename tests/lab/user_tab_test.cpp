@@ -62,52 +62,6 @@ class UserTabTest : public ::testing::Test {
   LabBench bench_{directory_};
 };
 
-TEST_F(UserTabTest, IsLoadedEditedAndApplied) {
-  const Lines before = {"mail: One@pelora.test",       "otherMailbox: b@pelora.test",
-                        "otherMailbox: c@pelora.test", "peloraAccount: 1",
-                        "peloraQuotaHard: 500",        "peloraQuotaOverride: 1"};
-  EXPECT_EQ(Stored("One"), before);
-  UserPage page(bench_, IDD_PROPPAGE_USER, {Dn("One")});
-  EXPECT_EQ(page.initialized(), S_OK);
-  EXPECT_EQ(page.opened(), S_OK);
-  EXPECT_EQ(page.dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kChecked);
-  EXPECT_EQ(page.dialog().Text(IDC_QUOTA_HARD), "500");
-  EXPECT_EQ(page.Rows(IDC_EMAIL_LIST).size(), 3U);
-
-  page.Click(IDC_PELORA_HIDDEN);
-  page.Type(IDC_QUOTA_HARD, "750");
-  page.Type(IDC_QUOTA_WARN, "600");
-  EXPECT_TRUE(page.Apply());
-  EXPECT_EQ(bench_.Boxes(), "");
-  EXPECT_EQ(Stored("One"),
-            (Lines{"mail: One@pelora.test", "otherMailbox: b@pelora.test",
-                   "otherMailbox: c@pelora.test", "peloraAccount: 1", "peloraHidden: 1",
-                   "peloraQuotaHard: 750", "peloraQuotaOverride: 1", "peloraQuotaWarn: 600"}));
-  // And back: an emptied field leaves nothing behind.
-  page.Click(IDC_PELORA_HIDDEN);
-  page.Type(IDC_QUOTA_WARN, "");
-  EXPECT_TRUE(page.Apply());
-  EXPECT_EQ(Stored("One"),
-            (Lines{"mail: One@pelora.test", "otherMailbox: b@pelora.test",
-                   "otherMailbox: c@pelora.test", "peloraAccount: 1", "peloraHidden: 0",
-                   "peloraQuotaHard: 750", "peloraQuotaOverride: 1"}));
-}
-
-TEST_F(UserTabTest, AListOfAddressesIsReplacedWhole) {
-  UserPage page(bench_, IDD_PROPPAGE_USER, {Dn("Two")});
-  page.SelectRow(IDC_EMAIL_LIST, page.Rows(IDC_EMAIL_LIST).front());
-  page.Click(IDC_EMAIL_DELETE);
-  const Lines left = page.Rows(IDC_EMAIL_LIST);
-  ASSERT_EQ(left.size(), 2U);
-  EXPECT_TRUE(page.Apply());
-  EXPECT_EQ(bench_.Boxes(), "");
-  std::size_t stored = 0;
-  for (const std::string& line : LdapSearch(Dn("Two"), {"mail", "otherMailbox"})) {
-    stored += line.empty() ? 0U : 1U;
-  }
-  EXPECT_EQ(stored, left.size());
-}
-
 TEST_F(UserTabTest, WithoutRightsItSaysSoAndWritesNothing) {
   const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kHelper));
   const std::unique_ptr<NetworkSession> session = OpenSession();

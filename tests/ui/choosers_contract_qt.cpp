@@ -4,8 +4,6 @@
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/program/console_platform.h"
 #include "hosts/console/text/qt_text.h"
-#include "hosts/ldap/create_ldb_directory.h"
-#include "hosts/ldap/sample_company.h"
 #include "tests/contract/choosers_contract.h"
 #include "tests/ui/chooser_user.h"
 #include "tests/ui/console_test.h"
@@ -18,23 +16,19 @@ using test::ChooserUser;
 class QtHost final : public ChooserHost {
  public:
   QtHost() {
-    const std::string file = folder_.File("company.ldb");
-    const ldap::StoreStatus made = ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif());
-    EXPECT_TRUE(made.Ok()) << made.text;
-    session_ = session::OpenDirectoryFile(file).session;
-    choosers_.emplace(*session_->store, session_->open_another,
+    choosers_.emplace(*company_.session().store, company_.session().open_another,
                       // Long enough that Enter alone begins a search.
                       console::ChooserOptions{.typing_pause = std::chrono::minutes(10)});
-    platform_.emplace(session_->service, message_box_, *choosers_, *module_.value);
+    platform_.emplace(company_.session().service, message_box_, *choosers_, company_.module());
   }
 
   [[nodiscard]] const Platform& platform() override { return platform_->platform(); }
   void Pick(const Choice& objects) override {
-    scripts_.Add([objects](QWidget& window) { Choose(window, objects); });
+    company_.modal_scripts().Add([objects](QWidget& window) { Choose(window, objects); });
   }
   void Find(const Choice& containers) override { Pick(containers); }
   void BrowseLaboratory() override {
-    scripts_.Add([](QWidget& window) {
+    company_.modal_scripts().Add([](QWidget& window) {
       ChooserUser user(window);
       user.GoToContainer({"Linden-Werke Chemnitz", "Entwicklung", kLaboratory.common_name});
       user.Click("OK");
@@ -42,7 +36,7 @@ class QtHost final : public ChooserHost {
     });
   }
   void CancelBrowser() override {
-    scripts_.Add([](QWidget& window) { ChooserUser(window).Click("Cancel"); });
+    company_.modal_scripts().Add([](QWidget& window) { ChooserUser(window).Click("Cancel"); });
   }
 
  private:
@@ -57,11 +51,7 @@ class QtHost final : public ChooserHost {
     }
   }
 
-  pelora::testing::TemporaryFolder folder_;
-  resources::ReadResult<resources::ResourceFile> module_ =
-      resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
-  std::unique_ptr<session::DirectorySession> session_;
-  ModalScripts scripts_;
+  test::OpenCompany company_;
   console::QtMessageBox message_box_;
   std::optional<console::QtChoosers> choosers_;
   std::optional<console::ConsolePlatform> platform_;

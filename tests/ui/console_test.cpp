@@ -5,8 +5,6 @@
 #include <algorithm>
 
 #include "hosts/console/text/qt_text.h"
-#include "hosts/ldap/create_ldb_directory.h"
-#include "hosts/ldap/sample_company.h"
 
 namespace pelora::test {
 namespace {
@@ -69,22 +67,19 @@ std::vector<std::string> Difference(const EntryLines& before, const EntryLines& 
   return difference;
 }
 
-ConsoleTest::ConsoleTest()
-    : file_(folder_.File("company.ldb")),
-      module_(resources::ResourceFile::Read(resources::EmbeddedResourceBytes())) {
+OpenCompany::OpenCompany()
+    : module_(resources::ResourceFile::Read(resources::EmbeddedResourceBytes())) {
   if (!module_.value) throw std::runtime_error(module_.error);
-  const ldap::StoreStatus made = ldap::CreateLdbDirectory(file_, ldap::SampleCompanyLdif());
-  if (!made.Ok()) throw std::runtime_error(made.text);
-  session::SessionResult opened = session::OpenDirectoryFile(file_);
+  session::SessionResult opened = session::OpenDirectoryFile(file());
   if (!opened.session) throw std::runtime_error(opened.error);
   session_ = std::move(opened.session);
 }
 
-std::unique_ptr<session::DirectorySession> ConsoleTest::TakeSession() {
+std::unique_ptr<session::DirectorySession> OpenCompany::TakeSession() {
   return std::move(session_);
 }
 
-std::vector<session::DirectoryObject> ConsoleTest::Objects(const std::vector<std::string>& names) {
+std::vector<session::DirectoryObject> OpenCompany::Objects(const std::vector<std::string>& names) {
   std::vector<session::DirectoryObject> objects;
   const session::DirectoryBrowser browser(*session_->store);
   for (const std::string& name : names) {

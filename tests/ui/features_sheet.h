@@ -13,22 +13,12 @@
 
 #include "hosts/console/program/screenshot.h"
 #include "resources/resource.h"
-#include "tests/support/fault_directory.h"
 #include "tests/support/fault_store.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/faults_of_sight.h"
 #include "tests/ui/open_sheet.h"
 
 namespace pelora::test {
-
-#define STAFF ",OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example"
-/// Has imap and pop3 enabled.
-inline constexpr const char* kHelga = "CN=Helga Önder,OU=IT" STAFF;
-/// Has imap enabled and pop3 disabled.
-inline constexpr const char* kTom = "CN=Tom Richter,OU=IT" STAFF;
-/// Has imap enabled and two archive servers.
-inline constexpr const char* kJuergen = "CN=Jürgen Weißflog,OU=Geschäftsleitung" STAFF;
-#undef STAFF
 
 inline constexpr std::size_t kFeaturesPage = 1;
 inline constexpr RowIndex kArchiverRow = 0;
@@ -42,7 +32,7 @@ class FeaturesSheet : public ConsoleTest {
 
   [[nodiscard]] OpenSheet& Open(const std::vector<std::string>& names) {
     sheet_ = std::make_unique<OpenSheet>(session(), module(), Objects(names),
-                                         SheetFaults{.store = &store_, .plan = plan_});
+                                         SheetFaults{.store = &store_});
     sheet_->sheet().SelectPage(kFeaturesPage);
     QCoreApplication::processEvents();
     return *sheet_;
@@ -76,8 +66,6 @@ class FeaturesSheet : public ConsoleTest {
         ->text(QAccessible::Name)
         .toStdString();
   }
-  [[nodiscard]] EntryLines Entry(const char* dn) const { return SearchEntry(file(), dn); }
-  [[nodiscard]] pelora::testing::FaultPlan& plan() { return *plan_; }
   [[nodiscard]] pelora::testing::FaultStore& store() { return store_; }
   static void Keep(QWidget& window, const char* name) {
     const QString path = QStringLiteral(PELORA_SCREENSHOTS "/%1.png").arg(QLatin1String(name));
@@ -86,8 +74,6 @@ class FeaturesSheet : public ConsoleTest {
 
  private:
   pelora::testing::FaultStore store_{*session().store};
-  std::shared_ptr<pelora::testing::FaultPlan> plan_ =
-      std::make_shared<pelora::testing::FaultPlan>();
   std::unique_ptr<OpenSheet> sheet_;
 };
 

@@ -6,6 +6,7 @@
 
 #include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/ldap_status.h"
+#include "resources/resource.h"
 #include "tests/ui/new_object_test.h"
 #include "tests/ui/open_sheet.h"
 
@@ -23,8 +24,8 @@ TEST_F(NewObjectFailure, ANameInUseIsSaidAndEverythingTypedStays) {
   wizard().Write("own_last_name", "Krämer");
   wizard().Write("own_logon_name", "birgit2");
   wizard().Next();
-  wizard().user().Click(254);
-  wizard().user().Type(268, "b2@linden-werke.example");
+  wizard().user().Click(IDC_CREATE_PELORA);
+  wizard().user().Type(IDC_NEW_ADDRESS, "b2@linden-werke.example");
   wizard().Next();
   ShownBox box;
   modal_scripts().Add(Confirm(box));
@@ -43,7 +44,7 @@ TEST_F(NewObjectFailure, ANameInUseIsSaidAndEverythingTypedStays) {
   Picture("new-user-name-in-use");
 
   wizard().Back();
-  EXPECT_EQ(wizard().dialog().Text(268), "b2@linden-werke.example");
+  EXPECT_EQ(wizard().dialog().Text(IDC_NEW_ADDRESS), "b2@linden-werke.example");
   wizard().Back();
   EXPECT_EQ(wizard().Field("own_logon_name"), "birgit2");
   wizard().Write("own_name", "Birgit Krämer 2");
@@ -134,7 +135,7 @@ TEST_F(NewObjectFailure, CancelAndEscapeMakeNothingAndLeaveNothingBehind) {
     wizard().Write("own_name", "Nora");
     wizard().Write("own_logon_name", "nora");
     wizard().Next();
-    wizard().user().Click(254);
+    wizard().user().Click(IDC_CREATE_PELORA);
     EXPECT_EQ(wizard().components(), 1);
     if (by_key) {
       QTest::keyClick(&wizard().wizard(), Qt::Key_Escape);

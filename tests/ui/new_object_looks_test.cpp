@@ -8,6 +8,7 @@
 #include <map>
 
 #include "hosts/console/text/qt_text.h"
+#include "resources/resource.h"
 #include "tests/ui/faults_of_sight.h"
 #include "tests/ui/new_object_test.h"
 
@@ -80,10 +81,10 @@ TEST_F(NewObjectLooks, TheKeyboardLeadsThrough) {
   EXPECT_EQ(wizard().wizard().CurrentPage(), 1U);
   EXPECT_EQ(ToUtf8(QApplication::focusWidget()->objectName()), "control_254");
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-  EXPECT_EQ(wizard().dialog().Check(254), CheckState::kChecked);
-  wizard().user().Type(268, "n@x");
+  EXPECT_EQ(wizard().dialog().Check(IDC_CREATE_PELORA), CheckState::kChecked);
+  wizard().user().Type(IDC_NEW_ADDRESS, "n@x");
   // Behind the page's controls come the buttons.
-  wizard().wizard().Dialog(1)->Find(271)->widget().setFocus();
+  wizard().wizard().Dialog(1)->Find(IDC_SERVER_SELECT)->widget().setFocus();
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
   EXPECT_EQ(ToUtf8(QApplication::focusWidget()->objectName()), "wizard_back");
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);

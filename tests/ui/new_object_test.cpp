@@ -5,6 +5,7 @@
 #include <QDir>
 
 #include "hosts/console/text/qt_text.h"
+#include "resources/resource.h"
 #include "tests/ui/open_sheet.h"
 
 namespace pelora::test {
@@ -12,7 +13,7 @@ namespace pelora::test {
 using console::ToQString;
 using console::ToUtf8;
 
-NewObjectTest::NewObjectTest(bool is_sealed) {
+RecordedCompany::RecordedCompany(bool is_sealed) {
   std::unique_ptr<session::DirectorySession> session = OpenFile();
   std::unique_ptr<ldap::IDirectoryStore> opened;
   if (!session->open_another(opened, {}).Ok())
@@ -23,7 +24,7 @@ NewObjectTest::NewObjectTest(bool is_sealed) {
                                                           session->open_another);
 }
 
-std::unique_ptr<session::DirectorySession> NewObjectTest::OpenFile() {
+std::unique_ptr<session::DirectorySession> RecordedCompany::OpenFile() {
   session::SessionResult opened = session::OpenDirectoryFile(file());
   if (!opened.session) throw std::runtime_error(opened.error);
   return std::move(opened.session);
@@ -37,7 +38,8 @@ OpenWizard& NewObjectTest::Open(const char* kind, const char* container) {
 void NewObjectTest::OpenNamed(const session::NewObjectKind& kind) {
   Open(std::string(kind.class_name).c_str());
   const std::string name = "New " + session::TextOf(kind);
-  kind.HasOwnPage() ? wizard().Write("own_name", name) : wizard().user().Type(292, name);
+  kind.HasOwnPage() ? wizard().Write("own_name", name)
+                    : wizard().user().Type(IDC_OBJECT_NAME, name);
   if (kind.account == session::AccountForm::kUser) wizard().Write("own_logon_name", "new");
 }
 

@@ -11,16 +11,29 @@
 
 namespace pelora::test {
 
-/// Objects made in the console's wizards: a directory file, of which every addition is taken down,
-/// and the one wizard that is open.
-class NewObjectTest : public ConsoleTest {
+/// The sample company, of which every addition is taken down.
+class RecordedCompany : public OpenCompany {
+ public:
+  /// Whether the directory poses as one whose connection is sealed.
+  explicit RecordedCompany(bool is_sealed = false);
+
+  [[nodiscard]] std::unique_ptr<session::DirectorySession> OpenFile();
+  /// The session whose additions are recorded, and its store.
+  [[nodiscard]] session::DirectorySession& recorded() { return *recorded_; }
+  [[nodiscard]] RecordingStore& store() { return *store_; }
+
+ protected:
+  std::vector<ldap::Entry> adds_;
+  std::unique_ptr<session::DirectorySession> recorded_;
+  RecordingStore* store_ = nullptr;
+};
+
+/// Objects made in the console's wizards, and the one wizard that is open.
+class NewObjectTest : public ::testing::Test, protected RecordedCompany {
  protected:
   using Lines = std::vector<std::string>;
 
-  /// Whether the directory poses as one whose connection is sealed.
-  explicit NewObjectTest(bool is_sealed = false);
-
-  [[nodiscard]] std::unique_ptr<session::DirectorySession> OpenFile();
+  using RecordedCompany::RecordedCompany;
 
   OpenWizard& Open(const char* kind, const char* container = kSales);
   /// Opens the wizard of a kind, with its first page filled in as far as Next needs it.
@@ -35,9 +48,6 @@ class NewObjectTest : public ConsoleTest {
   /// Keeps a picture of the window as it stands.
   void Picture(const std::string& name);
 
-  std::vector<ldap::Entry> adds_;
-  std::unique_ptr<session::DirectorySession> recorded_;
-  RecordingStore* store_ = nullptr;
   std::optional<OpenWizard> wizard_;
 };
 

@@ -12,7 +12,6 @@
 
 #include "hosts/console/choosers/search_status.h"
 #include "hosts/console/text/qt_text.h"
-#include "hosts/ldap/serialized_store.h"
 #include "hosts/session/search_filter.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/scripted_store.h"
@@ -416,58 +415,6 @@ TEST(SearchStatus, SaysWhatIsMissing) {
 }
 
 // Two threads at one file.
-
-TEST(SerializedStore, RequestsOfTwoStoresNeverCoincide) {
-  std::atomic<int> inside = 0;
-  std::atomic<int> most = 0;
-  const ldap::StoreOpener open =
-      ldap::SerializeStores(OpenScripted([&](const auto&, const ldap::EntrySink& sink) {
-        most = std::max<int>(most, ++inside);
-        QThread::msleep(1);
-        sink({});
-        --inside;
-        return ldap::StoreStatus{};
-      }));
-  const auto use = [&open] {
-    std::unique_ptr<ldap::IDirectoryStore> store;
-    ASSERT_TRUE(open(store, {}).Ok());
-    for (int i = 0; i < 50; ++i) {
-      EXPECT_TRUE(store->Search({}, [](const auto&) { return true; }).Ok());
-    }
-  };
-  const std::unique_ptr<QThread> other(QThread::create(use));
-  other->start();
-  use();
-  other->wait();
-  EXPECT_EQ(most, 1);
-}
-
-TEST(SerializedStore, ASinkMayAskForMore) {
-  const ldap::StoreOpener open =
-      ldap::SerializeStores(OpenScripted([](const auto&, const ldap::EntrySink& sink) {
-        sink({});
-        return ldap::StoreStatus{};
-      }));
-  std::unique_ptr<ldap::IDirectoryStore> store;
-  ASSERT_TRUE(open(store, {}).Ok());
-  ldap::Entry root;
-  const ldap::StoreStatus status = store->Search({}, [&](const auto&) {
-    EXPECT_TRUE(store->ReadRoot(root).Ok());
-    return true;
-  });
-  EXPECT_TRUE(status.Ok());
-  EXPECT_TRUE(root.attributes.contains("defaultNamingContext"));
-}
-
-TEST(SerializedStore, AStoreThatCannotBeOpenedIsNone) {
-  const ldap::StoreOpener open = ldap::SerializeStores(
-      [](std::unique_ptr<ldap::IDirectoryStore>& /*store*/, const auto& /*stop*/) {
-        return ldap::StoreStatus{-1, "no such file"};
-      });
-  std::unique_ptr<ldap::IDirectoryStore> store = std::make_unique<ScriptedStore>(nullptr);
-  EXPECT_EQ(open(store, {}).text, "no such file");
-  EXPECT_EQ(store, nullptr);
-}
 
 using EmbeddedSearchTest = ConsoleTest;
 

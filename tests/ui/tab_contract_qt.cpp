@@ -2,20 +2,23 @@
 // Every tab in the console, over the sample company in a directory file.
 #include <QCoreApplication>
 #include <QDir>
+#include <QTest>
 #include <algorithm>
+#include <deque>
 
 #include "directory/attribute_catalogue.h"
 #include "hosts/console/program/screenshot.h"
 #include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/ads_path.h"
-#include "hosts/ldap/create_ldb_directory.h"
-#include "hosts/ldap/sample_company.h"
 #include "hosts/session/property_tabs.h"
 #include "resources/resource.h"
 #include "server/class_table.h"
+#include "tests/contract/features_tab_contract.h"
 #include "tests/contract/same_edits.h"
 #include "tests/contract/tab_contract.h"
+#include "tests/contract/user_tab_contract.h"
+#include "tests/support/fault_store.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/faults_of_sight.h"
 #include "tests/ui/open_sheet.h"
@@ -28,21 +31,22 @@ using Names = std::vector<std::string>;
 
 class QtConsole final : public TabConsole {
  public:
-  QtConsole() {
-    const std::string file = folder_.File("company.ldb");
-    const ldap::StoreStatus made = ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif());
-    EXPECT_TRUE(made.Ok()) << made.text;
-    session_ = session::OpenDirectoryFile(file).session;
+  ~QtConsole() override { EXPECT_TRUE(boxes_.empty()); }
+
+  void Give(const std::string& name, const TabValues& values) override {
+    std::vector<ldap::Modification> changes;
+    for (const auto& [attribute, given] : values) {
+      changes.push_back({ldap::Modification::Operation::kReplace, attribute, given});
+    }
+    const ldap::StoreStatus status = session().store->Modify(name, changes);
+    EXPECT_TRUE(status.Ok()) << status.text;
   }
 
   void Open(const std::string& component, const Names& names) override {
-    objects_.clear();
-    const session::DirectoryBrowser browser(*session_->store);
-    for (const std::string& name : names) {
-      EXPECT_TRUE(browser.ReadObject(name, objects_.emplace_back()).Ok()) << name;
-    }
+    objects_ = company_.Objects(names);
     sheet_.reset();
-    sheet_ = std::make_unique<test::OpenSheet>(*session_, *module_.value, objects_);
+    sheet_ = std::make_unique<test::OpenSheet>(session(), company_.module(), objects_,
+                                               test::SheetFaults{.store = &store_, .plan = plan_});
     ShowTab(component);
   }
   /// Goes to another tab of the sheet.
@@ -57,7 +61,7 @@ class QtConsole final : public TabConsole {
   /// The number of the tab that shows.
   [[nodiscard]] std::size_t CurrentTab() const { return sheet_->sheet().CurrentPage(); }
   void Close() override {
-    if (sheet_->sheet().HasUnsavedEdits()) scripts_.Add(test::Press("&Discard"));
+    if (sheet_->sheet().HasUnsavedEdits()) company_.modal_scripts().Add(test::Press("&Discard"));
     sheet_->ClickCancel();
   }
   [[nodiscard]] IDialog& Page() override { return Dialog(); }
@@ -70,22 +74,41 @@ class QtConsole final : public TabConsole {
   void Browse(const std::string& name) override {
     sheet_->choosers().Browse(kDialogOk, ldap::AdsPathOf(name));
   }
-  void TypeAddress(const std::string& address) override {
-    scripts_.Add([address](QWidget& window) {
+  void PlayNext(DialogScript script) override {
+    company_.modal_scripts().Add([script = std::move(script)](QWidget& window) {
       QtPlayer user(window);
-      user.Erase(IDC_EMAIL_ADDRESS);
-      user.Type(IDC_EMAIL_ADDRESS, address);
-      user.PressEnter();
+      script(user);
     });
   }
-  void AwaitBox() override { scripts_.Add(test::Confirm(box_)); }
-  [[nodiscard]] std::string TakeBox() override { return box_.text.substr(0, box_.text.find('\n')); }
+  void AwaitBox(std::int32_t answer) override {
+    const auto button = answer == kDialogYes  ? QMessageBox::Yes
+                        : answer == kDialogNo ? QMessageBox::No
+                                              : QMessageBox::Ok;
+    company_.modal_scripts().Add([this, button](QWidget& window) {
+      const auto* box = qobject_cast<QMessageBox*>(&window);
+      ASSERT_NE(box, nullptr);
+      boxes_.push_back(
+          {.caption = console::ToUtf8(box->windowTitle()), .text = console::ToUtf8(box->text())});
+      QTest::mouseClick(box->button(button), Qt::LeftButton);
+    });
+  }
+  [[nodiscard]] TabBox TakeBox() override {
+    if (boxes_.empty()) return {};
+    TabBox box = std::move(boxes_.front());
+    boxes_.pop_front();
+    return box;
+  }
 
   [[nodiscard]] bool IsApplyEnabled() const override { return sheet_->IsApplyEnabled(); }
   void ClickApply() override { sheet_->ClickApply(); }
   void ClickOk() override { sheet_->ClickOk(); }
   [[nodiscard]] bool IsOpen() const override { return sheet_->IsOpen(); }
   [[nodiscard]] bool WritesUntouched() const override { return false; }
+
+  void FailPut(const std::string& attribute, std::size_t nth) override {
+    plan_->FailAttribute(pelora::testing::FaultPoint::kPut, attribute, nth, E_ACCESSDENIED);
+  }
+  void FailCommit(std::size_t nth) override { store_.FailChange(nth, {50, "no right to do that"}); }
 
   [[nodiscard]] Names FaultsOfSight() override { return test::FaultsOfSight(Dialog().widget()); }
   void SavePicture(const std::string& name) override {
@@ -99,7 +122,7 @@ class QtConsole final : public TabConsole {
     Names wanted;
     for (const Attribute& attribute : kAttributeCatalogue) wanted.emplace_back(attribute.name);
     ldap::Entry entry;
-    EXPECT_TRUE(session_->store->Read(name, wanted, entry).Ok()) << name;
+    EXPECT_TRUE(session().store->Read(name, wanted, entry).Ok()) << name;
     TabValues values;
     for (const std::string& attribute : wanted) values[attribute] = entry.attributes[attribute];
     return values;
@@ -113,12 +136,13 @@ class QtConsole final : public TabConsole {
     return paths;
   }
 
-  pelora::testing::TemporaryFolder folder_;
-  resources::ReadResult<resources::ResourceFile> module_ =
-      resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
-  std::unique_ptr<session::DirectorySession> session_;
-  ModalScripts scripts_;
-  test::ShownBox box_;
+  [[nodiscard]] session::DirectorySession& session() { return company_.session(); }
+
+  test::OpenCompany company_;
+  pelora::testing::FaultStore store_{*company_.session().store};
+  std::shared_ptr<pelora::testing::FaultPlan> plan_ =
+      std::make_shared<pelora::testing::FaultPlan>();
+  std::deque<TabBox> boxes_;
   std::vector<session::DirectoryObject> objects_;
   std::unique_ptr<test::OpenSheet> sheet_;
   std::size_t page_ = 0;
@@ -128,6 +152,8 @@ class QtConsole final : public TabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<QtConsole>(); }
 
 INSTANTIATE_TEST_SUITE_P(Qt, TabContract, EveryTab(&MakeConsole), TabName);
+INSTANTIATE_TEST_SUITE_P(Qt, FeaturesTabContract, ::testing::Values(&MakeConsole));
+INSTANTIATE_TEST_SUITE_P(Qt, UserTabContract, ::testing::Values(&MakeConsole));
 
 TEST(SameEdits, LeaveWhatEveryFaceLeaves) {
   EXPECT_EQ(PlaySameEdits(*MakeConsole()), SameEditsDump());
@@ -164,9 +190,9 @@ TEST(TabsOfOneSheet, OneThatIsRefusedIsShownAndNothingIsWritten) {
   console.User().Erase(IDC_SEARCH_QUERY);
   console.ShowTab("CPropPageAddresslistGeneral");
   console.User().Type(IDC_DESCRIPTION, "!");
-  console.AwaitBox();
+  console.AwaitBox(kDialogOk);
   console.ClickOk();
-  EXPECT_EQ(console.TakeBox(), "Validation of input fields failed: Missing Search Query");
+  EXPECT_EQ(console.TakeBox(), ErrorBox("Validation of input fields failed: Missing Search Query"));
   EXPECT_TRUE(console.IsOpen());
   EXPECT_EQ(console.CurrentTab(), 1U);
   EXPECT_EQ(console.Stored(list), before);

@@ -8,21 +8,20 @@
 #include <vector>
 
 #include "hosts/ldap/ldb_store.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/sample_file.h"
+#include "tests/support/sample_objects.h"
 
 namespace pelora::ldap {
 
 /// A copy of the sample directory in a folder of the test's own.
 class LdbBench : public ::testing::Test {
  protected:
-  static constexpr const char* kBase = "DC=linden-werke,DC=example";
+  static constexpr const char* kBase = sample::kBase;
   static constexpr const char* kUser =
       "CN=Heike Naumann,OU=Fertigung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
 
-  LdbBench();
-
-  [[nodiscard]] const std::string& path() const { return path_; }
-  [[nodiscard]] std::string File(const std::string& name) const { return folder_.File(name); }
+  [[nodiscard]] const std::string& path() const { return file_.path(); }
+  [[nodiscard]] std::string File(const std::string& name) const { return file_.File(name); }
 
   /// Opens the file, with a wait for locks that a test can wait for.
   [[nodiscard]] StoreStatus TryOpen(std::unique_ptr<IDirectoryStore>& store) const;
@@ -40,11 +39,10 @@ class LdbBench : public ::testing::Test {
   [[nodiscard]] std::vector<std::string> FilesInFolder() const;
 
  private:
-  pelora::testing::TemporaryFolder folder_;
-  std::string path_ = folder_.File("company.ldb");
+  pelora::testing::SampleFile file_;
 };
 
-[[nodiscard]] std::string ReadFile(const std::string& path);
-void WriteFile(const std::string& path, const std::string& bytes);
+using pelora::testing::ReadFile;
+using pelora::testing::WriteFile;
 
 }  // namespace pelora::ldap

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "hosts/ldap/ldap_status.h"
-#include "hosts/ldap/serialized_store.h"
 #include "tests/unit/ldb_bench.h"
 
 namespace pelora::ldap {
@@ -78,19 +77,6 @@ TEST_F(LdbWritingTest, OfManyTheRefusedOnesDoNotKeepTheOthersFromBeingDone) {
   }
   EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("300"));
   EXPECT_THAT(DoAll(*store_, {}), IsEmpty());
-}
-
-TEST_F(LdbWritingTest, ManyOverStoresThatWaitForOneAnother) {
-  SerializedStore store(Open(), std::make_shared<std::recursive_mutex>());
-  store_.reset();
-  std::vector<ModifyRequest> requests;
-  for (int number = 0; number < 300; ++number) requests.push_back({kUser, CountOn(number)});
-  requests.push_back({kUser, CountOn(0)});
-  const std::vector<int> codes = DoAll(store, requests);
-  ASSERT_THAT(codes, SizeIs(301));
-  EXPECT_EQ(codes[299], 0);
-  EXPECT_EQ(codes[300], kLdapValueExists);
-  EXPECT_THAT(Read(store, kUser, "peloraQuotaHard"), ElementsAre("300"));
 }
 
 TEST_F(LdbWritingTest, ADeletionIsOfWhatIsAsItWasMade) {

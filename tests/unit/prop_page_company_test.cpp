@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The three tabs of companies.
+#include "resources/resource.h"
 #include "tests/unit/tab_bench.h"
 
 namespace pelora {
@@ -24,28 +25,28 @@ class CompanyTabTest : public testing::TabTest {
 
 TEST_F(CompanyTabTest, ShowsACompany) {
   OpenOn({kCompany});
-  EXPECT_EQ(dialog().Check(214), CheckState::kChecked);
-  EXPECT_EQ(dialog().Check(243), CheckState::kUnchecked);
-  EXPECT_EQ(Text(272), "CN=Ada,DC=x");
-  EXPECT_EQ(Text(242), "node1");
+  EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kChecked);
+  EXPECT_EQ(dialog().Check(IDC_PELORA_HIDDEN), CheckState::kUnchecked);
+  EXPECT_EQ(Text(IDC_SYSTEM_ADMIN), "CN=Ada,DC=x");
+  EXPECT_EQ(Text(IDC_SERVER), "node1");
 }
 
 TEST_F(CompanyTabTest, NeitherNameCanBeTyped) {
   OpenOn({kCompany});
-  EXPECT_EQ(page().user().TypeText(272, "x"), UserAnswer::kReadOnly);
-  EXPECT_EQ(page().user().EraseText(242), UserAnswer::kReadOnly);
+  EXPECT_EQ(page().user().TypeText(IDC_SYSTEM_ADMIN, "x"), UserAnswer::kReadOnly);
+  EXPECT_EQ(page().user().EraseText(IDC_SERVER), UserAnswer::kReadOnly);
 }
 
 TEST_F(CompanyTabTest, TheSystemAdministratorIsChosenFromTheUsers) {
   OpenOn({kCompany});
   Choose({"CN=Bob,DC=x"});
-  page().Click(227);
+  page().Click(IDC_SYSTEM_ADMIN_SELECT);
   ASSERT_EQ(bench_.choosers.pickers().size(), 1U);
   const FakeChoosers::PickerRun& run = bench_.choosers.pickers()[0];
   EXPECT_EQ(run.init.scope.flags, 0x45U) << "users";
   EXPECT_EQ(run.init.options, 0x2U) << "one only";
   EXPECT_EQ(run.owner, &dialog());
-  EXPECT_EQ(Text(272), "CN=Bob,DC=x");
+  EXPECT_EQ(Text(IDC_SYSTEM_ADMIN), "CN=Bob,DC=x");
   EXPECT_TRUE(page().IsModified());
   EXPECT_EQ(Applied(), Lines{R"(peloraSystemAdmin "CN=Bob,DC=x")"});
   EXPECT_EQ(Applied(), Lines{}) << "only once";
@@ -54,7 +55,7 @@ TEST_F(CompanyTabTest, TheSystemAdministratorIsChosenFromTheUsers) {
 TEST_F(CompanyTabTest, TheSameSystemAdministratorChosenAgainIsWritten) {
   OpenOn({kCompany});
   Choose({"CN=Ada,DC=x"});
-  page().Click(227);
+  page().Click(IDC_SYSTEM_ADMIN_SELECT);
   EXPECT_TRUE(page().IsModified());
   EXPECT_EQ(Applied(), Lines{R"(peloraSystemAdmin "CN=Ada,DC=x")"});
 }
@@ -62,10 +63,10 @@ TEST_F(CompanyTabTest, TheSameSystemAdministratorChosenAgainIsWritten) {
 TEST_F(CompanyTabTest, TheHomeServerIsChosenFromTheComputers) {
   OpenOn({kCompany});
   Choose({"CN=node2,OU=Servers,DC=x"});
-  page().Click(271);
+  page().Click(IDC_SERVER_SELECT);
   EXPECT_EQ(bench_.choosers.pickers().at(0).init.scope.types, 0x6U) << "computers";
   EXPECT_EQ(bench_.choosers.pickers()[0].init.options, 0x2U) << "one only";
-  EXPECT_EQ(Text(242), "node2");
+  EXPECT_EQ(Text(IDC_SERVER), "node2");
   EXPECT_TRUE(page().IsModified());
   EXPECT_EQ(Applied(), Lines{R"(peloraCompanyServer "node2")"});
 }
@@ -78,8 +79,8 @@ TEST_F(CompanyTabTest, ACancelledOrFailedChoiceChangesNothing) {
     page().Click(button);
   }
   EXPECT_EQ(bench_.choosers.pickers().size(), 4U);
-  EXPECT_EQ(Text(272), "CN=Ada,DC=x");
-  EXPECT_EQ(Text(242), "node1");
+  EXPECT_EQ(Text(IDC_SYSTEM_ADMIN), "CN=Ada,DC=x");
+  EXPECT_EQ(Text(IDC_SERVER), "node1");
   EXPECT_FALSE(page().IsModified());
   EXPECT_EQ(Applied(), Lines{});
 }
@@ -87,11 +88,11 @@ TEST_F(CompanyTabTest, ACancelledOrFailedChoiceChangesNothing) {
 TEST_F(CompanyTabTest, WritesAccountThenAdministratorThenServer) {
   OpenOn({{}});
   Choose({"CN=node2,DC=x"});
-  page().Click(271);
+  page().Click(IDC_SERVER_SELECT);
   Choose({"CN=Bob,DC=x"});
-  page().Click(227);
-  page().Click(243);
-  page().Click(214);
+  page().Click(IDC_SYSTEM_ADMIN_SELECT);
+  page().Click(IDC_PELORA_HIDDEN);
+  page().Click(IDC_PELORA_ACCOUNT);
   EXPECT_EQ(Applied(),
             (Lines{"peloraAccount 1", "peloraHidden 1", R"(peloraSystemAdmin "CN=Bob,DC=x")",
                    R"(peloraCompanyServer "node2")"}));
@@ -99,18 +100,18 @@ TEST_F(CompanyTabTest, WritesAccountThenAdministratorThenServer) {
 
 TEST_F(CompanyTabTest, ATextThatAProgramEmptiesIsCleared) {
   OpenOn({kCompany});
-  dialog().SetText(272, "");
-  dialog().SetText(242, "");
+  dialog().SetText(IDC_SYSTEM_ADMIN, "");
+  dialog().SetText(IDC_SERVER, "");
   EXPECT_EQ(Applied(), (Lines{"peloraSystemAdmin cleared", "peloraCompanyServer cleared"}));
 }
 
 TEST_F(CompanyTabTest, SeveralThatDifferShowEmptyFieldsAndTakeOneChoice) {
   OpenOn({kCompany, {}, {}});
-  EXPECT_EQ(dialog().Check(214), CheckState::kIndeterminate);
-  EXPECT_EQ(Text(272), "");
-  EXPECT_EQ(Text(242), "");
+  EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kIndeterminate);
+  EXPECT_EQ(Text(IDC_SYSTEM_ADMIN), "");
+  EXPECT_EQ(Text(IDC_SERVER), "");
   Choose({"CN=Bob,DC=x"});
-  page().Click(227);
+  page().Click(IDC_SYSTEM_ADMIN_SELECT);
   const Lines written = {R"(peloraSystemAdmin "CN=Bob,DC=x")"};
   EXPECT_EQ(Applied(), written);
   EXPECT_EQ(Staged(1), written);
@@ -123,7 +124,7 @@ TEST_F(CompanyTabTest, LeavesAddressesAndDelegatesAlone) {
   company["otherMailbox"] = Variant::String("one@y");
   company["peloraSendAsPrivilege"] = Variant::String("CN=Bob,DC=x");
   OpenOn({company});
-  page().Click(243);
+  page().Click(IDC_PELORA_HIDDEN);
   EXPECT_EQ(Applied(), Lines{"peloraHidden 1"});
   EXPECT_EQ(bench_.directory.CountOf(testing::DirectoryCall::Kind::kGet), 0U);
 }
@@ -151,12 +152,12 @@ class CompanyQuotaTabTest : public testing::TabTest {
 
 TEST_F(CompanyQuotaTabTest, ShowsBothQuotasAndBothLists) {
   OpenOn({kQuotas});
-  EXPECT_EQ(Text(203), "10");
-  EXPECT_EQ(Text(220), "1");
-  EXPECT_EQ(Text(222), "2");
-  EXPECT_EQ(Text(223), "3");
-  EXPECT_EQ(page().Rows(216), Lines{"CN=Ada,DC=x"});
-  EXPECT_EQ(page().Rows(234), (Lines{"CN=Ada,DC=x", "CN=Bob,DC=x"}));
+  EXPECT_EQ(Text(IDC_QUOTA_WARN), "10");
+  EXPECT_EQ(Text(IDC_USER_QUOTA_WARN), "1");
+  EXPECT_EQ(Text(IDC_USER_QUOTA_SOFT), "2");
+  EXPECT_EQ(Text(IDC_USER_QUOTA_HARD), "3");
+  EXPECT_EQ(page().Rows(IDC_QUOTA_RECIPIENTS), Lines{"CN=Ada,DC=x"});
+  EXPECT_EQ(page().Rows(IDC_USER_QUOTA_RECIPIENTS), (Lines{"CN=Ada,DC=x", "CN=Bob,DC=x"}));
 }
 
 TEST_F(CompanyQuotaTabTest, EachBoxEnablesItsOwnFields) {
@@ -169,25 +170,25 @@ TEST_F(CompanyQuotaTabTest, EachBoxEnablesItsOwnFields) {
     return fields;
   };
   EXPECT_EQ(enabled(), Lines{});
-  page().Click(202);
+  page().Click(IDC_QUOTA_OVERRIDE);
   EXPECT_EQ(enabled(), Lines{"203"});
-  page().Click(218);
-  page().Click(202);
+  page().Click(IDC_USER_QUOTA_OVERRIDE);
+  page().Click(IDC_QUOTA_OVERRIDE);
   EXPECT_EQ(enabled(), (Lines{"220", "222", "223"}));
 }
 
 TEST_F(CompanyQuotaTabTest, WritesTheCompanysQuotaThenTheUsers) {
   OpenOn({kQuotas});
-  page().Type(223, "33");
-  page().Type(222, "22");
-  page().Type(220, "11");
-  page().Type(203, "100");
-  page().Click(218);
-  page().Click(202);
-  page().SelectRow(234, "CN=Ada,DC=x");
-  page().Click(233);
+  page().Type(IDC_USER_QUOTA_HARD, "33");
+  page().Type(IDC_USER_QUOTA_SOFT, "22");
+  page().Type(IDC_USER_QUOTA_WARN, "11");
+  page().Type(IDC_QUOTA_WARN, "100");
+  page().Click(IDC_USER_QUOTA_OVERRIDE);
+  page().Click(IDC_QUOTA_OVERRIDE);
+  page().SelectRow(IDC_USER_QUOTA_RECIPIENTS, "CN=Ada,DC=x");
+  page().Click(IDC_USER_QUOTA_RECIPIENTS_DELETE);
   Choose({"CN=Carl,DC=x", "CN=Dora,DC=x"});
-  page().Click(224);
+  page().Click(IDC_QUOTA_RECIPIENTS_ADD);
   EXPECT_EQ(Applied(),
             (Lines{"peloraQuotaWarn 100", "peloraQuotaOverride 0",
                    R"(peloraQuotaCompanyWarningRecipients ["CN=Ada,DC=x", "CN=Carl,DC=x", )"
@@ -203,7 +204,7 @@ TEST_F(CompanyQuotaTabTest, LeavesTheLimitsItDoesNotShowAlone) {
     dialog().SetText(missing, "77");
     EXPECT_EQ(Text(missing), "");
   }
-  page().Type(203, "11");
+  page().Type(IDC_QUOTA_WARN, "11");
   EXPECT_EQ(Applied(), Lines{"peloraQuotaWarn 11"});
   EXPECT_EQ(bench_.directory.Value(kTabPaths[0], "peloraQuotaHard"), Variant::Integer(30));
 }
@@ -221,24 +222,24 @@ TEST_F(CompanyQuotaTabTest, RecipientsAreUsersAndNothingIsChosenByCancelling) {
 
 TEST_F(CompanyQuotaTabTest, DeletingFollowsTheSelectionOfItsOwnList) {
   OpenOn({kQuotas});
-  (void)Command(216, kSelectionChange);
-  (void)Command(234, kSelectionChange);
-  EXPECT_FALSE(dialog().IsEnabled(225));
-  EXPECT_FALSE(dialog().IsEnabled(233));
-  page().SelectRow(216, "CN=Ada,DC=x");
-  EXPECT_TRUE(dialog().IsEnabled(225));
-  EXPECT_FALSE(dialog().IsEnabled(233));
-  page().Click(225);
-  EXPECT_FALSE(dialog().IsEnabled(225)) << "the list is empty";
+  (void)Command(IDC_QUOTA_RECIPIENTS, kSelectionChange);
+  (void)Command(IDC_USER_QUOTA_RECIPIENTS, kSelectionChange);
+  EXPECT_FALSE(dialog().IsEnabled(IDC_QUOTA_RECIPIENTS_DELETE));
+  EXPECT_FALSE(dialog().IsEnabled(IDC_USER_QUOTA_RECIPIENTS_DELETE));
+  page().SelectRow(IDC_QUOTA_RECIPIENTS, "CN=Ada,DC=x");
+  EXPECT_TRUE(dialog().IsEnabled(IDC_QUOTA_RECIPIENTS_DELETE));
+  EXPECT_FALSE(dialog().IsEnabled(IDC_USER_QUOTA_RECIPIENTS_DELETE));
+  page().Click(IDC_QUOTA_RECIPIENTS_DELETE);
+  EXPECT_FALSE(dialog().IsEnabled(IDC_QUOTA_RECIPIENTS_DELETE)) << "the list is empty";
   EXPECT_EQ(Applied(), Lines{"peloraQuotaCompanyWarningRecipients []"});
 }
 
 TEST_F(CompanyQuotaTabTest, SeveralTakeLimitsAndNoRecipients) {
   OpenOn({kQuotas, kQuotas, kQuotas});
-  EXPECT_EQ(page().Rows(216), Lines{});
+  EXPECT_EQ(page().Rows(IDC_QUOTA_RECIPIENTS), Lines{});
   Choose({"CN=Carl,DC=x"});
-  (void)Command(224, kClicked);
-  page().Type(203, "5");
+  (void)Command(IDC_QUOTA_RECIPIENTS_ADD, kClicked);
+  page().Type(IDC_QUOTA_WARN, "5");
   EXPECT_EQ(Applied(), Lines{"peloraQuotaWarn 5"});
   EXPECT_EQ(Staged(2), Lines{"peloraQuotaWarn 5"});
 }
@@ -359,17 +360,17 @@ class CompanyRightsOrderTest : public testing::TabTest {};
 TEST_F(CompanyRightsOrderTest, ViewersAreWrittenBeforeAdministrators) {
   Open("CPropPageCompanyRights", {{}});
   Choose({"CN=Ada,DC=x"});
-  page().Click(226);
+  page().Click(IDC_ADMIN_ADD);
   bench_.choosers.Find(testing::ChosenObjects::AsObjectNames({"LDAP://OU=Other,DC=x"}));
-  page().Click(231);
+  page().Click(IDC_VIEW_ADD);
   EXPECT_EQ(Applied(), (Lines{R"(peloraViewPrivilege ["OU=Other,DC=x"])",
                               R"(peloraAdminPrivilege ["CN=Ada,DC=x"])"}));
 }
 
 TEST_F(CompanyRightsOrderTest, CompaniesAreFoundByAQueryAndAdministratorsPicked) {
   Open("CPropPageCompanyRights", {{}});
-  page().Click(231);
-  page().Click(226);
+  page().Click(IDC_VIEW_ADD);
+  page().Click(IDC_ADMIN_ADD);
   ASSERT_EQ(bench_.choosers.queries().size(), 1U);
   EXPECT_EQ(bench_.choosers.queries()[0].init.window_flags, 0x63U) << "several";
   ASSERT_EQ(bench_.choosers.pickers().size(), 1U);

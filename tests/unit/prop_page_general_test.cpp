@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Name and description, on the General tabs.
+#include "resources/resource.h"
 #include "tests/unit/tab_bench.h"
 
 namespace pelora {
@@ -25,26 +26,26 @@ INSTANTIATE_TEST_SUITE_P(Both, GeneralTabTest,
 
 TEST_P(GeneralTabTest, ShowsNamesAndDescription) {
   OpenOn(kObject);
-  EXPECT_EQ(Text(294), "Rooms & more");
-  EXPECT_EQ(Text(292), "Rooms");
-  EXPECT_EQ(Text(295), "All rooms");
+  EXPECT_EQ(Text(IDC_NAME_CN), "Rooms & more");
+  EXPECT_EQ(Text(IDC_OBJECT_NAME), "Rooms");
+  EXPECT_EQ(Text(IDC_DESCRIPTION), "All rooms");
   EXPECT_FALSE(page().IsModified());
 }
 
 TEST_P(GeneralTabTest, AnObjectWithoutThemKeepsWhatTheTemplateSays) {
   OpenOn({});
-  EXPECT_EQ(Text(294), "Unknown CN");
-  EXPECT_EQ(Text(292), "");
-  EXPECT_EQ(Text(295), "");
+  EXPECT_EQ(Text(IDC_NAME_CN), "Unknown CN");
+  EXPECT_EQ(Text(IDC_OBJECT_NAME), "");
+  EXPECT_EQ(Text(IDC_DESCRIPTION), "");
 }
 
 TEST_P(GeneralTabTest, ValuesThatAreNoSingleStringAreNotShown) {
   OpenOn({{"cn", Variant::StringArray({"a", "b"})},
           {"name", Variant::Integer(7)},
           {"description", Variant::StringArray({"a", "b"})}});
-  EXPECT_EQ(Text(294), "Unknown CN");
-  EXPECT_EQ(Text(292), "");
-  EXPECT_EQ(Text(295), "");
+  EXPECT_EQ(Text(IDC_NAME_CN), "Unknown CN");
+  EXPECT_EQ(Text(IDC_OBJECT_NAME), "");
+  EXPECT_EQ(Text(IDC_DESCRIPTION), "");
 }
 
 TEST_P(GeneralTabTest, ACommonNameIsShownAfterPlainSuccessOnly) {
@@ -52,8 +53,8 @@ TEST_P(GeneralTabTest, ACommonNameIsShownAfterPlainSuccessOnly) {
     bench_.faulty.plan().FailAttribute(FaultPoint::kGet, "cn", 1, status);
     OpenOn(kObject);
     EXPECT_EQ(bench_.faulty.plan().pending(), 0U);
-    EXPECT_EQ(Text(294), "Unknown CN");
-    EXPECT_EQ(Text(292), "Rooms");
+    EXPECT_EQ(Text(IDC_NAME_CN), "Unknown CN");
+    EXPECT_EQ(Text(IDC_OBJECT_NAME), "Rooms");
     EXPECT_TRUE(bench_.messages.records().empty());
   }
 }
@@ -83,44 +84,44 @@ TEST_P(GeneralTabTest, ACommonNameThatComesWithAWarningIsNotShown) {
   OpenOn({});
   WarningObject object;
   EXPECT_EQ(page().page().LoadAll({Ref<IADs>(&object)}), S_OK);
-  EXPECT_EQ(Text(294), "Unknown CN");
-  EXPECT_EQ(Text(292), "name");
+  EXPECT_EQ(Text(IDC_NAME_CN), "Unknown CN");
+  EXPECT_EQ(Text(IDC_OBJECT_NAME), "name");
 }
 
 TEST_P(GeneralTabTest, TheNameCannotBeTyped) {
   OpenOn(kObject);
-  EXPECT_EQ(page().user().TypeText(292, "x"), UserAnswer::kDisabled);
+  EXPECT_EQ(page().user().TypeText(IDC_OBJECT_NAME, "x"), UserAnswer::kDisabled);
 }
 
 TEST_P(GeneralTabTest, OnlyTheDescriptionIsEverWritten) {
   OpenOn(kObject);
-  dialog().SetText(292, "other");
-  dialog().SetText(294, "other");
+  dialog().SetText(IDC_OBJECT_NAME, "other");
+  dialog().SetText(IDC_NAME_CN, "other");
   EXPECT_EQ(Applied(), Lines{});
-  page().Type(295, "Every room");
+  page().Type(IDC_DESCRIPTION, "Every room");
   EXPECT_EQ(Applied(), Lines{R"(description "Every room")"});
   EXPECT_EQ(Applied(), Lines{}) << "only once";
 }
 
 TEST_P(GeneralTabTest, AnErasedDescriptionIsCleared) {
   OpenOn(kObject);
-  EXPECT_EQ(page().user().EraseText(295), UserAnswer::kDone);
+  EXPECT_EQ(page().user().EraseText(IDC_DESCRIPTION), UserAnswer::kDone);
   EXPECT_EQ(Applied(), Lines{"description cleared"});
 }
 
 TEST_P(GeneralTabTest, SeveralThatAgreeShowNeitherNameNorDescription) {
   Open(GetParam(), {kObject, kObject});
-  EXPECT_EQ(Text(292), "");
-  EXPECT_EQ(Text(295), "");
+  EXPECT_EQ(Text(IDC_OBJECT_NAME), "");
+  EXPECT_EQ(Text(IDC_DESCRIPTION), "");
 }
 
 TEST_P(GeneralTabTest, SeveralShowNeitherNameNorDescriptionAndTakeOne) {
   Open(GetParam(), {kObject, kObject, {}});
-  EXPECT_EQ(Text(294), "Rooms & more") << "the first one's";
-  EXPECT_EQ(Text(292), "");
-  EXPECT_EQ(Text(295), "");
+  EXPECT_EQ(Text(IDC_NAME_CN), "Rooms & more") << "the first one's";
+  EXPECT_EQ(Text(IDC_OBJECT_NAME), "");
+  EXPECT_EQ(Text(IDC_DESCRIPTION), "");
   EXPECT_EQ(Applied(), Lines{});
-  page().Type(295, "Same");
+  page().Type(IDC_DESCRIPTION, "Same");
   const Lines written = {R"(description "Same")"};
   EXPECT_EQ(Applied(), written);
   EXPECT_EQ(Staged(1), written);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The tabs of contacts and of groups.
+#include "resources/resource.h"
 #include "tests/unit/tab_bench.h"
 
 namespace pelora {
@@ -14,8 +15,8 @@ class RecipientTabTest : public testing::TabTest,
   void OpenOn(const FakeAttributes& attributes) { Open(GetParam(), {attributes}); }
   void TypeNext(const std::string& address) {
     bench_.dialogs.PlayNext([address](HeadlessUser& user) {
-      user.EraseText(203);
-      user.TypeText(203, address);
+      user.EraseText(IDC_QUOTA_WARN);
+      user.TypeText(IDC_QUOTA_WARN, address);
       user.Click(kDialogOk);
     });
   }
@@ -33,28 +34,28 @@ const FakeAttributes kAddressed = {
 
 TEST_P(RecipientTabTest, WithoutAnAccountAndAddressesItIsShownSoAndAccepted) {
   OpenOn({});
-  EXPECT_EQ(dialog().Check(214), CheckState::kUnchecked);
-  EXPECT_EQ(page().Rows(206), Lines{});
+  EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kUnchecked);
+  EXPECT_EQ(page().Rows(IDC_EMAIL_LIST), Lines{});
   EXPECT_EQ(Applied(), Lines{});
 }
 
 TEST_P(RecipientTabTest, NeedsNoAddressWithAnAccountEither) {
   OpenOn({{"peloraAccount", Variant::Integer(1)}});
-  EXPECT_EQ(dialog().Check(214), CheckState::kChecked);
+  EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kChecked);
   EXPECT_EQ(Applied(), Lines{});
 }
 
 TEST_P(RecipientTabTest, ShowsWhatIsStored) {
   OpenOn(kAddressed);
-  EXPECT_EQ(page().Rows(206), (Lines{"ONE@X", "one@y", "one@z"}));
-  EXPECT_EQ(page().Rows(237), (Lines{"CN=Bob,DC=x", "CN=Eve,DC=x"}));
+  EXPECT_EQ(page().Rows(IDC_EMAIL_LIST), (Lines{"ONE@X", "one@y", "one@z"}));
+  EXPECT_EQ(page().Rows(IDC_SENDAS_LIST), (Lines{"CN=Bob,DC=x", "CN=Eve,DC=x"}));
 }
 
 TEST_P(RecipientTabTest, TheLastAddressCanBeDeletedAndMailStays) {
   OpenOn({{"mail", Variant::String("one@x")}});
-  page().SelectRow(206, "ONE@X");
-  EXPECT_TRUE(dialog().IsEnabled(208));
-  page().Click(208);
+  page().SelectRow(IDC_EMAIL_LIST, "ONE@X");
+  EXPECT_TRUE(dialog().IsEnabled(IDC_EMAIL_DELETE));
+  page().Click(IDC_EMAIL_DELETE);
   EXPECT_TRUE(bench_.messages.records().empty()) << "no address is required";
   EXPECT_EQ(Applied(), Lines{"otherMailbox []"});
   EXPECT_EQ(bench_.directory.Value(testing::kTabPaths[0], "mail"), Variant::String("one@x"));
@@ -62,19 +63,19 @@ TEST_P(RecipientTabTest, TheLastAddressCanBeDeletedAndMailStays) {
 
 TEST_P(RecipientTabTest, EditsAreWrittenInTheOrderPersonAndAccount) {
   OpenOn(kAddressed);
-  page().Click(214);
-  page().Click(243);
-  page().SelectRow(237, "CN=Eve,DC=x");
-  page().Click(239);
+  page().Click(IDC_PELORA_ACCOUNT);
+  page().Click(IDC_PELORA_HIDDEN);
+  page().SelectRow(IDC_SENDAS_LIST, "CN=Eve,DC=x");
+  page().Click(IDC_SENDAS_DELETE);
   Choose({"CN=Ada,DC=x", "CN=Carl,DC=x"});
-  page().Click(238);
+  page().Click(IDC_SENDAS_ADD);
   TypeNext("new@x");
-  page().Click(207);
-  page().SelectRow(206, "one@y");
+  page().Click(IDC_EMAIL_ADD);
+  page().SelectRow(IDC_EMAIL_LIST, "one@y");
   TypeNext("changed@y");
-  page().Click(209);
-  page().SelectRow(206, "one@z");
-  page().Click(213);
+  page().Click(IDC_EMAIL_MODIFY);
+  page().SelectRow(IDC_EMAIL_LIST, "one@z");
+  page().Click(IDC_EMAIL_DEFAULT);
   EXPECT_EQ(Applied(),
             (Lines{R"(mail "one@z")", R"(otherMailbox ["one@x", "changed@y", "new@x"])",
                    R"(peloraSendAsPrivilege ["CN=Bob,DC=x", "CN=Ada,DC=x", "CN=Carl,DC=x"])",
@@ -83,7 +84,7 @@ TEST_P(RecipientTabTest, EditsAreWrittenInTheOrderPersonAndAccount) {
 
 TEST_P(RecipientTabTest, DelegatesAreUsersAndGroups) {
   OpenOn({});
-  page().Click(238);
+  page().Click(IDC_SENDAS_ADD);
   ASSERT_EQ(bench_.choosers.pickers().size(), 1U);
   EXPECT_EQ(bench_.choosers.pickers()[0].init.scope.flags, 0xC5U);
   EXPECT_EQ(bench_.choosers.pickers()[0].init.options, 0x3U) << "several";
@@ -92,12 +93,12 @@ TEST_P(RecipientTabTest, DelegatesAreUsersAndGroups) {
 
 TEST_P(RecipientTabTest, AnAddressCanBeAddedToSeveralAndIsNotWritten) {
   Open(GetParam(), {kAddressed, {}, {}});
-  EXPECT_EQ(dialog().Check(214), CheckState::kIndeterminate);
+  EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kIndeterminate);
   TypeNext("new@x");
   // No hand can reach the hidden button; a program can.
-  (void)Command(207, ControlNotification::kClicked);
-  page().Click(214);
-  page().Click(214);
+  (void)Command(IDC_EMAIL_ADD, ControlNotification::kClicked);
+  page().Click(IDC_PELORA_ACCOUNT);
+  page().Click(IDC_PELORA_ACCOUNT);
   EXPECT_EQ(Applied(), Lines{"peloraAccount 1"});
   EXPECT_EQ(Staged(1), Lines{"peloraAccount 1"});
   EXPECT_EQ(Staged(2), Lines{"peloraAccount 1"});

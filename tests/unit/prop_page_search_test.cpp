@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Search base and query, on the tabs of address lists and of dynamic distribution lists.
+#include "resources/resource.h"
 #include "tests/unit/tab_bench.h"
 
 namespace pelora {
@@ -24,20 +25,20 @@ INSTANTIATE_TEST_SUITE_P(Both, SearchTabTest,
 
 TEST_P(SearchTabTest, ShowsBaseAndQuery) {
   OpenOn(kList);
-  EXPECT_EQ(Text(258), "OU=Staff,DC=x");
-  EXPECT_EQ(Text(287), "(mail=*)");
+  EXPECT_EQ(Text(IDC_SEARCH_BASE), "OU=Staff,DC=x");
+  EXPECT_EQ(Text(IDC_SEARCH_QUERY), "(mail=*)");
   EXPECT_FALSE(page().IsModified());
 }
 
 TEST_P(SearchTabTest, TheBaseCannotBeTyped) {
   OpenOn(kList);
-  EXPECT_EQ(page().user().TypeText(258, "x"), UserAnswer::kDisabled);
+  EXPECT_EQ(page().user().TypeText(IDC_SEARCH_BASE, "x"), UserAnswer::kDisabled);
 }
 
 TEST_P(SearchTabTest, AnEmptyQueryIsRefusedWithAnAccount) {
   OpenOn({{"peloraAccount", Variant::Integer(1)}});
   EXPECT_EQ(Refusal(), "Validation of input fields failed: Missing Search Query");
-  page().Type(287, "(cn=*)");
+  page().Type(IDC_SEARCH_QUERY, "(cn=*)");
   EXPECT_EQ(Applied(), Lines{"peloraFilter \"(cn=*)\""});
 }
 
@@ -48,13 +49,13 @@ TEST_P(SearchTabTest, AnEmptyQueryIsRefusedAlsoWithoutRoomForAMessage) {
 
 TEST_P(SearchTabTest, AnEmptyQueryIsSavedWithoutAnAccount) {
   OpenOn({{"peloraFilter", Variant::String("(mail=*)")}});
-  EXPECT_EQ(page().user().EraseText(287), UserAnswer::kDone);
+  EXPECT_EQ(page().user().EraseText(IDC_SEARCH_QUERY), UserAnswer::kDone);
   EXPECT_EQ(Applied(), Lines{"peloraFilter cleared"});
 }
 
 TEST_P(SearchTabTest, AnEmptyQueryIsSavedWhileTheAccountsDiffer) {
   Open(GetParam(), {{{"peloraAccount", Variant::Integer(1)}}, {}});
-  EXPECT_EQ(dialog().Check(214), CheckState::kIndeterminate);
+  EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kIndeterminate);
   EXPECT_EQ(Applied(), Lines{});
 }
 
@@ -66,27 +67,27 @@ TEST_P(SearchTabTest, AnEmptyQueryIsRefusedForSeveralWithAnAccount) {
 
 TEST_P(SearchTabTest, UncheckingTheAccountLiftsTheValidation) {
   OpenOn({{"peloraAccount", Variant::Integer(1)}});
-  page().Click(214);
+  page().Click(IDC_PELORA_ACCOUNT);
   EXPECT_EQ(Applied(), Lines{"peloraAccount 0"});
 }
 
 TEST_P(SearchTabTest, BlanksAreAQuery) {
   OpenOn({{"peloraAccount", Variant::Integer(1)}});
-  page().Type(287, "  ");
+  page().Type(IDC_SEARCH_QUERY, "  ");
   EXPECT_EQ(Applied(), Lines{R"(peloraFilter "  ")"});
 }
 
 TEST_P(SearchTabTest, NeitherTheQuerysFormNorTheBaseIsChecked) {
   OpenOn({{"peloraAccount", Variant::Integer(1)}});
-  page().Type(287, "((no filter");
+  page().Type(IDC_SEARCH_QUERY, "((no filter");
   EXPECT_EQ(Applied(), Lines{"peloraFilter \"((no filter\""});
 }
 
 TEST_P(SearchTabTest, ABaseIsChosenFromTheTree) {
   OpenOn(kList);
   bench_.choosers.Browse(kDialogOk, "LDAP://dc1/OU=Sales,DC=x");
-  EXPECT_EQ(Command(293, kClicked), 0);
-  EXPECT_EQ(Text(258), "OU=Sales,DC=x");
+  EXPECT_EQ(Command(IDC_SEARCH_BASE_SELECT, kClicked), 0);
+  EXPECT_EQ(Text(IDC_SEARCH_BASE), "OU=Sales,DC=x");
   EXPECT_TRUE(page().IsModified());
   EXPECT_EQ(Applied(), Lines{R"(peloraBase "OU=Sales,DC=x")"});
   EXPECT_EQ(Applied(), Lines{}) << "only once";
@@ -95,7 +96,7 @@ TEST_P(SearchTabTest, ABaseIsChosenFromTheTree) {
 TEST_P(SearchTabTest, TheSameBaseChosenAgainIsWritten) {
   OpenOn(kList);
   bench_.choosers.Browse(kDialogOk, "LDAP://OU=Staff,DC=x");
-  page().Click(293);
+  page().Click(IDC_SEARCH_BASE_SELECT);
   EXPECT_EQ(Applied(), Lines{R"(peloraBase "OU=Staff,DC=x")"});
 }
 
@@ -103,21 +104,21 @@ TEST_P(SearchTabTest, ACancelledOrFailedChoiceChangesNothingAndAnswersOne) {
   OpenOn(kList);
   for (const std::int32_t answer : {kDialogCancel, -1, 0}) {
     bench_.choosers.Browse(answer, "LDAP://OU=Sales,DC=x");
-    EXPECT_EQ(Command(293, kClicked), 1);
+    EXPECT_EQ(Command(IDC_SEARCH_BASE_SELECT, kClicked), 1);
   }
   EXPECT_EQ(bench_.choosers.browsers().size(), 3U);
-  EXPECT_EQ(Text(258), "OU=Staff,DC=x");
+  EXPECT_EQ(Text(IDC_SEARCH_BASE), "OU=Staff,DC=x");
   EXPECT_FALSE(page().IsModified());
   EXPECT_EQ(Applied(), Lines{});
 }
 
 TEST_P(SearchTabTest, BaseAndQueryOfSeveralThatDifferAreEmptyAndWrittenToEachWhenGiven) {
   Open(GetParam(), {kList, {{"peloraBase", Variant::String("OU=Staff,DC=x")}}, {}});
-  EXPECT_EQ(Text(258), "");
-  EXPECT_EQ(Text(287), "");
+  EXPECT_EQ(Text(IDC_SEARCH_BASE), "");
+  EXPECT_EQ(Text(IDC_SEARCH_QUERY), "");
   bench_.choosers.Browse(kDialogOk, "LDAP://OU=All,DC=x");
-  page().Click(293);
-  page().Type(287, "(sn=*)");
+  page().Click(IDC_SEARCH_BASE_SELECT);
+  page().Type(IDC_SEARCH_QUERY, "(sn=*)");
   const Lines written = {R"(peloraBase "OU=All,DC=x")", "peloraFilter \"(sn=*)\""};
   EXPECT_EQ(Applied(), written);
   EXPECT_EQ(Staged(1), written);
@@ -126,8 +127,8 @@ TEST_P(SearchTabTest, BaseAndQueryOfSeveralThatDifferAreEmptyAndWrittenToEachWhe
 
 TEST_P(SearchTabTest, ABaseThatAllHaveIsShown) {
   Open(GetParam(), {kList, kList, kList});
-  EXPECT_EQ(Text(258), "OU=Staff,DC=x");
-  EXPECT_EQ(Text(287), "(mail=*)");
+  EXPECT_EQ(Text(IDC_SEARCH_BASE), "OU=Staff,DC=x");
+  EXPECT_EQ(Text(IDC_SEARCH_QUERY), "(mail=*)");
 }
 
 class AddresslistTest : public testing::TabTest {};
@@ -135,10 +136,10 @@ class AddresslistTest : public testing::TabTest {};
 TEST_F(AddresslistTest, WritesAccountThenSearch) {
   Open("CPropPageAddresslist", {kList});
   bench_.choosers.Browse(kDialogOk, "LDAP://OU=Sales,DC=x");
-  page().Click(293);
-  page().Type(287, "(cn=*)");
-  page().Click(243);
-  page().Click(214);
+  page().Click(IDC_SEARCH_BASE_SELECT);
+  page().Type(IDC_SEARCH_QUERY, "(cn=*)");
+  page().Click(IDC_PELORA_HIDDEN);
+  page().Click(IDC_PELORA_ACCOUNT);
   EXPECT_EQ(Applied(), (Lines{"peloraAccount 0", "peloraHidden 1", R"(peloraBase "OU=Sales,DC=x")",
                               "peloraFilter \"(cn=*)\""}));
 }
@@ -156,13 +157,13 @@ class DynamicDistlistTest : public testing::TabTest {
 
 TEST_F(DynamicDistlistTest, WritesSearchThenAddressesThenAccount) {
   Open("CPropPageDynamicDistlist", {Addressed()});
-  page().Click(214);
-  page().Click(243);
-  page().SelectRow(206, "one@z");
-  page().Click(213);
-  page().SelectRow(206, "one@y");
-  page().Click(208);
-  page().Type(287, "(cn=*)");
+  page().Click(IDC_PELORA_ACCOUNT);
+  page().Click(IDC_PELORA_HIDDEN);
+  page().SelectRow(IDC_EMAIL_LIST, "one@z");
+  page().Click(IDC_EMAIL_DEFAULT);
+  page().SelectRow(IDC_EMAIL_LIST, "one@y");
+  page().Click(IDC_EMAIL_DELETE);
+  page().Type(IDC_SEARCH_QUERY, "(cn=*)");
   EXPECT_EQ(Applied(), (Lines{"peloraFilter \"(cn=*)\"", R"(mail "one@z")",
                               R"(otherMailbox ["one@x"])", "peloraAccount 0", "peloraHidden 1"}));
 }
@@ -182,12 +183,12 @@ TEST_F(DynamicDistlistTest, LeavesTheDelegatesAlone) {
 
 TEST_F(DynamicDistlistTest, AnAddressIsModified) {
   Open("CPropPageDynamicDistlist", {Addressed()});
-  page().SelectRow(206, "one@y");
+  page().SelectRow(IDC_EMAIL_LIST, "one@y");
   bench_.dialogs.PlayNext([](HeadlessUser& user) {
-    user.TypeText(203, "more");
+    user.TypeText(IDC_QUOTA_WARN, "more");
     user.Click(kDialogOk);
   });
-  page().Click(209);
+  page().Click(IDC_EMAIL_MODIFY);
   EXPECT_EQ(Applied(), Lines{R"(otherMailbox ["one@ymore", "one@z"])"});
 }
 
@@ -198,14 +199,14 @@ TEST_F(DynamicDistlistTest, NeedsNoAddress) {
 
 TEST_F(DynamicDistlistTest, ShowsTheAddressControlsOfSeveralAndWritesNoneOfThem) {
   Open("CPropPageDynamicDistlist", {Addressed(), Addressed(), Addressed()});
-  EXPECT_TRUE(dialog().IsShown(206));
-  EXPECT_EQ(page().Rows(206), Lines{});
+  EXPECT_TRUE(dialog().IsShown(IDC_EMAIL_LIST));
+  EXPECT_EQ(page().Rows(IDC_EMAIL_LIST), Lines{});
   bench_.dialogs.PlayNext([](HeadlessUser& user) {
-    user.TypeText(203, "new@x");
+    user.TypeText(IDC_QUOTA_WARN, "new@x");
     user.Click(kDialogOk);
   });
-  page().Click(207);
-  EXPECT_EQ(page().Rows(206), Lines{"NEW@X"});
+  page().Click(IDC_EMAIL_ADD);
+  EXPECT_EQ(page().Rows(IDC_EMAIL_LIST), Lines{"NEW@X"});
   EXPECT_EQ(Applied(), Lines{});
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <array>
 
+#include "resources/resource.h"
 #include "tests/unit/tab_bench.h"
 
 namespace pelora {
@@ -25,21 +26,21 @@ class ServerTabTest : public testing::TabTest {
 
 TEST_F(ServerTabTest, ShowsAServer) {
   OpenOn({kServer});
-  EXPECT_EQ(dialog().Check(214), CheckState::kChecked);
-  EXPECT_EQ(Text(245), "192.0.2.1");
-  EXPECT_EQ(Text(246), "236");
-  EXPECT_EQ(Text(247), "237");
-  EXPECT_EQ(Text(249), "/var/run/pelora");
-  EXPECT_EQ(dialog().Check(243), CheckState::kChecked);
+  EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kChecked);
+  EXPECT_EQ(Text(IDC_HOST_ADDRESS), "192.0.2.1");
+  EXPECT_EQ(Text(IDC_HTTP_PORT), "236");
+  EXPECT_EQ(Text(IDC_SSL_PORT), "237");
+  EXPECT_EQ(Text(IDC_FILE_PATH), "/var/run/pelora");
+  EXPECT_EQ(dialog().Check(IDC_CONTAINS_PUBLIC), CheckState::kChecked);
 }
 
 TEST_F(ServerTabTest, AComputerThatIsNoServerShowsNoughts) {
   OpenOn({{}});
-  EXPECT_EQ(dialog().Check(214), CheckState::kUnchecked);
-  EXPECT_EQ(Text(245), "");
-  EXPECT_EQ(Text(246), "0");
-  EXPECT_EQ(Text(247), "0");
-  EXPECT_EQ(dialog().Check(243), CheckState::kUnchecked);
+  EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kUnchecked);
+  EXPECT_EQ(Text(IDC_HOST_ADDRESS), "");
+  EXPECT_EQ(Text(IDC_HTTP_PORT), "0");
+  EXPECT_EQ(Text(IDC_SSL_PORT), "0");
+  EXPECT_EQ(dialog().Check(IDC_CONTAINS_PUBLIC), CheckState::kUnchecked);
 }
 
 TEST_F(ServerTabTest, EverythingCanBeEditedWhateverTheBoxSays) {
@@ -48,7 +49,7 @@ TEST_F(ServerTabTest, EverythingCanBeEditedWhateverTheBoxSays) {
     for (const ControlId id : {245U, 246U, 247U, 249U, 243U}) {
       EXPECT_TRUE(dialog().IsEnabled(id)) << id;
     }
-    page().Click(214);
+    page().Click(IDC_PELORA_ACCOUNT);
   }
 }
 
@@ -94,12 +95,12 @@ TEST_P(ServerEditTest, IsWrittenBesideAddressAndPublicStoreAndOnce) {
 
 TEST_F(ServerTabTest, EverythingIsWrittenInTheOrderOfTheFields) {
   OpenOn({kServer});
-  page().Click(243);
-  page().Type(249, "/new");
-  page().Type(247, "2");
-  page().Type(246, "1");
-  page().Type(245, "new");
-  page().Click(214);
+  page().Click(IDC_CONTAINS_PUBLIC);
+  page().Type(IDC_FILE_PATH, "/new");
+  page().Type(IDC_SSL_PORT, "2");
+  page().Type(IDC_HTTP_PORT, "1");
+  page().Type(IDC_HOST_ADDRESS, "new");
+  page().Click(IDC_PELORA_ACCOUNT);
   EXPECT_EQ(Applied(),
             (Lines{"peloraAccount 0", R"(peloraHostAddress "new")", "peloraHttpPort 1",
                    "peloraSslPort 2", R"(peloraFilePath "/new")", "peloraContainsPublic 0"}));
@@ -107,15 +108,15 @@ TEST_F(ServerTabTest, EverythingIsWrittenInTheOrderOfTheFields) {
 
 TEST_F(ServerTabTest, PortsTakeDigitsOnly) {
   OpenOn({kServer});
-  EXPECT_EQ(page().user().TypeText(246, "a7"), UserAnswer::kCharactersRefused);
-  EXPECT_EQ(page().user().TypeText(247, "-b"), UserAnswer::kCharactersRefused);
-  EXPECT_EQ(Text(246), "2367");
-  EXPECT_EQ(Text(247), "237");
+  EXPECT_EQ(page().user().TypeText(IDC_HTTP_PORT, "a7"), UserAnswer::kCharactersRefused);
+  EXPECT_EQ(page().user().TypeText(IDC_SSL_PORT, "-b"), UserAnswer::kCharactersRefused);
+  EXPECT_EQ(Text(IDC_HTTP_PORT), "2367");
+  EXPECT_EQ(Text(IDC_SSL_PORT), "237");
 }
 
 TEST_F(ServerTabTest, PortsHaveNoUpperLimit) {
   OpenOn({kServer});
-  page().Type(246, "70000");
+  page().Type(IDC_HTTP_PORT, "70000");
   EXPECT_EQ(Applied(), (Lines{kAddressLine, "peloraHttpPort 70000", "peloraContainsPublic 1"}));
 }
 
@@ -166,8 +167,8 @@ TEST_F(ServerTabTest, IsRefusedAlsoWithoutRoomForAMessage) {
 
 TEST_F(ServerTabTest, BlanksAreAnAddressAndAPath) {
   OpenOn({kServer});
-  page().Type(245, " ");
-  page().Type(249, " ");
+  page().Type(IDC_HOST_ADDRESS, " ");
+  page().Type(IDC_FILE_PATH, " ");
   EXPECT_EQ(Applied(),
             (Lines{R"(peloraHostAddress " ")", R"(peloraFilePath " ")", "peloraContainsPublic 1"}));
 }
@@ -181,8 +182,8 @@ TEST_F(ServerTabTest, AnAddressThatIsAbsentKeepsTheComputerFromBeingSaved) {
 
 TEST_F(ServerTabTest, SeveralServersOfOneAddressAreSavedWithoutIt) {
   OpenOn({kServer, kServer, kServer});
-  page().Click(214);
-  page().Type(246, "80");
+  page().Click(IDC_PELORA_ACCOUNT);
+  page().Type(IDC_HTTP_PORT, "80");
   const Lines written = {"peloraAccount 0", "peloraHttpPort 80"};
   EXPECT_EQ(Applied(), written);
   EXPECT_EQ(Staged(1), written);
@@ -193,19 +194,19 @@ TEST_F(ServerTabTest, SeveralServersOfDifferentAddressesAreRefused) {
   FakeAttributes other = kServer;
   other["peloraHostAddress"] = Variant::String("192.0.2.2");
   OpenOn({kServer, other});
-  EXPECT_EQ(Text(245), "");
-  page().Type(246, "80");
+  EXPECT_EQ(Text(IDC_HOST_ADDRESS), "");
+  page().Type(IDC_HTTP_PORT, "80");
   EXPECT_EQ(Refusal(), "Validation of input fields failed: Missing Server Address");
 }
 
 TEST_F(ServerTabTest, ValuesThatDifferLeaveTheirControlsEmpty) {
   OpenOn({kServer, {{"peloraHostAddress", Variant::String("192.0.2.1")}}});
-  EXPECT_EQ(dialog().Check(214), CheckState::kIndeterminate);
-  EXPECT_EQ(dialog().Check(243), CheckState::kIndeterminate);
-  EXPECT_EQ(Text(245), "192.0.2.1");
-  EXPECT_EQ(Text(246), "");
-  EXPECT_EQ(Text(247), "");
-  EXPECT_EQ(Text(249), "");
+  EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), CheckState::kIndeterminate);
+  EXPECT_EQ(dialog().Check(IDC_CONTAINS_PUBLIC), CheckState::kIndeterminate);
+  EXPECT_EQ(Text(IDC_HOST_ADDRESS), "192.0.2.1");
+  EXPECT_EQ(Text(IDC_HTTP_PORT), "");
+  EXPECT_EQ(Text(IDC_SSL_PORT), "");
+  EXPECT_EQ(Text(IDC_FILE_PATH), "");
 }
 
 TEST_F(ServerTabTest, AnUndecidedBoxGoesRoundThreeStatesAndIsWrittenAsUncheckedUnlessChecked) {
@@ -215,8 +216,8 @@ TEST_F(ServerTabTest, AnUndecidedBoxGoesRoundThreeStatesAndIsWrittenAsUncheckedU
                              CheckState::kIndeterminate};
   for (std::size_t clicks = 1; clicks <= states.size(); ++clicks) {
     OpenOn({kServer, other});
-    for (std::size_t click = 0; click < clicks; ++click) page().Click(214);
-    EXPECT_EQ(dialog().Check(214), states.at(clicks - 1));
+    for (std::size_t click = 0; click < clicks; ++click) page().Click(IDC_PELORA_ACCOUNT);
+    EXPECT_EQ(dialog().Check(IDC_PELORA_ACCOUNT), states.at(clicks - 1));
     EXPECT_EQ(Applied(), Lines{clicks == 2 ? "peloraAccount 1" : "peloraAccount 0"});
   }
 }

@@ -9,7 +9,10 @@
 
 #include "pages/snap_in_property_page.h"
 #include "resources/resource.h"
+#include "server/class_table.h"
+#include "server/component_server.h"
 #include "tests/support/selection_data_object.h"
+#include "tests/unit/page_bench.h"
 #include "tests/unit/test_platform.h"
 
 namespace pelora {
@@ -206,6 +209,79 @@ TEST_F(UnloadedPageTest, ALoadingThatThrowsIsOneThatFailed) {
   Open();
   EXPECT_TRUE(sheet_.Ok());
   EXPECT_EQ(page_->loads, 2);
+}
+
+/// Fields of the tabs themselves, on a page whose first loading fails.
+class UnloadedFieldsTest : public ::testing::Test {
+ protected:
+  using Lines = std::vector<std::string>;
+
+  /// Opens a tab on objects with these attributes, of which it shows nothing yet.
+  void Open(std::string_view component, const std::vector<testing::FakeAttributes>& objects) {
+    Lines paths;
+    for (const testing::FakeAttributes& attributes : objects) {
+      paths.push_back("LDAP://CN=" + std::to_string(paths.size()) + ",DC=x");
+      bench_.directory.AddObject(paths.back(), attributes);
+    }
+    Ref<IShellExtInit> tab;
+    ASSERT_EQ(CreateComponent(FindClass(component)->class_id, bench_.platform, IID_IShellExtInit,
+                              reinterpret_cast<void**>(tab.Put())),
+              S_OK);
+    SelectionDataObject selection(paths);
+    ASSERT_EQ(tab->Initialize(&selection), S_OK);
+    ASSERT_EQ(Query<IShellPropSheetExt>(*tab)->AddPages(sheet_.PageTaker()), S_OK);
+    bench_.faulty.plan().Fail(FaultPoint::kGetObject, 1, E_FAIL);
+    sheet_.Show();
+  }
+  void Type(ControlId id, const std::string& text) {
+    EXPECT_EQ(sheet_.User().TypeText(id, text), UserAnswer::kDone) << id;
+  }
+  /// Applies, which is refused for what was done where nothing was shown.
+  void ApplyInVain() {
+    EXPECT_FALSE(sheet_.Apply());
+    EXPECT_THAT(bench_.Writes(), IsEmpty());
+  }
+  std::string Text(ControlId id) { return sheet_.Dialog(0)->Text(id); }
+  Lines Rows(ControlId id) {
+    Lines rows;
+    const IListBox& list = sheet_.Dialog(0)->ListBox(id);
+    for (RowIndex row = 0; row < list.Count(); ++row) rows.push_back(list.Text(row));
+    return rows;
+  }
+
+  testing::PageBench bench_;
+  HeadlessPropertySheet sheet_{bench_.templates()};
+};
+
+TEST_F(UnloadedFieldsTest, WhatWasTypedGivesWayWhereTheObjectsDiffer) {
+  const auto server = [](std::int32_t port, const char* path) {
+    return testing::FakeAttributes{{"peloraHttpPort", Variant::Integer(port)},
+                                   {"peloraFilePath", Variant::String(path)}};
+  };
+  Open("CPropPageServer", {server(236, "/a"), server(237, "/b")});
+  Type(IDC_HTTP_PORT, "1");
+  Type(IDC_FILE_PATH, "/c");
+  ApplyInVain();
+  EXPECT_EQ(Text(IDC_HTTP_PORT), "");
+  EXPECT_EQ(Text(IDC_FILE_PATH), "");
+}
+
+TEST_F(UnloadedFieldsTest, WhatWasTypedGivesWayToATextThatIsNotSet) {
+  Open("CPropPageServer", {{}});
+  Type(IDC_HOST_ADDRESS, "192.0.2.1");
+  ApplyInVain();
+  EXPECT_EQ(Text(IDC_HOST_ADDRESS), "");
+}
+
+TEST_F(UnloadedFieldsTest, WhatWasAddedToAListGivesWayToTheNamesThatAreStored) {
+  bench_.directory.AddObject("LDAP://CN=Bob,DC=x",
+                             {{"distinguishedName", Variant::String("CN=Bob,DC=x")}});
+  Open("CPropPageContact", {{{"peloraSendAsPrivilege", Variant::String("CN=Zoe,DC=x")}}});
+  bench_.choosers.Choose({"LDAP://CN=Bob,DC=x"});
+  EXPECT_EQ(sheet_.User().Click(IDC_SENDAS_ADD), UserAnswer::kDone);
+  EXPECT_THAT(Rows(IDC_SENDAS_LIST), ElementsAre("CN=Bob,DC=x"));
+  ApplyInVain();
+  EXPECT_THAT(Rows(IDC_SENDAS_LIST), ElementsAre("CN=Zoe,DC=x"));
 }
 
 }  // namespace

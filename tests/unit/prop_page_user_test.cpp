@@ -649,8 +649,8 @@ TEST_P(UserCommandTest, MarksThePageModified) {
 
 TEST_F(UserTest, SelectingRowsOnlyUpdatesTheButtons) {
   Open(FullUser());
-  page().SelectRow(206, "ada@y");
-  page().SelectRow(237, "CN=Bob,DC=x");
+  page().SelectRow(IDC_EMAIL_LIST, "ada@y");
+  page().SelectRow(IDC_SENDAS_LIST, "CN=Bob,DC=x");
   for (const ControlId button : {208, 209, 213, 239}) {
     EXPECT_TRUE(dialog().IsEnabled(button)) << button;
   }
@@ -659,9 +659,9 @@ TEST_F(UserTest, SelectingRowsOnlyUpdatesTheButtons) {
 
 TEST_F(UserTest, AnswersOneToAModificationWithoutASelectionAndNoughtToTheRest) {
   Open(FullUser());
-  EXPECT_EQ(page().page().OnCommand(209, ControlNotification::kClicked), 1);
-  EXPECT_EQ(page().page().OnCommand(238, ControlNotification::kClicked), 0);
-  EXPECT_EQ(page().page().OnCommand(207, ControlNotification::kSelectionChange), 0);
+  EXPECT_EQ(page().page().OnCommand(IDC_EMAIL_MODIFY, ControlNotification::kClicked), 1);
+  EXPECT_EQ(page().page().OnCommand(IDC_SENDAS_ADD, ControlNotification::kClicked), 0);
+  EXPECT_EQ(page().page().OnCommand(IDC_EMAIL_ADD, ControlNotification::kSelectionChange), 0);
   EXPECT_FALSE(page().IsModified());
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "hosts/headless/headless_choosers.h"
 #include "hosts/headless/headless_component_library.h"
 #include "hosts/headless/headless_message_box.h"
 #include "hosts/headless/headless_modal_dialogs.h"
@@ -15,24 +16,6 @@
 #include "tests/support/fault_directory.h"
 
 namespace pelora::testing {
-
-/// A host that offers no choosers.
-class NoChoosers final : public IChoosers {
- public:
-  HRESULT CreateObjectPicker(std::unique_ptr<IDsObjectPicker>& chooser) override {
-    chooser.reset();
-    return E_NOTIMPL;
-  }
-  HRESULT CreateCommonQuery(std::unique_ptr<ICommonQuery>& chooser) override {
-    chooser.reset();
-    return E_NOTIMPL;
-  }
-  std::int32_t BrowseForContainer(const ContainerBrowserInit& /*init*/,
-                                  std::string& path) override {
-    path.clear();
-    return kDialogCancel;
-  }
-};
 
 /// The module's own templates, as this program carries them.
 inline resources::ResourceFile ModuleTemplates() {
@@ -46,7 +29,7 @@ struct TestHost {
   resources::ResourceFile templates = ModuleTemplates();
   HeadlessMessageBox message_box;
   HeadlessModalDialogs modal_dialogs{templates};
-  NoChoosers choosers;
+  HeadlessChoosers choosers;
   HeadlessTextService text;
   HeadlessComponentLibrary component_library;
   Platform platform{faulty, message_box, modal_dialogs, choosers, text, component_library};

@@ -108,9 +108,11 @@ void PageOperator::Type(const Wish& wish) {
 }
 
 void PageOperator::ChooseObject(const Wish& wish) {
-  platform_.choosers.AnswerNext(wish.chosen);
+  platform_.choosers.AnswerNext(ToGiven(wish.chosen));
   Require(wish, user_.Click(wish.field->row.choose));
-  if (!platform_.choosers.failure().Ok()) throw DirectoryFailure(platform_.choosers.failure());
+  if (const ldap::StoreStatus failure = platform_.offered.TakeFailure(); !failure.Ok()) {
+    throw DirectoryFailure(failure);
+  }
   if (!platform_.choosers.refusal().empty()) Refuse(wish, platform_.choosers.refusal());
 }
 

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "hosts/ctl/pages/given_choosers.h"
+#include <functional>
+
+#include "hosts/ctl/pages/offered_objects.h"
+#include "hosts/headless/headless_choosers.h"
 #include "hosts/headless/headless_component_library.h"
 #include "hosts/headless/headless_message_box.h"
 #include "hosts/headless/headless_modal_dialogs.h"
@@ -16,7 +19,8 @@ struct PagePlatform {
   PagePlatform(IDirectoryService& directory, ldap::IDirectoryStore* store,
                const resources::ResourceFile& module)
       : modal_dialogs(module),
-        choosers(store),
+        offered(store),
+        choosers(std::ref(offered)),
         platform{.directory = directory,
                  .message_box = message_box,
                  .modal_dialogs = modal_dialogs,
@@ -28,7 +32,9 @@ struct PagePlatform {
 
   HeadlessMessageBox message_box;
   HeadlessModalDialogs modal_dialogs;
-  GivenChoosers choosers;
+  /// Asked by the choosers.
+  OfferedObjects offered;
+  HeadlessChoosers choosers;
   HeadlessTextService text;
   HeadlessComponentLibrary component_library;
   Platform platform;

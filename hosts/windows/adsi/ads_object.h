@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "hosts/windows/counted_port.h"
 #include "hosts/windows/system_headers.h"
 #include "platform/ads.h"
+#include "platform/counted.h"
 
 namespace pelora::windows {
 

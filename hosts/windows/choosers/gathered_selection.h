@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "hosts/windows/counted_port.h"
 #include "hosts/windows/selection_data_object.h"
+#include "platform/counted.h"
 
 namespace pelora::windows {
 

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "hosts/windows/selection_data_object.h"
-#include "pages/prop_page.h"
 #include "server/component_server.h"
 
 namespace pelora::windows {
@@ -44,8 +43,7 @@ STDMETHODIMP PropertyPageShell::Initialize(LPCITEMIDLIST /*folder*/, ::IDataObje
 
 void STDMETHODCALLTYPE PropertyPageShell::SetModified(BOOL modified) {
   (void)Guarded([&] {
-    auto* const tab = dynamic_cast<CPropPage*>(init_.Get());
-    if (tab != nullptr) tab->SetModified(modified != FALSE);
+    if (const auto tab = Query<IPropertyTab>(*init_)) tab->SetModified(modified != FALSE);
     return S_OK;
   });
 }

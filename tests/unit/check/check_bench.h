@@ -10,6 +10,8 @@
 
 namespace pelora::session {
 
+using namespace sample;
+
 /// The fields of the tabs as the module itself has them, without a screen.
 class TabFields {
  public:
@@ -27,21 +29,8 @@ class TabFields {
 /// A sample company of the test's own, without the faults that it is made with, and a check of it.
 class CheckBench : public ldap::LdbBench {
  protected:
-  static constexpr const char* kCompany = "OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
   static constexpr const char* kOtherUser =
       "CN=Dieter Schäfer,OU=Fertigung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
-  static constexpr const char* kContact =
-      "CN=Dr. Renate Thiel,OU=Kontakte,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
-  static constexpr const char* kGroup =
-      "CN=Vertrieb Alle,OU=Gruppen,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
-  static constexpr const char* kDynamicList =
-      "CN=Alle in Chemnitz,OU=Adresslisten,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
-  static constexpr const char* kAddressList =
-      "CN=Räume,OU=Adresslisten,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
-  static constexpr const char* kServer =
-      "CN=mail01,OU=Groupware Servers,DC=linden-werke,DC=example";
-  static constexpr const char* kRoom =
-      "CN=Saal Agricola,OU=Räume und Geräte,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
   static constexpr const char* kNobody = "CN=Nobody,DC=linden-werke,DC=example";
   static constexpr const char* kDeleted =
       "CN=Gone\\0ADEL:5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c91,CN=Deleted "

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "hosts/headless/headless_new_object_wizard.h"
+#include "resources/resource.h"
 #include "server/class_table.h"
 #include "server/component_server.h"
 #include "tests/unit/page_bench.h"
@@ -149,8 +150,8 @@ class NewObjectTest : public ::testing::Test {
   void FillInUser(const std::string& name) {
     wizard_->TypeName(name);
     EXPECT_TRUE(wizard_->Next());
-    EXPECT_EQ(wizard_->User().Click(254), UserAnswer::kDone);
-    EXPECT_EQ(wizard_->User().TypeText(268, "new@x"), UserAnswer::kDone);
+    EXPECT_EQ(wizard_->User().Click(IDC_CREATE_PELORA), UserAnswer::kDone);
+    EXPECT_EQ(wizard_->User().TypeText(IDC_NEW_ADDRESS, "new@x"), UserAnswer::kDone);
     EXPECT_TRUE(wizard_->Next());
   }
   [[nodiscard]] std::size_t Commits() const {
@@ -207,7 +208,7 @@ TEST_F(NewObjectTest, AnInvalidPageHoldsNextBackAndLetsOneGoBack) {
   StartUser();
   wizard_->TypeName("Ada");
   EXPECT_TRUE(wizard_->Next());
-  EXPECT_EQ(wizard_->User().Click(254), UserAnswer::kDone);
+  EXPECT_EQ(wizard_->User().Click(IDC_CREATE_PELORA), UserAnswer::kDone);
   EXPECT_FALSE(wizard_->IsNextEnabled());
   EXPECT_FALSE(wizard_->Next());
   EXPECT_EQ(wizard_->CurrentPage(), 1U);
@@ -216,9 +217,9 @@ TEST_F(NewObjectTest, AnInvalidPageHoldsNextBackAndLetsOneGoBack) {
   EXPECT_FALSE(wizard_->Back());
   EXPECT_TRUE(wizard_->Next());
   // What was clicked is still there.
-  EXPECT_EQ(wizard_->Dialog(1)->Check(254), CheckState::kChecked);
+  EXPECT_EQ(wizard_->Dialog(1)->Check(IDC_CREATE_PELORA), CheckState::kChecked);
   EXPECT_FALSE(wizard_->IsNextEnabled());
-  EXPECT_EQ(wizard_->User().Click(254), UserAnswer::kDone);
+  EXPECT_EQ(wizard_->User().Click(IDC_CREATE_PELORA), UserAnswer::kDone);
   EXPECT_TRUE(wizard_->IsNextEnabled());
 }
 
@@ -281,7 +282,7 @@ TEST_F(NewObjectTest, ANameInUseIsSaidOnceAndEverythingTypedStays) {
   EXPECT_EQ(bench_.directory.Values(PathOf("Ada")),
             (testing::FakeAttributes{{"mail", Variant::String("old@x")}}));
   EXPECT_TRUE(wizard_->Back());
-  EXPECT_EQ(wizard_->Dialog(1)->Text(268), "new@x");
+  EXPECT_EQ(wizard_->Dialog(1)->Text(IDC_NEW_ADDRESS), "new@x");
   EXPECT_TRUE(wizard_->Back());
   wizard_->TypeName("Ada2");
   EXPECT_TRUE(wizard_->Next());
@@ -419,12 +420,12 @@ TEST_F(NewObjectTest, AnAddressListIsNamedSearchedAndMade) {
   StartList();
   EXPECT_EQ(wizard_->PageCount(), 3U);
   EXPECT_FALSE(wizard_->IsNextEnabled());
-  EXPECT_EQ(wizard_->User().TypeText(292, "Everyone"), UserAnswer::kDone);
+  EXPECT_EQ(wizard_->User().TypeText(IDC_OBJECT_NAME, "Everyone"), UserAnswer::kDone);
   EXPECT_TRUE(wizard_->Next());
   EXPECT_TRUE(wizard_->IsNextEnabled());
-  EXPECT_EQ(wizard_->User().Click(254), UserAnswer::kDone);
+  EXPECT_EQ(wizard_->User().Click(IDC_CREATE_PELORA), UserAnswer::kDone);
   EXPECT_FALSE(wizard_->IsNextEnabled());
-  EXPECT_EQ(wizard_->User().TypeText(287, "(cn=*)"), UserAnswer::kDone);
+  EXPECT_EQ(wizard_->User().TypeText(IDC_SEARCH_QUERY, "(cn=*)"), UserAnswer::kDone);
   EXPECT_TRUE(wizard_->Next());
   EXPECT_EQ(wizard_->summaries(), (Lines{"Fullname: Everyone\r\n", "Pelora enabled"}));
   EXPECT_TRUE(wizard_->Finish());
@@ -438,14 +439,14 @@ TEST_F(NewObjectTest, AnAddressListIsNamedSearchedAndMade) {
 TEST_F(NewObjectTest, AListWhoseNameIsInUseIsRenamedAndMade) {
   bench_.directory.AddObject(PathOf("Everyone"), {});
   StartList();
-  EXPECT_EQ(wizard_->User().TypeText(292, "Everyone"), UserAnswer::kDone);
+  EXPECT_EQ(wizard_->User().TypeText(IDC_OBJECT_NAME, "Everyone"), UserAnswer::kDone);
   EXPECT_TRUE(wizard_->Next());
   EXPECT_TRUE(wizard_->Next());
   EXPECT_FALSE(wizard_->Finish());
   EXPECT_EQ(bench_.messages.records().size(), 1U);
   EXPECT_TRUE(wizard_->Back());
   EXPECT_TRUE(wizard_->Back());
-  EXPECT_EQ(wizard_->User().TypeText(292, " Else"), UserAnswer::kDone);
+  EXPECT_EQ(wizard_->User().TypeText(IDC_OBJECT_NAME, " Else"), UserAnswer::kDone);
   EXPECT_TRUE(wizard_->Next());
   EXPECT_TRUE(wizard_->Next());
   EXPECT_TRUE(wizard_->Finish());
@@ -455,7 +456,7 @@ TEST_F(NewObjectTest, AListWhoseNameIsInUseIsRenamedAndMade) {
 
 TEST_F(NewObjectTest, AListThatCannotBeMadeIsReported) {
   StartList();
-  EXPECT_EQ(wizard_->User().TypeText(292, "Everyone"), UserAnswer::kDone);
+  EXPECT_EQ(wizard_->User().TypeText(IDC_OBJECT_NAME, "Everyone"), UserAnswer::kDone);
   EXPECT_TRUE(wizard_->Next());
   EXPECT_TRUE(wizard_->Next());
   make_status_ = E_ADS_BAD_PATHNAME;

@@ -137,9 +137,9 @@ TEST_P(WizardClassTest, ItsCheckBoxEnablesAndDisablesItsControlsAndNoOthers) {
   EXPECT_EQ(Enabled(dialog), alone);
   std::vector<ControlId> all = GetParam().enabled_controls;
   all.insert(all.end(), alone.begin(), alone.end());
-  EXPECT_EQ(user.Click(254), UserAnswer::kDone);
+  EXPECT_EQ(user.Click(IDC_CREATE_PELORA), UserAnswer::kDone);
   EXPECT_EQ(Enabled(dialog), Sorted(all));
-  EXPECT_EQ(user.Click(254), UserAnswer::kDone);
+  EXPECT_EQ(user.Click(IDC_CREATE_PELORA), UserAnswer::kDone);
   EXPECT_EQ(Enabled(dialog), alone);
 }
 
@@ -178,7 +178,7 @@ TEST(WizardObjectInterface, IsThatOfUsersAndCompaniesOrThePlainOne) {
 TEST(WizardPage, ShowsTheContainerAndSetsTheButtonByItsFieldsThenByItsBox) {
   PageBench bench;
   OpenWizardPage<CWizardExtUser> page(bench);
-  EXPECT_EQ(page.dialog().Text(291), "x/Sales");
+  EXPECT_EQ(page.dialog().Text(IDC_CONTAINER_NAME), "x/Sales");
   // An active user lacks an address: the box is not looked at before the page is activated.
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 off"});
   EXPECT_EQ(page.Tell(kSetActive), 0);
@@ -227,13 +227,13 @@ TEST(WizardPage, ASecondInitializeLetsTheFirstWizardGo) {
   EXPECT_FALSE(second_live);
   // Without a wizard there is no button to set, and nothing else to fear.
   EXPECT_EQ(page.Tell(kSetActive), 0);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
 }
 
 TEST(WizardPage, IsNeverHeldBackByItself) {
   PageBench bench;
   OpenWizardPage<CWizardExtUser> page(bench);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   (void)page.TakeLog();
   using enum PageNotification;
   for (const PageNotification notification :
@@ -246,7 +246,7 @@ TEST(WizardPage, IsNeverHeldBackByItself) {
 TEST(WizardPage, GoingBackFromAnInvalidPageEnablesTheButton) {
   PageBench bench;
   OpenWizardPage<CWizardExtUser> extension(bench);
-  extension.Click(254);
+  extension.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(extension.TakeLog().back(), "buttons 0 off");
   EXPECT_EQ(extension.Tell(PageNotification::kWizardBack), 0);
   EXPECT_EQ(extension.TakeLog(), Lines{"buttons 0 on"});
@@ -259,11 +259,11 @@ TEST(WizardPage, GoingBackFromAnInvalidPageEnablesTheButton) {
 TEST(WizardPage, OnActivationAnExtensionIsValidatedOnlyWhenItsBoxIsChecked) {
   PageBench bench;
   OpenWizardPage<CWizardExtContact> page(bench);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   (void)page.TakeLog();
   EXPECT_EQ(page.Tell(kSetActive), 0);
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 off"});
-  page.Type(268, "a");
+  page.Type(IDC_NEW_ADDRESS, "a");
   (void)page.TakeLog();
   EXPECT_EQ(page.Tell(kSetActive), 0);
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 on"});
@@ -272,10 +272,10 @@ TEST(WizardPage, OnActivationAnExtensionIsValidatedOnlyWhenItsBoxIsChecked) {
 TEST(WizardPage, UncheckingTheBoxEnablesTheButtonWhateverTheFieldsHold) {
   PageBench bench;
   OpenWizardPage<CWizardExtContact> page(bench);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page.TakeLog().back(), "buttons 0 off");
   EXPECT_TRUE(page.wizard().create_checked());
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 on"});
   EXPECT_FALSE(page.wizard().create_checked());
 }
@@ -284,11 +284,11 @@ TEST(WizardPage, OnlyAFullyCheckedBoxCounts) {
   PageBench bench;
   OpenWizardPage<CWizardExtContact> page(bench);
   page.dialog().SetStyle(254, ButtonStyle::kAutoThreeState);
-  page.Click(254);
-  page.Click(254);
-  EXPECT_EQ(page.dialog().Check(254), CheckState::kIndeterminate);
+  page.Click(IDC_CREATE_PELORA);
+  page.Click(IDC_CREATE_PELORA);
+  EXPECT_EQ(page.dialog().Check(IDC_CREATE_PELORA), CheckState::kIndeterminate);
   EXPECT_FALSE(page.wizard().create_checked());
-  EXPECT_FALSE(page.dialog().IsEnabled(268));
+  EXPECT_FALSE(page.dialog().IsEnabled(IDC_NEW_ADDRESS));
 }
 
 /// A page whose loading can be made to fail, or to throw.
@@ -314,7 +314,7 @@ class StubbornPage : public CWizardPage<CWizardExtension> {
 TEST(WizardPage, APageThatCannotBeLoadedAnswersOneAndLeavesTheButton) {
   PageBench bench;
   OpenWizardPage<StubbornPage> page(bench, 1);
-  EXPECT_EQ(page.dialog().Text(291), "x/Sales");
+  EXPECT_EQ(page.dialog().Text(IDC_CONTAINER_NAME), "x/Sales");
   EXPECT_EQ(page.TakeLog(), Lines{});
 }
 
@@ -338,10 +338,10 @@ TEST(WizardPage, ANameEnablesTheControlsThatGoWithItAndAnEmptyOneDisablesThem) {
   PageBench bench;
   OpenWizardPage<NamePageWithControls> page(bench);
   for (int round = 0; round < 2; ++round) {
-    page.Type(292, "A");
-    EXPECT_TRUE(page.dialog().IsEnabled(291));
-    EXPECT_EQ(page.user().EraseText(292), UserAnswer::kDone);
-    EXPECT_FALSE(page.dialog().IsEnabled(291));
+    page.Type(IDC_OBJECT_NAME, "A");
+    EXPECT_TRUE(page.dialog().IsEnabled(IDC_CONTAINER_NAME));
+    EXPECT_EQ(page.user().EraseText(IDC_OBJECT_NAME), UserAnswer::kDone);
+    EXPECT_FALSE(page.dialog().IsEnabled(IDC_CONTAINER_NAME));
   }
 }
 
@@ -375,7 +375,7 @@ TEST(WizardPage, TheFirstInvalidFieldEndsTheValidation) {
   // Only a failure disables the button.
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 on"});
   page.wizard().first = E_FAIL;
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page.wizard().calls, Lines{"first"});
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 off"});
 }

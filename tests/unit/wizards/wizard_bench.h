@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "resources/resource.h"
 #include "tests/unit/page_bench.h"
 #include "wizards/wizard_component.h"
 
@@ -115,7 +116,7 @@ class OpenWizardPage {
     EXPECT_EQ(user_->TypeText(id, text), UserAnswer::kDone) << id;
   }
   void SelectType(RowIndex row) {
-    EXPECT_EQ(user_->SelectComboRow(284, row), UserAnswer::kDone) << row;
+    EXPECT_EQ(user_->SelectComboRow(IDC_ACCOUNT_TYPE, row), UserAnswer::kDone) << row;
   }
   /// Whether the last word on the button was that it is enabled.
   [[nodiscard]] bool NextEnabled() {

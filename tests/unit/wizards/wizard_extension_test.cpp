@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "directory/creation_failure.h"
+#include "resources/resource.h"
 #include "tests/unit/wizards/wizard_bench.h"
 #include "wizards/wizard_ext_user.h"
 #include "wizards/wizard_pages.h"
@@ -31,9 +32,9 @@ class WizardWriteTest : public ::testing::Test {
   }
 
   void FillIn() {
-    page_.Click(254);
-    page_.Click(243);
-    page_.Type(268, "new@x");
+    page_.Click(IDC_CREATE_PELORA);
+    page_.Click(IDC_PELORA_HIDDEN);
+    page_.Type(IDC_NEW_ADDRESS, "new@x");
   }
   /// A failure's answer is 0 and everything else's 1; both are successes.
   HRESULT Write(NewObjectPhase phase = NewObjectPhase::kPreCommit) {
@@ -65,7 +66,7 @@ TEST_F(WizardWriteTest, AnUncheckedBoxWritesThatThereIsNoAccountAndNothingElse) 
 
 TEST_F(WizardWriteTest, WhatIsTypedUnderABoxThatWasUncheckedAgainIsNotWritten) {
   FillIn();
-  page_.Click(254);
+  page_.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(Write(), 1);
   EXPECT_EQ(bench_.Writes(), Lines{"Put " + kNew + " peloraAccount 0"});
 }
@@ -168,7 +169,7 @@ TEST_F(WizardWriteTest, AFailedWriteStillLetsTheObjectBeMade) {
 }
 
 TEST_F(WizardWriteTest, EmptyFieldsArePassedOverAndNotCleared) {
-  page_.Click(254);
+  page_.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(Write(), 1);
   EXPECT_EQ(bench_.Writes(),
             (Lines{"Put " + kNew + " peloraAccount 1", "Put " + kNew + " peloraHidden 0"}));
@@ -188,7 +189,7 @@ TEST_F(WizardWriteTest, TheSummarySaysWhetherPeloraIsEnabled) {
   std::string text = "old";
   EXPECT_EQ(page_.extension().GetSummaryInfo(text), S_OK);
   EXPECT_EQ(text, "Pelora disabled");
-  page_.Click(254);
+  page_.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page_.extension().GetSummaryInfo(text), S_OK);
   EXPECT_EQ(text, "Pelora enabled");
 }
@@ -246,7 +247,7 @@ TEST(WizardCollect, AFailureIsShownAndNothingIsWritten) {
   OpenWizardPage<Uncollectable> page(bench);
   const Ref<IADs> object = bench.directory.MakeNewObject(kNew);
   EXPECT_EQ(page.extension().SetObject(object.Get()), S_OK);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page.extension().WriteData(nullptr, NewObjectPhase::kPreCommit), 0);
   ASSERT_EQ(bench.messages.records().size(), 1U);
   EXPECT_EQ(bench.messages.records()[0].message.text,
@@ -258,14 +259,14 @@ TEST(WizardCollect, AFailureIsShownAndNothingIsWritten) {
             "Unknown error occured\r\n\r\nError code: 0X8007000E");
   EXPECT_EQ(bench.Writes(), Lines{});
   // An unchecked box asks no field for anything.
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page.extension().WriteData(nullptr, NewObjectPhase::kPreCommit), 1);
 }
 
 TEST(WizardCollect, FieldsWhoseDialogIsGoneAreNotGuessed) {
   PageBench bench;
   OpenWizardPage<CWizardExtContact> page(bench);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   page.dialog().Close();
   const Ref<IADs> object = bench.directory.MakeNewObject(kNew);
   EXPECT_EQ(page.extension().SetObject(object.Get()), S_OK);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "resources/resource.h"
 #include "tests/unit/wizards/wizard_bench.h"
 #include "wizards/wizard_ext_user.h"
 
@@ -35,12 +36,12 @@ class UserPageTest : public ::testing::Test {
  protected:
   /// The page with its box checked.
   void Check() {
-    page_.Click(254);
+    page_.Click(IDC_CREATE_PELORA);
     (void)page_.TakeLog();
   }
   bool CapacityEnabled() {
-    EXPECT_EQ(page_.dialog().IsEnabled(297), page_.dialog().IsEnabled(298));
-    return page_.dialog().IsEnabled(298);
+    EXPECT_EQ(page_.dialog().IsEnabled(IDC_CAPACITY_LABEL), page_.dialog().IsEnabled(IDC_CAPACITY));
+    return page_.dialog().IsEnabled(IDC_CAPACITY);
   }
 
   PageBench bench_;
@@ -50,7 +51,7 @@ class UserPageTest : public ::testing::Test {
 TEST_F(UserPageTest, ListsTheSixTypesWithActiveUserSelected) {
   const Lines types = {"active user", "shared store only", "room",
                        "equipment",   "administrator",     "system administrator"};
-  IComboBox& list = page_.dialog().ComboBox(284);
+  IComboBox& list = page_.dialog().ComboBox(IDC_ACCOUNT_TYPE);
   ASSERT_EQ(list.Count(), types.size());
   for (RowIndex row = 0; row < types.size(); ++row) EXPECT_EQ(list.Text(row), types[row]);
   EXPECT_EQ(list.Selection(), 0U);
@@ -58,11 +59,11 @@ TEST_F(UserPageTest, ListsTheSixTypesWithActiveUserSelected) {
 
 TEST_F(UserPageTest, AnActiveUserNeedsAnAddressAndOtherTypesNeedNone) {
   EXPECT_EQ(page_.TakeLog(), Lines{"buttons 0 off"});
-  page_.Click(254);
+  page_.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page_.TakeLog(), Lines{"buttons 0 off"});
-  page_.Type(268, "a");
+  page_.Type(IDC_NEW_ADDRESS, "a");
   EXPECT_EQ(page_.TakeLog(), Lines{"buttons 0 on"});
-  EXPECT_EQ(page_.user().EraseText(268), UserAnswer::kDone);
+  EXPECT_EQ(page_.user().EraseText(IDC_NEW_ADDRESS), UserAnswer::kDone);
   EXPECT_EQ(page_.TakeLog(), Lines{"buttons 0 off"});
   for (const RowIndex type : {1U, 2U, 3U, 4U, 5U}) {
     page_.SelectType(type);
@@ -77,7 +78,7 @@ TEST_F(UserPageTest, AnActiveUserNeedsAnAddressAndOtherTypesNeedNone) {
 
 TEST_F(UserPageTest, NoTypeSelectedNeedsNoAddressAndStandsForNothing) {
   Check();
-  page_.dialog().ComboBox(284).Select(std::nullopt);
+  page_.dialog().ComboBox(IDC_ACCOUNT_TYPE).Select(std::nullopt);
   EXPECT_TRUE(page_.wizard().IsValid());
   EXPECT_EQ(page_.Changes()[1], "peloraAdmin=0 (integer)");
   EXPECT_EQ(page_.Changes()[2], "peloraSharedStoreOnly=0 (integer)");
@@ -97,12 +98,12 @@ TEST_F(UserPageTest, TheTypeAloneEnablesTheCapacity) {
 TEST_F(UserPageTest, UncheckingTheBoxLeavesARoomsCapacityEnabledAndWritesNothingOfIt) {
   Check();
   page_.SelectType(2);
-  page_.Type(298, "12");
-  page_.Click(254);
+  page_.Type(IDC_CAPACITY, "12");
+  page_.Click(IDC_CREATE_PELORA);
   EXPECT_TRUE(CapacityEnabled());
-  EXPECT_FALSE(page_.dialog().IsEnabled(284));
+  EXPECT_FALSE(page_.dialog().IsEnabled(IDC_ACCOUNT_TYPE));
   EXPECT_EQ(page_.Changes(), Lines{"peloraAccount=0 (integer)"});
-  page_.Click(254);
+  page_.Click(IDC_CREATE_PELORA);
   EXPECT_TRUE(CapacityEnabled());
   page_.SelectType(0);
   EXPECT_FALSE(CapacityEnabled());
@@ -112,8 +113,8 @@ TEST_F(UserPageTest, TheCapacityTakesDigitsAndIsNotValidated) {
   Check();
   page_.SelectType(2);
   (void)page_.TakeLog();
-  EXPECT_EQ(page_.user().TypeText(298, "1x2"), UserAnswer::kCharactersRefused);
-  EXPECT_EQ(page_.dialog().Text(298), "12");
+  EXPECT_EQ(page_.user().TypeText(IDC_CAPACITY, "1x2"), UserAnswer::kCharactersRefused);
+  EXPECT_EQ(page_.dialog().Text(IDC_CAPACITY), "12");
   EXPECT_EQ(page_.TakeLog(), Lines{});
 }
 
@@ -125,12 +126,12 @@ TEST_F(UserPageTest, CollectsEveryFieldInOrder) {
                    "peloraSharedStoreOnly=0 (integer)", "peloraResourceType= (string) skipped",
                    "peloraResourceCapacity= (integer) skipped", "peloraHidden=0 (integer)",
                    "peloraUserServer= (string)", "mail= (string)"}));
-  page_.Type(268, "new@x");
-  page_.Click(243);
+  page_.Type(IDC_NEW_ADDRESS, "new@x");
+  page_.Click(IDC_PELORA_HIDDEN);
   bench_.choosers.Choose({kServer});
-  page_.Click(271);
+  page_.Click(IDC_SERVER_SELECT);
   page_.SelectType(2);
-  page_.Type(298, "12");
+  page_.Type(IDC_CAPACITY, "12");
   EXPECT_EQ(page_.Changes(),
             (Lines{"peloraAccount=1 (integer)", "peloraAdmin=0 (integer)",
                    "peloraSharedStoreOnly=1 (integer)", "peloraResourceType=room (string)",
@@ -154,7 +155,7 @@ TEST_F(UserPageTest, EveryTypeWritesWhatItStandsFor) {
                                         {5, "2", "0", ""}}};
   Check();
   page_.SelectType(2);
-  page_.Type(298, "007");
+  page_.Type(IDC_CAPACITY, "007");
   for (const TypeRow& row : rows) {
     page_.SelectType(row.row);
     const std::string path = "LDAP://CN=T" + std::to_string(row.row) + ",DC=x";
@@ -195,12 +196,12 @@ TYPED_TEST(ServerChoiceTest, OneComputerIsChosenByItsCommonName) {
   PageBench bench;
   AddServerAndUser(bench);
   OpenWizardPage<TypeParam> page(bench);
-  page.Click(254);
-  EXPECT_EQ(page.user().TypeText(242, "typed"), UserAnswer::kReadOnly);
+  page.Click(IDC_CREATE_PELORA);
+  EXPECT_EQ(page.user().TypeText(IDC_SERVER, "typed"), UserAnswer::kReadOnly);
   bench.choosers.Choose({kServer, kAda});
   (void)page.TakeLog();
-  page.Click(271);
-  EXPECT_EQ(page.dialog().Text(242), "mail01");
+  page.Click(IDC_SERVER_SELECT);
+  EXPECT_EQ(page.dialog().Text(IDC_SERVER), "mail01");
   EXPECT_EQ(page.TakeLog(), Lines{});
   ASSERT_EQ(bench.choosers.pickers().size(), 1U);
   const FakeChoosers::PickerRun& run = bench.choosers.pickers()[0];
@@ -214,19 +215,19 @@ TYPED_TEST(ServerChoiceTest, AChoiceThatFailsOrIsCancelledChangesAndShowsNothing
   PageBench bench;
   AddServerAndUser(bench);
   OpenWizardPage<TypeParam> page(bench);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   bench.choosers.Choose({kServer});
-  page.Click(271);
+  page.Click(IDC_SERVER_SELECT);
   bench.choosers.Choose(nullptr);
-  page.Click(271);
+  page.Click(IDC_SERVER_SELECT);
   bench.choosers.Choose(std::vector<std::string>{});
-  page.Click(271);
+  page.Click(IDC_SERVER_SELECT);
   bench.choosers.Choose({"LDAP://CN=gone,DC=x"});
-  page.Click(271);
+  page.Click(IDC_SERVER_SELECT);
   bench.choosers.FailAt(FakeChoosers::Step::kRun, E_FAIL);
-  page.Click(271);
+  page.Click(IDC_SERVER_SELECT);
   EXPECT_EQ(bench.choosers.pickers().size(), 5U);
-  EXPECT_EQ(page.dialog().Text(242), "mail01");
+  EXPECT_EQ(page.dialog().Text(IDC_SERVER), "mail01");
   EXPECT_EQ(bench.messages.records().size(), 0U);
 }
 
@@ -235,12 +236,12 @@ TYPED_TEST(ServerChoiceTest, AChoiceThatFailsOrIsCancelledChangesAndShowsNothing
 TEST(ContactPage, NeedsAnAddress) {
   PageBench bench;
   OpenWizardPage<CWizardExtContact> page(bench);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page.TakeLog().back(), "buttons 0 off");
   std::string message;
   EXPECT_EQ(page.wizard().ValidateAll(&message), E_FAIL);
   EXPECT_EQ(message, "Missing Email Address");
-  page.Type(268, "a");
+  page.Type(IDC_NEW_ADDRESS, "a");
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 on"});
   EXPECT_EQ(page.Changes(),
             (Lines{"peloraAccount=1 (integer)", "peloraHidden=0 (integer)", "mail=a (string)"}));
@@ -250,12 +251,12 @@ TEST(DistlistPage, NeedsNoAddressAndNeverHoldsTheWizardBack) {
   PageBench bench;
   OpenWizardPage<CWizardExtDistlist> page(bench);
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 on"});
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 on"});
   // The address is not watched: it decides nothing.
-  page.Type(268, "a");
+  page.Type(IDC_NEW_ADDRESS, "a");
   EXPECT_EQ(page.TakeLog(), Lines{});
-  page.Click(243);
+  page.Click(IDC_PELORA_HIDDEN);
   EXPECT_EQ(page.Changes(),
             (Lines{"peloraAccount=1 (integer)", "peloraHidden=1 (integer)", "mail=a (string)"}));
 }
@@ -265,7 +266,7 @@ TEST(DistlistPage, NeedsNoAddressAndNeverHoldsTheWizardBack) {
 TEST(CompanyPage, WithoutAdministratorAndServerHasAccountAndVisibilityOnly) {
   PageBench bench;
   OpenWizardPage<CWizardExtCompany> page(bench);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_EQ(page.TakeLog(), (Lines{"buttons 0 on", "buttons 0 on"}));
   const Ref<IADs> object = bench.directory.MakeNewObject("LDAP://OU=New,DC=x", {IID_IADsOU});
   EXPECT_EQ(page.extension().SetObject(object.Get()), S_OK);
@@ -280,17 +281,17 @@ TEST(CompanyPage, StoresTheAdministratorsNameAndTheServersCommonName) {
   PageBench bench;
   AddServerAndUser(bench);
   OpenWizardPage<CWizardExtCompany> page(bench);
-  page.Click(254);
-  EXPECT_EQ(page.user().TypeText(272, "typed"), UserAnswer::kReadOnly);
+  page.Click(IDC_CREATE_PELORA);
+  EXPECT_EQ(page.user().TypeText(IDC_SYSTEM_ADMIN, "typed"), UserAnswer::kReadOnly);
   bench.choosers.Choose({kAda, kServer});
-  page.Click(227);
+  page.Click(IDC_SYSTEM_ADMIN_SELECT);
   EXPECT_EQ(bench.choosers.pickers().back().init.scope.down_level, 0x80000001U);
   EXPECT_EQ(bench.choosers.pickers().back().init.options, 2U);
   EXPECT_EQ(bench.choosers.pickers().back().owner, &page.dialog());
   bench.choosers.Choose(nullptr);
-  page.Click(227);
+  page.Click(IDC_SYSTEM_ADMIN_SELECT);
   bench.choosers.Choose({kServer});
-  page.Click(271);
+  page.Click(IDC_SERVER_SELECT);
   EXPECT_EQ(page.Changes(), (Lines{"peloraAccount=1 (integer)", "peloraHidden=0 (integer)",
                                    "peloraSystemAdmin=CN=Ada,DC=x (string)",
                                    "peloraCompanyServer=mail01 (string)"}));
@@ -301,27 +302,27 @@ TEST(CompanyPage, StoresTheAdministratorsNameAndTheServersCommonName) {
 TEST(ServerPage, BringsPortsAndPathAndWaitsForAnAddress) {
   PageBench bench;
   OpenWizardPage<CWizardExtServer> page(bench);
-  EXPECT_EQ(page.dialog().Text(245), "");
-  EXPECT_EQ(page.dialog().Text(246), "236");
-  EXPECT_EQ(page.dialog().Text(247), "237");
-  EXPECT_EQ(page.dialog().Text(249), "/var/run/pelora");
-  EXPECT_EQ(page.dialog().Check(243), CheckState::kUnchecked);
-  page.Click(254);
+  EXPECT_EQ(page.dialog().Text(IDC_HOST_ADDRESS), "");
+  EXPECT_EQ(page.dialog().Text(IDC_HTTP_PORT), "236");
+  EXPECT_EQ(page.dialog().Text(IDC_SSL_PORT), "237");
+  EXPECT_EQ(page.dialog().Text(IDC_FILE_PATH), "/var/run/pelora");
+  EXPECT_EQ(page.dialog().Check(IDC_CONTAINS_PUBLIC), CheckState::kUnchecked);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_FALSE(page.NextEnabled());
-  page.Type(245, "mail.x");
+  page.Type(IDC_HOST_ADDRESS, "mail.x");
   EXPECT_TRUE(page.NextEnabled());
   EXPECT_EQ(page.Changes(),
             (Lines{"peloraAccount=1 (integer)", "peloraHostAddress=mail.x (string)",
                    "peloraHttpPort=236 (integer)", "peloraSslPort=237 (integer)",
                    "peloraFilePath=/var/run/pelora (string)", "peloraContainsPublic=0 (integer)"}));
-  page.Click(243);
+  page.Click(IDC_CONTAINS_PUBLIC);
   EXPECT_EQ(page.Changes().back(), "peloraContainsPublic=1 (integer)");
 }
 
 TEST(ServerPage, NamesTheFirstFieldThatIsMissing) {
   PageBench bench;
   OpenWizardPage<CWizardExtServer> page(bench);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   const auto missing = [&page] {
     std::string message;
     const HRESULT status = page.wizard().ValidateAll(&message);
@@ -337,26 +338,26 @@ TEST(ServerPage, NamesTheFirstFieldThatIsMissing) {
   erase(247);
   erase(249);
   EXPECT_EQ(missing(), "Missing Server Address");
-  page.Type(245, "mail.x");
+  page.Type(IDC_HOST_ADDRESS, "mail.x");
   EXPECT_EQ(missing(), "Missing HTTP/SSL Port");
-  page.Type(247, "237");
+  page.Type(IDC_SSL_PORT, "237");
   EXPECT_EQ(missing(), "Missing File Path");
-  page.Type(249, "/p");
+  page.Type(IDC_FILE_PATH, "/p");
   EXPECT_EQ(missing(), "");
   EXPECT_TRUE(page.NextEnabled());
   erase(247);
   EXPECT_EQ(missing(), "Missing HTTP/SSL Port");
-  page.Type(246, "236");
+  page.Type(IDC_HTTP_PORT, "236");
   EXPECT_EQ(missing(), "");
-  EXPECT_EQ(page.user().TypeText(246, "x"), UserAnswer::kCharactersRefused);
+  EXPECT_EQ(page.user().TypeText(IDC_HTTP_PORT, "x"), UserAnswer::kCharactersRefused);
 }
 
 TEST(ServerPage, AnEmptyPortIsNotWritten) {
   PageBench bench;
   OpenWizardPage<CWizardExtServer> page(bench);
-  page.Click(254);
-  page.Type(245, "mail.x");
-  EXPECT_EQ(page.user().EraseText(246), UserAnswer::kDone);
+  page.Click(IDC_CREATE_PELORA);
+  page.Type(IDC_HOST_ADDRESS, "mail.x");
+  EXPECT_EQ(page.user().EraseText(IDC_HTTP_PORT), UserAnswer::kDone);
   const Ref<IADs> object = bench.directory.MakeNewObject("LDAP://CN=S,DC=x");
   EXPECT_EQ(page.extension().SetObject(object.Get()), S_OK);
   EXPECT_EQ(page.extension().WriteData(nullptr, NewObjectPhase::kPreCommit), 1);
@@ -370,11 +371,11 @@ TEST(ServerPage, AnEmptyPortIsNotWritten) {
 TEST(ServerPage, WhatIsTypedReplacesTheDefaultsForGood) {
   PageBench bench;
   OpenWizardPage<CWizardExtServer> page(bench);
-  page.Click(254);
-  page.Type(246, "80");
+  page.Click(IDC_CREATE_PELORA);
+  page.Type(IDC_HTTP_PORT, "80");
   EXPECT_EQ(page.Tell(PageNotification::kWizardBack), 0);
   EXPECT_EQ(page.Tell(PageNotification::kSetActive), 0);
-  EXPECT_EQ(page.dialog().Text(246), "80");
+  EXPECT_EQ(page.dialog().Text(IDC_HTTP_PORT), "80");
 }
 
 TEST(ServerPage, AnUncheckedBoxWritesThatThereIsNoAccountOnly) {
@@ -393,35 +394,35 @@ TYPED_TEST_SUITE(ListPageTest, ListPages);
 TYPED_TEST(ListPageTest, NeedsAQueryWhateverTheBaseHolds) {
   PageBench bench;
   OpenWizardPage<TypeParam> page(bench);
-  page.Click(254);
+  page.Click(IDC_CREATE_PELORA);
   EXPECT_FALSE(page.NextEnabled());
   bench.choosers.Browse(1, "LDAP://dc1/OU=Sales,DC=x");
   (void)page.TakeLog();
-  page.Click(293);
-  EXPECT_EQ(page.dialog().Text(258), "OU=Sales,DC=x");
+  page.Click(IDC_SEARCH_BASE_SELECT);
+  EXPECT_EQ(page.dialog().Text(IDC_SEARCH_BASE), "OU=Sales,DC=x");
   EXPECT_EQ(page.TakeLog(), Lines{});
   EXPECT_FALSE(page.wizard().IsValid());
   std::string message;
   EXPECT_EQ(page.wizard().ValidateAll(&message), E_FAIL);
   EXPECT_EQ(message, "Missing Search Query");
-  page.Type(287, "(cn=*)");
+  page.Type(IDC_SEARCH_QUERY, "(cn=*)");
   EXPECT_TRUE(page.NextEnabled());
 }
 
 TYPED_TEST(ListPageTest, TheBaseCanOnlyBeChosen) {
   PageBench bench;
   OpenWizardPage<TypeParam> page(bench);
-  EXPECT_EQ(page.user().TypeText(258, "x"), UserAnswer::kDisabled);
-  page.Click(254);
-  EXPECT_EQ(page.user().TypeText(258, "x"), UserAnswer::kDisabled);
+  EXPECT_EQ(page.user().TypeText(IDC_SEARCH_BASE, "x"), UserAnswer::kDisabled);
+  page.Click(IDC_CREATE_PELORA);
+  EXPECT_EQ(page.user().TypeText(IDC_SEARCH_BASE, "x"), UserAnswer::kDisabled);
   bench.choosers.Browse(1, "LDAP://OU=Sales,DC=x");
-  page.Click(293);
-  EXPECT_EQ(page.user().TypeText(258, "x"), UserAnswer::kDisabled);
+  page.Click(IDC_SEARCH_BASE_SELECT);
+  EXPECT_EQ(page.user().TypeText(IDC_SEARCH_BASE, "x"), UserAnswer::kDisabled);
   for (const std::int32_t answer : {2, 0, -1}) {
     bench.choosers.Browse(answer, "LDAP://OU=Other,DC=x");
-    page.Click(293);
+    page.Click(IDC_SEARCH_BASE_SELECT);
   }
-  EXPECT_EQ(page.dialog().Text(258), "OU=Sales,DC=x");
+  EXPECT_EQ(page.dialog().Text(IDC_SEARCH_BASE), "OU=Sales,DC=x");
   EXPECT_EQ(bench.messages.records().size(), 0U);
   EXPECT_EQ(bench.choosers.browsers().size(), 4U);
 }
@@ -430,18 +431,18 @@ TEST(ListPages, CollectInTheirOrder) {
   PageBench bench;
   bench.choosers.Browse(1, "LDAP://OU=Sales,DC=x");
   OpenWizardPage<CWizardExtAddresslist> addresses(bench);
-  addresses.Click(254);
-  addresses.Click(293);
-  addresses.Type(287, "(cn=*)");
-  addresses.Click(243);
+  addresses.Click(IDC_CREATE_PELORA);
+  addresses.Click(IDC_SEARCH_BASE_SELECT);
+  addresses.Type(IDC_SEARCH_QUERY, "(cn=*)");
+  addresses.Click(IDC_PELORA_HIDDEN);
   EXPECT_EQ(addresses.Changes(),
             (Lines{"peloraAccount=1 (integer)", "peloraHidden=1 (integer)",
                    "peloraBase=OU=Sales,DC=x (string)", "peloraFilter=(cn=*) (string)"}));
   OpenWizardPage<CWizardExtDynamicDistlist> list(bench);
-  list.Click(254);
-  list.Click(293);
-  list.Type(287, "(cn=*)");
-  list.Type(268, "all@x");
+  list.Click(IDC_CREATE_PELORA);
+  list.Click(IDC_SEARCH_BASE_SELECT);
+  list.Type(IDC_SEARCH_QUERY, "(cn=*)");
+  list.Type(IDC_NEW_ADDRESS, "all@x");
   EXPECT_EQ(list.Changes(),
             (Lines{"peloraAccount=1 (integer)", "peloraHidden=0 (integer)", "mail=all@x (string)",
                    "peloraBase=OU=Sales,DC=x (string)", "peloraFilter=(cn=*) (string)"}));
@@ -450,8 +451,8 @@ TEST(ListPages, CollectInTheirOrder) {
 TEST(ListPages, AnEmptyBaseAndAddressAreNotWritten) {
   PageBench bench;
   OpenWizardPage<CWizardExtDynamicDistlist> page(bench);
-  page.Click(254);
-  page.Type(287, "(cn=*)");
+  page.Click(IDC_CREATE_PELORA);
+  page.Type(IDC_SEARCH_QUERY, "(cn=*)");
   const Ref<IADs> object = bench.directory.MakeNewObject("LDAP://CN=L,DC=x");
   EXPECT_EQ(page.extension().SetObject(object.Get()), S_OK);
   EXPECT_EQ(page.extension().WriteData(nullptr, NewObjectPhase::kPreCommit), 1);
@@ -470,19 +471,19 @@ TYPED_TEST_SUITE(NamePageTest, NamePages);
 TYPED_TEST(NamePageTest, WaitsForAName) {
   PageBench bench;
   OpenWizardPage<TypeParam> page(bench);
-  EXPECT_EQ(page.dialog().Text(291), "x/Sales");
+  EXPECT_EQ(page.dialog().Text(IDC_CONTAINER_NAME), "x/Sales");
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 off"});
   EXPECT_EQ(page.Tell(PageNotification::kSetActive), 0);
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 off"});
   std::string message;
   EXPECT_EQ(page.wizard().ValidateAll(&message), E_FAIL);
   EXPECT_EQ(message, "Missing Name");
-  EXPECT_EQ(page.user().TypeText(292, "Al"), UserAnswer::kDone);
+  EXPECT_EQ(page.user().TypeText(IDC_OBJECT_NAME, "Al"), UserAnswer::kDone);
   EXPECT_EQ(page.TakeLog(), (Lines{"buttons 0 on", "buttons 0 on"}));
   EXPECT_EQ(page.wizard().object_name(), "Al");
   EXPECT_EQ(page.Tell(PageNotification::kSetActive), 0);
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 on"});
-  EXPECT_EQ(page.user().EraseText(292), UserAnswer::kDone);
+  EXPECT_EQ(page.user().EraseText(IDC_OBJECT_NAME), UserAnswer::kDone);
   EXPECT_EQ(page.TakeLog(), Lines{"buttons 0 off"});
   EXPECT_EQ(page.wizard().object_name(), "");
   using enum PageNotification;
@@ -496,7 +497,7 @@ TYPED_TEST(NamePageTest, WaitsForAName) {
 TYPED_TEST(NamePageTest, HasTheObjectMadeInThePreCommitPhase) {
   PageBench bench;
   OpenWizardPage<TypeParam> page(bench);
-  page.Type(292, "All");
+  page.Type(IDC_OBJECT_NAME, "All");
   (void)page.TakeLog();
   using enum NewObjectPhase;
   for (const NewObjectPhase phase : {kCommit, kPostCommit, kCleanup}) {
@@ -524,7 +525,7 @@ TYPED_TEST(NamePageTest, SumsUpTheName) {
   std::string text;
   EXPECT_EQ(page.extension().GetSummaryInfo(text), S_OK);
   EXPECT_EQ(text, "Fullname: \r\n");
-  page.Type(292, "Übersicht \"A\"");
+  page.Type(IDC_OBJECT_NAME, "Übersicht \"A\"");
   EXPECT_EQ(page.extension().GetSummaryInfo(text), S_OK);
   EXPECT_EQ(text, "Fullname: Übersicht \"A\"\r\n");
 }

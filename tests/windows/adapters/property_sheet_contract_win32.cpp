@@ -2,17 +2,14 @@
 // The system's own property sheets with the adapter's pages in them. The contract says what these
 // sheets do, so that the sheets of other hosts do the same.
 #include <optional>
-#include <utility>
-#include <vector>
 
-#include "hosts/windows/com/sheet_page.h"
 #include "tests/contract/property_sheet_contract.h"
+#include "tests/windows/adapters/waiting_pages.h"
 #include "tests/windows/support/sheet_window.h"
 
 namespace pelora::contract {
 namespace {
 
-using windows::SheetPage;
 using windows::test::SheetWindow;
 using windows::test::WindowPlayer;
 
@@ -21,16 +18,12 @@ class Win32SheetDriver final : public PropertySheetDriver {
   Win32SheetDriver() = default;
   ~Win32SheetDriver() override {
     if (sheet_) sheet_->Destroy();
-    for (const HPROPSHEETPAGE page : waiting_) DestroyPropertySheetPage(page);
   }
 
   bool AddPage(std::unique_ptr<PropSheetPage> page) override {
-    const HPROPSHEETPAGE made =
-        SheetPage::Create(GetModuleHandleW(nullptr), nullptr, std::move(page));
-    if (made != nullptr) waiting_.push_back(made);
-    return made != nullptr;
+    return waiting_.Add(std::move(page));
   }
-  void Show() override { sheet_.emplace(std::exchange(waiting_, {})); }
+  void Show() override { sheet_.emplace(waiting_.Take()); }
   [[nodiscard]] bool IsOpen() const override { return sheet_->IsOpen(); }
   void SelectPage(std::size_t page) override { sheet_->SelectPage(page); }
   [[nodiscard]] std::size_t CurrentPage() const override { return sheet_->CurrentPage(); }
@@ -44,7 +37,7 @@ class Win32SheetDriver final : public PropertySheetDriver {
   void ClickCancel() override { sheet_->ClickCancel(); }
 
  private:
-  std::vector<HPROPSHEETPAGE> waiting_;
+  windows::test::WaitingPages waiting_;
   std::optional<SheetWindow> sheet_;
   std::optional<WindowPlayer> player_;
 };

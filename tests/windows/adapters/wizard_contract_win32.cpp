@@ -6,16 +6,15 @@
 #include <utility>
 #include <vector>
 
-#include "hosts/windows/com/sheet_page.h"
 #include "hosts/windows/values/wide_text.h"
 #include "tests/contract/wizard_contract.h"
+#include "tests/windows/adapters/waiting_pages.h"
 #include "tests/windows/support/blank_page.h"
 #include "tests/windows/support/sheet_window.h"
 
 namespace pelora::contract {
 namespace {
 
-using windows::SheetPage;
 using windows::test::BlankPage;
 using windows::test::SheetWindow;
 
@@ -24,18 +23,15 @@ class Win32WizardDriver final : public WizardDriver {
   Win32WizardDriver() = default;
   ~Win32WizardDriver() override {
     if (wizard_) wizard_->Destroy();
-    for (const HPROPSHEETPAGE page : waiting_) DestroyPropertySheetPage(page);
   }
 
   bool AddPage(std::unique_ptr<PropSheetPage> page) override {
-    const HPROPSHEETPAGE made =
-        SheetPage::Create(GetModuleHandleW(nullptr), nullptr, std::move(page));
-    if (made != nullptr) waiting_.push_back(made);
-    return made != nullptr;
+    return waiting_.Add(std::move(page));
   }
   void Show() override {
-    waiting_.push_back(last_page_.Make());
-    wizard_.emplace(std::exchange(waiting_, {}), PSH_WIZARD);
+    std::vector<HPROPSHEETPAGE> pages = waiting_.Take();
+    pages.push_back(last_page_.Make());
+    wizard_.emplace(std::move(pages), PSH_WIZARD);
     AllowBothWays();
   }
   [[nodiscard]] bool IsOpen() const override { return wizard_->IsOpen(); }
@@ -66,7 +62,7 @@ class Win32WizardDriver final : public WizardDriver {
   }
 
   BlankPage last_page_;
-  std::vector<HPROPSHEETPAGE> waiting_;
+  windows::test::WaitingPages waiting_;
   std::optional<SheetWindow> wizard_;
 };
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "hosts/windows/values/system_guid.h"
+#include "resources/resource.h"
 #include "server/class_table.h"
 #include "tests/windows/support/malloc_counter.h"
 #include "tests/windows/support/resource_counts.h"
@@ -26,14 +27,21 @@ constexpr const char* kThird = "LDAP://dc1/CN=Third,DC=fake,DC=example";
 constexpr auto kServerDown = static_cast<HRESULT>(0x8007203AU);
 constexpr std::string_view kTabPrefix = "CPropPage";
 
+const std::vector<ControlId> kPersonLists = {
+    IDC_EMAIL_LIST,   IDC_SENDAS_LIST,  IDC_EMAIL_GROUP,   IDC_SENDAS_GROUP, IDC_EMAIL_ADD,
+    IDC_EMAIL_DELETE, IDC_EMAIL_MODIFY, IDC_EMAIL_DEFAULT, IDC_SENDAS_ADD,   IDC_SENDAS_DELETE};
+
 /// Controls that make sense for one object only.
 const std::map<std::string_view, std::vector<ControlId>> kHidden = {
-    {"CPropPageUser", {206, 237, 247, 248, 207, 208, 209, 213, 238, 239}},
-    {"CPropPageContact", {206, 237, 247, 248, 207, 208, 209, 213, 238, 239}},
-    {"CPropPageDistlist", {206, 237, 247, 248, 207, 208, 209, 213, 238, 239}},
-    {"CPropPageCompanyQuota", {251, 252, 216, 224, 225, 234, 232, 233}},
-    {"CPropPageCompanyRights", {221, 219}},
-    {"CPropPageServer", {280, 245, 243}},
+    {"CPropPageUser", kPersonLists},
+    {"CPropPageContact", kPersonLists},
+    {"CPropPageDistlist", kPersonLists},
+    {"CPropPageCompanyQuota",
+     {IDC_QUOTA_RECIPIENTS_GROUP, IDC_USER_QUOTA_RECIPIENTS_GROUP, IDC_QUOTA_RECIPIENTS,
+      IDC_QUOTA_RECIPIENTS_ADD, IDC_QUOTA_RECIPIENTS_DELETE, IDC_USER_QUOTA_RECIPIENTS,
+      IDC_USER_QUOTA_RECIPIENTS_ADD, IDC_USER_QUOTA_RECIPIENTS_DELETE}},
+    {"CPropPageCompanyRights", {IDC_ADMIN_LIST, IDC_VIEW_LIST}},
+    {"CPropPageServer", {IDC_HOST_ADDRESS_LABEL, IDC_HOST_ADDRESS, IDC_CONTAINS_PUBLIC}},
 };
 
 bool BindsUsers(std::string_view name) {

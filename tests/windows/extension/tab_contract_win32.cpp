@@ -2,14 +2,18 @@
 // Every tab of the registered module in a property sheet of the system's, over the sample company
 // behind the system's directory functions.
 #include <cwchar>
+#include <deque>
 #include <optional>
+#include <utility>
 
 #include "hosts/windows/dialogs/win32_dialog.h"
 #include "hosts/windows/values/wide_text.h"
+#include "tests/contract/features_tab_contract.h"
 #include "resources/resource.h"
 #include "tests/contract/same_edits.h"
 #include "tests/contract/tab_company.h"
 #include "tests/contract/tab_contract.h"
+#include "tests/contract/user_tab_contract.h"
 #include "tests/windows/support/console.h"
 #include "tests/windows/support/message_box_reader.h"
 #include "tests/windows/support/page_layout.h"
@@ -40,11 +44,15 @@ class Win32Console final : public TabConsole {
   ~Win32Console() override {
     Close();
     EXPECT_EQ(boxes_.boxes().size(), 0U);
+    EXPECT_EQ(taken_.size(), 0U);
     EXPECT_EQ(boxes_.pending_scripts(), 0U);
     EXPECT_EQ(console_.directory().live_objects(), 0U);
     EXPECT_EQ(windows::test::CanUnloadNow(), S_OK);
   }
 
+  void Give(const std::string& name, const TabValues& values) override {
+    GiveIn(console_.directory(), name, values);
+  }
   void Open(const std::string& component, const Names& names) override {
     Close();
     console_.Select(PathsOf(names));
@@ -68,26 +76,35 @@ class Win32Console final : public TabConsole {
     browser_->plan().answer = IDOK;
     std::wcscpy(browser_->plan().path, windows::ToWide(TabPathOf(name)).c_str());
   }
-  void TypeAddress(const std::string& address) override {
-    boxes_.PlayNext([address](HWND dialog) {
+  void PlayNext(DialogScript script) override {
+    boxes_.PlayNext([script = std::move(script)](HWND dialog) {
       WindowPlayer user(dialog);
-      user.Erase(IDC_EMAIL_ADDRESS);
-      user.Type(IDC_EMAIL_ADDRESS, address);
-      user.Click(static_cast<ControlId>(kDialogOk));
+      script(user);
     });
   }
-  // Every box is read and confirmed.
-  void AwaitBox() override {}
-  [[nodiscard]] std::string TakeBox() override {
-    const auto boxes = boxes_.TakeBoxes();
-    if (boxes.size() != 1) return std::to_string(boxes.size()) + " boxes";
-    return boxes.front().text.substr(0, boxes.front().text.find('\r'));
+  void AwaitBox(std::int32_t answer) override { boxes_.AnswerNext(answer); }
+  [[nodiscard]] TabBox TakeBox() override {
+    for (windows::test::ShownBox& box : boxes_.TakeBoxes()) {
+      std::erase(box.text, '\r');
+      taken_.push_back({.caption = std::move(box.caption), .text = std::move(box.text)});
+    }
+    if (taken_.empty()) return {};
+    TabBox box = std::move(taken_.front());
+    taken_.pop_front();
+    return box;
   }
 
   [[nodiscard]] bool IsApplyEnabled() const override { return sheet().IsApplyEnabled(); }
   void ClickApply() override { sheet().ClickApply(); }
   void ClickOk() override { sheet().ClickOk(); }
   [[nodiscard]] bool IsOpen() const override { return is_open_ && sheet().IsOpen(); }
+
+  void FailPut(const std::string& attribute, std::size_t nth) override {
+    console_.plan().FailAttribute(FaultPoint::kPut, attribute, nth, E_ACCESSDENIED);
+  }
+  void FailCommit(std::size_t nth) override {
+    console_.plan().Fail(FaultPoint::kSetInfo, nth, E_ACCESSDENIED);
+  }
 
   [[nodiscard]] Names FaultsOfSight() override {
     return windows::test::ClippedControls(sheet().Page());
@@ -101,6 +118,8 @@ class Win32Console final : public TabConsole {
   }
 
  private:
+  using FaultPoint = pelora::testing::FaultPoint;
+
   [[nodiscard]] windows::test::SheetWindow& sheet() const { return console_.sheet(); }
   static Names PathsOf(const Names& names) {
     Names paths;
@@ -116,6 +135,7 @@ class Win32Console final : public TabConsole {
   std::optional<windows::test::StandInBrowser> browser_;
   mutable windows::test::Console console_;
   windows::test::MessageBoxReader boxes_;
+  std::deque<TabBox> taken_;
   bool is_open_ = false;
   std::optional<Win32Dialog> page_;
   std::optional<WindowPlayer> player_;
@@ -124,6 +144,8 @@ class Win32Console final : public TabConsole {
 std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<Win32Console>(); }
 
 INSTANTIATE_TEST_SUITE_P(Win32, TabContract, EveryTab(&MakeConsole), TabName);
+INSTANTIATE_TEST_SUITE_P(Win32, FeaturesTabContract, ::testing::Values(&MakeConsole));
+INSTANTIATE_TEST_SUITE_P(Win32, UserTabContract, ::testing::Values(&MakeConsole));
 
 TEST(SameEdits, LeaveWhatEveryFaceLeaves) {
   EXPECT_EQ(PlaySameEdits(*MakeConsole()), SameEditsDump());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Delegates and home server of a user, chosen in the system's object picker.
+// The system's object picker as the user tab sets it up, and what becomes of what it hands out.
 #include "tests/windows/extension/user_tab.h"
 #include "tests/windows/support/stand_in_picker.h"
 
@@ -8,7 +8,6 @@ namespace {
 
 constexpr const char* kBob = "LDAP://dc1/CN=Bob,DC=fake,DC=example";
 constexpr const char* kStaff = "LDAP://dc1/CN=Größe 月🌙,DC=fake,DC=example";
-constexpr const char* kServer = "LDAP://dc1/CN=node-2,OU=Servers,DC=fake,DC=example";
 constexpr const char* kBobName = "CN=Bob,DC=fake,DC=example";
 constexpr const char* kStaffName = "CN=Größe 月🌙,DC=fake,DC=example";
 
@@ -17,7 +16,6 @@ class UserTabChoosersTest : public UserTab {
   UserTabChoosersTest() {
     directory().AddObject(kBob, {{"distinguishedName", Variant::String(kBobName)}});
     directory().AddObject(kStaff, {{"distinguishedName", Variant::String(kStaffName)}});
-    directory().AddObject(kServer, {{"cn", Variant::String("nöde-2")}});
   }
   ~UserTabChoosersTest() override { EXPECT_EQ(picker_.references(), 0U); }
 
@@ -51,22 +49,6 @@ TEST_F(UserTabChoosersTest, DelegatesAreUsersAndGroupsChosenOverTheButton) {
   EXPECT_EQ(picker_.owner(), GetDlgItem(sheet().Page(), IDC_SENDAS_ADD));
 }
 
-TEST_F(UserTabChoosersTest, ChosenDelegatesAreAppendedInThePickersOrder) {
-  OpenWith({"CN=Mia,DC=fake,DC=example"});
-  Pick(IDC_SENDAS_ADD, {kStaff, kBob});
-  EXPECT_EQ(Delegates(), (Lines{kBobName, kStaffName, "CN=Mia,DC=fake,DC=example"}));
-  EXPECT_TRUE(IsModified());
-  EXPECT_EQ(Apply(), WithUsual({R"(Put <1> peloraSendAsPrivilege ["CN=Mia,DC=fake,DC=example", )"
-                                R"("CN=Größe 月🌙,DC=fake,DC=example", )"
-                                R"("CN=Bob,DC=fake,DC=example"])"}));
-}
-
-TEST_F(UserTabChoosersTest, ADelegateMayBeListedTwice) {
-  OpenWith({kBobName});
-  Pick(IDC_SENDAS_ADD, {kBob});
-  EXPECT_EQ(Delegates(), (Lines{kBobName, kBobName}));
-}
-
 TEST_F(UserTabChoosersTest, DeletedObjectsAreNotShownAndLostAtTheNextChange) {
   OpenWith({"CN=Gone\\0ADEL:4f2a,CN=Deleted Objects,DC=fake,DC=example", kStaffName});
   EXPECT_EQ(Delegates(), Lines{kStaffName});
@@ -93,26 +75,6 @@ TEST_F(UserTabChoosersTest, NoChoiceOfDelegatesChangesAnything) {
   EXPECT_FALSE(IsModified());
 }
 
-TEST_F(UserTabChoosersTest, ADelegateIsDeletedAndTheListWrittenWhole) {
-  OpenWith({kBobName, kStaffName});
-  EXPECT_FALSE(IsEnabled(IDC_SENDAS_DELETE));
-  ClickRow(IDC_SENDAS_LIST, kBobName);
-  EXPECT_TRUE(IsEnabled(IDC_SENDAS_DELETE));
-  User().Click(IDC_SENDAS_DELETE);
-  EXPECT_TRUE(IsEnabled(IDC_SENDAS_DELETE));
-  EXPECT_EQ(Apply(), WithUsual({R"(Put <1> peloraSendAsPrivilege )"
-                                R"(["CN=Größe 月🌙,DC=fake,DC=example"])"}));
-}
-
-TEST_F(UserTabChoosersTest, DeletingTheLastDelegateDisablesTheButtonAndWritesAnEmptyList) {
-  OpenWith({kBobName});
-  ClickRow(IDC_SENDAS_LIST, kBobName);
-  User().Click(IDC_SENDAS_DELETE);
-  EXPECT_FALSE(IsEnabled(IDC_SENDAS_DELETE));
-  EXPECT_EQ(Delegates(), Lines{});
-  EXPECT_EQ(Apply(), WithUsual({"Put <1> peloraSendAsPrivilege []"}));
-}
-
 TEST_F(UserTabChoosersTest, TheServerIsOneComputerChosenOverThePage) {
   OpenWith({});
   User().Click(IDC_SERVER_SELECT);
@@ -125,20 +87,6 @@ TEST_F(UserTabChoosersTest, TheServerIsOneComputerChosenOverThePage) {
   EXPECT_EQ(picker_.owner(), sheet().Page());
 }
 
-TEST_F(UserTabChoosersTest, TheServersNameIsShownAndWritten) {
-  OpenWith({});
-  Pick(IDC_SERVER_SELECT, {kServer});
-  EXPECT_EQ(Page().Text(IDC_SERVER), "nöde-2");
-  EXPECT_TRUE(IsModified());
-  const Lines expected = {R"(PutEx CLEAR <1> peloraResourceType "")",
-                          "Put <1> peloraResourceCapacity 0",
-                          R"(Put <1> peloraUserServer "nöde-2")", "SetInfo <1>"};
-  EXPECT_EQ(Apply(), expected);
-  // Once.
-  User().Click(IDC_PELORA_HIDDEN);
-  EXPECT_EQ(Apply(), WithUsual({"Put <1> peloraHidden 1"}));
-}
-
 TEST_F(UserTabChoosersTest, NoChoiceOfAServerChangesAnything) {
   OpenWith({});
   User().Click(IDC_SERVER_SELECT);
@@ -147,18 +95,6 @@ TEST_F(UserTabChoosersTest, NoChoiceOfAServerChangesAnything) {
   Pick(IDC_SERVER_SELECT, {kBob});
   EXPECT_EQ(Page().Text(IDC_SERVER), "node-1");
   EXPECT_FALSE(IsModified());
-}
-
-TEST_F(UserTabChoosersTest, AServerChosenForSeveralUsersIsWrittenToEach) {
-  OpenUsers({{{"peloraUserServer", Variant::String("node-1")}}, {}});
-  EXPECT_EQ(Page().Text(IDC_SERVER), "");
-  Pick(IDC_SERVER_SELECT, {kServer});
-  const Lines expected = {
-      R"(PutEx CLEAR <1> peloraResourceType "")", "Put <1> peloraResourceCapacity 0",
-      R"(Put <1> peloraUserServer "nöde-2")",     "SetInfo <1>",
-      R"(PutEx CLEAR <2> peloraResourceType "")", "Put <2> peloraResourceCapacity 0",
-      R"(Put <2> peloraUserServer "nöde-2")",     "SetInfo <2>"};
-  EXPECT_EQ(Apply(), expected);
 }
 
 TEST_F(UserTabChoosersTest, ThePickersObjectsAreBoundOneByOne) {

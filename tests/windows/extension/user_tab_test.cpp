@@ -205,31 +205,12 @@ TEST_F(UserTabTest, AnApplyToThreeUsersMakesExactlyTheseCalls) {
   EXPECT_TRUE(directory().Value(kBob, "peloraQuotaHard").IsEmpty());
 }
 
-TEST_F(UserTabTest, OkAppliesAndClosesTheSheet) {
-  OpenOne();
-  User().Click(IDC_PELORA_HIDDEN);
-  sheet().ClickOk();
-  EXPECT_FALSE(sheet().IsOpen());
-  EXPECT_EQ(directory().Value(kAda, "peloraHidden"), Variant::Integer(1));
-}
-
 TEST_F(UserTabTest, CancelWritesNothing) {
   OpenOne();
   User().Click(IDC_PELORA_HIDDEN);
   Retype(IDC_QUOTA_HARD, "7");
   sheet().ClickCancel();
   EXPECT_FALSE(sheet().IsOpen());
-  EXPECT_EQ(console_.TakeCalls(), kNothing);
-}
-
-TEST_F(UserTabTest, LeavingThePageIsAlwaysAllowed) {
-  OpenOne();
-  for (const UINT code :
-       {PSN_KILLACTIVE, PSN_QUERYCANCEL, PSN_WIZBACK, PSN_WIZNEXT, PSN_WIZFINISH, PSN_SETACTIVE}) {
-    const HWND page = sheet().Page();
-    NMHDR from_sheet = {sheet().window(), 0, code};
-    EXPECT_EQ(SendMessageW(page, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&from_sheet)), 0) << code;
-  }
   EXPECT_EQ(console_.TakeCalls(), kNothing);
 }
 

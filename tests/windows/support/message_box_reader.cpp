@@ -84,7 +84,11 @@ void MessageBoxReader::Read(HWND window) {
   if (const HWND owner = GetWindow(window, GW_OWNER)) box.owner = TextOfWindow(owner);
   EnumChildWindows(window, &ReadChild, reinterpret_cast<LPARAM>(&box));
   boxes_.push_back(std::move(box));
-  const int button = GetDlgItem(window, IDYES) != nullptr ? IDYES : IDOK;
+  int button = GetDlgItem(window, IDYES) != nullptr ? IDYES : IDOK;
+  if (!answers_.empty()) {
+    button = answers_.front();
+    answers_.pop_front();
+  }
   SendMessageW(window, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0);
 }
 

@@ -31,8 +31,9 @@ void PrintTo(const ShownBox& box, std::ostream* out);
 
 /// Deals with every dialog that opens on this thread while it lives and waits for the user, so that
 /// the call that runs it comes back. A message box (nothing but texts and buttons) is read, and a
-/// button of it pressed: Yes where there is one, else OK. Another dialog is played by the next
-/// script; without one the test fails and the dialog is closed. Property sheets are left alone.
+/// button of it pressed: the one that was said beforehand, else Yes where there is one, else OK.
+/// Another dialog is played by the next script; without one the test fails and the dialog is
+/// closed. Property sheets are left alone.
 class MessageBoxReader {
  public:
   using Script = std::function<void(HWND dialog)>;
@@ -43,6 +44,8 @@ class MessageBoxReader {
   /// The boxes since the last time.
   [[nodiscard]] std::vector<ShownBox> TakeBoxes() { return std::exchange(boxes_, {}); }
 
+  /// Has the next message box that nothing is said of yet answered with this button.
+  void AnswerNext(int button) { answers_.push_back(button); }
   /// Has the next dialog that is no message box played by `script`, which has to close it.
   void PlayNext(Script script) { scripts_.push_back(std::move(script)); }
   /// Scripts that no dialog has opened for.
@@ -54,6 +57,7 @@ class MessageBoxReader {
   void Play(HWND dialog);
 
   std::vector<ShownBox> boxes_;
+  std::deque<int> answers_;
   std::deque<Script> scripts_;
   ModalWatcher watcher_;
 };

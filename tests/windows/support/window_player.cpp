@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/windows/support/window_player.h"
 
+#include "hosts/windows/dialogs/win32_dialog.h"
 #include "hosts/windows/values/wide_text.h"
 #include "tests/windows/support/drawn_cells.h"
 
@@ -167,6 +168,22 @@ void WindowPlayer::PressEnter() {
 void WindowPlayer::CloseWindow() {
   SendMessageW(dialog_, WM_SYSCOMMAND, SC_CLOSE, 0);
   HandleWaitingMessages();
+}
+
+std::string WindowPlayer::TextOf(ControlId id) {
+  return Win32Dialog(dialog_, DialogRole::kModal).Text(id);
+}
+
+std::vector<std::string> WindowPlayer::RowsOf(ControlId id) {
+  Win32Dialog dialog(dialog_, DialogRole::kModal);
+  const IListBox& list = dialog.ListBox(id);
+  std::vector<std::string> rows;
+  for (RowIndex row = 0; row < list.Count(); ++row) rows.push_back(list.Text(row));
+  return rows;
+}
+
+bool WindowPlayer::CanUse(ControlId id) {
+  return Win32Dialog(dialog_, DialogRole::kModal).IsEnabled(id);
 }
 
 TextRole WindowPlayer::DrawnRole(ControlId id, RowIndex row, std::size_t column) {

@@ -26,6 +26,9 @@ class WindowPlayer final : public contract::DialogPlayer {
   void ClickListViewHead(ControlId id, std::size_t column) override;
   void PressEnter() override;
   void CloseWindow() override;
+  [[nodiscard]] std::string TextOf(ControlId id) override;
+  [[nodiscard]] std::vector<std::string> RowsOf(ControlId id) override;
+  [[nodiscard]] bool CanUse(ControlId id) override;
   [[nodiscard]] TextRole DrawnRole(ControlId id, RowIndex row, std::size_t column) override;
   [[nodiscard]] bool IsDrawnSelected(ControlId id, RowIndex row) override;
   [[nodiscard]] int ColumnWidth(ControlId id, std::size_t column) override;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // A wizard that its console waits for.
+#include "resources/resource.h"
 #include "tests/windows/wizards/wizard_test.h"
 
 namespace pelora::windows::test {
@@ -13,8 +14,8 @@ TEST_F(ModalWizardTest, AnObjectIsMadeWithItsSettings) {
   ASSERT_EQ(console_.Add("CWizardExtContact"), S_OK);
   console_.Run([this] {
     GoToPage("Mia");
-    console_.User().Click(254);
-    console_.User().Type(268, "mia@x.test");
+    console_.User().Click(IDC_CREATE_PELORA);
+    console_.User().Type(IDC_NEW_ADDRESS, "mia@x.test");
     EXPECT_TRUE(console_.IsNextEnabled());
     console_.Next();
     console_.Finish();

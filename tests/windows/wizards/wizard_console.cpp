@@ -70,6 +70,11 @@ HRESULT WizardConsole::Add(std::string_view class_name, bool is_primary) {
   std::wstring title = L"New Object";
   std::wstring container = L"fake.example/Größe & 月";
   DSA_NEWOBJ_DISPINFO info = {sizeof(info), nullptr, title.data(), container.data()};
+  if (extensions_.empty()) {
+    // Another wizard begins.
+    has_primary_ = false;
+    object_name_.clear();
+  }
   has_primary_ = has_primary_ || is_primary;
   site_.is_primary = has_primary_;
   HRESULT status = extension->Initialize(nullptr, nullptr, L"whatever", &site_, &info);

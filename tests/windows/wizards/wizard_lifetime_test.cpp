@@ -2,6 +2,7 @@
 // How long a wizard page lives, and what it answers when.
 #include "hosts/windows/values/bstr.h"
 #include "hosts/windows/values/system_guid.h"
+#include "resources/resource.h"
 #include "server/class_table.h"
 #include "tests/windows/support/console.h"
 #include "tests/windows/support/malloc_counter.h"
@@ -200,7 +201,7 @@ TEST_F(WizardLifetimeTest, APrimaryPageNeedsThePrimarySite) {
 TEST_F(WizardLifetimeTest, CancelMakesNothing) {
   Open("CWizardExtUser");
   GoToPage("Ada");
-  console_.User().Click(254);
+  console_.User().Click(IDC_CREATE_PELORA);
   (void)console_.TakeLog();
   console_.Cancel();
   EXPECT_FALSE(console_.IsOpen());
@@ -211,7 +212,7 @@ TEST_F(WizardLifetimeTest, CancelMakesNothing) {
 TEST_F(WizardLifetimeTest, ListensToTheWizardAndToItselfAloneAndRefusesNothing) {
   Open("CWizardExtContact");
   GoToPage("Carl");
-  console_.User().Click(254);
+  console_.User().Click(IDC_CREATE_PELORA);
   (void)console_.TakeLog();
   const auto tell = [this](HWND sender, UINT code) {
     NMHDR notification = {sender, 0, code};

@@ -5,6 +5,7 @@
 
 #include "hosts/windows/values/bstr.h"
 #include "hosts/windows/values/wide_text.h"
+#include "resources/resource.h"
 #include "tests/windows/support/call_slot.h"
 #include "tests/windows/support/page_collector.h"
 #include "tests/windows/support/sheet_window.h"
@@ -142,7 +143,7 @@ TEST_F(WizardSlotOrderTest, OfTheWizardThatAPrimaryPageCalls) {
   {
     const SheetWindow sheet(pages_.Take());
     EXPECT_EQ(site_.TakeLog(), (Lines{"SetButtons 0 0", "SetButtons 0 0"}));
-    sheet.User().Type(292, "L");
+    sheet.User().Type(IDC_OBJECT_NAME, "L");
     EXPECT_EQ(site_.TakeLog(), Lines{"SetButtons 0 1"});
     EXPECT_EQ((CallSlot<HRESULT, HWND, ULONG>(object, kWriteData, nullptr, 1)), 1);
     EXPECT_EQ(site_.TakeLog(), Lines{"CreateNew L"});
