@@ -8,8 +8,8 @@
 
 #include "hosts/windows/dialogs/win32_dialog.h"
 #include "hosts/windows/values/wide_text.h"
-#include "tests/contract/features_tab_contract.h"
 #include "resources/resource.h"
+#include "tests/contract/features_tab_contract.h"
 #include "tests/contract/same_edits.h"
 #include "tests/contract/tab_company.h"
 #include "tests/contract/tab_contract.h"
