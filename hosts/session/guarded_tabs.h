@@ -11,10 +11,13 @@
 
 #include "hosts/changes/recording_directory.h"
 #include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/store_opener.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/session/directory_browser.h"
 #include "hosts/session/errands.h"
 #include "hosts/session/field_book.h"
+#include "hosts/session/page_fields.h"
+#include "hosts/session/watched_page.h"
 #include "hosts/session/writing_desk.h"
 #include "platform/platform.h"
 #include "platform/shell_extension.h"
@@ -35,6 +38,9 @@ struct TabSurroundings {
   /// Where the person is asked and told around the writing. Null: failures are shown in the
   /// platform's boxes.
   IWritingDesk* desk = nullptr;
+  /// Opens the same directory for use on another thread. May be none: then nothing is looked up
+  /// beside the window.
+  ldap::StoreOpener open_another{};
 };
 
 /// How the opening of a sheet's tabs went.
@@ -80,6 +86,13 @@ class GuardedTabs {
   /// somebody else's value was kept. The sheet is to be opened anew when nothing is left in it.
   [[nodiscard]] bool is_outdated() const { return is_outdated_; }
 
+  /// The fields of a page.
+  [[nodiscard]] PageFields& Fields(std::size_t page);
+
+  /// Told whenever something on a page may have been changed, by a person or by the page; and when
+  /// it has been filled or written. May be none.
+  std::function<void(std::size_t page)> on_edited;
+
  private:
   struct Tab;
 
@@ -91,10 +104,16 @@ class GuardedTabs {
   void Learn(Tab& tab, IUnknown& component, DialogId dialog);
   [[nodiscard]] HRESULT AddTab(const Guid& class_id, IDataObject& selection,
                                const AddPropSheetPage& add_page);
+  [[nodiscard]] PageWatch WatchOf(Tab& tab, std::size_t page);
+  void TellEdited(std::size_t page);
   [[nodiscard]] std::string NameOf(const std::string& dn) const;
+
+  /// Everything is written of the tabs of which nothing is recorded any more.
+  void SettleWritten();
 
   TabSurroundings surroundings_;
   ErrandsAtOnce at_once_;
+  std::vector<DirectoryObject> selection_;
   /// As they were read, in the order of the selection.
   std::vector<ldap::Entry> entries_;
   /// What the objects are called, by `ldap::FoldCase` of their names.

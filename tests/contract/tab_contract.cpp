@@ -14,12 +14,25 @@ using Lines = std::vector<std::string>;
 constexpr ControlId kFirstControl = 200;
 constexpr ControlId kLastControl = 299;
 
+void ClickUntil(TabConsole& console, ControlId box, CheckState wanted) {
+  constexpr int kStates = 3;
+  EXPECT_TRUE(console.Page().IsEnabled(box)) << box;
+  for (int click = 0; click < kStates && console.Page().Check(box) != wanted; ++click) {
+    console.User().Click(box);
+  }
+  EXPECT_EQ(console.Page().Check(box), wanted) << box;
+}
+
 void PlayStep(TabConsole& console, const TabStep& step) {
   using enum TabStep::Act;
   switch (step.act) {
     case kClick:
       EXPECT_TRUE(console.Page().IsEnabled(step.control)) << step.control;
       return console.User().Click(step.control);
+    case kTick:
+      return ClickUntil(console, step.control, CheckState::kChecked);
+    case kUntick:
+      return ClickUntil(console, step.control, CheckState::kUnchecked);
     case kType:
       console.User().Erase(step.control);
       console.User().Type(step.control, step.text);

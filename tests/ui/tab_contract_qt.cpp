@@ -104,6 +104,7 @@ class QtConsole final : public TabConsole {
   void ClickOk() override { sheet_->ClickOk(); }
   [[nodiscard]] bool IsOpen() const override { return sheet_->IsOpen(); }
   [[nodiscard]] bool WritesUntouched() const override { return false; }
+  [[nodiscard]] bool LooksAfterFields() const override { return true; }
 
   void FailPut(const std::string& attribute, std::size_t nth) override {
     plan_->FailAttribute(pelora::testing::FaultPoint::kPut, attribute, nth, E_ACCESSDENIED);

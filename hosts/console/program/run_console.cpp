@@ -52,9 +52,12 @@ int WritePropertiesPicture(session::DirectorySession& session,
   StreamMessageBox messages(std::cerr);
   QtChoosers choosers(*session.store, session.open_another);
   const ConsolePlatform platform(session.service, messages, choosers, module);
-  const SheetResult made = MakePropertySheet(
-      objects, session.specifiers,
-      {.store = *session.store, .platform = platform.platform(), .templates = module}, nullptr);
+  const SheetResult made = MakePropertySheet(objects, session.specifiers,
+                                             {.store = *session.store,
+                                              .platform = platform.platform(),
+                                              .templates = module,
+                                              .open_another = session.open_another},
+                                             nullptr);
   if (!made.sheet) return Fail(ToUtf8(made.error));
   if (messages.has_shown()) return kExitFailure;
   if (!made.missing.isEmpty()) return Fail(ToUtf8(made.missing));

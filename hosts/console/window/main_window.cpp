@@ -153,13 +153,16 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   for (const session::DirectoryObject& object : selection) names.append(ToQString(object.dn));
   const QString key = names.join(QLatin1Char('\n'));
   if (sheets_.Raise(key)) return;
-  SheetResult made = MakePropertySheet(selection, session_->specifiers,
-                                       {.store = *store_,
-                                        .platform = platform_->platform(),
-                                        .templates = module_,
-                                        .errands = &errands_,
-                                        .desk = &desk_},
-                                       this);
+  SheetResult made = MakePropertySheet(
+      selection, session_->specifiers,
+      {.store = *store_,
+       .platform = platform_->platform(),
+       .templates = module_,
+       .errands = &errands_,
+       .desk = &desk_,
+       .open_another = session_->open_another},
+      this,
+      [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
   if (made.is_stopped) return;
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
@@ -177,6 +180,24 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
         sheet, [this, sheet, objects] { OpenAnew(*sheet, objects); }, Qt::QueuedConnection);
   };
   sheets_.Show(std::move(made.sheet), key);
+}
+
+void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& from) {
+  if (!from.isModal()) return ShowProperties(std::span(&object, 1));
+  // Nothing beside a modal window can be used: over it, the sheet is waited for.
+  const SheetResult made = MakePropertySheet(std::span(&object, 1), session_->specifiers,
+                                             {.store = *store_,
+                                              .platform = platform_->platform(),
+                                              .templates = module_,
+                                              .errands = &errands_,
+                                              .desk = &desk_,
+                                              .open_another = session_->open_another},
+                                             &from);
+  if (!made.sheet) {
+    return ReportLater(QStringLiteral("There are no properties to show."), made.error);
+  }
+  made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
+  made.sheet->exec();
 }
 
 void MainWindow::OpenAnew(QtPropertySheet& sheet,

@@ -90,6 +90,8 @@ class MainWindow final : public QMainWindow {
   void FinishOpening(session::SessionResult result, std::function<void()> on_shown);
   void ShowOpened();
   void OpenSelection();
+  /// Shows the settings of an object that was found from within another window.
+  void ShowAnother(const session::DirectoryObject& object, QWidget& from);
   /// Shows the properties as they are by now, at the same page.
   void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
   void UpdateActions();

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <limits>
 
 #include "directory/ascii_case.h"
 #include "hosts/ctl/text/list_text.h"
@@ -122,17 +121,6 @@ std::optional<bool> FlagOfWord(std::string_view word) {
   const auto found = std::ranges::find_if(
       kFlagWords, [word](const FlagWord& known) { return EqualsWithoutCase(known.word, word); });
   return found == kFlagWords.end() ? std::nullopt : std::optional(found->flag);
-}
-
-std::optional<std::int64_t> NumberOfDigits(std::string_view digits) {
-  const auto is_digit = [](char character) { return character >= '0' && character <= '9'; };
-  if (digits.empty() || !std::ranges::all_of(digits, is_digit)) return std::nullopt;
-  std::int64_t number = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  if (error != std::errc() || number > std::numeric_limits<std::int32_t>::max()) {
-    return std::nullopt;
-  }
-  return number;
 }
 
 }  // namespace pelora::ctl

@@ -39,7 +39,5 @@ using FieldValue =
 
 /// The flag that a word stands for; none for another word.
 [[nodiscard]] std::optional<bool> FlagOfWord(std::string_view word);
-/// The number that decimal digits stand for, up to 2147483647; none for anything else.
-[[nodiscard]] std::optional<std::int64_t> NumberOfDigits(std::string_view digits);
 
 }  // namespace pelora::ctl
