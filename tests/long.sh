@@ -46,6 +46,7 @@ sum() {
 {
   sum "faults injected and survived" "$all" harness/harness_test '*Faults.*' \
     'faults injected and survived'
+  sum "random edits and applies" 1000 harness/harness_test '*PageModel.*' 'random edits and applies'
   sum "allocations failed and survived" "$all" harness/memory_test '*' 'allocations failed and survived'
   trial "programs killed while they write" "$kills" unit/ldb_directory_test 'LdbKillTest.*' \
     's/^\([0-9]* kills.*\)/\1/p'
