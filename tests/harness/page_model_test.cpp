@@ -118,7 +118,11 @@ bool Wanderer::ChangeList(const FieldRow& row) {
   }
   // The last address stays: a tab does not clear the default one.
   if (way == 1 && !is_names && list.Count() == 1) return false;
-  User().SelectListRow(row.control, Roll(list.Count()));
+  const RowIndex at = Roll(list.Count());
+  // Nor is it deleted: to whom its mark passes is the list's own affair, and tested there.
+  const bool is_default = !is_names && list.Text(at).ends_with(".EXAMPLE");
+  if (way == 1 && is_default) return false;
+  User().SelectListRow(row.control, at);
   const ControlId button = way == 1 || is_names ? row.remove : row.make_default;
   return User().Click(button) == UserAnswer::kDone;
 }
