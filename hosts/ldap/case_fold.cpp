@@ -63,33 +63,22 @@ char16_t Capital(char16_t letter) {
   return static_cast<char16_t>(letter + row.offset);
 }
 
-constexpr bool IsAscii(char letter) { return static_cast<unsigned char>(letter) < 0x80; }
-
-constexpr char AsciiCapital(char letter) {
-  return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
-}
-
-std::string FoldLetters(std::string_view text) {
-  std::u16string letters = ToUtf16(text);
-  std::transform(letters.begin(), letters.end(), letters.begin(), Capital);
-  return ToUtf8(letters);
-}
-
 }  // namespace
 
 std::string FoldCase(std::string_view text) {
-  // Names are folded all the time, and most of their letters are ASCII.
-  std::string folded;
-  folded.reserve(text.size());
-  while (!text.empty()) {
-    const auto other = std::ranges::find_if_not(text, IsAscii);
-    std::transform(text.begin(), other, std::back_inserter(folded), AsciiCapital);
-    text = {other, text.end()};
-    const auto next = std::ranges::find_if(text, IsAscii);
-    if (next != text.begin()) folded += FoldLetters({text.begin(), next});
-    text = {next, text.end()};
+  // Names are looked up by their folded form for every attribute of every object, and most of them
+  // are plain to the end, or nearly.
+  const auto* const plain_end = std::find_if(text.begin(), text.end(), [](char letter) {
+    return static_cast<unsigned char>(letter) >= 0x80;
+  });
+  std::string folded(text.begin(), plain_end);
+  for (char& letter : folded) {
+    if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
   }
-  return folded;
+  if (plain_end == text.end()) return folded;
+  std::u16string letters = ToUtf16({plain_end, text.end()});
+  std::transform(letters.begin(), letters.end(), letters.begin(), Capital);
+  return folded + ToUtf8(letters);
 }
 
 }  // namespace pelora::ldap
