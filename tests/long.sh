@@ -5,7 +5,8 @@
 #   tests/long.sh [FUZZ-SECONDS [KILLS [ROUNDS]]]
 #
 # FUZZ-SECONDS (600) for each fuzzer, KILLS (1000) of a program that writes to a directory file, ROUNDS
-# (10000) of several writers at once and of sheets opened and closed. Everything is built as by ./test.sh.
+# (10000) of several writers at once and of sheets opened and closed. Everything is built as by ./test.sh. The
+# packages are tried in a bare system, which needs root and a mirror of Debian.
 # The table stands in build/long.txt too. A test that has a short and a long form takes its number of rounds
 # from PELORA_LONG.
 set -uo pipefail
@@ -15,8 +16,7 @@ kills="${2:-1000}"
 rounds="${3:-10000}"
 all=1000000000
 log=build/long.log
-cmake --preset native >/dev/null || exit 1
-cmake --build build/native --target ldb_directory_test harness_test memory_test || exit 1
+cmake --preset native >/dev/null && cmake --build build/native || exit 1
 : >"$log"
 
 failed=0
@@ -46,12 +46,19 @@ sum() {
 {
   sum "faults injected and survived" "$all" harness/harness_test '*Faults.*' \
     'faults injected and survived'
+  sum "random edits and applies" 1000 harness/harness_test '*PageModel.*' 'random edits and applies'
   sum "allocations failed and survived" "$all" harness/memory_test '*' 'allocations failed and survived'
   trial "programs killed while they write" "$kills" unit/ldb_directory_test 'LdbKillTest.*' \
     's/^\([0-9]* kills.*\)/\1/p'
   trial "three writers" "$rounds" harness/harness_test 'SeveralWriters.*' \
     's/^rounds of three writers: //p'
   trial "soak" "$rounds" harness/harness_test 'Soak.*' 's/^soak: //p'
+  if said="$(tests/packages/clean_system.sh 2>>"$log")"; then
+    row "packages" "$said"
+  else
+    failed=1
+    row "packages" "FAILED (see $log)"
+  fi
   echo
   tests/fuzz/run_fuzzers.sh "$fuzz_seconds" || failed=1
   echo

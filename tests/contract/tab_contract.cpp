@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "tests/contract/same_edits.h"
+
 namespace pelora::contract {
 namespace {
 
@@ -56,6 +58,16 @@ void PlayStep(TabConsole& console, const TabStep& step) {
 
 void PlaySteps(TabConsole& console, const std::vector<TabStep>& steps) {
   for (const TabStep& step : steps) PlayStep(console, step);
+}
+
+std::string PlaySameEdits(TabConsole& console) {
+  for (const SameEdit& edit : SameEdits()) {
+    console.Open(edit.component, edit.objects);
+    PlaySteps(console, edit.steps);
+    console.ClickApply();
+    console.Close();
+  }
+  return DumpOf([&console](const std::string& name) { return console.Stored(name); });
 }
 
 void TabContract::Open(std::size_t count) {
