@@ -41,12 +41,11 @@ SearchEnd FindObjects(ldap::IDirectoryStore& store, const ObjectQuery& query,
   };
   std::vector<std::string> attributes = ObjectAttributes();
   attributes.insert(attributes.end(), {"sAMAccountName", "mail"});
-  const ldap::StoreStatus status =
-      store.Search({.base = base,
-                    .scope = ldap::SearchScope::kSubtree,
-                    .filter = query.filter,
-                    .attributes = std::move(attributes)},
-                   take);
+  const ldap::StoreStatus status = store.Search({.base = base,
+                                                 .scope = ldap::SearchScope::kSubtree,
+                                                 .filter = query.filter,
+                                                 .attributes = std::move(attributes)},
+                                                take);
   return has_more ? SearchEnd{.reason = SearchEnd::Reason::kOwnLimit} : EndOf(status);
 }
 
