@@ -2,6 +2,7 @@
 #include "hosts/session/sheet_commit.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "hosts/changes/change_runner.h"
@@ -39,6 +40,7 @@ SheetCommit::Plan SheetCommit::MakePlan() const {
   std::map<std::string, std::size_t> places;
   for (const CommittedTab& tab : tabs_) {
     for (Change& change : tab.recording->TakeRecorded()) {
+      surroundings_.errands.Breathe();
       const auto [place, is_first] = places.emplace(FoldCase(change.dn), plan.size());
       const bool joins = !is_first && plan[place->second].Takes(change);
       Pending& pending = joins ? plan[place->second] : plan.emplace_back();
@@ -50,8 +52,9 @@ SheetCommit::Plan SheetCommit::MakePlan() const {
 
 SheetCommit::Plan SheetCommit::PlanOf(const std::vector<std::string>& keys) const {
   Plan plan = MakePlan();
-  std::erase_if(plan, [&keys](const Pending& pending) {
-    return std::ranges::find(keys, FoldCase(pending.change.dn)) == keys.end();
+  const std::set<std::string> wanted(keys.begin(), keys.end());
+  std::erase_if(plan, [&wanted](const Pending& pending) {
+    return !wanted.contains(FoldCase(pending.change.dn));
   });
   return plan;
 }
@@ -88,6 +91,7 @@ SheetCommit::Results SheetCommit::Write(const Plan& plan, bool stops_at_first) {
                       : "Writing the changes of " + std::to_string(all.size()) + " objects";
   surroundings_.errands.Run(what + "...", write);
   for (std::size_t at = 0; at < plan.size(); ++at) {
+    surroundings_.errands.Breathe();
     for (const Pending::Part& part : plan[at].parts) {
       part.tab.recording->Settle(part.change, results[at]);
     }
@@ -101,6 +105,7 @@ void SheetCommit::BeginLog(const Plan& plan) {
   std::vector<std::string> names;
   std::vector<std::string> fields;
   for (const Pending& pending : plan) {
+    surroundings_.errands.Breathe();
     names.push_back(surroundings_.name_of(pending.change.dn));
     for (const changes::ValueChange& value : pending.change.attributes) {
       std::string field = surroundings_.book.LabelOf(value.attribute);
@@ -136,11 +141,11 @@ std::optional<std::size_t> SheetCommit::RunAtDesk(Plan plan) {
     std::vector<std::string> again = Resolve(plan, results);
     if (again.empty()) again = Tell(whole, plan, results);
     plan = PlanOf(again);
+    std::set<std::string> planned;
+    for (const Pending& pending : plan) planned.insert(FoldCase(pending.change.dn));
     for (const std::string& key : again) {
-      const bool is_planned = std::ranges::any_of(
-          plan, [&key](const Pending& pending) { return FoldCase(pending.change.dn) == key; });
       // The other's values stay, and there was nothing else.
-      if (!is_planned) ended_[key].outcome = Outcome::kUnchanged;
+      if (!planned.contains(key)) ended_[key].outcome = Outcome::kUnchanged;
     }
     if (plan.empty() && !again.empty() && whole.size() > 1) (void)Tell(whole, {}, {});
   }
@@ -150,6 +155,7 @@ std::optional<std::size_t> SheetCommit::RunAtDesk(Plan plan) {
 bool SheetCommit::LookAt(Plan& plan) {
   Review review;
   for (const Pending& pending : plan) {
+    surroundings_.errands.Breathe();
     review.changes.push_back({.dn = pending.change.dn,
                               .name = surroundings_.name_of(pending.change.dn),
                               .fields = surroundings_.book.FieldsOf(pending.change)});
@@ -245,6 +251,7 @@ std::vector<std::string> SheetCommit::Tell(const Plan& whole, const Plan& plan,
   std::vector<WrittenChange> written;
   std::vector<std::string> left;
   for (const Pending& pending : whole) {
+    surroundings_.errands.Breathe();
     const std::string key = FoldCase(pending.change.dn);
     const Result& result = ended_[key];
     if (!result.IsDone()) left.push_back(key);
