@@ -65,6 +65,7 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
               [this, &fields, page](IDialog& dialog) {
                 fields.dialog = &dialog;
                 fields.touched.Settle(dialog);
+                Protect(fields);
                 TellEdited(page);
               },
           .on_command =
@@ -87,6 +88,18 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
                 TellEdited(page);
               },
           .on_gone = [&fields] { fields.dialog = nullptr; }};
+}
+
+void GuardedTabs::Protect(const PageFields& fields) {
+  if (!surroundings_.protect) return;
+  for (std::size_t field = 0; field < fields.touched.Count(); ++field) {
+    const FieldRow& row = fields.touched.Row(field);
+    const std::string why = rights_.WhyReadOnly(row);
+    if (why.empty()) continue;
+    for (const ControlId control : ControlsOf(row)) {
+      surroundings_.protect(*fields.dialog, control, why);
+    }
+  }
 }
 
 void GuardedTabs::TellEdited(std::size_t page) {
@@ -129,6 +142,7 @@ ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection) 
   }
   std::vector<std::string> attributes = ldap::BoundAttributes();
   attributes.emplace_back("objectClass");
+  attributes.emplace_back(FieldRights::kAttribute);
   ldap::StoreStatus status;
   const auto read = [&](IErrand& errand) {
     ldap::IDirectoryStore& store = surroundings_.store;
@@ -139,6 +153,9 @@ ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection) 
         refused = std::move(one);
         return false;
       }
+      rights_.Learn(entry);
+      // Long, and nobody else's business.
+      entry.attributes.erase(FieldRights::kAttribute);
       // By the name by which the tabs will ask.
       entry.dn = names[entries_.size()];
       entries_.push_back(std::move(entry));
@@ -188,13 +205,14 @@ std::optional<std::size_t> GuardedTabs::Commit() {
     Tab& tab = *pages_[page];
     const bool is_known = std::ranges::any_of(
         tabs, [&tab](const CommittedTab& known) { return known.recording == &tab.recording; });
-    if (!is_known)
-      tabs.push_back({.recording = &tab.recording, .page = page, .dialog = tab.fields.dialog});
+    if (is_known) continue;
+    tabs.push_back({.recording = &tab.recording, .page = page, .dialog = tab.fields.dialog});
   }
   SheetCommit commit({.store = surroundings_.store,
                       .errands = errands(),
                       .message_box = surroundings_.platform.message_box,
                       .desk = surroundings_.desk,
+                      .history = surroundings_.history,
                       .book = book_,
                       .name_of = [this](const std::string& dn) { return NameOf(dn); }},
                      std::move(tabs));
@@ -204,6 +222,11 @@ std::optional<std::size_t> GuardedTabs::Commit() {
   return left;
 }
 
+std::string GuardedTabs::NameOf(const std::string& dn) const {
+  const auto found = names_.find(ldap::FoldCase(dn));
+  return found == names_.end() ? dn : found->second;
+}
+
 void GuardedTabs::SettleWritten() {
   for (std::size_t page = 0; page < pages_.size(); ++page) {
     Tab& tab = *pages_[page];
@@ -211,11 +234,6 @@ void GuardedTabs::SettleWritten() {
     if (!tab.recording.HasRecorded()) tab.fields.touched.Settle(*tab.fields.dialog);
     TellEdited(page);
   }
-}
-
-std::string GuardedTabs::NameOf(const std::string& dn) const {
-  const auto found = names_.find(ldap::FoldCase(dn));
-  return found == names_.end() ? dn : found->second;
 }
 
 }  // namespace pelora::session

@@ -13,9 +13,11 @@
 #include "hosts/ldap/display_specifiers.h"
 #include "hosts/ldap/store_opener.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/session/change_history.h"
 #include "hosts/session/directory_browser.h"
 #include "hosts/session/errands.h"
 #include "hosts/session/field_book.h"
+#include "hosts/session/field_rights.h"
 #include "hosts/session/page_fields.h"
 #include "hosts/session/watched_page.h"
 #include "hosts/session/writing_desk.h"
@@ -38,9 +40,14 @@ struct TabSurroundings {
   /// Where the person is asked and told around the writing. Null: failures are shown in the
   /// platform's boxes.
   IWritingDesk* desk = nullptr;
+  /// Where it is kept what was written, to be taken back. Null: nowhere.
+  ChangeHistory* history = nullptr;
   /// Opens the same directory for use on another thread. May be none: then nothing is looked up
   /// beside the window.
   ldap::StoreOpener open_another{};
+  /// Sees to it that a control of a page cannot be used, whatever the page says, and tells why. May
+  /// be none: the directory refuses what one has no right to.
+  std::function<void(IDialog& dialog, ControlId control, const std::string& why)> protect{};
 };
 
 /// How the opening of a sheet's tabs went.
@@ -104,10 +111,11 @@ class GuardedTabs {
   void Learn(Tab& tab, IUnknown& component, DialogId dialog);
   [[nodiscard]] HRESULT AddTab(const Guid& class_id, IDataObject& selection,
                                const AddPropSheetPage& add_page);
+  [[nodiscard]] std::string NameOf(const std::string& dn) const;
   [[nodiscard]] PageWatch WatchOf(Tab& tab, std::size_t page);
   void TellEdited(std::size_t page);
-  [[nodiscard]] std::string NameOf(const std::string& dn) const;
-
+  /// Protects the fields of a page that the user has no right to change.
+  void Protect(const PageFields& fields);
   /// Everything is written of the tabs of which nothing is recorded any more.
   void SettleWritten();
 
@@ -118,6 +126,7 @@ class GuardedTabs {
   std::vector<ldap::Entry> entries_;
   /// What the objects are called, by `ldap::FoldCase` of their names.
   std::map<std::string, std::string> names_;
+  FieldRights rights_;
   FieldBook book_;
   bool is_outdated_ = false;
   std::vector<std::unique_ptr<Tab>> tabs_;

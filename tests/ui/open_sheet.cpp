@@ -36,7 +36,9 @@ OpenSheet::OpenSheet(session::DirectorySession& session, const resources::Resour
            .platform = platform_.platform(),
            .templates = module,
            .between = Between(faults.plan),
+           .errands = faults.errands,
            .desk = faults.desk,
+           .history = faults.history,
            .open_another = session.open_another},
           nullptr, [this](const session::DirectoryObject& object, QWidget& /*from*/) {
             asked_for_.push_back(object.name);

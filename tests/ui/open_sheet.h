@@ -24,6 +24,10 @@ struct SheetFaults {
   std::shared_ptr<pelora::testing::FaultPlan> plan{};
   /// Where the writing is talked about; null: in boxes.
   session::IWritingDesk* desk = nullptr;
+  /// Who does what takes its time; null: it is done at once.
+  session::IErrands* errands = nullptr;
+  /// Where it is kept what was written; null: nowhere.
+  session::ChangeHistory* history = nullptr;
 };
 
 /// A selection's property sheet on the screen, over a directory, with the person in front of it.

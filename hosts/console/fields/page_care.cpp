@@ -180,7 +180,8 @@ void PageCare::DrawMarks() {
     const FieldJudgement* const note = NoteOf(field);
     const bool is_changed = fields_.touched.IsChanged(field);
     const bool is_shared = kinds.contains(widget);
-    const QString description = DescriptionOf(note, is_changed);
+    const QString why = widget->property(kWhyReadOnly).toString();
+    const QString description = why.isEmpty() ? DescriptionOf(note, is_changed) : why;
     if (!is_shared || !description.isEmpty()) widget->setAccessibleDescription(description);
     const Verdict verdict = note != nullptr ? VerdictOf(*note) : Verdict::kFine;
     if (!is_changed && verdict == Verdict::kFine) continue;

@@ -10,6 +10,11 @@
 namespace pelora::console {
 namespace {
 
+void Protect(IDialog& dialog, ControlId control, const std::string& why) {
+  // Dialogs of sheets come from this console alone.
+  static_cast<QtDialog&>(dialog).SetReadOnly(control, ToQString(why));
+}
+
 /// What a sheet's tabs live by, in the order in which it is needed.
 struct SheetParts {
   explicit SheetParts(session::TabSurroundings surroundings)
@@ -25,7 +30,9 @@ struct SheetParts {
               .templates = surroundings.templates,
               .between = std::move(surroundings.between),
               .errands = surroundings.errands,
-              .desk = surroundings.desk}) {}
+              .desk = surroundings.desk,
+              .history = surroundings.history,
+              .protect = &Protect}) {}
 
   CheckedDialogs dialogs;
   Platform platform;

@@ -13,6 +13,7 @@
 #include <QThread>
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <utility>
 
 #include "hosts/console/text/plain_text.h"
@@ -45,9 +46,12 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   MakeMenus();
   count_ = new QLabel(this);
   hint_ = new QLabel(this);
-  for (QLabel* label : {count_, hint_}) ShowPlainly(*label);
+  who_ = new QLabel(this);
+  who_->setObjectName(QStringLiteral("who"));
+  for (QLabel* label : {count_, hint_, who_}) ShowPlainly(*label);
   statusBar()->addWidget(count_);
   statusBar()->addPermanentWidget(hint_);
+  statusBar()->addPermanentWidget(who_);
   until_shown_.setInterval(kPatience);
   connect(&until_shown_, &QTimer::timeout, this, &MainWindow::ShowOpened);
   pane_->on_changed = [this] { UpdateActions(); };
@@ -126,9 +130,15 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   platform_.emplace(*service_, message_box_, *choosers_, module_);
   store_ = std::move(store);
   session_ = std::move(session);
+  const std::string directory =
+      session_->is_file ? std::filesystem::absolute(session_->path).string() : session_->path;
+  history_.emplace(session::ChangesFolder(), directory, session_->store->schema());
   const QString path = ToQString(session_->path);
   const QString name = session_->is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
+  who_->setText(session_->user.empty()
+                    ? QStringLiteral("Directory file %1").arg(Readable(name))
+                    : QStringLiteral("%1 on %2").arg(Readable(ToQString(session_->user)), name));
   pane_->ShowDirectory(std::move(base), session_->open_another);
   return true;
 }
@@ -160,6 +170,7 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
        .templates = module_,
        .errands = &errands_,
        .desk = &desk_,
+       .history = &*history_,
        .open_another = session_->open_another},
       this,
       [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
@@ -174,12 +185,26 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   QtPropertySheet* const sheet = made.sheet.get();
   sheet->machine().on_applied = [this, sheet, objects, is_outdated = made.is_outdated] {
     pane_->RefreshList();
+    if (!history_->failure().empty()) {
+      statusBar()->showMessage(QStringLiteral("This change cannot be taken back: %1")
+                                   .arg(Readable(ToQString(history_->failure()))));
+    }
     if (!is_outdated()) return;
     // Later: the sheet stands on the stack.
     QMetaObject::invokeMethod(
         sheet, [this, sheet, objects] { OpenAnew(*sheet, objects); }, Qt::QueuedConnection);
   };
   sheets_.Show(std::move(made.sheet), key);
+}
+
+void MainWindow::OpenAnew(QtPropertySheet& sheet,
+                          const std::vector<session::DirectoryObject>& objects) {
+  if (!sheet.isVisible() || sheet.HasUnsavedEdits()) return;
+  const std::size_t page = sheet.CurrentPage();
+  sheet.reject();
+  ShowProperties(objects);
+  const QList<QtPropertySheet*> open = sheets_.Open();
+  if (!open.isEmpty()) open.back()->SelectPage(page);
 }
 
 void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& from) {
@@ -191,6 +216,7 @@ void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& fr
                                               .templates = module_,
                                               .errands = &errands_,
                                               .desk = &desk_,
+                                              .history = &*history_,
                                               .open_another = session_->open_another},
                                              &from);
   if (!made.sheet) {
@@ -198,16 +224,6 @@ void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& fr
   }
   made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
   made.sheet->exec();
-}
-
-void MainWindow::OpenAnew(QtPropertySheet& sheet,
-                          const std::vector<session::DirectoryObject>& objects) {
-  if (!sheet.isVisible() || sheet.HasUnsavedEdits()) return;
-  const std::size_t page = sheet.CurrentPage();
-  sheet.reject();
-  ShowProperties(objects);
-  const QList<QtPropertySheet*> open = sheets_.Open();
-  if (!open.isEmpty()) open.back()->SelectPage(page);
 }
 
 void MainWindow::UpdateActions() {
@@ -222,7 +238,7 @@ void MainWindow::UpdateActions() {
   properties_->setStatusTip(tip);
   properties_->setToolTip(PlainToolTip(tip));
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
-  refresh_->setEnabled(session_ != nullptr);
+  for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(session_ != nullptr);
   new_menu_->menuAction()->setEnabled(pane_->Container() != nullptr);
   parent_->setEnabled(pane_->HasParent());
 

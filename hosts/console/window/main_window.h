@@ -19,6 +19,7 @@
 #include "hosts/console/writing/qt_writing_desk.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/session/beside_store.h"
+#include "hosts/session/change_history.h"
 #include "hosts/session/directory_session.h"
 #include "hosts/session/new_object_kind.h"
 
@@ -89,11 +90,16 @@ class MainWindow final : public QMainWindow {
   [[nodiscard]] bool IsOpening() const;
   void FinishOpening(session::SessionResult result, std::function<void()> on_shown);
   void ShowOpened();
+  void UndoLast();
+  void RedoLast();
+  void ShowHistory();
+  /// Takes a go back, or does it again, and tells what became of it.
+  void TakeBack(const session::PastChange& past, bool again);
   void OpenSelection();
-  /// Shows the settings of an object that was found from within another window.
-  void ShowAnother(const session::DirectoryObject& object, QWidget& from);
   /// Shows the properties as they are by now, at the same page.
   void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
+  /// Shows the settings of an object that was found from within another window.
+  void ShowAnother(const session::DirectoryObject& object, QWidget& from);
   void UpdateActions();
   void AskForFile();
   void AskForServer();
@@ -107,6 +113,7 @@ class MainWindow final : public QMainWindow {
   /// The session's directory for the window's thread, which is not to wait.
   std::unique_ptr<session::BesideStore> store_;
   std::optional<ldap::StoreDirectoryService> service_;
+  std::optional<session::ChangeHistory> history_;
   std::optional<QtChoosers> choosers_;
   std::optional<ConsolePlatform> platform_;
   SheetWindows sheets_;
@@ -126,6 +133,7 @@ class MainWindow final : public QMainWindow {
   QSet<QString> reports_;
   QLabel* count_ = nullptr;
   QLabel* hint_ = nullptr;
+  QLabel* who_ = nullptr;
   QAction* open_file_ = nullptr;
   QAction* connect_ = nullptr;
   QAction* quit_ = nullptr;
@@ -136,6 +144,9 @@ class MainWindow final : public QMainWindow {
   QAction* stop_ = nullptr;
   QAction* advanced_ = nullptr;
   QAction* parent_ = nullptr;
+  QAction* undo_ = nullptr;
+  QAction* redo_ = nullptr;
+  QAction* past_ = nullptr;
   QAction* review_ = nullptr;
   QAction* find_ = nullptr;
   QAction* about_ = nullptr;

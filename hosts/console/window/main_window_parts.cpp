@@ -75,6 +75,16 @@ void MainWindow::MakeActions() {
   parent_ = make(ThemeIcon("go-up", QStyle::SP_FileDialogToParent), QStringLiteral("&Up"),
                  QStringLiteral("Show the container above"),
                  {QKeySequence(QStringLiteral("Alt+Up"))}, [this] { pane_->GoToParent(); });
+  undo_ =
+      make(ThemeIcon("edit-undo", QStyle::SP_ArrowBack), QStringLiteral("&Undo Last Change"),
+           QStringLiteral("Take back what was written last, unless somebody has changed it since"),
+           {QKeySequence::Undo}, [this] { UndoLast(); });
+  redo_ = make(ThemeIcon("edit-redo", QStyle::SP_ArrowForward), QStringLiteral("&Redo"),
+               QStringLiteral("Do again what was taken back last"), {QKeySequence::Redo},
+               [this] { RedoLast(); });
+  past_ = make({}, QStringLiteral("&Changes..."),
+               QStringLiteral("Show what was written within the last 30 days"), {},
+               [this] { ShowHistory(); });
   review_ = make({}, QStringLiteral("&Review Every Change"),
                  QStringLiteral("Show what will be written first, for a single object too"), {},
                  [this](bool checked) { desk_.reviews_everything = checked; });
@@ -92,7 +102,8 @@ void MainWindow::MakeMenus() {
   file->addActions({open_file_, connect_, quit_});
   file->insertSeparator(quit_);
   QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-  edit->addAction(review_);
+  edit->addActions({undo_, redo_, past_, review_});
+  edit->insertSeparator(review_);
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
   object->addMenu(new_menu_);
   object->addActions({open_container_, properties_});
