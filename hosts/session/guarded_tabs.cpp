@@ -9,12 +9,14 @@
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/resources/field_label.h"
+#include "hosts/session/feature_counts.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
 #include "hosts/session/sheet_commit.h"
 #include "hosts/session/told_failures.h"
 #include "hosts/session/touched_fields.h"
 #include "hosts/session/watched_page.h"
+#include "hosts/sheets/scoped_flag.h"
 #include "platform/field_rows.h"
 
 namespace pelora::session {
@@ -66,7 +68,13 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
                 Protect(fields);
                 TellEdited(page);
               },
-          .on_command = [&fields](ControlId control) { fields.touched.Touch(control); },
+          .on_command =
+              [&fields, is_switching = std::make_shared<bool>(false)](ControlId control) {
+                fields.touched.Touch(control);
+                if (*is_switching) return;
+                const sheets::ScopedFlag switching(*is_switching);
+                SwitchForAll(fields, control);
+              },
           .on_handled = [this, page] { TellEdited(page); },
           .on_apply =
               [&tab](IDialog& dialog) {

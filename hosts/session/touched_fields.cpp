@@ -62,7 +62,9 @@ bool Edits(const FieldRow& row, ControlId control) {
 }  // namespace
 
 TouchedFields::Shows TouchedFields::HowShown(const FieldRow& row) {
-  if (!row.entry.empty()) return row.kind == FieldKind::kChoice ? Shows::kEntry : Shows::kLess;
+  if (!row.entry.empty()) {
+    return row.kind == FieldKind::kChoice ? Shows::kEntry : Shows::kEntryInPart;
+  }
   switch (row.kind) {
     case FieldKind::kDefaultEntry:
     case FieldKind::kList:
@@ -88,7 +90,7 @@ void TouchedFields::Settle(IDialog& dialog) {
     if (field.shows != Shows::kLess) field.read = ShownBy(field.row, dialog);
     field.shown = field.read;
     if (field.row.kind == FieldKind::kFlag) field.read_style = dialog.Style(field.row.control);
-    field.was_reported = field.is_removed = field.is_unwritten = false;
+    field.was_reported = field.is_removed = field.is_unwritten = field.is_chosen = false;
   }
 }
 
@@ -109,13 +111,15 @@ void TouchedFields::Touch(ControlId control) {
   for (Field& field : fields_) {
     if (!Edits(field.row, control)) continue;
     field.was_reported = true;
-    is_accounted_for = is_accounted_for || field.shows != Shows::kLess;
+    is_accounted_for =
+        is_accounted_for || (field.shows != Shows::kLess && field.shows != Shows::kEntryInPart);
   }
   if (is_accounted_for) return;
   // A button of which no row tells: it may edit any list, and whatever is not seen whole.
   for (Field& field : fields_) {
     field.was_reported = field.was_reported || field.shows == Shows::kList;
-    has_other_edits_ = has_other_edits_ || field.shows == Shows::kLess;
+    has_other_edits_ =
+        has_other_edits_ || field.shows == Shows::kLess || field.shows == Shows::kEntryInPart;
   }
   has_other_edits_ = has_other_edits_ || fields_.empty();
 }

@@ -57,6 +57,10 @@ class TouchedFields {
   /// Whether what a page stages of an attribute is wanted.
   [[nodiscard]] bool IsWanted(std::string_view attribute) const;
 
+  /// The row of a list view that stands for a field has been chosen to be as it says for every
+  /// object: a change, though it said so before in sum.
+  void ChooseForAll(std::size_t field) { fields_.at(field).is_chosen = true; }
+
   /// Whether a field can be set back, and emptied, from outside.
   [[nodiscard]] bool CanSetBack(std::size_t field) const;
   /// Sets a field back to what it showed. The page hears of it as of a person's edit.
@@ -73,6 +77,8 @@ class TouchedFields {
     kList,
     /// One row of a list view.
     kEntry,
+    /// One row of a list view, which does not say everything.
+    kEntryInPart,
     /// Not all of it.
     kLess,
   };
@@ -86,8 +92,11 @@ class TouchedFields {
     bool was_reported = false;
     bool is_removed = false;
     bool is_unwritten = false;
+    bool is_chosen = false;
 
-    [[nodiscard]] bool IsChanged() const { return is_removed || is_unwritten || shown != read; }
+    [[nodiscard]] bool IsChanged() const {
+      return is_removed || is_unwritten || is_chosen || shown != read;
+    }
   };
 
   [[nodiscard]] static Shows HowShown(const FieldRow& row);

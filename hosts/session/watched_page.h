@@ -55,6 +55,7 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
   }
   void OnListViewItemChanged(ControlId id, const ListViewItemChange& change) override {
     page_->Controller().OnListViewItemChanged(id, change);
+    watch_.on_handled();
   }
   void OnListViewDoubleClick(ControlId id, RowIndex row) override {
     page_->Controller().OnListViewDoubleClick(id, row);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QContextMenuEvent>
+#include <QDir>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -11,6 +12,7 @@
 
 #include "hosts/console/fields/page_marks.h"
 #include "hosts/console/text/qt_text.h"
+#include "tests/ui/faults_of_sight.h"
 #include "tests/ui/user_tab.h"
 
 namespace pelora::test {
@@ -73,6 +75,9 @@ TEST_F(SelectedValues, DifferingAndUnsetOnesAreToldInTheirPlace) {
   EXPECT_EQ(Placeholder(IDC_SERVER), "not set");
   EXPECT_EQ(HintIn(IDC_QUOTA_WARN), "not set") << "the page shows 0";
   EXPECT_EQ(HintIn(IDC_CAPACITY), "") << "that one is 0";
+  Edit(IDC_QUOTA_HARD).setFocus();
+  EXPECT_EQ(sheet().Said(), "Hard limit: different: 4000 (2), 1500 (1)")
+      << "it is cut in the field";
 }
 
 TEST_F(SelectedValues, HoveringTellsWhoHasWhat) {
@@ -174,6 +179,92 @@ TEST_F(SelectedValues, ARoomAndABeamerKeepWhatTheyAreThroughAnOk) {
   Open({kBirgit, kRolf});
   EXPECT_THAT(OkDifference(0), IsEmpty());
   EXPECT_THAT(OkDifference(1), IsEmpty());
+}
+
+class SelectedFeatures : public SelectedValues {
+ protected:
+  /// Three users, of whom one has pop3 off, at the features tab.
+  void OpenThreeFeatures() {
+    for (const char* const dn : {kBirgit, kRolf, kUrsula}) {
+      ModifyEntry(file(), std::string("dn: ") + dn +
+                              "\nchangetype: modify\nreplace: peloraEnabledFeatures\n-\n"
+                              "replace: peloraDisabledFeatures\n" +
+                              (dn == kRolf ? "peloraDisabledFeatures: pop3\n" : ""));
+    }
+    Open({kBirgit, kRolf, kUrsula});
+    sheet().sheet().SelectPage(1);
+    QCoreApplication::processEvents();
+    tab_.emplace(features().widget());
+  }
+  [[nodiscard]] console::QtDialog& features() { return *sheet().sheet().Dialog(1); }
+  [[nodiscard]] contract::QtPlayer& tab() { return *tab_; }
+  [[nodiscard]] static constexpr RowIndex Pop3() { return 2; }
+
+ private:
+  std::optional<contract::QtPlayer> tab_;
+};
+
+TEST_F(SelectedFeatures, ARowSaysOfHowManyItIsSo) {
+  OpenThreeFeatures();
+  const auto& marks = *features().widget().parentWidget()->findChild<console::PageMarks*>();
+  std::vector<std::string> hints;
+  for (const console::Hint& hint : marks.hints()) hints.push_back(hint.text.toStdString());
+  EXPECT_THAT(hints, ElementsAre("3 unset", "1 off, 2 unset"));
+  tab().ClickListViewCell(IDC_FEATURE_LIST, Pop3(), 0, false);
+  const QDir folder(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
+  EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
+  EXPECT_TRUE(sheet().sheet().grab().toImage().save(
+      folder.filePath(QStringLiteral("features-of-three.png"))));
+}
+
+TEST_F(SelectedFeatures, ItIsSwitchedForAllWhateverTheRowSaysInSum) {
+  OpenThreeFeatures();
+  tab().ClickListViewCell(IDC_FEATURE_LIST, Pop3(), 0, false);
+  EXPECT_EQ(features().ListView(IDC_FEATURE_LIST).Text(Pop3(), 1), "Disabled");
+  EXPECT_TRUE(features().IsEnabled(IDC_FEATURE_DISABLE));
+  EXPECT_TRUE(features().IsEnabled(IDC_FEATURE_ENABLE));
+  tab().Click(IDC_FEATURE_DISABLE);
+  EXPECT_TRUE(sheet().IsApplyEnabled());
+  EXPECT_EQ(features().ListView(IDC_FEATURE_LIST).Text(Pop3(), 1), "Disabled");
+  EXPECT_THAT(Differences(), ElementsAre(ElementsAre("+ peloraDisabledFeatures: pop3"), IsEmpty(),
+                                         ElementsAre("+ peloraDisabledFeatures: pop3")));
+}
+
+TEST_F(SelectedFeatures, ADoubleClickMakesApplyLiveAndEscapeAsks) {
+  OpenThreeFeatures();
+  tab().DoubleClickListViewCell(IDC_FEATURE_LIST, Pop3(), 0);
+  EXPECT_TRUE(sheet().IsApplyEnabled());
+  modal_scripts().Add(Press("&Keep Editing"));
+  QTest::keyClick(&sheet().sheet(), Qt::Key_Escape);
+  EXPECT_TRUE(sheet().IsOpen());
+  EXPECT_THAT(Differences(), ElementsAre(ElementsAre("+ peloraEnabledFeatures: pop3"),
+                                         ElementsAre("- peloraDisabledFeatures: pop3",
+                                                     "+ peloraEnabledFeatures: pop3"),
+                                         ElementsAre("+ peloraEnabledFeatures: pop3")));
+}
+
+/// Keeps pictures of a sheet with something of everything.
+TEST_F(SelectedValues, Pictures) {
+  for (const bool is_dark : {false, true}) {
+    const QPalette light = QApplication::palette();
+    if (is_dark) {
+      QPalette dark(QColor(0x31, 0x36, 0x3B));
+      dark.setColor(QPalette::Base, QColor(0x23, 0x26, 0x29));
+      dark.setColor(QPalette::Text, QColor(0xEF, 0xF0, 0xF1));
+      QApplication::setPalette(dark);
+    }
+    OpenThree();
+    user().Type(IDC_QUOTA_WARN, "5000");
+    user().Type(IDC_QUOTA_SOFT, "12abc");
+    QCoreApplication::processEvents();
+    const QDir folder(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
+    EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
+    const QString name = is_dark ? QStringLiteral("fields-dark.png") : QStringLiteral("fields.png");
+    const QImage picture = sheet().sheet().grab().toImage();
+    EXPECT_TRUE(picture.save(folder.filePath(name)));
+    EXPECT_EQ(FaultsOfSight(page().widget()), Lines());
+    QApplication::setPalette(light);
+  }
 }
 
 }  // namespace

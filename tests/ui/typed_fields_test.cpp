@@ -65,7 +65,7 @@ TEST_F(TypedFields, WhatIsNoSizeHoldsOkAndApply) {
     EXPECT_FALSE(sheet().IsOkEnabled()) << text;
     EXPECT_EQ(MarkOf(IDC_QUOTA_HARD), "wrong") << text;
     EXPECT_EQ(Level(), FootNote::Level::kWrong) << text;
-    EXPECT_THAT(sheet().Said(), HasSubstr("Hard limit: This is a size in MB")) << text;
+    EXPECT_THAT(sheet().Said(), HasSubstr("Hard limit: This is no size in MB")) << text;
     sheet().sheet().accept();
     EXPECT_TRUE(sheet().IsOpen()) << "nor does Enter close it";
     Retype(IDC_QUOTA_HARD, "500");
@@ -106,7 +106,7 @@ TEST_F(TypedFields, APortIsOneThatThereIs) {
   Open({kServer});
   Retype(IDC_HTTP_PORT, "70000");
   EXPECT_FALSE(sheet().IsOkEnabled());
-  EXPECT_THAT(sheet().Said(), HasSubstr("HTTP port: A port is a number from 1 to 65535"));
+  EXPECT_THAT(sheet().Said(), HasSubstr("HTTP port: This is no port from 1 to 65535"));
   Retype(IDC_HTTP_PORT, "8080");
   EXPECT_TRUE(sheet().IsOkEnabled());
 }
@@ -219,7 +219,7 @@ TEST_F(TypedFields, AScreenReaderIsToldWithTheField) {
   OpenWithQuota();
   Retype(IDC_QUOTA_HARD, "abc");
   EXPECT_THAT(page().Find(IDC_QUOTA_HARD)->widget().accessibleDescription().toStdString(),
-              HasSubstr("changed; This is a size in MB"));
+              HasSubstr("changed; This is no size in MB"));
 }
 
 TEST_F(TypedFields, NothingMovesWhateverIsSaid) {

@@ -3,12 +3,14 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QTreeWidget>
 #include <algorithm>
 #include <utility>
 
 #include "hosts/console/dialogs/button_controls.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/session/feature_counts.h"
 #include "hosts/session/field_values.h"
 
 namespace pelora::console {
@@ -56,6 +58,7 @@ void PageCare::Refresh() {
     notes_.push_back({.field = field, .judgement = known.judgement});
   }
   ShowValuesInPlace();
+  if (fields_.selection.size() > 1) ShowSwitches();
   DrawMarks();
 }
 
@@ -88,6 +91,45 @@ void PageCare::ShowValueInPlace(QLineEdit& edit, std::size_t field, const QStrin
   // Pages show a number that is not set as 0.
   const bool is_zero = !is_changed && edit.text() == QStringLiteral("0");
   if (is_zero && !values.isEmpty()) hints_.push_back({.control = &edit, .text = values});
+}
+
+bool PageCare::IsSwitchesOnly(const QTreeWidget& list) const {
+  const QList<QTreeWidgetItem*> selected = list.selectedItems();
+  return std::all_of(selected.begin(), selected.end(), [this](const QTreeWidgetItem* item) {
+    for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
+      const FieldRow& row = fields_.touched.Row(field);
+      if (ToQString(row.entry) == item->text(0)) return session::IsSwitch(row);
+    }
+    return false;
+  });
+}
+
+void PageCare::ShowSwitches() {
+  for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
+    if (session::IsSwitch(fields_.touched.Row(field))) ShowSwitch(field);
+  }
+}
+
+void PageCare::ShowSwitch(std::size_t field) {
+  const FieldRow& row = fields_.touched.Row(field);
+  auto* const list = dynamic_cast<QTreeWidget*>(WidgetOf(field));
+  if (list == nullptr) return;
+  constexpr int kStatus = 1;
+  const QList<QTreeWidgetItem*> found = list->findItems(ToQString(row.entry), Qt::MatchExactly, 0);
+  if (found.isEmpty()) return;
+  QTreeWidgetItem& item = *found.front();
+  const session::FeatureCounts counts = session::CountsOf(fields_, field);
+  const bool is_changed = fields_.touched.IsChanged(field);
+  const QString text = is_changed ? QStringLiteral("for all %1").arg(fields_.selection.size())
+                                  : ToQString(session::CountsText(counts));
+  item.setToolTip(kStatus, PlainToolTip(text));
+  item.setData(kStatus, Qt::AccessibleDescriptionRole, text);
+  hints_.push_back({.control = list, .text = text, .row = list->indexOfTopLevelItem(&item)});
+  if (!item.isSelected() || is_changed || !IsSwitchesOnly(*list)) return;
+  const std::size_t all = fields_.selection.size();
+  for (const ControlId button : row.choice_buttons) {
+    if (button != 0 && counts.on < all && counts.off < all) dialog_.SetEnabled(button, true);
+  }
 }
 
 void PageCare::SetBack(std::size_t field) {

@@ -14,6 +14,7 @@
 #include "hosts/session/typed/judge_page.h"
 
 class QLineEdit;
+class QTreeWidget;
 
 namespace pelora::console {
 
@@ -58,6 +59,11 @@ class PageCare final {
   /// Shows in the control itself what of the objects' values it does not show.
   void ShowValuesInPlace();
   void ShowValueInPlace(QLineEdit& edit, std::size_t field, const QString& values);
+  /// Of several objects, the rows of switches say how many have them on, and off, and both can be
+  /// chosen for all of them.
+  void ShowSwitches();
+  void ShowSwitch(std::size_t field);
+  [[nodiscard]] bool IsSwitchesOnly(const QTreeWidget& list) const;
   void DrawMarks();
 
   session::PageFields& fields_;

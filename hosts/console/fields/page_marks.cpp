@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QTreeView>
 #include <utility>
 
 namespace pelora::console {
@@ -16,6 +17,13 @@ constexpr int kHintMargin = 5;
 bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::Window).lightness() <
          palette.color(QPalette::WindowText).lightness();
+}
+
+/// Whether a hint stands in a selected row of a list.
+bool IsSelected(const Hint& hint) {
+  const auto* const list = qobject_cast<const QTreeView*>(hint.control.data());
+  return list != nullptr && hint.row >= 0 &&
+         list->selectionModel()->isSelected(list->model()->index(hint.row, 0));
 }
 
 QColor ColourOf(MarkKind kind, const QPalette& palette) {
@@ -56,6 +64,17 @@ bool PageMarks::eventFilter(QObject* object, QEvent* event) {
   return QWidget::eventFilter(object, event);
 }
 
+QRect PageMarks::PlaceOf(const Hint& hint) const {
+  const auto* const list = qobject_cast<QTreeView*>(hint.control.data());
+  if (list == nullptr || hint.row < 0) {
+    return {hint.control->mapTo(&page_, QPoint(0, 0)), hint.control->size()};
+  }
+  const QRect row = list->visualRect(list->model()->index(hint.row, 0));
+  const QRect across(0, row.top(), list->viewport()->width(), row.height());
+  const QRect shown = across.intersected(list->viewport()->rect());
+  return shown.translated(list->viewport()->mapTo(&page_, QPoint(0, 0)));
+}
+
 void PageMarks::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   for (const Mark& mark : marks_) {
@@ -71,9 +90,11 @@ void PageMarks::paintEvent(QPaintEvent* /*event*/) {
   }
   for (const Hint& hint : hints_) {
     if (hint.control.isNull() || hint.control->isHidden()) continue;
-    const QRect place(hint.control->mapTo(&page_, QPoint(0, 0)), hint.control->size());
+    const QRect place = PlaceOf(hint);
+    if (place.isEmpty()) continue;
     painter.setFont(hint.control->font());
-    painter.setPen(hint.control->palette().color(QPalette::PlaceholderText));
+    painter.setPen(hint.control->palette().color(IsSelected(hint) ? QPalette::HighlightedText
+                                                                  : QPalette::PlaceholderText));
     painter.drawText(place.adjusted(kHintMargin, 0, -kHintMargin, 0),
                      Qt::AlignVCenter | (isRightToLeft() ? Qt::AlignLeft : Qt::AlignRight),
                      hint.text);

@@ -27,6 +27,8 @@ struct Mark {
 struct Hint {
   QPointer<QWidget> control;
   QString text;
+  /// In the row of a list; -1: in the control itself.
+  int row = -1;
 };
 
 /// Marks on the controls of a page, drawn over the page by a pane that takes neither the mouse nor
@@ -49,6 +51,8 @@ class PageMarks final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  [[nodiscard]] QRect PlaceOf(const Hint& hint) const;
+
   QWidget& page_;
   std::vector<Mark> marks_;
   std::vector<Hint> hints_;

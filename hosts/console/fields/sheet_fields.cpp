@@ -7,6 +7,7 @@
 
 #include "hosts/console/fields/query_preview.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/session/field_values.h"
 #include "hosts/session/typed/default_quota.h"
 #include "hosts/session/typed/field_roles.h"
 #include "hosts/session/typed/known_server.h"
@@ -66,8 +67,9 @@ void SheetFields::OnEdited(std::size_t page) {
 
 void SheetFields::TellMachine(std::size_t page) {
   const session::TouchedFields& touched = tabs_->Fields(page).touched;
-  if (touched.HasChangedFields() || touched.HasOtherEdits()) return;
-  sheet_.machine().SetModified(page, false);
+  // A page does not say of everything that can be done on it that it changes something.
+  if (touched.HasChangedFields()) return sheet_.machine().SetModified(page, true);
+  if (!touched.HasOtherEdits()) sheet_.machine().SetModified(page, false);
 }
 
 void SheetFields::ShowHold() {
@@ -121,6 +123,14 @@ FootNote SheetFields::NoteToShow() {
     shown.text = label.isEmpty() ? said : QStringLiteral("%1: %2").arg(label, said);
     AddOffer(shown, page, note->field);
   } else if (field) {
+    // There is not always room for it in the field itself.
+    const QString values =
+        ToQString(session::ValuesInPlace(session::ValuesOf(page.fields(), *field)));
+    const bool is_several = page.fields().selection.size() > 1;
+    if (is_several && !values.isEmpty() && !page.fields().touched.IsChanged(*field)) {
+      shown.level = FootNote::Level::kHint;
+      shown.text = QStringLiteral("%1: %2").arg(ToQString(page.fields().labels.at(*field)), values);
+    }
     AddOffer(shown, page, *field);
   }
   if (shown.level == FootNote::Level::kNothing) return QuotaHint(page).value_or(FootNote{});

@@ -107,8 +107,7 @@ std::optional<std::int64_t> MegabytesOf(std::string_view text) {
 Judgement JudgeNumber(std::string_view text) {
   if (text.empty() || NumberOfDigits(text)) return {};
   return {.verdict = Verdict::kWrong,
-          .sentence = "This is a number from 0 to " + std::to_string(kLargestNumber) +
-                      ", of digits alone."};
+          .sentence = "This is no number from 0 to " + std::to_string(kLargestNumber) + "."};
 }
 
 Judgement JudgeMegabytes(std::string_view text) {
@@ -116,8 +115,8 @@ Judgement JudgeMegabytes(std::string_view text) {
   const std::optional<std::int64_t> megabytes = MegabytesOf(text);
   if (!megabytes) {
     return {.verdict = Verdict::kWrong,
-            .sentence = "This is a size in MB from 0 to " + std::to_string(kLargestNumber) +
-                        "; a unit is understood, as in \"2 GB\"."};
+            .sentence = "This is no size in MB from 0 to " + std::to_string(kLargestNumber) +
+                        ", nor one with a unit, as \"2 GB\"."};
   }
   const std::string meant = std::to_string(*megabytes);
   if (NumberOfDigits(text)) return {};
@@ -128,7 +127,7 @@ Judgement JudgePort(std::string_view text) {
   const std::optional<std::int64_t> number = NumberOfDigits(text);
   if (text.empty() || (number && *number >= 1 && *number <= kLargestPort)) return {};
   return {.verdict = Verdict::kWrong,
-          .sentence = "A port is a number from 1 to " + std::to_string(kLargestPort) +
+          .sentence = "This is no port from 1 to " + std::to_string(kLargestPort) +
                       "; where there is none the field is empty."};
 }
 

@@ -129,11 +129,9 @@ TEST_F(JudgePageTest, LimitsDoNotCountWithoutTheirBox) {
 
 TEST_F(JudgePageTest, WhatIsStoredAlreadyIsOddAndHindersNobody) {
   Fill("900", "200", "4294967295");
-  EXPECT_THAT(
-      Judged(),
-      ElementsAre("odd peloraQuotaHard: This is a size in MB from 0 to 2147483647; a unit is "
-                  "understood, as in \"2 GB\".",
-                  "odd peloraQuotaSoft: This is below the warning level."));
+  EXPECT_THAT(Judged(), ElementsAre("odd peloraQuotaHard: This is no size in MB from 0 to "
+                                    "2147483647, nor one with a unit, as \"2 GB\".",
+                                    "odd peloraQuotaSoft: This is below the warning level."));
 }
 
 TEST_F(JudgePageTest, OfSeveralObjectsEachHasItsOwnLimits) {
