@@ -52,6 +52,10 @@ ldap::IDirectoryStore& RecordingDirectory::store() { return parts_->store; }
 
 void RecordingDirectory::Give(ldap::Entry entry) { parts_->store.Give(std::move(entry)); }
 
+AttributeValues RecordingDirectory::Seen(const std::string& dn, std::string_view attribute) const {
+  return parts_->memory.Seen(dn, attribute);
+}
+
 std::vector<Change> RecordingDirectory::TakeRecorded() { return parts_->memory.Unwritten(); }
 
 bool RecordingDirectory::HasRecorded() const { return parts_->memory.HasUnwritten(); }

@@ -77,6 +77,9 @@ class RecordingDirectory final : public IDirectoryService {
   /// or a change of it is settled.
   void Give(ldap::Entry entry);
 
+  /// What counts as seen of an attribute of an object; none: not set, or never read.
+  [[nodiscard]] AttributeValues Seen(const std::string& dn, std::string_view attribute) const;
+
   /// What has been recorded since it was last taken, and what is pending, one change for each
   /// object, in the order in which the objects were first recorded. Changes of nothing are left
   /// out. Until it is settled, a change that was taken counts as pending.

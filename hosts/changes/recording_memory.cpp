@@ -168,19 +168,29 @@ bool RecordingMemory::IsKept(std::string_view attribute) const {
   return !keeps_ || keeps_(attribute);
 }
 
+AttributeValues RecordingMemory::SeenOf(const Object& object, std::string_view attribute) {
+  const std::string name(attribute);
+  const auto value_in = [&name](const ldap::AttributeMap& values) -> const AttributeValues* {
+    const auto found = values.find(name);
+    return found == values.end() ? nullptr : &found->second;
+  };
+  const AttributeValues* seen =
+      object.added ? value_in(object.added->attributes) : value_in(object.told);
+  if (seen == nullptr && !object.added) seen = value_in(object.read);
+  return seen != nullptr ? *seen : AttributeValues();
+}
+
+AttributeValues RecordingMemory::Seen(const std::string& dn, std::string_view attribute) const {
+  const Object* const object = Find(dn);
+  return object != nullptr ? SeenOf(*object, attribute) : AttributeValues();
+}
+
 ValueChange RecordingMemory::ChangeOf(const Object& object,
                                       const ldap::Modification& staged) const {
   ValueChange change{.attribute = schema_.SpellingOf(staged.attribute)};
   const std::optional<ldap::AttributeType> type = schema_.Find(staged.attribute);
   change.is_list = type && !type->is_single_valued;
-  if (object.added) {
-    const auto given = object.added->attributes.find(staged.attribute);
-    if (given != object.added->attributes.end()) change.seen = given->second;
-  } else if (const auto told = object.told.find(staged.attribute); told != object.told.end()) {
-    change.seen = told->second;
-  } else if (const auto read = object.read.find(staged.attribute); read != object.read.end()) {
-    change.seen = read->second;
-  }
+  change.seen = SeenOf(object, staged.attribute);
   change.wanted = Wanted(SyntaxOf(schema_, staged.attribute), staged, change.seen);
   return change;
 }

@@ -31,6 +31,10 @@ class RecordingMemory {
   /// A page was told these values.
   void NoteTold(const std::string& dn, std::string_view attribute, const AttributeValues& values);
 
+  /// What counts as seen of an attribute: what a page was told last, or what was read. None: not
+  /// set, or not known.
+  [[nodiscard]] AttributeValues Seen(const std::string& dn, std::string_view attribute) const;
+
   /// Those of the staged attributes of which nothing is known yet: to be read before `Record`.
   [[nodiscard]] std::vector<std::string> Unknown(const std::string& dn,
                                                  std::span<const ldap::Modification> staged) const;
@@ -62,6 +66,7 @@ class RecordingMemory {
 
   [[nodiscard]] const Object* Find(const std::string& dn) const;
   [[nodiscard]] Object& At(const std::string& dn);
+  [[nodiscard]] static AttributeValues SeenOf(const Object& object, std::string_view attribute);
   [[nodiscard]] bool IsKept(std::string_view attribute) const;
   [[nodiscard]] ValueChange ChangeOf(const Object& object, const ldap::Modification& staged) const;
   static void Stage(Object& object, ValueChange change, bool changes_something);

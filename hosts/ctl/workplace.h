@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "hosts/ctl/command_line/command.h"
-#include "hosts/ctl/fields/field_catalogue.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/objects/object_finder.h"
 #include "hosts/ctl/pages/page_platform.h"
 #include "hosts/ctl/program.h"

@@ -66,9 +66,19 @@ char16_t Capital(char16_t letter) {
 }  // namespace
 
 std::string FoldCase(std::string_view text) {
-  std::u16string letters = ToUtf16(text);
+  // Names are looked up by their folded form for every attribute of every object, and most of them
+  // are plain to the end, or nearly.
+  const auto* const plain_end = std::find_if(text.begin(), text.end(), [](char letter) {
+    return static_cast<unsigned char>(letter) >= 0x80;
+  });
+  std::string folded(text.begin(), plain_end);
+  for (char& letter : folded) {
+    if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
+  }
+  if (plain_end == text.end()) return folded;
+  std::u16string letters = ToUtf16({plain_end, text.end()});
   std::transform(letters.begin(), letters.end(), letters.begin(), Capital);
-  return ToUtf8(letters);
+  return folded + ToUtf8(letters);
 }
 
 }  // namespace pelora::ldap

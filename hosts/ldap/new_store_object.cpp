@@ -7,6 +7,7 @@
 
 #include "hosts/ldap/attribute_value.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/wipe.h"
 
 namespace pelora::ldap {
 namespace {
@@ -88,18 +89,35 @@ HRESULT NewStoreObject::PutEx(std::int32_t control, std::string_view name, const
 
 HRESULT NewStoreObject::PutBytes(std::string_view name, std::string bytes) {
   if (is_committed_) return E_UNEXPECTED;
-  staged_.insert_or_assign(std::string(name), AttributeValues{std::move(bytes)});
+  AttributeValues& values = staged_[std::string(name)];
+  values.clear();
+  // No list of values: it would be copied.
+  values.push_back(std::move(bytes));
+  secret_.emplace_back(name);
   return S_OK;
+}
+
+NewStoreObject::~NewStoreObject() { WipeSecrets(staged_); }
+
+void NewStoreObject::WipeSecrets(AttributeMap& attributes) const {
+  for (const std::string& name : secret_) {
+    const auto found = attributes.find(name);
+    if (found == attributes.end()) continue;
+    for (std::string& value : found->second) Wipe(value);
+  }
 }
 
 HRESULT NewStoreObject::SetInfo() {
   if (is_committed_) return object_->SetInfo();
-  StoreStatus added = store_.Add({.dn = dn_, .attributes = staged_});
+  Entry entry{.dn = dn_, .attributes = staged_};
+  StoreStatus added = store_.Add(entry);
+  WipeSecrets(entry.attributes);
   if (!added.Ok()) {
     *last_failure_ = std::move(added);
     return HresultOfLdap(last_failure_->code);
   }
   is_committed_ = true;
+  WipeSecrets(staged_);
   staged_.clear();
   return S_OK;
 }

@@ -39,14 +39,16 @@ class NewStoreObject final : public Counted<IADs> {
   [[nodiscard]] HRESULT SetInfo() override;
 
   /// Stages bytes as the one value of an attribute, whatever its syntax; before the commit only
-  /// (`E_UNEXPECTED` afterwards). For what has no form as a variant: passwords.
+  /// (`E_UNEXPECTED` afterwards). For what has no form as a variant: passwords. They are wiped from
+  /// memory when the object is committed or goes.
   [[nodiscard]] HRESULT PutBytes(std::string_view name, std::string bytes);
 
  private:
-  ~NewStoreObject() override = default;
+  ~NewStoreObject() override;
 
   [[nodiscard]] HRESULT Encode(std::string_view name, const Variant& value,
                                AttributeValues& values) const;
+  void WipeSecrets(AttributeMap& attributes) const;
 
   IDirectoryStore& store_;
   std::string dn_;
@@ -55,6 +57,8 @@ class NewStoreObject final : public Counted<IADs> {
   Ref<StoreObject> object_;
   bool is_committed_ = false;
   AttributeMap staged_;
+  /// Attributes whose values are to leave nothing behind.
+  std::vector<std::string> secret_;
 };
 
 }  // namespace pelora::ldap

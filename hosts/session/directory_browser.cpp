@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/session/directory_browser.h"
 
+#include "directory/ascii_case.h"
+#include "hosts/ldap/attribute_value.h"
 #include "hosts/ldap/entry_values.h"
 #include "hosts/session/folder_name.h"
 #include "hosts/session/search_filter.h"
@@ -8,9 +10,30 @@
 namespace pelora::session {
 namespace {
 
-const std::vector<std::string>& ShownAttributes() {
-  static const std::vector<std::string> kAttributes = {"objectClass", "name", "description"};
-  return kAttributes;
+/// What the mark of an object follows from.
+constexpr std::string_view kAccount = "peloraAccount";
+constexpr std::string_view kResourceType = "peloraResourceType";
+constexpr std::string_view kSharedStoreOnly = "peloraSharedStoreOnly";
+constexpr std::string_view kAccountControl = "userAccountControl";
+constexpr std::int64_t kAccountDisabled = 2;
+
+std::int64_t Number(const ldap::Entry& entry, std::string_view attribute) {
+  return ldap::ParseLargeInteger(ldap::FirstValue(entry, attribute)).value_or(0);
+}
+
+ObjectMark MarkOfUser(const ldap::Entry& entry) {
+  const std::string resource = ldap::FirstValue(entry, kResourceType);
+  if (EqualsWithoutCase(resource, "room")) return ObjectMark::kRoom;
+  if (EqualsWithoutCase(resource, "equipment")) return ObjectMark::kEquipment;
+  if (Number(entry, kSharedStoreOnly) != 0) return ObjectMark::kSharedStore;
+  if ((Number(entry, kAccountControl) & kAccountDisabled) != 0) return ObjectMark::kDisabled;
+  return Number(entry, kAccount) == 0 ? ObjectMark::kNoMailbox : ObjectMark::kNone;
+}
+
+ObjectMark MarkOf(const ldap::Entry& entry, ObjectIcon icon) {
+  if (icon == ObjectIcon::kUser) return MarkOfUser(entry);
+  const bool is_server = icon == ObjectIcon::kComputer && Number(entry, kAccount) != 0;
+  return is_server ? ObjectMark::kServer : ObjectMark::kNone;
 }
 
 std::string NameOf(const ldap::Entry& entry, ObjectIcon icon) {
@@ -27,12 +50,24 @@ std::string FilterOf(const ListRequest& request) {
 
 }  // namespace
 
+const std::vector<std::string>& ObjectAttributes() {
+  static const std::vector<std::string> kAttributes = {"objectClass",
+                                                       "name",
+                                                       "description",
+                                                       std::string(kAccount),
+                                                       std::string(kResourceType),
+                                                       std::string(kSharedStoreOnly),
+                                                       std::string(kAccountControl)};
+  return kAttributes;
+}
+
 DirectoryObject ObjectOf(const ldap::Entry& entry) {
   DirectoryObject object;
   object.dn = entry.dn;
   object.kind = KindOf(ldap::ValuesOf(entry, "objectClass"));
   object.name = NameOf(entry, object.kind.icon);
   object.description = ldap::FirstValue(entry, "description");
+  object.mark = MarkOf(entry, object.kind.icon);
   return object;
 }
 
@@ -45,7 +80,7 @@ ldap::StoreStatus DirectoryBrowser::ReadBase(DirectoryObject& base) const {
 ldap::StoreStatus DirectoryBrowser::ReadObject(const std::string& dn,
                                                DirectoryObject& object) const {
   ldap::Entry entry;
-  if (ldap::StoreStatus status = store_.Read(dn, ShownAttributes(), entry); !status.Ok()) {
+  if (ldap::StoreStatus status = store_.Read(dn, ObjectAttributes(), entry); !status.Ok()) {
     return status;
   }
   object = ObjectOf(entry);
@@ -63,7 +98,7 @@ ldap::StoreStatus DirectoryBrowser::ListChildren(const ListRequest& request,
   return store_.Search({.base = request.container,
                         .scope = ldap::SearchScope::kOneLevel,
                         .filter = FilterOf(request),
-                        .attributes = ShownAttributes()},
+                        .attributes = ObjectAttributes()},
                        take);
 }
 

@@ -16,9 +16,12 @@ struct DirectoryObject {
   std::string name;
   std::string description;
   ObjectKind kind;
+  ObjectMark mark = ObjectMark::kNone;
 };
 
-/// The object of an entry that was read with its classes, name and description.
+/// The attributes that `ObjectOf` looks at.
+[[nodiscard]] const std::vector<std::string>& ObjectAttributes();
+/// The object of an entry. Of one that was read without some of `ObjectAttributes` less is known.
 [[nodiscard]] DirectoryObject ObjectOf(const ldap::Entry& entry);
 
 /// What is to be listed.

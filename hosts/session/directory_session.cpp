@@ -9,6 +9,7 @@
 
 #include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/ldb_store.h"
+#include "hosts/ldap/network/kerberos_ticket.h"
 #include "hosts/ldap/sample_company.h"
 
 namespace pelora::session {
@@ -75,9 +76,15 @@ SessionResult OpenServer(const std::string& server, const std::stop_token& stop)
   ldap::StoreStatus status = ldap::NetworkSession::Open({.server = server}, network, stop);
   if (!status.Ok()) return Refused(std::move(status.text));
   SessionResult result = Complete(std::make_unique<DirectorySession>(std::move(network)));
-  if (result.session) result.session->store->StopOn({});
+  if (!result.session) return result;
+  result.session->store->StopOn({});
+  // It has just been signed in with.
+  ldap::KerberosTicket ticket;
+  if (ldap::ReadKerberosTicket(ticket).Ok()) result.session->user = ticket.principal;
   return result;
 }
+
+std::string ChangesFolder() { return UserDataFolder() / "pelora-console" / "changes"; }
 
 std::string SampleDirectoryPath() {
   // The folder carries the name of the program that made the first of these files.

@@ -34,6 +34,8 @@ struct DirectorySession {
   /// The file's path, byte for byte as it was given, or the server's name.
   std::string path;
   bool is_file = true;
+  /// As whom it is worked with: `name@REALM`; empty with a file.
+  std::string user;
   ldap::IDirectoryStore* store;
   IDirectoryService& service;
   /// What the directory says of its classes' tabs and wizards.
@@ -56,6 +58,9 @@ struct SessionResult {
 /// session may be opened on one thread and used on another. `stop` ends the opening early, and has
 /// nothing to do with the session afterwards.
 [[nodiscard]] SessionResult OpenServer(const std::string& server, const std::stop_token& stop = {});
+
+/// The folder in the user's data folder where it is kept what was written; need not be there.
+[[nodiscard]] std::string ChangesFolder();
 
 /// The sample company's file in the user's data folder: the same for every program of ours.
 [[nodiscard]] std::string SampleDirectoryPath();

@@ -8,6 +8,7 @@
 #include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/resources/field_label.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
 #include "hosts/session/sheet_commit.h"
@@ -22,7 +23,7 @@ struct GuardedTabs::Tab {
   Tab(const TabSurroundings& surroundings, IErrands& errands)
       : recording(surroundings.store,
                   {.attributes = ldap::BoundAttributes(),
-                   .keeps = [this](auto attribute) { return fields.IsWanted(attribute); },
+                   .keeps = [this](auto attribute) { return fields.touched.IsWanted(attribute); },
                    .breathe = [&errands] { errands.Breathe(); }}),
         told(recording, surroundings.platform.message_box, errands),
         between(surroundings.between ? surroundings.between(told) : nullptr),
@@ -33,13 +34,11 @@ struct GuardedTabs::Tab {
                  .text = surroundings.platform.text,
                  .component_library = surroundings.platform.component_library} {}
 
-  TouchedFields fields;
+  PageFields fields;
   changes::RecordingDirectory recording;
   ToldFailures told;
   std::unique_ptr<IDirectoryService> between;
   Platform platform;
-  /// The dialog of its page, once that was shown. Only to be used while the page applies.
-  IDialog* dialog = nullptr;
 };
 
 GuardedTabs::GuardedTabs(TabSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
@@ -51,35 +50,77 @@ void GuardedTabs::Learn(Tab& tab, IUnknown& component, DialogId dialog) {
   const auto page = surroundings_.templates.Dialog(dialog);
   if (!rows || !page.value) return;
   std::vector<FieldRow> fields = rows->Fields();
+  for (const FieldRow& row : fields) {
+    tab.fields.labels.push_back(resources::FieldLabel(row, *page.value));
+  }
   book_.Add(fields, *page.value);
-  tab.fields.Watch(std::move(fields));
+  tab.fields.touched.Watch(std::move(fields));
 }
+
+PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
+  PageFields& fields = tab.fields;
+  return {.on_loaded =
+              [this, &fields, page](IDialog& dialog) {
+                fields.dialog = &dialog;
+                fields.touched.Settle(dialog);
+                Protect(fields);
+                TellEdited(page);
+              },
+          .on_command = [&fields](ControlId control) { fields.touched.Touch(control); },
+          .on_handled = [this, page] { TellEdited(page); },
+          .on_apply =
+              [&tab](IDialog& dialog) {
+                tab.told.Forget();
+                tab.fields.touched.LookBeforeApply(dialog);
+              },
+          .on_applied = [&fields] { fields.touched.KeepUnwritten(); },
+          .on_refused =
+              [this, &fields, page](IDialog& dialog) {
+                fields.touched.SettleIfRefilled(dialog);
+                TellEdited(page);
+              },
+          .on_gone = [&fields] { fields.dialog = nullptr; }};
+}
+
+void GuardedTabs::Protect(const PageFields& fields) {
+  if (!surroundings_.protect) return;
+  for (std::size_t field = 0; field < fields.touched.Count(); ++field) {
+    const FieldRow& row = fields.touched.Row(field);
+    const std::string why = rights_.WhyReadOnly(row);
+    if (why.empty()) continue;
+    for (const ControlId control : ControlsOf(row)) {
+      surroundings_.protect(*fields.dialog, control, why);
+    }
+  }
+}
+
+void GuardedTabs::TellEdited(std::size_t page) {
+  PageFields& fields = Fields(page);
+  if (!fields.IsShown()) return;
+  fields.touched.Look(*fields.dialog);
+  if (on_edited) on_edited(page);
+}
+
+PageFields& GuardedTabs::Fields(std::size_t page) { return pages_.at(page)->fields; }
 
 HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
                             const AddPropSheetPage& add_page) {
   auto added = std::make_unique<Tab>(surroundings_, errands());
   Tab* const tab = added.get();
+  tab->fields.selection = selection_;
+  tab->fields.seen = [tab](const DirectoryObject& object, std::string_view attribute) {
+    return tab->recording.Seen(object.dn, attribute);
+  };
   // Its page lives by it, whatever the component answers.
   tabs_.push_back(std::move(added));
   for (const ldap::Entry& entry : entries_) tab->recording.Give(entry);
   return OpenTab(class_id, tab->platform, selection,
                  [&](IUnknown& component, std::unique_ptr<PropSheetPage> page) {
                    Learn(*tab, component, page->Template());
-                   const PageWatch watch{
-                       .on_loaded =
-                           [tab](IDialog& dialog) {
-                             tab->dialog = &dialog;
-                             tab->fields.Settle(dialog);
-                           },
-                       .on_command = [tab](ControlId control) { tab->fields.Touch(control); },
-                       .on_apply =
-                           [tab](IDialog& dialog) {
-                             tab->told.Forget();
-                             tab->fields.Look(dialog);
-                           }};
-                   if (!add_page(std::make_unique<WatchedPage>(std::move(page), watch))) {
-                     return false;
-                   }
+                   auto watched =
+                       std::make_unique<WatchedPage>(std::move(page), WatchOf(*tab, pages_.size()));
+                   tab->fields.page = &watched->Controller();
+                   if (!add_page(std::move(watched))) return false;
                    pages_.push_back(tab);
                    return true;
                  });
@@ -93,6 +134,7 @@ ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection) 
   }
   std::vector<std::string> attributes = ldap::BoundAttributes();
   attributes.emplace_back("objectClass");
+  attributes.emplace_back(FieldRights::kAttribute);
   ldap::StoreStatus status;
   const auto read = [&](IErrand& errand) {
     ldap::IDirectoryStore& store = surroundings_.store;
@@ -103,6 +145,9 @@ ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection) 
         refused = std::move(one);
         return false;
       }
+      rights_.Learn(entry);
+      // Long, and nobody else's business.
+      entry.attributes.erase(FieldRights::kAttribute);
       // By the name by which the tabs will ask.
       entry.dn = names[entries_.size()];
       entries_.push_back(std::move(entry));
@@ -131,6 +176,7 @@ TabsOpening GuardedTabs::Open(std::span<const DirectoryObject> selection,
                       status.text + ". " + AdviceOnReading(ldap::HresultOfLdap(status.code)),
             .is_stopped = status.code == ldap::kLdapUserCancelled};
   }
+  selection_.assign(selection.begin(), selection.end());
   const Ref<IDataObject> data_object = MakeSelectionDataObject(selection);
   HRESULT failure = S_OK;
   for (const Guid& class_id : tabs) {
@@ -151,24 +197,35 @@ std::optional<std::size_t> GuardedTabs::Commit() {
     Tab& tab = *pages_[page];
     const bool is_known = std::ranges::any_of(
         tabs, [&tab](const CommittedTab& known) { return known.recording == &tab.recording; });
-    if (!is_known)
-      tabs.push_back({.recording = &tab.recording, .page = page, .dialog = tab.dialog});
+    if (is_known) continue;
+    tabs.push_back({.recording = &tab.recording, .page = page, .dialog = tab.fields.dialog});
   }
   SheetCommit commit({.store = surroundings_.store,
                       .errands = errands(),
                       .message_box = surroundings_.platform.message_box,
                       .desk = surroundings_.desk,
+                      .history = surroundings_.history,
                       .book = book_,
                       .name_of = [this](const std::string& dn) { return NameOf(dn); }},
                      std::move(tabs));
   const std::optional<std::size_t> left = commit.Run();
   is_outdated_ = is_outdated_ || commit.has_kept_theirs();
+  SettleWritten();
   return left;
 }
 
 std::string GuardedTabs::NameOf(const std::string& dn) const {
   const auto found = names_.find(ldap::FoldCase(dn));
   return found == names_.end() ? dn : found->second;
+}
+
+void GuardedTabs::SettleWritten() {
+  for (std::size_t page = 0; page < pages_.size(); ++page) {
+    Tab& tab = *pages_[page];
+    if (!tab.fields.IsShown()) continue;
+    if (!tab.recording.HasRecorded()) tab.fields.touched.Settle(*tab.fields.dialog);
+    TellEdited(page);
+  }
 }
 
 }  // namespace pelora::session

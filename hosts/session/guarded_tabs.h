@@ -11,10 +11,15 @@
 
 #include "hosts/changes/recording_directory.h"
 #include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/store_opener.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/session/change_history.h"
 #include "hosts/session/directory_browser.h"
 #include "hosts/session/errands.h"
 #include "hosts/session/field_book.h"
+#include "hosts/session/field_rights.h"
+#include "hosts/session/page_fields.h"
+#include "hosts/session/watched_page.h"
 #include "hosts/session/writing_desk.h"
 #include "platform/platform.h"
 #include "platform/shell_extension.h"
@@ -35,6 +40,14 @@ struct TabSurroundings {
   /// Where the person is asked and told around the writing. Null: failures are shown in the
   /// platform's boxes.
   IWritingDesk* desk = nullptr;
+  /// Where it is kept what was written, to be taken back. Null: nowhere.
+  ChangeHistory* history = nullptr;
+  /// Opens the same directory for use on another thread. May be none: then nothing is looked up
+  /// beside the window.
+  ldap::StoreOpener open_another{};
+  /// Sees to it that a control of a page cannot be used, whatever the page says, and tells why. May
+  /// be none: the directory refuses what one has no right to.
+  std::function<void(IDialog& dialog, ControlId control, const std::string& why)> protect{};
 };
 
 /// How the opening of a sheet's tabs went.
@@ -80,6 +93,13 @@ class GuardedTabs {
   /// somebody else's value was kept. The sheet is to be opened anew when nothing is left in it.
   [[nodiscard]] bool is_outdated() const { return is_outdated_; }
 
+  /// The fields of a page.
+  [[nodiscard]] PageFields& Fields(std::size_t page);
+
+  /// Told whenever something on a page may have been changed, by a person or by the page; and when
+  /// it has been filled or written. May be none.
+  std::function<void(std::size_t page)> on_edited;
+
  private:
   struct Tab;
 
@@ -92,13 +112,21 @@ class GuardedTabs {
   [[nodiscard]] HRESULT AddTab(const Guid& class_id, IDataObject& selection,
                                const AddPropSheetPage& add_page);
   [[nodiscard]] std::string NameOf(const std::string& dn) const;
+  [[nodiscard]] PageWatch WatchOf(Tab& tab, std::size_t page);
+  void TellEdited(std::size_t page);
+  /// Protects the fields of a page that the user has no right to change.
+  void Protect(const PageFields& fields);
+  /// Everything is written of the tabs of which nothing is recorded any more.
+  void SettleWritten();
 
   TabSurroundings surroundings_;
   ErrandsAtOnce at_once_;
+  std::vector<DirectoryObject> selection_;
   /// As they were read, in the order of the selection.
   std::vector<ldap::Entry> entries_;
   /// What the objects are called, by `ldap::FoldCase` of their names.
   std::map<std::string, std::string> names_;
+  FieldRights rights_;
   FieldBook book_;
   bool is_outdated_ = false;
   std::vector<std::unique_ptr<Tab>> tabs_;

@@ -22,6 +22,20 @@ enum class ObjectIcon : std::uint8_t {
   kOther,
 };
 
+/// What else can be told of an object at a glance.
+enum class ObjectMark : std::uint8_t {
+  kNone,
+  kRoom,
+  kEquipment,
+  kSharedStore,
+  /// An account that nobody can log on with.
+  kDisabled,
+  /// A user who has no mailbox.
+  kNoMailbox,
+  /// A computer with a Pelora server.
+  kServer,
+};
+
 /// How the console shows objects of a directory class.
 struct ObjectClass {
   /// LDAP display name.

@@ -23,8 +23,12 @@ FoundObject FoundObjectOf(const ldap::Entry& entry) {
 
 SearchEnd FindObjects(ldap::IDirectoryStore& store, const ObjectQuery& query,
                       const FoundSink& sink) {
-  ldap::Entry root;
-  if (const ldap::StoreStatus status = store.ReadRoot(root); !status.Ok()) return EndOf(status);
+  std::string base = query.base;
+  if (base.empty()) {
+    ldap::Entry root;
+    if (const ldap::StoreStatus status = store.ReadRoot(root); !status.Ok()) return EndOf(status);
+    base = ldap::FirstValue(root, "defaultNamingContext");
+  }
   std::size_t count = 0;
   bool has_more = false;
   const auto take = [&](const ldap::Entry& entry) {
@@ -35,12 +39,13 @@ SearchEnd FindObjects(ldap::IDirectoryStore& store, const ObjectQuery& query,
     ++count;
     return sink(std::move(found));
   };
-  const ldap::StoreStatus status =
-      store.Search({.base = ldap::FirstValue(root, "defaultNamingContext"),
-                    .scope = ldap::SearchScope::kSubtree,
-                    .filter = query.filter,
-                    .attributes = {"objectClass", "name", "description", "sAMAccountName", "mail"}},
-                   take);
+  std::vector<std::string> attributes = ObjectAttributes();
+  attributes.insert(attributes.end(), {"sAMAccountName", "mail"});
+  const ldap::StoreStatus status = store.Search({.base = base,
+                                                 .scope = ldap::SearchScope::kSubtree,
+                                                 .filter = query.filter,
+                                                 .attributes = std::move(attributes)},
+                                                take);
   return has_more ? SearchEnd{.reason = SearchEnd::Reason::kOwnLimit} : EndOf(status);
 }
 

@@ -19,9 +19,11 @@ struct FoundObject {
   std::string folder;
 };
 
-/// What is searched for, below the directory's base.
+/// What is searched for.
 struct ObjectQuery {
   std::string filter;
+  /// Below which object, itself included; empty: the whole directory.
+  std::string base{};
   /// At most so many objects are given.
   std::size_t limit = std::numeric_limits<std::size_t>::max();
 };

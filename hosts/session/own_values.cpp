@@ -63,12 +63,21 @@ std::string WhyNoLogonName(const NewObjectKind& kind, const std::string& name) {
 }
 
 /// A password as the directory takes it: in quotation marks, in UTF-16.
+///
+/// In memory of its own from the beginning, so that it can be handed on without leaving a copy.
 std::string PasswordBytes(std::string_view password) {
+  constexpr std::size_t kBeyondTheObject = 64;
+  std::u16string units = ToUtf16(password);
   std::string bytes;
-  for (const char16_t unit : u'"' + ToUtf16(password) + u'"') {
+  bytes.reserve(std::max(2 * (units.size() + 2), kBeyondTheObject));
+  const auto add = [&bytes](char16_t unit) {
     bytes += static_cast<char>(unit & 0xFF);
     bytes += static_cast<char>(unit >> 8);
-  }
+  };
+  add(u'"');
+  for (const char16_t unit : units) add(unit);
+  add(u'"');
+  ldap::Wipe(units);
   return bytes;
 }
 
@@ -102,7 +111,7 @@ void StageUser(const OwnValues& values, const OwnContext& context, Stager& stage
   stager.Number("userAccountControl",
                 is_enabled ? kNormalAccount : kNormalAccount | kAccountDisabled);
   if (!has_password) return;
-  stager.Bytes("unicodePwd", PasswordBytes(values.password));
+  stager.Bytes("unicodePwd", PasswordBytes(values.password.text()));
   if (values.must_change_password) stager.Bytes("pwdLastSet", "0");
 }
 
@@ -146,7 +155,7 @@ std::string WhyIncomplete(const NewObjectKind& kind, const OwnValues& values,
     if (!reason.empty()) return reason;
   }
   const bool asks_for_password = kind.account == AccountForm::kUser && context.takes_passwords;
-  if (asks_for_password && values.password != values.confirmation) {
+  if (asks_for_password && !(values.password == values.confirmation)) {
     return "The passwords must match.";
   }
   return {};

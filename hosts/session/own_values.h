@@ -8,6 +8,7 @@
 
 #include "hosts/ldap/new_store_object.h"
 #include "hosts/session/new_object_kind.h"
+#include "hosts/session/secret.h"
 
 namespace pelora::session {
 
@@ -24,8 +25,8 @@ struct OwnValues {
   std::string logon_name;
   GroupScope scope = GroupScope::kGlobal;
   bool is_security_group = true;
-  std::string password;
-  std::string confirmation;
+  Secret password;
+  Secret confirmation;
   bool must_change_password = true;
 };
 

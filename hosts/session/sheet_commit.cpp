@@ -75,7 +75,8 @@ SheetCommit::Results SheetCommit::Write(const Plan& plan, bool stops_at_first) {
   const auto write = [&](IErrand& errand) {
     ldap::IDirectoryStore& store = surroundings_.store;
     store.StopOn(errand.give_up());
-    const changes::RunOptions options{.stops_at_first = stops_at_first, .stop = errand.stop()};
+    const changes::RunOptions options{
+        .stops_at_first = stops_at_first, .stop = errand.stop(), .log = log_.get()};
     changes::RunChanges(store, all, options, [&](std::size_t at, const Result& result) {
       results[at] = result;
       errand.Advance(at + 1, all.size() > 1 ? all.size() : 0);
@@ -95,7 +96,22 @@ SheetCommit::Results SheetCommit::Write(const Plan& plan, bool stops_at_first) {
   return results;
 }
 
+void SheetCommit::BeginLog(const Plan& plan) {
+  if (surroundings_.history == nullptr || plan.empty()) return;
+  std::vector<std::string> names;
+  std::vector<std::string> fields;
+  for (const Pending& pending : plan) {
+    names.push_back(surroundings_.name_of(pending.change.dn));
+    for (const changes::ValueChange& value : pending.change.attributes) {
+      std::string field = surroundings_.book.LabelOf(value.attribute);
+      if (std::ranges::find(fields, field) == fields.end()) fields.push_back(std::move(field));
+    }
+  }
+  log_ = surroundings_.history->Begin(std::move(names), std::move(fields));
+}
+
 std::optional<std::size_t> SheetCommit::RunAtOnce(const Plan& plan) {
+  BeginLog(plan);
   const Results results = Write(plan, true);
   const auto left = std::ranges::find_if(results, [](const Result& r) { return !r.IsDone(); });
   if (left == results.end()) return std::nullopt;
@@ -114,6 +130,7 @@ std::optional<std::size_t> SheetCommit::RunAtDesk(Plan plan) {
   const bool is_looked_at = plan.size() > 1 || surroundings_.desk->ReviewsEverything();
   if (is_looked_at && !LookAt(plan)) return PageLeft();
   const Plan whole = plan;
+  BeginLog(whole);
   while (!plan.empty()) {
     const Results results = Write(plan, false);
     std::vector<std::string> again = Resolve(plan, results);

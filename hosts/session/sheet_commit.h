@@ -4,11 +4,13 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "hosts/changes/recording_directory.h"
+#include "hosts/session/change_history.h"
 #include "hosts/session/errands.h"
 #include "hosts/session/field_book.h"
 #include "hosts/session/writing_desk.h"
@@ -33,6 +35,8 @@ struct CommitSurroundings {
   IMessageBox& message_box;
   /// May be null.
   IWritingDesk* desk = nullptr;
+  /// Where it is kept what was written, to be taken back. May be null.
+  ChangeHistory* history = nullptr;
   const FieldBook& book;
   /// What an object is called.
   std::function<std::string(const std::string& dn)> name_of;
@@ -86,6 +90,8 @@ class SheetCommit {
   [[nodiscard]] bool LookAt(Plan& plan);
   /// Sends the changes, and settles what became of them with the tabs.
   [[nodiscard]] Results Write(const Plan& plan, bool stops_at_first);
+  /// Begins to keep what will be written of a plan.
+  void BeginLog(const Plan& plan);
   /// Asks about conflicts; the objects for which an answer was given.
   [[nodiscard]] std::vector<std::string> Resolve(const Plan& plan, const Results& results);
   void Decide(const Pending& pending, const changes::Result& result,
@@ -98,6 +104,7 @@ class SheetCommit {
   std::vector<CommittedTab> tabs_;
   /// What became of each object so far, by its name.
   std::map<std::string, changes::Result> ended_;
+  std::unique_ptr<changes::IChangeLog> log_;
   /// Whether conflicts were left open: they have been seen, and need no box.
   bool is_left_open_ = false;
   bool has_kept_theirs_ = false;

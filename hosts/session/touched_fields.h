@@ -1,50 +1,100 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/dialog.h"
+#include "platform/dialog_controller.h"
 #include "platform/field_rows.h"
 
 namespace pelora::session {
 
-/// Which fields of a page a person has touched: those whose controls have reported something, or
-/// show something else than they did. Pages stage some attributes on every apply, touched or not;
-/// by this a host leaves out what nobody touched.
+/// Which fields of a page a person has changed: those that show something else than they did when
+/// the page was filled or last written, those whose value was taken away by a command, and those
+/// whose change could not be written. Pages stage some attributes on every apply, touched or not;
+/// by this a host leaves out what nobody changed. Set back to what it was, a field is unchanged.
 ///
-/// Looked at are fields whose control shows their whole value: boxes, numbers, texts, names of
-/// servers and drop-down lists. Of all others every staging counts as wanted.
+/// Compared are fields whose control shows their whole value, and lists. Of all others every
+/// staging counts as wanted, and so it does of lists: pages stage those only when they were edited.
 class TouchedFields {
  public:
   /// The page's fields, before the first is looked at.
   void Watch(std::vector<FieldRow> fields);
+  /// As they were given.
+  [[nodiscard]] const FieldRow& Row(std::size_t field) const { return fields_.at(field).row; }
+  [[nodiscard]] std::size_t Count() const { return fields_.size(); }
 
-  /// The dialog has been filled: from now on what it shows is what nobody touched.
+  /// The dialog has been filled, or written: what it shows now is what nobody has changed.
   void Settle(IDialog& dialog);
+  /// The page is about to apply: a look.
+  void LookBeforeApply(IDialog& dialog);
+  /// The page has not applied. Where it shows something else than before, it has filled itself
+  /// anew, and that is what nobody has changed.
+  void SettleIfRefilled(IDialog& dialog);
   /// A control has reported something.
   void Touch(ControlId control);
   /// Looks which fields show something else.
-  ///
-  /// Once touched, a field stays so, though it be set back: what it was set to may be written
-  /// already, or pending, and an empty field may stand for several objects' differing values.
   void Look(IDialog& dialog);
+  /// What the last look found changed could not be written: it stays changed, whatever is shown,
+  /// until it is settled. What it was set to may be pending, or written already to some objects.
+  void KeepUnwritten();
 
+  /// Whether a field was changed, by the last look.
+  [[nodiscard]] bool IsChanged(std::size_t field) const;
+  /// Whether a field's value was taken away by `RemoveValue`, and nothing put in its place.
+  [[nodiscard]] bool IsRemoved(std::size_t field) const { return fields_.at(field).is_removed; }
+  /// Whether a box was filled undecided.
+  [[nodiscard]] bool WasUndecided(std::size_t field) const;
+  /// Whether any field was changed.
+  [[nodiscard]] bool HasChangedFields() const;
+  /// Whether something was reported for which none of the compared fields accounts: it may have
+  /// changed what cannot be seen.
+  [[nodiscard]] bool HasOtherEdits() const { return has_other_edits_; }
   /// Whether what a page stages of an attribute is wanted.
   [[nodiscard]] bool IsWanted(std::string_view attribute) const;
 
+  /// Whether a field can be set back, and emptied, from outside.
+  [[nodiscard]] bool CanSetBack(std::size_t field) const;
+  /// Sets a field back to what it showed. The page hears of it as of a person's edit.
+  void SetBack(std::size_t field, IDialog& dialog, IDialogController& page);
+  /// Empties a field and takes its value from every object, though they may differ and the field
+  /// be empty for that reason.
+  void RemoveValue(std::size_t field, IDialog& dialog);
+
  private:
+  /// How a control shows its field.
+  enum class Shows : std::uint8_t {
+    kWholeValue,
+    /// Its rows; looked at only after something was reported, for there may be thousands.
+    kList,
+    /// One row of a list view.
+    kEntry,
+    /// Not all of it.
+    kLess,
+  };
   struct Field {
     FieldRow row;
-    std::string shown;
-    bool is_touched = false;
+    Shows shows = Shows::kLess;
+    std::string read{};
+    ButtonStyle read_style = ButtonStyle::kAutoCheckBox;
+    std::string shown{};
+    std::string before_apply{};
+    bool was_reported = false;
+    bool is_removed = false;
+    bool is_unwritten = false;
+
+    [[nodiscard]] bool IsChanged() const { return is_removed || is_unwritten || shown != read; }
   };
 
-  /// Fields that are looked at.
+  [[nodiscard]] static Shows HowShown(const FieldRow& row);
+
   std::vector<Field> fields_;
-  /// Attributes of fields that are not.
-  std::vector<std::string> always_;
+  /// Something was reported that no compared field accounts for.
+  bool has_other_edits_ = false;
 };
 
 }  // namespace pelora::session

@@ -16,8 +16,16 @@ struct PageWatch {
   std::function<void(IDialog& dialog)> on_loaded;
   /// A control has reported something.
   std::function<void(ControlId control)> on_command;
+  /// The page has dealt with something that was reported to it.
+  std::function<void()> on_handled;
   /// The page is about to apply.
   std::function<void(IDialog& dialog)> on_apply;
+  /// The page has applied: what it staged is recorded, and not written yet.
+  std::function<void()> on_applied;
+  /// The page has not applied.
+  std::function<void(IDialog& dialog)> on_refused;
+  /// The dialog goes.
+  std::function<void()> on_gone;
 };
 
 /// A page of a sheet with somebody who looks on. One that cannot apply is shown, though the page
@@ -41,13 +49,16 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
   }
   std::int32_t OnCommand(ControlId id, ControlNotification notification) override {
     watch_.on_command(id);
-    return page_->Controller().OnCommand(id, notification);
+    const std::int32_t answer = page_->Controller().OnCommand(id, notification);
+    watch_.on_handled();
+    return answer;
   }
   void OnListViewItemChanged(ControlId id, const ListViewItemChange& change) override {
     page_->Controller().OnListViewItemChanged(id, change);
   }
   void OnListViewDoubleClick(ControlId id, RowIndex row) override {
     page_->Controller().OnListViewDoubleClick(id, row);
+    watch_.on_handled();
   }
   [[nodiscard]] TextRole ListViewTextRole(ControlId id, RowIndex row,
                                           std::size_t column) const override {
@@ -58,10 +69,16 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     if (notification != PageNotification::kApply) return page.OnPageNotification(notification);
     if (dialog_ != nullptr) watch_.on_apply(*dialog_);
     const std::int32_t answer = page.OnPageNotification(notification);
+    if (answer == kPageApplied) {
+      watch_.on_applied();
+    } else if (dialog_ != nullptr) {
+      watch_.on_refused(*dialog_);
+    }
     return answer == kPageInvalidStay ? sheets::kPageInvalidShow : answer;
   }
   void OnDestroy() override {
     dialog_ = nullptr;
+    watch_.on_gone();
     page_->Controller().OnDestroy();
   }
 

@@ -71,7 +71,7 @@ const std::vector<SourceHelper> kSourceHelpers = {
     // Components by their identifiers, and which there are.
     {"server/component_server.h", {"session", "ctl", "windows"}},
     {"server/class_table.h", {"ldap", "windows"}},
-    {"server/console_registration.h", {"ldap", "ctl"}},
+    {"server/console_registration.h", {"ldap", "session"}},
     {"server/guid_text.h", {"ldap"}},
     // The module itself.
     {"server/module_identity.h", {"windows"}},

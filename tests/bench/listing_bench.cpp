@@ -26,7 +26,7 @@ class ShownList {
 
   /// Lists a container that is not shown yet, and is done when it shows all of it.
   void Show(const std::string& container) {
-    listing_.Show({.container = container});
+    listing_.Show({.listing = {.base = container, .below = false}, .columns = {"type", "remark"}});
     while (listing_.state() == State::kReading) {
       QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }

@@ -3,9 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  // What programs remember of their user is nobody's but the test's.
+  const QTemporaryDir settings;
+  qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
   // The same look on every machine, whatever desktop it has.
   qunsetenv("QT_QPA_PLATFORMTHEME");
   QApplication::setStyle(QStringLiteral("fusion"));

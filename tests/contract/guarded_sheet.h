@@ -48,6 +48,16 @@ class GuardedSheet {
   void ChooseRow(ControlId id, RowIndex row) {
     EXPECT_EQ(sheet_.User().SelectComboRow(id, row), UserAnswer::kDone) << id;
   }
+  /// Takes a field's value away, whatever the objects have.
+  void RemoveValue(std::string_view attribute) {
+    session::PageFields& fields = tabs_.Fields(sheet_.CurrentPage());
+    for (std::size_t field = 0; field < fields.touched.Count(); ++field) {
+      if (fields.touched.Row(field).attributes.front() != attribute) continue;
+      fields.touched.RemoveValue(field, page());
+      return;
+    }
+    ADD_FAILURE() << "there is no field " << attribute;
+  }
   void AddAddress(const std::string& address) {
     dialogs_.PlayNext([address](HeadlessUser& user) {
       user.EraseText(IDC_EMAIL_ADDRESS);

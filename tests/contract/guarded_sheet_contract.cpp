@@ -113,16 +113,36 @@ TEST_P(GuardedSheetContract, ARoomThatSomebodyMadeMeanwhileStaysARoom) {
   EXPECT_THAT(Stored("peloraResourceCapacity"), ElementsAre("12"));
 }
 
-TEST_P(GuardedSheetContract, AFieldThatIsEmptiedForUsersWhoDifferIsClearedForAll) {
+TEST_P(GuardedSheetContract, AFieldThatWasTypedIntoAndEmptiedAgainStaysAsItIsForUsersWhoDiffer) {
   Set("peloraQuotaHard", {"700"}, 1);
   GuardedSheet sheet(First(), Users());
   EXPECT_EQ(sheet.page().Text(IDC_QUOTA_HARD), "");
   sheet.Type(IDC_QUOTA_HARD, "1");
   sheet.Type(IDC_QUOTA_HARD, "");
   EXPECT_TRUE(sheet.sheet().Ok());
+  EXPECT_THAT(Stored("peloraQuotaHard"), ElementsAre("500"));
+  EXPECT_THAT(Stored("peloraQuotaHard", 1), ElementsAre("700"));
+}
+
+TEST_P(GuardedSheetContract, AValueIsTakenFromUsersWhoDifferByACommandOfItsOwn) {
+  Set("peloraQuotaHard", {"700"}, 1);
+  GuardedSheet sheet(First(), Users());
+  sheet.RemoveValue("peloraQuotaHard");
+  EXPECT_TRUE(sheet.sheet().Ok());
   for (std::size_t user = 0; user < Users().size(); ++user) {
     EXPECT_THAT(Stored("peloraQuotaHard", user), IsEmpty());
   }
+}
+
+TEST_P(GuardedSheetContract, AFieldThatIsSetBackIsNotSent) {
+  FaultStore store(First());
+  GuardedSheet sheet(store, {User()});
+  sheet.Click(IDC_PELORA_HIDDEN);
+  sheet.Click(IDC_PELORA_HIDDEN);
+  sheet.Type(IDC_QUOTA_HARD, "600");
+  sheet.Type(IDC_QUOTA_HARD, "500");
+  EXPECT_TRUE(sheet.sheet().Ok());
+  EXPECT_THAT(store.changed, IsEmpty());
 }
 
 TEST_P(GuardedSheetContract, OkWithoutAnEditSendsNothing) {

@@ -123,7 +123,11 @@ TEST_P(NewObjectContract, AnyOtherFailureShowsItsCodeAndMayBeTriedAgain) {
     Console().FailCommit();
     Console().AwaitBox();
     Finish();
-    EXPECT_EQ(Console().TakeBox(), ErrorBox("Unknown error occured", "0X80070005"));
+    const TabBox box = Console().TakeBox();
+    const TabBox expected = ErrorBox("Unknown error occured", "0X80070005");
+    EXPECT_EQ(box.caption, expected.caption);
+    // A console may go on with what the directory said.
+    EXPECT_TRUE(box.text.starts_with(expected.text)) << box.text;
     EXPECT_TRUE(Console().IsOpen());
     EXPECT_EQ(Stored(name), Lines{"none"});
     Console().Finish();

@@ -66,6 +66,9 @@ class TabConsole {
   [[nodiscard]] virtual bool IsOpen() const = 0;
   /// Whether what a page writes on every apply is written though nobody touched it.
   [[nodiscard]] virtual bool WritesUntouched() const { return true; }
+  /// Whether the console itself judges what is typed, holds OK and Apply while it is wrong, and
+  /// takes a field that is set back for unchanged.
+  [[nodiscard]] virtual bool LooksAfterFields() const { return false; }
 
   /// The `nth` staging of an attribute, and the `nth` writing of an object, from now on fail for
   /// want of rights.

@@ -3,6 +3,7 @@
 # scripts, and the sample company in memory.
 set(contract "${PROJECT_SOURCE_DIR}/tests/contract")
 add_library(pelora_sample_console STATIC
+  "${contract}/same_edits.cpp" "${contract}/same_edits.h"
   "${contract}/tab_company.cpp" "${contract}/tab_company.h"
   "${contract}/tab_console.cpp" "${contract}/tab_console.h"
   "${contract}/tab_scripts.cpp" "${contract}/tab_scripts.h")

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "tests/contract/same_edits.h"
+
 namespace pelora::contract {
 namespace {
 
@@ -12,12 +14,25 @@ using Lines = std::vector<std::string>;
 constexpr ControlId kFirstControl = 200;
 constexpr ControlId kLastControl = 299;
 
+void ClickUntil(TabConsole& console, ControlId box, CheckState wanted) {
+  constexpr int kStates = 3;
+  EXPECT_TRUE(console.Page().IsEnabled(box)) << box;
+  for (int click = 0; click < kStates && console.Page().Check(box) != wanted; ++click) {
+    console.User().Click(box);
+  }
+  EXPECT_EQ(console.Page().Check(box), wanted) << box;
+}
+
 void PlayStep(TabConsole& console, const TabStep& step) {
   using enum TabStep::Act;
   switch (step.act) {
     case kClick:
       EXPECT_TRUE(console.Page().IsEnabled(step.control)) << step.control;
       return console.User().Click(step.control);
+    case kTick:
+      return ClickUntil(console, step.control, CheckState::kChecked);
+    case kUntick:
+      return ClickUntil(console, step.control, CheckState::kUnchecked);
     case kType:
       console.User().Erase(step.control);
       console.User().Type(step.control, step.text);
@@ -43,6 +58,16 @@ void PlayStep(TabConsole& console, const TabStep& step) {
 
 void PlaySteps(TabConsole& console, const std::vector<TabStep>& steps) {
   for (const TabStep& step : steps) PlayStep(console, step);
+}
+
+std::string PlaySameEdits(TabConsole& console) {
+  for (const SameEdit& edit : SameEdits()) {
+    console.Open(edit.component, edit.objects);
+    PlaySteps(console, edit.steps);
+    console.ClickApply();
+    console.Close();
+  }
+  return DumpOf([&console](const std::string& name) { return console.Stored(name); });
 }
 
 void TabContract::Open(std::size_t count) {

@@ -36,6 +36,10 @@ using TabContractCase = std::tuple<TabConsoleFactory, std::size_t>;
 /// Does on the console's tab what a script says.
 void PlaySteps(TabConsole& console, const std::vector<TabStep>& steps);
 
+/// Makes the edits that every face makes (same_edits.h) on the console's tabs, and gives the dump
+/// of what they leave.
+[[nodiscard]] std::string PlaySameEdits(TabConsole& console);
+
 class TabContract : public ::testing::TestWithParam<TabContractCase> {
  protected:
   [[nodiscard]] TabConsole& Console() { return *console_; }

@@ -4,6 +4,7 @@
 
 #include "tests/contract/features_tab_contract.h"
 #include "tests/contract/headless_tab_console.h"
+#include "tests/contract/same_edits.h"
 #include "tests/contract/user_tab_contract.h"
 #include "tests/unit/page_bench.h"
 
@@ -36,6 +37,10 @@ std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<MemoryConsol
 INSTANTIATE_TEST_SUITE_P(Headless, TabContract, EveryTab(&MakeConsole), TabName);
 INSTANTIATE_TEST_SUITE_P(Headless, FeaturesTabContract, ::testing::Values(&MakeConsole));
 INSTANTIATE_TEST_SUITE_P(Headless, UserTabContract, ::testing::Values(&MakeConsole));
+
+TEST(SameEdits, LeaveWhatEveryFaceLeaves) {
+  EXPECT_EQ(PlaySameEdits(*MakeConsole()), SameEditsDump());
+}
 
 TEST(TabScripts, ThereIsOneForEveryTab) {
   std::set<std::string> tabs;

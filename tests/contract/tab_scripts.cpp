@@ -30,6 +30,8 @@ const std::string kEveryone = "CN=Rundschreiben,OU=Gruppen," + kCompany;
 const std::string kSecondServer = "CN=mail02,OU=Groupware Servers," + kBase;
 
 TabStep Click(ControlId control) { return {.control = control}; }
+TabStep Tick(ControlId control) { return {.act = TabStep::Act::kTick, .control = control}; }
+TabStep Untick(ControlId control) { return {.act = TabStep::Act::kUntick, .control = control}; }
 TabStep Type(ControlId control, std::string text) {
   return {.act = TabStep::Act::kType, .control = control, .text = std::move(text)};
 }
@@ -84,9 +86,8 @@ TabScript User() {
                  {"mail", {"saal@linden-werke.example"}},
                  {"otherMailbox", {"b.kraemer@linden-werke.example"}},
                  {"peloraSendAsPrivilege", {kAnna, kHelga}}},
-      .steps_for_three = {Click(IDC_PELORA_ACCOUNT), Click(IDC_PELORA_ACCOUNT),
-                          ChooseRow(IDC_ACCOUNT_TYPE, 1), Click(IDC_QUOTA_OVERRIDE),
-                          Type(IDC_QUOTA_WARN, "5")},
+      .steps_for_three = {Tick(IDC_PELORA_ACCOUNT), ChooseRow(IDC_ACCOUNT_TYPE, 1),
+                          Tick(IDC_QUOTA_OVERRIDE), Type(IDC_QUOTA_WARN, "5")},
       .writes_to_three = {{"peloraAccount", {"1"}},
                           {"peloraAdmin", {"0"}},
                           {"peloraSharedStoreOnly", {"1"}},
@@ -115,8 +116,7 @@ TabScript Contact() {
                  {"mail", {"buero@papier-oelsnitz.example"}},
                  {"otherMailbox", {"bestellung@papier-oelsnitz.example", "größe@papier.example"}},
                  {"peloraSendAsPrivilege", {kEveryone}}},
-      .steps_for_three = {Click(IDC_PELORA_ACCOUNT), Click(IDC_PELORA_ACCOUNT),
-                          Click(IDC_PELORA_HIDDEN)},
+      .steps_for_three = {Tick(IDC_PELORA_ACCOUNT), Untick(IDC_PELORA_HIDDEN)},
       .writes_to_three = {{"peloraAccount", {"1"}}, {"peloraHidden", {"0"}}},
   };
 }
@@ -136,7 +136,7 @@ TabScript Distlist() {
                  {"mail", {"rd@linden-werke.example"}},
                  {"otherMailbox", {"rd2@linden-werke.example"}},
                  {"peloraSendAsPrivilege", {kHelga}}},
-      .steps_for_three = {Click(IDC_PELORA_ACCOUNT), Click(IDC_PELORA_HIDDEN)},
+      .steps_for_three = {Untick(IDC_PELORA_ACCOUNT), Tick(IDC_PELORA_HIDDEN)},
       .writes_to_three = {{"peloraAccount", {"0"}}, {"peloraHidden", {"1"}}},
   };
 }
@@ -180,7 +180,7 @@ TabScript DynamicDistlist() {
                  {"mail", {"sell@linden-werke.example"}},
                  {"otherMailbox", {"chemnitz@linden-werke.example"}}},
       .steps_for_three = {TypeAddress("nobody@linden-werke.example"), Click(IDC_EMAIL_ADD),
-                          Type(IDC_SEARCH_QUERY, "(sn=*)"), Click(IDC_PELORA_HIDDEN)},
+                          Type(IDC_SEARCH_QUERY, "(sn=*)"), Untick(IDC_PELORA_HIDDEN)},
       .writes_to_three = {{"peloraFilter", {"(sn=*)"}}, {"peloraHidden", {"0"}}},
   };
 }
@@ -210,8 +210,7 @@ TabScript Company() {
                  {"peloraHidden", {"1"}},
                  {"peloraSystemAdmin", {kHelga}},
                  {"peloraCompanyServer", {"mail02"}}},
-      .steps_for_three = {Pick({kSecondServer}), Click(IDC_SERVER_SELECT),
-                          Click(IDC_PELORA_HIDDEN)},
+      .steps_for_three = {Pick({kSecondServer}), Click(IDC_SERVER_SELECT), Tick(IDC_PELORA_HIDDEN)},
       .writes_to_three = {{"peloraHidden", {"1"}}, {"peloraCompanyServer", {"mail02"}}},
   };
 }
@@ -235,8 +234,7 @@ TabScript CompanyQuota() {
                  {"peloraUserDefaultQuotaHard", {"101"}},
                  {"peloraUserDefaultQuotaOverride", {"0"}},
                  {"peloraQuotaUserWarningRecipients", {kBoss}}},
-      .steps_for_three = {Click(IDC_USER_QUOTA_OVERRIDE), Click(IDC_USER_QUOTA_OVERRIDE),
-                          Type(IDC_USER_QUOTA_HARD, "7")},
+      .steps_for_three = {Tick(IDC_USER_QUOTA_OVERRIDE), Type(IDC_USER_QUOTA_HARD, "7")},
       .writes_to_three = {{"peloraUserDefaultQuotaOverride", {"1"}},
                           {"peloraUserDefaultQuotaHard", {"7"}}},
   };

@@ -19,6 +19,10 @@ inline constexpr std::string_view kSampleBase = "DC=linden-werke,DC=example";
 struct TabStep {
   enum class Act {
     kClick,
+    /// Clicks a box until it is checked, or unchecked; in which order its states come is the
+    /// console's affair.
+    kTick,
+    kUntick,
     /// Replaces a text.
     kType,
     /// Clicks the row of a text in a list box.

@@ -82,6 +82,8 @@ TEST_P(UserTabContract, TheSameAddressTwiceIsShownTwice) {
 }
 
 TEST_P(UserTabContract, AnAddressOfBlanksIsAccepted) {
+  // Held in its dialog otherwise.
+  if (Console().LooksAfterFields()) return;
   OpenWith({});
   EnterAddress(IDC_EMAIL_ADD, "  ");
   EXPECT_EQ(Addresses(), (Lines{"  ", "A@X.TEST"}));
@@ -141,8 +143,8 @@ TEST_P(UserTabContract, TheSameTextIsNoChangeAlthoughThePageIsModified) {
   OpenWith({"b@x.test"});
   ClickAddress("b@x.test");
   EnterAddress(IDC_EMAIL_MODIFY, "b@x.test");
-  EXPECT_TRUE(Console().IsApplyEnabled());
-  EXPECT_EQ(Apply(), Lines{});
+  EXPECT_EQ(Console().IsApplyEnabled(), !Console().LooksAfterFields());
+  EXPECT_EQ(Ok(), Lines{});
 }
 
 TEST_P(UserTabContract, AModifiedDefaultIsWrittenToMail) {
@@ -182,6 +184,8 @@ TEST_P(UserTabContract, DeletingEveryAddressEmptiesTheOthersAndLeavesMail) {
   User().Click(IDC_EMAIL_DELETE);
   EXPECT_EQ(Addresses(), Lines{});
   EXPECT_EQ(Buttons(), "");
+  EXPECT_EQ(Console().IsApplyEnabled(), !Console().LooksAfterFields());
+  if (Console().LooksAfterFields()) return;
   EXPECT_EQ(Apply(), (Lines{"otherMailbox: none", "peloraAdmin: 0", "peloraSharedStoreOnly: 1"}));
 }
 
@@ -197,8 +201,8 @@ TEST_P(UserTabContract, TheDefaultAsDefaultAgainWritesNothingAlthoughThePageIsMo
   OpenWith({"b@x.test"});
   ClickAddress("A@X.TEST");
   User().Click(IDC_EMAIL_DEFAULT);
-  EXPECT_TRUE(Console().IsApplyEnabled());
-  EXPECT_EQ(Apply(), Lines{});
+  EXPECT_EQ(Console().IsApplyEnabled(), !Console().LooksAfterFields());
+  EXPECT_EQ(Ok(), Lines{});
 }
 
 TEST_P(UserTabContract, ADeletedDefaultLeavesTwoOfThemBehindWhenAThirdIsSet) {

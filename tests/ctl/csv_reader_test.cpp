@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "hosts/ctl/text/csv_writer.h"
+#include "hosts/ctl/fields/fields.h"
 
 namespace pelora::ctl {
 namespace {

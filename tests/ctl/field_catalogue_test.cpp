@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/ctl/fields/field_catalogue.h"
-
 #include <gmock/gmock.h>
 
 #include "hosts/ctl/ctl_error.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/fields/offline_catalogue.h"
 #include "hosts/ctl/fields/wish_maker.h"
 #include "hosts/ctl/objects/change_table.h"
@@ -38,6 +37,12 @@ TEST_F(FieldCatalogueTest, AFieldThatIsAddedToATabIsAField) {
   EXPECT_NO_THROW(CheckAssignments(wanted, catalogue));
   EXPECT_NO_THROW(ChangeTable("dn,Description\n", "t", catalogue, false));
   EXPECT_THROW(ChangeTable("dn,peloraHidden\n", "t", catalogue, false), WrongUsage);
+}
+
+TEST_F(FieldCatalogueTest, TablesMayHaveTheColumnsThatTheConsoleShowsOfEveryObject) {
+  EXPECT_NO_THROW(ChangeTable("dn,name,type,folder,logon,remark,created,changed,problem,field\n",
+                              "t", offline_.catalogue, false));
+  EXPECT_THROW(ChangeTable("dn,shoe-size\n", "t", offline_.catalogue, false), WrongUsage);
 }
 
 TEST_F(FieldCatalogueTest, FieldsStandInTheOrderOfTheTabs) {

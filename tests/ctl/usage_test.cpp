@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 #include "tests/ctl/peloractl.h"
 
 namespace pelora::testing {
@@ -149,6 +151,8 @@ TEST_F(UsageTest, TheSampleCompanyIsMadeAtFirstUse) {
   const ProgramRun run = Bare({"--sample", "list", "user"});
   EXPECT_EQ(run.code, 0) << run.errors;
   EXPECT_THAT(run.output, HasSubstr("Helga Önder"));
+  // As the handbook says.
+  EXPECT_TRUE(std::filesystem::exists(File("data/pelora-console/sample-company.ldb")));
 }
 
 TEST_F(UsageTest, OptionsOfTheConnectionStandBeforeOrBehindTheCommand) {

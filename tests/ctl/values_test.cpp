@@ -2,10 +2,10 @@
 #include <gmock/gmock.h>
 
 #include "hosts/ctl/fields/address_list.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/results/json_line.h"
 #include "hosts/ctl/results/result_text.h"
 #include "hosts/ctl/text/assignment.h"
-#include "hosts/ctl/text/list_text.h"
 #include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {

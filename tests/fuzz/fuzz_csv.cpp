@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/text/csv_reader.h"
-#include "hosts/ctl/text/csv_writer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using pelora::ctl::CsvReader;

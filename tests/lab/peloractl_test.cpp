@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The built command line on a domain, with the administrator's ticket and with one that may write
 // nothing.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-
-#include "tests/lab/lab_test.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/lab/peloractl_lab.h"
 
 namespace pelora::lab {
 namespace {
@@ -18,56 +10,6 @@ using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
-
-struct ProgramRun {
-  int code = -1;
-  std::string output;
-  std::string errors;
-};
-
-class LabPeloractl : public ::testing::Test {
- protected:
-  LabPeloractl() {
-    static int number = 0;
-    container_ = "OU=Ctl " + std::to_string(++number) + ",OU=Contract," + Base();
-    administrator_.Add(container_, {{"objectClass", {"organizationalUnit"}}});
-    const std::string suffix = std::to_string(number);
-    ada_ = AddUser("Ada " + suffix, "ctl-ada" + suffix);
-    ben_ = AddUser("Ben Önder\\, Dr. " + suffix, "ctl-ben" + suffix);
-  }
-
-  std::string AddUser(const std::string& name, const std::string& logon_name) {
-    std::string dn = "CN=" + name + "," + container_;
-    administrator_.Add(dn, {{"objectClass", {"user"}},
-                            {"sAMAccountName", {logon_name}},
-                            {"mail", {logon_name + "@pelora.test"}},
-                            {"peloraAccount", {"1"}}});
-    return dn;
-  }
-
-  /// Runs the program on the domain; the arguments are a shell's.
-  [[nodiscard]] ProgramRun Ctl(const std::string& arguments,
-                               const std::string& user = kAdministrator) const {
-    const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(user));
-    const std::string command = std::string(PELORACTL) + " --server " + Server() + " " + arguments +
-                                " > '" + folder_.File("out") + "' 2> '" + folder_.File("err") + "'";
-    const int status = std::system(command.c_str());
-    return {.code = WEXITSTATUS(status),
-            .output = Contents(folder_.File("out")),
-            .errors = Contents(folder_.File("err"))};
-  }
-  [[nodiscard]] static std::string Contents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  [[nodiscard]] static std::string Quoted(const std::string& text) { return "'" + text + "'"; }
-
-  LabAdministrator administrator_;
-  std::string container_;
-  std::string ada_;
-  std::string ben_;
-  pelora::testing::TemporaryFolder folder_;
-};
 
 TEST_F(LabPeloractl, SelectedUsersAreChangedAndTakenBack) {
   const std::string undo = Quoted(folder_.File("undo"));
@@ -100,6 +42,14 @@ TEST_F(LabPeloractl, WhoMayNotWriteIsToldWithTheCode) {
   EXPECT_THAT(run.output, AllOf(HasSubstr("\"result\":\"failed\""), HasSubstr("0X80070005")));
 }
 
+TEST_F(LabPeloractl, AnUndoFileOfWhatWasNotDoneIsNotLeft) {
+  const ProgramRun run =
+      Ctl("set " + Quoted(ada_) + " peloraHidden=yes --undo-file " + Quoted(folder_.File("undo")),
+          kHelper);
+  EXPECT_THAT(run.output, StartsWith("failed\t"));
+  EXPECT_FALSE(std::ifstream(folder_.File("undo")).is_open());
+}
+
 TEST_F(LabPeloractl, ADryRunIsWhatLdapmodifyApplies) {
   const ProgramRun dry = Ctl("set --dry-run " + Quoted(ada_) + " mail=new@pelora.test");
   EXPECT_EQ(dry.code, 0) << dry.errors;
@@ -108,6 +58,24 @@ TEST_F(LabPeloractl, ADryRunIsWhatLdapmodifyApplies) {
                                  folder_.File("dry.ldif") + "'"));
   const ProgramRun run = Ctl("set " + Quoted(ada_) + " mail=new@pelora.test");
   EXPECT_THAT(run.output, StartsWith("unchanged\t"));
+}
+
+TEST_F(LabPeloractl, ADryRunNamesDeletedObjectsAsTheServerFindsThem) {
+  const std::string gone = AddUser("Gone", "ctl-gone" + ada_.substr(7, 1));
+  administrator_.Set(ada_, "peloraSendAsPrivilege", {ben_, gone});
+  administrator_.Remove(gone);
+  const std::string stored = LdapSearch(ada_, {"peloraSendAsPrivilege"}).front();
+  ASSERT_THAT(stored, HasSubstr("0ADEL:"));
+  const std::string name = stored.substr(stored.find(": ") + 2);
+  const ProgramRun dry =
+      Ctl("set --dry-run " + Quoted(ada_) + " " + Quoted("peloraSendAsPrivilege-=" + name));
+  EXPECT_THAT(dry.errors, StartsWith("changed\t"));
+  // In base64 as all that begins with the sign: <GUID=
+  EXPECT_THAT(dry.output, HasSubstr("peloraSendAsPrivilege:: PEdVSUQ9"));
+  std::ofstream(folder_.File("dry.ldif"), std::ios::binary) << dry.output;
+  EXPECT_NO_THROW((void)OutputOf("ldapmodify -N -Q -Y GSSAPI -H ldap://" + Server() + " -f '" +
+                                 folder_.File("dry.ldif") + "'"));
+  EXPECT_THAT(LdapSearch(ada_, {"peloraSendAsPrivilege"}), ElementsAre(Not(HasSubstr("0ADEL"))));
 }
 
 TEST_F(LabPeloractl, AUserIsMadeWithAPasswordAndTakenBack) {

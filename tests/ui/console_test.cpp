@@ -69,6 +69,8 @@ std::vector<std::string> Difference(const EntryLines& before, const EntryLines& 
 
 OpenCompany::OpenCompany()
     : module_(resources::ResourceFile::Read(resources::EmbeddedResourceBytes())) {
+  // What is kept for the user is kept for the test alone.
+  qputenv("XDG_DATA_HOME", QByteArray::fromStdString(file_.File("data")));
   if (!module_.value) throw std::runtime_error(module_.error);
   session::SessionResult opened = session::OpenDirectoryFile(file());
   if (!opened.session) throw std::runtime_error(opened.error);

@@ -3,6 +3,7 @@
 // extensions write is held on every console at once.
 #include "hosts/console/text/qt_text.h"
 #include "resources/resource.h"
+#include "tests/contract/same_edits.h"
 #include "tests/ui/new_object_test.h"
 
 namespace pelora::test {
@@ -47,6 +48,30 @@ TEST_F(NewObjectKinds, AUserWithAnAccount) {
                    "peloraSharedStoreOnly: 0", "peloraUserServer: mail02", "sAMAccountName: jneu",
                    "sn: Neu", "userAccountControl: 512",
                    "userPrincipalName: jneu@linden-werke.example"}));
+}
+
+TEST_F(NewObjectKinds, TheUserThatEveryFaceMakes) {
+  using contract::SameNewUser;
+  Open("user");
+  wizard().Write("own_name", SameNewUser::kName);
+  wizard().Write("own_logon_name", SameNewUser::kLogonName);
+  wizard().Next();
+  wizard().user().Click(IDC_CREATE_PELORA);
+  wizard().user().ChooseComboRow(IDC_ACCOUNT_TYPE, 2);
+  wizard().user().Type(IDC_CAPACITY, SameNewUser::kCapacity);
+  wizard().user().Click(IDC_PELORA_HIDDEN);
+  wizard().user().Type(IDC_NEW_ADDRESS, SameNewUser::kAddress);
+  wizard().choosers().Choose({std::string("LDAP://") + SameNewUser::kServer});
+  wizard().user().Click(IDC_SERVER_SELECT);
+  wizard().Next();
+  wizard().Finish();
+  ldap::Entry made;
+  ASSERT_TRUE(
+      OpenFile()->store->Read(Below(std::string("CN=") + SameNewUser::kName), {}, made).Ok());
+  EXPECT_EQ(contract::NewUserDump([&](std::string_view attribute) {
+              return made.attributes[std::string(attribute)];
+            }),
+            contract::kSameNewUserDump);
 }
 
 TEST_F(NewObjectKinds, AContactWithoutPelora) {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The console's own first page, and the passwords that it asks for.
+#include <sys/prctl.h>
+
 #include <QLabel>
 #include <QLineEdit>
 
@@ -142,6 +144,22 @@ TEST_F(NewObjectPassword, ThePasswordsMustMatch) {
     const auto* edit = wizard().wizard().findChild<QLineEdit*>(QLatin1String(field));
     EXPECT_EQ(edit->echoMode(), QLineEdit::Password);
   }
+}
+
+TEST_F(NewObjectPassword, NobodyCanDumpTheProgramWhileAPasswordIsTyped) {
+  ASSERT_EQ(prctl(PR_GET_DUMPABLE), 1);
+  NameUser();
+  EXPECT_EQ(prctl(PR_GET_DUMPABLE), 1);
+  wizard().Write("own_password", "G");
+  EXPECT_EQ(prctl(PR_GET_DUMPABLE), 0);
+  wizard().Write("own_confirmation", "G");
+  wizard().Write("own_password", "");
+  EXPECT_EQ(prctl(PR_GET_DUMPABLE), 0) << "the other field holds it still";
+  wizard().Write("own_confirmation", "");
+  EXPECT_EQ(prctl(PR_GET_DUMPABLE), 1);
+  wizard().Write("own_password", "G");
+  wizard().Destroy();
+  EXPECT_EQ(prctl(PR_GET_DUMPABLE), 1);
 }
 
 TEST_F(NewObjectPassword, ThePasswordGoesWithTheOneAddAndTheAccountIsEnabled) {

@@ -36,8 +36,13 @@ OpenSheet::OpenSheet(session::DirectorySession& session, const resources::Resour
            .platform = platform_.platform(),
            .templates = module,
            .between = Between(faults.plan),
-           .desk = faults.desk},
-          nullptr)) {
+           .errands = faults.errands,
+           .desk = faults.desk,
+           .history = faults.history,
+           .open_another = session.open_another},
+          nullptr, [this](const session::DirectoryObject& object, QWidget& /*from*/) {
+            asked_for_.push_back(object.name);
+          })) {
   if (!result_.sheet) throw std::runtime_error(console::ToUtf8(result_.error));
   sheet().show();
   sheet().activateWindow();
@@ -46,6 +51,16 @@ OpenSheet::OpenSheet(session::DirectorySession& session, const resources::Resour
 }
 
 bool OpenSheet::IsApplyEnabled() const { return sheet().ApplyButton().isEnabled(); }
+
+bool OpenSheet::IsOkEnabled() const {
+  return sheet().findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled();
+}
+
+std::string OpenSheet::Said() const { return console::ToUtf8(fields().foot().note().text); }
+
+void OpenSheet::AwaitAnswers() {
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !fields().IsAsking(); }));
+}
 
 void OpenSheet::ClickOk() { Click(sheet(), QDialogButtonBox::Ok); }
 

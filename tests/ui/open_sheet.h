@@ -24,6 +24,10 @@ struct SheetFaults {
   std::shared_ptr<pelora::testing::FaultPlan> plan{};
   /// Where the writing is talked about; null: in boxes.
   session::IWritingDesk* desk = nullptr;
+  /// Who does what takes its time; null: it is done at once.
+  session::IErrands* errands = nullptr;
+  /// Where it is kept what was written; null: nowhere.
+  session::ChangeHistory* history = nullptr;
 };
 
 /// A selection's property sheet on the screen, over a directory, with the person in front of it.
@@ -32,6 +36,9 @@ class OpenSheet {
   OpenSheet(session::DirectorySession& session, const resources::ResourceFile& module,
             const std::vector<session::DirectoryObject>& selection, const SheetFaults& faults = {});
 
+  /// Names of objects whose settings somebody asked for, in their order.
+  [[nodiscard]] const std::vector<std::string>& asked_for() const { return asked_for_; }
+
   [[nodiscard]] console::QtPropertySheet& sheet() const { return *result_.sheet; }
   /// The dialog of the first page.
   [[nodiscard]] console::QtDialog& dialog() const { return *sheet().Dialog(0); }
@@ -39,6 +46,12 @@ class OpenSheet {
   [[nodiscard]] pelora::testing::FakeChoosers& choosers() { return choosers_; }
   [[nodiscard]] bool IsOpen() const { return sheet().isVisible(); }
   [[nodiscard]] bool IsApplyEnabled() const;
+  [[nodiscard]] bool IsOkEnabled() const;
+  /// What the line below the pages says.
+  [[nodiscard]] std::string Said() const;
+  /// Waits until the directory has answered everything that it was asked beside the window.
+  void AwaitAnswers();
+  [[nodiscard]] console::SheetFields& fields() const { return *result_.fields; }
   void ClickOk();
   void ClickCancel();
   void ClickApply();
@@ -51,6 +64,7 @@ class OpenSheet {
   console::QtMessageBox message_box_;
   pelora::testing::FakeChoosers choosers_;
   console::ConsolePlatform platform_;
+  std::vector<std::string> asked_for_;
   console::SheetResult result_;
   std::optional<contract::QtPlayer> player_;
 };

@@ -15,6 +15,7 @@
 #include "resources/resource.h"
 #include "server/class_table.h"
 #include "tests/contract/features_tab_contract.h"
+#include "tests/contract/same_edits.h"
 #include "tests/contract/tab_contract.h"
 #include "tests/contract/user_tab_contract.h"
 #include "tests/support/fault_store.h"
@@ -103,6 +104,7 @@ class QtConsole final : public TabConsole {
   void ClickOk() override { sheet_->ClickOk(); }
   [[nodiscard]] bool IsOpen() const override { return sheet_->IsOpen(); }
   [[nodiscard]] bool WritesUntouched() const override { return false; }
+  [[nodiscard]] bool LooksAfterFields() const override { return true; }
 
   void FailPut(const std::string& attribute, std::size_t nth) override {
     plan_->FailAttribute(pelora::testing::FaultPoint::kPut, attribute, nth, E_ACCESSDENIED);
@@ -153,6 +155,11 @@ std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<QtConsole>()
 INSTANTIATE_TEST_SUITE_P(Qt, TabContract, EveryTab(&MakeConsole), TabName);
 INSTANTIATE_TEST_SUITE_P(Qt, FeaturesTabContract, ::testing::Values(&MakeConsole));
 INSTANTIATE_TEST_SUITE_P(Qt, UserTabContract, ::testing::Values(&MakeConsole));
+
+TEST(SameEdits, LeaveWhatEveryFaceLeaves) {
+  EXPECT_EQ(PlaySameEdits(*MakeConsole()), SameEditsDump());
+}
+
 INSTANTIATE_TEST_SUITE_P(Qt, TabLooks, EveryTab(&MakeConsole), TabName);
 
 TEST(TabsOfOneSheet, AreAppliedTogether) {

@@ -8,6 +8,7 @@
 
 #include "hosts/console/errands/errand_dialog.h"
 #include "hosts/console/writing/conflict_dialog.h"
+#include "hosts/console/writing/history_dialog.h"
 #include "hosts/console/writing/result_dialog.h"
 #include "hosts/console/writing/review_dialog.h"
 #include "tests/ui/dark_theme.h"
@@ -100,6 +101,15 @@ void LookAtAll(const std::string& theme) {
   std::vector<session::ShownConflict> conflicts = SampleConflicts();
   console::ConflictDialog conflict(conflicts, nullptr);
   LookAt(conflict, "conflicts-" + theme);
+  const std::vector<session::PastChange> past = {
+      {.id = "2",
+       .when = std::chrono::system_clock::time_point(std::chrono::hours(470000)),
+       .objects = {"Birgit Krämer", "Rolf Uhlig", kMarkup, kLongName},
+       .fields = {"Hide from addressbook", "Hard limit"},
+       .is_undone = true},
+      {.id = "1", .when = {}, .objects = {kLongName}, .fields = {"Hard limit"}}};
+  console::HistoryDialog history([&past] { return past; }, nullptr);
+  LookAt(history, "history-" + theme);
   console::ErrandDialog errand(QStringLiteral("Writing the changes of 5000 objects..."), nullptr);
   errand.ShowProgress(1200, 5000);
   LookAt(errand, "errand-" + theme);

@@ -9,11 +9,11 @@
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <random>
 #include <stdexcept>
 #include <thread>
 
+#include "tests/support/long_form.h"
 #include "tests/unit/ldb_bench.h"
 
 namespace pelora::ldap {
@@ -22,10 +22,7 @@ namespace {
 using std::chrono::microseconds;
 
 /// Enough to see it; many more are run by hand (tests/long.sh).
-int Rounds() {
-  const char* const rounds = std::getenv("PELORA_KILL_ROUNDS");
-  return rounds == nullptr ? 12 : std::stoi(rounds);
-}
+int Rounds() { return static_cast<int>(pelora::testing::RoundsOr(12)); }
 
 /// Another program that writes one number after the other, each to several attributes by one
 /// change, and tells of each when it is done.

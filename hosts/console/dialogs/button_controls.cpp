@@ -72,6 +72,12 @@ void AutoCheckBox::SetStyleKind(ButtonStyle style) {
 }
 
 void AutoCheckBox::nextCheckState() {
+  if (undecided_order_) {
+    const bool is_checked = checkState() == Qt::Checked;
+    const bool is_undecided = checkState() == Qt::PartiallyChecked;
+    return setCheckState(is_undecided ? Qt::Checked
+                                      : (is_checked ? Qt::Unchecked : Qt::PartiallyChecked));
+  }
   const bool has_third = style_ == ButtonStyle::kAutoThreeState;
   switch (checkState()) {
     case Qt::Unchecked:

@@ -30,12 +30,16 @@ class AutoCheckBox final : public QCheckBox {
   [[nodiscard]] ButtonStyle style_kind() const { return style_; }
   /// The state stays: a two-state box may show the third state until it is clicked.
   void SetStyleKind(ButtonStyle style);
+  /// Whether clicks lead from the third state to checked, unchecked and back to the third, whatever
+  /// the style: a box that stands for several objects goes back to leaving each as it is.
+  void SetUndecidedOrder(bool undecided) { undecided_order_ = undecided; }
 
  protected:
   void nextCheckState() override;
 
  private:
   ButtonStyle style_;
+  bool undecided_order_ = false;
 };
 
 class CheckBoxControl final : public DialogControl {

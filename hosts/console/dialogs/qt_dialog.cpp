@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "hosts/console/dialogs/control_factory.h"
+#include "hosts/console/text/plain_text.h"
 
 namespace pelora::console {
 
@@ -71,12 +72,26 @@ void QtDialog::SetText(ControlId id, std::string_view text) {
   if (DialogControl* control = Find(id)) control->SetText(text);
 }
 
+void QtDialog::SetReadOnly(ControlId id, const QString& why) {
+  DialogControl* const control = Find(id);
+  if (control == nullptr || !read_only_.try_emplace(id, control->IsEnabled()).second) return;
+  control->SetEnabled(false);
+  control->widget().setToolTip(PlainToolTip(why));
+  control->widget().setAccessibleDescription(why);
+  control->widget().setProperty(kWhyReadOnly, why);
+}
+
 bool QtDialog::IsEnabled(ControlId id) const {
+  if (const auto kept = read_only_.find(id); kept != read_only_.end()) return kept->second;
   const DialogControl* control = Find(id);
   return control != nullptr && control->IsEnabled();
 }
 
 void QtDialog::SetEnabled(ControlId id, bool enabled) {
+  if (const auto kept = read_only_.find(id); kept != read_only_.end()) {
+    kept->second = enabled;
+    return;
+  }
   if (DialogControl* control = Find(id)) control->SetEnabled(enabled);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 
 #include "hosts/console/dialogs/dialog_layout.h"
@@ -11,6 +12,9 @@
 #include "platform/dialog_controller.h"
 
 namespace pelora::console {
+
+/// The property of a widget that cannot be used which says why.
+inline constexpr const char* kWhyReadOnly = "why_read_only";
 
 /// What a dialog tells the window that holds it.
 struct DialogHost {
@@ -44,6 +48,9 @@ class QtDialog final : public IDialog, private ControlEvents {
   void Click(ControlId id);
   /// Puts the controls behind `before` in the window's tab order; gives the last one.
   QWidget* PutInTabOrder(QWidget& before);
+  /// From now on a control cannot be used, whatever the page says, and says why. What the page is
+  /// told of it is what it has said itself.
+  void SetReadOnly(ControlId id, const QString& why);
   /// Gives the focus to the first control that can take it.
   void FocusFirst();
 
@@ -74,6 +81,8 @@ class QtDialog final : public IDialog, private ControlEvents {
   IDialogController& controller_;
   DialogHost host_;
   bool is_open_ = false;
+  /// Controls that cannot be used, and whether the page would have it otherwise.
+  std::map<ControlId, bool> read_only_;
   sheets::MissingListBox missing_list_box_;
   sheets::MissingComboBox missing_combo_box_;
   sheets::MissingListView missing_list_view_;

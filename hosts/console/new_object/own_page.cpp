@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/new_object/own_page.h"
 
+#include <string.h>
+
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QFormLayout>
@@ -117,15 +119,50 @@ void OwnPage::Follow() {
 void OwnPage::Changed() {
   if (hint_ == nullptr) return;
   Follow();
+  GuardPasswords();
   hint_->setText(WhyIncomplete());
   if (on_changed) on_changed();
 }
 
+void OwnPage::GuardPasswords() {
+  if (password_ == nullptr || confirmation_ == nullptr) return;
+  if (password_->text().isEmpty() && confirmation_->text().isEmpty()) return guard_.reset();
+  if (!guard_) guard_.emplace();
+}
+
+OwnPage::~OwnPage() {
+  for (QLineEdit* edit : {password_, confirmation_}) {
+    if (edit == nullptr) continue;
+    // The text shares the field's own memory, which is written over before it is given back.
+    const QString text = edit->text();
+    explicit_bzero(const_cast<QChar*>(text.constData()),
+                   static_cast<std::size_t>(text.size()) * sizeof(QChar));
+  }
+}
+
 QString OwnPage::WhyIncomplete() const {
-  return ToQString(session::WhyIncomplete(kind_, Values(), context_));
+  // Asked at every key: the passwords are looked at where they are, and not copied.
+  session::OwnValues values = OpenValues();
+  const bool match = password_ == nullptr || password_->text() == confirmation_->text();
+  values.confirmation = session::Secret(match ? "" : "another");
+  return ToQString(session::WhyIncomplete(kind_, values, context_));
 }
 
 session::OwnValues OwnPage::Values() const {
+  session::OwnValues values = OpenValues();
+  const auto secret = [](const QLineEdit* edit) {
+    if (edit == nullptr) return session::Secret();
+    std::string text = ToUtf8(edit->text());
+    session::Secret taken(text);
+    ldap::Wipe(text);
+    return taken;
+  };
+  values.password = secret(password_);
+  values.confirmation = secret(confirmation_);
+  return values;
+}
+
+session::OwnValues OwnPage::OpenValues() const {
   const auto text = [](const QLineEdit* edit) {
     return edit != nullptr ? ToUtf8(edit->text()) : std::string();
   };
@@ -134,8 +171,6 @@ session::OwnValues OwnPage::Values() const {
   values.last_name = text(last_name_);
   values.name = text(name_);
   values.logon_name = text(logon_name_);
-  values.password = text(password_);
-  values.confirmation = text(confirmation_);
   if (must_change_ != nullptr) values.must_change_password = must_change_->isChecked();
   if (scope_ != nullptr) values.scope = static_cast<session::GroupScope>(scope_->checkedId());
   if (type_ != nullptr) values.is_security_group = type_->checkedId() == 0;

@@ -3,8 +3,10 @@
 
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 #include "hosts/session/own_values.h"
+#include "hosts/session/secret.h"
 
 class QButtonGroup;
 class QCheckBox;
@@ -21,6 +23,7 @@ class OwnPage final : public QWidget {
  public:
   /// `kind` outlives the page.
   OwnPage(const session::NewObjectKind& kind, session::OwnContext context, QWidget* parent);
+  ~OwnPage() override;
 
   [[nodiscard]] session::OwnValues Values() const;
   /// Why the page may not be left forwards, as a sentence; empty when it may.
@@ -41,6 +44,12 @@ class OwnPage final : public QWidget {
   void Follow();
   void Changed();
 
+  /// The values but for the passwords.
+  [[nodiscard]] session::OwnValues OpenValues() const;
+  /// As long as a password stands in a field nobody can have the program's memory written out.
+  void GuardPasswords();
+
+  std::optional<session::DumpGuard> guard_;
   const session::NewObjectKind& kind_;
   session::OwnContext context_;
   // Null where the kind has none.

@@ -36,6 +36,10 @@ void AddOptions(CLI::App& app, CommandLine& line) {
   app.add_option("--open", line.open, "Open the properties of the objects of these names")
       ->type_name("DN")
       ->expected(1, CLI::detail::expected_max_vector_size);
+  app.add_option("--view", line.view,
+                 "Show this view, one of your own or of those in the list of views; what it asks\n"
+                 "for stands behind a =: --view \"Own quota above=500\"")
+      ->type_name("NAME[=ANSWER]");
   app.add_option("--screenshot", line.screenshot,
                  "Write a picture (PNG) of the properties, or else of the window, and exit;\n"
                  "needs no display")

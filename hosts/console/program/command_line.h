@@ -25,6 +25,8 @@ struct CommandLine {
   std::optional<std::string> server;
   /// Distinguished names whose property sheet is to be opened.
   std::vector<std::string> open;
+  /// View to show, "NAME" or "NAME=ANSWER"; none: the directory's base.
+  std::optional<std::string> view;
   /// Picture to write instead of showing windows.
   std::optional<std::string> screenshot;
 };

@@ -52,9 +52,12 @@ int WritePropertiesPicture(session::DirectorySession& session,
   StreamMessageBox messages(std::cerr);
   QtChoosers choosers(*session.store, session.open_another);
   const ConsolePlatform platform(session.service, messages, choosers, module);
-  const SheetResult made = MakePropertySheet(
-      objects, session.specifiers,
-      {.store = *session.store, .platform = platform.platform(), .templates = module}, nullptr);
+  const SheetResult made = MakePropertySheet(objects, session.specifiers,
+                                             {.store = *session.store,
+                                              .platform = platform.platform(),
+                                              .templates = module,
+                                              .open_another = session.open_another},
+                                             nullptr);
   if (!made.sheet) return Fail(ToUtf8(made.error));
   if (messages.has_shown()) return kExitFailure;
   if (!made.missing.isEmpty()) return Fail(ToUtf8(made.missing));
@@ -62,10 +65,25 @@ int WritePropertiesPicture(session::DirectorySession& session,
   return error.isEmpty() ? kExitDone : Fail(ToUtf8(error));
 }
 
+/// Shows the view that is named; a sentence when there is none.
+QString ShowNamedView(MainWindow& window, const CommandLine& line) {
+  return line.view ? window.pane().ShowView(ToQString(*line.view)) : QString();
+}
+
+/// The same in front of the user.
+void OpenView(MainWindow& window, const CommandLine& line) {
+  const QString error = ShowNamedView(window, line);
+  if (error.isEmpty()) return;
+  window.ReportLater(QStringLiteral("The view cannot be shown."), error);
+}
+
 int WriteWindowPicture(std::unique_ptr<session::DirectorySession> session,
-                       const resources::ResourceFile& module, const QString& path) {
+                       const resources::ResourceFile& module, const CommandLine& line) {
+  const QString path = ToQString(*line.screenshot);
   MainWindow window(module);
   if (!window.SetSession(std::move(session))) return kExitFailure;
+  const QString no_view = ShowNamedView(window, line);
+  if (!no_view.isEmpty()) return Fail(ToUtf8(no_view));
   // A tree reads what it is to show when it is shown.
   window.show();
   QApplication::processEvents();
@@ -89,17 +107,20 @@ void OpenNamed(MainWindow& window, const std::vector<std::string>& names) {
 int ShowDomain(const CommandLine& line, const resources::ResourceFile& module) {
   MainWindow window(module);
   window.show();
-  window.OpenServerBesides(ToQString(*line.server),
-                           [&window, &line] { OpenNamed(window, line.open); });
+  window.OpenServerBesides(ToQString(*line.server), [&window, &line] {
+    OpenView(window, line);
+    OpenNamed(window, line.open);
+  });
   return QApplication::exec();
 }
 
 int ShowWindows(session::SessionResult opened, const std::vector<session::DirectoryObject>& objects,
-                const resources::ResourceFile& module) {
+                const resources::ResourceFile& module, const CommandLine& line) {
   MainWindow window(module);
   window.show();
   if (opened.session) {
     window.SetSession(std::move(opened.session));
+    OpenView(window, line);
   } else {
     window.ReportLater(QStringLiteral("The sample directory cannot be opened."),
                        ToQString(opened.error));
@@ -132,9 +153,9 @@ int Run(const CommandLine& line, const resources::ResourceFile& module) {
       return Fail(session::WhyNoProperties(objects, specifiers));
     }
   }
-  if (!line.screenshot) return ShowWindows(std::move(opened), objects, module);
+  if (!line.screenshot) return ShowWindows(std::move(opened), objects, module, line);
   const QString picture = ToQString(*line.screenshot);
-  if (objects.empty()) return WriteWindowPicture(std::move(opened.session), module, picture);
+  if (objects.empty()) return WriteWindowPicture(std::move(opened.session), module, line);
   return WritePropertiesPicture(*opened.session, objects, module, picture);
 }
 

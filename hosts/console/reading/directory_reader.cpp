@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/reading/directory_reader.h"
 
-#include <mutex>
 #include <utility>
 
 namespace pelora::console {
@@ -18,41 +17,21 @@ void DirectoryReader::Reading::Stop() { stop_.request_stop(); }
 struct DirectoryReader::Task {
   explicit Task(const std::stop_token& over) : on_over(over, [this] { stop.request_stop(); }) {}
 
-  session::ListRequest request;
+  Order order;
   /// Told when nothing more of it is wanted, and when it has ended.
   std::stop_source stop;
-  /// Called on the user interface's thread only.
-  FoundSink on_found;
-  EndSink on_end;
-
-  std::mutex mutex;
-  /// Found, and not yet fetched by the user interface.
-  std::vector<session::DirectoryObject> found;
-  bool is_announced = false;
   /// With the reader this ends too.
   std::stop_callback<std::function<void()>> on_over;
 
   [[nodiscard]] bool IsWanted() const { return !stop.stop_requested(); }
-  /// Whether the other side is to be told that there is something to fetch.
-  [[nodiscard]] bool Add(session::DirectoryObject object) {
-    const std::lock_guard lock(mutex);
-    found.push_back(std::move(object));
-    return !std::exchange(is_announced, true);
-  }
 
   void Deliver() {
-    std::vector<session::DirectoryObject> objects;
-    {
-      const std::lock_guard lock(mutex);
-      is_announced = false;
-      objects.swap(found);
-    }
-    if (IsWanted() && !objects.empty()) on_found(std::move(objects));
+    if (IsWanted()) order.deliver();
   }
 
   void Finish(const session::SearchEnd& end) {
     Deliver();
-    if (stop.request_stop()) on_end(end);
+    if (stop.request_stop()) order.on_end(end);
   }
 };
 
@@ -64,7 +43,7 @@ class DirectoryReader::Worker final : public QObject {
 
   void Run(const std::shared_ptr<Task>& task) {
     if (!task->IsWanted()) return;
-    const session::SearchEnd end = session::EndOf(List(task));
+    const session::SearchEnd end = Do(task);
     // What was stopped has not failed.
     if (end.reason == session::SearchEnd::Reason::kFailed && task->IsWanted()) store_.reset();
     Post([task, end] { task->Finish(end); });
@@ -77,17 +56,13 @@ class DirectoryReader::Worker final : public QObject {
     QMetaObject::invokeMethod(&receiver_, std::move(action), Qt::QueuedConnection);
   }
 
-  ldap::StoreStatus List(const std::shared_ptr<Task>& task) {
+  session::SearchEnd Do(const std::shared_ptr<Task>& task) {
     const std::stop_token stop = task->stop.get_token();
-    ldap::StoreStatus status = store_ ? ldap::StoreStatus{} : opener_(store_, stop);
-    if (!status.Ok()) return status;
+    const ldap::StoreStatus status = store_ ? ldap::StoreStatus{} : opener_(store_, stop);
+    if (!status.Ok()) return session::EndOf(status);
     store_->StopOn(stop);
-    const auto take = [&](session::DirectoryObject object) {
-      // One announcement stands for all that is found until it arrives.
-      if (task->Add(std::move(object))) Post([task] { task->Deliver(); });
-      return task->IsWanted();
-    };
-    return session::DirectoryBrowser(*store_).ListChildren(task->request, take);
+    return task->order.work(*store_, {.announce = [&] { Post([task] { task->Deliver(); }); },
+                                      .is_listening = [&] { return task->IsWanted(); }});
   }
 
   QObject& receiver_;
@@ -111,10 +86,18 @@ DirectoryReader::~DirectoryReader() {
 
 DirectoryReader::Reading DirectoryReader::Start(session::ListRequest request, FoundSink on_found,
                                                 EndSink on_end) {
+  using session::DirectoryObject;
+  return StartWork<DirectoryObject>(
+      [request = std::move(request)](ldap::IDirectoryStore& store,
+                                     const std::function<bool(DirectoryObject)>& take) {
+        return session::EndOf(session::DirectoryBrowser(store).ListChildren(request, take));
+      },
+      std::move(on_found), std::move(on_end));
+}
+
+DirectoryReader::Reading DirectoryReader::Begin(Order order) {
   auto task = std::make_shared<Task>(over_.get_token());
-  task->request = std::move(request);
-  task->on_found = std::move(on_found);
-  task->on_end = std::move(on_end);
+  task->order = std::move(order);
   QMetaObject::invokeMethod(
       worker_, [worker = worker_, task] { worker->Run(task); }, Qt::QueuedConnection);
   return Reading(task->stop);

@@ -5,6 +5,7 @@
 #include <QThread>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <stop_token>
 #include <utility>
 #include <vector>
@@ -15,16 +16,22 @@
 
 namespace pelora::console {
 
-/// Lists containers on a thread of its own, over a store of its own, one after the other in the
-/// order of the calls; what is found is handed over at once, as fast as the user interface takes
-/// it.
+/// Lists containers, and reads what else is asked for, on a thread of its own, over a store of its
+/// own, one after the other in the order of the calls; what is found is handed over at once, as
+/// fast as the user interface takes it.
 ///
 /// Everything here happens on the thread of the user interface, the callbacks too. Destroying the
 /// reader ends what it was asked for without a word; the request under way is given up, answered or
 /// not.
 class DirectoryReader final {
  public:
-  using FoundSink = std::function<void(std::vector<session::DirectoryObject> objects)>;
+  template <class Item>
+  using ItemSink = std::function<void(std::vector<Item> items)>;
+  using FoundSink = ItemSink<session::DirectoryObject>;
+  /// What is done on the reader's thread: gives items to `take` until that is false.
+  template <class Item>
+  using Work = std::function<session::SearchEnd(ldap::IDirectoryStore& store,
+                                                const std::function<bool(Item item)>& take)>;
   /// Called once, after the last objects.
   using EndSink = std::function<void(const session::SearchEnd& end)>;
 
@@ -60,10 +67,66 @@ class DirectoryReader final {
   DirectoryReader& operator=(const DirectoryReader&) = delete;
 
   [[nodiscard]] Reading Start(session::ListRequest request, FoundSink on_found, EndSink on_end);
+  /// The same for anything that is read item by item.
+  template <class Item>
+  [[nodiscard]] Reading StartWork(Work<Item> work, ItemSink<Item> on_found, EndSink on_end) {
+    const auto inbox = std::make_shared<Inbox<Item>>();
+    return Begin({.work =
+                      [inbox, work = std::move(work)](ldap::IDirectoryStore& store,
+                                                      const OtherSide& other_side) {
+                        return work(store, [&](Item item) {
+                          if (inbox->Add(std::move(item))) other_side.announce();
+                          return other_side.is_listening();
+                        });
+                      },
+                  .deliver =
+                      [inbox, on_found = std::move(on_found)] {
+                        std::vector<Item> items = inbox->Fetch();
+                        if (!items.empty()) on_found(std::move(items));
+                      },
+                  .on_end = std::move(on_end)});
+  }
 
  private:
   class Worker;
   struct Task;
+
+  /// What has been found and the user interface has not fetched yet.
+  template <class Item>
+  class Inbox {
+   public:
+    /// Whether the other side is to be told that there is something to fetch: one announcement
+    /// stands for all that is found until it arrives.
+    [[nodiscard]] bool Add(Item item) {
+      const std::lock_guard lock(mutex_);
+      items_.push_back(std::move(item));
+      return !std::exchange(is_announced_, true);
+    }
+    [[nodiscard]] std::vector<Item> Fetch() {
+      const std::lock_guard lock(mutex_);
+      is_announced_ = false;
+      return std::exchange(items_, {});
+    }
+
+   private:
+    std::mutex mutex_;
+    std::vector<Item> items_;
+    bool is_announced_ = false;
+  };
+
+  /// The user interface as the reader's thread sees it.
+  struct OtherSide {
+    std::function<void()> announce;
+    std::function<bool()> is_listening;
+  };
+  struct Order {
+    /// Called on the reader's thread, the others on the user interface's.
+    std::function<session::SearchEnd(ldap::IDirectoryStore& store, const OtherSide& other_side)>
+        work;
+    std::function<void()> deliver;
+    EndSink on_end;
+  };
+  [[nodiscard]] Reading Begin(Order order);
 
   /// Of everything that is asked of the reader.
   std::stop_source over_;

@@ -3,19 +3,75 @@
 
 #include <utility>
 
+#include "hosts/console/fields/checked_dialogs.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
+namespace {
+
+void Protect(IDialog& dialog, ControlId control, const std::string& why) {
+  // Dialogs of sheets come from this console alone.
+  static_cast<QtDialog&>(dialog).SetReadOnly(control, ToQString(why));
+}
+
+/// What a sheet's tabs live by, in the order in which it is needed.
+struct SheetParts {
+  explicit SheetParts(session::TabSurroundings surroundings)
+      : dialogs(surroundings.platform.modal_dialogs),
+        platform{.directory = surroundings.platform.directory,
+                 .message_box = surroundings.platform.message_box,
+                 .modal_dialogs = dialogs,
+                 .choosers = surroundings.platform.choosers,
+                 .text = surroundings.platform.text,
+                 .component_library = surroundings.platform.component_library},
+        tabs({.store = surroundings.store,
+              .platform = platform,
+              .templates = surroundings.templates,
+              .between = std::move(surroundings.between),
+              .errands = surroundings.errands,
+              .desk = surroundings.desk,
+              .history = surroundings.history,
+              .protect = &Protect}) {}
+
+  CheckedDialogs dialogs;
+  Platform platform;
+  session::GuardedTabs tabs;
+};
+
+/// The field of a sheet whose texts are typed in a dialog of their own.
+const FieldRow* FieldTypedIn(session::GuardedTabs& tabs, std::size_t pages, DialogId dialog) {
+  for (std::size_t page = 0; page < pages; ++page) {
+    const session::TouchedFields& fields = tabs.Fields(page).touched;
+    for (std::size_t field = 0; field < fields.Count(); ++field) {
+      const FieldRow& row = fields.Row(field);
+      if (row.typed_in.dialog != 0 && row.typed_in.dialog == dialog) return &row;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
 
 SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selection,
                               const ldap::DisplaySpecifiers& specifiers,
-                              session::TabSurroundings surroundings, QWidget* parent) {
+                              session::TabSurroundings surroundings, QWidget* parent,
+                              ShowObject show_object) {
   auto sheet = std::make_unique<QtPropertySheet>(
       surroundings.templates, ToQString(session::PropertiesTitle(selection)), parent);
-  const auto tabs = std::make_shared<session::GuardedTabs>(std::move(surroundings));
-  // They go with the sheet's machine, after its pages.
+  const ldap::StoreOpener opener = surroundings.open_another;
+  const auto parts = std::make_shared<SheetParts>(std::move(surroundings));
+  // They go with the sheet's machine, after its pages, and with its fields.
+  const std::shared_ptr<session::GuardedTabs> tabs(parts, &parts->tabs);
   sheet->machine().commit = [tabs] { return tabs->Commit(); };
+  auto* const fields = new SheetFields(*sheet, tabs, opener);
+  fields->show_object = show_object;
+  parts->dialogs.questions = fields->questions();
+  parts->dialogs.show_object = std::move(show_object);
+  for (const session::DirectoryObject& object : selection) parts->dialogs.own.push_back(object.dn);
+  parts->dialogs.field_of = [&tabs = *tabs, &sheet = *sheet](DialogId dialog) {
+    return FieldTypedIn(tabs, sheet.PageCount(), dialog);
+  };
   const session::TabsOpening opening = tabs->Open(
       selection, specifiers,
       [&sheet](std::unique_ptr<PropSheetPage> page) { return sheet->AddPage(std::move(page)); });
@@ -29,7 +85,8 @@ SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selectio
   return {.sheet = std::move(sheet),
           .error = {},
           .missing = ToQString(opening.missing),
-          .is_outdated = [tabs] { return tabs->is_outdated(); }};
+          .is_outdated = [tabs] { return tabs->is_outdated(); },
+          .fields = fields};
 }
 
 }  // namespace pelora::console

@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 
+#include "hosts/console/fields/sheet_fields.h"
 #include "hosts/console/sheets/property_sheet.h"
 #include "hosts/ldap/display_specifiers.h"
 #include "hosts/session/guarded_tabs.h"
@@ -22,12 +23,17 @@ struct SheetResult {
   bool is_stopped = false;
   /// Whether the sheet is to be opened anew: see `session::GuardedTabs::is_outdated`.
   std::function<bool()> is_outdated{};
+  /// Belongs to the sheet.
+  SheetFields* fields = nullptr;
 };
 
 /// Makes the property sheet of a selection, started but not shown. Its tabs are guarded: see
-/// `session::GuardedTabs`. Everything in `surroundings` outlives the sheet.
+/// `session::GuardedTabs`; its fields are looked after: see `SheetFields`. Everything in
+/// `surroundings` outlives the sheet. `show_object` opens another object's settings; it may be
+/// none.
 [[nodiscard]] SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selection,
                                             const ldap::DisplaySpecifiers& specifiers,
-                                            session::TabSurroundings surroundings, QWidget* parent);
+                                            session::TabSurroundings surroundings, QWidget* parent,
+                                            ShowObject show_object = {});
 
 }  // namespace pelora::console

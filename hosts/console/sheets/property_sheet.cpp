@@ -39,7 +39,9 @@ void QtPropertySheet::MakeButtons(QLayout& layout) {
   connect(buttons_, &QDialogButtonBox::rejected, this, &QtPropertySheet::reject);
   buttons_->button(QDialogButtonBox::Ok)->setDefault(true);
   ApplyButton().setEnabled(false);
-  connect(&ApplyButton(), &QPushButton::clicked, this, [this] { machine_.Apply(); });
+  connect(&ApplyButton(), &QPushButton::clicked, this, [this] {
+    if (MayApply()) machine_.Apply();
+  });
 }
 
 QPushButton& QtPropertySheet::ApplyButton() const {
@@ -93,7 +95,20 @@ void QtPropertySheet::ShowPage(std::size_t page) {
   tabs_->setCurrentIndex(static_cast<int>(page));
 }
 
-void QtPropertySheet::UpdateButtons() { ApplyButton().setEnabled(machine_.IsApplyEnabled()); }
+void QtPropertySheet::UpdateButtons() {
+  ApplyButton().setEnabled(machine_.IsApplyEnabled() && !is_held_);
+  buttons_->button(QDialogButtonBox::Ok)->setEnabled(!is_held_);
+}
+
+void QtPropertySheet::SetFoot(QWidget& foot) {
+  constexpr int kBelowPages = 1;
+  static_cast<QVBoxLayout*>(layout())->insertWidget(kBelowPages, &foot);
+}
+
+void QtPropertySheet::SetHeld(bool held) {
+  is_held_ = held;
+  UpdateButtons();
+}
 
 void QtPropertySheet::SelectPage(std::size_t page) {
   tabs_->setCurrentIndex(static_cast<int>(page));
@@ -106,7 +121,7 @@ void QtPropertySheet::OnTabChanged(int tab) {
 }
 
 void QtPropertySheet::accept() {
-  if (machine_.Ok()) QDialog::accept();
+  if (MayApply() && machine_.Ok()) QDialog::accept();
 }
 
 bool QtPropertySheet::MayDiscard() {

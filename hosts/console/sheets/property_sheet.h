@@ -48,6 +48,13 @@ class QtPropertySheet final : public QDialog, private sheets::IPageView {
   /// may be lost is asked by the sheet.
   [[nodiscard]] sheets::SheetMachine& machine() { return machine_; }
 
+  /// Puts a widget between the pages and the buttons, which takes it over.
+  void SetFoot(QWidget& foot);
+  /// While held, OK and Apply are grey: something on the pages cannot be written.
+  void SetHeld(bool held);
+  /// Asked before OK and Apply; false: nothing is done. May be none.
+  std::function<bool()> may_apply;
+
   /// OK and Cancel.
   void accept() override;
   void reject() override;
@@ -63,6 +70,7 @@ class QtPropertySheet final : public QDialog, private sheets::IPageView {
   void UpdateButtons() override;
 
   void MakeButtons(QLayout& layout);
+  [[nodiscard]] bool MayApply() const { return !may_apply || may_apply(); }
   void OrderTabs();
   void OnTabChanged(int tab);
   [[nodiscard]] bool MayDiscard();
@@ -71,6 +79,7 @@ class QtPropertySheet final : public QDialog, private sheets::IPageView {
   QTabWidget* tabs_ = nullptr;
   QDialogButtonBox* buttons_ = nullptr;
   std::vector<Tab> tabs_of_;
+  bool is_held_ = false;
 };
 
 }  // namespace pelora::console

@@ -11,25 +11,40 @@
 
 namespace pelora::console {
 
-void ContainerListing::SetReader(DirectoryReader* reader) {
+void ContainerListing::SetReader(DirectoryReader* reader, session::FieldCatalogue* fields) {
   reading_.Stop();
   reader_ = reader;
-  request_ = {};
+  fields_ = fields;
+  columns_.reset();
+  check_fields_ = std::make_shared<session::CheckFields>(
+      fields == nullptr ? session::CheckFields(session::CheckFields::RowsByClass())
+                        : session::CheckFieldsOf(*fields));
+  order_ = {};
+  has_order_ = false;
+  *ending_ = {};
   list_.SetObjects({});
   Enter(State::kWhole);
 }
 
-void ContainerListing::Show(session::ListRequest request) {
-  if (request == request_) return Refresh();
-  request_ = std::move(request);
+void ContainerListing::Show(ListOrder order) {
+  if (has_order_ && order == order_) return Refresh();
+  reading_.Stop();
+  const bool same_columns = columns_ && order.columns == order_.columns;
+  order_ = std::move(order);
+  has_order_ = true;
+  if (!same_columns) {
+    std::vector<std::string> names = {"name"};
+    names.insert(names.end(), order_.columns.begin(), order_.columns.end());
+    columns_ = std::make_shared<session::ListColumns>(names, fields_);
+    list_.SetColumns(columns_->columns());
+  }
   list_.SetObjects({});
   list_.view().scrollToTop();
   Start(true);
 }
 
 void ContainerListing::Refresh() {
-  if (request_.container.empty()) return;
-  Start(false);
+  if (has_order_) Start(false);
 }
 
 void ContainerListing::Stop() {
@@ -43,16 +58,22 @@ void ContainerListing::Start(bool at_once) {
   if (reader_ == nullptr) return;
   arrived_.clear();
   arrived_count_ = 0;
-  reading_ = reader_->Start(
-      request_,
-      [this, at_once](std::vector<session::DirectoryObject> objects) {
+  // Of a reading of its own: one that was stopped may still be writing into its.
+  ending_ = std::make_shared<session::ListingEnd>();
+  reading_ = reader_->StartWork<session::ListedObject>(
+      [listing = order_.listing, columns = columns_, check_fields = check_fields_,
+       ending = ending_](ldap::IDirectoryStore& store, const session::ListedSink& take) {
+        *ending = session::ListObjects(store, listing, *columns, *check_fields, take);
+        return ending->end;
+      },
+      [this, at_once](std::vector<session::ListedObject> objects) {
         Take(std::move(objects), at_once);
       },
       [this, at_once](const session::SearchEnd& end) { Finish(end, at_once); });
   Enter(State::kReading);
 }
 
-void ContainerListing::Take(std::vector<session::DirectoryObject> objects, bool at_once) {
+void ContainerListing::Take(std::vector<session::ListedObject> objects, bool at_once) {
   arrived_count_ += objects.size();
   if (at_once) {
     list_.AddObjects(std::move(objects));
@@ -64,10 +85,11 @@ void ContainerListing::Take(std::vector<session::DirectoryObject> objects, bool 
 
 void ContainerListing::Finish(const session::SearchEnd& end, bool at_once) {
   using enum session::SearchEnd::Reason;
-  const bool is_usable = end.reason == kComplete || end.reason == kDirectoryLimit;
+  const bool is_usable = end.reason != kFailed;
   if (!at_once && is_usable) list_.SetObjects(std::exchange(arrived_, {}));
   Enter(end.reason == kComplete         ? State::kWhole
         : end.reason == kDirectoryLimit ? State::kCutShort
+        : end.reason == kOwnLimit       ? State::kTooMany
                                         : State::kFailed);
   if (end.reason == kFailed && on_failed) on_failed(ToQString(end.text));
 }

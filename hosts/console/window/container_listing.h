@@ -1,39 +1,55 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QStringList>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "hosts/console/reading/directory_reader.h"
+#include "hosts/session/find/listing.h"
 
 namespace pelora::console {
 
 class ObjectListPane;
 
-/// Fills the list of objects with what a container holds, as it is read.
+/// What a list is to show: which objects, and what of them.
+struct ListOrder {
+  session::Listing listing;
+  /// `ListColumn::name` of each column; the name comes first, named or not.
+  std::vector<std::string> columns;
+
+  [[nodiscard]] bool operator==(const ListOrder&) const = default;
+};
+
+/// Fills the list of objects with what a container holds or a search finds, as it is read.
 class ContainerListing final {
  public:
-  /// How much of the container the list shows.
-  enum class State : std::uint8_t { kWhole, kReading, kStopped, kCutShort, kFailed };
+  /// How much of what was asked for the list shows.
+  enum class State : std::uint8_t { kWhole, kReading, kStopped, kCutShort, kTooMany, kFailed };
 
   /// `list` outlives the listing.
   explicit ContainerListing(ObjectListPane& list) : list_(list) {}
 
-  /// The reader of the directory that is shown; null, to which the listing falls back before the
-  /// reader ends, lists nothing.
-  void SetReader(DirectoryReader* reader);
+  /// The reader of the directory that is shown, and the fields of its objects, which outlive the
+  /// reading; null, to which the listing falls back before the reader ends, lists nothing. Without
+  /// fields only what every object has can be shown.
+  void SetReader(DirectoryReader* reader, session::FieldCatalogue* fields = nullptr);
 
-  /// Lists a container: the list is emptied and fills. One that is shown already is refreshed.
-  void Show(session::ListRequest request);
-  /// Lists the container again. What the list shows stays until everything has arrived; selected
-  /// objects stay selected.
+  /// Lists what is asked for: the list is emptied and fills. What is shown already is refreshed.
+  void Show(ListOrder order);
+  /// Lists it again. What the list shows stays until everything has arrived; selected objects stay
+  /// selected.
   void Refresh();
   /// Ends the reading; the list keeps what it shows.
   void Stop();
 
   [[nodiscard]] State state() const { return state_; }
+  [[nodiscard]] const ListOrder& order() const { return order_; }
   /// How many objects have arrived in a reading under way.
   [[nodiscard]] std::size_t ArrivedCount() const { return arrived_count_; }
+  /// Items of a pasted list that were not found, and how many were not looked for.
+  [[nodiscard]] const session::ListingEnd& ending() const { return *ending_; }
 
   /// The state has changed, or more has arrived.
   std::function<void()> on_changed;
@@ -41,17 +57,22 @@ class ContainerListing final {
 
  private:
   void Start(bool at_once);
-  void Take(std::vector<session::DirectoryObject> objects, bool at_once);
+  void Take(std::vector<session::ListedObject> objects, bool at_once);
   void Finish(const session::SearchEnd& end, bool at_once);
   void Enter(State state);
 
   ObjectListPane& list_;
   DirectoryReader* reader_ = nullptr;
-  session::ListRequest request_;
+  session::FieldCatalogue* fields_ = nullptr;
+  std::shared_ptr<const session::CheckFields> check_fields_;
+  std::shared_ptr<const session::ListColumns> columns_;
+  ListOrder order_;
+  bool has_order_ = false;
   State state_ = State::kWhole;
   std::size_t arrived_count_ = 0;
+  std::shared_ptr<session::ListingEnd> ending_ = std::make_shared<session::ListingEnd>();
   /// Of a refresh under way.
-  std::vector<session::DirectoryObject> arrived_;
+  std::vector<session::ListedObject> arrived_;
   DirectoryReader::Reading reading_;
 };
 

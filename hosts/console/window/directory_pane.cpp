@@ -2,25 +2,58 @@
 #include "hosts/console/window/directory_pane.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QTreeView>
+#include <QVBoxLayout>
 #include <utility>
 
+#include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/session/distinguished_name.h"
 
 namespace pelora::console {
 namespace {
 
 constexpr int kTreeShare = 1;
 constexpr int kListShare = 3;
+/// So many items of a pasted list are named that were not found.
+constexpr std::size_t kMostNamed = 3;
+
+/// What of a pasted list there is not.
+QString MissingText(const session::ListingEnd& ending) {
+  QString text;
+  const std::vector<std::string>& missing = ending.not_found;
+  if (!missing.empty()) {
+    QStringList names;
+    for (const std::string& name : missing) {
+      if (static_cast<std::size_t>(names.size()) < kMostNamed) names.append(ToQString(name));
+    }
+    text = QStringLiteral(", %1 not found: %2")
+               .arg(missing.size())
+               .arg(names.join(QLatin1String(", ")));
+    if (missing.size() > kMostNamed) text += QStringLiteral(", ...");
+  }
+  if (ending.left_out > 0) {
+    text += QStringLiteral(", %1 not looked for").arg(ending.left_out);
+  }
+  return Readable(text);
+}
 
 }  // namespace
 
 DirectoryPane::DirectoryPane(QWidget* parent) : QSplitter(parent) {
   MakeTree();
-  list_ = new ObjectListPane(this);
+  auto* right = new QWidget(this);
+  list_ = new ObjectListPane(right);
+  find_ = new FindBar(right);
+  auto* layout = new QVBoxLayout(right);
+  layout->setContentsMargins({});
+  layout->addWidget(find_);
+  layout->addWidget(list_);
   MakeListing();
+  MakeFind();
   addWidget(tree_);
-  addWidget(list_);
+  addWidget(right);
   setStretchFactor(0, kTreeShare);
   setStretchFactor(1, kListShare);
   setChildrenCollapsible(false);
@@ -35,6 +68,7 @@ DirectoryPane::DirectoryPane(QWidget* parent) : QSplitter(parent) {
 DirectoryPane::~DirectoryPane() {
   // The focus moves on while the window's parts go one by one.
   disconnect(qApp, nullptr, this, nullptr);
+  RememberLayout();
   // The tree still looks at its model.
   tree_->setModel(nullptr);
 }
@@ -56,6 +90,9 @@ void DirectoryPane::MakeListing() {
     Changed();
   };
   listing_->on_failed = [this](const QString& reason) {
+    if (find_->IsAsking() && on_failure) {
+      return on_failure(QStringLiteral("The search has failed."), reason);
+    }
     const session::DirectoryObject* container = Container();
     Failed(container != nullptr ? ToQString(container->name) : QString(), reason);
   };
@@ -72,7 +109,15 @@ void DirectoryPane::Failed(const QString& container, const QString& reason) cons
   on_failure(QStringLiteral("The contents of %1 cannot be read.").arg(container), reason);
 }
 
-void DirectoryPane::ShowDirectory(session::DirectoryObject base, const ldap::StoreOpener& opener) {
+void DirectoryPane::EndDirectory() {
+  RememberLayout();
+  listing_->SetReader(nullptr);
+  list_reader_.reset();
+  fields_ = nullptr;
+}
+
+void DirectoryPane::ShowDirectory(session::DirectoryObject base, const ldap::StoreOpener& opener,
+                                  session::FieldCatalogue* fields) {
   auto reader = std::make_unique<DirectoryReader>(opener);
   auto model = std::make_unique<ContainerTreeModel>(
       *reader, std::move(base),
@@ -83,9 +128,12 @@ void DirectoryPane::ShowDirectory(session::DirectoryObject base, const ldap::Sto
   tree_->setModel(model.get());
   tree_model_ = std::move(model);
   tree_reader_ = std::move(reader);
-  listing_->SetReader(nullptr);
+  EndDirectory();
+  fields_ = fields;
+  find_->Clear();
+  listed_container_.clear();
   list_reader_ = std::make_unique<DirectoryReader>(opener);
-  listing_->SetReader(list_reader_.get());
+  listing_->SetReader(list_reader_.get(), fields);
   connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &DirectoryPane::ShowContainer);
   tree_->setCurrentIndex(tree_model_->BaseIndex());
@@ -109,7 +157,13 @@ bool DirectoryPane::HasParent() const { return tree_->currentIndex().parent().is
 void DirectoryPane::ShowContainer() {
   const session::DirectoryObject* container = Container();
   if (container == nullptr) return;
-  listing_->Show({.container = container->dn, .advanced = is_advanced_});
+  find_->SetContainer(ToQString(container->name));
+  // What was found stays when the same container has only been read anew.
+  const bool is_same = container->dn == listed_container_;
+  listed_container_ = container->dn;
+  if (is_same && find_->IsAsking()) return ShowAsked();
+  find_->Clear();
+  List(ContainerOrder(), find_->ViewName());
 }
 
 void DirectoryPane::GoToParent() {
@@ -126,6 +180,19 @@ void DirectoryPane::GoToChild(const std::string& dn) {
     tree_->setCurrentIndex(child);
   };
   if (current.isValid()) tree_model_->FindChild(current, dn, go);
+}
+
+void DirectoryPane::GoTo(const std::string& dn) {
+  const QModelIndex base = tree_model_ ? tree_model_->BaseIndex() : QModelIndex();
+  if (!base.isValid()) return;
+  const std::string& top = tree_model_->ObjectAt(base).dn;
+  std::vector<std::string> path;
+  for (std::string_view step = dn; step.size() > top.size(); step = session::ParentName(step)) {
+    path.emplace(path.begin(), step);
+  }
+  tree_->setCurrentIndex({});
+  find_->Clear();
+  FollowPath(base, std::move(path));
 }
 
 void DirectoryPane::ShowAdvanced(bool advanced) {
@@ -172,6 +239,7 @@ bool DirectoryPane::IsReading() const {
 void DirectoryPane::StopReading() { listing_->Stop(); }
 
 QString DirectoryPane::CountText() const {
+  if (!answer_error_.isEmpty()) return answer_error_;
   const int shown = list_->ShownCount();
   const int all = list_->Count();
   const std::size_t selected = list_->Selection().size();
@@ -185,12 +253,14 @@ QString DirectoryPane::CountText() const {
       return count + QStringLiteral(", stopped before the end");
     case ContainerListing::State::kCutShort:
       return count + QStringLiteral(", the directory gives no more");
+    case ContainerListing::State::kTooMany:
+      return count + QStringLiteral(", there are more than are shown");
     case ContainerListing::State::kFailed:
       return count + QStringLiteral(", the rest cannot be read");
     case ContainerListing::State::kWhole:
       break;
   }
-  return count;
+  return count + MissingText(listing_->ending());
 }
 
 }  // namespace pelora::console

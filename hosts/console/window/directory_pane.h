@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "hosts/console/finding/find_bar.h"
+#include "hosts/console/finding/remembered.h"
+#include "hosts/console/finding/view_actions.h"
 #include "hosts/console/window/container_listing.h"
 #include "hosts/console/window/container_tree_model.h"
 #include "hosts/console/window/object_list_pane.h"
@@ -16,16 +19,29 @@ class QTreeView;
 
 namespace pelora::console {
 
-/// A directory on the screen: the tree of its containers on the left, the objects of the current
-/// one on the right, both read beside the user interface.
+/// A directory on the screen: the tree of its containers on the left, on the right the objects of
+/// the current one, or what is found; both read beside the user interface.
 class DirectoryPane final : public QSplitter {
  public:
   explicit DirectoryPane(QWidget* parent);
   ~DirectoryPane() override;
 
   /// Shows a directory from its base on, in place of the one shown before. `opener` opens it for
-  /// use on the pane's own threads.
-  void ShowDirectory(session::DirectoryObject base, const ldap::StoreOpener& opener);
+  /// use on the pane's own threads; the objects' fields outlive the pane or `EndDirectory`. Without
+  /// fields only what every object has can be shown.
+  void ShowDirectory(session::DirectoryObject base, const ldap::StoreOpener& opener,
+                     session::FieldCatalogue* fields = nullptr);
+  /// Ends all reading of objects, before their fields go.
+  void EndDirectory();
+
+  /// Puts the keyboard into the line in which one types what is to be found.
+  void Find();
+  /// Shows a view, "NAME" or "NAME=ANSWER". A sentence when there is none; empty otherwise.
+  [[nodiscard]] QString ShowView(const QString& view);
+  /// What is shown, as a view that can be kept.
+  [[nodiscard]] session::View ShownView() const;
+  /// Lets the user choose the columns of what is shown, which are remembered.
+  void ChooseColumns();
 
   /// The container whose objects are listed; null when there is none, which is so while a refresh
   /// is under way.
@@ -35,9 +51,10 @@ class DirectoryPane final : public QSplitter {
   [[nodiscard]] std::vector<session::DirectoryObject> Selection() const;
   [[nodiscard]] bool HasParent() const;
 
-  /// Goes to the container above, and to one right below the current one.
+  /// Goes to the container above, to one right below the current one, and to any other.
   void GoToParent();
   void GoToChild(const std::string& dn);
+  void GoTo(const std::string& dn);
   /// Reads the containers and the list anew, and leads back to where it was.
   void Refresh();
   /// Reads the list anew; what it shows stays until everything has arrived.
@@ -57,6 +74,9 @@ class DirectoryPane final : public QSplitter {
 
   [[nodiscard]] QTreeView& tree() const { return *tree_; }
   [[nodiscard]] ObjectListPane& list() const { return *list_; }
+  [[nodiscard]] FindBar& find() const { return *find_; }
+  [[nodiscard]] Remembered& remembered() { return remembered_; }
+  [[nodiscard]] const ViewActions& view_actions() const { return *view_actions_; }
 
   /// Something else is shown, selected or used than before.
   std::function<void()> on_changed;
@@ -68,7 +88,15 @@ class DirectoryPane final : public QSplitter {
   void MakeListing();
   void Changed() const;
   void Failed(const QString& container, const QString& reason) const;
+  void MakeFind();
   void ShowContainer();
+  /// Lists what is asked for in the line above the list, or else the container.
+  void ShowAsked();
+  [[nodiscard]] ListOrder ContainerOrder() const;
+  [[nodiscard]] ListOrder OrderOf(const session::View& view) const;
+  /// Lists something under the name by which its columns are remembered.
+  void List(ListOrder order, const QString& name);
+  void RememberLayout();
   /// Goes down from `container` by the names of containers, each below the one before.
   void FollowPath(const QModelIndex& container, std::vector<std::string> path);
 
@@ -79,6 +107,16 @@ class DirectoryPane final : public QSplitter {
   std::optional<ContainerListing> listing_;
   QTreeView* tree_ = nullptr;
   ObjectListPane* list_ = nullptr;
+  FindBar* find_ = nullptr;
+  ViewActions* view_actions_ = nullptr;
+  Remembered remembered_;
+  session::FieldCatalogue* fields_ = nullptr;
+  /// What is listed is remembered under this name; its columns lay so when it was shown.
+  QString listed_name_;
+  QByteArray listed_layout_;
+  /// Why what is asked cannot be found.
+  QString answer_error_;
+  std::string listed_container_;
   bool is_advanced_ = false;
   bool tree_used_last_ = false;
   /// Where the last refresh leads.

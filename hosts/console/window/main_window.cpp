@@ -13,6 +13,7 @@
 #include <QThread>
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <utility>
 
 #include "hosts/console/text/plain_text.h"
@@ -45,9 +46,13 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   MakeMenus();
   count_ = new QLabel(this);
   hint_ = new QLabel(this);
-  for (QLabel* label : {count_, hint_}) ShowPlainly(*label);
+  who_ = new QLabel(this);
+  who_->setObjectName(QStringLiteral("who"));
+  for (QLabel* label : {count_, hint_, who_}) ShowPlainly(*label);
+  Recall();
   statusBar()->addWidget(count_);
   statusBar()->addPermanentWidget(hint_);
+  statusBar()->addPermanentWidget(who_);
   until_shown_.setInterval(kPatience);
   connect(&until_shown_, &QTimer::timeout, this, &MainWindow::ShowOpened);
   pane_->on_changed = [this] { UpdateActions(); };
@@ -120,16 +125,25 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   }
   // Only now: a directory that cannot be read costs nobody his open sheets.
   if (!sheets_.CloseAll()) return false;
+  pane_->EndDirectory();
+  fields_.reset();
   platform_.reset();
   choosers_.emplace(*store, session->open_another);
   service_.emplace(*store);
   platform_.emplace(*service_, message_box_, *choosers_, module_);
+  fields_.emplace(session->specifiers, platform_->platform(), module_);
   store_ = std::move(store);
   session_ = std::move(session);
+  const std::string directory =
+      session_->is_file ? std::filesystem::absolute(session_->path).string() : session_->path;
+  history_.emplace(session::ChangesFolder(), directory, session_->store->schema());
   const QString path = ToQString(session_->path);
   const QString name = session_->is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
-  pane_->ShowDirectory(std::move(base), session_->open_another);
+  who_->setText(session_->user.empty()
+                    ? QStringLiteral("Directory file %1").arg(Readable(name))
+                    : QStringLiteral("%1 on %2").arg(Readable(ToQString(session_->user)), name));
+  pane_->ShowDirectory(std::move(base), session_->open_another, &*fields_);
   return true;
 }
 
@@ -144,6 +158,7 @@ void MainWindow::OpenSelection() {
   if (selected.size() != 1 || !selected.front().kind.is_container) {
     return properties_->isEnabled() ? ShowProperties(selected) : void();
   }
+  if (pane_->find().IsAsking()) return pane_->GoTo(selected.front().dn);
   pane_->GoToChild(selected.front().dn);
 }
 
@@ -153,13 +168,17 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   for (const session::DirectoryObject& object : selection) names.append(ToQString(object.dn));
   const QString key = names.join(QLatin1Char('\n'));
   if (sheets_.Raise(key)) return;
-  SheetResult made = MakePropertySheet(selection, session_->specifiers,
-                                       {.store = *store_,
-                                        .platform = platform_->platform(),
-                                        .templates = module_,
-                                        .errands = &errands_,
-                                        .desk = &desk_},
-                                       this);
+  SheetResult made = MakePropertySheet(
+      selection, session_->specifiers,
+      {.store = *store_,
+       .platform = platform_->platform(),
+       .templates = module_,
+       .errands = &errands_,
+       .desk = &desk_,
+       .history = &*history_,
+       .open_another = session_->open_another},
+      this,
+      [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
   if (made.is_stopped) return;
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
@@ -171,6 +190,10 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   QtPropertySheet* const sheet = made.sheet.get();
   sheet->machine().on_applied = [this, sheet, objects, is_outdated = made.is_outdated] {
     pane_->RefreshList();
+    if (!history_->failure().empty()) {
+      statusBar()->showMessage(QStringLiteral("This change cannot be taken back: %1")
+                                   .arg(Readable(ToQString(history_->failure()))));
+    }
     if (!is_outdated()) return;
     // Later: the sheet stands on the stack.
     QMetaObject::invokeMethod(
@@ -189,6 +212,25 @@ void MainWindow::OpenAnew(QtPropertySheet& sheet,
   if (!open.isEmpty()) open.back()->SelectPage(page);
 }
 
+void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& from) {
+  if (!from.isModal()) return ShowProperties(std::span(&object, 1));
+  // Nothing beside a modal window can be used: over it, the sheet is waited for.
+  const SheetResult made = MakePropertySheet(std::span(&object, 1), session_->specifiers,
+                                             {.store = *store_,
+                                              .platform = platform_->platform(),
+                                              .templates = module_,
+                                              .errands = &errands_,
+                                              .desk = &desk_,
+                                              .history = &*history_,
+                                              .open_another = session_->open_another},
+                                             &from);
+  if (!made.sheet) {
+    return ReportLater(QStringLiteral("There are no properties to show."), made.error);
+  }
+  made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
+  made.sheet->exec();
+}
+
 void MainWindow::UpdateActions() {
   const std::vector<session::DirectoryObject> selection = Selection();
   const std::vector<session::DirectoryObject> listed = pane_->list().Selection();
@@ -201,7 +243,7 @@ void MainWindow::UpdateActions() {
   properties_->setStatusTip(tip);
   properties_->setToolTip(PlainToolTip(tip));
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
-  refresh_->setEnabled(session_ != nullptr);
+  for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(session_ != nullptr);
   new_menu_->menuAction()->setEnabled(pane_->Container() != nullptr);
   parent_->setEnabled(pane_->HasParent());
 
@@ -264,6 +306,7 @@ void MainWindow::ReportLater(const QString& text, const QString& reason) {
 void MainWindow::closeEvent(QCloseEvent* event) {
   // Whoever waits needs all of this.
   event->setAccepted(!errands_.IsRunning() && sheets_.CloseAll());
+  if (event->isAccepted()) Remember();
 }
 
 }  // namespace pelora::console

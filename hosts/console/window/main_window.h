@@ -19,6 +19,7 @@
 #include "hosts/console/writing/qt_writing_desk.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/session/beside_store.h"
+#include "hosts/session/change_history.h"
 #include "hosts/session/directory_session.h"
 #include "hosts/session/new_object_kind.h"
 
@@ -69,6 +70,8 @@ class MainWindow final : public QMainWindow {
   /// The same directory for use on this thread: the window lives on while a server makes up its
   /// mind. Null when there is none.
   [[nodiscard]] ldap::IDirectoryStore* store() const { return store_.get(); }
+  /// The tree, the list, and what is found.
+  [[nodiscard]] DirectoryPane& pane() const { return *pane_; }
   /// Whether something is being read beside the window.
   [[nodiscard]] bool IsReading() const { return pane_->IsReading(); }
   /// Shows a failure as soon as the program waits for events again; one that is being shown already
@@ -77,8 +80,16 @@ class MainWindow final : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  /// A directory file that is dropped on the window is opened.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
+  /// Takes what an earlier window has left: its place, and the directory that it showed, which is
+  /// offered and not opened.
+  void Recall();
+  void Remember();
+  void OpenLast();
   void MakePane();
   void MakeActions();
   void MakeMenus();
@@ -89,9 +100,16 @@ class MainWindow final : public QMainWindow {
   [[nodiscard]] bool IsOpening() const;
   void FinishOpening(session::SessionResult result, std::function<void()> on_shown);
   void ShowOpened();
+  void UndoLast();
+  void RedoLast();
+  void ShowHistory();
+  /// Takes a go back, or does it again, and tells what became of it.
+  void TakeBack(const session::PastChange& past, bool again);
   void OpenSelection();
   /// Shows the properties as they are by now, at the same page.
   void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
+  /// Shows the settings of an object that was found from within another window.
+  void ShowAnother(const session::DirectoryObject& object, QWidget& from);
   void UpdateActions();
   void AskForFile();
   void AskForServer();
@@ -105,8 +123,11 @@ class MainWindow final : public QMainWindow {
   /// The session's directory for the window's thread, which is not to wait.
   std::unique_ptr<session::BesideStore> store_;
   std::optional<ldap::StoreDirectoryService> service_;
+  std::optional<session::ChangeHistory> history_;
   std::optional<QtChoosers> choosers_;
   std::optional<ConsolePlatform> platform_;
+  /// What the list can show of the directory's objects.
+  std::optional<session::FieldCatalogue> fields_;
   SheetWindows sheets_;
 
   DirectoryPane* pane_ = nullptr;
@@ -120,10 +141,13 @@ class MainWindow final : public QMainWindow {
   };
   std::optional<Opened> opened_;
   QTimer until_shown_;
+  /// The directory that an earlier window has shown.
+  QString last_;
   /// Failures that are being shown.
   QSet<QString> reports_;
   QLabel* count_ = nullptr;
   QLabel* hint_ = nullptr;
+  QLabel* who_ = nullptr;
   QAction* open_file_ = nullptr;
   QAction* connect_ = nullptr;
   QAction* quit_ = nullptr;
@@ -134,8 +158,13 @@ class MainWindow final : public QMainWindow {
   QAction* stop_ = nullptr;
   QAction* advanced_ = nullptr;
   QAction* parent_ = nullptr;
+  QAction* undo_ = nullptr;
+  QAction* redo_ = nullptr;
+  QAction* past_ = nullptr;
   QAction* review_ = nullptr;
   QAction* find_ = nullptr;
+  QAction* open_last_ = nullptr;
+  QAction* filter_ = nullptr;
   QAction* about_ = nullptr;
 };
 

@@ -50,6 +50,9 @@ void MainWindow::MakeActions() {
                   QStringLiteral("&Connect to Domain..."),
                   QStringLiteral("Show the domain of a domain controller"),
                   {QKeySequence(QStringLiteral("Ctrl+L"))}, [this] { AskForServer(); });
+  open_last_ =
+      make({}, QStringLiteral("Open &Again"),
+           QStringLiteral("Show the directory that was shown last"), {}, [this] { OpenLast(); });
   quit_ = make(ThemeIcon("application-exit", QStyle::SP_DialogCloseButton), QStringLiteral("&Quit"),
                QStringLiteral("Close the console"), {QKeySequence(QStringLiteral("Ctrl+Q"))},
                [this] { close(); });
@@ -75,13 +78,26 @@ void MainWindow::MakeActions() {
   parent_ = make(ThemeIcon("go-up", QStyle::SP_FileDialogToParent), QStringLiteral("&Up"),
                  QStringLiteral("Show the container above"),
                  {QKeySequence(QStringLiteral("Alt+Up"))}, [this] { pane_->GoToParent(); });
+  undo_ =
+      make(ThemeIcon("edit-undo", QStyle::SP_ArrowBack), QStringLiteral("&Undo Last Change"),
+           QStringLiteral("Take back what was written last, unless somebody has changed it since"),
+           {QKeySequence::Undo}, [this] { UndoLast(); });
+  redo_ = make(ThemeIcon("edit-redo", QStyle::SP_ArrowForward), QStringLiteral("&Redo"),
+               QStringLiteral("Do again what was taken back last"), {QKeySequence::Redo},
+               [this] { RedoLast(); });
+  past_ = make({}, QStringLiteral("&Changes..."),
+               QStringLiteral("Show what was written within the last 30 days"), {},
+               [this] { ShowHistory(); });
   review_ = make({}, QStringLiteral("&Review Every Change"),
                  QStringLiteral("Show what will be written first, for a single object too"), {},
                  [this](bool checked) { desk_.reviews_everything = checked; });
   review_->setCheckable(true);
-  find_ = make(ThemeIcon("edit-find", QStyle::SP_FileDialogContentsView), QStringLiteral("&Filter"),
-               QStringLiteral("Narrow the list to a text"), {QKeySequence::Find},
-               [this] { pane_->list().filter().setFocus(); });
+  find_ = make(ThemeIcon("edit-find", QStyle::SP_FileDialogContentsView), QStringLiteral("&Find"),
+               QStringLiteral("Find objects by names, addresses, a pasted list"),
+               {QKeySequence::Find}, [this] { pane_->Find(); });
+  filter_ = make({}, QStringLiteral("Fi&lter"), QStringLiteral("Narrow the list to a text"),
+                 {QKeySequence(QStringLiteral("Ctrl+Shift+F"))},
+                 [this] { pane_->list().filter().setFocus(); });
   about_ = make(ThemeIcon("help-about", QStyle::SP_MessageBoxInformation),
                 QStringLiteral("&About Pelora Console"),
                 QStringLiteral("Show the console's version"), {}, [this] { ShowAbout(); });
@@ -89,22 +105,25 @@ void MainWindow::MakeActions() {
 
 void MainWindow::MakeMenus() {
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-  file->addActions({open_file_, connect_, quit_});
+  file->addActions({open_file_, connect_, open_last_, quit_});
   file->insertSeparator(quit_);
   QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-  edit->addAction(review_);
+  edit->addActions({undo_, redo_, past_, review_});
+  edit->insertSeparator(review_);
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
   object->addMenu(new_menu_);
   object->addActions({open_container_, properties_});
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
-  view->addActions({refresh_, stop_, parent_, find_, advanced_});
+  view->addActions({find_, filter_, refresh_, stop_, parent_, advanced_});
+  view->addSeparator();
+  view->addActions(pane_->view_actions().actions());
   QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
   help->addAction(about_);
 
   QToolBar* tools = addToolBar(QStringLiteral("Tools"));
   tools->setObjectName(QStringLiteral("tools"));
   tools->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  tools->addActions({parent_, refresh_, stop_, new_menu_->menuAction(), properties_});
+  tools->addActions({find_, parent_, refresh_, stop_, new_menu_->menuAction(), properties_});
   if (auto* opener = qobject_cast<QToolButton*>(tools->widgetForAction(new_menu_->menuAction()))) {
     opener->setPopupMode(QToolButton::InstantPopup);
   }

@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPalette>
+#include <algorithm>
+#include <array>
 
 namespace pelora::console {
 namespace {
@@ -105,7 +107,94 @@ void DrawOther(QPainter& painter) {
   painter.drawLine(QPointF(9.5, 5), QPointF(13, 5));
 }
 
+/// A door that stands open.
+void DrawRoom(QPainter& painter) {
+  painter.drawRect(QRectF(3, 1.5, 10, 13));
+  QPainterPath door;
+  door.moveTo(3, 1.5);
+  door.lineTo(9, 3.5);
+  door.lineTo(9, 12.5);
+  door.lineTo(3, 14.5);
+  door.closeSubpath();
+  Outline(painter, door);
+  painter.drawEllipse(QPointF(7.2, 8), 0.5, 0.5);
+}
+
+/// A projector with its beam.
+void DrawEquipment(QPainter& painter) {
+  painter.drawRect(QRectF(1.5, 6, 8.5, 6));
+  painter.drawEllipse(QPointF(7.5, 9), 1.4, 1.4);
+  painter.drawLine(QPointF(11, 7.5), QPointF(14.5, 5));
+  painter.drawLine(QPointF(11, 9), QPointF(14.5, 9));
+  painter.drawLine(QPointF(11, 10.5), QPointF(14.5, 13));
+  painter.drawLine(QPointF(3, 12), QPointF(3, 14));
+  painter.drawLine(QPointF(8.5, 12), QPointF(8.5, 14));
+}
+
+/// A tray that several people use.
+void DrawSharedStore(QPainter& painter) {
+  QPainterPath tray;
+  tray.moveTo(1.5, 9);
+  tray.lineTo(5, 9);
+  tray.lineTo(6.5, 11);
+  tray.lineTo(9.5, 11);
+  tray.lineTo(11, 9);
+  tray.lineTo(14.5, 9);
+  tray.lineTo(14.5, 14.5);
+  tray.lineTo(1.5, 14.5);
+  tray.closeSubpath();
+  Outline(painter, tray);
+  painter.drawEllipse(QPointF(5, 3.2), 1.7, 1.7);
+  painter.drawEllipse(QPointF(11, 3.2), 1.7, 1.7);
+  painter.drawLine(QPointF(3, 7), QPointF(7, 7));
+  painter.drawLine(QPointF(9, 7), QPointF(13, 7));
+}
+
+/// A user behind a bar.
+void DrawDisabled(QPainter& painter) {
+  DrawUser(painter);
+  painter.drawLine(QPointF(2, 14.5), QPointF(14, 1.5));
+}
+
+/// A user in outline only.
+void DrawNoMailbox(QPainter& painter) {
+  painter.setBrush(Qt::NoBrush);
+  QPen dotted = painter.pen();
+  dotted.setDashPattern({1.5, 1.5});
+  painter.setPen(dotted);
+  DrawUser(painter);
+}
+
+/// A computer that others are connected to.
+void DrawServer(QPainter& painter) {
+  for (const double y : {1.5, 6.0, 10.5}) {
+    painter.drawRect(QRectF(2.5, y, 11, 4));
+    painter.drawEllipse(QPointF(5, y + 2), 0.7, 0.7);
+    painter.drawLine(QPointF(7.5, y + 2), QPointF(11.5, y + 2));
+  }
+}
+
 using Drawing = void (*)(QPainter&);
+
+struct MarkLook {
+  session::ObjectMark mark;
+  Drawing drawing;
+  const char* text;
+};
+
+constexpr std::array kMarks = {
+    MarkLook{session::ObjectMark::kRoom, &DrawRoom, "Room"},
+    MarkLook{session::ObjectMark::kEquipment, &DrawEquipment, "Equipment"},
+    MarkLook{session::ObjectMark::kSharedStore, &DrawSharedStore, "Shared store"},
+    MarkLook{session::ObjectMark::kDisabled, &DrawDisabled, "Disabled account"},
+    MarkLook{session::ObjectMark::kNoMailbox, &DrawNoMailbox, "No mailbox"},
+    MarkLook{session::ObjectMark::kServer, &DrawServer, "Pelora server"},
+};
+
+const MarkLook* LookOf(session::ObjectMark mark) {
+  const auto found = std::ranges::find(kMarks, mark, &MarkLook::mark);
+  return found == kMarks.end() ? nullptr : &*found;
+}
 
 Drawing DrawingOf(session::ObjectIcon icon) {
   switch (icon) {
@@ -135,7 +224,7 @@ Drawing DrawingOf(session::ObjectIcon icon) {
 
 class ObjectIconEngine final : public QIconEngine {
  public:
-  explicit ObjectIconEngine(session::ObjectIcon icon) : icon_(icon) {}
+  ObjectIconEngine(session::ObjectIcon icon, session::ObjectMark mark) : icon_(icon), mark_(mark) {}
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     const QPalette palette = QGuiApplication::palette();
@@ -151,7 +240,8 @@ class ObjectIconEngine final : public QIconEngine {
     painter->scale(rect.width() / kGrid, rect.height() / kGrid);
     painter->setPen(QPen(line, 1.1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter->setBrush(fill);
-    DrawingOf(icon_)(*painter);
+    const MarkLook* const look = LookOf(mark_);
+    (look != nullptr ? look->drawing : DrawingOf(icon_))(*painter);
     painter->restore();
   }
 
@@ -163,14 +253,22 @@ class ObjectIconEngine final : public QIconEngine {
     return drawn;
   }
 
-  [[nodiscard]] QIconEngine* clone() const override { return new ObjectIconEngine(icon_); }
+  [[nodiscard]] QIconEngine* clone() const override { return new ObjectIconEngine(icon_, mark_); }
 
  private:
   session::ObjectIcon icon_;
+  session::ObjectMark mark_;
 };
 
 }  // namespace
 
-QIcon IconOf(session::ObjectIcon icon) { return QIcon(new ObjectIconEngine(icon)); }
+QIcon IconOf(session::ObjectIcon icon, session::ObjectMark mark) {
+  return QIcon(new ObjectIconEngine(icon, mark));
+}
+
+QString TextOf(session::ObjectMark mark) {
+  const MarkLook* const look = LookOf(mark);
+  return look == nullptr ? QString() : QString::fromLatin1(look->text);
+}
 
 }  // namespace pelora::console

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/window/object_list_model.h"
 
-#include <array>
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "hosts/console/text/plain_text.h"
@@ -9,29 +10,44 @@
 #include "hosts/console/window/object_icons.h"
 
 namespace pelora::console {
-namespace {
 
-constexpr std::array kHeads = {"Name", "Type", "Description"};
+void ObjectListModel::SetColumns(std::vector<session::ListColumn> columns) {
+  beginResetModel();
+  rows_.clear();
+  columns_ = std::move(columns);
+  ForgetOrder();
+  endResetModel();
+}
 
-}  // namespace
-
-void ObjectListModel::Append(std::vector<session::DirectoryObject> objects) {
-  rows_.reserve(rows_.size() + objects.size());
-  for (session::DirectoryObject& object : objects) {
-    Texts texts = {ToQString(object.name), ToQString(object.kind.type_text),
-                   ToQString(object.description)};
-    rows_.push_back({.object = std::move(object), .texts = std::move(texts)});
+void ObjectListModel::Append(std::vector<session::ListedObject> objects) {
+  // Growing to what is needed and no more would move all rows at every arrival.
+  if (rows_.size() + objects.size() > rows_.capacity()) {
+    rows_.reserve(std::max(rows_.size() + objects.size(), rows_.capacity() * 2));
+  }
+  for (session::ListedObject& listed : objects) {
+    Row row{.object = std::move(listed.object), .texts = {}};
+    row.texts.reserve(static_cast<qsizetype>(columns_.size()));
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+      QString text = column < listed.cells.size() ? ToQString(listed.cells[column]) : QString();
+      const bool repeats =
+          !rows_.empty() && rows_.back().texts[static_cast<qsizetype>(column)] == text;
+      // A copy shares its characters with what it is a copy of.
+      row.texts.append(repeats ? rows_.back().texts[static_cast<qsizetype>(column)]
+                               : std::move(text));
+    }
+    rows_.push_back(std::move(row));
   }
 }
 
-void ObjectListModel::SetObjects(std::vector<session::DirectoryObject> objects) {
+void ObjectListModel::SetObjects(std::vector<session::ListedObject> objects) {
   beginResetModel();
   rows_.clear();
+  ForgetOrder();
   Append(std::move(objects));
   endResetModel();
 }
 
-void ObjectListModel::AddObjects(std::vector<session::DirectoryObject> objects) {
+void ObjectListModel::AddObjects(std::vector<session::ListedObject> objects) {
   if (objects.empty()) return;
   const int first = rowCount({});
   beginInsertRows({}, first, first + static_cast<int>(objects.size()) - 1);
@@ -39,28 +55,78 @@ void ObjectListModel::AddObjects(std::vector<session::DirectoryObject> objects) 
   endInsertRows();
 }
 
+void ObjectListModel::ForgetOrder() {
+  ordered_column_ = -1;
+  text_order_.clear();
+  number_order_.clear();
+}
+
+void ObjectListModel::LearnOrder(int column) const {
+  if (ordered_column_ != column) {
+    text_order_.clear();
+    number_order_.clear();
+    ordered_column_ = column;
+  }
+  const bool is_number =
+      columns_[static_cast<std::size_t>(column)].order == session::ListColumn::Order::kNumber;
+  const std::size_t known = is_number ? number_order_.size() : text_order_.size();
+  for (std::size_t row = known; row < rows_.size(); ++row) {
+    const QString& text = rows_[row].texts[column];
+    if (!is_number) {
+      text_order_.push_back(collation_.KeyOf(text));
+      continue;
+    }
+    bool is_digits = false;
+    const qlonglong number = text.toLongLong(&is_digits);
+    number_order_.push_back(is_digits ? number : std::numeric_limits<qlonglong>::min());
+  }
+}
+
+bool ObjectListModel::IsBefore(int column, int left, int right) const {
+  LearnOrder(column);
+  const auto first = static_cast<std::size_t>(left);
+  const auto second = static_cast<std::size_t>(right);
+  if (!number_order_.empty()) return number_order_[first] < number_order_[second];
+  return text_order_[first].compare(text_order_[second]) < 0;
+}
+
 int ObjectListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
 
 int ObjectListModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : kColumnCount;
+  return parent.isValid() ? 0 : static_cast<int>(columns_.size());
 }
 
 QVariant ObjectListModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
-  if (role == Qt::DisplayRole) return row.texts[static_cast<std::size_t>(index.column())];
-  if (role == Qt::ToolTipRole && index.column() == kDescription) {
-    return PlainToolTip(row.texts[kDescription]);
+  const QString& text = row.texts[index.column()];
+  const bool is_number = columns_[static_cast<std::size_t>(index.column())].order ==
+                         session::ListColumn::Order::kNumber;
+  switch (role) {
+    case Qt::DisplayRole:
+      return text;
+    case Qt::ToolTipRole:
+      return PlainToolTip(text);
+    case Qt::TextAlignmentRole:
+      return is_number ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
+    case Qt::DecorationRole:
+      return index.column() == kName ? QVariant(IconOf(row.object.kind.icon, row.object.mark))
+                                     : QVariant();
+    case Qt::AccessibleDescriptionRole:
+      return index.column() == kName ? QVariant(TextOf(row.object.mark)) : QVariant();
+    default:
+      return {};
   }
-  if (role == Qt::DecorationRole && index.column() == kName) return IconOf(row.object.kind.icon);
-  return {};
 }
 
 QVariant ObjectListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return QString::fromLatin1(kHeads[static_cast<std::size_t>(section)]);
+  if (orientation != Qt::Horizontal) return {};
+  const session::ListColumn& column = columns_[static_cast<std::size_t>(section)];
+  if (role == Qt::DisplayRole) return ToQString(column.title);
+  if (role == Qt::ToolTipRole) return PlainToolTip(ToQString(column.place));
+  return {};
 }
 
 }  // namespace pelora::console

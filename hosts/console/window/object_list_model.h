@@ -2,26 +2,38 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QCollatorSortKey>
 #include <QString>
-#include <array>
 #include <vector>
 
-#include "hosts/session/directory_browser.h"
+#include "hosts/console/text/collation.h"
+#include "hosts/session/find/list_columns.h"
 
 namespace pelora::console {
 
-/// The objects of one container as rows of name, type and description.
+/// Objects as rows of chosen columns. It is made for 100,000 of them: no row has a widget, texts
+/// that repeat are kept once, and what a column is ordered by is worked out once.
 class ObjectListModel final : public QAbstractTableModel {
  public:
-  enum Column : int { kName, kType, kDescription, kColumnCount };
+  /// Whatever columns there are, the first is the name.
+  static constexpr int kName = 0;
 
   using QAbstractTableModel::QAbstractTableModel;
 
-  void SetObjects(std::vector<session::DirectoryObject> objects);
-  void AddObjects(std::vector<session::DirectoryObject> objects);
+  /// Shows other columns; no objects are left.
+  void SetColumns(std::vector<session::ListColumn> columns);
+  void SetObjects(std::vector<session::ListedObject> objects);
+  void AddObjects(std::vector<session::ListedObject> objects);
   [[nodiscard]] const session::DirectoryObject& ObjectAt(int row) const {
     return rows_[static_cast<std::size_t>(row)].object;
   }
+  [[nodiscard]] const QString& TextAt(int row, int column) const {
+    return rows_[static_cast<std::size_t>(row)].texts[column];
+  }
+  [[nodiscard]] const std::vector<session::ListColumn>& columns() const { return columns_; }
+  /// Whether a row comes before another in the order of a column: numbers as numbers, texts as the
+  /// user's language has them, and what is empty first.
+  [[nodiscard]] bool IsBefore(int column, int left, int right) const;
 
   [[nodiscard]] int rowCount(const QModelIndex& parent) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent) const override;
@@ -30,16 +42,25 @@ class ObjectListModel final : public QAbstractTableModel {
                                     int role) const override;
 
  private:
-  using Texts = std::array<QString, kColumnCount>;
   /// Texts are made for the view once: it asks for them at every comparison and drawing.
   struct Row {
     session::DirectoryObject object;
-    Texts texts;
+    QList<QString> texts;
   };
 
-  void Append(std::vector<session::DirectoryObject> objects);
+  void Append(std::vector<session::ListedObject> objects);
+  /// Works out what the rows of a column are ordered by, as far as that is not known.
+  void LearnOrder(int column) const;
+  void ForgetOrder();
 
+  std::vector<session::ListColumn> columns_;
   std::vector<Row> rows_;
+
+  Collation collation_;
+  /// What is known of the order of one column, row by row.
+  mutable int ordered_column_ = -1;
+  mutable std::vector<QCollatorSortKey> text_order_;
+  mutable std::vector<qlonglong> number_order_;
 };
 
 }  // namespace pelora::console

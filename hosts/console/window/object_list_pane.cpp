@@ -6,40 +6,61 @@
 #include <QLineEdit>
 #include <QShortcut>
 #include <QSortFilterProxyModel>
+#include <QStyledItemDelegate>
+#include <QToolTip>
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <string_view>
 #include <unordered_set>
 
-#include "hosts/console/text/collation.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/session/fields/csv_writer.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::console {
 namespace {
 
 constexpr int kAnyColumn = -1;
-/// Widths of the columns before the last, in average characters.
+/// Widths of columns, in average characters.
 constexpr int kNameCharacters = 32;
-constexpr int kTypeCharacters = 24;
+constexpr int kOtherCharacters = 24;
+constexpr int kSortKeys = 9;
 
 /// The rows that the filter leaves, in the user's order.
 class ShownRows final : public QSortFilterProxyModel {
  public:
-  using QSortFilterProxyModel::QSortFilterProxyModel;
+  ShownRows(ObjectListModel& objects, QObject* parent)
+      : QSortFilterProxyModel(parent), objects_(objects) {}
 
  protected:
   [[nodiscard]] bool lessThan(const QModelIndex& left, const QModelIndex& right) const override {
-    return order_.IsBefore(left.data().toString(), right.data().toString());
+    return objects_.IsBefore(left.column(), left.row(), right.row());
   }
 
  private:
-  Collation order_;
+  const ObjectListModel& objects_;
+};
+
+/// Shows a tooltip only where the text does not fit.
+class CutTextTips final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override {
+    if (sizeHint(option, index).width() > option.rect.width()) {
+      return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    QToolTip::hideText();
+    return true;
+  }
 };
 
 }  // namespace
 
 ObjectListPane::ObjectListPane(QWidget* parent)
-    : QWidget(parent), model_(new ObjectListModel(this)), shown_(new ShownRows(this)) {
+    : QWidget(parent), model_(new ObjectListModel(this)), shown_(new ShownRows(*model_, this)) {
   shown_->setSourceModel(model_);
   shown_->setFilterKeyColumn(kAnyColumn);
   shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
@@ -61,7 +82,7 @@ void ObjectListPane::MakeFilter() {
   filter_ = new QLineEdit(this);
   filter_->setObjectName(QStringLiteral("object_filter"));
   filter_->setClearButtonEnabled(true);
-  filter_->setPlaceholderText(QStringLiteral("Part of a name, type or description"));
+  filter_->setPlaceholderText(QStringLiteral("Part of what a column shows"));
   connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
     shown_->setFilterFixedString(text);
     Q_EMIT ContentsChanged();
@@ -81,10 +102,13 @@ void ObjectListPane::MakeView() {
   view_->setAllColumnsShowFocus(true);
   view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   view_->setSortingEnabled(true);
-  view_->sortByColumn(ObjectListModel::kName, Qt::AscendingOrder);
-  const int character = fontMetrics().averageCharWidth();
-  view_->setColumnWidth(ObjectListModel::kName, kNameCharacters * character);
-  view_->setColumnWidth(ObjectListModel::kType, kTypeCharacters * character);
+  view_->setItemDelegate(new CutTextTips(view_));
+  view_->header()->setSectionsMovable(true);
+  view_->header()->setFirstSectionMovable(false);
+  SetColumns({{.name = "name", .title = "Name"},
+              {.name = "type", .title = "Type"},
+              {.name = "remark", .title = "Description"}});
+  MakeKeys();
   connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &ObjectListPane::SelectionChanged);
   connect(view_, &QTreeView::doubleClicked, this, &ObjectListPane::Opened);
@@ -94,7 +118,112 @@ void ObjectListPane::MakeView() {
   }
 }
 
-void ObjectListPane::SetObjects(std::vector<session::DirectoryObject> objects) {
+void ObjectListPane::MakeKeys() {
+  auto* down =
+      new QShortcut(QKeySequence(Qt::Key_Down), filter_, nullptr, nullptr, Qt::WidgetShortcut);
+  connect(down, &QShortcut::activated, this, [this] {
+    if (!view_->currentIndex().isValid()) {
+      view_->setCurrentIndex(shown_->index(0, ObjectListModel::kName));
+    }
+    view_->setFocus();
+  });
+  for (int place = 0; place < kSortKeys; ++place) {
+    auto* sort = new QShortcut(QKeySequence(static_cast<int>(Qt::CTRL) | (Qt::Key_1 + place)),
+                               view_, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(sort, &QShortcut::activated, this, [this, place] { SortBy(place); });
+  }
+}
+
+void ObjectListPane::SortBy(int place) {
+  const int column = view_->header()->logicalIndex(place);
+  if (column < 0) return;
+  const bool turns = view_->header()->sortIndicatorSection() == column &&
+                     view_->header()->sortIndicatorOrder() == Qt::AscendingOrder;
+  view_->sortByColumn(column, turns ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+void ObjectListPane::SetColumns(std::vector<session::ListColumn> columns) {
+  model_->SetColumns(std::move(columns));
+  const int character = fontMetrics().averageCharWidth();
+  for (int column = 0; column < model_->columnCount({}); ++column) {
+    const bool is_name = column == ObjectListModel::kName;
+    view_->setColumnWidth(column, (is_name ? kNameCharacters : kOtherCharacters) * character);
+  }
+  view_->sortByColumn(ObjectListModel::kName, Qt::AscendingOrder);
+}
+
+QByteArray ObjectListPane::Layout() const { return view_->header()->saveState(); }
+
+void ObjectListPane::SetLayout(const QByteArray& layout) {
+  const int count = view_->header()->count();
+  if (layout.isEmpty() || !view_->header()->restoreState(layout)) return;
+  const int sorted = view_->header()->sortIndicatorSection();
+  // A layout of other columns, or one that hides them all, is of no use.
+  if (view_->header()->count() != count || sorted < 0 || sorted >= count) {
+    return view_->sortByColumn(ObjectListModel::kName, Qt::AscendingOrder);
+  }
+  view_->sortByColumn(sorted, view_->header()->sortIndicatorOrder());
+}
+
+std::vector<int> ObjectListPane::RowsToGive() const {
+  QModelIndexList selected = view_->selectionModel()->selectedRows();
+  std::ranges::sort(selected, {}, &QModelIndex::row);
+  std::vector<int> rows;
+  for (const QModelIndex& row : selected) rows.push_back(shown_->mapToSource(row).row());
+  if (!rows.empty()) return rows;
+  for (int row = 0; row < shown_->rowCount(); ++row) {
+    rows.push_back(shown_->mapToSource(shown_->index(row, ObjectListModel::kName)).row());
+  }
+  return rows;
+}
+
+std::vector<int> ObjectListPane::ColumnsShown() const {
+  const QHeaderView& header = *view_->header();
+  std::vector<int> columns;
+  for (int place = 0; place < header.count(); ++place) {
+    const int column = header.logicalIndex(place);
+    if (!header.isSectionHidden(column)) columns.push_back(column);
+  }
+  return columns;
+}
+
+QString ObjectListPane::AsText() const {
+  const std::vector<int> columns = ColumnsShown();
+  QStringList lines;
+  QStringList cells;
+  for (const int column : columns) {
+    cells.append(model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+  }
+  lines.append(cells.join(QLatin1Char('\t')));
+  for (const int row : RowsToGive()) {
+    cells.clear();
+    for (const int column : columns) {
+      cells.append(ToQString(session::OnOneLine(ToUtf8(model_->TextAt(row, column)))));
+    }
+    lines.append(cells.join(QLatin1Char('\t')));
+  }
+  return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
+
+std::string ObjectListPane::AsCsv() const {
+  const std::vector<int> columns = ColumnsShown();
+  std::vector<std::string> cells = {"dn"};
+  for (const int column : columns) {
+    cells.push_back(model_->columns()[static_cast<std::size_t>(column)].name);
+  }
+  std::string table = session::CsvRow(cells);
+  std::unordered_set<std::string_view> known;
+  for (const int row : RowsToGive()) {
+    const std::string& dn = model_->ObjectAt(row).dn;
+    if (!known.insert(dn).second) continue;
+    cells = {dn};
+    for (const int column : columns) cells.push_back(ToUtf8(model_->TextAt(row, column)));
+    table += session::CsvRow(cells);
+  }
+  return table;
+}
+
+void ObjectListPane::SetObjects(std::vector<session::ListedObject> objects) {
   std::vector<std::string> selected;
   for (const session::DirectoryObject& object : Selection()) selected.push_back(object.dn);
   model_->SetObjects(std::move(objects));
@@ -102,7 +231,7 @@ void ObjectListPane::SetObjects(std::vector<session::DirectoryObject> objects) {
   Q_EMIT ContentsChanged();
 }
 
-void ObjectListPane::AddObjects(std::vector<session::DirectoryObject> objects) {
+void ObjectListPane::AddObjects(std::vector<session::ListedObject> objects) {
   model_->AddObjects(std::move(objects));
   Q_EMIT ContentsChanged();
 }
@@ -133,8 +262,11 @@ std::vector<session::DirectoryObject> ObjectListPane::Selection() const {
   std::ranges::sort(rows, {}, &QModelIndex::row);
   std::vector<session::DirectoryObject> selected;
   selected.reserve(static_cast<std::size_t>(rows.size()));
+  // What a rule finds has a row each, several of one object.
+  std::unordered_set<std::string_view> known;
   for (const QModelIndex& row : rows) {
-    selected.push_back(model_->ObjectAt(shown_->mapToSource(row).row()));
+    const session::DirectoryObject& object = model_->ObjectAt(shown_->mapToSource(row).row());
+    if (known.insert(object.dn).second) selected.push_back(object);
   }
   return selected;
 }

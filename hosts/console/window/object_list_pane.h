@@ -12,22 +12,40 @@ class QTreeView;
 
 namespace pelora::console {
 
-/// The objects of a container: a sortable list in which several can be selected, under a line that
+/// Objects in chosen columns: a sortable list in which several can be selected, under a line that
 /// narrows it to those with a text in any column.
+///
+/// Down in the line goes into the list, Ctrl and a digit orders by that column (again: the other
+/// way round), typing goes to the object whose name begins so.
 class ObjectListPane final : public QWidget {
   Q_OBJECT
 
  public:
   explicit ObjectListPane(QWidget* parent);
 
+  /// Shows other columns, the first of which is the name; no objects are left.
+  void SetColumns(std::vector<session::ListColumn> columns);
+  [[nodiscard]] const std::vector<session::ListColumn>& columns() const {
+    return model_->columns();
+  }
+  /// Order, widths and sorting of the columns, to be kept and to be set again for the same columns.
+  /// What is not understood changes nothing.
+  [[nodiscard]] QByteArray Layout() const;
+  void SetLayout(const QByteArray& layout);
   /// Shows other objects; those that were selected and are still there stay selected.
-  void SetObjects(std::vector<session::DirectoryObject> objects);
+  void SetObjects(std::vector<session::ListedObject> objects);
   /// Shows more objects.
-  void AddObjects(std::vector<session::DirectoryObject> objects);
+  void AddObjects(std::vector<session::ListedObject> objects);
   /// Selects the objects of these names, as far as they are shown; when none is, nothing changes.
   void Select(const std::vector<std::string>& names);
-  /// The selected objects, in the order shown.
+  /// The selected objects, in the order shown, each once.
   [[nodiscard]] std::vector<session::DirectoryObject> Selection() const;
+  /// The selected rows (without any: all that are shown) as lines with tabs, under a line of the
+  /// columns' titles.
+  [[nodiscard]] QString AsText() const;
+  /// The same objects, each once, as a table that `peloractl apply` reads: their distinguished
+  /// names, and the columns by the names that scripts have for them.
+  [[nodiscard]] std::string AsCsv() const;
   [[nodiscard]] int ShownCount() const;
   [[nodiscard]] int Count() const;
 
@@ -44,6 +62,12 @@ class ObjectListPane final : public QWidget {
  private:
   void MakeFilter();
   void MakeView();
+  void MakeKeys();
+  void SortBy(int place);
+  /// Rows of the model, in the order shown: the selected ones, or all.
+  [[nodiscard]] std::vector<int> RowsToGive() const;
+  /// Columns of the model, in the order shown.
+  [[nodiscard]] std::vector<int> ColumnsShown() const;
 
   ObjectListModel* model_;
   QSortFilterProxyModel* shown_;

@@ -46,8 +46,10 @@ const Command& ApplyCommand() {
       .summary = "Change many objects, a row each",
       .description =
           "The table's first row names its columns: dn or object, which names the object, and "
-          "FIELD,\nFIELD+ or FIELD-. The columns name and class are ignored, so that what list "
-          "--csv prints can be\nedited and applied. - reads standard input.",
+          "FIELD,\nFIELD+ or FIELD-. The columns name and class are ignored, and those that the "
+          "console "
+          "has for\nevery object (type, folder and so on), so that what list --csv prints and the "
+          "console exports\ncan be edited and applied. - reads standard input.",
       .options = {kOptions, WriteOptions()},
       .run = &RunApply};
   return kCommand;

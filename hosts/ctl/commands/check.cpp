@@ -9,7 +9,6 @@
 #include "hosts/ctl/workplace.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/session/check/run_check.h"
-#include "server/console_registration.h"
 
 namespace pelora::ctl {
 namespace {
@@ -26,22 +25,11 @@ std::vector<const session::CheckRule*> RulesOf(const CommandLine& line) {
   return rules;
 }
 
-session::CheckFields FieldsOf(FieldCatalogue& catalogue) {
-  session::CheckFields::RowsByClass rows;
-  for (const std::string_view class_name : RegisteredObjectClasses()) {
-    const std::vector<Field>& fields = catalogue.FieldsOf(class_name);
-    if (fields.empty()) continue;
-    std::vector<FieldRow>& of_class = rows[std::string(class_name)];
-    for (const Field& field : fields) of_class.push_back(field.row);
-  }
-  return session::CheckFields(std::move(rows));
-}
-
 void Check(const CommandLine& line, Workplace& workplace, const session::FindingSink& sink) {
   const std::string base = line.base.value_or("");
   const session::CheckRequest request = {.base = base, .rules = RulesOf(line)};
-  const ldap::StoreStatus status =
-      session::RunCheck(workplace.store(), request, FieldsOf(workplace.catalogue), sink);
+  const ldap::StoreStatus status = session::RunCheck(
+      workplace.store(), request, session::CheckFieldsOf(workplace.catalogue), sink);
   if (status.Ok()) return;
   if (status.code == ldap::kLdapNoSuchObject || status.code == ldap::kLdapInvalidDnSyntax) {
     throw WrongUsage(base + ": there is no such object to look below");

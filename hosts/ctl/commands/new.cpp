@@ -45,9 +45,11 @@ NewObjectWish WishOf(const CommandLine& line, FieldCatalogue& catalogue) {
 }
 
 /// The first line of standard input.
-std::string ReadPassword() {
-  std::string password = ReadInput("-");
-  password.resize(std::min(password.find_first_of("\r\n"), password.size()));
+session::Secret ReadPassword() {
+  std::string input = ReadInput("-");
+  const std::string_view line = std::string_view(input).substr(0, input.find_first_of("\r\n"));
+  session::Secret password{std::string(line)};
+  ldap::Wipe(input);
   if (password.empty()) throw WrongUsage("--password-stdin: standard input is empty");
   return password;
 }
@@ -58,6 +60,9 @@ int RunNew(const CommandLine& line, Program& program) {
   const bool is_user = wish.kind->account == session::AccountForm::kUser;
   if (line.password_stdin && !is_user) throw WrongUsage("--password-stdin is for users");
   CheckOutputs(line);
+  // The password stays in memory until the program ends.
+  std::optional<session::DumpGuard> guard;
+  if (line.password_stdin) guard.emplace();
   Workplace workplace(line, program);
   if (line.password_stdin) {
     if (!workplace.store().IsSealed()) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "hosts/ctl/fields/field_catalogue.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/pages/page_platform.h"
 #include "platform/ads.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/ctl/fields/field_catalogue.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/session/directory_browser.h"
 
 namespace pelora::ctl {

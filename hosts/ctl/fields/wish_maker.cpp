@@ -7,10 +7,11 @@
 #include "directory/ascii_case.h"
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/fields/address_list.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/objects/object_classes.h"
-#include "hosts/ctl/text/list_text.h"
 #include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/name_key.h"
+#include "hosts/session/typed/typed_number.h"
 #include "hosts/session/utf8_check.h"
 
 namespace pelora::ctl {
@@ -142,7 +143,7 @@ bool WishMaker::MakeSingle(const Assignment& assignment, const FieldValue& curre
     }
     case FieldKind::kNumber: {
       if (is_emptied) return true;
-      const std::optional<std::int64_t> number = NumberOfDigits(given);
+      const std::optional<std::int64_t> number = session::NumberOfDigits(given);
       if (!number) Refuse(field, "no number from 0 to 2147483647: " + given);
       wish.text = std::to_string(*number);
       return wish.text != printed;

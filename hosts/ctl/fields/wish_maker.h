@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/ctl/fields/field_value.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/fields/wish.h"
 #include "hosts/ctl/objects/object_finder.h"
 #include "hosts/ctl/text/assignment.h"

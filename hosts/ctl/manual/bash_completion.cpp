@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "hosts/ctl/command_line/command.h"
-#include "hosts/ctl/fields/field_value.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/fields/offline_catalogue.h"
 #include "hosts/session/check/check_rules.h"
 #include "hosts/session/new_object_kind.h"

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "hosts/ctl/fields/field_value.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/fields/offline_catalogue.h"
 #include "hosts/ctl/manual/manual_page.h"
 #include "hosts/session/check/check_rules.h"

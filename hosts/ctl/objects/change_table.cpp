@@ -11,12 +11,14 @@
 #include "hosts/ctl/results/result_text.h"
 #include "hosts/ctl/text/input_file.h"
 #include "hosts/ldap/name_key.h"
+#include "hosts/session/find/list_columns.h"
 
 namespace pelora::ctl {
 namespace {
 
 constexpr std::array<std::string_view, 2> kObjectColumns = {"dn", "object"};
-/// Printed by `list` for the person, and nothing to change.
+/// Printed by `list` for the person, and nothing to change. So is what the console's lists show of
+/// every object.
 constexpr std::array<std::string_view, 2> kIgnoredColumns = {"name", "class"};
 
 bool IsAmong(std::span<const std::string_view> names, const std::string& name) {
@@ -78,7 +80,7 @@ ChangeTable::Column ChangeTable::ColumnOf(const std::string& name, std::size_t l
                                           FieldCatalogue& catalogue) const {
   Column column;
   column.is_object = IsAmong(kObjectColumns, name);
-  column.is_ignored = IsAmong(kIgnoredColumns, name);
+  column.is_ignored = IsAmong(kIgnoredColumns, name) || IsAmong(session::OwnColumnWords(), name);
   if (column.is_object || column.is_ignored) return column;
   const std::optional<Assignment> assignment = ParseAssignment(name + "=");
   const Field* field = catalogue.FindAnywhere(assignment->field);

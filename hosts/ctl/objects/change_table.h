@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/ctl/fields/field_catalogue.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/objects/object_finder.h"
 #include "hosts/ctl/text/assignment.h"
 #include "hosts/ctl/text/csv_reader.h"

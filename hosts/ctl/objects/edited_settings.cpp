@@ -5,8 +5,7 @@
 #include <set>
 
 #include "directory/ascii_case.h"
-#include "hosts/ctl/objects/entry_object.h"
-#include "hosts/ctl/text/list_text.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ldap/name_key.h"
 
 namespace pelora::ctl {

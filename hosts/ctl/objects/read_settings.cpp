@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ctl/objects/read_settings.h"
 
-#include "hosts/ctl/objects/entry_object.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/objects/object_classes.h"
 #include "hosts/ldap/bound_attributes.h"
 #include "hosts/ldap/ldap_status.h"

@@ -11,6 +11,7 @@
 #include "hosts/ctl/pages/page_platform.h"
 #include "hosts/headless/headless_new_object_wizard.h"
 #include "hosts/session/directory_session.h"
+#include "hosts/session/secret.h"
 
 namespace pelora::ctl {
 
@@ -22,7 +23,7 @@ struct NewObjectWish {
   std::string container;
   std::vector<Assignment> assignments;
   /// None: the object gets no password.
-  std::optional<std::string> password{};
+  std::optional<session::Secret> password{};
 };
 
 /// Makes new objects through the wizards' pages in memory: fills them in, goes through them, and

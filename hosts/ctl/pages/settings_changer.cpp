@@ -8,7 +8,7 @@
 
 #include "directory/ascii_case.h"
 #include "hosts/ctl/ctl_error.h"
-#include "hosts/ctl/objects/entry_object.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/pages/fulfil_wishes.h"
 #include "hosts/headless/headless_property_sheet.h"
 #include "hosts/ldap/bound_attributes.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ctl/pages/what_enables.h"
 
-#include "hosts/ctl/fields/field_value.h"
+#include "hosts/ctl/fields/fields.h"
 
 namespace pelora::ctl {
 namespace {

@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "hosts/ctl/fields/field_catalogue.h"
+#include "hosts/ctl/fields/fields.h"
 #include "hosts/headless/headless_user.h"
 
 namespace pelora::ctl {

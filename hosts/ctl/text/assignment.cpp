@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ctl/text/assignment.h"
 
-#include <algorithm>
-#include <array>
-
-#include "directory/ascii_case.h"
 #include "hosts/ctl/ctl_error.h"
 
 namespace pelora::ctl {
@@ -22,13 +18,6 @@ std::optional<Assignment> ParseAssignment(std::string_view text) {
   assignment.field = field;
   assignment.value = text.substr(equals + 1);
   return assignment;
-}
-
-bool IsDistinguishedName(std::string_view text) {
-  constexpr std::array<std::string_view, 3> kPrefixes = {"CN=", "OU=", "DC="};
-  return std::ranges::any_of(kPrefixes, [text](std::string_view prefix) {
-    return EqualsWithoutCase(text.substr(0, prefix.size()), prefix);
-  });
 }
 
 ObjectsAndAssignments SortArguments(const std::vector<std::string>& arguments) {

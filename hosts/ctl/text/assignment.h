@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/session/distinguished_name.h"
+
 namespace pelora::ctl {
 
 /// What is asked of one field.
@@ -23,8 +25,7 @@ struct Assignment {
 /// field may come out empty.
 [[nodiscard]] std::optional<Assignment> ParseAssignment(std::string_view text);
 
-/// Whether a text begins as a distinguished name does: with `CN=`, `OU=` or `DC=`, in any case.
-[[nodiscard]] bool IsDistinguishedName(std::string_view text);
+using session::IsDistinguishedName;
 
 /// The arguments of a command that takes objects and assignments.
 struct ObjectsAndAssignments {

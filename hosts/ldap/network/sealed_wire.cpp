@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "hosts/ldap/wipe.h"
+
 namespace pelora::ldap {
 namespace {
 
@@ -93,7 +95,10 @@ ber_slen_t SealedWire::Send(const Write& write, const char* bytes, std::size_t s
     sent_ += static_cast<std::size_t>(count);
   }
   outgoing_.clear();
-  return static_cast<ber_slen_t>(sealed_.size());
+  const auto count = static_cast<ber_slen_t>(sealed_.size());
+  // It may have been a password.
+  Wipe(sealed_);
+  return count;
 }
 
 namespace {

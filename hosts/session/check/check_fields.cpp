@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "directory/ascii_case.h"
+#include "server/console_registration.h"
 
 namespace pelora::session {
 namespace {
@@ -58,6 +59,17 @@ const FieldRow* CheckFields::FindChoice(std::string_view class_name,
   return FindIn(rows_, class_name, [attribute](const FieldRow& row) {
     return row.choice_of && std::ranges::find(row.attributes, attribute) != row.attributes.end();
   });
+}
+
+CheckFields CheckFieldsOf(FieldCatalogue& catalogue) {
+  CheckFields::RowsByClass rows;
+  for (const std::string_view class_name : RegisteredObjectClasses()) {
+    const std::vector<Field>& fields = catalogue.FieldsOf(class_name);
+    if (fields.empty()) continue;
+    std::vector<FieldRow>& of_class = rows[std::string(class_name)];
+    for (const Field& field : fields) of_class.push_back(field.row);
+  }
+  return CheckFields(std::move(rows));
 }
 
 }  // namespace pelora::session

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hosts/ldap/attribute_name.h"
+#include "hosts/session/fields/field_catalogue.h"
 #include "platform/field_rows.h"
 
 namespace pelora::session {
@@ -44,5 +45,8 @@ class CheckFields {
   std::vector<std::string> name_attributes_;
   std::vector<std::string> server_attributes_;
 };
+
+/// The fields of every class that the extension has tabs for. The catalogue outlives them.
+[[nodiscard]] CheckFields CheckFieldsOf(FieldCatalogue& catalogue);
 
 }  // namespace pelora::session

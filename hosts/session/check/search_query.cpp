@@ -81,14 +81,27 @@ bool IsExtensibleMatch(std::string_view text) {
 /// there.
 class QueryReader {
  public:
-  explicit QueryReader(std::string_view text) : left_(text) {}
+  explicit QueryReader(std::string_view text) : length_(text.size()), left_(text) {}
 
-  [[nodiscard]] bool TakeAll() { return TakeFilter(0) && left_.empty(); }
+  [[nodiscard]] bool TakeAll() {
+    return TakeFilter(0) && (left_.empty() || Fail("nothing may stand behind the filter"));
+  }
+  /// After something was not there.
+  [[nodiscard]] QueryFault fault() const { return fault_; }
 
  private:
+  /// Takes down what is wrong at the place that is reached; the first word counts.
+  bool Fail(std::string_view reason) {
+    if (fault_.reason.empty()) fault_ = {.place = length_ - left_.size(), .reason = reason};
+    return false;
+  }
+
   bool TakeFilter(int depth) {
     SkipBlanks();
-    if (depth > kDeepest || !Take('(') || !TakeContent(depth) || !Take(')')) return false;
+    if (depth > kDeepest) return Fail("too many filters lie in one another");
+    if (!Take('(')) return Fail("an opening parenthesis is missing");
+    if (!TakeContent(depth)) return false;
+    if (!Take(')')) return Fail("a closing parenthesis is missing");
     SkipBlanks();
     return true;
   }
@@ -104,25 +117,31 @@ class QueryReader {
   }
 
   bool TakeItem() {
+    const std::size_t end = std::min(left_.find_first_of("()"), left_.size());
     const std::size_t equals = left_.find('=');
-    if (equals == std::string_view::npos || equals == 0) return false;
+    if (equals == 0 || equals == std::string_view::npos || equals > end) {
+      return Fail(end == 0 ? "a condition is missing" : "a condition is ATTRIBUTE=VALUE");
+    }
     const std::string_view before = left_.substr(0, equals);
-    left_.remove_prefix(equals + 1);
     const char sign = before.back();
     const std::string_view shorter = before.substr(0, before.size() - 1);
-    if (sign == ':') return IsExtensibleMatch(shorter) && TakeValue(false);
-    if (sign == '~' || sign == '<' || sign == '>') return IsAttribute(shorter) && TakeValue(false);
-    return IsAttribute(before) && TakeValue(true);
+    const bool is_extensible = sign == ':';
+    const bool is_compared = sign == '~' || sign == '<' || sign == '>';
+    const bool is_named =
+        is_extensible ? IsExtensibleMatch(shorter) : IsAttribute(is_compared ? shorter : before);
+    if (!is_named) return Fail("this is no name of an attribute");
+    left_.remove_prefix(equals + 1);
+    return TakeValue(!is_extensible && !is_compared);
   }
 
   /// A value up to the closing parenthesis, which stays.
   bool TakeValue(bool may_have_asterisks) {
     while (!left_.empty() && left_.front() != ')') {
       const char sign = left_.front();
-      if (sign == '(' || sign == '\0') return false;
-      if (sign == '*' && !may_have_asterisks) return false;
+      if (sign == '(' || sign == '\0') return Fail("in a value this is written \\28 or \\00");
+      if (sign == '*' && !may_have_asterisks) return Fail("in this value a star is written \\2a");
       if (sign == '\\' && (left_.size() < 3 || !IsHexDigit(left_[1]) || !IsHexDigit(left_[2]))) {
-        return false;
+        return Fail("two hexadecimal digits follow a backslash");
       }
       left_.remove_prefix(sign == '\\' ? 3 : 1);
     }
@@ -139,11 +158,19 @@ class QueryReader {
     left_.remove_prefix(std::min(left_.find_first_not_of(" \t\r\n"), left_.size()));
   }
 
+  std::size_t length_;
   std::string_view left_;
+  QueryFault fault_;
 };
 
 }  // namespace
 
 bool IsSearchQuery(std::string_view text) { return QueryReader(text).TakeAll(); }
+
+std::optional<QueryFault> FindQueryFault(std::string_view text) {
+  QueryReader reader(text);
+  if (reader.TakeAll()) return std::nullopt;
+  return reader.fault();
+}
 
 }  // namespace pelora::session

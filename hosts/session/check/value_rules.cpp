@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What can be wrong with an object's own numbers, texts and lists.
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <optional>
 
@@ -9,6 +8,7 @@
 #include "hosts/ldap/attribute_value.h"
 #include "hosts/session/check/rule_functions.h"
 #include "hosts/session/check/search_query.h"
+#include "hosts/session/typed/quota_limits.h"
 
 namespace pelora::session::rules {
 namespace {
@@ -18,27 +18,6 @@ constexpr std::string_view kSharedStore = CatalogueEntry("peloraSharedStoreOnly"
 constexpr std::string_view kFilter = CatalogueEntry("peloraFilter").name;
 constexpr std::string_view kHttpPort = CatalogueEntry("peloraHttpPort").name;
 constexpr std::string_view kSslPort = CatalogueEntry("peloraSslPort").name;
-
-/// The limits of one box.
-struct Quota {
-  std::string_view override_box;
-  struct Limit {
-    std::string_view attribute;
-    std::string_view word;
-  };
-  std::array<Limit, 3> limits;
-};
-
-constexpr std::array<Quota, 2> kQuotas = {{
-    {CatalogueEntry("peloraQuotaOverride").name,
-     {{{CatalogueEntry("peloraQuotaWarn").name, "warning"},
-       {CatalogueEntry("peloraQuotaSoft").name, "soft"},
-       {CatalogueEntry("peloraQuotaHard").name, "hard"}}}},
-    {CatalogueEntry("peloraUserDefaultQuotaOverride").name,
-     {{{CatalogueEntry("peloraUserDefaultQuotaWarn").name, "user default warning"},
-       {CatalogueEntry("peloraUserDefaultQuotaSoft").name, "user default soft"},
-       {CatalogueEntry("peloraUserDefaultQuotaHard").name, "user default hard"}}}},
-}};
 
 bool IsNumber(const Attribute& attribute) {
   return attribute.encoding == Encoding::kFlag || attribute.encoding == Encoding::kInteger;
@@ -59,9 +38,9 @@ std::string_view WhyOutOfRange(const Attribute& attribute, const std::string& va
 
 std::vector<std::string> QuotaAttributes(const CheckFields& /*fields*/) {
   std::vector<std::string> names;
-  for (const Quota& quota : kQuotas) {
+  for (const QuotaLimits& quota : kQuotaLimits) {
     names.emplace_back(quota.override_box);
-    for (const Quota::Limit& limit : quota.limits) names.emplace_back(limit.attribute);
+    for (const QuotaLimits::Limit& limit : quota.limits) names.emplace_back(limit.attribute);
   }
   return names;
 }
@@ -75,12 +54,12 @@ std::vector<std::string> NumberAttributes(const CheckFields& /*fields*/) {
 }
 
 void QuotaOrder(const CheckedObject& object, CheckNotes& notes) {
-  for (const Quota& quota : kQuotas) {
+  for (const QuotaLimits& quota : kQuotaLimits) {
     if (object.Number(quota.override_box) == 0) continue;
     std::string told;
     std::int64_t highest = 0;
     bool is_in_order = true;
-    for (const Quota::Limit& limit : quota.limits) {
+    for (const QuotaLimits::Limit& limit : quota.limits) {
       const std::int64_t number = object.Number(limit.attribute);
       // No limit; a negative one is wrong in a way of its own.
       if (number <= 0) continue;

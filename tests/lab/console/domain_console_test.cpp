@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QAction>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTabWidget>
@@ -117,6 +118,14 @@ TEST_F(DomainConsole, ShowsWhatADomainHolds) {
   EXPECT_THAT(Names(),
               IsSupersetOf({"Builtin", "Computers", "Domain Controllers", "Linden", "Users"}));
   EXPECT_THAT(Names(), Not(Contains("System"))) << "for an advanced view only";
+}
+
+TEST_F(DomainConsole, SaysAsWhomOneWorksAndWhere) {
+  const lab::EnvironmentVariable tickets("KRB5CCNAME", lab::TicketsOf(lab::kHelper));
+  Connect();
+  const auto* who = window().findChild<QLabel*>(QStringLiteral("who"));
+  EXPECT_THAT(ToUtf8(who->text()), ::testing::StartsWith("helper@"));
+  EXPECT_THAT(ToUtf8(who->text()), ::testing::EndsWith(" on " + lab::Server()));
 }
 
 TEST_F(DomainConsole, FindsAServerOfTheTicketsDomain) {
@@ -279,6 +288,34 @@ TEST_F(DomainConsole, ASecondRefreshStaysWhereTheFirstWasGoing) {
   server.Resume();
   Settle();
   EXPECT_THAT(Names(), ElementsAre("Ada Brandt", "Berta Önder", "Carla Weiß, Dr."));
+}
+
+TEST_F(DomainConsole, ADelegatedUserMayUseWhatHeMayChangeAndIsToldOfTheRest) {
+  // Whoever is signed in may change this one attribute of this one user.
+  constexpr const char* kHiddenOfTheSchema = "d4c40c79-ea86-4f53-86ab-ee5c3e0085bf";
+  (void)lab::OutputOf("samba-tool dsacl set --use-kerberos=required -H ldap://" + lab::Server() +
+                      " --action=allow --objectdn='" + AdaDn() + "' --sddl='(OA;;WP;" +
+                      kHiddenOfTheSchema + ";;AU)' 2>&1");
+  const lab::EnvironmentVariable tickets("KRB5CCNAME", lab::TicketsOf(lab::kHelper));
+  Connect();
+  DoubleClick("Linden");
+  DoubleClick("Ada Brandt");
+  ASSERT_EQ(Sheets().size(), 1);
+  const auto widget = [this](ControlId id) -> QWidget& {
+    return Sheets().front()->Dialog(0)->Find(id)->widget();
+  };
+  EXPECT_TRUE(widget(IDC_PELORA_HIDDEN).isEnabled());
+  EXPECT_FALSE(widget(IDC_PELORA_ACCOUNT).isEnabled());
+  EXPECT_THAT(ToUtf8(widget(IDC_PELORA_ACCOUNT).toolTip()),
+              HasSubstr("You have no right to change this."));
+  const bool was_hidden =
+      Sheets().front()->Dialog(0)->Check(IDC_PELORA_HIDDEN) == CheckState::kChecked;
+  contract::QtPlayer user(*Sheets().front());
+  user.Click(IDC_PELORA_HIDDEN);
+  Sheets().front()->accept();
+  EXPECT_THAT(Sheets(), IsEmpty());
+  EXPECT_THAT(lab::LdapSearch(AdaDn(), {"peloraHidden"}),
+              ElementsAre(was_hidden ? "peloraHidden: 0" : "peloraHidden: 1"));
 }
 
 }  // namespace

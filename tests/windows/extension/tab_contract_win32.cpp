@@ -8,7 +8,9 @@
 
 #include "hosts/windows/dialogs/win32_dialog.h"
 #include "hosts/windows/values/wide_text.h"
+#include "resources/resource.h"
 #include "tests/contract/features_tab_contract.h"
+#include "tests/contract/same_edits.h"
 #include "tests/contract/tab_company.h"
 #include "tests/contract/tab_contract.h"
 #include "tests/contract/user_tab_contract.h"
@@ -144,6 +146,11 @@ std::unique_ptr<TabConsole> MakeConsole() { return std::make_unique<Win32Console
 INSTANTIATE_TEST_SUITE_P(Win32, TabContract, EveryTab(&MakeConsole), TabName);
 INSTANTIATE_TEST_SUITE_P(Win32, FeaturesTabContract, ::testing::Values(&MakeConsole));
 INSTANTIATE_TEST_SUITE_P(Win32, UserTabContract, ::testing::Values(&MakeConsole));
+
+TEST(SameEdits, LeaveWhatEveryFaceLeaves) {
+  EXPECT_EQ(PlaySameEdits(*MakeConsole()), SameEditsDump());
+}
+
 INSTANTIATE_TEST_SUITE_P(Win32, TabLooks, EveryTab(&MakeConsole), TabName);
 
 }  // namespace

@@ -3,6 +3,7 @@
 // common: how they are drawn, and everything that passes between page, console and new object.
 #include "hosts/windows/values/wide_text.h"
 #include "resources/resource.h"
+#include "tests/contract/same_edits.h"
 #include "tests/windows/support/picked_objects.h"
 #include "tests/windows/support/stand_in_picker.h"
 #include "tests/windows/wizards/wizard_test.h"
@@ -76,6 +77,28 @@ TEST_F(EveryWizardTest, User) {
                    "Put <new> peloraUserServer \"nöde-2\"", "Put <new> mail \"ö@x.test\"",
                    "WriteData 1 = 1", "SetInfo <new>", "WriteData 3 = 1"}));
   EXPECT_EQ(console_.summaries(), Lines{"Pelora enabled"});
+}
+
+TEST_F(EveryWizardTest, TheUserThatEveryFaceMakes) {
+  using contract::SameNewUser;
+  const std::string server = std::string("LDAP://") + SameNewUser::kServer;
+  console_.directory().AddObject(server, {{"cn", Variant::String("mail02")}});
+  Open("CWizardExtUser");
+  GoToPage(SameNewUser::kName);
+  console_.User().Click(IDC_CREATE_PELORA);
+  console_.User().ChooseComboRow(IDC_ACCOUNT_TYPE, 2);
+  console_.User().Type(IDC_CAPACITY, SameNewUser::kCapacity);
+  console_.User().Click(IDC_PELORA_HIDDEN);
+  console_.User().Type(IDC_NEW_ADDRESS, SameNewUser::kAddress);
+  Pick(IDC_SERVER_SELECT, server);
+  (void)Finish();
+  const std::string made = WizardConsole::PathOf(SameNewUser::kName);
+  EXPECT_EQ(contract::NewUserDump([&](std::string_view attribute) -> Lines {
+              const Variant value = console_.directory().Value(made, attribute);
+              if (value.IsEmpty()) return {};
+              return {value.type() == VT_I4 ? std::to_string(value.integer()) : value.string()};
+            }),
+            contract::kSameNewUserDump);
 }
 
 TEST_F(EveryWizardTest, AddressList) {

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/fields/checked_dialogs.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "hosts/console/dialogs/qt_dialog.h"
+#include "hosts/console/fields/page_foot.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/session/typed/address_owner.h"
+#include "hosts/session/typed/field_roles.h"
+#include "hosts/session/typed/typed_address.h"
+
+namespace pelora::console {
+namespace {
+
+using session::DirectoryObject;
+using session::Judgement;
+using session::Verdict;
+
+/// After so long without a key the directory is asked.
+constexpr std::chrono::milliseconds kPause{250};
+
+/// Stands between a dialog and its controller, and looks at what is typed.
+class CheckedDialog final : public IDialogController {
+ public:
+  CheckedDialog(IDialogController& controller, ControlId text, CheckedDialogs& dialogs)
+      : controller_(controller), text_(text), dialogs_(dialogs) {
+    pause_.setSingleShot(true);
+    pause_.setInterval(kPause);
+    QObject::connect(&pause_, &QTimer::timeout, &pause_, [this] { AskForOwner(); });
+  }
+
+  std::int32_t OnInitDialog(IDialog& dialog) override {
+    const std::int32_t result = controller_.OnInitDialog(dialog);
+    dialog_ = dynamic_cast<QtDialog*>(&dialog);
+    if (dialog_ != nullptr) {
+      given_ = dialog_->Text(text_);
+      AddFoot(*dialog_->widget().window());
+      Judge();
+    }
+    return result;
+  }
+  std::int32_t OnCommand(ControlId id, ControlNotification notification) override {
+    const bool is_edit = id == text_ && notification == ControlNotification::kEditChange;
+    if (is_edit && dialog_ != nullptr) Judge();
+    return controller_.OnCommand(id, notification);
+  }
+  void OnListViewItemChanged(ControlId id, const ListViewItemChange& change) override {
+    controller_.OnListViewItemChanged(id, change);
+  }
+  void OnListViewDoubleClick(ControlId id, RowIndex row) override {
+    controller_.OnListViewDoubleClick(id, row);
+  }
+  [[nodiscard]] TextRole ListViewTextRole(ControlId id, RowIndex row,
+                                          std::size_t column) const override {
+    return controller_.ListViewTextRole(id, row, column);
+  }
+  std::int32_t OnPageNotification(PageNotification notification) override {
+    return controller_.OnPageNotification(notification);
+  }
+  void OnDestroy() override {
+    dialog_ = nullptr;
+    controller_.OnDestroy();
+  }
+
+ private:
+  void AddFoot(QWidget& window) {
+    foot_ = new PageFoot(&window);
+    const QSize size = dialog_->widget().size();
+    foot_->setGeometry(0, size.height(), size.width(), foot_->height());
+    window.setFixedSize(size.width(), size.height() + foot_->height());
+  }
+
+  void Judge() {
+    typed_ = dialog_->Text(text_);
+    Judgement judgement = session::JudgeAddress(typed_);
+    const bool is_given = typed_ == given_;
+    if (is_given && judgement.verdict == Verdict::kWrong) judgement.verdict = Verdict::kOdd;
+    const bool is_wrong = judgement.verdict == Verdict::kWrong;
+    dialog_->SetEnabled(static_cast<ControlId>(kDialogOk), !is_wrong);
+    Show(judgement);
+    pause_.stop();
+    if (!is_wrong && !is_given && !typed_.empty() && dialogs_.questions != nullptr) pause_.start();
+  }
+
+  void Show(const Judgement& judgement) {
+    FootNote note{.text = ToQString(judgement.sentence)};
+    if (judgement.verdict == Verdict::kWrong) note.level = FootNote::Level::kWrong;
+    if (judgement.verdict == Verdict::kOdd) note.level = FootNote::Level::kOdd;
+    if (foot_ != nullptr) foot_->Show(note);
+  }
+
+  void AskForOwner() {
+    dialogs_.questions->Ask([alive = std::weak_ptr<CheckedDialog*>(self_), address = typed_,
+                             own = dialogs_.own](ldap::IDirectoryStore& store) {
+      return [alive, address, owner = session::FindAddressOwner(store, address, own)] {
+        const auto self = alive.lock();
+        if (self && owner) (*self)->ShowOwner(address, *owner);
+      };
+    });
+  }
+
+  void ShowOwner(const std::string& address, const DirectoryObject& owner) {
+    if (dialog_ == nullptr || foot_ == nullptr || typed_ != address) return;
+    FootNote note{.level = FootNote::Level::kOdd,
+                  .text = QStringLiteral("This is an address of %1.").arg(ToQString(owner.name))};
+    if (dialogs_.show_object) {
+      note.action = QStringLiteral("O&pen");
+      note.act = [this, owner] { dialogs_.show_object(owner, *foot_->window()); };
+    }
+    foot_->Show(note);
+  }
+
+  IDialogController& controller_;
+  ControlId text_;
+  CheckedDialogs& dialogs_;
+  QtDialog* dialog_ = nullptr;
+  QPointer<PageFoot> foot_;
+  /// What the dialog was opened with, and what stands in it now.
+  std::string given_;
+  std::string typed_;
+  QTimer pause_;
+  /// Answers may come when the dialog is gone.
+  std::shared_ptr<CheckedDialog*> self_ = std::make_shared<CheckedDialog*>(this);
+};
+
+}  // namespace
+
+std::int32_t CheckedDialogs::Run(DialogId dialog, IDialog* owner, IDialogController& controller) {
+  const FieldRow* const field = field_of ? field_of(dialog) : nullptr;
+  if (field == nullptr || !session::HoldsAddresses(*field))
+    return inner_.Run(dialog, owner, controller);
+  CheckedDialog checked(controller, field->typed_in.text, *this);
+  return inner_.Run(dialog, owner, checked);
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/fields/page_care.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <algorithm>
+#include <utility>
+
+#include "hosts/console/dialogs/button_controls.h"
+#include "hosts/console/text/plain_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/session/field_values.h"
+
+namespace pelora::console {
+namespace {
+
+using session::FieldJudgement;
+using session::Verdict;
+
+Verdict VerdictOf(const FieldJudgement& note) { return note.judgement.verdict; }
+
+MarkKind KindOf(Verdict verdict) {
+  switch (verdict) {
+    case Verdict::kWrong:
+      return MarkKind::kWrong;
+    case Verdict::kOdd:
+      return MarkKind::kOdd;
+    case Verdict::kFine:
+      break;
+  }
+  return MarkKind::kChanged;
+}
+
+/// A screen reader is told with the control what others see beside it.
+QString DescriptionOf(const FieldJudgement* note, bool is_changed) {
+  const QString said = note != nullptr ? ToQString(note->judgement.sentence) : QString();
+  if (!is_changed) return said;
+  return said.isEmpty() ? QStringLiteral("changed") : QStringLiteral("changed; ") + said;
+}
+
+}  // namespace
+
+PageCare::PageCare(session::PageFields& fields, QtDialog& dialog)
+    : fields_(fields), dialog_(dialog), marks_(new PageMarks(dialog.widget())), menu_(*this) {
+  for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
+    if (QWidget* const widget = WidgetOf(field)) menu_.Watch(*widget);
+  }
+}
+
+PageCare::~PageCare() { delete marks_.data(); }
+
+void PageCare::Refresh() {
+  notes_ = session::JudgePage(fields_);
+  for (const auto& [field, known] : looked_up_) {
+    if (known.judgement.sentence.empty() || TextOf(field) != known.text) continue;
+    notes_.push_back({.field = field, .judgement = known.judgement});
+  }
+  ShowValuesInPlace();
+  DrawMarks();
+}
+
+void PageCare::ShowValuesInPlace() {
+  hints_.clear();
+  for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
+    QWidget* const widget = WidgetOf(field);
+    if (widget == nullptr) continue;
+    if (auto* const box = dynamic_cast<AutoCheckBox*>(widget)) {
+      box->SetUndecidedOrder(fields_.touched.WasUndecided(field));
+    }
+    const std::vector<session::FieldValue> values = session::ValuesOf(fields_, field);
+    if (values.size() > 1) {
+      widget->setToolTip(PlainToolTip(ToQString(session::ValuesAsLines(values))));
+    }
+    if (auto* const list = qobject_cast<QComboBox*>(widget)) {
+      list->setPlaceholderText(fields_.selection.size() > 1 ? QStringLiteral("different")
+                                                            : QString());
+    }
+    auto* const edit = qobject_cast<QLineEdit*>(widget);
+    if (edit != nullptr) {
+      ShowValueInPlace(*edit, field, ToQString(session::ValuesInPlace(values)));
+    }
+  }
+}
+
+void PageCare::ShowValueInPlace(QLineEdit& edit, std::size_t field, const QString& values) {
+  const bool is_changed = fields_.touched.IsChanged(field);
+  edit.setPlaceholderText(is_changed ? QStringLiteral("removed") : Readable(values));
+  // Pages show a number that is not set as 0.
+  const bool is_zero = !is_changed && edit.text() == QStringLiteral("0");
+  if (is_zero && !values.isEmpty()) hints_.push_back({.control = &edit, .text = values});
+}
+
+void PageCare::SetBack(std::size_t field) {
+  fields_.touched.SetBack(field, *fields_.dialog, *fields_.page);
+  if (on_changed) on_changed();
+}
+
+bool PageCare::CanRemove(std::size_t field) const {
+  const FieldKind kind = fields_.touched.Row(field).kind;
+  const bool is_text = kind == FieldKind::kNumber || kind == FieldKind::kText ||
+                       kind == FieldKind::kName || kind == FieldKind::kServer;
+  const QWidget* const widget = WidgetOf(field);
+  return is_text && fields_.touched.CanSetBack(field) && widget != nullptr && widget->isEnabled() &&
+         session::ValuesInPlace(session::ValuesOf(fields_, field)) != "not set";
+}
+
+void PageCare::RemoveValue(std::size_t field) {
+  fields_.touched.RemoveValue(field, *fields_.dialog);
+  if (on_changed) on_changed();
+}
+
+void PageCare::SetLookedUp(std::size_t field, session::Judgement judgement) {
+  looked_up_.insert_or_assign(field,
+                              LookedUp{.text = TextOf(field), .judgement = std::move(judgement)});
+  Refresh();
+}
+
+bool PageCare::IsWrong() const {
+  return std::ranges::find(notes_, Verdict::kWrong, &VerdictOf) != notes_.end();
+}
+
+const FieldJudgement* PageCare::NoteOf(std::optional<std::size_t> field) const {
+  const FieldJudgement* worst = nullptr;
+  for (const FieldJudgement& note : notes_) {
+    if (field && note.field != *field) continue;
+    // How a text is understood is of interest to him who types it.
+    if (!field && VerdictOf(note) == Verdict::kFine) continue;
+    if (worst == nullptr || VerdictOf(note) > VerdictOf(*worst)) worst = &note;
+  }
+  return worst;
+}
+
+void PageCare::DrawMarks() {
+  std::map<QWidget*, MarkKind> kinds;
+  for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
+    QWidget* const widget = WidgetOf(field);
+    if (widget == nullptr) continue;
+    const FieldJudgement* const note = NoteOf(field);
+    const bool is_changed = fields_.touched.IsChanged(field);
+    const bool is_shared = kinds.contains(widget);
+    const QString why = widget->property(kWhyReadOnly).toString();
+    const QString description = why.isEmpty() ? DescriptionOf(note, is_changed) : why;
+    if (!is_shared || !description.isEmpty()) widget->setAccessibleDescription(description);
+    const Verdict verdict = note != nullptr ? VerdictOf(*note) : Verdict::kFine;
+    if (!is_changed && verdict == Verdict::kFine) continue;
+    const MarkKind kind = KindOf(verdict);
+    const auto [place, is_new] = kinds.try_emplace(widget, kind);
+    if (!is_new) place->second = std::max(place->second, kind);
+  }
+  if (marks_.isNull()) return;
+  std::vector<Mark> marks;
+  for (const auto& [widget, kind] : kinds) marks.push_back({.control = widget, .kind = kind});
+  marks_->SetMarks(std::move(marks), hints_);
+}
+
+std::optional<std::size_t> PageCare::FieldAt(const QWidget* widget) const {
+  if (widget == nullptr) return std::nullopt;
+  for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
+    const QWidget* const control = WidgetOf(field);
+    if (control != nullptr && (control == widget || control->isAncestorOf(widget))) return field;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::size_t> PageCare::FindField(std::string_view attribute) const {
+  for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
+    if (fields_.touched.Row(field).attributes.front() == attribute) return field;
+  }
+  return std::nullopt;
+}
+
+QWidget* PageCare::WidgetOf(std::size_t field) const {
+  const DialogControl* const control = dialog_.Find(fields_.touched.Row(field).control);
+  return control != nullptr ? &control->widget() : nullptr;
+}
+
+std::string PageCare::TextOf(std::size_t field) const {
+  return dialog_.Text(fields_.touched.Row(field).control);
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "hosts/console/fields/page_care.h"
+#include "hosts/console/fields/page_foot.h"
+#include "hosts/console/reading/directory_questions.h"
+#include "hosts/console/sheets/property_sheet.h"
+#include "hosts/session/guarded_tabs.h"
+
+namespace pelora::console {
+
+/// Shows the settings of an object; `from` is the window in which somebody asked for them.
+using ShowObject = std::function<void(const session::DirectoryObject& object, QWidget& from)>;
+
+/// Looks after the fields of a property sheet while they are edited: marks what was changed and
+/// what is wrong, says so in a line below the pages, holds OK and Apply while something is wrong,
+/// and asks the directory, beside the window, what has to be looked up.
+///
+/// Belongs to the sheet.
+class SheetFields final : public QObject {
+ public:
+  /// `opener` may be none; then nothing is looked up.
+  SheetFields(QtPropertySheet& sheet, std::shared_ptr<session::GuardedTabs> tabs,
+              ldap::StoreOpener opener);
+  ~SheetFields() override;
+
+  /// May be none.
+  ShowObject show_object;
+
+  [[nodiscard]] const PageFoot& foot() const { return *foot_; }
+  /// Whether an answer of the directory is awaited.
+  [[nodiscard]] bool IsAsking() const { return questions_ && questions_->IsAsking(); }
+  [[nodiscard]] const ldap::StoreOpener& opener() const { return opener_; }
+  [[nodiscard]] DirectoryQuestions* questions() { return questions_ ? &*questions_ : nullptr; }
+  [[nodiscard]] session::GuardedTabs& tabs() { return *tabs_; }
+  [[nodiscard]] const QtPropertySheet& sheet() const { return sheet_; }
+
+ private:
+  void OnEdited(std::size_t page);
+  void OnFocusMoved(const QWidget* now);
+  [[nodiscard]] bool MayApply();
+  /// Says to the machine whether the page has changes, where that is known better than by it.
+  void TellMachine(std::size_t page);
+  void LookUp(std::size_t page);
+  void LookUpServer(std::size_t page, std::size_t field);
+  void LookUpDefaultQuota(std::size_t page);
+  void ShowHold();
+  void ShowNote();
+  [[nodiscard]] FootNote NoteToShow();
+  /// The offers that belong to a field, whatever is said of it.
+  void AddOffer(FootNote& note, PageCare& page, std::size_t field);
+  [[nodiscard]] std::optional<FootNote> QuotaHint(PageCare& page) const;
+  void FindObjects(PageCare& page, std::size_t field);
+
+  QtPropertySheet& sheet_;
+  std::shared_ptr<session::GuardedTabs> tabs_;
+  ldap::StoreOpener opener_;
+  PageFoot* foot_;
+  /// By the pages' numbers, from when they are filled.
+  std::map<std::size_t, std::unique_ptr<PageCare>> pages_;
+  std::map<std::pair<std::size_t, std::size_t>, std::string> asked_servers_;
+  bool has_asked_quota_ = false;
+  QString default_quota_;
+  std::optional<std::size_t> focused_;
+  std::optional<DirectoryQuestions> questions_;
+};
+
+}  // namespace pelora::console

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QDialog>
+#include <vector>
+
+#include "hosts/session/field_values.h"
+
+namespace pelora::console {
+
+/// The values that several objects have in one field, each object with its value.
+class ValueList final : public QDialog {
+ public:
+  ValueList(const QString& label, const std::vector<session::FieldValue>& values, QWidget* parent);
+};
+
+}  // namespace pelora::console

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/reading/directory_questions.h"
+
+#include <memory>
+#include <utility>
+
+namespace pelora::console {
+
+DirectoryQuestions::DirectoryQuestions(ldap::StoreOpener opener)
+    : opener_(std::move(opener)), thread_([this](const std::stop_token& stop) { Work(stop); }) {}
+
+DirectoryQuestions::~DirectoryQuestions() = default;
+
+void DirectoryQuestions::Ask(Question question) {
+  ++awaited_;
+  {
+    const std::lock_guard lock(mutex_);
+    questions_.push_back(std::move(question));
+  }
+  wakes_.notify_one();
+}
+
+void DirectoryQuestions::Work(const std::stop_token& stop) {
+  std::unique_ptr<ldap::IDirectoryStore> store;
+  while (true) {
+    Question question;
+    {
+      std::unique_lock lock(mutex_);
+      if (!wakes_.wait(lock, stop, [this] { return !questions_.empty(); })) return;
+      question = std::move(questions_.front());
+      questions_.pop_front();
+    }
+    Answer answer;
+    // The next question opens it anew: the connection may be back by then.
+    if (!store && !opener_(store, stop).Ok()) store.reset();
+    if (store) {
+      store->StopOn(stop);
+      answer = question(*store);
+    }
+    const auto tell = [this, answer = std::move(answer)] {
+      --awaited_;
+      if (answer) answer();
+    };
+    QMetaObject::invokeMethod(&receiver_, tell, Qt::QueuedConnection);
+  }
+}
+
+}  // namespace pelora::console

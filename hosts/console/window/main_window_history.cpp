@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+// Taking back what was written.
+#include <QStatusBar>
+#include <algorithm>
+
+#include "hosts/console/text/plain_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/main_window.h"
+#include "hosts/console/writing/history_dialog.h"
+#include "hosts/console/writing/result_dialog.h"
+#include "hosts/session/shown_failure.h"
+
+namespace pelora::console {
+namespace {
+
+bool AreAllDone(const std::vector<changes::Result>& results) {
+  return std::ranges::all_of(results,
+                             [](const changes::Result& result) { return result.IsDone(); });
+}
+
+std::vector<session::WrittenChange> Told(const std::vector<changes::Result>& results) {
+  std::vector<session::WrittenChange> told;
+  for (const changes::Result& result : results) {
+    told.push_back({.name = result.dn.empty() ? "The changes" : result.dn,
+                    .result = result,
+                    .reason = result.IsDone() ? std::string() : session::ReasonOf(result, {})});
+  }
+  return told;
+}
+
+}  // namespace
+
+void MainWindow::TakeBack(const session::PastChange& past, bool again) {
+  const auto run = [&] {
+    return again ? history_->Redo(past.id, *store_, errands_)
+                 : history_->Undo(past.id, *store_, errands_);
+  };
+  std::vector<changes::Result> results = run();
+  while (!AreAllDone(results)) {
+    const std::vector<session::WrittenChange> told = Told(results);
+    ResultDialog dialog(told, QApplication::activeWindow());
+    if (RunModal(dialog) != QDialog::Accepted) break;
+    results = run();
+  }
+  const QString what =
+      QStringLiteral("%1 (%2)").arg(Enumerated(past.objects), Enumerated(past.fields));
+  if (AreAllDone(results)) {
+    statusBar()->showMessage(
+        (again ? QStringLiteral("Done again: %1") : QStringLiteral("Taken back: %1")).arg(what));
+  }
+  pane_->RefreshList();
+}
+
+void MainWindow::UndoLast() {
+  if (!history_) return;
+  const std::vector<session::PastChange> past = history_->List();
+  const auto last = std::ranges::find_if(
+      past, [](const session::PastChange& change) { return !change.is_undone; });
+  if (last != past.end()) return TakeBack(*last, false);
+  statusBar()->showMessage(QStringLiteral("There is nothing to take back."));
+}
+
+void MainWindow::RedoLast() {
+  if (!history_) return;
+  const std::vector<session::PastChange> past = history_->List();
+  // What was taken back last stands right above what was not.
+  const auto end = std::ranges::find_if(
+      past, [](const session::PastChange& change) { return !change.is_undone; });
+  if (end != past.begin()) return TakeBack(*(end - 1), true);
+  statusBar()->showMessage(QStringLiteral("There is nothing to do again."));
+}
+
+void MainWindow::ShowHistory() {
+  if (!history_) return;
+  HistoryDialog dialog([this] { return history_->List(); }, this);
+  dialog.on_undo = [this](const session::PastChange& past) { TakeBack(past, false); };
+  dialog.on_redo = [this](const session::PastChange& past) { TakeBack(past, true); };
+  dialog.exec();
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <set>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "hosts/ldap/directory_store.h"
+#include "platform/field_rows.h"
+
+namespace pelora::session {
+
+/// Which fields of some objects the user may change, as the directory says with each object. Of an
+/// object with which it says nothing (a file, say) everything may be changed; the directory has the
+/// last word in any case.
+class FieldRights {
+ public:
+  /// What is to be read of the objects, beside what their fields need.
+  static constexpr const char* kAttribute = "allowedAttributesEffective";
+
+  /// Takes down what was read of an object.
+  void Learn(const ldap::Entry& entry);
+
+  /// Why a field may not be edited, as a sentence; empty when it may. A field that writes several
+  /// attributes needs the right to all of them, and a selection the right to all of its objects.
+  [[nodiscard]] std::string WhyReadOnly(const FieldRow& row) const;
+
+ private:
+  using Allowed = std::set<std::string, ldap::AttributeNameLess>;
+
+  /// One for each object of which the directory said something.
+  std::vector<Allowed> objects_;
+  std::size_t count_ = 0;
+};
+
+/// The controls with which a field is edited.
+[[nodiscard]] std::vector<ControlId> ControlsOf(const FieldRow& row);
+
+}  // namespace pelora::session

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: Apache-2.0
+// Many users changed at once, on a directory that is slow, refuses some, and is lost in between:
+// the window lives on, what is told is right, trying again finishes it, and it can be taken back.
+#include <gmock/gmock.h>
+
+#include <QTimer>
+#include <atomic>
+#include <thread>
+
+#include "hosts/console/errands/qt_errands.h"
+#include "tests/support/long_form.h"
+#include "tests/support/memory_store.h"
+#include "tests/ui/writing_sheet.h"
+
+namespace pelora::test {
+namespace {
+
+using console::ToUtf8;
+using pelora::testing::MemoryStore;
+
+/// Every seventh change is refused, and the connection is lost once; until it is mended.
+class UnwillingStore final : public ldap::IDirectoryStore {
+ public:
+  explicit UnwillingStore(MemoryStore& target) : target_(target) {}
+
+  void Mend() { is_mended_ = true; }
+
+  const ldap::Schema& schema() const override { return target_.schema(); }
+  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
+  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
+                         ldap::Entry& entry) override {
+    return target_.Read(dn, attributes, entry);
+  }
+  ldap::StoreStatus Search(const ldap::SearchRequest& request,
+                           const ldap::EntrySink& sink) override {
+    return target_.Search(request, sink);
+  }
+  ldap::StoreStatus Modify(const std::string& dn,
+                           std::span<const ldap::Modification> modifications) override {
+    return target_.Modify(dn, modifications);
+  }
+  ldap::StoreStatus ModifyStrictly(const std::string& dn,
+                                   std::span<const ldap::Modification> modifications) override {
+    constexpr int kEvery = 7;
+    constexpr int kStallsAt = 40;
+    constexpr int kLostAt = 100;
+    ++asked_;
+    if (asked_ == kStallsAt) std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    if (!is_mended_ && asked_ == kLostAt) return {-1, "the connection was lost"};
+    if (!is_mended_ && asked_ % kEvery == 0) return {50, "no right"};
+    return target_.ModifyStrictly(dn, modifications);
+  }
+  ldap::StoreStatus Add(const ldap::Entry& entry) override { return target_.Add(entry); }
+  ldap::StoreStatus Delete(const ldap::Entry& made) override { return target_.Delete(made); }
+
+ private:
+  MemoryStore& target_;
+  std::atomic<int> asked_ = 0;
+  std::atomic<bool> is_mended_ = false;
+};
+
+class BulkSheet : public WritingSheet {
+ protected:
+  BulkSheet() {
+    for (int number = 0; number < Count(); ++number) {
+      const std::string name = "User " + std::to_string(number);
+      ldap::Entry entry{
+          .dn = "CN=" + name + "," + MemoryStore::kBase,
+          .attributes = {{"objectClass", {"top", "person", "organizationalPerson", "user"}},
+                         {"cn", {name}},
+                         {"name", {name}},
+                         {"mail", {"user" + std::to_string(number) + "@x.example"}}}};
+      users.push_back(session::ObjectOf(entry));
+      directory.Place(std::move(entry));
+    }
+  }
+  [[nodiscard]] static int Count() { return static_cast<int>(pelora::testing::RoundsOr(300)); }
+  [[nodiscard]] std::size_t HiddenCount() const {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(users, [this](const session::DirectoryObject& user) {
+          return directory.Stored(user.dn).contains("peloraHidden");
+        }));
+  }
+
+  MemoryStore directory;
+  std::vector<session::DirectoryObject> users;
+};
+
+TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
+  const MemoryStore::Entries before = directory.entries();
+  UnwillingStore store(directory);
+  console::QtErrands errands({.silent = std::chrono::milliseconds(1000)});
+  session::ChangeHistory history(folder().File("changes"), "x", store.schema());
+  int turns = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&turns] { ++turns; });
+  timer.start(1);
+
+  OpenSheet open(
+      session(), module(), users,
+      SheetFaults{.store = &store, .desk = &desk(), .errands = &errands, .history = &history});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  In("review", [&](QWidget& window) {
+    EXPECT_EQ(Part<QTableView>(window, "review_table").model()->rowCount(), Count());
+    Part<QPushButton>(window, "review_write").click();
+  });
+  // The stalling is long enough to be told of.
+  In("errand", [&](QWidget& window) {
+    const int begin = turns;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return turns > begin + 20 || !window.isVisible(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isVisible(); }, 20000));
+  });
+  In("results", [&](QWidget& window) {
+    // Up to the hundredth every seventh was refused; there the connection was lost.
+    EXPECT_EQ(ToUtf8(Part<QLabel>(window, "results_summary").text()),
+              "Not everything was done: 85 written, 15 failed, " + std::to_string(Count() - 100) +
+                  " not begun.");
+    EXPECT_EQ(HiddenCount(), 85U);
+    store.Mend();
+    Part<QPushButton>(window, "results_retry").click();
+  });
+  In("results", [&](QWidget& window) {
+    EXPECT_EQ(ToUtf8(Part<QLabel>(window, "results_summary").text()),
+              "Everything was done: " + std::to_string(Count()) + " written.");
+  });
+  open.ClickOk();
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_FALSE(open.IsOpen());
+  EXPECT_EQ(HiddenCount(), users.size());
+  EXPECT_GT(turns, 50);
+
+  ASSERT_EQ(history.List().size(), 1U);
+  const auto undone = history.Undo(history.List().front().id, store, errands);
+  EXPECT_EQ(undone.size(), users.size());
+  EXPECT_EQ(directory.entries(), before);
+}
+
+}  // namespace
+}  // namespace pelora::test

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: Apache-2.0
+// What several objects have in a field, and the ways back from an edit.
+#include <gmock/gmock.h>
+
+#include <QContextMenuEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "hosts/console/fields/page_marks.h"
+#include "hosts/console/text/qt_text.h"
+#include "tests/ui/user_tab.h"
+
+namespace pelora::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class SelectedValues : public UserTab {
+ protected:
+  /// Three users, of whom two have a hard limit of 4000 and one of 1500.
+  void OpenThree() {
+    Give(kBirgit, {{"peloraQuotaOverride", "1"}, {"peloraQuotaHard", "4000"}});
+    Give(kRolf, {{"peloraQuotaOverride", "1"}, {"peloraQuotaHard", "1500"}});
+    Give(kUrsula, {{"peloraQuotaOverride", "1"}, {"peloraQuotaHard", "4000"}});
+    Open({kBirgit, kRolf, kUrsula});
+  }
+  [[nodiscard]] QLineEdit& Edit(ControlId id) {
+    return static_cast<QLineEdit&>(page().Find(id)->widget());
+  }
+  [[nodiscard]] std::string Placeholder(ControlId id) {
+    return console::ToUtf8(Edit(id).placeholderText());
+  }
+  /// What is said in the control behind its text.
+  [[nodiscard]] std::string HintIn(ControlId id) {
+    for (const console::Hint& hint : sheet().sheet().findChild<console::PageMarks*>()->hints()) {
+      if (hint.control == &Edit(id)) return console::ToUtf8(hint.text);
+    }
+    return {};
+  }
+  /// Texts of the entries in a control's menu that can be chosen.
+  void Choose(ControlId id, const char* entry) {
+    QWidget& control = page().Find(id)->widget();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1),
+                            control.mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(&control, &event);
+    auto* const menu = control.findChild<QMenu*>(QStringLiteral("field_menu"));
+    ASSERT_NE(menu, nullptr);
+    for (QAction* const action : menu->actions()) {
+      if (!action->text().contains(QLatin1String(entry))) continue;
+      EXPECT_TRUE(action->isEnabled()) << entry;
+      action->trigger();
+      menu->close();
+      return;
+    }
+    ADD_FAILURE() << "there is no " << entry;
+  }
+  [[nodiscard]] std::vector<Lines> Differences() {
+    std::vector<Lines> differences;
+    for (std::size_t user = 0; user < 3; ++user) differences.push_back(OkDifference(user));
+    return differences;
+  }
+};
+
+TEST_F(SelectedValues, DifferingAndUnsetOnesAreToldInTheirPlace) {
+  OpenThree();
+  EXPECT_EQ(Placeholder(IDC_QUOTA_HARD), "different: 4000 (2), 1500 (1)");
+  EXPECT_EQ(page().Text(IDC_QUOTA_HARD), "");
+  EXPECT_EQ(Placeholder(IDC_SERVER), "not set");
+  EXPECT_EQ(HintIn(IDC_QUOTA_WARN), "not set") << "the page shows 0";
+  EXPECT_EQ(HintIn(IDC_CAPACITY), "") << "that one is 0";
+}
+
+TEST_F(SelectedValues, HoveringTellsWhoHasWhat) {
+  OpenThree();
+  const std::string tip = Edit(IDC_QUOTA_HARD).toolTip().toStdString();
+  EXPECT_THAT(tip, HasSubstr("4000: Birgit Krämer, Ursula Fischer"));
+  EXPECT_THAT(tip, HasSubstr("1500: Rolf Uhlig"));
+}
+
+TEST_F(SelectedValues, F2ListsEachObjectWithItsValue) {
+  OpenThree();
+  QTest::keyClick(&Edit(IDC_QUOTA_HARD), Qt::Key_F2);
+  const auto* const rows =
+      sheet().sheet().findChild<QTreeWidget*>(QStringLiteral("value_list_rows"));
+  ASSERT_NE(rows, nullptr);
+  ASSERT_EQ(rows->topLevelItemCount(), 3);
+  EXPECT_EQ(rows->topLevelItem(2)->text(0), QStringLiteral("1500"));
+  EXPECT_EQ(rows->topLevelItem(2)->text(1), QStringLiteral("Rolf Uhlig"));
+}
+
+TEST_F(SelectedValues, TypedIntoAndEmptiedAgainEachKeepsItsOwn) {
+  OpenThree();
+  user().Type(IDC_QUOTA_HARD, "7");
+  EXPECT_TRUE(sheet().IsApplyEnabled());
+  user().Erase(IDC_QUOTA_HARD);
+  EXPECT_FALSE(sheet().IsApplyEnabled());
+  EXPECT_THAT(Differences(), ::testing::Each(IsEmpty()));
+}
+
+TEST_F(SelectedValues, AValueIsTakenFromAllByACommandThatSaysSo) {
+  OpenThree();
+  Choose(IDC_QUOTA_HARD, "Remove the value from 3 objects");
+  EXPECT_TRUE(sheet().IsApplyEnabled());
+  EXPECT_EQ(Placeholder(IDC_QUOTA_HARD), "removed");
+  EXPECT_THAT(Differences(), ElementsAre(ElementsAre("- peloraQuotaHard: 4000"),
+                                         ElementsAre("- peloraQuotaHard: 1500"),
+                                         ElementsAre("- peloraQuotaHard: 4000")));
+}
+
+TEST_F(SelectedValues, EmptyingWhatTheyHaveInCommonAsksFirst) {
+  for (const char* const dn : {kBirgit, kRolf, kUrsula}) {
+    Give(dn, {{"peloraQuotaOverride", "1"}, {"peloraQuotaHard", "500"}});
+  }
+  Open({kBirgit, kRolf, kUrsula});
+  user().Erase(IDC_QUOTA_HARD);
+  EXPECT_FALSE(sheet().IsOkEnabled());
+  EXPECT_THAT(sheet().Said(), HasSubstr("Remove the value from 3 objects"));
+  QTest::mouseClick(sheet().sheet().findChild<QPushButton*>(QStringLiteral("page_foot_action")),
+                    Qt::LeftButton);
+  EXPECT_TRUE(sheet().IsOkEnabled());
+  EXPECT_THAT(Differences(), ::testing::Each(ElementsAre("- peloraQuotaHard: 500")));
+}
+
+TEST_F(SelectedValues, AnUndecidedBoxIsCheckedThenUncheckedThenAsItWas) {
+  Give(kBirgit, {{"peloraHidden", "1"}});
+  Give(kRolf, {{"peloraQuotaOverride", "1"}});
+  Give(kUrsula, {});
+  Open({kBirgit, kRolf, kUrsula});
+  for (const ControlId box : {IDC_PELORA_HIDDEN, IDC_QUOTA_OVERRIDE}) {
+    EXPECT_EQ(page().Check(box), CheckState::kIndeterminate) << box;
+    user().Click(box);
+    EXPECT_EQ(page().Check(box), CheckState::kChecked) << box;
+    user().Click(box);
+    EXPECT_EQ(page().Check(box), CheckState::kUnchecked) << box;
+    EXPECT_TRUE(sheet().IsApplyEnabled()) << box;
+    user().Click(box);
+    EXPECT_EQ(page().Check(box), CheckState::kIndeterminate) << box;
+    EXPECT_FALSE(sheet().IsApplyEnabled()) << box;
+  }
+  EXPECT_THAT(Differences(), ::testing::Each(IsEmpty()));
+}
+
+TEST_F(SelectedValues, AFieldGoesBackToWhatWasReadByKeyAndByMenu) {
+  OpenUser({{"peloraQuotaOverride", "1"}, {"peloraQuotaHard", "300"}, {"mail", "a@x.test"}});
+  user().Erase(IDC_QUOTA_HARD);
+  user().Type(IDC_QUOTA_HARD, "900");
+  QTest::keyClick(&Edit(IDC_QUOTA_HARD), Qt::Key_R, Qt::ControlModifier);
+  EXPECT_EQ(page().Text(IDC_QUOTA_HARD), "300");
+  EXPECT_FALSE(sheet().IsApplyEnabled());
+  user().Click(IDC_QUOTA_OVERRIDE);
+  EXPECT_FALSE(page().IsEnabled(IDC_QUOTA_HARD));
+  Choose(IDC_QUOTA_OVERRIDE, "Back to what was read");
+  EXPECT_EQ(page().Check(IDC_QUOTA_OVERRIDE), CheckState::kChecked);
+  EXPECT_TRUE(page().IsEnabled(IDC_QUOTA_HARD)) << "what depends on it follows";
+  user().ChooseComboRow(IDC_ACCOUNT_TYPE, 2);
+  Choose(IDC_ACCOUNT_TYPE, "Back to what was read");
+  EXPECT_EQ(page().ComboBox(IDC_ACCOUNT_TYPE).Selection(), 0U);
+  EXPECT_FALSE(sheet().IsApplyEnabled());
+  EXPECT_THAT(OkDifference(), IsEmpty());
+}
+
+TEST_F(SelectedValues, ARoomAndABeamerKeepWhatTheyAreThroughAnOk) {
+  Give(kBirgit, {{"peloraResourceType", "room"},
+                 {"peloraSharedStoreOnly", "1"},
+                 {"peloraResourceCapacity", "4"}});
+  Give(kRolf, {{"peloraResourceType", "equipment"},
+               {"peloraSharedStoreOnly", "1"},
+               {"peloraResourceCapacity", "9"}});
+  Open({kBirgit, kRolf});
+  EXPECT_THAT(OkDifference(0), IsEmpty());
+  EXPECT_THAT(OkDifference(1), IsEmpty());
+}
+
+}  // namespace
+}  // namespace pelora::test
