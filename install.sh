@@ -27,7 +27,7 @@ test_packages=(
   ldap-utils iproute2 libsasl2-dev libsasl2-modules-gssapi-mit
   # the Windows build and its tests
   g++-mingw-w64-x86-64-posix mingw-w64-tools googletest
-  wine wine64 libwine-dev fonts-wine xvfb xauth
+  wine wine64 libwine-dev fonts-wine xvfb xauth locales
   # packages for both systems, and what looks them over
   dpkg-dev fakeroot file lintian debootstrap desktop-file-utils appstream shared-mime-info wixl msitools
 )

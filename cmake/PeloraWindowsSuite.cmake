@@ -29,6 +29,17 @@ function(pelora_windows_suite_at name dpi filter)
     "${PROJECT_BINARY_DIR}/bin/${name}.exe\t${results}\t${dpi}\t${filter}")
 endfunction()
 
+# pelora_windows_suite_in(NAME LANGUAGE FILTER)
+#
+# Runs those tests of a program that FILTER names once more, on a system in another language: the name of a
+# locale of this system, or one that there is not. A third further column of its line.
+function(pelora_windows_suite_in name language filter)
+  set(results "${PROJECT_BINARY_DIR}/results/${name}_${language}.xml")
+  set_property(GLOBAL APPEND PROPERTY PELORA_SUITES "${results}")
+  set_property(GLOBAL APPEND PROPERTY PELORA_WINDOWS_PROGRAMS
+    "${PROJECT_BINARY_DIR}/bin/${name}.exe\t${results}\t96\t${filter}\t${language}")
+endfunction()
+
 function(pelora_write_windows_suite_list)
   get_property(programs GLOBAL PROPERTY PELORA_WINDOWS_PROGRAMS)
   list(JOIN programs "\n" lines)

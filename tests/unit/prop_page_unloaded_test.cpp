@@ -267,10 +267,10 @@ TEST_F(UnloadedFieldsTest, WhatWasTypedGivesWayWhereTheObjectsDiffer) {
 }
 
 TEST_F(UnloadedFieldsTest, WhatWasTypedGivesWayToATextThatIsNotSet) {
-  Open("CPropPageServer", {{}});
-  Type(IDC_HOST_ADDRESS, "192.0.2.1");
+  Open("CPropPageAddresslistGeneral", {{}});
+  Type(IDC_DESCRIPTION, "typed");
   ApplyInVain();
-  EXPECT_EQ(Text(IDC_HOST_ADDRESS), "");
+  EXPECT_EQ(Text(IDC_DESCRIPTION), "");
 }
 
 TEST_F(UnloadedFieldsTest, WhatWasAddedToAListGivesWayToTheNamesThatAreStored) {

@@ -5,8 +5,8 @@
 #   tests/windows/run_wine_suites.sh [BUILD-FOLDER]
 #
 # The build folder (build/windows unless given) holds windows_suites.txt: one line per run, with the
-# program, its result file and, for runs of some tests on a finer screen, its dots per inch and the tests'
-# filter. Those runs are left out when GTEST_FILTER asks for tests. The results are GoogleTest XML;
+# program, its result file and, for runs of some tests on a finer screen or on a system in another language,
+# the dots per inch, the tests' filter, and the language's name here (tr_TR). Those runs are left out when GTEST_FILTER asks for tests. The results are GoogleTest XML;
 # suites.txt lists them. The exit code is 0 only when every program ran to its end and every test passed.
 set -uo pipefail
 
@@ -47,12 +47,29 @@ use_dpi() {
   end_wine
 }
 
+# Wine takes its language from this system's, when it starts. The language need not be installed here.
+locales="$root/build/locales"
+use_language() {
+  [ "$1" = "${language_in_use:-}" ] && return
+  language_in_use="$1"
+  end_wine
+  unset LC_ALL PELORA_LANGUAGE
+  [ -z "$1" ] && return
+  if [ -e "/usr/share/i18n/locales/$1" ]; then
+    [ -e "$locales/$1.UTF-8" ] || { mkdir -p "$locales" && localedef -i "$1" -f UTF-8 "$locales/$1.UTF-8"; }
+    export PELORA_LANGUAGE="${1/_/-}"
+  fi
+  # The shell itself does not look there, and says so.
+  { export LOCPATH="$locales" LC_ALL="$1.UTF-8"; } 2>/dev/null
+}
+
 failed=0
 unset PELORA_DPI
 mkdir -p "$build/results"
-while IFS=$'\t' read -r program results dpi filter; do
+while IFS=$'\t' read -r program results dpi filter language; do
   [ -n "$filter" ] && [ -n "${GTEST_FILTER:-}" ] && continue
   use_dpi "${dpi:-96}"
+  use_language "${language:-}"
   name="$(basename "$results" .xml)"
   rm -f "$results"
   printf '%s: ' "$name"
