@@ -148,13 +148,17 @@ TextRole QtPlayer::DrawnRole(ControlId id, RowIndex row, std::size_t column) {
   auto* view = Find<QTreeWidget>(id);
   if (view == nullptr) return TextRole::kNormal;
   const QModelIndex cell = view->model()->index(static_cast<int>(row), static_cast<int>(column));
-  const QImage drawn = view->viewport()->grab(view->visualRect(cell)).toImage();
+  // Without the frame that a row has when it is pointed at or current.
+  constexpr int kFrame = 2;
+  const QRect inside = view->visualRect(cell).adjusted(kFrame, kFrame, -kFrame, -kFrame);
+  const QImage drawn = view->viewport()->grab(inside).toImage();
   // Text is the darkest there is in a cell on a light ground; muted text is light grey.
   int darkest = 255;
   for (int y = 0; y < drawn.height(); ++y) {
     for (int x = 0; x < drawn.width(); ++x) darkest = qMin(darkest, qGray(drawn.pixel(x, y)));
   }
-  constexpr int kLightGrey = 185;
+  // A row that is pointed at has a veil over its text.
+  constexpr int kLightGrey = 170;
   constexpr int kGround = 240;
   EXPECT_LT(darkest, kGround) << "the cell is empty";
   return darkest >= kLightGrey ? TextRole::kMuted : TextRole::kNormal;

@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "hosts/console/choosers/qt_choosers.h"
+#include "hosts/console/fields/sheet_fields.h"
 #include "hosts/console/program/command_line.h"
 #include "hosts/console/program/display.h"
 #include "hosts/console/program/screenshot.h"
@@ -61,6 +62,12 @@ int WritePropertiesPicture(session::DirectorySession& session,
   if (!made.sheet) return Fail(ToUtf8(made.error));
   if (messages.has_shown()) return kExitFailure;
   if (!made.missing.isEmpty()) return Fail(ToUtf8(made.missing));
+  // What the sheet looks up beside its window belongs to the picture.
+  made.sheet->show();
+  QApplication::processEvents();
+  while (made.fields != nullptr && made.fields->IsAsking()) {
+    QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
   const QString error = WriteScreenshot(*made.sheet, path);
   return error.isEmpty() ? kExitDone : Fail(ToUtf8(error));
 }
