@@ -32,10 +32,12 @@ pictures=(
   choosing-computer chooser_computer
   choosing-container chooser_container_tree
   address email_address
+  typed fields
   reading errand-light
   review review-light
   conflicts conflicts-light
   results results-light
+  history history-light
   new-user-name new-user-1
   new-user-password new-user-2
   new-user new-user-3
@@ -43,18 +45,19 @@ pictures=(
   new-group new-group-2
   new-company new-organizational-unit-2
   new-computer new-computer-2
-  new-address-list new-address-list-2
-  new-dynamic-list new-dynamic-list-2
+  new-address-list peloraAddresslist-2
+  new-dynamic-list peloraDynamicDistlist-2
 )
 
 if [ "${1:-}" != --copy-only ]; then
   cmake --preset native -DBUILD_TESTING=ON
-  suites=(ui_tabs ui_console_features ui_choosers ui_new_object ui_writing)
+  suites=(ui_tabs ui_console_features ui_choosers ui_new_object ui_writing ui_fields)
   cmake --build --preset native --target pelora-console "${suites[@]}"
   for suite in "${suites[@]}"; do ctest --preset native -R "^$suite\$"; done
   home="$(mktemp -d)"
   trap 'rm -rf "$home"' EXIT
-  XDG_DATA_HOME="$home" "$build/hosts/console/pelora-console" --screenshot docs/images/main-window.png
+  XDG_DATA_HOME="$home" XDG_CONFIG_HOME="$home" "$build/hosts/console/pelora-console" \
+    --screenshot docs/images/main-window.png
 fi
 for ((at = 0; at < ${#pictures[@]}; at += 2)); do
   cp "$kept/${pictures[at + 1]}.png" "docs/images/${pictures[at]}.png"
