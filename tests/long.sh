@@ -22,10 +22,11 @@ cmake --preset native >/dev/null && cmake --build build/native || exit 1
 failed=0
 row() { printf '%-34s %s\n' "$1" "$2"; }
 
-# trial NAME ROUNDS PROGRAM FILTER PATTERN: one row, with what the program says of itself.
+# trial NAME ROUNDS PROGRAM FILTER PATTERN [LAUNCHER]: one row, with what the program says of itself.
 trial() {
   local said
-  said="$(LDB_MODULES_DISABLE_DEEPBIND=1 PELORA_LONG="$2" "build/native/tests/$3" --gtest_filter="$4" 2>&1 |
+  said="$(LDB_MODULES_DISABLE_DEEPBIND=1 PELORA_LONG="$2" ${6:+"$6"} "$PWD/build/native/tests/$3" \
+    --gtest_filter="$4" 2>&1 |
     tee -a "$log")" || { failed=1; row "$1" "FAILED (see $log)"; return; }
   # Nothing that was looked for and not found has been tried.
   said="$(sed -n "$5" <<<"$said")"
@@ -52,6 +53,8 @@ sum() {
     's/^\([0-9]* kills.*\)/\1/p'
   trial "three writers" "$rounds" harness/harness_test 'SeveralWriters.*' \
     's/^rounds of three writers: //p'
+  trial "two writers on a domain" 1000 lab/lab_changes_test '*NoAcceptedChangeIsLost' \
+    's/^two writers, //p' tests/lab/run_in_lab.sh
   trial "soak" "$rounds" harness/harness_test 'Soak.*' 's/^soak: //p'
   if said="$(tests/packages/clean_system.sh 2>>"$log")"; then
     row "packages" "$said"

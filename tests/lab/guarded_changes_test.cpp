@@ -10,6 +10,7 @@
 #include "hosts/ldap/ldap_status.h"
 #include "tests/lab/lab_test.h"
 #include "tests/lab/ldap_stand_in.h"
+#include "tests/support/long_form.h"
 
 namespace pelora::lab {
 namespace {
@@ -25,12 +26,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::SizeIs;
 using Lines = std::vector<std::string>;
-
-/// How long two writers work against each other; many more rounds are played by hand.
-int Rounds() {
-  const char* const rounds = std::getenv("PELORA_WRITER_ROUNDS");
-  return rounds == nullptr ? 60 : std::stoi(rounds);
-}
 
 Change MakeChange(const std::string& dn, ValueChange value) {
   return {.dn = dn, .attributes = {std::move(value)}};
@@ -183,7 +178,7 @@ Deeds CountOn(ldap::IDirectoryStore& store, const std::string& dn, int rounds) {
 
 TEST_F(GuardedChangesTest, NoAcceptedChangeIsLost) {
   administrator_.Set(dn_, "peloraQuotaHard", {"1000"});
-  const int rounds = Rounds();
+  const auto rounds = static_cast<int>(pelora::testing::RoundsOr(60));
   Deeds theirs;
   {
     const auto other = OpenSession();
