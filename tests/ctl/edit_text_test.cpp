@@ -42,6 +42,15 @@ TEST(EditTexts, FaultsAreToldWithTheirLine) {
   EXPECT_EQ(line_of("# only comments\n#! \x81\n"), 0U);
 }
 
+TEST(EditTexts, AnEmptyTextIsNoValueInQuotationMarksEither) {
+  std::vector<EditObject> read;
+  ASSERT_FALSE(ReadEditText("CN=a\nmail:: \"\"\notherMailbox: x\notherMailbox:: \"\"\n", read));
+  ASSERT_EQ(read.size(), 1U);
+  ASSERT_EQ(read[0].fields.size(), 2U);
+  EXPECT_THAT(read[0].fields[0].values, IsEmpty());
+  EXPECT_THAT(read[0].fields[1].values, ElementsAre("x"));
+}
+
 TEST(EditTexts, ALineThatSaysNothingMayHoldAnything) {
   std::vector<EditObject> read;
   EXPECT_FALSE(ReadEditText("#! \x81\n# \xff\n", read).has_value());

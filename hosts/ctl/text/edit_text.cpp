@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "directory/ascii_case.h"
 #include "hosts/ctl/results/json_line.h"
@@ -83,7 +84,10 @@ std::string ReadLine(std::string_view line, std::size_t number, std::vector<Edit
   }
   const auto text = Json::parse(value.substr(1), nullptr, false);
   if (!text.is_string()) return "behind :: stands no string in quotation marks";
-  field->values.push_back(text.get<std::string>());
+  // No attribute holds an empty text: an empty one between quotation marks is no value either.
+  if (auto inside = text.get<std::string>(); !inside.empty()) {
+    field->values.push_back(std::move(inside));
+  }
   return {};
 }
 
