@@ -49,6 +49,11 @@ void Read(const ldb_message& message) {
 
 }  // namespace
 
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+  // Sanitizers do not get along with the way in which the library binds its modules' symbols.
+  return setenv("LDB_MODULES_DISABLE_DEEPBIND", "1", 1);
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   static const std::unique_ptr<ldb_context, Free> kContext(ldb_init(nullptr, nullptr));

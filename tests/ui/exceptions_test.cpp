@@ -119,6 +119,18 @@ TEST_F(Exceptions, OneOfADrawingIsToldOnceAndTheViewDrawsOn) {
   EXPECT_GT(cell.drawn, 0);
 }
 
+TEST_F(Exceptions, OneOfTheFocusThatMovesIsToldToo) {
+  QWidget window;
+  QLineEdit field(&window);
+  window.show();
+  window.activateWindow();
+  QCoreApplication::processEvents();
+  AwaitBox();
+  console::DoGuarded([] { throw std::runtime_error("the glass is broken"); });
+  EXPECT_TRUE(WasTold(1));
+  EXPECT_THAT(told_, ElementsAre(HasSubstr("the glass is broken")));
+}
+
 TEST_F(Exceptions, OneOfAnotherThreadIsToldToo) {
   QThread thread;
   auto* const worker = new QObject;

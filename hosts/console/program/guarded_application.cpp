@@ -76,6 +76,11 @@ void GuardedApplication::TellException(bool is_repeated) noexcept {
   }
 }
 
+void GuardedApplication::TellHere(bool is_repeated) noexcept {
+  auto* const application = dynamic_cast<GuardedApplication*>(instance());
+  if (application != nullptr) application->TellException(is_repeated);
+}
+
 void GuardedApplication::Post(bool is_repeated) {
   QMetaObject::invokeMethod(
       this, [this, reason = TextOfException(), is_repeated] { Show(reason, is_repeated); },

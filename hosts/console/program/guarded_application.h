@@ -32,6 +32,8 @@ class GuardedApplication final : public QApplication {
   /// written to standard error; `is_repeated`: it comes of something that is done again and again,
   /// and the same is told once.
   void TellException(bool is_repeated) noexcept;
+  /// The same of the program's application, where it is one of these.
+  static void TellHere(bool is_repeated) noexcept;
 
  private:
   void Post(bool is_repeated);
@@ -53,10 +55,20 @@ auto DrawnOrNothing(const Make& make) noexcept -> decltype(make()) {
   try {
     return make();
   } catch (...) {
-    auto* const application = dynamic_cast<GuardedApplication*>(QCoreApplication::instance());
-    if (application != nullptr) application->TellException(true);
+    GuardedApplication::TellHere(true);
   }
   return decltype(make())();
+}
+
+/// Does what the toolkit asks for outside of all events: when the focus goes elsewhere. An
+/// exception ends it and is told.
+template <class Action>
+void DoGuarded(const Action& action) noexcept {
+  try {
+    action();
+  } catch (...) {
+    GuardedApplication::TellHere(false);
+  }
 }
 
 }  // namespace pelora::console
