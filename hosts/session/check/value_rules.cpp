@@ -99,7 +99,7 @@ void ResourceType(const CheckedObject& object, CheckNotes& notes) {
   const std::string without = object.ChoiceOf(kResourceType, {});
   const std::string with = object.ChoiceOf(kResourceType, {{std::string(kResourceType), {type}}});
   if (with == without) {
-    notes.Found(std::string(kResourceType) + ": " + type + " is no resource type");
+    notes.Found(std::string(kResourceType).append(": ").append(type) + " is no resource type");
   } else if (object.Number(kSharedStore) == 0) {
     notes.Found(with + " that is no shared store");
   }
