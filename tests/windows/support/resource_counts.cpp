@@ -2,6 +2,7 @@
 #include "tests/windows/support/resource_counts.h"
 
 #include <malloc.h>
+#include <tlhelp32.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -62,6 +63,19 @@ std::size_t CountDrawingObjects() {
       [](HBRUSH brush) { DeleteObject(brush); });
 }
 
+std::size_t CountThreads() {
+  std::size_t count = 0;
+  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  THREADENTRY32 thread{};
+  thread.dwSize = sizeof thread;
+  for (BOOL found = Thread32First(snapshot, &thread); found != FALSE;
+       found = Thread32Next(snapshot, &thread)) {
+    if (thread.th32OwnerProcessID == GetCurrentProcessId()) ++count;
+  }
+  CloseHandle(snapshot);
+  return count;
+}
+
 BOOL CALLBACK CountBelow(HWND /*window*/, LPARAM count) {
   ++*reinterpret_cast<std::size_t*>(count);
   return TRUE;
@@ -81,6 +95,7 @@ ResourceCounts CountResources() {
   counts.windows = CountWindows();
   counts.drawing_objects = CountDrawingObjects();
   counts.windows_of_thread = CountWindowsOfThread();
+  counts.threads = CountThreads();
   return counts;
 }
 
@@ -101,7 +116,8 @@ std::size_t CountHeapBlocks() {
 
 void PrintTo(const ResourceCounts& counts, std::ostream* out) {
   *out << "handles " << counts.handles << ", windows " << counts.windows << ", drawing objects "
-       << counts.drawing_objects << ", windows of the thread " << counts.windows_of_thread;
+       << counts.drawing_objects << ", windows of the thread " << counts.windows_of_thread
+       << ", threads " << counts.threads;
 }
 
 }  // namespace pelora::windows::test

@@ -19,6 +19,8 @@ struct ResourceCounts {
   std::size_t drawing_objects = 0;
   /// Windows of this thread that can be enumerated, those below others included.
   std::size_t windows_of_thread = 0;
+  /// Of this process.
+  std::size_t threads = 0;
 };
 
 [[nodiscard]] ResourceCounts CountResources();
