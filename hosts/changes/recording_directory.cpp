@@ -12,8 +12,8 @@ namespace pelora::changes {
 class RecordingDirectory::Parts {
  public:
   Parts(ldap::IDirectoryStore& target, RecordingOptions options)
-      : memory(target.schema(), std::move(options.keeps)),
-        store(target, memory, options.attributes, std::move(options.breathe)),
+      : memory(target.schema(), options.attributes, std::move(options.keeps)),
+        store(target, memory, std::move(options.breathe)),
         service(store, std::make_shared<ldap::StoreStatus>(),
                 {.attributes = std::move(options.attributes), .witness = &store}) {}
 
@@ -50,7 +50,9 @@ const ldap::StoreStatus& RecordingDirectory::last_failure() const {
 
 ldap::IDirectoryStore& RecordingDirectory::store() { return parts_->store; }
 
-void RecordingDirectory::Give(ldap::Entry entry) { parts_->store.Give(std::move(entry)); }
+void RecordingDirectory::Give(std::shared_ptr<const ldap::Entry> entry) {
+  parts_->store.Give(std::move(entry));
+}
 
 AttributeValues RecordingDirectory::Seen(const std::string& dn, std::string_view attribute) const {
   return parts_->memory.Seen(dn, attribute);

@@ -74,8 +74,8 @@ class RecordingDirectory final : public IDirectoryService {
 
   /// Hands over an object that has been read already, with at least what a binding would read, its
   /// `objectClass` included: bindings take it in place of asking the store, until it is forgotten
-  /// or a change of it is settled.
-  void Give(ldap::Entry entry);
+  /// or a change of it is settled. Several recordings may share it.
+  void Give(std::shared_ptr<const ldap::Entry> entry);
 
   /// What counts as seen of an attribute of an object; none: not set, or never read.
   [[nodiscard]] AttributeValues Seen(const std::string& dn, std::string_view attribute) const;

@@ -37,17 +37,35 @@ void EraseNamed(std::vector<ValueChange>& changes, std::string_view attribute) {
 
 }  // namespace
 
-RecordingMemory::RecordingMemory(const ldap::Schema& schema, Keeps keeps)
-    : schema_(schema), keeps_(std::move(keeps)) {}
+RecordingMemory::RecordingMemory(const ldap::Schema& schema, std::vector<std::string> bound,
+                                 Keeps keeps)
+    : schema_(schema), bindings_{.attributes = std::move(bound)}, keeps_(std::move(keeps)) {}
+
+bool RecordingMemory::AreBound(std::span<const std::string> attributes) const {
+  if (attributes.empty()) return bindings_.attributes.empty();
+  return std::ranges::all_of(attributes, [this](const std::string& name) { return IsBound(name); });
+}
+
+bool RecordingMemory::IncludesBound(std::span<const std::string> attributes) const {
+  if (attributes.empty()) return true;
+  if (bindings_.attributes.empty() || attributes.size() < bindings_.attributes.size()) return false;
+  return std::ranges::all_of(bindings_.attributes, [attributes](std::string_view bound) {
+    return std::ranges::any_of(
+        attributes, [bound](std::string_view name) { return EqualsWithoutCase(name, bound); });
+  });
+}
+
+void RecordingMemory::NoteBound(const std::string& dn, std::shared_ptr<const ldap::Entry> entry,
+                                bool is_whole) {
+  Object& object = At(dn);
+  object.bound = std::move(entry);
+  object.is_read_whole = is_whole;
+  std::erase_if(object.read, [&](const auto& single) { return is_whole || IsBound(single.first); });
+}
 
 void RecordingMemory::NoteRead(const std::string& dn, std::span<const std::string> attributes,
                                const ldap::AttributeMap& values) {
   Object& object = At(dn);
-  if (attributes.empty()) {
-    object.read = values;
-    object.is_read_whole = true;
-    return;
-  }
   for (const std::string& name : attributes) {
     const auto found = values.find(name);
     object.read.insert_or_assign(name, found == values.end() ? AttributeValues() : found->second);
@@ -66,7 +84,8 @@ std::vector<std::string> RecordingMemory::Unknown(
   if (object != nullptr && (object->is_read_whole || object->added)) return names;
   for (const ldap::Modification& change : staged) {
     const bool is_known = object != nullptr && (object->told.contains(change.attribute) ||
-                                                object->read.contains(change.attribute));
+                                                object->read.contains(change.attribute) ||
+                                                (object->bound && IsBound(change.attribute)));
     if (!is_known && IsKept(change.attribute)) names.push_back(change.attribute);
   }
   return names;
@@ -169,14 +188,14 @@ bool RecordingMemory::IsKept(std::string_view attribute) const {
 }
 
 AttributeValues RecordingMemory::SeenOf(const Object& object, std::string_view attribute) {
-  const std::string name(attribute);
-  const auto value_in = [&name](const ldap::AttributeMap& values) -> const AttributeValues* {
-    const auto found = values.find(name);
+  const auto value_in = [attribute](const ldap::AttributeMap& values) -> const AttributeValues* {
+    const auto found = values.find(attribute);
     return found == values.end() ? nullptr : &found->second;
   };
   const AttributeValues* seen =
       object.added ? value_in(object.added->attributes) : value_in(object.told);
   if (seen == nullptr && !object.added) seen = value_in(object.read);
+  if (seen == nullptr && !object.added && object.bound) seen = value_in(object.bound->attributes);
   return seen != nullptr ? *seen : AttributeValues();
 }
 

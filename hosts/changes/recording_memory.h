@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,6 +14,7 @@
 #include "hosts/changes/change.h"
 #include "hosts/changes/result.h"
 #include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/store_object.h"
 
 namespace pelora::changes {
 
@@ -22,10 +24,21 @@ class RecordingMemory {
  public:
   using Keeps = std::function<bool(std::string_view attribute)>;
 
-  /// `schema` outlives it.
-  RecordingMemory(const ldap::Schema& schema, Keeps keeps);
+  /// `schema` outlives it. `bound` are the attributes that bindings read; none: all.
+  RecordingMemory(const ldap::Schema& schema, std::vector<std::string> bound, Keeps keeps);
 
-  /// Something was read of an object: the attributes named, or all of it when none is.
+  /// Whether bindings read an attribute; all of these (none: all that an object has).
+  [[nodiscard]] bool IsBound(std::string_view attribute) const {
+    return bindings_.Covers(attribute);
+  }
+  [[nodiscard]] bool AreBound(std::span<const std::string> attributes) const;
+  /// Whether whoever reads these attributes (none: all) reads everything that bindings do.
+  [[nodiscard]] bool IncludesBound(std::span<const std::string> attributes) const;
+
+  /// Everything that bindings read was read of an object, and nothing is left out when it was read
+  /// whole. Many memories may share what was read.
+  void NoteBound(const std::string& dn, std::shared_ptr<const ldap::Entry> entry, bool is_whole);
+  /// These attributes were read of an object, by themselves.
   void NoteRead(const std::string& dn, std::span<const std::string> attributes,
                 const ldap::AttributeMap& values);
   /// A page was told these values.
@@ -54,10 +67,12 @@ class RecordingMemory {
  private:
   struct Object {
     std::string dn;
-    /// What was read last and what a page was told last; no values: not set.
+    /// What was read last for a binding (null: nothing), and by itself since; what a page was told
+    /// last. No values: not set.
+    std::shared_ptr<const ldap::Entry> bound;
+    bool is_read_whole = false;
     ldap::AttributeMap read;
     ldap::AttributeMap told;
-    bool is_read_whole = false;
     /// What is not written yet, and its place among the objects of which something is not.
     std::vector<ValueChange> unwritten;
     std::optional<ldap::Entry> added;
@@ -73,6 +88,7 @@ class RecordingMemory {
   void Enlist(Object& object);
 
   const ldap::Schema& schema_;
+  ldap::BindingOptions bindings_;
   Keeps keeps_;
   std::map<std::string, Object> objects_;
   /// Places, in the order in which the objects were recorded, and the objects' keys.

@@ -28,56 +28,70 @@ ldap::StoreStatus NotRecorded() {
 }  // namespace
 
 RecordingStore::RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
-                               std::vector<std::string> attributes, std::function<void()> breathe)
-    : target_(target),
-      memory_(memory),
-      bindings_{.attributes = std::move(attributes)},
-      breathe_(std::move(breathe)) {}
+                               std::function<void()> breathe)
+    : target_(target), memory_(memory), breathe_(std::move(breathe)) {}
 
-void RecordingStore::Give(ldap::Entry entry) {
-  std::string key = ldap::FoldCase(entry.dn);
+void RecordingStore::Give(std::shared_ptr<const ldap::Entry> entry) {
+  std::string key = ldap::FoldCase(entry->dn);
   given_.insert_or_assign(std::move(key), std::move(entry));
 }
 
 void RecordingStore::TakeBack(const std::string& dn) { given_.erase(ldap::FoldCase(dn)); }
 
-bool RecordingStore::AreBound(std::span<const std::string> attributes) const {
-  return std::ranges::all_of(attributes,
-                             [&](const std::string& name) { return bindings_.Covers(name); });
+RecordingStore::Asked RecordingStore::AskedOf(std::span<const std::string> attributes) const {
+  return {.attributes = attributes,
+          .are_bound = memory_.AreBound(attributes),
+          .include_bound = memory_.IncludesBound(attributes)};
 }
 
-const ldap::Entry* RecordingStore::AtHand(const std::string& dn, bool are_bound) const {
-  if (const ldap::Entry* const added = memory_.Added(dn)) return added;
-  if (!are_bound) return nullptr;
+std::shared_ptr<const ldap::Entry> RecordingStore::AtHand(const std::string& dn,
+                                                          const Asked& asked) const {
+  if (const ldap::Entry* const added = memory_.Added(dn)) {
+    return std::make_shared<const ldap::Entry>(*added);
+  }
+  if (!asked.are_bound) return nullptr;
   const auto found = given_.find(ldap::FoldCase(dn));
-  return found != given_.end() ? &found->second : nullptr;
+  return found != given_.end() ? found->second : nullptr;
+}
+
+void RecordingStore::Note(const std::string& dn, const Asked& asked,
+                          std::shared_ptr<const ldap::Entry> entry) {
+  if (asked.include_bound) {
+    memory_.NoteBound(dn, std::move(entry), asked.attributes.empty());
+  } else {
+    memory_.NoteRead(dn, asked.attributes, entry->attributes);
+  }
 }
 
 ldap::StoreStatus RecordingStore::Read(const std::string& dn,
                                        std::span<const std::string> attributes,
                                        ldap::Entry& entry) {
-  if (const ldap::Entry* const at_hand = AtHand(dn, AreBound(attributes))) {
+  const Asked asked = AskedOf(attributes);
+  std::shared_ptr<const ldap::Entry> at_hand = AtHand(dn, asked);
+  if (at_hand) {
     entry = PartOf(*at_hand, attributes);
   } else if (ldap::StoreStatus status = target_.Read(dn, attributes, entry); !status.Ok()) {
     return status;
+  } else {
+    at_hand = std::make_shared<const ldap::Entry>(entry);
   }
-  memory_.NoteRead(dn, attributes, entry.attributes);
+  Note(dn, asked, std::move(at_hand));
   return {};
 }
 
 ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
                                            std::span<const std::string> attributes,
                                            const ldap::ReadSink& sink) {
-  const bool are_bound = AreBound(attributes);
+  const Asked asked = AskedOf(attributes);
   // As many as follow each other and are not at hand are asked for together.
   while (!dns.empty()) {
     std::size_t count = 0;
-    while (count < dns.size() && AtHand(dns[count], are_bound) == nullptr) ++count;
+    while (count < dns.size() && !AtHand(dns[count], asked)) ++count;
     bool goes_on = true;
     std::size_t at = 0;
     ldap::StoreStatus status = target_.ReadMany(
         dns.first(count), attributes, [&](ldap::StoreStatus read, ldap::Entry entry) {
-          if (read.Ok()) memory_.NoteRead(dns[at], attributes, entry.attributes);
+          if (read.Ok()) Note(dns[at], asked, std::make_shared<const ldap::Entry>(entry));
           ++at;
           goes_on = sink(std::move(read), std::move(entry));
           return goes_on;
@@ -85,8 +99,9 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
     if (!status.Ok() || !goes_on) return status;
     dns = dns.subspan(count);
     if (dns.empty()) break;
-    ldap::Entry entry = PartOf(*AtHand(dns.front(), are_bound), attributes);
-    memory_.NoteRead(dns.front(), attributes, entry.attributes);
+    std::shared_ptr<const ldap::Entry> at_hand = AtHand(dns.front(), asked);
+    ldap::Entry entry = PartOf(*at_hand, attributes);
+    Note(dns.front(), asked, std::move(at_hand));
     if (!sink({}, std::move(entry))) break;
     dns = dns.subspan(1);
   }

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -17,13 +18,13 @@ namespace pelora::changes {
 /// recorded and goes nowhere.
 class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReadingWitness {
  public:
-  /// Both outlive it. `attributes` are those that bindings read; none: all. `breathe` is called
-  /// with every value told and every modification; may be none.
+  /// Both outlive it. `breathe` is called with every value told and every modification; may be
+  /// none.
   RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
-                 std::vector<std::string> attributes, std::function<void()> breathe = {});
+                 std::function<void()> breathe = {});
 
   /// Answers readings of this object from now on, as far as they ask for what bindings read.
-  void Give(ldap::Entry entry);
+  void Give(std::shared_ptr<const ldap::Entry> entry);
   void TakeBack(const std::string& dn);
 
   void OnTold(const std::string& dn, std::string_view attribute,
@@ -54,15 +55,22 @@ class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReading
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:
-  /// Whether bindings read all of the attributes.
-  [[nodiscard]] bool AreBound(std::span<const std::string> attributes) const;
+  /// What is asked for, and how that stands to what bindings read.
+  struct Asked {
+    std::span<const std::string> attributes;
+    bool are_bound;
+    bool include_bound;
+  };
+  [[nodiscard]] Asked AskedOf(std::span<const std::string> attributes) const;
   /// What is at hand of an object; null when the store has to be asked.
-  [[nodiscard]] const ldap::Entry* AtHand(const std::string& dn, bool are_bound) const;
+  [[nodiscard]] std::shared_ptr<const ldap::Entry> AtHand(const std::string& dn,
+                                                          const Asked& asked) const;
+  /// Has it remembered what was read of an object.
+  void Note(const std::string& dn, const Asked& asked, std::shared_ptr<const ldap::Entry> entry);
 
   ldap::IDirectoryStore& target_;
   RecordingMemory& memory_;
-  ldap::BindingOptions bindings_;
-  std::map<std::string, ldap::Entry> given_;
+  std::map<std::string, std::shared_ptr<const ldap::Entry>> given_;
   std::function<void()> breathe_;
 };
 

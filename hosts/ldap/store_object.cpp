@@ -84,8 +84,8 @@ HRESULT StoreObject::Get(std::string_view name, Variant& value) {
     const auto cached = cache_.find(name);
     if (cached != cache_.end()) values = &cached->second;
     if (options_->witness != nullptr) {
-      options_->witness->OnTold(identity_.dn, name,
-                                values == nullptr ? AttributeValues() : *values);
+      const AttributeValues none;
+      options_->witness->OnTold(identity_.dn, name, values == nullptr ? none : *values);
     }
   }
   if (values == nullptr || values->empty()) return E_ADS_PROPERTY_NOT_FOUND;

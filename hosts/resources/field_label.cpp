@@ -3,19 +3,10 @@
 
 #include <algorithm>
 
+#include "hosts/resources/mnemonic.h"
+
 namespace pelora::resources {
 namespace {
-
-/// "&&" is one "&" that is shown.
-std::string WithoutMnemonic(const std::string& text) {
-  std::string plain;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    if (text[at] == '&' && ++at == text.size()) break;
-    plain += text[at];
-  }
-  if (plain.ends_with(':')) plain.pop_back();
-  return plain;
-}
 
 std::string TemplateText(const FieldRow& row, const DialogTemplate& dialog) {
   const ControlId named = row.label != 0 ? row.label : row.control;
@@ -32,7 +23,13 @@ std::string TemplateText(const FieldRow& row, const DialogTemplate& dialog) {
 std::string FieldLabel(const FieldRow& row, const DialogTemplate& dialog) {
   if (!row.entry.empty()) return std::string(row.entry);
   if (!row.title.empty()) return std::string(row.title);
-  return WithoutMnemonic(TemplateText(row, dialog));
+  return PlainLabel(TemplateText(row, dialog));
+}
+
+std::string PlainLabel(std::string_view text) {
+  std::string plain = WithoutMnemonic(text);
+  if (plain.ends_with(':')) plain.pop_back();
+  return plain;
 }
 
 }  // namespace pelora::resources

@@ -121,7 +121,7 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
   };
   // Its page lives by it, whatever the component answers.
   tabs_.push_back(std::move(added));
-  for (const ldap::Entry& entry : entries_) tab->recording.Give(entry);
+  for (const auto& entry : entries_) tab->recording.Give(entry);
   return OpenTab(class_id, tab->platform, selection,
                  [&](IUnknown& component, std::unique_ptr<PropSheetPage> page) {
                    Learn(*tab, component, page->Template());
@@ -158,7 +158,7 @@ ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection) 
       entry.attributes.erase(FieldRights::kAttribute);
       // By the name by which the tabs will ask.
       entry.dn = names[entries_.size()];
-      entries_.push_back(std::move(entry));
+      entries_.push_back(std::make_shared<const ldap::Entry>(std::move(entry)));
       errand.Advance(entries_.size(), names.size() > 1 ? names.size() : 0);
       return true;
     });

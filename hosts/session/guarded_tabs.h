@@ -122,8 +122,8 @@ class GuardedTabs {
   TabSurroundings surroundings_;
   ErrandsAtOnce at_once_;
   std::vector<DirectoryObject> selection_;
-  /// As they were read, in the order of the selection.
-  std::vector<ldap::Entry> entries_;
+  /// As they were read, in the order of the selection; the tabs share them.
+  std::vector<std::shared_ptr<const ldap::Entry>> entries_;
   /// What the objects are called, by `ldap::FoldCase` of their names.
   std::map<std::string, std::string> names_;
   FieldRights rights_;

@@ -5,13 +5,10 @@
 
 #include "hosts/ctl/objects/read_settings.h"
 #include "hosts/ctl/results/show_settings.h"
-#include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/ldap_status.h"
-#include "hosts/ldap/ldb_store.h"
-#include "hosts/ldap/sample_company.h"
 #include "tests/ctl/tab_with_a_new_field.h"
 #include "tests/support/fault_store.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/sample_file.h"
 
 namespace pelora::ctl {
 namespace {
@@ -29,18 +26,15 @@ constexpr const char* kTom =
 class SettingsChangerTest : public ::testing::Test {
  protected:
   SettingsChangerTest() {
-    const std::string file = folder_.File("company.ldb");
-    EXPECT_TRUE(ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif()).Ok());
-    EXPECT_TRUE(ldap::OpenLdbStore(file, {}, file_).Ok());
-    auto fault = std::make_unique<testing::FaultStore>(*file_);
+    auto fault = std::make_unique<testing::FaultStore>(sample_.store());
     fault_ = fault.get();
-    session_.emplace(file, std::move(fault), ldap::StoreOpener());
+    session_.emplace(sample_.file().path(), std::move(fault), ldap::StoreOpener());
     platform_.emplace(session_->service, session_->store, module_);
   }
 
   [[nodiscard]] ldap::Entry Entry() {
     ldap::Entry entry;
-    EXPECT_TRUE(file_->Read(kHelga, SettingsAttributes(), entry).Ok());
+    EXPECT_TRUE(sample_.store().Read(kHelga, SettingsAttributes(), entry).Ok());
     return entry;
   }
   [[nodiscard]] changes::Prepared Prepare(const Assignment& assignment,
@@ -57,10 +51,9 @@ class SettingsChangerTest : public ::testing::Test {
     return prepared.instead.value_or(changes::Result{.dn = "nothing happened instead"});
   }
 
-  testing::TemporaryFolder folder_;
+  testing::SampleStore sample_;
   resources::ResourceFile module_ =
       *resources::ResourceFile::Read(resources::EmbeddedResourceBytes()).value;
-  std::unique_ptr<ldap::IDirectoryStore> file_;
   testing::FaultStore* fault_ = nullptr;
   std::optional<session::DirectorySession> session_;
   std::optional<PagePlatform> platform_;

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "hosts/ldap/create_ldb_directory.h"
+#include "hosts/ldap/ldb_store.h"
 #include "hosts/ldap/sample_company.h"
 
 namespace pelora::testing {
@@ -38,5 +39,10 @@ void WriteFile(const std::string& path, const std::string& bytes) {
 }
 
 SampleFile::SampleFile() { WriteFile(path_, SampleBytes()); }
+
+SampleStore::SampleStore() {
+  const ldap::StoreStatus status = ldap::OpenLdbStore(file_.path(), {}, store_);
+  if (!status.Ok()) throw std::runtime_error(status.text);
+}
 
 }  // namespace pelora::testing

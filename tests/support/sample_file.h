@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
 #include <string>
 
+#include "hosts/ldap/directory_store.h"
 #include "tests/support/temporary_folder.h"
 
 namespace pelora::testing {
@@ -24,6 +26,19 @@ class SampleFile {
  private:
   TemporaryFolder folder_;
   std::string path_ = folder_.File("company.ldb");
+};
+
+/// Such a file, opened.
+class SampleStore {
+ public:
+  SampleStore();
+
+  [[nodiscard]] const SampleFile& file() const { return file_; }
+  [[nodiscard]] ldap::IDirectoryStore& store() { return *store_; }
+
+ private:
+  SampleFile file_;
+  std::unique_ptr<ldap::IDirectoryStore> store_;
 };
 
 }  // namespace pelora::testing

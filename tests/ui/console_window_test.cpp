@@ -4,74 +4,39 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QStatusBar>
-#include <QTest>
-#include <QTreeView>
 
-#include "hosts/console/text/qt_text.h"
-#include "hosts/console/window/main_window.h"
 #include "resources/resource.h"
-#include "tests/ui/console_test.h"
 #include "tests/ui/open_sheet.h"
 #include "tests/ui/scripted_store.h"
+#include "tests/ui/window_test.h"
 
 namespace pelora::test {
 namespace {
 
-using console::MainWindow;
 using console::ToUtf8;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr int kPatience = 20000;
-
-class Window : public ConsoleTest {
+class Window : public WindowTest {
  protected:
-  Window() : window_(module()) {
-    EXPECT_TRUE(window_.SetSession(TakeSession()));
-    window_.show();
-    window_.activateWindow();
-    Settle();
-  }
-
-  /// Waits until the window has read what it is to show.
-  void Settle() {
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !window_.IsReading(); }, kPatience));
-  }
-
-  [[nodiscard]] MainWindow& window() { return window_; }
   [[nodiscard]] QTreeView& tree() {
-    return *window_.findChild<QTreeView*>(QStringLiteral("container_tree"));
-  }
-  [[nodiscard]] QTreeView& list() {
-    return *window_.findChild<QTreeView*>(QStringLiteral("object_list"));
+    return *window().findChild<QTreeView*>(QStringLiteral("container_tree"));
   }
   [[nodiscard]] QLineEdit& filter() {
-    return *window_.findChild<QLineEdit*>(QStringLiteral("object_filter"));
+    return *window().findChild<QLineEdit*>(QStringLiteral("object_filter"));
   }
   [[nodiscard]] QAction& properties() {
-    for (QAction* action : window_.findChildren<QAction*>()) {
+    for (QAction* action : window().findChildren<QAction*>()) {
       if (action->text() == QStringLiteral("&Properties")) return *action;
     }
     throw std::runtime_error("there is no such action");
   }
 
-  /// Texts of a column, as shown.
-  [[nodiscard]] std::vector<std::string> Column(int column) {
-    std::vector<std::string> texts;
-    for (int row = 0; row < list().model()->rowCount(); ++row) {
-      texts.push_back(ToUtf8(list().model()->index(row, column).data().toString()));
-    }
-    return texts;
-  }
-  [[nodiscard]] std::vector<std::string> Names() { return Column(0); }
   [[nodiscard]] QModelIndex RowOf(const char* name) {
     const auto rows = list().model()->match(list().model()->index(0, 0), Qt::DisplayRole,
                                             QString::fromUtf8(name), 1, Qt::MatchExactly);
@@ -93,17 +58,10 @@ class Window : public ConsoleTest {
   void GoToSales() { GoTo({"Linden-Werke Chemnitz", "Vertrieb"}); }
   [[nodiscard]] std::vector<std::string> SelectedNames() {
     std::vector<std::string> names;
-    for (const auto& object : window_.Selection()) names.push_back(object.name);
+    for (const auto& object : window().Selection()) names.push_back(object.name);
     return names;
   }
-  [[nodiscard]] std::string StatusTexts() {
-    std::string texts;
-    for (const QLabel* label : window_.statusBar()->findChildren<QLabel*>()) {
-      texts += ToUtf8(label->text()) + "|";
-    }
-    return texts;
-  }
-  [[nodiscard]] QList<console::QtPropertySheet*> Sheets() { return window_.sheets().Open(); }
+  [[nodiscard]] QList<console::QtPropertySheet*> Sheets() { return window().sheets().Open(); }
 
  private:
   [[nodiscard]] QPoint Place(const char* name) {
@@ -111,8 +69,6 @@ class Window : public ConsoleTest {
     list().scrollTo(row);
     return list().visualRect(row).center();
   }
-
-  MainWindow window_;
 };
 
 TEST_F(Window, ShowsTheBaseAndWhatStandsRightBelow) {

@@ -8,21 +8,15 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
 #include <QSettings>
-#include <QStatusBar>
-#include <QTest>
 #include <QTimer>
-#include <QTreeView>
 
 #include "hosts/console/finding/column_dialog.h"
-#include "hosts/console/text/qt_text.h"
-#include "hosts/console/window/main_window.h"
 #include "hosts/console/window/object_icons.h"
-#include "tests/ui/console_test.h"
+#include "tests/ui/window_test.h"
 
 namespace pelora::test {
 namespace {
@@ -39,50 +33,14 @@ using ::testing::SizeIs;
 using ::testing::StartsWith;
 using ::testing::UnorderedElementsAre;
 
-constexpr int kPatience = 20000;
-
-class Finding : public ConsoleTest {
+class Finding : public WindowTest {
  protected:
-  Finding() { Open(); }
-
-  void Open() {
-    if (window_) window_.reset();
-    window_.emplace(module());
-    session::SessionResult opened = session::OpenDirectoryFile(file());
-    EXPECT_TRUE(window_->SetSession(std::move(opened.session)));
-    window_->show();
-    window_->activateWindow();
-    Settle();
-  }
-  void Settle() {
-    QCoreApplication::processEvents();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->IsReading(); }, kPatience));
-  }
-
-  [[nodiscard]] MainWindow& window() { return *window_; }
-  [[nodiscard]] console::DirectoryPane& pane() { return window_->pane(); }
-  [[nodiscard]] QTreeView& list() { return pane().list().view(); }
-  [[nodiscard]] std::vector<std::string> Column(int column) {
-    std::vector<std::string> texts;
-    for (int row = 0; row < list().model()->rowCount(); ++row) {
-      texts.push_back(ToUtf8(list().model()->index(row, column).data().toString()));
-    }
-    return texts;
-  }
-  [[nodiscard]] std::vector<std::string> Names() { return Column(0); }
   [[nodiscard]] std::vector<std::string> Heads() {
     std::vector<std::string> heads;
     for (int column = 0; column < list().model()->columnCount(); ++column) {
       heads.push_back(ToUtf8(list().model()->headerData(column, Qt::Horizontal).toString()));
     }
     return heads;
-  }
-  [[nodiscard]] std::string StatusTexts() {
-    std::string texts;
-    for (const QLabel* label : window_->statusBar()->findChildren<QLabel*>()) {
-      texts += ToUtf8(label->text()) + "|";
-    }
-    return texts;
   }
   /// Types where the keyboard is.
   void Type(const char* text) {
@@ -114,9 +72,6 @@ class Finding : public ConsoleTest {
     Press(Qt::Key_Return);
     Settle();
   }
-
- private:
-  std::optional<MainWindow> window_;
 };
 
 // Ctrl+F, the address, Down into the list, Alt+Enter: the sheet with the quota is there.
@@ -257,7 +212,7 @@ TEST_F(Finding, RemembersColumnsOfEachView) {
   Settle();
   EXPECT_THAT(Heads(), ElementsAre("Name", "Logon Name"));
   list().header()->resizeSection(0, 321);
-  Open();
+  OpenWindow();
   Choose("Hidden");
   EXPECT_THAT(Heads(), ElementsAre("Name", "Logon Name"));
   EXPECT_EQ(list().header()->sectionSize(0), 321);
@@ -271,7 +226,7 @@ TEST_F(Finding, KeepsTheUsersViews) {
                            .filter = "(objectClass=group)",
                            .columns = {"name", "mail"}};
   ASSERT_EQ(ToUtf8(pane().remembered().SetViews({kept})), "");
-  Open();
+  OpenWindow();
   EXPECT_EQ(ToUtf8(pane().ShowView(QStringLiteral("groups HERE"))), "");
   Settle();
   EXPECT_THAT(Names(), Contains("Vertrieb Alle"));

@@ -10,12 +10,10 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QStatusBar>
-#include <QThread>
-#include <algorithm>
-#include <chrono>
-#include <filesystem>
+#include <array>
 #include <utility>
 
+#include "hosts/console/new_object/make_new_object_wizard.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/connect_dialog.h"
@@ -23,26 +21,11 @@
 #include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
-namespace {
-
-/// After so long it is looked again whether something modal still runs.
-constexpr std::chrono::milliseconds kPatience{50};
-
-/// Whether a dialog, a box or a menu is waited for, or has been and its caller is not through yet.
-bool IsModalRunning() {
-  constexpr int kMainLoop = 1;
-  return QApplication::activeModalWidget() != nullptr ||
-         QThread::currentThread()->loopLevel() > kMainLoop;
-}
-
-}  // namespace
-
 MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) {
   setWindowTitle(QStringLiteral("Pelora Console"));
   setWindowIcon(IconOf(session::ObjectIcon::kDomain));
   MakePane();
   MakeActions();
-  MakeNewMenu();
   MakeMenus();
   count_ = new QLabel(this);
   hint_ = new QLabel(this);
@@ -53,12 +36,12 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   statusBar()->addWidget(count_);
   statusBar()->addPermanentWidget(hint_);
   statusBar()->addPermanentWidget(who_);
-  until_shown_.setInterval(kPatience);
-  connect(&until_shown_, &QTimer::timeout, this, &MainWindow::ShowOpened);
   pane_->on_changed = [this] { UpdateActions(); };
   pane_->on_failure = [this](const QString& text, const QString& reason) {
     ReportLater(text, reason);
   };
+  history_desk_.on_told = [this](const QString& text) { statusBar()->showMessage(text); };
+  history_desk_.on_written = [this] { pane_->RefreshList(); };
   UpdateActions();
 }
 
@@ -77,37 +60,13 @@ bool MainWindow::OpenFile(const QString& path) {
 
 void MainWindow::OpenBesides(const QString& name, SessionOpening::Open open,
                              std::function<void()> on_shown) {
-  StopOpening();
-  opened_name_ = name;
-  openings_.push_back(std::make_unique<SessionOpening>(
-      std::move(open), [this, on_shown = std::move(on_shown)](session::SessionResult result) {
-        FinishOpening(std::move(result), on_shown);
-      }));
+  openings_.Open(name, std::move(open), std::move(on_shown));
   UpdateActions();
 }
 
-void MainWindow::StopOpening() {
-  for (const auto& opening : openings_) opening->Stop();
-  opened_.reset();
-}
-
-bool MainWindow::IsOpening() const {
-  return opened_.has_value() ||
-         std::ranges::any_of(openings_, [](const auto& opening) { return opening->IsRunning(); });
-}
-
-void MainWindow::FinishOpening(session::SessionResult result, std::function<void()> on_shown) {
-  opened_ = Opened{.result = std::move(result), .on_shown = std::move(on_shown)};
-  ShowOpened();
-}
-
-void MainWindow::ShowOpened() {
-  if (opened_ && IsModalRunning()) return until_shown_.start();
-  until_shown_.stop();
-  if (!opened_) return;
-  Opened opened = *std::exchange(opened_, std::nullopt);
+void MainWindow::ShowOpened(DirectoryOpenings::Opened opened) {
   if (!opened.result.session) {
-    ReportLater(QStringLiteral("%1 cannot be opened.").arg(opened_name_),
+    ReportLater(QStringLiteral("%1 cannot be opened.").arg(opened.name),
                 ToQString(opened.result.error));
   } else if (SetSession(std::move(opened.result.session)) && opened.on_shown) {
     opened.on_shown();
@@ -116,8 +75,9 @@ void MainWindow::ShowOpened() {
 }
 
 bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) {
-  auto store = std::make_unique<session::BesideStore>(*session->store, errands_);
-  const session::DirectoryBrowser browser(*store);
+  auto shown =
+      std::make_unique<ShownDirectory>(std::move(session), errands_, message_box_, module_);
+  const session::DirectoryBrowser browser(shown->store);
   session::DirectoryObject base;
   if (const ldap::StoreStatus status = browser.ReadBase(base); !status.Ok()) {
     ReportLater(QStringLiteral("The directory cannot be read."), ToQString(status.text));
@@ -126,29 +86,21 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   // Only now: a directory that cannot be read costs nobody his open sheets.
   if (!sheets_.CloseAll()) return false;
   pane_->EndDirectory();
-  fields_.reset();
-  platform_.reset();
-  choosers_.emplace(*store, session->open_another);
-  service_.emplace(*store);
-  platform_.emplace(*service_, message_box_, *choosers_, module_);
-  fields_.emplace(session->specifiers, platform_->platform(), module_);
-  store_ = std::move(store);
-  session_ = std::move(session);
-  const std::string directory =
-      session_->is_file ? std::filesystem::absolute(session_->path).string() : session_->path;
-  history_.emplace(session::ChangesFolder(), directory, session_->store->schema());
-  const QString path = ToQString(session_->path);
-  const QString name = session_->is_file ? QFileInfo(path).fileName() : path;
+  history_desk_.SetDirectory(&shown->history, &shown->store);
+  directory_ = std::move(shown);
+  const session::DirectorySession& open = *directory_->session;
+  const QString path = ToQString(open.path);
+  const QString name = open.is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
-  who_->setText(session_->user.empty()
+  who_->setText(open.user.empty()
                     ? QStringLiteral("Directory file %1").arg(Readable(name))
-                    : QStringLiteral("%1 on %2").arg(Readable(ToQString(session_->user)), name));
-  pane_->ShowDirectory(std::move(base), session_->open_another, &*fields_);
+                    : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), name));
+  pane_->ShowDirectory(std::move(base), open.open_another, &directory_->fields);
   return true;
 }
 
 void MainWindow::StopReading() {
-  StopOpening();
+  openings_.Stop();
   pane_->StopReading();
   UpdateActions();
 }
@@ -163,20 +115,20 @@ void MainWindow::OpenSelection() {
 }
 
 void MainWindow::ShowProperties(std::span<const session::DirectoryObject> selection) {
-  if (!session_) return;
+  if (!directory_) return;
   QStringList names;
   for (const session::DirectoryObject& object : selection) names.append(ToQString(object.dn));
   const QString key = names.join(QLatin1Char('\n'));
   if (sheets_.Raise(key)) return;
   SheetResult made = MakePropertySheet(
-      selection, session_->specifiers,
-      {.store = *store_,
-       .platform = platform_->platform(),
+      selection, directory_->session->specifiers,
+      {.store = directory_->store,
+       .platform = directory_->platform.platform(),
        .templates = module_,
        .errands = &errands_,
        .desk = &desk_,
-       .history = &*history_,
-       .open_another = session_->open_another},
+       .history = &directory_->history,
+       .open_another = directory_->session->open_another},
       this,
       [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
   if (made.is_stopped) return;
@@ -190,9 +142,9 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
   QtPropertySheet* const sheet = made.sheet.get();
   sheet->machine().on_applied = [this, sheet, objects, is_outdated = made.is_outdated] {
     pane_->RefreshList();
-    if (!history_->failure().empty()) {
-      statusBar()->showMessage(QStringLiteral("This change cannot be taken back: %1")
-                                   .arg(Readable(ToQString(history_->failure()))));
+    if (const std::string& failure = directory_->history.failure(); !failure.empty()) {
+      statusBar()->showMessage(
+          QStringLiteral("This change cannot be taken back: %1").arg(Readable(ToQString(failure))));
     }
     if (!is_outdated()) return;
     // Later: the sheet stands on the stack.
@@ -215,14 +167,14 @@ void MainWindow::OpenAnew(QtPropertySheet& sheet,
 void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& from) {
   if (!from.isModal()) return ShowProperties(std::span(&object, 1));
   // Nothing beside a modal window can be used: over it, the sheet is waited for.
-  const SheetResult made = MakePropertySheet(std::span(&object, 1), session_->specifiers,
-                                             {.store = *store_,
-                                              .platform = platform_->platform(),
+  const SheetResult made = MakePropertySheet(std::span(&object, 1), directory_->session->specifiers,
+                                             {.store = directory_->store,
+                                              .platform = directory_->platform.platform(),
                                               .templates = module_,
                                               .errands = &errands_,
                                               .desk = &desk_,
-                                              .history = &*history_,
-                                              .open_another = session_->open_another},
+                                              .history = &directory_->history,
+                                              .open_another = directory_->session->open_another},
                                              &from);
   if (!made.sheet) {
     return ReportLater(QStringLiteral("There are no properties to show."), made.error);
@@ -231,31 +183,52 @@ void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& fr
   made.sheet->exec();
 }
 
+void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
+  const session::DirectoryObject* container = pane_->Container();
+  if (!directory_ || container == nullptr) return;
+  WizardResult made = MakeNewObjectWizard(
+      kind, *container, {.store = directory_->store, .specifiers = directory_->session->specifiers},
+      directory_->platform.platform(), module_, this);
+  if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
+  const bool is_made = made.wizard->exec() == QDialog::Accepted;
+  if (is_made) ShowNewObject(kind, made.wizard->created_name());
+  made.wizard.reset();
+  // A directory that was opened meanwhile need not wait any longer.
+  openings_.ShowOpened();
+}
+
+void MainWindow::ShowNewObject(const session::NewObjectKind& kind, const std::string& dn) {
+  pane_->SelectWhenRead(dn);
+  // A container stands in the tree as well.
+  const std::array classes = {std::string(kind.class_name)};
+  session::KindOf(classes).is_container ? pane_->Refresh() : pane_->RefreshList();
+}
+
 void MainWindow::UpdateActions() {
   const std::vector<session::DirectoryObject> selection = Selection();
   const std::vector<session::DirectoryObject> listed = pane_->list().Selection();
-  const QString reason = session_
-                             ? ToQString(session::WhyNoProperties(selection, session_->specifiers))
-                             : QStringLiteral("No directory is open.");
+  const QString reason =
+      directory_ ? ToQString(session::WhyNoProperties(selection, directory_->session->specifiers))
+                 : QStringLiteral("No directory is open.");
   properties_->setEnabled(reason.isEmpty());
   const QString tip =
       reason.isEmpty() ? QStringLiteral("Show the properties of the selection") : reason;
   properties_->setStatusTip(tip);
   properties_->setToolTip(PlainToolTip(tip));
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
-  for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(session_ != nullptr);
+  for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(directory_ != nullptr);
   new_menu_->menuAction()->setEnabled(pane_->Container() != nullptr);
   parent_->setEnabled(pane_->HasParent());
 
-  stop_->setEnabled(pane_->state() == ContainerListing::State::kReading || IsOpening());
-  count_->setText(session_ ? pane_->CountText() : QString());
-  const QString opening = QStringLiteral("Opening %1...").arg(opened_name_);
-  hint_->setText(IsOpening() ? opening : listed.empty() ? QString() : reason);
+  stop_->setEnabled(pane_->state() == ContainerListing::State::kReading || openings_.IsOpening());
+  count_->setText(directory_ ? pane_->CountText() : QString());
+  const QString opening = QStringLiteral("Opening %1...").arg(openings_.name());
+  hint_->setText(openings_.IsOpening() ? opening : listed.empty() ? QString() : reason);
 }
 
 void MainWindow::AskForFile() {
-  const bool is_file = session_ && session_->is_file;
-  const QString folder = is_file ? QFileInfo(ToQString(session_->path)).path() : QString();
+  const bool is_file = session() != nullptr && session()->is_file;
+  const QString folder = is_file ? QFileInfo(ToQString(session()->path)).path() : QString();
   const QString path =
       QFileDialog::getOpenFileName(this, QStringLiteral("Open Directory File"), folder,
                                    QStringLiteral("Directory files (*.ldb);;All files (*)"));
@@ -263,8 +236,8 @@ void MainWindow::AskForFile() {
 }
 
 void MainWindow::AskForServer() {
-  ConnectDialog dialog(session_ && !session_->is_file ? ToQString(session_->path) : QString(),
-                       this);
+  const bool is_server = session() != nullptr && !session()->is_file;
+  ConnectDialog dialog(is_server ? ToQString(session()->path) : QString(), this);
   if (dialog.exec() == QDialog::Accepted) OpenServerBesides(dialog.Server());
 }
 

@@ -3,24 +3,19 @@
 
 #include <QMainWindow>
 #include <QSet>
-#include <QTimer>
 #include <memory>
-#include <optional>
 #include <span>
+#include <utility>
 
-#include "hosts/console/choosers/qt_choosers.h"
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/errands/qt_errands.h"
-#include "hosts/console/program/console_platform.h"
-#include "hosts/console/reading/session_opening.h"
 #include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/sheets/sheet_windows.h"
+#include "hosts/console/window/directory_openings.h"
 #include "hosts/console/window/directory_pane.h"
+#include "hosts/console/window/shown_directory.h"
+#include "hosts/console/writing/history_desk.h"
 #include "hosts/console/writing/qt_writing_desk.h"
-#include "hosts/ldap/store_directory_service.h"
-#include "hosts/session/beside_store.h"
-#include "hosts/session/change_history.h"
-#include "hosts/session/directory_session.h"
 #include "hosts/session/new_object_kind.h"
 
 class QAction;
@@ -66,10 +61,14 @@ class MainWindow final : public QMainWindow {
   }
   [[nodiscard]] const SheetWindows& sheets() const { return sheets_; }
   /// The directory shown; null when there is none.
-  [[nodiscard]] const session::DirectorySession* session() const { return session_.get(); }
+  [[nodiscard]] const session::DirectorySession* session() const {
+    return directory_ ? directory_->session.get() : nullptr;
+  }
   /// The same directory for use on this thread: the window lives on while a server makes up its
   /// mind. Null when there is none.
-  [[nodiscard]] ldap::IDirectoryStore* store() const { return store_.get(); }
+  [[nodiscard]] ldap::IDirectoryStore* store() const {
+    return directory_ ? &directory_->store : nullptr;
+  }
   /// The tree, the list, and what is found.
   [[nodiscard]] DirectoryPane& pane() const { return *pane_; }
   /// Whether something is being read beside the window.
@@ -93,18 +92,9 @@ class MainWindow final : public QMainWindow {
   void MakePane();
   void MakeActions();
   void MakeMenus();
-  void MakeNewMenu();
   void ShowNewObject(const session::NewObjectKind& kind, const std::string& dn);
   void StopReading();
-  void StopOpening();
-  [[nodiscard]] bool IsOpening() const;
-  void FinishOpening(session::SessionResult result, std::function<void()> on_shown);
-  void ShowOpened();
-  void UndoLast();
-  void RedoLast();
-  void ShowHistory();
-  /// Takes a go back, or does it again, and tells what became of it.
-  void TakeBack(const session::PastChange& past, bool again);
+  void ShowOpened(DirectoryOpenings::Opened opened);
   void OpenSelection();
   /// Shows the properties as they are by now, at the same page.
   void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
@@ -119,28 +109,14 @@ class MainWindow final : public QMainWindow {
   QtMessageBox message_box_;
   QtErrands errands_;
   QtWritingDesk desk_;
-  std::unique_ptr<session::DirectorySession> session_;
-  /// The session's directory for the window's thread, which is not to wait.
-  std::unique_ptr<session::BesideStore> store_;
-  std::optional<ldap::StoreDirectoryService> service_;
-  std::optional<session::ChangeHistory> history_;
-  std::optional<QtChoosers> choosers_;
-  std::optional<ConsolePlatform> platform_;
-  /// What the list can show of the directory's objects.
-  std::optional<session::FieldCatalogue> fields_;
+  /// None before the first is opened.
+  std::unique_ptr<ShownDirectory> directory_;
+  HistoryDesk history_desk_{*this, errands_};
   SheetWindows sheets_;
 
   DirectoryPane* pane_ = nullptr;
-  /// The last is the one that counts; others have been stopped and run out.
-  std::vector<std::unique_ptr<SessionOpening>> openings_;
-  QString opened_name_;
-  /// What was opened, and what follows its showing; it waits until nothing modal runs.
-  struct Opened {
-    session::SessionResult result;
-    std::function<void()> on_shown;
-  };
-  std::optional<Opened> opened_;
-  QTimer until_shown_;
+  DirectoryOpenings openings_{
+      [this](DirectoryOpenings::Opened opened) { ShowOpened(std::move(opened)); }};
   /// The directory that an earlier window has shown.
   QString last_;
   /// Failures that are being shown.

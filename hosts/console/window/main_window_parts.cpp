@@ -11,6 +11,7 @@
 #include <QToolButton>
 #include <QTreeView>
 
+#include "hosts/console/new_object/new_object_menu.h"
 #include "hosts/console/window/main_window.h"
 #include "hosts/console/window/object_icons.h"
 
@@ -81,13 +82,13 @@ void MainWindow::MakeActions() {
   undo_ =
       make(ThemeIcon("edit-undo", QStyle::SP_ArrowBack), QStringLiteral("&Undo Last Change"),
            QStringLiteral("Take back what was written last, unless somebody has changed it since"),
-           {QKeySequence::Undo}, [this] { UndoLast(); });
+           {QKeySequence::Undo}, [this] { history_desk_.UndoLast(); });
   redo_ = make(ThemeIcon("edit-redo", QStyle::SP_ArrowForward), QStringLiteral("&Redo"),
                QStringLiteral("Do again what was taken back last"), {QKeySequence::Redo},
-               [this] { RedoLast(); });
+               [this] { history_desk_.RedoLast(); });
   past_ = make({}, QStringLiteral("&Changes..."),
                QStringLiteral("Show what was written within the last 30 days"), {},
-               [this] { ShowHistory(); });
+               [this] { history_desk_.ShowList(); });
   review_ = make({}, QStringLiteral("&Review Every Change"),
                  QStringLiteral("Show what will be written first, for a single object too"), {},
                  [this](bool checked) { desk_.reviews_everything = checked; });
@@ -104,6 +105,8 @@ void MainWindow::MakeActions() {
 }
 
 void MainWindow::MakeMenus() {
+  new_menu_ =
+      MakeNewObjectMenu(*this, [this](const session::NewObjectKind& kind) { MakeNewObject(kind); });
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
   file->addActions({open_file_, connect_, open_last_, quit_});
   file->insertSeparator(quit_);

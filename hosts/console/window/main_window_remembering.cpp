@@ -54,8 +54,8 @@ void MainWindow::Remember() {
   remembered.SetBytes(Key(kGeometry), saveGeometry());
   remembered.SetBytes(Key(kState), saveState());
   remembered.SetBytes(Key(kSplit), pane_->saveState());
-  if (!session_) return;
-  const QString last = (session_->is_file ? kFile : kServer) + ToQString(session_->path);
+  if (session() == nullptr) return;
+  const QString last = (session()->is_file ? kFile : kServer) + ToQString(session()->path);
   remembered.SetBytes(Key(kLast), last.toUtf8());
 }
 

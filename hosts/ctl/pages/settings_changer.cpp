@@ -171,7 +171,7 @@ changes::Change SettingsChanger::WorkOut(const ldap::Entry& entry,
   changes::Change nothing;
   nothing.dn = entry.dn;
   if (wishes.empty()) return nothing;
-  recording_.Give(entry);
+  recording_.Give(std::make_shared<const ldap::Entry>(entry));
   OperatePages(described, wishes);
   return TakeChange(entry, wishes);
 }

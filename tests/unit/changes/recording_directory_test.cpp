@@ -258,7 +258,7 @@ TEST_F(RecordingDirectoryTest, AnObjectThatWasHandedOverIsNotReadAgain) {
   Entry entry;
   ASSERT_TRUE(store_->Read(kUser, {}, entry).Ok());
   entry.attributes["peloraQuotaHard"] = {"42"};
-  directory_.Give(entry);
+  directory_.Give(std::make_shared<const Entry>(entry));
   Variant value;
   EXPECT_EQ(Bind()->Get("peloraQuotaHard", value), S_OK);
   EXPECT_EQ(value, Variant::Integer(42));
@@ -268,6 +268,31 @@ TEST_F(RecordingDirectoryTest, AnObjectThatWasHandedOverIsNotReadAgain) {
   directory_.Forget(kUser);
   static_cast<void>(Bind());
   EXPECT_THAT(observed_.log, SizeIs(1));
+}
+
+TEST_F(RecordingDirectoryTest, WhatWasHandedOverIsNotTakenForTheWholeObject) {
+  Store("telephoneNumber", {"4711"});
+  const auto part = std::make_shared<const Entry>(
+      Entry{.dn = kUser, .attributes = {{"objectClass", {"user"}}, {"peloraQuotaHard", {"42"}}}});
+  directory_.Give(part);
+  Entry whole;
+  ASSERT_TRUE(directory_.store().Read(kUser, {}, whole).Ok());
+  EXPECT_THAT(whole.attributes["telephoneNumber"], ElementsAre("4711"));
+}
+
+TEST_F(RecordingDirectoryTest, RecordingsThatShareAnObjectRecordApart) {
+  const auto shared = std::make_shared<const Entry>(
+      Entry{.dn = kUser, .attributes = {{"objectClass", {"user"}}, {"peloraQuotaHard", {"42"}}}});
+  RecordingDirectory other(observed_);
+  directory_.Give(shared);
+  other.Give(shared);
+  Apply("peloraQuotaHard", Variant::Integer(43));
+  EXPECT_THAT(Recorded().seen, ElementsAre("42"));
+  EXPECT_FALSE(other.HasRecorded());
+  Variant value;
+  EXPECT_EQ(Bind(other)->Get("peloraQuotaHard", value), S_OK);
+  EXPECT_EQ(value, Variant::Integer(42));
+  EXPECT_THAT(observed_.log, IsEmpty());
 }
 
 TEST_F(RecordingDirectoryTest, NothingComesAlongThatTheTabsDoNotKnow) {

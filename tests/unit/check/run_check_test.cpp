@@ -5,10 +5,9 @@
 
 #include <set>
 
-#include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/ldap_status.h"
-#include "hosts/ldap/sample_company.h"
 #include "tests/support/observed_store.h"
+#include "tests/support/sample_file.h"
 #include "tests/unit/check/check_bench.h"
 
 namespace pelora::session {
@@ -38,12 +37,9 @@ TEST_F(RunningCheck, ASoundDirectoryHasNoFindings) {
 }
 
 TEST_F(RunningCheck, TheSampleCompanyHasTheFaultsThatItIsMadeWith) {
-  const std::string path = File("untouched.ldb");
-  ASSERT_TRUE(ldap::CreateLdbDirectory(path, ldap::SampleCompanyLdif()).Ok());
-  std::unique_ptr<ldap::IDirectoryStore> untouched;
-  ASSERT_TRUE(ldap::OpenLdbStore(path, {}, untouched).Ok());
+  pelora::testing::SampleStore untouched;
   std::vector<std::string> found;
-  for (const Finding& finding : Run(*untouched, {})) {
+  for (const Finding& finding : Run(untouched.store(), {})) {
     found.push_back(std::string(finding.rule) + "\t" + CommonName(finding.dn));
   }
   EXPECT_THAT(found,

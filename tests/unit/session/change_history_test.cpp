@@ -7,10 +7,7 @@
 #include <fstream>
 
 #include "hosts/changes/change_writer.h"
-#include "hosts/ldap/create_ldb_directory.h"
-#include "hosts/ldap/ldb_store.h"
-#include "hosts/ldap/sample_company.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/sample_file.h"
 
 namespace pelora::session {
 namespace {
@@ -29,16 +26,6 @@ constexpr const char* kRolf =
 
 class ChangeHistoryTest : public ::testing::Test {
  protected:
-  ChangeHistoryTest() {
-    const std::string file = folder_.File("company.ldb");
-    if (!ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif()).Ok() ||
-        !ldap::OpenLdbStore(file, {}, store_).Ok()) {
-      throw std::runtime_error(file);
-    }
-    history_ = std::make_unique<ChangeHistory>(folder_.File("changes"), "/a dir/company.ldb",
-                                               store_->schema());
-  }
-
   /// Hides objects, as a sheet does, at a time.
   void Hide(const std::vector<const char*>& names,
             ChangeHistory::Clock::time_point when = ChangeHistory::Clock::now()) {
@@ -69,8 +56,8 @@ class ChangeHistoryTest : public ::testing::Test {
   [[nodiscard]] std::vector<Outcome> Redo(const std::string& id) {
     return Outcomes(history().Redo(id, store(), errands_));
   }
-  [[nodiscard]] ChangeHistory& history() { return *history_; }
-  [[nodiscard]] ldap::IDirectoryStore& store() { return *store_; }
+  [[nodiscard]] ChangeHistory& history() { return history_; }
+  [[nodiscard]] ldap::IDirectoryStore& store() { return sample_.store(); }
 
  private:
   static std::vector<Outcome> Outcomes(const std::vector<Result>& results) {
@@ -79,9 +66,8 @@ class ChangeHistoryTest : public ::testing::Test {
     return outcomes;
   }
 
-  pelora::testing::TemporaryFolder folder_;
-  std::unique_ptr<ldap::IDirectoryStore> store_;
-  std::unique_ptr<ChangeHistory> history_;
+  pelora::testing::SampleStore sample_;
+  ChangeHistory history_{sample_.file().File("changes"), "/a dir/company.ldb", store().schema()};
   ErrandsAtOnce errands_;
 };
 

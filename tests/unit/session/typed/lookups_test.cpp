@@ -2,14 +2,11 @@
 // What is looked up in the directory while something is typed, in the sample company.
 #include <gtest/gtest.h>
 
-#include "hosts/ldap/create_ldb_directory.h"
-#include "hosts/ldap/ldb_store.h"
-#include "hosts/ldap/sample_company.h"
 #include "hosts/session/directory_session.h"
 #include "hosts/session/typed/address_owner.h"
 #include "hosts/session/typed/default_quota.h"
 #include "hosts/session/typed/known_server.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/sample_file.h"
 
 namespace pelora::session {
 namespace {
@@ -19,13 +16,7 @@ const std::string kBirgit = "CN=Birgit Krämer,OU=Vertrieb," + kCompany;
 
 class LookUps : public ::testing::Test {
  protected:
-  LookUps() {
-    const std::string file = folder_.File("company.ldb");
-    const ldap::StoreStatus made = ldap::CreateLdbDirectory(file, ldap::SampleCompanyLdif());
-    EXPECT_TRUE(made.Ok()) << made.text;
-    session_ = OpenDirectoryFile(file).session;
-  }
-  [[nodiscard]] ldap::IDirectoryStore& store() { return *session_->store; }
+  [[nodiscard]] ldap::IDirectoryStore& store() { return sample_.store(); }
   [[nodiscard]] std::string Owner(std::string_view address,
                                   const std::vector<std::string>& except) {
     const std::optional<DirectoryObject> owner = FindAddressOwner(store(), address, except);
@@ -37,8 +28,7 @@ class LookUps : public ::testing::Test {
   }
 
  private:
-  pelora::testing::TemporaryFolder folder_;
-  std::unique_ptr<DirectorySession> session_;
+  pelora::testing::SampleStore sample_;
 };
 
 TEST_F(LookUps, AnAddressBelongsToWhoHasItInWhateverPlaceAndCase) {

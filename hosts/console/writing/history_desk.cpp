@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// Taking back what was written.
-#include <QStatusBar>
-#include <algorithm>
+#include "hosts/console/writing/history_desk.h"
 
+#include <QApplication>
+#include <algorithm>
+#include <vector>
+
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
-#include "hosts/console/window/main_window.h"
 #include "hosts/console/writing/history_dialog.h"
 #include "hosts/console/writing/result_dialog.h"
 #include "hosts/session/shown_failure.h"
@@ -30,7 +32,12 @@ std::vector<session::WrittenChange> Told(const std::vector<changes::Result>& res
 
 }  // namespace
 
-void MainWindow::TakeBack(const session::PastChange& past, bool again) {
+void HistoryDesk::SetDirectory(session::ChangeHistory* history, ldap::IDirectoryStore* store) {
+  history_ = history;
+  store_ = store;
+}
+
+void HistoryDesk::TakeBack(const session::PastChange& past, bool again) {
   const auto run = [&] {
     return again ? history_->Redo(past.id, *store_, errands_)
                  : history_->Undo(past.id, *store_, errands_);
@@ -45,34 +52,34 @@ void MainWindow::TakeBack(const session::PastChange& past, bool again) {
   const QString what =
       QStringLiteral("%1 (%2)").arg(Enumerated(past.objects), Enumerated(past.fields));
   if (AreAllDone(results)) {
-    statusBar()->showMessage(
+    on_told(
         (again ? QStringLiteral("Done again: %1") : QStringLiteral("Taken back: %1")).arg(what));
   }
-  pane_->RefreshList();
+  on_written();
 }
 
-void MainWindow::UndoLast() {
-  if (!history_) return;
+void HistoryDesk::UndoLast() {
+  if (history_ == nullptr) return;
   const std::vector<session::PastChange> past = history_->List();
   const auto last = std::ranges::find_if(
       past, [](const session::PastChange& change) { return !change.is_undone; });
   if (last != past.end()) return TakeBack(*last, false);
-  statusBar()->showMessage(QStringLiteral("There is nothing to take back."));
+  on_told(QStringLiteral("There is nothing to take back."));
 }
 
-void MainWindow::RedoLast() {
-  if (!history_) return;
+void HistoryDesk::RedoLast() {
+  if (history_ == nullptr) return;
   const std::vector<session::PastChange> past = history_->List();
   // What was taken back last stands right above what was not.
   const auto end = std::ranges::find_if(
       past, [](const session::PastChange& change) { return !change.is_undone; });
   if (end != past.begin()) return TakeBack(*(end - 1), true);
-  statusBar()->showMessage(QStringLiteral("There is nothing to do again."));
+  on_told(QStringLiteral("There is nothing to do again."));
 }
 
-void MainWindow::ShowHistory() {
-  if (!history_) return;
-  HistoryDialog dialog([this] { return history_->List(); }, this);
+void HistoryDesk::ShowList() {
+  if (history_ == nullptr) return;
+  HistoryDialog dialog([this] { return history_->List(); }, &window_);
   dialog.on_undo = [this](const session::PastChange& past) { TakeBack(past, false); };
   dialog.on_redo = [this](const session::PastChange& past) { TakeBack(past, true); };
   dialog.exec();

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+
+#include "hosts/console/choosers/qt_choosers.h"
+#include "hosts/console/program/console_platform.h"
+#include "hosts/ldap/store_directory_service.h"
+#include "hosts/resources/resource_file.h"
+#include "hosts/session/beside_store.h"
+#include "hosts/session/change_history.h"
+#include "hosts/session/directory_session.h"
+#include "hosts/session/errands.h"
+#include "hosts/session/fields/field_catalogue.h"
+#include "platform/message_box.h"
+
+namespace pelora::console {
+
+/// A directory that a window shows, with everything that works on it. It outlives the pages, the
+/// wizards and the readers that are made with it.
+struct ShownDirectory {
+  /// Nothing is read yet. All but the session outlive the object.
+  ShownDirectory(std::unique_ptr<session::DirectorySession> opened, session::IErrands& errands,
+                 IMessageBox& message_box, const resources::ResourceFile& module);
+  ShownDirectory(const ShownDirectory&) = delete;
+  ShownDirectory& operator=(const ShownDirectory&) = delete;
+
+  const std::unique_ptr<session::DirectorySession> session;
+  /// The session's directory for the window's thread, which is not to wait.
+  session::BesideStore store;
+  session::ChangeHistory history;
+  ldap::StoreDirectoryService service;
+  QtChoosers choosers;
+  ConsolePlatform platform;
+  /// What the list can show of the directory's objects.
+  session::FieldCatalogue fields;
+};
+
+}  // namespace pelora::console
