@@ -159,7 +159,7 @@ TEST_F(ConnectionTest, TheStatusOfAnUnknownOutcomeIsATimeoutAndItsTextIsKept) {
 }
 
 TEST_F(ConnectionTest, AServerThatHangsIsWaitedForSoLong) {
-  const auto session = OpenSession({.server = Server(), .request_timeout = kShortWait});
+  const auto session = OpenImpatientSession(Server());
   RunningServer server;
   server.Pause();
   const std::string hangs = "the server 'dc1.pelora.test" + kNoAnswer;
@@ -178,11 +178,11 @@ TEST_F(ConnectionTest, AServerThatHangsIsWaitedForSoLong) {
     EXPECT_TRUE(stopwatch.WaitedFor(kShortWait));
   }
   server.Resume();
-  EXPECT_EQ(ReadValue(session->store(), User(), "mail"), "berta@pelora.test");
+  EXPECT_EQ(ReadValueAtLast(session->store(), User(), "mail"), "berta@pelora.test");
 }
 
 TEST_F(ConnectionTest, AWriteToAServerThatHangsIsNotKnownToBeDone) {
-  const auto session = OpenSession({.server = Server(), .request_timeout = kShortWait});
+  const auto session = OpenImpatientSession(Server());
   RunningServer server;
   server.Pause();
   const Stopwatch stopwatch;
@@ -198,7 +198,7 @@ TEST_F(ConnectionTest, AWriteToAServerThatHangsIsNotKnownToBeDone) {
 }
 
 TEST_F(ConnectionTest, AnAnswerThatStopsInTheMiddleIsWaitedForNoLonger) {
-  RelayedSession relayed;
+  RelayedSession relayed(RelayedSession::Waits::kShortly);
   relayed.relay.HoldAnswersAfter(20);
   const Stopwatch stopwatch;
   EXPECT_EQ(ReadValue(relayed.store(), User(), "mail"),
@@ -207,7 +207,7 @@ TEST_F(ConnectionTest, AnAnswerThatStopsInTheMiddleIsWaitedForNoLonger) {
 }
 
 TEST_F(ConnectionTest, AServerThatTakesNothingIsWaitedForNoLonger) {
-  RelayedSession relayed;
+  RelayedSession relayed(RelayedSession::Waits::kShortly);
   relayed.relay.HoldRequests();
   // More than what the machine keeps for a connection.
   std::vector<std::string> values;

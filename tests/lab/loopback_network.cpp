@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A network for a domain of the lab where the system gives it none of its own. It is
-// loaded before the C library into every program of the lab (run_in_lab.sh), and it needs no rights.
+// loaded before the C library into every program of the lab (run_in_lab.sh), and it needs no
+// rights.
 //
 // Servers' ports, those below 10000, are found 20000 higher on an address of this machine that
 // nobody else uses: PELORA_LAB_ADDRESS, of 127.0.0.0/8. Ports that the system hands out stay as

@@ -179,8 +179,7 @@ TEST(Misbehaving, ARangeThatLiesIsAnErrorAndNoShorterList) {
 
 TEST(Misbehaving, AMessageThatWouldTakeAllMemoryEndsTheConnection) {
   // It says that two gigabytes follow.
-  const Misbehaving server({.raw = std::string("\x30\x84\x7f\xff\xff\xff\x02\x01\x05", 9)},
-                           {.request_timeout = kShortWait});
+  const Misbehaving server({.raw = std::string("\x30\x84\x7f\xff\xff\xff\x02\x01\x05", 9)});
   // Nobody waits for them.
   const StoreStatus status = Replace(server.store(), kObject, "mail", {"m"});
   EXPECT_NE(status.text.find("' was lost"), std::string::npos) << status.text;
