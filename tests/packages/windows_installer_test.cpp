@@ -136,7 +136,7 @@ TEST_F(WindowsInstallerTest, TheModuleAndTheInstallerAreHandedToWhoSigns) {
 TEST_F(WindowsInstallerTest, WhatASigningToolSignsHoldsUntilAByteIsChanged) {
   OutputOf(
       "echo 'int Answer() { return 42; }' > small.cpp\n"
-      "x86_64-w64-mingw32-g++-posix -shared -static small.cpp -o module\n"
+      "x86_64-w64-mingw32-g++-posix -shared -static small.cpp -o small.dll && mv small.dll module\n"
       "openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj '/CN=Signer of a test' \\\n"
       "  -addext extendedKeyUsage=codeSigning -keyout key.pem -out certificate.pem 2>/dev/null\n"
       "cat > sign <<'SIGN'\n"
