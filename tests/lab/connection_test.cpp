@@ -211,8 +211,8 @@ TEST_F(ConnectionTest, AServerThatTakesNothingIsWaitedForNoLonger) {
   relayed.relay.HoldRequests();
   // More than what the machine keeps for a connection.
   std::vector<std::string> values;
-  for (int number = 0; number < 5'000; ++number) {
-    values.push_back(std::string(1000, 'x') + std::to_string(number));
+  for (int number = 0; number < 50; ++number) {
+    values.push_back(std::string(100'000, 'x') + std::to_string(number));
   }
   const Stopwatch stopwatch;
   EXPECT_EQ(ToText(Replace(relayed.store(), User(), "otherMailbox", values)),
