@@ -70,7 +70,7 @@ TEST(RegistrationRights, AKeyThatMayNotBeWrittenEndsItAndIsTold) {
   const HMODULE module = LoadLibraryW(ExtensionPath().c_str());
   ASSERT_NE(module, nullptr);
   // One that is not the system's, in which the texts are written.
-  const LCID before = GetThreadLocale();
+  const LCID own = GetThreadLocale();
   const LCID locale = MAKELCID(MAKELANGID(LANG_GREEK, SUBLANG_DEFAULT), SORT_DEFAULT);
   ASSERT_NE(locale, GetSystemDefaultLCID());
   ASSERT_NE(SetThreadLocale(locale), FALSE);
@@ -85,7 +85,7 @@ TEST(RegistrationRights, AKeyThatMayNotBeWrittenEndsItAndIsTold) {
   EXPECT_EQ(Call(module, "DllRegisterServer"), S_OK) << "as soon as it may";
   EXPECT_EQ(Call(module, "DllUnregisterServer"), S_OK);
   EXPECT_EQ(GetThreadLocale(), locale);
-  SetThreadLocale(before);
+  SetThreadLocale(own);
   FreeLibrary(module);
 }
 
