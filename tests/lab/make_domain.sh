@@ -10,6 +10,8 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 source "$here/lab_settings.sh"
 deploy="$1"
 archive="$2"
+# It is packed in the end; until then nobody waits for the disk.
+export TDB_NO_FSYNC=1
 
 "$here/provision_domain.py" "$lab_home/domain" "$realm" "$host" "$password"
 
