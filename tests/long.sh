@@ -2,68 +2,144 @@
 # SPDX-License-Identifier: Apache-2.0
 # The long forms of tests that ./test.sh runs in short, with a table of what was done.
 #
-#   tests/long.sh [FUZZ-SECONDS [KILLS [ROUNDS]]]
+#   tests/long.sh [NAME=NUMBER...]
 #
-# FUZZ-SECONDS (600) for each fuzzer, KILLS (1000) of a program that writes to a directory file, ROUNDS
-# (10000) of several writers at once and of sheets opened and closed. Everything is built as by ./test.sh. The
-# packages are tried in a bare system, which needs root and a mirror of Debian.
-# The table stands in build/long.txt too. A test that has a short and a long form takes its number of rounds
-# from PELORA_LONG.
+#   fuzz=600         seconds for each fuzzer
+#   kills=1000       of a program that writes to a directory file
+#   rounds=10000     of each of three writers at once on a file, and of sheets opened and closed
+#   domain=3000      rounds of each of three writers at once on a domain
+#   counter=1000     rounds of two writers that count on one number of a domain
+#   edits=1000       rounds of random edits on each tab
+#   faults=0         calls that fail, of each trial; 0: every one
+#   allocations=400  allocations that fail, of each trial; 0: every one
+#   windows=200      the same of each trial in front of the console's windows
+#   wine=1000        sheets opened and closed by the module under Wine
+#
+# A row whose number is "none" is left out; so are, with sanitizers=none and packages=none, the suites of the
+# console's windows under the sanitizers, and the packages in a bare system, which need root and a mirror of
+# Debian. Everything is built as by ./test.sh; the presets asan-all, tsan and windows where their rows are
+# wanted. The table stands in build/long.txt too, what the programs say in build/long.log.
+#
+# A test that has a short and a long form takes its number of rounds from PELORA_LONG.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
-fuzz_seconds="${1:-600}"
-kills="${2:-1000}"
-rounds="${3:-10000}"
-all=1000000000
+
+declare -A wanted=([fuzz]=600 [kills]=1000 [rounds]=10000 [domain]=3000 [counter]=1000 [edits]=1000 [faults]=0
+  [allocations]=400 [windows]=200 [wine]=1000 [sanitizers]=1 [packages]=1)
+for argument in "$@"; do
+  name="${argument%%=*}"
+  if [ "$name" = "$argument" ] || [ -z "${wanted[$name]:-}" ]; then
+    echo "$0: what is '$argument'?" >&2
+    exit 2
+  fi
+  wanted[$name]="${argument#*=}"
+done
 log=build/long.log
-cmake --preset native >/dev/null && cmake --build build/native || exit 1
-: >"$log"
-
 failed=0
-row() { printf '%-34s %s\n' "$1" "$2"; }
+began="$SECONDS"
 
-# trial NAME ROUNDS PROGRAM FILTER PATTERN [LAUNCHER]: one row, with what the program says of itself.
+# Whether a row is wanted; its rounds are in `rounds` then.
+wants() {
+  rounds="${wanted[$1]}"
+  [ "$rounds" != 0 ] || rounds=1000000000
+  [ "$rounds" != none ]
+}
+
+# row NAME TEXT: with the seconds that it took.
+row() {
+  printf '%-36s %6s s  %s\n' "$1" "$((SECONDS - began))" "$2"
+  began="$SECONDS"
+}
+fail() {
+  failed=1
+  row "$1" "FAILED (see $log)"
+}
+
+# said NAME PROGRAM FILTER [LAUNCHER]: what a test program says, into `output`; false when it fails.
+said() {
+  output="$(LDB_MODULES_DISABLE_DEEPBIND=1 PELORA_LONG="$rounds" ${4:+"$4"} "$PWD/build/native/tests/$2" \
+    --gtest_filter="$3" 2>&1)"
+  local code=$?
+  printf '%s\n' "== $1" "$output" >>"$log"
+  [ "$code" -eq 0 ] || fail "$1"
+  return "$code"
+}
+
+# trial WANTED NAME PROGRAM FILTER PATTERN [LAUNCHER]: one row, with what the program says of itself.
 trial() {
-  local said
-  said="$(LDB_MODULES_DISABLE_DEEPBIND=1 PELORA_LONG="$2" ${6:+"$6"} "$PWD/build/native/tests/$3" \
-    --gtest_filter="$4" 2>&1 |
-    tee -a "$log")" || { failed=1; row "$1" "FAILED (see $log)"; return; }
+  wants "$1" || return
+  said "$2" "$3" "$4" "${6:-}" || return
+  local text
+  text="$(sed -n "$5" <<<"$output")"
   # Nothing that was looked for and not found has been tried.
-  said="$(sed -n "$5" <<<"$said")"
-  [ -n "$said" ] || { failed=1; said="FAILED: it said nothing"; }
-  row "$1" "$said"
+  if [ -n "$text" ]; then row "$2" "$text"; else fail "$2"; fi
 }
 
-# The same for programs that tell a number for each of many cases: their sum.
+# sum WANTED NAME PROGRAM FILTER WORDS: the same for programs that tell a number for each of many cases.
 sum() {
+  wants "$1" || return
+  said "$2" "$3" "$4" || return
   local numbers
-  numbers="$(LDB_MODULES_DISABLE_DEEPBIND=1 PELORA_LONG="$2" "build/native/tests/$3" --gtest_filter="$4" 2>&1 |
-    tee -a "$log")" || { failed=1; row "$1" "FAILED (see $log)"; return; }
-  numbers="$(sed -n "s/^$5: \([0-9]*\) .*/\1/p" <<<"$numbers")"
-  [ -n "$numbers" ] || { failed=1; row "$1" "FAILED: it said nothing"; return; }
-  row "$1" "$(awk '{ sum += $1 } END { print sum " in " NR " cases" }' <<<"$numbers")"
+  numbers="$(sed -n "s/^$5: \([0-9]*\) .*/\1/p" <<<"$output")"
+  if [ -z "$numbers" ]; then fail "$2"; return; fi
+  row "$2" "$(awk '{ sum += $1 } END { print sum " in " NR " cases" }' <<<"$numbers")"
 }
 
+# suites NAME PRESET [PATTERN]: suites of another preset, all or those of a name.
+suites() {
+  local tests
+  if ! { cmake --preset "$2" && cmake --build --preset "$2" --target "${@:4}"; } >>"$log" 2>&1; then
+    fail "$1"
+    return
+  fi
+  if ! tests="$(ctest --preset "$2" -R "$3" -j "$(nproc)" 2>&1 | tee -a "$log")"; then
+    fail "$1"
+    return
+  fi
+  row "$1" "$(sed -n 's/^100% tests passed, 0 tests failed out of \([0-9]*\)/\1 suites passed/p' <<<"$tests")"
+}
+
+sanitized_windows=(ui_background_reading ui_choosers ui_console_dialog ui_console_features ui_console_sheet
+  ui_console_window ui_exceptions ui_fields ui_new_object ui_object_search ui_tabs ui_texts ui_writing)
+watched_threads=(changes_test session_test ui_background_reading ui_object_search)
+either() { local IFS='|'; echo "^($*)\$"; }
+
+: >"$log"
+cmake --preset native >/dev/null && cmake --build build/native >>"$log" || exit 1
+began="$SECONDS"
 {
-  sum "faults injected and survived" "$all" harness/harness_test '*Faults.*' \
-    'faults injected and survived'
-  sum "random edits and applies" 1000 harness/harness_test '*PageModel.*' 'random edits and applies'
-  sum "allocations failed and survived" "$all" harness/memory_test '*' 'allocations failed and survived'
-  trial "programs killed while they write" "$kills" unit/ldb_directory_test 'LdbKillTest.*' \
+  sum faults "faults injected and survived" harness/harness_test '*Faults.*' 'faults injected and survived'
+  sum edits "random edits and applies" harness/harness_test '*Model.*' 'random edits and applies'
+  sum allocations "allocations failed and survived" harness/memory_test '*' 'allocations failed and survived'
+  sum windows "the same before windows" ui/ui_exceptions '*Memory*' 'allocations failed and survived'
+  trial kills "programs killed while they write" unit/ldb_directory_test 'LdbKillTest.*' \
     's/^\([0-9]* kills.*\)/\1/p'
-  trial "three writers" "$rounds" harness/harness_test 'SeveralWriters.*' \
+  trial rounds "three writers on a file" harness/harness_test 'SeveralWriters.*' \
     's/^rounds of three writers: //p'
-  trial "two writers on a domain" 1000 lab/lab_changes_test '*NoAcceptedChangeIsLost' \
+  trial domain "three writers on a domain" lab/lab_changes_test 'SeveralWritersOnADomain.*' \
+    's/^rounds of three writers on a domain: //p' tests/lab/run_in_lab.sh
+  trial counter "two writers on a domain" lab/lab_changes_test '*NoAcceptedChangeIsLost' \
     's/^two writers, //p' tests/lab/run_in_lab.sh
-  trial "soak" "$rounds" harness/harness_test 'Soak.*' 's/^soak: //p'
-  if said="$(tests/packages/clean_system.sh 2>>"$log")"; then
-    row "packages" "$said"
-  else
-    failed=1
-    row "packages" "FAILED (see $log)"
+  trial rounds "soak" harness/harness_test 'Soak.Nothing*' 's/^soak: //p'
+  if wants wine; then
+    if { cmake --preset windows && cmake --build build/windows; } >>"$log" 2>&1 &&
+      told="$(GTEST_FILTER='EnduranceTest.*' PELORA_LONG="$rounds" tests/windows/run_wine_suites.sh 2>&1)"; then
+      printf '%s\n' "$told" >>"$log"
+      row "soak under Wine" "$(sed -n 's/^soak under Wine: //p' build/windows/results/*.log | tr -d '\r' | head -n 1)"
+    else
+      printf '%s\n' "${told:-}" >>"$log"
+      fail "soak under Wine"
+    fi
+  fi
+  if wants sanitizers; then
+    suites "windows under ASan and UBSan" asan-all "$(either "${sanitized_windows[@]}")" "${sanitized_windows[@]}"
+    suites "threads under TSan" tsan "$(either "${watched_threads[@]}")" "${watched_threads[@]}"
+  fi
+  if wants packages; then
+    if told="$(tests/packages/clean_system.sh 2>>"$log")"; then row "packages" "$told"; else fail "packages"; fi
   fi
   echo
-  tests/fuzz/run_fuzzers.sh "$fuzz_seconds" || failed=1
+  if wants fuzz; then tests/fuzz/run_fuzzers.sh "$rounds" || failed=1; fi
   echo
   [ "$failed" -eq 0 ] && echo "all held" || echo "SOMETHING FAILED"
   exit "$failed"

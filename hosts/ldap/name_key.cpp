@@ -8,9 +8,14 @@
 namespace pelora::ldap {
 namespace {
 
-// They cannot stand in a value otherwise: an escaped one is preceded by the mark of a value.
 constexpr char kPartEnd = '\x01';
 constexpr char kValueBegin = '\x02';
+/// What follows is a character of the name, though it looks like a mark.
+constexpr char kLiteral = '\x03';
+
+bool LooksLikeAMark(char character) {
+  return character == kPartEnd || character == kValueBegin || character == kLiteral;
+}
 
 std::optional<int> HexDigit(char character) {
   if (character >= '0' && character <= '9') return character - '0';
@@ -41,24 +46,29 @@ bool IsBlank(char character) { return character == ' ' || character == '\t'; }
 
 std::string NameKey(std::string_view dn) {
   std::string key;
+  // Where the name or the value begins that is being read.
+  std::size_t begin = 0;
   // Up to here blanks are part of the value, since they were escaped or stand inside it.
   std::size_t kept = 0;
+  const auto keep = [&](char character) {
+    if (LooksLikeAMark(character)) key += kLiteral;
+    key += character;
+    kept = key.size();
+  };
   bool is_value = false;
   while (!dn.empty()) {
     const char character = dn.front();
     dn.remove_prefix(1);
     if (character == '\\') {
-      key += TakeEscaped(dn);
-      kept = key.size();
+      keep(TakeEscaped(dn));
     } else if (character == ',' || (character == '=' && !is_value)) {
       key.resize(kept);
       is_value = character == '=';
       key += is_value ? kValueBegin : kPartEnd;
-      kept = key.size();
+      begin = kept = key.size();
     } else if (!IsBlank(character)) {
-      key += character;
-      kept = key.size();
-    } else if (kept > 0 && key.back() != kPartEnd && key.back() != kValueBegin) {
+      keep(character);
+    } else if (kept > begin) {
       key += character;
     }
   }

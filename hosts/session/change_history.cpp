@@ -81,15 +81,35 @@ void ReadWords(const std::filesystem::path& path, PastChange& past) {
   AddTexts(words, "fields", past.fields);
 }
 
+std::string ListText(const std::vector<std::string>& texts) {
+  std::string list;
+  for (const std::string& text : texts) list += (list.empty() ? "" : ",") + JsonLine(Json(text));
+  return "[" + list + "]";
+}
+
+/// Takes away from others what is made as long as it stands.
+class OnlyOurs {
+ public:
+  OnlyOurs() : before_(umask(S_IRWXG | S_IRWXO)) {}
+  ~OnlyOurs() { umask(before_); }
+  OnlyOurs(const OnlyOurs&) = delete;
+  OnlyOurs& operator=(const OnlyOurs&) = delete;
+
+ private:
+  mode_t before_;
+};
+
 bool WriteWords(const std::filesystem::path& path, const std::vector<std::string>& objects,
                 const std::vector<std::string>& fields) {
-  Json words;
-  words["objects"] = objects;
-  words["fields"] = fields;
-  const mode_t before = umask(S_IRWXG | S_IRWXO);
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  umask(before);
-  file << JsonLine(words) << '\n';
+  // Put together by hand: the library's lists and objects need memory even to go.
+  const std::string words =
+      "{\"objects\":" + ListText(objects) + ",\"fields\":" + ListText(fields) + "}\n";
+  std::ofstream file;
+  {
+    const OnlyOurs only_ours;
+    file.open(path, std::ios::binary | std::ios::trunc);
+  }
+  file << words;
   return file.good();
 }
 

@@ -83,8 +83,9 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
               },
           .on_applied = [&fields] { fields.touched.KeepUnwritten(); },
           .on_refused =
-              [this, &fields, page](IDialog& dialog) {
+              [this, &fields, page](IDialog& dialog, IDialogController& controller) {
                 fields.touched.SettleIfRefilled(dialog);
+                fields.touched.TellChanged(controller);
                 TellEdited(page);
               },
           .on_gone = [&fields] { fields.dialog = nullptr; }};

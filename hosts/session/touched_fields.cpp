@@ -139,6 +139,17 @@ void TouchedFields::KeepUnwritten() {
   for (Field& field : fields_) field.is_unwritten = field.IsChanged();
 }
 
+void TouchedFields::TellChanged(IDialogController& page) const {
+  using enum ControlNotification;
+  for (const Field& field : fields_) {
+    if (field.shows != Shows::kWholeValue || field.row.is_read_only || !field.IsChanged()) continue;
+    const FieldKind kind = field.row.kind;
+    (void)page.OnCommand(field.row.control, kind == FieldKind::kFlag     ? kClicked
+                                            : kind == FieldKind::kChoice ? kSelectionChange
+                                                                         : kEditChange);
+  }
+}
+
 bool TouchedFields::IsChanged(std::size_t field) const { return fields_.at(field).IsChanged(); }
 
 bool TouchedFields::WasUndecided(std::size_t field) const {

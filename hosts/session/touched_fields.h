@@ -42,6 +42,9 @@ class TouchedFields {
   /// What the last look found changed could not be written: it stays changed, whatever is shown,
   /// until it is settled. What it was set to may be pending, or written already to some objects.
   void KeepUnwritten();
+  /// The page has not applied, and may have forgotten on its way what was changed: it hears once
+  /// more of every changed field that shows its whole value.
+  void TellChanged(IDialogController& page) const;
 
   /// Whether a field was changed, by the last look.
   [[nodiscard]] bool IsChanged(std::size_t field) const;

@@ -22,8 +22,8 @@ struct PageWatch {
   std::function<void(IDialog& dialog)> on_apply;
   /// The page has applied: what it staged is recorded, and not written yet.
   std::function<void()> on_applied;
-  /// The page has not applied.
-  std::function<void(IDialog& dialog)> on_refused;
+  /// The page, which is itself not watched here, has not applied.
+  std::function<void(IDialog& dialog, IDialogController& page)> on_refused;
   /// The dialog goes.
   std::function<void()> on_gone;
 };
@@ -73,7 +73,7 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     if (answer == kPageApplied) {
       watch_.on_applied();
     } else if (dialog_ != nullptr) {
-      watch_.on_refused(*dialog_);
+      watch_.on_refused(*dialog_, page);
     }
     return answer == kPageInvalidStay ? sheets::kPageInvalidShow : answer;
   }

@@ -76,7 +76,15 @@ bool SheetMachine::ApplyShownPages() {
     if (commit) TakeUpUnsavedEdits(page);
     return false;
   }
-  return !commit || CommitAll();
+  if (!commit) return true;
+  try {
+    return CommitAll();
+  } catch (...) {
+    // Nobody knows how far it came: what was to be written can be written once more.
+    TakeUpUnsavedEdits(marks_.size());
+    view_.UpdateButtons();
+    throw;
+  }
 }
 
 bool SheetMachine::ApplyPage(std::size_t page) {

@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
+#include "tests/contract/qt_thread_order.h"
+
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   // What programs remember of their user is nobody's but the test's.
@@ -13,7 +15,7 @@ int main(int argc, char** argv) {
   // The same look on every machine, whatever desktop it has.
   qunsetenv("QT_QPA_PLATFORMTHEME");
   QApplication::setStyle(QStringLiteral("fusion"));
-  const QApplication application(argc, argv);
+  const pelora::contract::OrderedApplication application(argc, argv);
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();
 }

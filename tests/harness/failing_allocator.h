@@ -11,7 +11,8 @@ namespace pelora::testing {
 class FailingAllocations {
  public:
   /// Allocation number `nth` fails (1: the next); 0: none does, they are only counted.
-  explicit FailingAllocations(std::size_t nth);
+  /// `counts`: of whose code; none: of everybody's.
+  explicit FailingAllocations(std::size_t nth, bool (*counts)(const void* code) = nullptr);
   FailingAllocations(const FailingAllocations&) = delete;
   FailingAllocations& operator=(const FailingAllocations&) = delete;
   ~FailingAllocations();

@@ -3,6 +3,9 @@
 // time and within bounds, and the session is of use afterwards.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <limits>
+
 #include "hosts/ldap/ldap_status.h"
 #include "tests/lab/lab_test.h"
 #include "tests/lab/ldap_stand_in.h"
@@ -63,6 +66,68 @@ TEST(Misbehaving, AStallAtAnyByteEndsInTime) {
   }
   EXPECT_GE(stalled, 5);
 }
+
+/// A request of a session that has been open for a while.
+struct LaterRequest {
+  const char* name;
+  std::function<StoreStatus(ldap::IDirectoryStore& store)> ask;
+};
+
+class LaterRequests : public ::testing::TestWithParam<LaterRequest> {
+ protected:
+  [[nodiscard]] static std::string User() { return "CN=Berta Önder,OU=Linden," + Base(); }
+
+  /// Whether a session that had to wait is of use, once the server is itself again.
+  [[nodiscard]] static bool IsOfUse(RelayedSession& relayed) {
+    relayed.relay.HoldAnswersAfter(std::numeric_limits<std::size_t>::max());
+    relayed.relay.Cut();
+    constexpr int kTries = 50;
+    for (int time = 0; time < kTries; ++time) {
+      // On a machine that does other things it may take longer than is waited for here.
+      if (ReadValue(relayed.store(), User(), "mail") == "berta@pelora.test") return true;
+    }
+    return false;
+  }
+};
+
+TEST_P(LaterRequests, AStallAtAnyByteEndsInTimeAndTheSessionGoesOn) {
+  RelayedSession relayed(std::chrono::milliseconds(200));
+  int stalled = 0;
+  std::size_t bytes = 0;
+  for (std::size_t step = 25;; bytes += step, step *= 2) {
+    ASSERT_TRUE(IsOfUse(relayed)) << bytes;
+    relayed.relay.HoldAnswersAfter(bytes);
+    const Clock::time_point begin = Clock::now();
+    const StoreStatus status = GetParam().ask(relayed.store());
+    ASSERT_LT(Clock::now() - begin, std::chrono::seconds(5)) << bytes;
+    if (status.Ok()) break;
+    ASSERT_EQ(status.code, ldap::kLdapTimeout) << bytes << ": " << status.text;
+    ++stalled;
+  }
+  EXPECT_GE(stalled, 2);
+  EXPECT_TRUE(IsOfUse(relayed));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EachKind, LaterRequests,
+    ::testing::Values(LaterRequest{"Reading",
+                                   [](ldap::IDirectoryStore& store) {
+                                     Entry entry;
+                                     return store.Read("OU=Linden," + Base(), {}, entry);
+                                   }},
+                      LaterRequest{"Search",
+                                   [](ldap::IDirectoryStore& store) {
+                                     return store.Search({.base = "OU=Linden," + Base(),
+                                                          .scope = ldap::SearchScope::kSubtree,
+                                                          .attributes = {"mail"}},
+                                                         [](const Entry&) { return true; });
+                                   }},
+                      LaterRequest{"Change",
+                                   [](ldap::IDirectoryStore& store) {
+                                     return Replace(store, "CN=Berta Önder,OU=Linden," + Base(),
+                                                    "physicalDeliveryOfficeName", {"7"});
+                                   }}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Misbehaving, AnAnswerOfAnotherTypeIsNone) {
   const auto turn = [](const StandInRequest& request) {

@@ -92,7 +92,9 @@ class Writer {
 using LdbKillTest = LdbBench;
 
 TEST_F(LdbKillTest, WhatWasToldIsThereAndNothingIsHalfDone) {
-  const unsigned seed = std::random_device{}();
+  // The same in every run of the short form.
+  constexpr unsigned kSeed = 1;
+  const unsigned seed = pelora::testing::RoundsOr(0) == 0 ? kSeed : std::random_device{}();
   SCOPED_TRACE("seed " + std::to_string(seed));
   std::mt19937 random(seed);
   std::uniform_int_distribution<int> pause(0, 60'000);

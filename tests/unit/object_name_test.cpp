@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hosts/ldap/ldb_connection.h"
+#include "hosts/ldap/name_key.h"
 
 namespace pelora::ldap {
 namespace {
@@ -28,6 +29,18 @@ TEST(ObjectName, ValuesAreWrittenAsNamesHaveThem) {
       {"", ""},
   };
   for (const auto& [value, written] : rows) EXPECT_EQ(EscapeNameValue(value), written) << value;
+}
+
+TEST(NameKey, ControlCharactersOfANameDivideNothing) {
+  EXPECT_NE(NameKey("CN=a\\01ou\\02b,DC=x"), NameKey("CN=a,OU=b,DC=x"));
+  EXPECT_NE(NameKey("CN=a\x01ou\x02"
+                    "b,DC=x"),
+            NameKey("CN=a,OU=b,DC=x"));
+  EXPECT_NE(NameKey("CN=a\\03\\01"), NameKey("CN=a\\01"));
+  // What follows them is no beginning, where blanks do not count.
+  EXPECT_EQ(NameKey("CN=a\\01 b"), NameKey("cn=a\\01\\20b"));
+  EXPECT_NE(NameKey("CN=a\\01 b"), NameKey("CN=a\\01b"));
+  EXPECT_EQ(NameKey("CN=a\\01 , DC=x"), NameKey("cn=A\\01,dc=X"));
 }
 
 TEST(ObjectName, WhatIsWrittenReadsBackAsTheSameName) {

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/choosers/found_object_model.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
@@ -22,13 +25,19 @@ void FoundObjectModel::Clear() {
 
 void FoundObjectModel::Append(std::vector<session::FoundObject> objects) {
   if (objects.empty()) return;
-  beginInsertRows({}, Count(), Count() + static_cast<int>(objects.size()) - 1);
-  rows_.reserve(rows_.size() + objects.size());
+  std::vector<Row> rows;
+  rows.reserve(objects.size());
   for (session::FoundObject& found : objects) {
     Texts texts = {ToQString(found.object.name), ToQString(found.object.kind.type_text),
                    ToQString(found.logon_name), ToQString(found.mail), ToQString(found.folder)};
-    rows_.push_back({.object = std::move(found.object), .texts = std::move(texts)});
+    rows.push_back({.object = std::move(found.object), .texts = std::move(texts)});
   }
+  if (rows_.size() + rows.size() > rows_.capacity()) {
+    rows_.reserve(std::max(rows_.size() + rows.size(), rows_.capacity() * 2));
+  }
+  // Nothing may fail from here on: views count on the end of what has begun.
+  beginInsertRows({}, Count(), Count() + static_cast<int>(rows.size()) - 1);
+  std::ranges::move(rows, std::back_inserter(rows_));
   endInsertRows();
 }
 
@@ -41,6 +50,10 @@ int FoundObjectModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant FoundObjectModel::data(const QModelIndex& index, int role) const {
+  return DrawnOrNothing([&] { return DataOf(index, role); });
+}
+
+QVariant FoundObjectModel::DataOf(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
   if (role == Qt::DisplayRole) return row.texts[static_cast<std::size_t>(index.column())];

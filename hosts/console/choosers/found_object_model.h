@@ -38,6 +38,8 @@ class FoundObjectModel final : public QAbstractTableModel {
     Texts texts;
   };
 
+  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const;
+
   std::vector<Row> rows_;
 };
 

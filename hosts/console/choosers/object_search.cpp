@@ -4,6 +4,9 @@
 #include <mutex>
 #include <utility>
 
+#include "hosts/console/reading/post.h"
+#include "hosts/console/text/exception_text.h"
+
 namespace pelora::console {
 /// The part that works on the search's thread.
 class ObjectSearch::Worker final : public QObject {
@@ -13,7 +16,12 @@ class ObjectSearch::Worker final : public QObject {
 
   void Run(const std::stop_token& stop, const session::ObjectQuery& query) {
     if (stop.stop_requested()) return;
-    const session::SearchEnd end = Search(stop, query);
+    session::SearchEnd end;
+    try {
+      end = Search(stop, query);
+    } catch (...) {
+      end = {session::SearchEnd::Reason::kFailed, TextOfException()};
+    }
     // The next search opens the directory anew: the connection may have been lost.
     if (end.reason == session::SearchEnd::Reason::kFailed && !stop.stop_requested()) store_.reset();
     Post([&owner = owner_, stop, end] { owner.Finish(stop, end); });
@@ -43,8 +51,8 @@ class ObjectSearch::Worker final : public QObject {
 
   /// Lets the user interface's thread do something, if it still listens.
   template <class Action>
-  void Post(Action action) {
-    QMetaObject::invokeMethod(&owner_.receiver_, std::move(action), Qt::QueuedConnection);
+  void Post(const Action& action) {
+    PostSurely(owner_.receiver_, action);
   }
 
   session::SearchEnd Search(const std::stop_token& stop, const session::ObjectQuery& query) {
@@ -85,13 +93,13 @@ ObjectSearch::~ObjectSearch() {
 void ObjectSearch::Start(session::ObjectQuery query) {
   Stop();
   stop_ = std::stop_source();
-  is_running_ = true;
   QMetaObject::invokeMethod(
       worker_,
       [worker = worker_, stop = stop_.get_token(), query = std::move(query)] {
         worker->Run(stop, query);
       },
       Qt::QueuedConnection);
+  is_running_ = true;
 }
 
 void ObjectSearch::Stop() {
@@ -99,9 +107,16 @@ void ObjectSearch::Stop() {
   is_running_ = false;
 }
 
-void ObjectSearch::Deliver(const std::stop_token& stop,
-                           std::vector<session::FoundObject> objects) const {
-  if (!stop.stop_requested() && on_found) on_found(std::move(objects));
+void ObjectSearch::Deliver(const std::stop_token& stop, std::vector<session::FoundObject> objects) {
+  if (stop.stop_requested() || !on_found) return;
+  try {
+    on_found(std::move(objects));
+  } catch (...) {
+    // What was lost on the way must not be missing unseen.
+    const session::SearchEnd end = {session::SearchEnd::Reason::kFailed, TextOfException()};
+    Finish(stop, end);
+    stop_.request_stop();
+  }
 }
 
 void ObjectSearch::Finish(const std::stop_token& stop, const session::SearchEnd& end) {

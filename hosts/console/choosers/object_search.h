@@ -37,7 +37,7 @@ class ObjectSearch final {
  private:
   class Worker;
 
-  void Deliver(const std::stop_token& stop, std::vector<session::FoundObject> objects) const;
+  void Deliver(const std::stop_token& stop, std::vector<session::FoundObject> objects);
   void Finish(const std::stop_token& stop, const session::SearchEnd& end);
 
   /// Of the latest search.

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "hosts/console/dialogs/control_styles.h"
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -28,6 +29,11 @@ int TabStopDelegate::NextStop(int position, const QFontMetrics& metrics) const {
 
 void TabStopDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const {
+  DrawnOrNothing([&] { PaintColumns(painter, option, index); });
+}
+
+void TabStopDelegate::PaintColumns(QPainter* painter, const QStyleOptionViewItem& option,
+                                   const QModelIndex& index) const {
   QStyleOptionViewItem row = option;
   initStyleOption(&row, index);
   if (!row.text.contains(QLatin1Char('\t'))) {

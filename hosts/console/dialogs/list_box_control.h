@@ -21,6 +21,8 @@ class TabStopDelegate final : public QStyledItemDelegate {
              const QModelIndex& index) const override;
 
  private:
+  void PaintColumns(QPainter* painter, const QStyleOptionViewItem& option,
+                    const QModelIndex& index) const;
   [[nodiscard]] int NextStop(int position, const QFontMetrics& metrics) const;
 
   std::vector<int> stops_;

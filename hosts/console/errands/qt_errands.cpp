@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "hosts/console/errands/errand_dialog.h"
+#include "hosts/console/reading/post.h"
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
@@ -65,9 +66,18 @@ class QtErrands::Task final : public session::IErrand {
     if (!is_over_) on_over_ = std::move(tell);
     return !is_over_;
   }
+  /// From now on nobody is told, and whoever was to be may go.
+  void TellNobody() {
+    const std::lock_guard lock(mutex_);
+    on_over_ = nullptr;
+  }
   [[nodiscard]] bool IsOver() {
     const std::lock_guard lock(mutex_);
     return is_over_;
+  }
+  void Wait() {
+    std::unique_lock lock(mutex_);
+    over_.wait(lock, [this] { return is_over_; });
   }
   void ThrowWhatWasThrown() const {
     if (thrown_) std::rethrow_exception(thrown_);
@@ -84,6 +94,30 @@ class QtErrands::Task final : public session::IErrand {
   std::condition_variable over_;
   bool is_over_ = false;
   std::function<void()> on_over_;
+};
+
+/// Nobody is told of a task any more when this goes.
+class QtErrands::Deafness {
+ public:
+  explicit Deafness(Task& task) : task_(task) {}
+  ~Deafness() { task_.TellNobody(); }
+  Deafness(const Deafness&) = delete;
+  Deafness& operator=(const Deafness&) = delete;
+
+ private:
+  Task& task_;
+};
+
+/// One who waits.
+class QtErrands::Waiter {
+ public:
+  explicit Waiter(int& waiting) : waiting_(waiting) { ++waiting_; }
+  ~Waiter() { --waiting_; }
+  Waiter(const Waiter&) = delete;
+  Waiter& operator=(const Waiter&) = delete;
+
+ private:
+  int& waiting_;
 };
 
 /// The thread beside, which does one task after the other.
@@ -139,10 +173,14 @@ void QtErrands::Run(const std::string& what, const Work& work) {
     task->Do();
     return task->ThrowWhatWasThrown();
   }
-  ++running_;
+  const Waiter waiter(running_);
   thread_->Add(task);
-  if (!WaitStill(*task)) WaitInEvents(task, ToQString(what));
-  --running_;
+  try {
+    if (!WaitStill(*task)) WaitInEvents(task, ToQString(what));
+  } catch (...) {
+    // Without events, then: whatever it works with stands below.
+  }
+  task->Wait();
   task->ThrowWhatWasThrown();
 }
 
@@ -164,11 +202,10 @@ void QtErrands::WaitInEvents(const std::shared_ptr<Task>& task, const QString& w
     if (shown != nullptr) shown->hide();
     loop->quit();
   };
-  if (!task->TellWhenOver([&receiver, quit] {
-        QMetaObject::invokeMethod(&receiver, quit, Qt::QueuedConnection);
-      })) {
+  if (!task->TellWhenOver([&receiver, quit] { PostSurely(receiver, quit); })) {
     return;
   }
+  const Deafness deaf_in_the_end(*task);
   QTimer patience;
   patience.setSingleShot(true);
   QObject::connect(&patience, &QTimer::timeout, &receiver, quit);

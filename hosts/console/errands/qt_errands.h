@@ -42,6 +42,8 @@ class QtErrands final : public session::IErrands {
 
  private:
   class Task;
+  class Deafness;
+  class Waiter;
   class Thread;
 
   /// Waits without a turn of events as long as nobody would notice. Whether the task is done.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "hosts/console/fields/query_preview.h"
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/field_values.h"
 #include "hosts/session/typed/default_quota.h"
@@ -41,7 +42,9 @@ SheetFields::SheetFields(QtPropertySheet& sheet, std::shared_ptr<session::Guarde
   sheet_.may_apply = [this] { return MayApply(); };
   tabs_->on_edited = [this](std::size_t page) { OnEdited(page); };
   connect(qApp, &QApplication::focusChanged, this,
-          [this](const QWidget* /*old*/, const QWidget* now) { OnFocusMoved(now); });
+          [this](const QWidget* /*old*/, const QWidget* now) {
+            DoGuarded([this, now] { OnFocusMoved(now); });
+          });
 }
 
 SheetFields::~SheetFields() { tabs_->on_edited = nullptr; }

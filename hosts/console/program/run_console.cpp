@@ -10,9 +10,11 @@
 #include "hosts/console/fields/sheet_fields.h"
 #include "hosts/console/program/command_line.h"
 #include "hosts/console/program/display.h"
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/program/screenshot.h"
 #include "hosts/console/program/stream_message_box.h"
 #include "hosts/console/sheets/make_property_sheet.h"
+#include "hosts/console/text/exception_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
 #include "hosts/ldap/ldap_status.h"
@@ -178,9 +180,11 @@ int RunConsole(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(QLatin1String(PELORA_VERSION));
   QGuiApplication::setApplicationDisplayName(QStringLiteral("Pelora Console"));
   // The arguments have been dealt with; the toolkit is to read none into them.
+  using Audience = GuardedApplication::Audience;
   int toolkit_argc = 1;
   std::optional<QuietToolkit> quiet(std::in_place);
-  const QApplication application(toolkit_argc, argv);
+  const GuardedApplication application(
+      toolkit_argc, argv, parsed.command_line.screenshot ? Audience::kNobody : Audience::kPerson);
   if (!parsed.command_line.screenshot) quiet.reset();
   // As what is installed for desktops names them.
   QGuiApplication::setDesktopFileName(QStringLiteral("pelora-console"));
@@ -189,7 +193,12 @@ int RunConsole(int argc, char** argv) {
   const resources::ReadResult<resources::ResourceFile> module =
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
   if (!module.value) return Fail(module.error);
-  return Run(parsed.command_line, *module.value);
+  try {
+    return Run(parsed.command_line, *module.value);
+  } catch (...) {
+    // Before the first event.
+    return Fail(TextOfException());
+  }
 }
 
 }  // namespace pelora::console

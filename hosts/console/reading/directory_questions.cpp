@@ -4,6 +4,8 @@
 #include <memory>
 #include <utility>
 
+#include "hosts/console/reading/post.h"
+
 namespace pelora::console {
 
 DirectoryQuestions::DirectoryQuestions(ldap::StoreOpener opener)
@@ -12,11 +14,11 @@ DirectoryQuestions::DirectoryQuestions(ldap::StoreOpener opener)
 DirectoryQuestions::~DirectoryQuestions() = default;
 
 void DirectoryQuestions::Ask(Question question) {
-  ++awaited_;
   {
     const std::lock_guard lock(mutex_);
     questions_.push_back(std::move(question));
   }
+  ++awaited_;
   wakes_.notify_one();
 }
 
@@ -31,17 +33,22 @@ void DirectoryQuestions::Work(const std::stop_token& stop) {
       questions_.pop_front();
     }
     Answer answer;
-    // The next question opens it anew: the connection may be back by then.
-    if (!store && !opener_(store, stop).Ok()) store.reset();
-    if (store) {
-      store->StopOn(stop);
-      answer = question(*store);
+    try {
+      // The next question opens it anew: the connection may be back by then.
+      if (!store && !opener_(store, stop).Ok()) store.reset();
+      if (store) {
+        store->StopOn(stop);
+        answer = question(*store);
+      }
+    } catch (...) {
+      // As from a directory that cannot be opened.
+      store.reset();
     }
     const auto tell = [this, answer = std::move(answer)] {
       --awaited_;
       if (answer) answer();
     };
-    QMetaObject::invokeMethod(&receiver_, tell, Qt::QueuedConnection);
+    PostSurely(receiver_, tell);
   }
 }
 

@@ -3,6 +3,9 @@
 
 #include <utility>
 
+#include "hosts/console/reading/post.h"
+#include "hosts/console/text/exception_text.h"
+
 namespace pelora::console {
 
 DirectoryReader::Reading& DirectoryReader::Reading::operator=(Reading&& other) noexcept {
@@ -12,6 +15,14 @@ DirectoryReader::Reading& DirectoryReader::Reading::operator=(Reading&& other) n
 }
 
 void DirectoryReader::Reading::Stop() { stop_.request_stop(); }
+
+namespace {
+
+session::SearchEnd FailedByException() {
+  return {session::SearchEnd::Reason::kFailed, TextOfException()};
+}
+
+}  // namespace
 
 /// One listing as both threads see it.
 struct DirectoryReader::Task {
@@ -26,7 +37,13 @@ struct DirectoryReader::Task {
   [[nodiscard]] bool IsWanted() const { return !stop.stop_requested(); }
 
   void Deliver() {
-    if (IsWanted()) order.deliver();
+    if (!IsWanted()) return;
+    try {
+      order.deliver();
+    } catch (...) {
+      // What was lost on the way must not be missing unseen.
+      if (stop.request_stop()) order.on_end(FailedByException());
+    }
   }
 
   void Finish(const session::SearchEnd& end) {
@@ -43,7 +60,12 @@ class DirectoryReader::Worker final : public QObject {
 
   void Run(const std::shared_ptr<Task>& task) {
     if (!task->IsWanted()) return;
-    const session::SearchEnd end = Do(task);
+    session::SearchEnd end;
+    try {
+      end = Do(task);
+    } catch (...) {
+      end = FailedByException();
+    }
     // What was stopped has not failed.
     if (end.reason == session::SearchEnd::Reason::kFailed && task->IsWanted()) store_.reset();
     Post([task, end] { task->Finish(end); });
@@ -52,8 +74,8 @@ class DirectoryReader::Worker final : public QObject {
  private:
   /// Lets the user interface's thread do something, if it still listens.
   template <class Action>
-  void Post(Action action) {
-    QMetaObject::invokeMethod(&receiver_, std::move(action), Qt::QueuedConnection);
+  void Post(const Action& action) {
+    PostSurely(receiver_, action);
   }
 
   session::SearchEnd Do(const std::shared_ptr<Task>& task) {

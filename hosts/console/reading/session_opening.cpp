@@ -4,16 +4,24 @@
 #include <memory>
 #include <utility>
 
+#include "hosts/console/reading/post.h"
+#include "hosts/console/text/exception_text.h"
+
 namespace pelora::console {
 
 SessionOpening::SessionOpening(Open open, OpenedSink on_opened)
     : on_opened_(std::move(on_opened)),
       thread_([this, open = std::move(open)](const std::stop_token& stop) {
-        auto result = std::make_shared<session::SessionResult>(open(stop));
+        const auto result = std::make_shared<session::SessionResult>();
+        try {
+          *result = open(stop);
+        } catch (...) {
+          *result = {.session = nullptr, .error = TextOfException()};
+        }
         const auto tell = [this, result] {
           if (const OpenedSink told = std::exchange(on_opened_, nullptr)) told(std::move(*result));
         };
-        QMetaObject::invokeMethod(&receiver_, tell, Qt::QueuedConnection);
+        PostSurely(receiver_, tell);
       }) {}
 
 SessionOpening::~SessionOpening() = default;

@@ -86,7 +86,12 @@ void ContainerListing::Take(std::vector<session::ListedObject> objects, bool at_
 void ContainerListing::Finish(const session::SearchEnd& end, bool at_once) {
   using enum session::SearchEnd::Reason;
   const bool is_usable = end.reason != kFailed;
-  if (!at_once && is_usable) list_.SetObjects(std::exchange(arrived_, {}));
+  try {
+    if (!at_once && is_usable) list_.SetObjects(std::exchange(arrived_, {}));
+  } catch (...) {
+    Enter(State::kFailed);
+    throw;
+  }
   Enter(end.reason == kComplete         ? State::kWhole
         : end.reason == kDirectoryLimit ? State::kCutShort
         : end.reason == kOwnLimit       ? State::kTooMany

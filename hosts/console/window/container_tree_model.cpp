@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/collation.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -106,6 +107,10 @@ int ContainerTreeModel::rowCount(const QModelIndex& parent) const {
 int ContainerTreeModel::columnCount(const QModelIndex& /*parent*/) const { return 1; }
 
 QVariant ContainerTreeModel::data(const QModelIndex& index, int role) const {
+  return DrawnOrNothing([&] { return DataOf(index, role); });
+}
+
+QVariant ContainerTreeModel::DataOf(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const session::DirectoryObject& object = ObjectAt(index);
   switch (role) {
@@ -150,8 +155,10 @@ void ContainerTreeModel::Read(Node* node) {
 
 void ContainerTreeModel::Finish(Node* node, const session::SearchEnd& end) {
   // What there is of a failed reading is not shown: nobody could tell what is missing.
-  node->is_read = end.reason != session::SearchEnd::Reason::kFailed;
-  if (node->is_read) Insert(node);
+  const bool is_read = end.reason != session::SearchEnd::Reason::kFailed;
+  Children children = is_read ? ArrivedAt(*node) : Children();
+  node->is_read = is_read;
+  if (is_read) Insert(*node, std::move(children));
   node->arrived.clear();
   const session::DirectoryObject object = node->object;
   for (const Node::Wait& wait : std::exchange(node->waits, {})) {
@@ -163,24 +170,28 @@ void ContainerTreeModel::Finish(Node* node, const session::SearchEnd& end) {
   }
 }
 
-void ContainerTreeModel::Insert(Node* node) {
-  if (node->arrived.empty()) {
-    // The view showed that it might be opened.
-    Q_EMIT dataChanged(IndexOf(node), IndexOf(node));
-    return;
-  }
-  std::vector<std::unique_ptr<Node>> children;
-  children.reserve(node->arrived.size());
-  for (session::DirectoryObject& object : node->arrived) {
-    children.push_back(std::make_unique<Node>(std::move(object), node));
+ContainerTreeModel::Children ContainerTreeModel::ArrivedAt(Node& node) {
+  Children children;
+  children.reserve(node.arrived.size());
+  for (session::DirectoryObject& object : node.arrived) {
+    children.push_back(std::make_unique<Node>(std::move(object), &node));
   }
   const Collation order;
   std::ranges::sort(children, [&order](const auto& left, const auto& right) {
     return order.IsBefore(left->name, right->name);
   });
-  beginInsertRows(IndexOf(node), 0, static_cast<int>(children.size()) - 1);
   for (int row = 0; auto& child : children) child->row = row++;
-  node->children = std::move(children);
+  return children;
+}
+
+void ContainerTreeModel::Insert(Node& node, Children children) {
+  if (children.empty()) {
+    // The view showed that it might be opened.
+    Q_EMIT dataChanged(IndexOf(&node), IndexOf(&node));
+    return;
+  }
+  beginInsertRows(IndexOf(&node), 0, static_cast<int>(children.size()) - 1);
+  node.children = std::move(children);
   endInsertRows();
 }
 

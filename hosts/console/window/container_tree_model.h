@@ -52,13 +52,17 @@ class ContainerTreeModel final : public QAbstractItemModel {
 
  private:
   struct Node;
+  using Children = std::vector<std::unique_ptr<Node>>;
 
   [[nodiscard]] Node* NodeAt(const QModelIndex& index) const;
   [[nodiscard]] QModelIndex IndexOf(Node* node) const;
   [[nodiscard]] QModelIndex ChildIndex(const Node& node, const std::string& dn) const;
   void Read(Node* node);
   void Finish(Node* node, const session::SearchEnd& end);
-  void Insert(Node* node);
+  /// What has arrived, in order.
+  [[nodiscard]] static Children ArrivedAt(Node& node);
+  void Insert(Node& node, Children children);
+  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const;
 
   DirectoryReader& reader_;
   bool advanced_ = false;

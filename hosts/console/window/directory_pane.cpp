@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/distinguished_name.h"
@@ -61,7 +62,7 @@ DirectoryPane::DirectoryPane(QWidget* parent) : QSplitter(parent) {
   connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
     if (now != tree_ && now != &list_->view()) return;
     tree_used_last_ = now == tree_;
-    Changed();
+    DoGuarded([this] { Changed(); });
   });
 }
 

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QScopeGuard>
 #include <QStatusBar>
 #include <array>
 #include <utility>
@@ -263,17 +264,17 @@ void MainWindow::ReportLater(const QString& text, const QString& reason) {
   // One server that is gone fails the tree and the list alike: that is said once.
   const QString report = text + QLatin1Char('\n') + reason;
   if (reports_.contains(report)) return;
-  reports_.insert(report);
   // Not at once: what failed may be on the stack of a view that is being drawn.
   const auto show = [this, text, reason, report] {
+    const auto forget = qScopeGuard([&] { reports_.remove(report); });
     QMessageBox box(QMessageBox::Critical, QStringLiteral("Pelora Console"), {}, QMessageBox::Ok,
                     this);
     box.setObjectName(QStringLiteral("failure_box"));
     SetPlainTexts(box, text, reason);
     box.exec();
-    reports_.remove(report);
   };
   QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
+  reports_.insert(report);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 
+#include "hosts/console/program/guarded_application.h"
+
 namespace pelora::console {
 namespace {
 
@@ -227,22 +229,7 @@ class ObjectIconEngine final : public QIconEngine {
   ObjectIconEngine(session::ObjectIcon icon, session::ObjectMark mark) : icon_(icon), mark_(mark) {}
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-    const QPalette palette = QGuiApplication::palette();
-    const bool selected = mode == QIcon::Selected;
-    const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
-    const QColor line = palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
-    QColor fill = palette.color(group, selected ? QPalette::HighlightedText : QPalette::Highlight);
-    constexpr float kFillOpacity = 0.45F;
-    fill.setAlphaF(kFillOpacity);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->translate(rect.topLeft());
-    painter->scale(rect.width() / kGrid, rect.height() / kGrid);
-    painter->setPen(QPen(line, 1.1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter->setBrush(fill);
-    const MarkLook* const look = LookOf(mark_);
-    (look != nullptr ? look->drawing : DrawingOf(icon_))(*painter);
-    painter->restore();
+    DrawnOrNothing([&] { Draw(*painter, rect, mode); });
   }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
@@ -256,6 +243,25 @@ class ObjectIconEngine final : public QIconEngine {
   [[nodiscard]] QIconEngine* clone() const override { return new ObjectIconEngine(icon_, mark_); }
 
  private:
+  void Draw(QPainter& painter, const QRect& rect, QIcon::Mode mode) const {
+    const QPalette palette = QGuiApplication::palette();
+    const bool selected = mode == QIcon::Selected;
+    const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+    const QColor line = palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
+    QColor fill = palette.color(group, selected ? QPalette::HighlightedText : QPalette::Highlight);
+    constexpr float kFillOpacity = 0.45F;
+    fill.setAlphaF(kFillOpacity);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(rect.topLeft());
+    painter.scale(rect.width() / kGrid, rect.height() / kGrid);
+    painter.setPen(QPen(line, 1.1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(fill);
+    const MarkLook* const look = LookOf(mark_);
+    (look != nullptr ? look->drawing : DrawingOf(icon_))(painter);
+    painter.restore();
+  }
+
   session::ObjectIcon icon_;
   session::ObjectMark mark_;
 };

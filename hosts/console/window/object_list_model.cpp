@@ -2,9 +2,11 @@
 #include "hosts/console/window/object_list_model.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
@@ -19,39 +21,46 @@ void ObjectListModel::SetColumns(std::vector<session::ListColumn> columns) {
   endResetModel();
 }
 
-void ObjectListModel::Append(std::vector<session::ListedObject> objects) {
-  // Growing to what is needed and no more would move all rows at every arrival.
-  if (rows_.size() + objects.size() > rows_.capacity()) {
-    rows_.reserve(std::max(rows_.size() + objects.size(), rows_.capacity() * 2));
-  }
+std::vector<ObjectListModel::Row> ObjectListModel::RowsOf(
+    std::vector<session::ListedObject> objects) const {
+  std::vector<Row> rows;
+  rows.reserve(objects.size());
+  const Row* before = rows_.empty() ? nullptr : &rows_.back();
   for (session::ListedObject& listed : objects) {
     Row row{.object = std::move(listed.object), .texts = {}};
     row.texts.reserve(static_cast<qsizetype>(columns_.size()));
     for (std::size_t column = 0; column < columns_.size(); ++column) {
       QString text = column < listed.cells.size() ? ToQString(listed.cells[column]) : QString();
       const bool repeats =
-          !rows_.empty() && rows_.back().texts[static_cast<qsizetype>(column)] == text;
+          before != nullptr && before->texts[static_cast<qsizetype>(column)] == text;
       // A copy shares its characters with what it is a copy of.
-      row.texts.append(repeats ? rows_.back().texts[static_cast<qsizetype>(column)]
-                               : std::move(text));
+      row.texts.append(repeats ? before->texts[static_cast<qsizetype>(column)] : std::move(text));
     }
-    rows_.push_back(std::move(row));
+    rows.push_back(std::move(row));
+    before = &rows.back();
   }
+  return rows;
 }
 
 void ObjectListModel::SetObjects(std::vector<session::ListedObject> objects) {
+  std::vector<Row> rows = RowsOf(std::move(objects));
   beginResetModel();
-  rows_.clear();
+  rows_ = std::move(rows);
   ForgetOrder();
-  Append(std::move(objects));
   endResetModel();
 }
 
 void ObjectListModel::AddObjects(std::vector<session::ListedObject> objects) {
   if (objects.empty()) return;
+  std::vector<Row> rows = RowsOf(std::move(objects));
+  // Growing to what is needed and no more would move all rows at every arrival.
+  if (rows_.size() + rows.size() > rows_.capacity()) {
+    rows_.reserve(std::max(rows_.size() + rows.size(), rows_.capacity() * 2));
+  }
   const int first = rowCount({});
-  beginInsertRows({}, first, first + static_cast<int>(objects.size()) - 1);
-  Append(std::move(objects));
+  // Nothing may fail from here on: views count on the end of what has begun.
+  beginInsertRows({}, first, first + static_cast<int>(rows.size()) - 1);
+  std::ranges::move(rows, std::back_inserter(rows_));
   endInsertRows();
 }
 
@@ -99,6 +108,10 @@ int ObjectListModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ObjectListModel::data(const QModelIndex& index, int role) const {
+  return DrawnOrNothing([&] { return DataOf(index, role); });
+}
+
+QVariant ObjectListModel::DataOf(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
   const QString& text = row.texts[index.column()];

@@ -48,7 +48,8 @@ class ObjectListModel final : public QAbstractTableModel {
     QList<QString> texts;
   };
 
-  void Append(std::vector<session::ListedObject> objects);
+  [[nodiscard]] std::vector<Row> RowsOf(std::vector<session::ListedObject> objects) const;
+  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const;
   /// Works out what the rows of a column are ordered by, as far as that is not known.
   void LearnOrder(int column) const;
   void ForgetOrder();

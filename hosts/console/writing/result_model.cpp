@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -43,6 +44,10 @@ int ResultModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ResultModel::data(const QModelIndex& index, int role) const {
+  return DrawnOrNothing([&] { return DataOf(index, role); });
+}
+
+QVariant ResultModel::DataOf(const QModelIndex& index, int role) const {
   const session::WrittenChange& row = *rows_[static_cast<std::size_t>(index.row())];
   if (role == Qt::ToolTipRole || role == kWholeRole) {
     QString whole = ToQString(row.result.dn);

@@ -28,6 +28,8 @@ class ResultModel final : public QAbstractTableModel {
                                     int role) const override;
 
  private:
+  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const;
+
   std::span<const session::WrittenChange> results_;
   std::vector<const session::WrittenChange*> rows_;
 };

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -35,6 +36,10 @@ int ReviewModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ReviewModel::data(const QModelIndex& index, int role) const {
+  return DrawnOrNothing([&] { return DataOf(index, role); });
+}
+
+QVariant ReviewModel::DataOf(const QModelIndex& index, int role) const {
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
   const session::ReviewedChange& change = review_.changes[row.change];
   const session::ShownField& field = change.fields[row.field];

@@ -38,6 +38,8 @@ class ReviewModel final : public QAbstractTableModel {
     std::size_t field;
   };
 
+  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const;
+
   session::Review& review_;
   std::vector<Row> rows_;
 };

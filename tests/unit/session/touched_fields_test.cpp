@@ -75,6 +75,36 @@ TEST_F(TouchedFieldsTest, OnlyWhatShowsSomethingElseIsWanted) {
   EXPECT_EQ(Wanted(), "peloraHidden PELORAQUOTAHARD peloraResourceType otherMailbox unknown");
 }
 
+/// A page that notes what it hears.
+class Listening final : public IDialogController {
+ public:
+  std::int32_t OnInitDialog(IDialog& /*dialog*/) override { return 0; }
+  std::int32_t OnCommand(ControlId id, ControlNotification told) override {
+    heard.emplace_back(id, told);
+    return 0;
+  }
+  void OnDestroy() override {}
+
+  std::vector<std::pair<ControlId, ControlNotification>> heard;
+};
+
+TEST_F(TouchedFieldsTest, APageThatHasNotAppliedHearsOnceMoreWhatWasChanged) {
+  using enum ControlNotification;
+  Listening page;
+  fields_.TellChanged(page);
+  EXPECT_TRUE(page.heard.empty());
+  dialog_.SetCheck(IDC_PELORA_HIDDEN, CheckState::kChecked);
+  dialog_.SetText(IDC_QUOTA_HARD, "7");
+  dialog_.ComboBox(IDC_ACCOUNT_TYPE).Select(1);
+  fields_.Look(dialog_);
+  fields_.TellChanged(page);
+  const std::vector<std::pair<ControlId, ControlNotification>> expected = {
+      {IDC_PELORA_HIDDEN, kClicked},
+      {IDC_QUOTA_HARD, kEditChange},
+      {IDC_ACCOUNT_TYPE, kSelectionChange}};
+  EXPECT_EQ(page.heard, expected);
+}
+
 TEST_F(TouchedFieldsTest, AReportAloneIsNoChange) {
   fields_.Touch(IDC_QUOTA_HARD);
   EXPECT_EQ(Wanted(), "otherMailbox unknown");
