@@ -198,7 +198,7 @@ TEST_F(ConnectionTest, AWriteToAServerThatHangsIsNotKnownToBeDone) {
 }
 
 TEST_F(ConnectionTest, AnAnswerThatStopsInTheMiddleIsWaitedForNoLonger) {
-  RelayedSession relayed(RelayedSession::Waits::kShortly);
+  RelayedSession relayed(kShortWait);
   relayed.relay.HoldAnswersAfter(20);
   const Stopwatch stopwatch;
   EXPECT_EQ(ReadValue(relayed.store(), User(), "mail"),
@@ -207,7 +207,7 @@ TEST_F(ConnectionTest, AnAnswerThatStopsInTheMiddleIsWaitedForNoLonger) {
 }
 
 TEST_F(ConnectionTest, AServerThatTakesNothingIsWaitedForNoLonger) {
-  RelayedSession relayed(RelayedSession::Waits::kShortly);
+  RelayedSession relayed(kShortWait);
   relayed.relay.HoldRequests();
   // More than what the machine keeps for a connection.
   std::vector<std::string> values;

@@ -38,8 +38,8 @@ inline constexpr int kTries = 50;
 }
 /// One that waits for answers no longer than that.
 [[nodiscard]] inline std::unique_ptr<NetworkSession> OpenImpatientSession(
-    const std::string& server) {
-  const NetworkOptions options{.server = server, .request_timeout = kShortWait};
+    const std::string& server, std::chrono::milliseconds wait = kShortWait) {
+  const NetworkOptions options{.server = server, .request_timeout = wait};
   std::unique_ptr<NetworkSession> session;
   for (int tries = 1; tries < kTries; ++tries) {
     if (NetworkSession::Open(options, session).Ok()) return session;
@@ -84,10 +84,10 @@ inline constexpr int kTries = 50;
 
 /// A session that reaches the domain controller through a relay.
 struct RelayedSession {
-  enum class Waits { kAsUsual, kShortly };
-  explicit RelayedSession(Waits waits = Waits::kAsUsual)
-      : session(waits == Waits::kShortly ? OpenImpatientSession(Address())
-                                         : OpenSession({.server = Address()})) {}
+  RelayedSession() : session(OpenSession({.server = Address()})) {}
+  /// One that waits for answers no longer than that.
+  explicit RelayedSession(std::chrono::milliseconds wait)
+      : session(OpenImpatientSession(Address(), wait)) {}
 
   [[nodiscard]] std::string Address() const {
     return Server() + ":" + std::to_string(relay.port());

@@ -81,7 +81,6 @@ class LaterRequests : public ::testing::TestWithParam<LaterRequest> {
   [[nodiscard]] static bool IsOfUse(RelayedSession& relayed) {
     relayed.relay.HoldAnswersAfter(std::numeric_limits<std::size_t>::max());
     relayed.relay.Cut();
-    constexpr int kTries = 50;
     for (int time = 0; time < kTries; ++time) {
       // On a machine that does other things it may take longer than is waited for here.
       if (ReadValue(relayed.store(), User(), "mail") == "berta@pelora.test") return true;
