@@ -43,13 +43,17 @@ RecordingMemory::RecordingMemory(const ldap::Schema& schema, std::vector<std::st
 
 bool RecordingMemory::AreBound(std::span<const std::string> attributes) const {
   if (attributes.empty()) return bindings_.attributes.empty();
-  return std::ranges::all_of(attributes, [this](const std::string& name) { return IsBound(name); });
+  // Mostly they are the very ones, in the same order.
+  const auto [left, bound] = std::ranges::mismatch(attributes, bindings_.attributes);
+  return std::all_of(left, attributes.end(),
+                     [this](const std::string& name) { return IsBound(name); });
 }
 
 bool RecordingMemory::IncludesBound(std::span<const std::string> attributes) const {
   if (attributes.empty()) return true;
   if (bindings_.attributes.empty() || attributes.size() < bindings_.attributes.size()) return false;
-  return std::ranges::all_of(bindings_.attributes, [attributes](std::string_view bound) {
+  const auto [asked, left] = std::ranges::mismatch(attributes, bindings_.attributes);
+  return std::all_of(left, bindings_.attributes.end(), [attributes](std::string_view bound) {
     return std::ranges::any_of(
         attributes, [bound](std::string_view name) { return EqualsWithoutCase(name, bound); });
   });
@@ -169,6 +173,7 @@ void RecordingMemory::Forget(const std::string& dn) {
   const auto found = objects_.find(ldap::FoldCase(dn));
   if (found == objects_.end()) return;
   if (found->second.place) unwritten_.erase(*found->second.place);
+  last_ = nullptr;
   objects_.erase(found);
 }
 
@@ -178,8 +183,10 @@ const RecordingMemory::Object* RecordingMemory::Find(const std::string& dn) cons
 }
 
 RecordingMemory::Object& RecordingMemory::At(const std::string& dn) {
+  if (last_ != nullptr && last_->dn == dn) return *last_;
   Object& object = objects_[ldap::FoldCase(dn)];
   if (object.dn.empty()) object.dn = dn;
+  last_ = &object;
   return object;
 }
 

@@ -94,6 +94,8 @@ class RecordingMemory {
   /// Places, in the order in which the objects were recorded, and the objects' keys.
   std::map<std::size_t, std::string> unwritten_;
   std::size_t next_place_ = 0;
+  /// The object that was spoken of last, as a page speaks of one many times; may be null.
+  Object* last_ = nullptr;
 };
 
 }  // namespace pelora::changes

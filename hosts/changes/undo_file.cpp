@@ -9,15 +9,17 @@
 #include <cerrno>
 #include <charconv>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
+#include <limits>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
 #include "hosts/changes/ldif_changes.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/read_bytes.h"
 
 namespace pelora::changes {
 namespace {
@@ -27,6 +29,8 @@ using ldap::StoreStatus;
 constexpr std::string_view kChangeMark = "# change ";
 constexpr std::string_view kWithdrawnMark = "# withdrawn ";
 constexpr mode_t kForTheOwner = 0600;
+/// Of what is no file, and may have no end.
+constexpr std::size_t kMostOfAPipe = std::size_t{128} << 20;
 
 StoreStatus SystemFailure(const std::string& path, const char* doing, int error) {
   return {error == EEXIST ? ldap::kLdapAlreadyExists : ldap::kLdapOther,
@@ -58,6 +62,23 @@ std::optional<IChangeLog::NoteId> NumberBehind(std::string_view mark, std::strin
   return number;
 }
 
+StoreStatus ReadText(const std::string& path, std::string& text) {
+  const ldap::FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  struct stat info {};
+  if (!file || fstat(file.get(), &info) != 0) return SystemFailure(path, "cannot be read", errno);
+  const std::size_t most =
+      S_ISREG(info.st_mode) ? std::numeric_limits<std::size_t>::max() : kMostOfAPipe;
+  switch (ldap::ReadBytes(file.get(), most, text)) {
+    case ldap::ReadEnd::kWhole:
+      return {};
+    case ldap::ReadEnd::kTooLong:
+      return {ldap::kLdapOther, "'" + path + "' has no end within 128 MB"};
+    case ldap::ReadEnd::kFailed:
+      break;
+  }
+  return SystemFailure(path, "cannot be read", errno);
+}
+
 /// The text of one change, from its mark to the next.
 struct Part {
   std::size_t first_line = 1;
@@ -66,8 +87,9 @@ struct Part {
 };
 
 /// Cuts a file at its marks, and finds out which changes were withdrawn.
-std::vector<Part> PartsOf(std::istream& file, std::set<IChangeLog::NoteId>& withdrawn) {
+std::vector<Part> PartsOf(std::string text, std::set<IChangeLog::NoteId>& withdrawn) {
   std::vector<Part> parts(1);
+  std::istringstream file(std::move(text));
   std::string line;
   for (std::size_t number = 1; std::getline(file, line); ++number) {
     if (const auto change = NumberBehind(kChangeMark, line)) {
@@ -152,11 +174,10 @@ StoreStatus UndoFile::Append(std::string_view text) {
 StoreStatus ReadUndoFile(const std::string& path, const ldap::Schema& schema,
                          std::vector<Change>& changes) {
   changes.clear();
-  std::ifstream file(path, std::ios::binary);
-  if (!file) return SystemFailure(path, "cannot be read", errno);
+  std::string text;
+  if (StoreStatus status = ReadText(path, text); !status.Ok()) return status;
   std::set<IChangeLog::NoteId> withdrawn;
-  std::vector<Part> parts = PartsOf(file, withdrawn);
-  if (file.bad()) return SystemFailure(path, "cannot be read", errno);
+  std::vector<Part> parts = PartsOf(std::move(text), withdrawn);
 
   std::vector<Change> read;
   for (const Part& part : parts) {

@@ -54,7 +54,8 @@ class UndoFile final : public IChangeLog {
 
 /// Reads the changes of a file as `UndoFile` makes it, latest first and without those that were
 /// withdrawn: running them, in this order, takes back what was done. A file that cannot be read,
-/// and one that holds something else, is 80 with the line; `changes` is empty then.
+/// and one that holds something else, is 80 with the line, as is a pipe or a device that has no end
+/// within 128 MB; `changes` is empty then.
 [[nodiscard]] ldap::StoreStatus ReadUndoFile(const std::string& path, const ldap::Schema& schema,
                                              std::vector<Change>& changes);
 

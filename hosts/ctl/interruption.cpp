@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "hosts/ctl/ctl_error.h"
+#include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
 namespace {
@@ -39,13 +40,26 @@ Interruption::~Interruption() {
   watcher_.join();
 }
 
+void Interruption::SetLastWords(const std::string& line) {
+  const std::scoped_lock access(words_access_);
+  last_words_ = line.empty() ? line : "peloractl: " + session::VisibleText(line) + "\n";
+}
+
+void Interruption::End() {
+  const std::scoped_lock access(words_access_);
+  // Nothing can be done about words that nobody hears.
+  const ssize_t told = write(STDERR_FILENO, last_words_.data(), last_words_.size());
+  static_cast<void>(told);
+  _exit(kExitInterrupted);
+}
+
 void Interruption::Watch() {
   const sigset_t signals = WatchedSignals();
   while (true) {
     int signal = 0;
     if (sigwait(&signals, &signal) != 0 || is_over_) return;
     if (signal == SIGINT ? ignores_int_ || is_ignored_ : ignores_term_) continue;
-    if (!finishes_first_) _exit(kExitInterrupted);
+    if (!finishes_first_) End();
     source_.request_stop();
   }
 }

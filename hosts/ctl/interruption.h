@@ -2,7 +2,9 @@
 #pragma once
 
 #include <atomic>
+#include <mutex>
 #include <stop_token>
+#include <string>
 #include <thread>
 
 namespace pelora::ctl {
@@ -25,12 +27,16 @@ class Interruption {
   /// Signals are somebody else's, who runs before the program on its terminal, until told
   /// otherwise.
   void Ignore(bool ignored) { is_ignored_ = ignored; }
+  /// A line that is told when a signal ends the program at once: what the person would not find
+  /// otherwise. Empty: nothing.
+  void SetLastWords(const std::string& line);
 
   [[nodiscard]] std::stop_token token() const { return source_.get_token(); }
   [[nodiscard]] bool happened() const { return source_.stop_requested(); }
 
  private:
   void Watch();
+  [[noreturn]] void End();
 
   bool ignores_int_;
   bool ignores_term_;
@@ -38,6 +44,8 @@ class Interruption {
   std::atomic<bool> finishes_first_ = false;
   std::atomic<bool> is_ignored_ = false;
   std::atomic<bool> is_over_ = false;
+  std::mutex words_access_;
+  std::string last_words_;
   std::thread watcher_;
 };
 

@@ -24,11 +24,16 @@ StoreStatus LdbChanges::Modify(const std::string& dn, std::span<const Modificati
   for (const Modification& change : modifications) names.push_back(change.attribute);
   Entry before;
   StoreStatus status = connection_.Read(dn, names, before);
-  if (!status.Ok()) return status;
+  return status.Ok() ? ModifyKnown(before, modifications, way, effect) : status;
+}
+
+StoreStatus LdbChanges::ModifyKnown(const Entry& before,
+                                    std::span<const Modification> modifications, ModifyWay way,
+                                    Effect& effect) const {
   AttributeMap changed;
-  status = rules_.Apply(before, modifications, changed, way);
+  StoreStatus status = rules_.Apply(before, modifications, changed, way);
   if (!status.Ok() || changed.empty()) return status;
-  return Written(connection_.Replace(dn, changed), effect);
+  return Written(connection_.Replace(before.dn, changed), effect);
 }
 
 StoreStatus LdbChanges::Add(Entry entry, Effect& effect) const {

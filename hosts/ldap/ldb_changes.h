@@ -27,6 +27,11 @@ class LdbChanges {
   [[nodiscard]] StoreStatus Modify(const std::string& dn,
                                    std::span<const Modification> modifications, ModifyWay way,
                                    Effect& effect) const;
+  /// The same of an object that is known to be as it is in `before`, as far as the modifications
+  /// are about it.
+  [[nodiscard]] StoreStatus ModifyKnown(const Entry& before,
+                                        std::span<const Modification> modifications, ModifyWay way,
+                                        Effect& effect) const;
   [[nodiscard]] StoreStatus Add(Entry entry, Effect& effect) const;
   [[nodiscard]] StoreStatus Delete(const Entry& made, Effect& effect) const;
   /// Writes out in a new entry what `Add` puts into it; one that cannot be added stays as it is.

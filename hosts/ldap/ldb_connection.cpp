@@ -154,25 +154,32 @@ std::string LdbConnection::FilterValue(const std::string& value) const {
 }
 
 StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entry>& entries) const {
+  return SearchAt(request.base, request.scope, request.filter, request.attributes, entries);
+}
+
+StoreStatus LdbConnection::SearchAt(const std::string& base, SearchScope scope,
+                                    const std::string& filter,
+                                    std::span<const std::string> attributes,
+                                    std::vector<Entry>& entries) const {
   entries.clear();
   static_cast<void>(handle_->TakeMessage());
-  const TallocScope scope = MakeTallocScope();
-  if (request.filter.find('\0') != std::string::npos ||
-      ldb_parse_tree(scope.get(), request.filter.c_str()) == nullptr) {
-    return {kLdapFilterError, "not a search filter: " + request.filter};
+  const TallocScope memory = MakeTallocScope();
+  if (filter.find('\0') != std::string::npos ||
+      ldb_parse_tree(memory.get(), filter.c_str()) == nullptr) {
+    return {kLdapFilterError, "not a search filter: " + filter};
   }
-  ldb_dn* const base = ldb_dn_new(scope.get(), handle(), request.base.c_str());
-  if (base == nullptr || !ldb_dn_validate(base)) {
-    return {kLdapInvalidDnSyntax, "not a distinguished name: " + request.base};
+  ldb_dn* const name = ldb_dn_new(memory.get(), handle(), base.c_str());
+  if (name == nullptr || !ldb_dn_validate(name)) {
+    return {kLdapInvalidDnSyntax, "not a distinguished name: " + base};
   }
   std::vector<const char*> names;
-  for (const std::string& attribute : request.attributes) names.push_back(attribute.c_str());
+  names.reserve(attributes.size() + 1);
+  for (const std::string& attribute : attributes) names.push_back(attribute.c_str());
   names.push_back(nullptr);
 
   ldb_result* found = nullptr;
-  const int code =
-      ldb_search(handle(), scope.get(), &found, base, ScopeOf(request.scope),
-                 request.attributes.empty() ? nullptr : names.data(), "%s", request.filter.c_str());
+  const int code = ldb_search(handle(), memory.get(), &found, name, ScopeOf(scope),
+                              attributes.empty() ? nullptr : names.data(), "%s", filter.c_str());
   // A record that cannot be read looks to the library like one that is not there.
   const std::string trouble = handle_->TakeMessage();
   if (!trouble.empty()) return {kLdapOther, OneLine("the file is damaged: " + trouble)};
@@ -187,12 +194,9 @@ StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entr
 StoreStatus LdbConnection::Read(const std::string& dn, std::span<const std::string> attributes,
                                 Entry& entry) const {
   std::vector<Entry> entries;
-  StoreStatus status = Search({.base = dn,
-                               .scope = SearchScope::kBase,
-                               // Records of the library's own have no class.
-                               .filter = "(distinguishedName=*)",
-                               .attributes = {attributes.begin(), attributes.end()}},
-                              entries);
+  // Records of the library's own have no class.
+  StoreStatus status =
+      SearchAt(dn, SearchScope::kBase, "(distinguishedName=*)", attributes, entries);
   if (!status.Ok()) return status;
   if (entries.empty()) return {kLdapNoSuchObject, "no such object: " + dn};
   entry = std::move(entries.front());
@@ -220,6 +224,10 @@ StoreStatus LdbConnection::Delete(const std::string& dn) const {
   ldb_dn* const name = ldb_dn_new(scope.get(), handle(), dn.c_str());
   if (name == nullptr) return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn};
   return Outcome(ldb_delete(handle(), name));
+}
+
+StoreStatus LdbConnection::ReadSequenceNumber(std::uint64_t& number) const {
+  return Outcome(ldb_sequence_number(handle(), LDB_SEQ_HIGHEST_SEQ, &number));
 }
 
 StoreStatus LdbConnection::BeginTransaction() const {

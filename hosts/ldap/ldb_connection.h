@@ -59,6 +59,10 @@ class LdbConnection {
   /// Gives each attribute exactly these values; none removes it.
   [[nodiscard]] StoreStatus Replace(const std::string& dn, const AttributeMap& values) const;
 
+  /// A number that every change of the database makes larger; within a transaction the one that it
+  /// will have.
+  [[nodiscard]] StoreStatus ReadSequenceNumber(std::uint64_t& number) const;
+
   [[nodiscard]] StoreStatus BeginTransaction() const;
   [[nodiscard]] StoreStatus CommitTransaction() const;
   void CancelTransaction() const;
@@ -68,6 +72,10 @@ class LdbConnection {
 
   explicit LdbConnection(std::unique_ptr<Handle> handle);
   [[nodiscard]] StoreStatus Outcome(int code) const;
+  [[nodiscard]] StoreStatus SearchAt(const std::string& base, SearchScope scope,
+                                     const std::string& filter,
+                                     std::span<const std::string> attributes,
+                                     std::vector<Entry>& entries) const;
 
   std::unique_ptr<Handle> handle_;
 };

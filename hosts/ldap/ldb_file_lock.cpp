@@ -75,6 +75,14 @@ StoreStatus LdbFileLock::Open(const std::string& path, std::chrono::milliseconds
 }
 
 StoreStatus LdbFileLock::Acquire(Purpose purpose, Hold& hold) const {
+  Hold taken(*this);
+  StoreStatus status = CheckIdentity();
+  if (status.Ok()) status = AcquireAnew(purpose);
+  if (status.Ok()) hold = std::move(taken);
+  return status;
+}
+
+StoreStatus LdbFileLock::AcquireAnew(Purpose purpose) const {
   static constexpr auto kForOpening =
       std::to_array<Range>({{F_WRLCK, 0, 1}, {F_RDLCK, kRecords, 0}});
   static constexpr auto kForReading = std::to_array<Range>({{F_RDLCK, kRecords, 0}});
@@ -83,14 +91,10 @@ StoreStatus LdbFileLock::Acquire(Purpose purpose, Hold& hold) const {
   if (purpose == Purpose::kOpen) ranges = kForOpening;
   if (purpose == Purpose::kWrite) ranges = kForWriting;
 
-  Hold taken(*this);
-  StoreStatus status = CheckIdentity();
-  if (!status.Ok()) return status;
   for (const Range& range : ranges) {
-    status = WaitFor(range);
+    StoreStatus status = WaitFor(range);
     if (!status.Ok()) return status;
   }
-  hold = std::move(taken);
   return {};
 }
 

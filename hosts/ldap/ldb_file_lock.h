@@ -71,6 +71,8 @@ class LdbFileLock {
   /// still holds one at the end, 52 when the file is no longer the one that was opened. `hold` is
   /// empty when it is called, and this thread has no other one.
   StoreStatus Acquire(Purpose purpose, Hold& hold) const;
+  /// Takes, within a hold for it, the locks again that the library has given back.
+  StoreStatus AcquireAnew(Purpose purpose) const;
   /// Keeps the other threads out alone: for closing the database.
   [[nodiscard]] std::unique_lock<std::mutex> KeepThreadsOut() const {
     return std::unique_lock(*in_process_);

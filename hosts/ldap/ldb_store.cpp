@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <functional>
+#include <future>
 #include <utility>
 #include <vector>
 
+#include "hosts/ldap/known_entries.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/ldb_changes.h"
 #include "hosts/ldap/ldb_connection.h"
@@ -20,6 +22,8 @@ using Purpose = LdbFileLock::Purpose;
 
 /// Changes that are waited for together: what takes its time is the disk.
 constexpr std::size_t kRequestsInTransaction = 2048;
+/// Entries that are read together: others wait meanwhile.
+constexpr std::size_t kReadTogether = 256;
 
 class LdbStore final : public IDirectoryStore {
  public:
@@ -44,6 +48,8 @@ class LdbStore final : public IDirectoryStore {
   StoreStatus ReadRoot(Entry& root) override;
   StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                    Entry& entry) override;
+  StoreStatus ReadMany(std::span<const std::string> dns, std::span<const std::string> attributes,
+                       const ReadSink& sink) override;
   StoreStatus Search(const SearchRequest& request, const EntrySink& sink) override;
   StoreStatus Modify(const std::string& dn, std::span<const Modification> modifications) override;
   StoreStatus ModifyStrictly(const std::string& dn,
@@ -61,9 +67,24 @@ class LdbStore final : public IDirectoryStore {
   StoreStatus Write(const std::string& dn, const Writing& write);
   /// Does something in one transaction, which is committed when there is something to commit.
   StoreStatus WriteNow(const Writing& write);
+  StoreStatus WriteHeld(const Writing& write);
+  /// The next requests for one transaction; fewer than it may have: there are no more.
+  static std::vector<ModifyRequest> Fetch(const ModifySource& next);
   /// Does requests in one transaction; one that a rule refuses does not keep the others from being
   /// done.
   std::vector<StoreStatus> ModifyTogether(std::span<const ModifyRequest> requests);
+  /// Does one of them within the transaction.
+  StoreStatus ModifyOne(const ModifyRequest& request, Effect& effect);
+
+  struct ReadEntry {
+    StoreStatus status{};
+    Entry entry{};
+  };
+  /// Reads entries while others wait; the status is that of the file.
+  StoreStatus ReadTogether(std::span<const std::string> dns,
+                           std::span<const std::string> attributes, std::vector<ReadEntry>& read);
+  /// Sees to it that nothing counts as known that may have changed.
+  StoreStatus ForgetWhatChanged();
 
   /// Since the file was looked through it may have got what it may not have.
   [[nodiscard]] StoreStatus CheckModules() const;
@@ -81,6 +102,8 @@ class LdbStore final : public IDirectoryStore {
   Entry root_;
   Schema schema_;
   LdbChanges changes_;
+  /// Used within a hold.
+  KnownEntries known_;
 };
 
 StoreStatus LdbStore::Load() {
@@ -138,6 +161,52 @@ StoreStatus LdbStore::Read(const std::string& dn, std::span<const std::string> a
   return status;
 }
 
+StoreStatus LdbStore::ForgetWhatChanged() {
+  KnownEntries::State state = 0;
+  StoreStatus status = connection_->ReadSequenceNumber(state);
+  if (status.Ok()) known_.SetState(state);
+  return status;
+}
+
+StoreStatus LdbStore::ReadTogether(std::span<const std::string> dns,
+                                   std::span<const std::string> attributes,
+                                   std::vector<ReadEntry>& read) {
+  LdbFileLock::Hold hold;
+  StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
+  // What is read from now on is in this state or a later one.
+  if (status.Ok()) status = FileTrouble(ForgetWhatChanged());
+  for (std::size_t at = 0; status.Ok() && at < dns.size(); ++at) {
+    // The library gives the lock back whenever it has looked at something.
+    status = lock_->AcquireAnew(Purpose::kRead);
+    if (!status.Ok()) break;
+    ReadEntry& one = read.emplace_back();
+    one.status = CheckName(dns[at]);
+    if (one.status.Ok()) {
+      one.status = FileTrouble(connection_->Read(dns[at], attributes, one.entry));
+    }
+    if (one.status.Ok()) known_.Keep(one.entry, attributes);
+  }
+  return status;
+}
+
+StoreStatus LdbStore::ReadMany(std::span<const std::string> dns,
+                               std::span<const std::string> attributes, const ReadSink& sink) {
+  while (!dns.empty()) {
+    const std::span<const std::string> some = dns.first(std::min(dns.size(), kReadTogether));
+    std::vector<ReadEntry> read;
+    read.reserve(some.size());
+    const StoreStatus status = ReadTogether(some, attributes, read);
+    // What could not be asked for has failed each by itself, as a single reading would.
+    read.resize(some.size(), {.status = status, .entry = {}});
+    // The lock is gone: the sink may ask for more.
+    for (ReadEntry& one : read) {
+      if (!sink(std::move(one.status), std::move(one.entry))) return {};
+    }
+    dns = dns.subspan(some.size());
+  }
+  return {};
+}
+
 StoreStatus LdbStore::Search(const SearchRequest& request, const EntrySink& sink) {
   std::vector<Entry> entries;
   {
@@ -167,18 +236,28 @@ StoreStatus LdbStore::ModifyStrictly(const std::string& dn,
   });
 }
 
-void LdbStore::ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) {
+std::vector<ModifyRequest> LdbStore::Fetch(const ModifySource& next) {
   std::vector<ModifyRequest> group;
-  do {
-    group.clear();
-    // Fetched before anything is locked: the source may ask for more.
-    while (group.size() < kRequestsInTransaction) {
-      std::optional<ModifyRequest> request = next();
-      if (!request) break;
-      group.push_back(std::move(*request));
-    }
-    for (StoreStatus& status : ModifyTogether(group)) sink(std::move(status));
-  } while (group.size() == kRequestsInTransaction);
+  while (group.size() < kRequestsInTransaction) {
+    std::optional<ModifyRequest> request = next();
+    if (!request) break;
+    group.push_back(std::move(*request));
+  }
+  return group;
+}
+
+void LdbStore::ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) {
+  // Fetched before anything is locked: the source may ask for more.
+  std::vector<ModifyRequest> group = Fetch(next);
+  while (group.size() == kRequestsInTransaction) {
+    // While these are written the next ones are fetched, which takes as long.
+    std::future<std::vector<StoreStatus>> writing =
+        std::async([&] { return ModifyTogether(group); });
+    std::vector<ModifyRequest> following = Fetch(next);
+    for (StoreStatus& status : writing.get()) sink(std::move(status));
+    group = std::move(following);
+  }
+  for (StoreStatus& status : ModifyTogether(group)) sink(std::move(status));
 }
 
 StoreStatus LdbStore::Add(const Entry& entry) {
@@ -198,8 +277,15 @@ StoreStatus LdbStore::WriteNow(const Writing& write) {
   LdbFileLock::Hold hold;
   StoreStatus status = lock_->Acquire(Purpose::kWrite, hold);
   if (!status.Ok()) return status;
+  status = WriteHeld(write);
+  // What has not become so was counted with.
+  if (!status.Ok()) known_.Clear();
+  return status;
+}
+
+StoreStatus LdbStore::WriteHeld(const Writing& write) {
   LdbTransaction transaction(*connection_);
-  status = transaction.Begin();
+  StoreStatus status = transaction.Begin();
   if (!status.Ok()) return AboutFile(std::move(status));
   Effect effect;
   status = write(effect);
@@ -213,15 +299,17 @@ std::vector<StoreStatus> LdbStore::ModifyTogether(std::span<const ModifyRequest>
   if (requests.empty()) return outcomes;
   bool is_damaged = false;
   const StoreStatus whole = WriteNow([&](Effect& effect) {
+    StoreStatus status = ForgetWhatChanged();
+    if (!status.Ok()) return status;
     for (std::size_t at = 0; at < requests.size() && !effect.is_damaged; ++at) {
-      const ModifyRequest& request = requests[at];
-      outcomes[at] = CheckName(request.dn);
-      if (!outcomes[at].Ok()) continue;
-      outcomes[at] = FileTrouble(
-          changes_.Modify(request.dn, request.modifications, ModifyWay::kStrict, effect));
+      outcomes[at] = ModifyOne(requests[at], effect);
     }
     is_damaged = effect.is_damaged;
-    return is_damaged ? StoreStatus{kLdapOther, "one of several changes"} : StoreStatus{};
+    if (is_damaged) return StoreStatus{kLdapOther, "one of several changes"};
+    KnownEntries::State state = 0;
+    status = connection_->ReadSequenceNumber(state);
+    if (status.Ok()) known_.MoveTo(state);
+    return status;
   });
   if (is_damaged) {
     // Nothing of it is done; each by itself, the one that failed fails alone.
@@ -232,6 +320,19 @@ std::vector<StoreStatus> LdbStore::ModifyTogether(std::span<const ModifyRequest>
     std::ranges::fill(outcomes, whole);
   }
   return outcomes;
+}
+
+StoreStatus LdbStore::ModifyOne(const ModifyRequest& request, Effect& effect) {
+  const std::span<const Modification> modifications = request.modifications;
+  StoreStatus status = CheckName(request.dn);
+  if (!status.Ok()) return status;
+  if (const Entry* const known = known_.Find(request.dn, modifications); known != nullptr) {
+    status = changes_.ModifyKnown(*known, modifications, ModifyWay::kStrict, effect);
+  } else {
+    status = changes_.Modify(request.dn, modifications, ModifyWay::kStrict, effect);
+  }
+  known_.Forget(request.dn);
+  return FileTrouble(std::move(status));
 }
 
 StoreStatus LdbStore::Find(const SearchRequest& request, std::vector<Entry>& entries) const {

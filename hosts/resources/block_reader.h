@@ -38,12 +38,14 @@ class BlockReader {
 
   /// A string up to its ending 0, which is read too. Without one the read fails.
   [[nodiscard]] std::u16string ReadTerminated() {
-    std::u16string text;
-    while (ok_) {
-      const auto unit = Read<std::uint16_t>();
-      if (ok_ && unit == 0) return text;
-      text.push_back(static_cast<char16_t>(unit));
+    const std::span<const std::byte> rest = block_.subspan(position_);
+    for (std::size_t length = 0; ok_ && 2 * length + 1 < rest.size(); ++length) {
+      if (UnitAt(rest, length) != 0) continue;
+      std::u16string text = ReadCounted(length);
+      (void)Take(sizeof(char16_t));
+      return text;
     }
+    ok_ = false;
     return {};
   }
 
@@ -52,9 +54,9 @@ class BlockReader {
       ok_ = false;
       return {};
     }
-    std::u16string text;
-    text.reserve(length);
-    while (text.size() < length) text.push_back(static_cast<char16_t>(Read<std::uint16_t>()));
+    const std::span<const std::byte> units = Take(length * sizeof(char16_t));
+    std::u16string text(units.size() / sizeof(char16_t), u'\0');
+    for (std::size_t at = 0; at < text.size(); ++at) text[at] = UnitAt(units, at);
     return text;
   }
 
@@ -73,6 +75,12 @@ class BlockReader {
   void Align() { position_ = std::min((position_ + 3) & ~std::size_t{3}, block_.size()); }
 
  private:
+  [[nodiscard]] static char16_t UnitAt(std::span<const std::byte> bytes, std::size_t at) {
+    const auto low = static_cast<unsigned>(bytes[2 * at]);
+    const auto high = static_cast<unsigned>(bytes[2 * at + 1]);
+    return static_cast<char16_t>(low | high << 8);
+  }
+
   std::span<const std::byte> block_;
   std::size_t position_ = 0;
   bool ok_ = true;

@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::uint16_t kExtendedVersion = 1;
 constexpr std::uint16_t kExtendedSignature = 0xFFFF;
+/// An item's numbers, and its class, title and data with a unit each.
+constexpr std::size_t kShortestItem = 3 * 4 + 4 * 2 + 4 + 3 * 2;
 /// The style bit that says that a font follows (DS_SETFONT).
 constexpr std::uint32_t kHasFont = 0x40;
 
@@ -53,11 +55,11 @@ void SetClass(DialogItem& item, const std::variant<std::uint16_t, std::string>& 
   item.kind = known->kind;
 }
 
-void SetTitle(DialogItem& item, const std::variant<std::uint16_t, std::string>& title) {
+void SetTitle(DialogItem& item, std::variant<std::uint16_t, std::string> title) {
   if (const auto* number = std::get_if<std::uint16_t>(&title)) {
     item.title_resource = *number;
   } else {
-    item.title = std::get<std::string>(title);
+    item.title = std::move(std::get<std::string>(title));
   }
 }
 
@@ -122,6 +124,8 @@ ReadResult<DialogTemplate> ReadDialogTemplate(std::span<const std::byte> data) {
   DialogTemplate dialog;
   const std::uint16_t count = ReadHeader(reader, dialog);
   if (!reader.ok()) return Refuse("The dialog template is cut short in its header.");
+  // A template that lies about its number takes no memory for it.
+  dialog.items.reserve(std::min<std::size_t>(count, reader.remaining() / kShortestItem));
   for (std::uint16_t index = 0; index < count; ++index) {
     DialogItem item = ReadItem(reader);
     if (!reader.ok()) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <variant>
@@ -9,6 +10,16 @@
 #include "hosts/resources/block_reader.h"
 
 namespace pelora::resources {
+
+/// A text of a template in UTF-8. Most of them are plain, and templates are read for every sheet.
+[[nodiscard]] inline std::string TextOf(const std::u16string& units) {
+  const auto is_plain = [](char16_t unit) { return unit < 0x80; };
+  if (!std::ranges::all_of(units, is_plain)) return ToUtf8(units);
+  std::string text(units.size(), '\0');
+  std::ranges::transform(units, text.begin(),
+                         [](char16_t unit) { return static_cast<char>(unit); });
+  return text;
+}
 
 /// Reads what templates and resource files write for a name: the mark 0xFFFF and a number, or a
 /// string (a lone 0 is the empty string).
@@ -20,7 +31,7 @@ namespace pelora::resources {
     reader = ahead;
     return reader.Read<std::uint16_t>();
   }
-  return ToUtf8(reader.ReadTerminated());
+  return TextOf(reader.ReadTerminated());
 }
 
 }  // namespace pelora::resources

@@ -30,6 +30,16 @@ TEST_F(ApplyTest, EachRowChangesAnObject) {
   EXPECT_EQ(Stored(kHelga, "otherMailbox"), "a@b.example\nc@d.example");
 }
 
+TEST_F(ApplyTest, ColumnsSetAddToAndRemoveFromLists) {
+  ASSERT_EQ(Ctl({"set", "h.oender", "otherMailbox=a@b.example;c@d.example"}).code, 0);
+  const ProgramRun run = Apply(
+      "object,otherMailbox-,otherMailbox+,feature.pop3\n"
+      "h.oender,a@b.example,e@f.example,disabled\n");
+  EXPECT_EQ(run.code, 0) << run.output << run.errors;
+  EXPECT_EQ(Stored(kHelga, "otherMailbox"), "c@d.example\ne@f.example");
+  EXPECT_EQ(Fields("h.oender").at("feature.pop3"), "disabled");
+}
+
 TEST_F(ApplyTest, TablesOfOtherProgramsAreRead) {
   EXPECT_EQ(Apply("\xEF\xBB\xBFobject;peloraHidden\nh.oender;yes\n\n;\n").code, 0);
   EXPECT_EQ(Stored(kHelga, "peloraHidden"), "1");
@@ -108,6 +118,31 @@ TEST_F(ApplyTest, ARetryTakesWhatIsNotDone) {
   EXPECT_THAT(again.Lines(),
               ElementsAre(StartsWith("refused\tnobody"), StartsWith("refused\tCN=mail01")));
   EXPECT_EQ(Apply(table, {"--retry", Write("wrong", "no report\nat all\n")}).code, 2);
+}
+
+TEST_F(ApplyTest, ARetryTakesWhatWasOnlyRehearsed) {
+  ASSERT_EQ(Ctl({"set", "t.richter", "peloraHidden=yes"}).code, 0);
+  const std::string table = "object,peloraHidden\nh.oender,yes\nt.richter,yes\n";
+  EXPECT_EQ(Apply(table, {"--dry-run", "--report", File("report")}).code, 0);
+  EXPECT_THAT(Read(File("report")), HasSubstr("\"result\":\"changed\""));
+  EXPECT_THAT(Apply(table, {"--retry", File("report")}).Lines(),
+              ElementsAre(std::string("changed\t") + kHelga));
+}
+
+TEST_F(ApplyTest, WhatHasNoEndIsRefused) {
+  const std::string before = Dump();
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"apply", "/dev/zero"},
+        {"apply", Write("table.csv", "object\n"), "--retry", "/dev/zero"},
+        {"set", "--from", "/dev/zero", "peloraHidden=yes"},
+        {"undo", "/dev/zero"}}) {
+    const ProgramRun run = Ctl(arguments);
+    EXPECT_EQ(run.code, 2) << run.output;
+    EXPECT_THAT(run.errors, StartsWith("peloractl: "));
+    EXPECT_THAT(run.errors, HasSubstr("/dev/zero"));
+    EXPECT_EQ(run.errors.find('\n'), run.errors.size() - 1) << run.errors;
+  }
+  EXPECT_EQ(Dump(), before);
 }
 
 TEST_F(ApplyTest, AReportIsNotWrittenOverWhatIsRead) {

@@ -9,6 +9,7 @@ namespace pelora::ctl {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using Rows = std::vector<std::vector<std::string>>;
 
 Rows Read(std::string_view text, char separator = ',') {
@@ -81,6 +82,13 @@ TEST(CsvReader, FaultsAreToldWithTheirLine) {
   EXPECT_EQ(FaultOf(std::string_view("a\n\0", 3)), "2: a zero byte");
   EXPECT_EQ(FaultOf("a\n\xC3\n"), "2: this is not UTF-8");
   EXPECT_EQ(FaultOf("\"a\nb\xED\xA0\x80\"\n"), "2: this is not UTF-8");
+}
+
+TEST(CsvReader, ARowHasAnEnd) {
+  const std::string longest(CsvReader::kMostOfRow - 1, 'a');
+  EXPECT_EQ(FaultOf("x\n" + longest + "\ny"), "");
+  EXPECT_THAT(FaultOf("x\n" + longest + "aaa\ny"), HasSubstr("2: the row is longer than 16 MB"));
+  EXPECT_THAT(FaultOf("x\ny,\"" + longest), HasSubstr("2: the row is longer than 16 MB"));
 }
 
 TEST(CsvReader, ReadsWhatTheWriterWrites) {

@@ -22,12 +22,18 @@ class EditTest : public PeloractlTest {
     arguments.insert(arguments.begin(), "edit");
     return Ctl(arguments);
   }
-  [[nodiscard]] std::size_t TextsLeft() const {
-    std::size_t count = 0;
+  [[nodiscard]] std::vector<std::string> LeftTexts() const {
+    std::vector<std::string> paths;
     for (const auto& entry : std::filesystem::directory_iterator(File(""))) {
-      if (entry.path().filename().string().starts_with("peloractl-")) ++count;
+      if (entry.path().filename().string().starts_with("peloractl-")) paths.push_back(entry.path());
     }
-    return count;
+    return paths;
+  }
+  [[nodiscard]] std::size_t TextsLeft() const { return LeftTexts().size(); }
+  /// What stands in the one text that is left.
+  [[nodiscard]] std::string TextLeft() const {
+    const std::vector<std::string> paths = LeftTexts();
+    return paths.size() == 1 ? Read(paths.front()) : std::to_string(paths.size()) + " texts";
   }
 };
 
@@ -105,6 +111,60 @@ TEST_F(EditTest, GivingUpEndsWithTheResultOfEachObjectAndTheSums) {
   EXPECT_THAT(run.errors, EndsWith("\n0 changed, 0 unchanged, 2 refused, 0 failed, 0 unknown, "
                                    "0 skipped\n"));
   EXPECT_FALSE(std::filesystem::exists(File("undo")));
+}
+
+TEST_F(EditTest, SelectionsAreEditedAndNothingIsSentForNoChange) {
+  const std::string before = Dump();
+  const std::string base = std::string("OU=IT,") + kUnit;
+  const ProgramRun run = Edit("true", {"--class", "user", "--base", base});
+  EXPECT_EQ(run.code, 0) << run.errors;
+  EXPECT_GT(run.Lines().size(), 2U);
+  for (const std::string& line : run.Lines()) EXPECT_THAT(line, StartsWith("unchanged\t"));
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EditTest, TheVisualEditorComesFirst) {
+  environment["VISUAL"] = "sed -i 's/^peloraHidden: no/peloraHidden: yes/'";
+  const ProgramRun run = Edit("false", {"h.oender"});
+  EXPECT_EQ(run.code, 0) << run.errors;
+  EXPECT_EQ(Stored(kHelga, "peloraHidden"), "1");
+}
+
+TEST_F(EditTest, ASignalThatEndsItTellsWhereTheTextIs) {
+  const std::string before = Dump();
+  // The editor goes on until the program is gone, as one on a terminal of its own would.
+  const ProgramRun run = Edit(
+      "sed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: 4711/' \"$1\"; kill -TERM $PPID; "
+      "while kill -0 $PPID 2>/dev/null; do sleep 0.05; done; true",
+      {"j.weissflog"});
+  EXPECT_EQ(run.code, 130);
+  EXPECT_THAT(run.errors, StartsWith("peloractl: interrupted; the text is in " + File("")));
+  EXPECT_THAT(TextLeft(), HasSubstr("peloraQuotaHard: 4711\n"));
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EditTest, WhatWasTypedAndCouldNotBeDoneIsKept) {
+  const std::string other = std::string(PELORACTL) + " --directory " + File("company.ldb") +
+                            " set j.weissflog peloraQuotaHard=7000 >/dev/null 2>&1";
+  const std::string script = Write(
+      "editor.sh", other + "\nsed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: 6000/' \"$1\"\n");
+  const ProgramRun run = Edit("sh " + script, {"j.weissflog"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_THAT(run.errors, HasSubstr("the text is in " + File("")));
+  EXPECT_THAT(run.errors, EndsWith("\n0 changed, 0 unchanged, 1 refused, 0 failed, 0 unknown, "
+                                   "0 skipped\n"));
+  EXPECT_THAT(TextLeft(), HasSubstr("peloraQuotaHard: 6000\n"));
+}
+
+TEST_F(EditTest, WhatWasTypedOutlivesADirectoryThatGoesAway) {
+  const std::string script =
+      Write("editor.sh", "sed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: 6000/' \"$1\"\n" +
+                             ("mv " + File("company.ldb") + " " + File("away.ldb")) +
+                             " 2>/dev/null || true\n");
+  const ProgramRun run = Edit("sh " + script, {"j.weissflog"});
+  EXPECT_EQ(run.code, 1) << run.output;
+  EXPECT_THAT(run.errors, HasSubstr("the text is in " + File("")));
+  EXPECT_THAT(TextLeft(), HasSubstr("peloraQuotaHard: 6000\n"));
 }
 
 TEST_F(EditTest, AnEditorThatFailsChangesNothing) {

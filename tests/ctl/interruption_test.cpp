@@ -54,11 +54,14 @@ class StuckProgram {
   StuckProgram& operator=(const StuckProgram&) = delete;
   ~StuckProgram() { close(reader_); }
 
-  /// Waits until it has written something and then no more.
-  void WaitUntilStuck() const {
+  void WaitForOutput() const {
     std::array<char, 1> first{};
     // Taken off the first line, which says "changed".
     if (read(reader_, first.data(), first.size()) != 1) throw std::runtime_error("no output");
+  }
+  /// Waits until it has written something and then no more.
+  void WaitUntilStuck() const {
+    WaitForOutput();
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
   }
   void Signal(int signal) const { kill(child_, signal); }
@@ -111,6 +114,36 @@ TEST_F(InterruptionTest, WhatIsUnderWayIsFinishedAndTheRestSkipped) {
   }
 }
 
+TEST_F(InterruptionTest, WhateverHappensTheUndoFileHasWhatWasChanged) {
+  const std::string before = Dump();
+  {
+    const StuckProgram program({PELORACTL, "--directory", File("company.ldb"), "set", "--stop",
+                                "--class", "user", "peloraHidden=yes", "--undo-file",
+                                File("undo")});
+    // Something has been changed, and how much does not matter.
+    program.WaitForOutput();
+    program.Signal(SIGKILL);
+    EXPECT_EQ(program.Wait(), -SIGKILL);
+  }
+  EXPECT_NE(Dump(), before);
+  const ProgramRun undone = Ctl({"undo", File("undo")});
+  EXPECT_EQ(undone.code, 0) << undone.output;
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(InterruptionTest, ProgressIsShownToAPersonAlone) {
+  const std::string command = std::string(PELORACTL) + " --directory " + File("company.ldb") +
+                              " set h.oender t.richter peloraHidden=";
+  const auto on_terminal = [&](const std::string& rest) {
+    return RunProgram({"/usr/bin/script", "-qec", command + rest + " >/dev/null", "/dev/null"},
+                      environment)
+        .output;
+  };
+  EXPECT_THAT(on_terminal("yes"), HasSubstr("1 of 2"));
+  EXPECT_THAT(on_terminal("no --quiet"), IsEmpty());
+  EXPECT_THAT(Shell(command + "yes").errors, Not(HasSubstr(" of 2")));
+}
+
 TEST_F(InterruptionTest, WhatWasIgnoredBeforeStaysSo) {
   const ProgramRun run = Shell(
       "trap '' INT TERM\n"
@@ -147,6 +180,15 @@ TEST_F(InterruptionTest, AFullDiskIsToldAndTheWorkGoesOn) {
   EXPECT_THAT(run.errors, HasSubstr("/dev/full: No space left on device"));
   EXPECT_THAT(run.errors, HasSubstr("standard output: No space left on device"));
   EXPECT_EQ(Stored(kTom, "peloraHidden"), "1");
+}
+
+TEST_F(InterruptionTest, OutputIsUtf8WhateverTheLocale) {
+  for (const char* locale : {"C", "POSIX", "de_DE.ISO-8859-1", "no_SUCH"}) {
+    environment["LC_ALL"] = locale;
+    EXPECT_THAT(Ctl({"list", "user", "--columns", "name"}).output, HasSubstr("Helga Önder"))
+        << locale;
+    EXPECT_THAT(Ctl({"show", "HELGA ÖNDER", "--json"}).output, HasSubstr("Helga Önder")) << locale;
+  }
 }
 
 TEST_F(InterruptionTest, ControlCharactersNeverReachATerminal) {

@@ -110,6 +110,21 @@ TEST_F(NewTest, GroupsHaveTheirType) {
   EXPECT_THAT(New({"group", "Odd", "groupType=galactic"}).output, HasSubstr("groupType: "));
 }
 
+TEST_F(NewTest, EveryScopeMayBeOfEitherKind) {
+  const std::vector<std::pair<std::string, std::uint32_t>> scopes = {
+      {"global", 2}, {"domain-local", 4}, {"universal", 8}};
+  constexpr std::uint32_t kSecurity = 0x80000000;
+  for (const auto& [scope, bits] : scopes) {
+    for (const char* kind : {"", "-security", "-distribution"}) {
+      const std::string type = scope + kind;
+      ASSERT_EQ(New({"group", type, "groupType=" + type}).code, 0) << type;
+      const bool is_security = std::string(kind) != "-distribution";
+      const std::uint32_t stored = is_security ? bits | kSecurity : bits;
+      EXPECT_EQ(Stored(Dn(type), "groupType"), std::to_string(static_cast<std::int32_t>(stored)));
+    }
+  }
+}
+
 TEST_F(NewTest, AComputersNameEndsWithItsSign) {
   EXPECT_EQ(New({"server", "mail09", "peloraAccount=yes", "peloraHostAddress=192.0.2.9"}).code, 0);
   EXPECT_EQ(Stored(Dn("mail09"), "sAMAccountName"), "MAIL09$");

@@ -57,10 +57,12 @@ TEST_F(SetTest, WhatIsAsAskedIsUnchanged) {
 }
 
 TEST_F(SetTest, FlagsTakeAllTheirWords) {
-  for (const char* word : {"yes", "TRUE", "On", "1"}) {
-    EXPECT_EQ(Set({"h.oender", "peloraHidden=" + std::string(word)}), "changed");
+  for (const auto& [on, off] : {std::pair("yes", "no"), std::pair("TRUE", "False"),
+                                std::pair("On", "oFF"), std::pair("1", "0")}) {
+    EXPECT_EQ(Set({"h.oender", "peloraHidden=" + std::string(on)}), "changed");
     EXPECT_EQ(Stored(kHelga, "peloraHidden"), "1");
-    EXPECT_EQ(Set({"h.oender", "peloraHidden=off"}), "changed");
+    EXPECT_EQ(Set({"h.oender", "peloraHidden=" + std::string(off)}), "changed");
+    EXPECT_EQ(Stored(kHelga, "peloraHidden"), "0");
   }
   EXPECT_THAT(Set({"h.oender", "peloraHidden=maybe"}), StartsWith("refused peloraHidden: "));
   EXPECT_THAT(Set({"h.oender", "peloraHidden="}), StartsWith("refused peloraHidden: "));
@@ -109,8 +111,14 @@ TEST_F(SetTest, AccountTypesHaveTheirWords) {
   EXPECT_EQ(Stored(kHelga, "peloraSharedStoreOnly"), "1");
   EXPECT_EQ(Stored(kHelga, "peloraAdmin"), "0");
   EXPECT_EQ(Stored(kHelga, "peloraResourceCapacity"), "12");
-  EXPECT_EQ(Set({"h.oender", "accountType=system administrator"}), "changed");
-  EXPECT_EQ(Fields("h.oender").at("accountType"), "system-administrator");
+  for (const std::string word : {"shared-store-only", "room", "equipment", "administrator",
+                                 "system-administrator", "active-user"}) {
+    EXPECT_EQ(Set({"h.oender", "accountType=" + word}), "changed") << word;
+    EXPECT_EQ(Fields("h.oender").at("accountType"), word);
+    std::string with_blanks = word;
+    std::ranges::replace(with_blanks, '-', ' ');
+    EXPECT_EQ(Set({"h.oender", "accountType=" + with_blanks}), "unchanged") << word;
+  }
   EXPECT_THAT(Set({"h.oender", "peloraResourceCapacity=13"}),
               StartsWith("refused peloraResourceCapacity: "));
   EXPECT_THAT(Set({"h.oender", "accountType=king"}), StartsWith("refused accountType: "));
@@ -124,6 +132,7 @@ TEST_F(SetTest, FeaturesAreEnabledAndDisabled) {
   EXPECT_THAT(Set({"t.richter", "feature.pop3=unset"}), StartsWith("refused feature.pop3: "));
   EXPECT_EQ(Set({"j.weissflog", "feature.pop3=unset"}), "unchanged");
   EXPECT_THAT(Set({"t.richter", "feature.pop3="}), StartsWith("refused feature.pop3: "));
+  EXPECT_THAT(Set({"t.richter", "feature.pop3=ambiguous"}), StartsWith("refused feature.pop3: "));
 }
 
 TEST_F(SetTest, WhatStandsInBothListsIsRefused) {
@@ -156,6 +165,10 @@ TEST_F(SetTest, NamesAreObjects) {
   EXPECT_EQ(Set({kUnit, "peloraSystemAdmin=" + std::string(kHelga)}), "unchanged");
   EXPECT_THAT(Set({kUnit, "peloraSystemAdmin=mail01"}), StartsWith("refused peloraSystemAdmin: "));
   EXPECT_THAT(Set({kUnit, "peloraSystemAdmin=nobody"}), HasSubstr("no such object"));
+  EXPECT_THAT(Set({kUnit, "peloraSystemAdmin="}), StartsWith("refused peloraSystemAdmin: "));
+  EXPECT_EQ(Stored(kUnit, "peloraSystemAdmin"), kHelga);
+  ASSERT_EQ(Set({sample::kAddressList, "peloraBase=" + std::string(kUnit)}), "changed");
+  EXPECT_THAT(Set({sample::kAddressList, "peloraBase="}), StartsWith("refused peloraBase: "));
 }
 
 TEST_F(SetTest, ListsOfNamesAreSetAddedToAndRemovedFrom) {
@@ -179,6 +192,27 @@ TEST_F(SetTest, ArchiveServersAreTyped) {
             json::array({"archive02", "archive03"}));
   EXPECT_THAT(Set({"j.weissflog", "peloraUserArchiveServers+=" + std::string(64, 'a')}),
               StartsWith("refused peloraUserArchiveServers: "));
+}
+
+TEST_F(SetTest, EachObjectIsWorkedOnByItself) {
+  // What one of them refuses is no other's matter, and what one lacks no other's either.
+  const ProgramRun run = Ctl({"set", "h.oender", "k.boettger", "peloraQuotaHard=77"});
+  EXPECT_THAT(run.Lines(), ElementsAre(StartsWith("refused\t"), StartsWith("changed\t")));
+  EXPECT_EQ(Stored(kHelga, "peloraQuotaHard"), "");
+  EXPECT_EQ(Fields("k.boettger").at("peloraQuotaHard"), 77);
+}
+
+TEST_F(SetTest, NothingOfAnObjectIsWrittenWhenOneFieldIsRefused) {
+  const std::string before = Dump();
+  EXPECT_THAT(Set({"h.oender", "peloraHidden=yes", "peloraUserServer=mail99"}),
+              StartsWith("refused peloraUserServer: "));
+  EXPECT_THAT(Set({"h.oender", "peloraHidden=yes", "mail=\xFF"}), StartsWith("refused mail: "));
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(SetTest, ResultsStandOnOneLine) {
+  const ProgramRun run = Ctl({"set", "no\tbody\nat all", "peloraHidden=yes"});
+  EXPECT_EQ(run.output, "refused\tno body at all\tno such object\n");
 }
 
 TEST_F(SetTest, FieldsOfOtherClassesAreRefused) {

@@ -8,6 +8,7 @@
 #include "hosts/ldap/ldap_status.h"
 #include "tests/ctl/tab_with_a_new_field.h"
 #include "tests/support/fault_store.h"
+#include "tests/support/observed_store.h"
 #include "tests/support/sample_file.h"
 
 namespace pelora::ctl {
@@ -73,6 +74,29 @@ TEST_F(SettingsChangerTest, AFieldThatIsAddedToATabIsShownAndSet) {
   entry.attributes["description"] = {"onwards"};
   EXPECT_THAT(SettingsJson(SettingsOf(entry, session_->store->schema(), catalogue)),
               HasSubstr("\"fields\":{\"description\":\"onwards\"}"));
+}
+
+TEST_F(SettingsChangerTest, OfManyObjectsThatWereReadNothingIsAskedAnyMore) {
+  auto observed = std::make_unique<testing::ObservedStore>(sample_.store());
+  const std::vector<std::string>& asked = observed->log;
+  session::DirectorySession session(sample_.file().path(), std::move(observed),
+                                    ldap::StoreOpener());
+  const PagePlatform platform(session.service, session.store, module_);
+  FieldCatalogue catalogue(session.specifiers, platform.platform, module_, &CreateComponent);
+  ObjectFinder finder(session);
+  SettingsChanger changer(session, module_, catalogue, finder);
+  const auto change = [&](const std::string& limit) {
+    const std::vector<Assignment> wanted = {{.field = "peloraQuotaOverride", .value = "yes"},
+                                            {.field = "peloraQuotaHard", .value = limit}};
+    const changes::Prepared prepared = changer.Prepare({.entry = Entry()}, wanted);
+    EXPECT_FALSE(prepared.instead);
+    EXPECT_THAT(prepared.change.attributes, SizeIs(2));
+  };
+  // Every tab binds the root entry of the directory; that of the first object serves them all.
+  change("100");
+  const std::size_t asked_for_one = asked.size();
+  for (const char* limit : {"200", "300", "400"}) change(limit);
+  EXPECT_EQ(asked.size(), asked_for_one) << ::testing::PrintToString(asked);
 }
 
 TEST_F(SettingsChangerTest, ADirectoryThatCannotBeAskedIsThatObjectsFailure) {

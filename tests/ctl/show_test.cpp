@@ -39,7 +39,7 @@ TEST_F(ShowTest, APersonSeesTabsGroupsLabelsAndValues) {
 }
 
 TEST_F(ShowTest, ObjectsAreFoundByWhatTheyAreCalled) {
-  for (const char* name : {"J.WEISSFLOG", "j.weissflog@linden-werke.example",
+  for (const char* name : {"J.WEISSFLOG", "J.Weissflog@linden-werke.example",
                            "juergen@linden-werke.example", "jürgen weißflog",
                            "cn=jürgen weißflog, ou=geschäftsleitung,ou=Linden-Werke Chemnitz,"
                            "dc=linden-werke,dc=example"}) {
@@ -47,6 +47,35 @@ TEST_F(ShowTest, ObjectsAreFoundByWhatTheyAreCalled) {
     EXPECT_EQ(run.code, 0) << name << run.errors;
     EXPECT_THAT(run.output, HasSubstr("\"name\":\"Jürgen Weißflog\"")) << name;
   }
+}
+
+TEST_F(ShowTest, EveryOneOfTheirNamesFindsObjects) {
+  const std::string ldif = std::string("dn: ") + kTom +
+                           "\nchangetype: modify\nreplace: userPrincipalName\n"
+                           "userPrincipalName: tom@upn.example\n-\nreplace: mail\n"
+                           "mail: tom@mail.example\n-\nreplace: otherMailbox\n"
+                           "otherMailbox: tom@other.example\n-\n";
+  ASSERT_EQ(
+      RunProgram({"/usr/bin/ldbmodify", "-H", File("company.ldb")}, {{"PATH", "/usr/bin"}}, ldif)
+          .code,
+      0);
+  for (const char* name :
+       {"T.RICHTER", "TOM@upn.example", "TOM@mail.example", "TOM@other.example", "TOM RICHTER"}) {
+    EXPECT_THAT(Ctl({"show", "--json", name}).output, HasSubstr("\"name\":\"Tom Richter\""))
+        << name;
+  }
+  EXPECT_THAT(Ctl({"show", "--json", "LINDEN-WERKE CHEMNITZ"}).output,
+              HasSubstr("\"class\":\"company\""));
+}
+
+TEST_F(ShowTest, InAFileASignOfEqualityIsAPartOfAName) {
+  ASSERT_EQ(Ctl({"new", "contact", "one=two", "--in", kUnit}).code, 0);
+  const ProgramRun run = Ctl({"show", "--json", "--from", "-"}, "one=two\n");
+  EXPECT_EQ(run.code, 0) << run.errors;
+  EXPECT_THAT(run.output, HasSubstr("\"name\":\"one=two\""));
+  const ProgramRun applied = Ctl({"apply", "-"}, "object,peloraAccount\none=two,yes\n");
+  EXPECT_THAT(applied.output, HasSubstr("changed\t"));
+  EXPECT_EQ(Ctl({"show", "one=two"}).code, 2);
 }
 
 TEST_F(ShowTest, WhatCannotBeShownIsToldAndTheOthersAreShown) {
@@ -99,6 +128,27 @@ TEST_F(ShowTest, TogetherCountsWhatDiffers) {
   EXPECT_EQ(limits.at(1).at("value"), 5000);
   const ProgramRun text = Ctl({"show", "--together", "h.oender", "t.richter"});
   EXPECT_THAT(text.output, ContainsRegex("mail01 \\(1\\)"));
+}
+
+TEST_F(ShowTest, TogetherOrdersEqualCountsByValue) {
+  for (const auto& [who, limit] :
+       {std::pair("h.oender", "300"), std::pair("t.richter", "20"), std::pair("k.boettger", "7")}) {
+    ASSERT_EQ(
+        Ctl({"set", who, "peloraQuotaOverride=yes", "peloraQuotaHard=" + std::string(limit)}).code,
+        0);
+  }
+  const json shown = json::parse(
+      Ctl({"show", "--together", "--json", "h.oender", "t.richter", "k.boettger"}).output);
+  const json expected = {
+      {{"value", 7}, {"count", 1}}, {{"value", 20}, {"count", 1}}, {{"value", 300}, {"count", 1}}};
+  EXPECT_EQ(shown.at("fields").at("peloraQuotaHard").at("mixed"), expected);
+}
+
+TEST_F(ShowTest, ListsAreShownOneValueALine) {
+  const ProgramRun run = Ctl({"show", "j.weissflog", "h.oender"});
+  EXPECT_THAT(run.output, ContainsRegex("peloraUserArchiveServers +archive01\n +archive02\n"));
+  // One object after the other.
+  EXPECT_LT(run.output.find("Weißflog (user)"), run.output.find("Helga Önder (user)"));
 }
 
 TEST_F(ShowTest, TogetherHasTheFieldsOfAllClasses) {

@@ -26,6 +26,34 @@ TEST_F(UndoTest, WhatWasDoneIsTakenBack) {
   EXPECT_THAT(again.errors, StartsWith("0 changed, 2 unchanged"));
 }
 
+TEST_F(UndoTest, TheToolOfTheFileTakesItBackToo) {
+  const std::string before = Dump();
+  ASSERT_EQ(Ctl({"set", "--undo-file", File("undo"), "h.oender", "t.richter", "accountType=room",
+                 "otherMailbox+=x@b.example", "peloraSendAsPrivilege+=j.weissflog"})
+                .code,
+            0);
+  ASSERT_NE(Dump(), before);
+  const ProgramRun undone = RunProgram(
+      {"/usr/bin/ldbmodify", "-H", File("company.ldb"), File("undo")}, {{"PATH", "/usr/bin"}});
+  EXPECT_EQ(undone.code, 0) << undone.errors;
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(UndoTest, WhatWasDoneTwiceIsTakenBackLatestFirst) {
+  const std::string before = Dump();
+  ASSERT_EQ(Ctl({"new", "contact", "Ada", "--in", kUnit, "--undo-file", File("first")}).code, 0);
+  ASSERT_EQ(Ctl({"set", "k.boettger", "peloraQuotaHard=3000", "--undo-file", File("second")}).code,
+            0);
+  std::string both = Read(File("first"));
+  std::string later = Read(File("second"));
+  later.replace(later.find("# change 0"), 10, "# change 1");
+  const ProgramRun undone = Ctl({"undo", Write("both", both + later)});
+  EXPECT_EQ(undone.code, 0) << undone.output;
+  EXPECT_THAT(undone.Lines().front(), HasSubstr("CN=Klaus"));
+  EXPECT_THAT(undone.Lines().back(), HasSubstr("CN=Ada"));
+  EXPECT_EQ(Dump(), before);
+}
+
 TEST_F(UndoTest, AFileThatIsThereIsNotTaken) {
   const ProgramRun run =
       Ctl({"set", "--undo-file", Write("undo", "precious"), "h.oender", "peloraHidden=yes"});

@@ -146,6 +146,40 @@ TEST_F(UsageTest, TheEnvironmentNamesADirectory) {
   EXPECT_THAT(run.output, HasSubstr("Helga"));
 }
 
+TEST_F(UsageTest, TheEnvironmentNamesAServer) {
+  // That it is taken is seen by what cannot be reached.
+  environment["PELORA_SERVER"] = "dc9.nowhere.invalid";
+  environment["KRB5CCNAME"] = "FILE:" + File("no-ticket");
+  const ProgramRun run = Bare({"list"});
+  EXPECT_EQ(run.code, 3);
+  EXPECT_THAT(run.errors, HasSubstr("dc9.nowhere.invalid"));
+  EXPECT_EQ(run.errors.find('\n'), run.errors.size() - 1) << run.errors;
+}
+
+TEST_F(UsageTest, CommandsShareTheirOptions) {
+  for (const char* command :
+       {"show", "list", "set", "new", "apply", "edit", "check", "undo", "fields"}) {
+    const ProgramRun help = Bare({command, "--help"});
+    EXPECT_EQ(help.code, 0) << command;
+    for (const char* option : {"--json", "--quiet", "--help"}) {
+      EXPECT_THAT(help.output, HasSubstr(option)) << command;
+    }
+  }
+  for (const char* command : {"set", "new", "apply", "edit", "check", "undo"}) {
+    const ProgramRun help = Bare({command, "--help"});
+    for (const char* option : {"--dry-run", "--undo-file", "--report", "--stop"}) {
+      EXPECT_THAT(help.output, HasSubstr(option)) << command;
+    }
+  }
+  for (const char* command : {"show", "set", "edit"}) {
+    const ProgramRun help = Bare({command, "--help"});
+    for (const char* option : {"--filter", "--class", "--base", "--from"}) {
+      EXPECT_THAT(help.output, HasSubstr(option)) << command;
+    }
+  }
+  EXPECT_EQ(Bare({"list", "--version"}).code, 2);
+}
+
 TEST_F(UsageTest, TheSampleCompanyIsMadeAtFirstUse) {
   environment["XDG_DATA_HOME"] = File("data");
   const ProgramRun run = Bare({"--sample", "list", "user"});

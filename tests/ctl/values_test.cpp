@@ -68,6 +68,11 @@ TEST(Reports, DoneObjectsAreTakenAndACutLineIsPassedOver) {
       "{\"result\":\"changed\",\"dn\":\"CN=a\"}\n{\"result\":\"failed\",\"dn\":\"CN=b\"}\n"
       "{\"result\":\"unchanged\",\"dn\":\"CN=c\"}\n{\"resu";
   EXPECT_THAT(DoneObjects(report, "report"), ElementsAre("CN=a", "CN=c"));
+  const std::string rehearsed =
+      "{\"result\":\"changed\",\"dn\":\"CN=a\",\"dryRun\":true}\n"
+      "{\"result\":\"unchanged\",\"dn\":\"CN=c\",\"dryRun\":true}\n"
+      "{\"result\":\"changed\",\"dn\":\"CN=d\",\"dryRun\":\"odd\"}\n";
+  EXPECT_THAT(DoneObjects(rehearsed, "report"), ElementsAre("CN=c", "CN=d"));
 }
 
 /// The steps of a list, as "+value", "-value" and "*value".

@@ -106,6 +106,17 @@ TEST_F(LabPeloractl, HostileNamesFindNothingElse) {
   }
 }
 
+TEST_F(LabPeloractl, WithoutAHostOneOfTheTicketsDomainIsAsked) {
+  for (const char* connection : {" --server", ""}) {
+    const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kAdministrator));
+    const std::string command = std::string(PELORACTL) + connection + " list user --csv --base " +
+                                Quoted(container_) + " > '" + folder_.File("out") + "' 2> '" +
+                                folder_.File("err") + "'";
+    EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 0) << Contents(folder_.File("err"));
+    EXPECT_THAT(Contents(folder_.File("out")), HasSubstr("Ben Önder\\, Dr."));
+  }
+}
+
 TEST_F(LabPeloractl, AServerThatIsNotThereIsTheCodeThree) {
   const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kAdministrator));
   const std::string command = std::string(PELORACTL) + " --server nowhere.pelora.test list 2> '" +

@@ -44,6 +44,30 @@ class LdbWritingTest : public LdbBench {
     return codes;
   }
 
+  /// Reads the user and another one together.
+  static void ReadTogether(IDirectoryStore& store, const std::vector<std::string>& attributes = {
+                                                       "peloraQuotaHard", "mail"}) {
+    const std::vector<std::string> names = {kUser, pelora::sample::kTom};
+    const StoreStatus read =
+        store.ReadMany(names, attributes, [](const StoreStatus& status, const Entry& /*entry*/) {
+          EXPECT_TRUE(status.Ok()) << status.text;
+          return true;
+        });
+    EXPECT_TRUE(read.Ok());
+  }
+  /// Does the requests, and asks nothing meanwhile; the codes of their ends.
+  std::vector<int> DoKnown(std::vector<ModifyRequest> requests) {
+    std::vector<int> codes;
+    std::size_t at = 0;
+    store_->ModifyManyStrictly(
+        [&]() -> std::optional<ModifyRequest> {
+          if (at == requests.size()) return std::nullopt;
+          return requests[at++];
+        },
+        [&](const StoreStatus& status) { codes.push_back(status.code); });
+    return codes;
+  }
+
   std::unique_ptr<IDirectoryStore> store_ = Open();
 };
 
@@ -77,6 +101,48 @@ TEST_F(LdbWritingTest, OfManyTheRefusedOnesDoNotKeepTheOthersFromBeingDone) {
   }
   EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("300"));
   EXPECT_THAT(DoAll(*store_, {}), IsEmpty());
+}
+
+TEST_F(LdbWritingTest, MoreThanAreWrittenTogetherAreDoneInTheirOrder) {
+  constexpr int kRequests = 4300;
+  int fetched = 0;
+  int done = 0;
+  store_->ModifyManyStrictly(
+      [&]() -> std::optional<ModifyRequest> {
+        // The source reads what it is about, also while others are written.
+        if (fetched % 100 == 0) ReadTogether(*store_);
+        if (fetched == kRequests) return std::nullopt;
+        return ModifyRequest{kUser, CountOn(fetched++)};
+      },
+      [&](const StoreStatus& status) {
+        EXPECT_TRUE(status.Ok()) << done << status.text;
+        if (++done % 1000 == 0) ReadTogether(*store_);
+      });
+  EXPECT_EQ(done, kRequests);
+  EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre(std::to_string(kRequests)));
+}
+
+TEST_F(LdbWritingTest, WhatWasReadBeforeIsComparedWithWhatIsThere) {
+  const std::unique_ptr<IDirectoryStore> other = Open();
+  ReadTogether(*store_);
+  ASSERT_TRUE(Replace(*other, kUser, "peloraQuotaHard", {"5"}).Ok());
+  EXPECT_THAT(DoKnown({{kUser, CountOn(0)}}), ElementsAre(kLdapValueExists));
+  // Known as it is now, it changes with the first of two.
+  ReadTogether(*store_);
+  EXPECT_THAT(DoKnown({{kUser, CountOn(5)}, {kUser, CountOn(5)}, {kUser, CountOn(6)}}),
+              ElementsAre(0, kLdapNoSuchAttribute, 0));
+  EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("7"));
+  // What was refused did not become so, and what another object became is nobody else's matter.
+  ReadTogether(*store_);
+  EXPECT_THAT(DoKnown({{kUser, CountOn(1)}}), ElementsAre(kLdapNoSuchAttribute));
+  ReadTogether(*store_);
+  ASSERT_TRUE(Replace(*other, pelora::sample::kTom, "peloraQuotaHard", {"1"}).Ok());
+  EXPECT_THAT(DoKnown({{kUser, CountOn(7)}, {pelora::sample::kTom, CountOn(1)}}),
+              ElementsAre(0, 0));
+  EXPECT_THAT(Read(*other, pelora::sample::kTom, "peloraQuotaHard"), ElementsAre("2"));
+  // An attribute that was not read is no unset one.
+  ReadTogether(*store_, {"mail"});
+  EXPECT_THAT(DoKnown({{kUser, CountOn(0)}}), ElementsAre(kLdapValueExists));
 }
 
 TEST_F(LdbWritingTest, ADeletionIsOfWhatIsAsItWasMade) {

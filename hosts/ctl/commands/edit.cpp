@@ -11,18 +11,13 @@ namespace pelora::ctl {
 namespace {
 
 /// Has the settings edited until nothing is wrong with them. What was wrong when the text was left
-/// as it is all the same: it has been told then where it is.
-std::string EditUntilRight(EditedSettings& settings, SettingsChanger& changer, Program& program) {
-  TextEditor editor(program.interruption);
+/// as it is all the same.
+std::string EditUntilRight(EditedSettings& settings, SettingsChanger& changer, TextEditor& editor) {
   std::string text = settings.Text();
   std::vector<EditFault> faults;
   while (true) {
     const std::string edited = editor.Edit(text);
-    if (!faults.empty() && edited == text) {
-      editor.Keep();
-      Tell(program, "nothing was changed; the text is in " + editor.path());
-      return faults.front().text;
-    }
+    if (!faults.empty() && edited == text) return faults.front().text;
     faults = settings.Take(edited, changer);
     if (faults.empty()) return {};
     text = WithFaults(edited, faults);
@@ -40,6 +35,13 @@ int GiveUp(const CommandLine& line, Program& program, Workplace& workplace,
   return run.results().Finish();
 }
 
+/// Nothing that was typed is lost: what did not become a change stays where it can be found.
+void KeepTyped(TextEditor& editor, Program& program) {
+  if (editor.IsKept() || !editor.HasTyped()) return;
+  editor.Keep();
+  Tell(program, "the text is in " + editor.path());
+}
+
 int RunEdit(const CommandLine& line, Program& program) {
   const std::vector<std::string> named = OnlyObjects(line.arguments);
   CheckOutputs(line);
@@ -48,16 +50,27 @@ int RunEdit(const CommandLine& line, Program& program) {
   EditedSettings settings(workplace, targets);
   SettingsChanger changer(*workplace.session, program.module, workplace.catalogue,
                           workplace.finder);
-  if (!settings.IsEmpty()) {
-    const std::string fault = EditUntilRight(settings, changer, program);
-    if (!fault.empty()) return GiveUp(line, program, workplace, targets, settings, fault);
+  const AssignmentsAt assignments_at = [&settings](std::size_t at) {
+    return settings.AssignmentsAt(at);
+  };
+  if (settings.IsEmpty()) return ChangeObjects(line, program, workplace, targets, assignments_at);
+  TextEditor editor(program.interruption);
+  try {
+    const std::string fault = EditUntilRight(settings, changer, editor);
+    if (!fault.empty()) {
+      KeepTyped(editor, program);
+      return GiveUp(line, program, workplace, targets, settings, fault);
+    }
+    const Checks checks{.why_not =
+                            [&settings](std::size_t at, const ldap::Entry& entry) {
+                              return settings.WhatElseChanged(at, entry);
+                            },
+                        .when_not_all = [&] { KeepTyped(editor, program); }};
+    return ChangeObjects(line, program, workplace, targets, assignments_at, checks);
+  } catch (...) {
+    KeepTyped(editor, program);
+    throw;
   }
-  return ChangeObjects(
-      line, program, workplace, targets,
-      [&settings](std::size_t at) { return settings.AssignmentsAt(at); },
-      [&settings](std::size_t at, const ldap::Entry& entry) {
-        return settings.WhatElseChanged(at, entry);
-      });
 }
 
 }  // namespace

@@ -44,9 +44,12 @@ NewObjectWish WishOf(const CommandLine& line, FieldCatalogue& catalogue) {
   return wish;
 }
 
+/// Longer than any directory takes.
+constexpr std::size_t kMostOfPassword = std::size_t{1} << 20;
+
 /// The first line of standard input.
 session::Secret ReadPassword() {
-  std::string input = ReadInput("-");
+  std::string input = ReadInput("-", kMostOfPassword);
   const std::string_view line = std::string_view(input).substr(0, input.find_first_of("\r\n"));
   session::Secret password{std::string(line)};
   ldap::Wipe(input);

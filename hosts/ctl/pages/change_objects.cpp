@@ -16,7 +16,7 @@ changes::Prepared Refused(const std::string& dn, const std::string& reason) {
 
 int ChangeObjects(const CommandLine& line, Program& program, Workplace& workplace,
                   std::span<const Target> targets, const AssignmentsAt& assignments_at,
-                  const WhyNot& why_not) {
+                  const Checks& checks) {
   std::vector<std::string> names;
   names.reserve(targets.size());
   for (const Target& target : targets) names.push_back(target.dn);
@@ -30,8 +30,8 @@ int ChangeObjects(const CommandLine& line, Program& program, Workplace& workplac
     // What is not called by its name is named as it was given.
     if (object.entry.dn.empty()) object.entry.dn = target.dn.empty() ? target.given : target.dn;
     if (!target.problem.empty()) return Refused(target.given, target.problem);
-    if (why_not && object.status.Ok()) {
-      const std::string reason = why_not(object.at, object.entry);
+    if (checks.why_not && object.status.Ok()) {
+      const std::string reason = checks.why_not(object.at, object.entry);
       if (!reason.empty()) return Refused(object.entry.dn, reason);
     }
     return changer.Prepare(std::move(object), assignments_at(object.at));
@@ -42,7 +42,9 @@ int ChangeObjects(const CommandLine& line, Program& program, Workplace& workplac
     named.dn = targets[at].given;
     run.results().Take(named);
   };
-  changes::RunChanges(workplace.store(), names, prepare, options, take);
+  const changes::Tally tally =
+      changes::RunChanges(workplace.store(), names, prepare, options, take);
+  if (checks.when_not_all && !tally.IsAllDone()) checks.when_not_all();
   return run.results().Finish();
 }
 

@@ -136,7 +136,8 @@ SettingsChanger::SettingsChanger(session::DirectorySession& session,
       catalogue_(catalogue),
       finder_(finder),
       recording_(*session.store, {.attributes = ldap::BoundAttributes(), .keeps = {}}),
-      platform_(recording_, session.store, module),
+      directory_(recording_),
+      platform_(directory_, session.store, module),
       wishes_(catalogue, finder) {}
 
 changes::Prepared SettingsChanger::Prepare(changes::ReadObject object,

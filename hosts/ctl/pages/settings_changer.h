@@ -8,6 +8,7 @@
 #include "hosts/changes/change_runner.h"
 #include "hosts/changes/recording_directory.h"
 #include "hosts/ctl/fields/wish_maker.h"
+#include "hosts/ctl/pages/one_root.h"
 #include "hosts/ctl/pages/page_platform.h"
 #include "hosts/session/directory_session.h"
 
@@ -42,6 +43,7 @@ class SettingsChanger {
   FieldCatalogue& catalogue_;
   ObjectFinder& finder_;
   changes::RecordingDirectory recording_;
+  OneRoot directory_;
   PagePlatform platform_;
   WishMaker wishes_;
 };

@@ -34,8 +34,10 @@ std::vector<std::string> DoneObjects(std::string_view report, const std::string&
       throw WrongUsage(name + ", line " + std::to_string(line) + ": this is no result");
     }
     const auto outcome = changes::OutcomeOfWord(object["result"].get<std::string>());
-    const bool is_done =
-        outcome == changes::Outcome::kChanged || outcome == changes::Outcome::kUnchanged;
+    // What a dry run would have changed is still to be done.
+    const bool is_rehearsed = object.value("dryRun", Json()) == Json(true);
+    const bool is_done = outcome == changes::Outcome::kUnchanged ||
+                         (outcome == changes::Outcome::kChanged && !is_rehearsed);
     if (is_done) done.push_back(object["dn"].get<std::string>());
   }
   return done;

@@ -23,6 +23,7 @@ ResultWriter::ResultWriter(const CommandLine& line, Program& program, std::size_
     : program_(program),
       is_json_(line.json),
       is_quiet_(line.quiet),
+      is_rehearsal_(line.dry_run),
       output_(line.dry_run ? program.errors : program.output),
       count_(count) {
   if (!line.report) return;
@@ -36,11 +37,12 @@ void ResultWriter::Take(const changes::Result& result) {
   ++taken_;
   tally_.Count(result.outcome);
   ClearProgress();
-  const bool is_reported = static_cast<bool>(report_);
-  const std::string json = is_json_ || is_reported ? session::ResultJson(result) : std::string();
-  output_.WriteLine(is_json_ ? json : ResultLine(result));
+  output_.WriteLine(is_json_ ? session::ResultJson(result) : ResultLine(result));
   output_.Flush();
-  if (is_reported) Report(json + "\n");
+  if (report_) {
+    const auto done = is_rehearsal_ ? session::Done::kRehearsed : session::Done::kReally;
+    Report(session::ResultJson(result, done) + "\n");
+  }
   ShowProgress();
 }
 

@@ -32,6 +32,7 @@ class ResultWriter {
   Program& program_;
   bool is_json_;
   bool is_quiet_;
+  bool is_rehearsal_;
   Output& output_;
   std::size_t count_;
   std::size_t taken_ = 0;

@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr char kQuote = '"';
+constexpr std::string_view kEndless =
+    "the row is longer than 16 MB: a closing quotation mark may be missing";
 
 std::string_view WithoutMark(std::string_view text) {
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
@@ -40,6 +42,7 @@ bool CsvReader::Next(std::vector<std::string>& cells) {
   cells.clear();
   if (fault_ || !SkipEmptyLines()) return false;
   row_line_ = line_;
+  row_begin_ = place_;
   while (true) {
     if (!ReadCell(cells.emplace_back())) return false;
     if (AtEnd()) return true;
@@ -60,6 +63,7 @@ bool CsvReader::ReadCell(std::string& cell) {
   const std::size_t begin = place_;
   while (!AtEnd() && text_[place_] != separator_ && !AtLineEnd()) {
     const char character = text_[place_];
+    if (IsEndless()) return Fail(row_line_, kEndless);
     if (character == kQuote) {
       return Fail(line_, "a quotation mark inside a cell that does not begin with one");
     }
@@ -78,6 +82,7 @@ bool CsvReader::ReadQuoted(std::string& cell) {
   while (true) {
     if (AtEnd()) return Fail(first_line, "the closing quotation mark is missing");
     const char character = text_[place_++];
+    if (IsEndless()) return Fail(row_line_, kEndless);
     if (character == '\0') return Fail(line_, "a zero byte");
     if (character == '\n') ++line_;
     if (character == kQuote) {

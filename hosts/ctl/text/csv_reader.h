@@ -22,9 +22,12 @@ struct CsvFault {
 ///
 /// A fault ends the reading: bytes that are no UTF-8, a zero, a carriage return on its own outside
 /// of quotation marks, a quotation mark inside a cell that does not begin with one, something
-/// behind the closing mark, or no closing mark.
+/// behind the closing mark, no closing mark, or a row of more than `kMostOfRow` bytes.
 class CsvReader {
  public:
+  /// A row that is longer has lost its end.
+  static constexpr std::size_t kMostOfRow = std::size_t{16} << 20;
+
   /// `text` outlives the reader.
   explicit CsvReader(std::string_view text, char separator = ',');
 
@@ -44,6 +47,8 @@ class CsvReader {
   [[nodiscard]] bool ReadCell(std::string& cell);
   [[nodiscard]] bool ReadQuoted(std::string& cell);
   [[nodiscard]] bool SkipEmptyLines();
+  /// Whether the row that is being read goes on for longer than rows do.
+  [[nodiscard]] bool IsEndless() const { return place_ - row_begin_ > kMostOfRow; }
   [[nodiscard]] bool Fail(std::size_t line, std::string_view text);
   [[nodiscard]] bool AtEnd() const { return place_ == text_.size(); }
   [[nodiscard]] bool AtLineEnd() const;
@@ -54,6 +59,8 @@ class CsvReader {
   /// Length of the byte order mark.
   std::size_t skipped_;
   std::size_t place_ = 0;
+  /// Where the row begins.
+  std::size_t row_begin_ = 0;
   std::size_t line_ = 1;
   std::size_t row_line_ = 0;
   std::optional<CsvFault> fault_;

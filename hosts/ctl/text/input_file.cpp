@@ -4,12 +4,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <system_error>
 
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ldap/file_descriptor.h"
+#include "hosts/ldap/read_bytes.h"
 
 namespace pelora::ctl {
 namespace {
@@ -22,7 +22,7 @@ namespace {
 
 std::string InputName(const std::string& path) { return path == "-" ? "standard input" : path; }
 
-std::string ReadInput(const std::string& path) {
+std::string ReadInput(const std::string& path, std::size_t most) {
   ldap::FileDescriptor file;
   int descriptor = STDIN_FILENO;
   if (path != "-") {
@@ -31,14 +31,16 @@ std::string ReadInput(const std::string& path) {
     if (descriptor < 0) Fail(path);
   }
   std::string text;
-  std::array<char, 1 << 16> block{};
-  while (true) {
-    const ssize_t taken = read(descriptor, block.data(), block.size());
-    if (taken < 0 && errno == EINTR) continue;
-    if (taken < 0) Fail(path);
-    if (taken == 0) return text;
-    text.append(block.data(), static_cast<std::size_t>(taken));
+  switch (ldap::ReadBytes(descriptor, most, text)) {
+    case ldap::ReadEnd::kWhole:
+      return text;
+    case ldap::ReadEnd::kTooLong:
+      throw WrongUsage(InputName(path) + ": it has no end within " + std::to_string(most >> 20) +
+                       " MB, and no more than that is read");
+    case ldap::ReadEnd::kFailed:
+      break;
   }
+  Fail(path);
 }
 
 }  // namespace pelora::ctl

@@ -67,9 +67,11 @@ TextEditor::TextEditor(Interruption& interruption) : interruption_(interruption)
   constexpr int kSuffixLength = 4;
   const ldap::FileDescriptor file(mkostemps(path_.data(), kSuffixLength, O_CLOEXEC));
   if (!file) Fail(path_);
+  interruption_.SetLastWords("interrupted; the text is in " + path_);
 }
 
 TextEditor::~TextEditor() {
+  interruption_.SetLastWords({});
   if (!is_kept_) unlink(path_.c_str());
 }
 
@@ -85,7 +87,9 @@ std::string TextEditor::Edit(const std::string& text) {
     }
   }
   Run();
-  return ReadInput(path_);
+  std::string edited = ReadInput(path_);
+  has_typed_ = has_typed_ || edited != text;
+  return edited;
 }
 
 void TextEditor::Run() {

@@ -10,10 +10,12 @@ namespace pelora::ctl {
 /// A text in a file of its own that a person edits with the editor of the environment: `$VISUAL`,
 /// else `$EDITOR`, else `vi`, run by the shell, so that it may have arguments.
 ///
-/// The file goes when the object does, unless it is kept.
+/// The file goes when the object does, unless it is kept. A signal that ends the program before
+/// that leaves it, and tells where it is.
 class TextEditor {
  public:
-  /// Makes the file, for its owner alone. Throws `WrongUsage` when it cannot be made.
+  /// Makes the file, for its owner alone. Throws `WrongUsage` when it cannot be made. What takes
+  /// the signals outlives the object.
   explicit TextEditor(Interruption& interruption);
   TextEditor(const TextEditor&) = delete;
   TextEditor& operator=(const TextEditor&) = delete;
@@ -24,6 +26,9 @@ class TextEditor {
   [[nodiscard]] std::string Edit(const std::string& text);
 
   void Keep() { is_kept_ = true; }
+  [[nodiscard]] bool IsKept() const { return is_kept_; }
+  /// Whether somebody has changed a text.
+  [[nodiscard]] bool HasTyped() const { return has_typed_; }
   [[nodiscard]] const std::string& path() const { return path_; }
 
  private:
@@ -32,6 +37,7 @@ class TextEditor {
   Interruption& interruption_;
   std::string path_;
   bool is_kept_ = false;
+  bool has_typed_ = false;
 };
 
 }  // namespace pelora::ctl
