@@ -33,6 +33,28 @@ Change::Kind UndoOf(Change::Kind kind) {
   return kind == Change::Kind::kAdd ? Change::Kind::kDelete : Change::Kind::kModify;
 }
 
+/// Takes back another name, a deletion of what is kept, and the taking back of one.
+Change UndoOfPlace(const Change& change) {
+  Change undo = change;
+  switch (change.kind) {
+    case Change::Kind::kRename:
+      std::swap(undo.dn, undo.new_dn);
+      break;
+    case Change::Kind::kRemove:
+      undo = {.kind = Change::Kind::kRestore, .dn = change.dn, .attributes = change.attributes};
+      break;
+    default:
+      undo.kind = Change::Kind::kRemove;
+      undo.is_kept = true;
+  }
+  return undo;
+}
+
+bool IsOfPlace(Change::Kind kind) {
+  return kind == Change::Kind::kRename || kind == Change::Kind::kRemove ||
+         kind == Change::Kind::kRestore;
+}
+
 }  // namespace
 
 const ValueChange* Change::Find(std::string_view attribute) const {
@@ -84,7 +106,8 @@ Change AdditionOf(const ldap::Entry& entry) {
 
 Change UndoOf(const Change& change) {
   Change undo{.kind = UndoOf(change.kind), .dn = change.dn, .attributes = {}};
-  if (change.kind == Change::Kind::kDelete) return undo;
+  if (!CanBeTakenBack(change)) return undo;
+  if (IsOfPlace(change.kind)) return UndoOfPlace(change);
   for (const ValueChange& value : change.attributes) {
     if (IsSecret(value.attribute)) continue;
     undo.attributes.push_back({.attribute = value.attribute,
@@ -93,6 +116,34 @@ Change UndoOf(const Change& change) {
                                .wanted = value.seen});
   }
   return undo;
+}
+
+std::vector<Change> UndosOf(const Change& change) {
+  std::vector<Change> undos;
+  if (change.is_kept && change.kind == Change::Kind::kRemove) {
+    for (const ldap::Entry& entry : change.below) {
+      Change& undo = undos.emplace_back(
+          Change{.kind = Change::Kind::kRestore, .dn = entry.dn, .attributes = {}});
+      for (const auto& [name, values] : entry.attributes) {
+        undo.attributes.push_back({.attribute = name, .seen = values});
+      }
+    }
+  }
+  undos.push_back(UndoOf(change));
+  return undos;
+}
+
+bool CanBeTakenBack(const Change& change) {
+  if (change.kind == Change::Kind::kRemove) return change.is_kept;
+  return change.kind != Change::Kind::kDelete;
+}
+
+ldap::Entry SeenIn(const Change& change) {
+  ldap::Entry seen{.dn = change.dn, .attributes = {}};
+  for (const ValueChange& value : change.attributes) {
+    seen.attributes.insert_or_assign(value.attribute, value.seen);
+  }
+  return seen;
 }
 
 }  // namespace pelora::changes

@@ -34,12 +34,28 @@ struct Change {
     kAdd,
     /// An object goes, but only when it is still as it was made: `seen` are its attributes.
     kDelete,
+    /// An object gets the name `new_dn`, in its container or in another one.
+    kRename,
+    /// An object goes, whatever it has become since it was seen.
+    kRemove,
+    /// A deleted object comes back under the name `dn`; `objectGUID` says which one.
+    kRestore,
   };
   Kind kind = Kind::kModify;
   /// The object's distinguished name.
   std::string dn;
-  /// Each attribute at most once.
+  /// Each attribute at most once. Of objects that get another name, go or come back, `seen` says
+  /// which object is meant: what nobody changes as long as it lives.
   std::vector<ValueChange> attributes;
+  /// `kRename`: what the object is called from then on.
+  std::string new_dn{};
+  /// `kRemove`: all that lies below it goes too.
+  bool with_all_below = false;
+  /// `kRemove`: the directory keeps what is deleted, and gives it back whole.
+  bool is_kept = false;
+  /// `kRemove` of an object that is kept: what goes with it, as `dn` and `objectGUID`, the objects
+  /// below others first.
+  std::vector<ldap::Entry> below{};
 
   /// The change of an attribute, its name in any case; null when there is none.
   [[nodiscard]] const ValueChange* Find(std::string_view attribute) const;
@@ -67,7 +83,18 @@ void DropWhatChangesNothing(const ldap::Schema& schema, Change& change);
 
 /// The change that takes `change` back: seen and wanted are exchanged, an addition becomes a
 /// deletion of what is still as it was made. Attributes that the directory takes and never gives,
-/// passwords, are left out. A deletion cannot be taken back: its undo is a modification of nothing.
+/// passwords, are left out. A deletion of what the directory does not keep cannot be taken back:
+/// its undo is a modification of nothing.
 [[nodiscard]] Change UndoOf(const Change& change);
+
+/// The same, with what takes back what went with an object. Done in turn from the last to the
+/// first, what lies above others comes back before them.
+[[nodiscard]] std::vector<Change> UndosOf(const Change& change);
+
+/// Whether a change can be taken back at all.
+[[nodiscard]] bool CanBeTakenBack(const Change& change);
+
+/// The object that a change is about, as it was seen.
+[[nodiscard]] ldap::Entry SeenIn(const Change& change);
 
 }  // namespace pelora::changes

@@ -7,11 +7,14 @@
 
 #include "hosts/ldap/as_made.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/name_key.h"
+#include "hosts/ldap/object_name.h"
 
 namespace pelora::changes {
 namespace {
 
 using ldap::StoreStatus;
+using Extent = ldap::IDirectoryStore::Extent;
 
 /// How often a change is sent at most, when others keep doing parts of it meanwhile.
 constexpr int kAttempts = 8;
@@ -27,12 +30,22 @@ bool IsRefusal(const StoreStatus& answer) {
   return std::ranges::find(kRefusals, answer.code) != kRefusals.end();
 }
 
-ldap::Entry EntryOf(const Change& change, AttributeValues ValueChange::*values) {
+ldap::Entry WantedIn(const Change& change) {
   ldap::Entry entry{.dn = change.dn, .attributes = {}};
   for (const ValueChange& value : change.attributes) {
-    entry.attributes.insert_or_assign(value.attribute, value.*values);
+    entry.attributes.insert_or_assign(value.attribute, value.wanted);
   }
   return entry;
+}
+
+bool GoesAway(const Change& change) {
+  return change.kind == Change::Kind::kDelete || change.kind == Change::Kind::kRemove;
+}
+
+/// Whether an answer leaves it open that somebody else has given the object the name already.
+bool MayBeThereAlready(const StoreStatus& answer) {
+  return answer.code == ldap::kLdapNoSuchObject || answer.code == ldap::kLdapAlreadyExists ||
+         answer.code == ldap::kLdapAssertionFailed;
 }
 
 std::vector<std::string> NamesOf(const Change& change) {
@@ -91,8 +104,10 @@ Result ChangeWriter::FinishOther(const Change& change, IChangeLog::NoteId note,
   Result result = NotDone(change.dn, answer);
   if (answer.Ok()) {
     result = {.dn = change.dn, .outcome = Outcome::kChanged};
-  } else if (change.kind == Change::Kind::kDelete && answer.code == ldap::kLdapNoSuchObject) {
+  } else if (GoesAway(change) && answer.code == ldap::kLdapNoSuchObject) {
     result = {.dn = change.dn, .outcome = Outcome::kUnchanged};
+  } else if (change.kind == Change::Kind::kRename && result.outcome != Outcome::kUnknown) {
+    result = StandingOfRename(change, answer);
   } else if (answer.code == ldap::kLdapAssertionFailed) {
     result = {.dn = change.dn, .outcome = Outcome::kRefused, .message = answer.text};
   }
@@ -102,11 +117,40 @@ Result ChangeWriter::FinishOther(const Change& change, IChangeLog::NoteId note,
   return result;
 }
 
+bool ChangeWriter::HasNameAlready(const Change& change, const StoreStatus& answer) {
+  if (!MayBeThereAlready(answer)) return false;
+  if (ldap::NameKey(change.dn) == ldap::NameKey(change.new_dn)) return false;
+  ldap::Entry there;
+  const StoreStatus status = store_.Read(change.new_dn, NamesOf(change), there);
+  if (!status.Ok() || !CheckSame(store_.schema(), SeenIn(change), there).Ok()) return false;
+  // Of a directory that gives its objects no numbers, two may look the same.
+  return change.Find("objectGUID") != nullptr || answer.code == ldap::kLdapNoSuchObject;
+}
+
+Result ChangeWriter::StandingOfRename(const Change& change, const StoreStatus& answer) {
+  if (HasNameAlready(change, answer)) {
+    return {.dn = change.dn, .outcome = Outcome::kUnchanged};
+  }
+  if (answer.code == ldap::kLdapAssertionFailed) {
+    return {.dn = change.dn, .outcome = Outcome::kRefused, .message = answer.text};
+  }
+  // Samba has no better word for a container that is gone.
+  if (answer.code == ldap::kLdapOther) {
+    const std::string container(ldap::ContainerOf(change.new_dn));
+    ldap::Entry there;
+    const StoreStatus status = store_.Read(container, NamesOf(change), there);
+    if (status.code == ldap::kLdapNoSuchObject) {
+      return NotDone(change.dn, {status.code, "there is no container " + container});
+    }
+  }
+  return NotDone(change.dn, answer);
+}
+
 Result ChangeWriter::Rehearse(Change change) {
   DropWhatChangesNothing(store_.schema(), change);
   if (std::optional<Result> obstacle = Obstacle(change)) return std::move(*obstacle);
   if (change.kind == Change::Kind::kAdd) {
-    ldap::Entry entry = EntryOf(change, &ValueChange::wanted);
+    ldap::Entry entry = WantedIn(change);
     store_.CompleteNew(entry);
     change = AdditionOf(entry);
   }
@@ -120,18 +164,22 @@ std::optional<Result> ChangeWriter::Obstacle(Change& change) {
   const bool is_add = change.kind == Change::Kind::kAdd;
   const Result unchanged{.dn = change.dn, .outcome = Outcome::kUnchanged};
   if (is_modify && change.attributes.empty()) return unchanged;
+  if (is_add || change.kind == Change::Kind::kRestore) return NameTaken(change.dn, change.dn);
   ldap::Entry there;
   StoreStatus status =
       store_.Read(change.dn, is_modify ? NamesOf(change) : std::vector<std::string>(), there);
-  if (is_add && status.Ok()) status = {ldap::kLdapAlreadyExists, "the object is there already"};
-  const bool is_gone = status.code == ldap::kLdapNoSuchObject;
-  if (is_gone && is_add) return std::nullopt;
-  if (is_gone && change.kind == Change::Kind::kDelete) return unchanged;
+  if (status.code == ldap::kLdapNoSuchObject && GoesAway(change)) return unchanged;
   if (!status.Ok()) return NotRead(change.dn, status);
   if (!is_modify) {
-    const StoreStatus kept = CheckKept(store_.schema(), EntryOf(change, &ValueChange::seen), there);
-    if (kept.Ok()) return std::nullopt;
-    return Result{.dn = change.dn, .outcome = Outcome::kRefused, .message = kept.text};
+    const bool is_made = change.kind == Change::Kind::kDelete;
+    status = is_made ? CheckKept(store_.schema(), SeenIn(change), there)
+                     : CheckSame(store_.schema(), SeenIn(change), there);
+    if (status.Ok()) {
+      const bool takes_a_name = change.kind == Change::Kind::kRename &&
+                                ldap::NameKey(change.dn) != ldap::NameKey(change.new_dn);
+      return takes_a_name ? NameTaken(change.dn, change.new_dn) : std::nullopt;
+    }
+    return Result{.dn = change.dn, .outcome = Outcome::kRefused, .message = status.text};
   }
   Standing standing = StandingOf(store_.schema(), change, there, lists_);
   if (!standing.conflicts.empty()) return Refused(change.dn, std::move(standing.conflicts));
@@ -140,14 +188,29 @@ std::optional<Result> ChangeWriter::Obstacle(Change& change) {
   return std::nullopt;
 }
 
+std::optional<Result> ChangeWriter::NameTaken(const std::string& dn, const std::string& wanted) {
+  ldap::Entry there;
+  StoreStatus status = store_.Read(wanted, std::vector<std::string>{"objectClass"}, there);
+  if (status.code == ldap::kLdapNoSuchObject) return std::nullopt;
+  if (status.Ok()) status = {ldap::kLdapAlreadyExists, "the object is there already"};
+  return NotRead(dn, status);
+}
+
 StoreStatus ChangeWriter::Send(const Change& change) {
   switch (change.kind) {
     case Change::Kind::kModify:
       return store_.ModifyStrictly(change.dn, GuardedRequest(store_.schema(), change));
     case Change::Kind::kAdd:
-      return store_.Add(EntryOf(change, &ValueChange::wanted));
+      return store_.Add(WantedIn(change));
     case Change::Kind::kDelete:
-      return store_.Delete(EntryOf(change, &ValueChange::seen));
+      return store_.Delete(SeenIn(change));
+    case Change::Kind::kRename:
+      return store_.Rename(SeenIn(change), change.new_dn);
+    case Change::Kind::kRemove:
+      return store_.Remove(SeenIn(change),
+                           change.with_all_below ? Extent::kWithAllBelow : Extent::kAlone);
+    case Change::Kind::kRestore:
+      return store_.Restore(SeenIn(change));
   }
   return {ldap::kLdapParamError, "no such kind of change"};
 }

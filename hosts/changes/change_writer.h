@@ -53,6 +53,12 @@ class ChangeWriter {
   /// For additions and deletions, of which nothing is left to be read.
   [[nodiscard]] Result FinishOther(const Change& change, IChangeLog::NoteId note,
                                    const ldap::StoreStatus& answer);
+  /// Whether somebody else has given an object its new name.
+  [[nodiscard]] bool HasNameAlready(const Change& change, const ldap::StoreStatus& answer);
+  /// For a new name that could not be given.
+  [[nodiscard]] Result StandingOfRename(const Change& change, const ldap::StoreStatus& answer);
+  /// What there is to say when an object of the name `wanted` is there.
+  [[nodiscard]] std::optional<Result> NameTaken(const std::string& dn, const std::string& wanted);
   /// What keeps a change from being made as it is; takes off it what is so already.
   [[nodiscard]] std::optional<Result> Obstacle(Change& change);
   [[nodiscard]] ldap::StoreStatus Note(const Change& change, IChangeLog::NoteId& note);

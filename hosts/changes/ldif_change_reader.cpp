@@ -8,9 +8,13 @@
 
 #include "directory/ascii_case.h"
 #include "hosts/changes/ldif_changes.h"
+#include "hosts/changes/seen_mark.h"
 #include "hosts/ldap/base64.h"
+#include "hosts/ldap/guid_name.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/ldif_lines.h"
+#include "hosts/ldap/object_name.h"
+#include "hosts/ldap/tree_controls.h"
 
 namespace pelora::changes {
 namespace {
@@ -74,25 +78,33 @@ class Lines {
 using Refusal = std::optional<std::string_view>;
 
 constexpr std::string_view kNoLdif = "the record that begins here is no LDIF";
+constexpr std::string_view kNoGuard = "a change that does not say which object it means";
+constexpr std::string_view kOddControl = "a control that is not understood";
 
 class RecordReader {
  public:
-  RecordReader(const ldap::Schema& schema, Change& change) : schema_(schema), change_(change) {}
+  RecordReader(const ldap::Schema& schema, const std::vector<std::string>& comments, Change& change)
+      : schema_(schema), comments_(comments), change_(change) {}
 
   Refusal Read(Lines lines) {
     std::optional<std::string> dn = lines.TakeValueOf("dn");
     if (!dn || dn->empty()) return kNoLdif;
     change_.dn = std::move(*dn);
+    while (std::optional<std::string> control = lines.TakeValueOf("control")) {
+      controls_.push_back(std::move(*control));
+    }
     const std::optional<std::string> kind = lines.TakeValueOf("changetype");
     if (!kind) return "an entry, where changes are wanted";
     for (const auto& [word, read] : kKinds) {
       if (EqualsWithoutCase(*kind, word)) return (this->*read)(lines);
     }
-    return "a change that is no modification, addition or deletion";
+    return "a change that is no modification, addition, renaming or deletion";
   }
 
  private:
   Refusal ReadModify(Lines& lines) {
+    if (HasControl(ldap::kShowDeletedControl)) return ReadRestore(lines);
+    if (!controls_.empty()) return kOddControl;
     change_.kind = Change::Kind::kModify;
     while (!lines.IsAtEnd()) {
       const std::optional<Line> operation = lines.Take();
@@ -124,6 +136,7 @@ class RecordReader {
   }
 
   Refusal ReadAdd(Lines& lines) {
+    if (!controls_.empty()) return kOddControl;
     change_.kind = Change::Kind::kAdd;
     while (!lines.IsAtEnd()) {
       std::optional<Line> line = lines.Take();
@@ -136,8 +149,62 @@ class RecordReader {
   }
 
   Refusal ReadDelete(Lines& lines) {
-    change_.kind = Change::Kind::kDelete;
+    change_.with_all_below = HasControl(ldap::kTreeDeleteControl);
+    if (!change_.with_all_below && !controls_.empty()) return kOddControl;
+    ReadSeen();
+    const bool is_seen = !change_.attributes.empty();
+    if (change_.with_all_below && !is_seen) return kNoGuard;
+    change_.kind = is_seen ? Change::Kind::kRemove : Change::Kind::kDelete;
     return lines.IsAtEnd() ? Refusal() : Refusal(kNoLdif);
+  }
+
+  Refusal ReadRename(Lines& lines) {
+    change_.kind = Change::Kind::kRename;
+    if (!controls_.empty()) return kOddControl;
+    const std::optional<std::string> first = lines.TakeValueOf("newrdn");
+    const std::optional<std::string> takes_off = lines.TakeValueOf("deleteoldrdn");
+    const std::optional<std::string> container = lines.TakeValueOf("newsuperior");
+    if (!first || takes_off != "1" || !lines.IsAtEnd()) return kNoLdif;
+    // Back and forth, both names have a first part.
+    if (ldap::FirstPart(*first).empty() || ldap::FirstPart(change_.dn).empty()) return kNoLdif;
+    change_.new_dn = *first;
+    change_.new_dn.append(",").append(container ? std::string_view(*container)
+                                                : ldap::ContainerOf(change_.dn));
+    ReadSeen();
+    return change_.attributes.empty() ? Refusal(kNoGuard) : Refusal();
+  }
+
+  Refusal ReadRestore(Lines& lines) {
+    change_.kind = Change::Kind::kRestore;
+    const std::optional<std::string> guid = ldap::GuidOfDeletedName(change_.dn);
+    const bool comes_back = lines.TakeValueOf("delete") == "isDeleted" && lines.TakeEnd() &&
+                            lines.TakeValueOf("replace") == "distinguishedName";
+    std::optional<std::string> dn;
+    if (comes_back) dn = lines.TakeValueOf("distinguishedName");
+    if (!guid || !dn || dn->empty() || !lines.TakeEnd() || !lines.IsAtEnd()) return kNoLdif;
+    change_.dn = std::move(*dn);
+    Append("objectGUID").seen = {*guid};
+    return {};
+  }
+
+  [[nodiscard]] bool HasControl(std::string_view identifier) const {
+    return controls_.size() == 1 && controls_.front() == std::string(identifier) + " true";
+  }
+
+  /// What says which object is meant.
+  void ReadSeen() {
+    for (const std::string& comment : comments_) {
+      std::string_view line = comment;
+      constexpr std::string_view kMark = kSeenMark.substr(1);
+      const std::size_t colons = line.find(":: ");
+      if (!line.starts_with(kMark) || colons == std::string_view::npos) continue;
+      const std::string name(line.substr(kMark.size(), colons - kMark.size()));
+      std::optional<std::string> value = ldap::DecodeBase64(line.substr(colons + 3));
+      if (!value) continue;
+      ValueChange* seen = change_.Find(name);
+      if (seen == nullptr) seen = &Append(name);
+      seen->seen.push_back(std::move(*value));
+    }
   }
 
   ValueChange& Append(const std::string& attribute) {
@@ -150,11 +217,15 @@ class RecordReader {
     std::string_view word;
     Refusal (RecordReader::*read)(Lines& lines);
   };
-  static constexpr std::array<Kind, 3> kKinds{{{"modify", &RecordReader::ReadModify},
+  static constexpr std::array<Kind, 5> kKinds{{{"modify", &RecordReader::ReadModify},
                                                {"add", &RecordReader::ReadAdd},
-                                               {"delete", &RecordReader::ReadDelete}}};
+                                               {"delete", &RecordReader::ReadDelete},
+                                               {"modrdn", &RecordReader::ReadRename},
+                                               {"moddn", &RecordReader::ReadRename}}};
 
   const ldap::Schema& schema_;
+  const std::vector<std::string>& comments_;
+  std::vector<std::string> controls_;
   Change& change_;
 };
 
@@ -193,7 +264,7 @@ StoreStatus ReadChanges(const ldap::Schema& schema, std::string_view text,
   DropVersion(blocks);
   for (const ldap::LdifBlock& block : blocks) {
     Change change;
-    if (const Refusal refusal = RecordReader(schema, change).Read(Lines(block))) {
+    if (const Refusal refusal = RecordReader(schema, block.comments, change).Read(Lines(block))) {
       return {ldap::kLdapOther,
               "line " + std::to_string(first_line + block.line - 1) + ": " + std::string(*refusal)};
     }

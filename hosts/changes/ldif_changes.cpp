@@ -7,7 +7,12 @@
 
 #include "directory/ascii_case.h"
 #include "hosts/changes/guarded_request.h"
+#include "hosts/changes/seen_mark.h"
 #include "hosts/ldap/base64.h"
+#include "hosts/ldap/guid_name.h"
+#include "hosts/ldap/name_key.h"
+#include "hosts/ldap/object_name.h"
+#include "hosts/ldap/tree_controls.h"
 
 namespace pelora::changes {
 namespace {
@@ -45,9 +50,21 @@ void AppendValue(std::string_view name, std::string_view value, std::string& tex
   AppendLine(line, text);
 }
 
-void AppendHead(const std::string& dn, std::string_view kind, std::string& text) {
+void AppendHead(const std::string& dn, std::string_view kind, std::string& text,
+                const char* control = nullptr) {
   AppendValue("dn", dn, text);
+  if (control != nullptr) AppendValue("control", std::string(control) + " true", text);
   AppendValue("changetype", kind, text);
+}
+
+/// Says which object is meant, for our own reader: tools go by its name.
+void AppendSeen(const Change& change, std::string& text) {
+  for (const ValueChange& value : change.attributes) {
+    for (const std::string& seen : value.seen) {
+      text += kSeenMark;
+      text += value.attribute + ":: " + ldap::EncodeBase64(seen) + '\n';
+    }
+  }
 }
 
 void AppendModification(const ldap::Modification& modification, std::string& text) {
@@ -106,6 +123,33 @@ void AppendDelete(const Change& change, std::string& text) {
   text += '\n';
 }
 
+void AppendRename(const Change& change, std::string& text) {
+  AppendHead(change.dn, "modrdn", text);
+  AppendSeen(change, text);
+  AppendValue("newrdn", ldap::FirstPart(change.new_dn), text);
+  AppendValue("deleteoldrdn", "1", text);
+  const std::string_view container = ldap::ContainerOf(change.new_dn);
+  const bool is_moved = ldap::NameKey(container) != ldap::NameKey(ldap::ContainerOf(change.dn));
+  if (is_moved) AppendValue("newsuperior", container, text);
+  text += '\n';
+}
+
+void AppendRemove(const Change& change, std::string& text) {
+  AppendHead(change.dn, "delete", text, change.with_all_below ? ldap::kTreeDeleteControl : nullptr);
+  AppendSeen(change, text);
+  text += '\n';
+}
+
+void AppendRestore(const Change& change, std::string& text) {
+  const ValueChange* const guid = change.Find("objectGUID");
+  const std::string name =
+      guid == nullptr || guid->seen.empty() ? std::string() : guid->seen.front();
+  AppendHead(ldap::DeletedName(change.dn, name), "modify", text, ldap::kShowDeletedControl);
+  text += "delete: isDeleted\n-\nreplace: distinguishedName\n";
+  AppendValue("distinguishedName", change.dn, text);
+  text += "-\n\n";
+}
+
 }  // namespace
 
 std::string ToLdif(const ldap::Schema& schema, const Change& change) {
@@ -119,6 +163,15 @@ std::string ToLdif(const ldap::Schema& schema, const Change& change) {
       break;
     case Change::Kind::kDelete:
       AppendDelete(change, text);
+      break;
+    case Change::Kind::kRename:
+      AppendRename(change, text);
+      break;
+    case Change::Kind::kRemove:
+      AppendRemove(change, text);
+      break;
+    case Change::Kind::kRestore:
+      AppendRestore(change, text);
       break;
   }
   return text;

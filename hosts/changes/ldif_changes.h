@@ -20,13 +20,18 @@ namespace pelora::changes {
 /// refuses it when a value is not what was seen. A deletion stands behind a record that changes
 /// nothing but fails where a value is not as seen; both tools stop there. (That an attribute of a
 /// file was not set, `ldbmodify` cannot ask for.)
+///
+/// For an object that gets another name or goes whatever it has become, the tools go by its name;
+/// what says which object is meant stands in comments, "# only if objectGUID:: ...", that
+/// `ReadChanges` reads. What the directory keeps comes back by its `objectGUID`.
 [[nodiscard]] std::string ToLdif(const ldap::Schema& schema, const Change& change);
 
 /// Reads changes back, in the text's order. `schema` says which attributes are lists.
 ///
 /// Every record has to carry its own guard as `ToLdif` writes it: a replacement, the removal of an
-/// attribute whatever it holds, a renaming, and anything that is no LDIF are refused (80) with the
-/// line; `changes` is empty then. `first_line` is the number of the text's first line.
+/// attribute whatever it holds, a renaming without the comments, and anything that is no LDIF are
+/// refused (80) with the line; `changes` is empty then. `first_line` is the number of the text's
+/// first line.
 [[nodiscard]] ldap::StoreStatus ReadChanges(const ldap::Schema& schema, std::string_view text,
                                             std::vector<Change>& changes,
                                             std::size_t first_line = 1);

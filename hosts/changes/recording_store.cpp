@@ -133,4 +133,14 @@ ldap::StoreStatus RecordingStore::Add(const ldap::Entry& entry) {
 
 ldap::StoreStatus RecordingStore::Delete(const ldap::Entry& /*made*/) { return NotRecorded(); }
 
+ldap::StoreStatus RecordingStore::Rename(const ldap::Entry& /*seen*/, const std::string& /*dn*/) {
+  return NotRecorded();
+}
+
+ldap::StoreStatus RecordingStore::Remove(const ldap::Entry& /*seen*/, Extent /*extent*/) {
+  return NotRecorded();
+}
+
+ldap::StoreStatus RecordingStore::Restore(const ldap::Entry& /*removed*/) { return NotRecorded(); }
+
 }  // namespace pelora::changes

@@ -50,6 +50,9 @@ class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReading
                                    std::span<const ldap::Modification> modifications) override;
   ldap::StoreStatus Add(const ldap::Entry& entry) override;
   ldap::StoreStatus Delete(const ldap::Entry& made) override;
+  ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override;
+  ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override;
+  ldap::StoreStatus Restore(const ldap::Entry& removed) override;
   void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
   void StopOn(const std::stop_token& stop) override { target_.StopOn(stop); }
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }

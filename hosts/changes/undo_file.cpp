@@ -129,7 +129,8 @@ StoreStatus UndoFile::Note(std::span<const Change> changes, NoteId& first) {
   NoteId number = next_;
   for (const Change& change : changes) {
     text += std::string(kChangeMark) + std::to_string(number++) + '\n';
-    text += ToLdif(schema_, UndoOf(change)) + '\n';
+    for (const Change& undo : UndosOf(change)) text += ToLdif(schema_, undo);
+    text += '\n';
   }
   StoreStatus status = Append(text);
   if (status.Ok() && fdatasync(file_.get()) != 0) {

@@ -54,4 +54,21 @@ StoreStatus CheckNothingNew(const Entry& made, const Entry& now, std::string_vie
   return {};
 }
 
+StoreStatus CheckSame(const Schema& schema, const Entry& seen, const Entry& now) {
+  for (const auto& [name, values] : seen.attributes) {
+    const std::optional<AttributeType> type = schema.Find(name);
+    const Syntax syntax = type ? type->syntax : Syntax::kString;
+    if (KeysOf(syntax, ValuesOf(now, name)) != KeysOf(syntax, values)) {
+      return {kLdapAssertionFailed, "the object of this name is not the one that was seen"};
+    }
+  }
+  return {};
+}
+
+std::vector<std::string> AttributeNames(const Entry& entry) {
+  std::vector<std::string> names;
+  for (const auto& [name, values] : entry.attributes) names.push_back(name);
+  return names;
+}
+
 }  // namespace pelora::ldap

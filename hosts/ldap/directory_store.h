@@ -84,6 +84,9 @@ using ReadSink = std::function<bool(StoreStatus status, Entry entry)>;
 /// again, one that is not there is deleted without complaint. The strict way refuses both, so that
 /// a request can say what it takes to be there.
 class IDirectoryStore {
+  /// Unwilling to perform.
+  static constexpr int kCannotDo = 53;
+
  public:
   virtual ~IDirectoryStore() = default;
 
@@ -134,6 +137,32 @@ class IDirectoryStore {
   /// A file compares and deletes in one step. No request of a directory server does both: there,
   /// what somebody writes in the moment between the two goes with the object.
   virtual StoreStatus Delete(const Entry& made) = 0;
+  /// Gives an object, and with it all that lies below it, the name `dn`, in its container or in
+  /// another one. 68 when there is an object of that name, 64 and the like for a name that is none.
+  ///
+  /// `seen` says which object is meant: its name, and what it has to have just so (`objectGUID`,
+  /// say); 122 when it has not. Names of objects that other objects hold follow, as far as their
+  /// syntax says that they are names. A file compares and renames in one step. No request of a
+  /// directory server does both: an object that takes the name in the moment between is renamed.
+  virtual StoreStatus Rename(const Entry& /*seen*/, const std::string& /*dn*/) {
+    return {kCannotDo, "this directory renames nothing"};
+  }
+  /// Whether an object goes with all that lies below it.
+  enum class Extent : std::uint8_t { kAlone, kWithAllBelow };
+  /// Deletes an object, whatever it has become since it was seen: `seen` is as in `Rename`. With
+  /// `kAlone`, one that others lie below stays (66).
+  ///
+  /// With all that lies below, a file and a server that offers it do it in one step, or not at all.
+  /// Any other server deletes from the bottom up: when it refuses in the middle of it, what was
+  /// deleted by then is gone, and the text says so.
+  virtual StoreStatus Remove(const Entry& /*seen*/, Extent /*extent*/) {
+    return {kCannotDo, "this directory deletes nothing"};
+  }
+  /// Brings back a deleted object, told by `removed`'s `objectGUID`, under the name `removed.dn`. A
+  /// directory that has kept it whole gives it back whole.
+  virtual StoreStatus Restore(const Entry& /*removed*/) {
+    return {kCannotDo, "this directory does not keep what was deleted"};
+  }
   /// Writes out in a new entry what `Add` would put into it before it is stored, so that whoever
   /// adds the result by other means makes the same object. Where the directory itself does that,
   /// and of an entry that cannot be added, nothing changes.

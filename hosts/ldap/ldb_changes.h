@@ -3,6 +3,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/ldb_connection.h"
@@ -34,6 +35,9 @@ class LdbChanges {
                                         Effect& effect) const;
   [[nodiscard]] StoreStatus Add(Entry entry, Effect& effect) const;
   [[nodiscard]] StoreStatus Delete(const Entry& made, Effect& effect) const;
+  [[nodiscard]] StoreStatus Rename(const Entry& seen, const std::string& dn, Effect& effect) const;
+  [[nodiscard]] StoreStatus Remove(const Entry& seen, IDirectoryStore::Extent extent,
+                                   Effect& effect) const;
   /// Writes out in a new entry what `Add` puts into it; one that cannot be added stays as it is.
   void CompleteNew(Entry& entry) const;
 
@@ -41,6 +45,15 @@ class LdbChanges {
   /// Names of accounts are unique in the whole directory.
   [[nodiscard]] StoreStatus CheckAccountName(const Entry& entry) const;
   [[nodiscard]] StoreStatus CheckLeaf(const std::string& dn) const;
+  /// Whether an object may get that name.
+  [[nodiscard]] StoreStatus CheckNewName(const std::string& dn, const std::string& to) const;
+  /// The names of an object and of all below it, those above first.
+  [[nodiscard]] StoreStatus ReadTree(const std::string& dn, std::vector<std::string>& names) const;
+  /// Changes the attributes that say what the object is called.
+  [[nodiscard]] StoreStatus WriteNames(const std::string& dn, Effect& effect) const;
+  /// Changes the names of an object and of those below it wherever other objects hold them.
+  [[nodiscard]] StoreStatus FollowName(const std::string& from, const std::string& to,
+                                       Effect& effect) const;
   [[nodiscard]] static StoreStatus Written(StoreStatus status, Effect& effect);
 
   const LdbConnection& connection_;

@@ -146,6 +146,20 @@ LdbConnection::NamingAttribute LdbConnection::NamingAttributeOf(const std::strin
   return {attribute, ToBytes(*value)};
 }
 
+std::string LdbConnection::Rebased(const std::string& name, const std::string& old_top,
+                                   const std::string& new_top) const {
+  const TallocScope scope = MakeTallocScope();
+  ldb_dn* const dn = ldb_dn_new(scope.get(), handle(), name.c_str());
+  ldb_dn* const before = ldb_dn_new(scope.get(), handle(), old_top.c_str());
+  ldb_dn* const after = ldb_dn_new(scope.get(), handle(), new_top.c_str());
+  const int depth = ldb_dn_get_comp_num(before);
+  const bool is_rebased = depth > 0 && ldb_dn_get_comp_num(after) > 0 &&
+                          ldb_dn_remove_base_components(dn, static_cast<unsigned>(depth)) &&
+                          ldb_dn_add_base(dn, after);
+  if (!is_rebased) throw std::bad_alloc();
+  return ldb_dn_get_linearized(dn);
+}
+
 std::string LdbConnection::FilterValue(const std::string& value) const {
   const TallocScope scope = MakeTallocScope();
   const char* const escaped = ldb_binary_encode_string(scope.get(), value.c_str());
@@ -228,6 +242,14 @@ StoreStatus LdbConnection::Delete(const std::string& dn) const {
 
 StoreStatus LdbConnection::ReadSequenceNumber(std::uint64_t& number) const {
   return Outcome(ldb_sequence_number(handle(), LDB_SEQ_HIGHEST_SEQ, &number));
+}
+
+StoreStatus LdbConnection::Rename(const std::string& dn, const std::string& to) const {
+  const TallocScope scope = MakeTallocScope();
+  ldb_dn* const name = ldb_dn_new(scope.get(), handle(), dn.c_str());
+  ldb_dn* const wanted = ldb_dn_new(scope.get(), handle(), to.c_str());
+  if (name == nullptr || wanted == nullptr) throw std::bad_alloc();
+  return Outcome(ldb_rename(handle(), name, wanted));
 }
 
 StoreStatus LdbConnection::BeginTransaction() const {

@@ -47,6 +47,10 @@ class LdbConnection {
     std::string value;
   };
   [[nodiscard]] NamingAttribute NamingAttributeOf(const std::string& name) const;
+  /// The name that `name`, which is `old_top` or below it, has once that is called `new_top`. All
+  /// are well-formed.
+  [[nodiscard]] std::string Rebased(const std::string& name, const std::string& old_top,
+                                    const std::string& new_top) const;
   /// A value as it is written in a search filter.
   [[nodiscard]] std::string FilterValue(const std::string& value) const;
 
@@ -56,6 +60,8 @@ class LdbConnection {
                                  Entry& entry) const;
   [[nodiscard]] StoreStatus Add(const Entry& entry) const;
   [[nodiscard]] StoreStatus Delete(const std::string& dn) const;
+  /// One entry gets another name; those below it keep theirs, and its attributes theirs.
+  [[nodiscard]] StoreStatus Rename(const std::string& dn, const std::string& to) const;
   /// Gives each attribute exactly these values; none removes it.
   [[nodiscard]] StoreStatus Replace(const std::string& dn, const AttributeMap& values) const;
 

@@ -57,6 +57,8 @@ class LdbStore final : public IDirectoryStore {
   void ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) override;
   StoreStatus Add(const Entry& entry) override;
   StoreStatus Delete(const Entry& made) override;
+  StoreStatus Rename(const Entry& seen, const std::string& dn) override;
+  StoreStatus Remove(const Entry& seen, Extent extent) override;
   void CompleteNew(Entry& entry) const override { changes_.CompleteNew(entry); }
 
  private:
@@ -266,6 +268,14 @@ StoreStatus LdbStore::Add(const Entry& entry) {
 
 StoreStatus LdbStore::Delete(const Entry& made) {
   return Write(made.dn, [&](Effect& effect) { return changes_.Delete(made, effect); });
+}
+
+StoreStatus LdbStore::Rename(const Entry& seen, const std::string& dn) {
+  return Write(seen.dn, [&](Effect& effect) { return changes_.Rename(seen, dn, effect); });
+}
+
+StoreStatus LdbStore::Remove(const Entry& seen, Extent extent) {
+  return Write(seen.dn, [&](Effect& effect) { return changes_.Remove(seen, extent, effect); });
 }
 
 StoreStatus LdbStore::Write(const std::string& dn, const Writing& write) {

@@ -42,7 +42,9 @@ std::vector<LdifBlock> SplitLdif(std::string_view text) {
       blocks.back().lines.back() += line.substr(1);
     } else if (line.empty()) {
       is_inside = false;
-    } else if (!is_comment) {
+    } else if (is_comment) {
+      if (is_inside) blocks.back().comments.emplace_back(line.substr(1));
+    } else {
       if (!is_inside) blocks.push_back({.line = number, .lines = {}});
       blocks.back().lines.emplace_back(line);
       is_inside = true;

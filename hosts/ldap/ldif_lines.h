@@ -13,6 +13,8 @@ struct LdifBlock {
   /// Where it begins in the text, counted from 1.
   std::size_t line = 0;
   std::vector<std::string> lines;
+  /// The first lines of the comments among them, without the mark.
+  std::vector<std::string> comments{};
 };
 
 /// Splits a text at its empty lines. Lines end with a line feed, with or without a carriage return;

@@ -76,4 +76,9 @@ std::string NameKey(std::string_view dn) {
   return FoldCase(key);
 }
 
+bool LiesBelow(std::string_view key, std::string_view above) {
+  return key.size() > above.size() && key.ends_with(above) &&
+         key[key.size() - above.size() - 1] == kPartEnd;
+}
+
 }  // namespace pelora::ldap

@@ -53,4 +53,34 @@ std::string ChildName(std::string_view container, std::string_view object_class,
   return child.append(container);
 }
 
+std::string_view FirstPart(std::string_view dn) {
+  for (std::size_t at = 0; at < dn.size(); ++at) {
+    if (dn[at] == '\\') {
+      ++at;
+    } else if (dn[at] == ',') {
+      return dn.substr(0, at);
+    }
+  }
+  return dn;
+}
+
+std::string_view ContainerOf(std::string_view dn) {
+  const std::size_t first = FirstPart(dn).size();
+  return first < dn.size() ? dn.substr(first + 1) : std::string_view();
+}
+
+std::string RenamedName(std::string_view dn, std::string_view name) {
+  std::string renamed(dn.substr(0, dn.find('=') + 1));
+  renamed += EscapeNameValue(name);
+  if (const std::string_view container = ContainerOf(dn); !container.empty()) {
+    renamed.append(",").append(container);
+  }
+  return renamed;
+}
+
+std::string MovedName(std::string_view dn, std::string_view container) {
+  std::string moved(FirstPart(dn));
+  return moved.append(",").append(container);
+}
+
 }  // namespace pelora::ldap

@@ -19,4 +19,18 @@ namespace pelora::ldap {
 [[nodiscard]] std::string ChildName(std::string_view container, std::string_view object_class,
                                     std::string_view name);
 
+/// The first part of a distinguished name, as it is written: "CN=Ada".
+[[nodiscard]] std::string_view FirstPart(std::string_view dn);
+
+/// The name of the object that another lies right below: what follows its first part. Empty for a
+/// name of one part.
+[[nodiscard]] std::string_view ContainerOf(std::string_view dn);
+
+/// The name that an object gets that is called `name` from now on: its first part keeps its
+/// attribute.
+[[nodiscard]] std::string RenamedName(std::string_view dn, std::string_view name);
+
+/// The name that an object gets in another container.
+[[nodiscard]] std::string MovedName(std::string_view dn, std::string_view container);
+
 }  // namespace pelora::ldap

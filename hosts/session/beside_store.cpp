@@ -69,4 +69,16 @@ ldap::StoreStatus BesideStore::Delete(const ldap::Entry& made) {
   return Ask(kWriting, [&] { return store_.Delete(made); });
 }
 
+ldap::StoreStatus BesideStore::Rename(const ldap::Entry& seen, const std::string& dn) {
+  return Ask(kWriting, [&] { return store_.Rename(seen, dn); });
+}
+
+ldap::StoreStatus BesideStore::Remove(const ldap::Entry& seen, Extent extent) {
+  return Ask(kWriting, [&] { return store_.Remove(seen, extent); });
+}
+
+ldap::StoreStatus BesideStore::Restore(const ldap::Entry& removed) {
+  return Ask(kWriting, [&] { return store_.Restore(removed); });
+}
+
 }  // namespace pelora::session

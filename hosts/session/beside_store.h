@@ -37,6 +37,9 @@ class BesideStore final : public ldap::IDirectoryStore {
   void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override;
   ldap::StoreStatus Add(const ldap::Entry& entry) override;
   ldap::StoreStatus Delete(const ldap::Entry& made) override;
+  ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override;
+  ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override;
+  ldap::StoreStatus Restore(const ldap::Entry& removed) override;
   void CompleteNew(ldap::Entry& entry) const override { store_.CompleteNew(entry); }
   /// For the requests of whole errands. Others are stopped by the person in front of them.
   void StopOn(const std::stop_token& stop) override { store_.StopOn(stop); }

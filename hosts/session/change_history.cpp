@@ -25,6 +25,8 @@ constexpr const char* kUndoFile = ".ldif";
 /// Each taking back that did something has one, numbered from 1.
 constexpr std::string_view kRedoMark = ".redo";
 constexpr const char* kWordsFile = ".json";
+/// Among the words: it cannot be taken back.
+constexpr const char* kFinal = "final";
 constexpr const char* kTimeForm = "%Y%m%dT%H%M%SZ";
 constexpr std::size_t kTimeLength = 16;
 /// Longer names are cut, and told apart by their number.
@@ -79,6 +81,7 @@ void ReadWords(const std::filesystem::path& path, PastChange& past) {
   const Json words = Json::parse(file, nullptr, false);
   AddTexts(words, "objects", past.objects);
   AddTexts(words, "fields", past.fields);
+  past.is_final = words.is_object() && words.value(kFinal, Json(false)) == Json(true);
 }
 
 std::string ListText(const std::vector<std::string>& texts) {
@@ -98,20 +101,6 @@ class OnlyOurs {
  private:
   mode_t before_;
 };
-
-bool WriteWords(const std::filesystem::path& path, const std::vector<std::string>& objects,
-                const std::vector<std::string>& fields) {
-  // Put together by hand: the library's lists and objects need memory even to go.
-  const std::string words =
-      "{\"objects\":" + ListText(objects) + ",\"fields\":" + ListText(fields) + "}\n";
-  std::ofstream file;
-  {
-    const OnlyOurs only_ours;
-    file.open(path, std::ios::binary | std::ios::trunc);
-  }
-  file << words;
-  return file.good();
-}
 
 /// A log whose files go when nothing was done of what was noted.
 class GoLog final : public changes::IChangeLog {
@@ -159,8 +148,35 @@ std::filesystem::path ChangeHistory::File(const std::string& id, const char* kin
   return folder_ / (id + kind);
 }
 
+bool ChangeHistory::Write(const std::filesystem::path& path, const Words& words) {
+  // Put together by hand: the library's lists and objects need memory even to go.
+  std::string text =
+      "{\"objects\":" + ListText(words.objects) + ",\"fields\":" + ListText(words.fields);
+  if (words.is_final) text += ",\"" + std::string(kFinal) + "\":true";
+  text += "}\n";
+  std::ofstream file;
+  {
+    const OnlyOurs only_ours;
+    file.open(path, std::ios::binary | std::ios::trunc);
+  }
+  file << text;
+  return file.good();
+}
+
 std::unique_ptr<changes::IChangeLog> ChangeHistory::Begin(std::vector<std::string> objects,
                                                           std::vector<std::string> fields,
+                                                          Clock::time_point now) {
+  return Start(Words{.objects = std::move(objects), .fields = std::move(fields)}, now);
+}
+
+std::unique_ptr<changes::IChangeLog> ChangeHistory::BeginFinal(std::vector<std::string> objects,
+                                                               std::vector<std::string> fields,
+                                                               Clock::time_point now) {
+  return Start(Words{.objects = std::move(objects), .fields = std::move(fields), .is_final = true},
+               now);
+}
+
+std::unique_ptr<changes::IChangeLog> ChangeHistory::Start(const Words& words,
                                                           Clock::time_point now) {
   failure_.clear();
   std::error_code failure;
@@ -184,7 +200,7 @@ std::unique_ptr<changes::IChangeLog> ChangeHistory::Begin(std::vector<std::strin
       failure_ = made.text;
       return nullptr;
     }
-    (void)WriteWords(File(id, kWordsFile), objects, fields);
+    (void)Write(File(id, kWordsFile), words);
     return std::make_unique<GoLog>(std::move(file), std::vector{undo, File(id, kWordsFile)});
   }
   failure_ = "there are too many changes within one second";

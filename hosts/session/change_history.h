@@ -23,6 +23,8 @@ struct PastChange {
   std::vector<std::string> objects;
   std::vector<std::string> fields;
   bool is_undone = false;
+  /// What the directory does not keep cannot be taken back: a deletion is listed all the same.
+  bool is_final = false;
 };
 
 /// What was written into one directory, kept in the user's data folder for thirty days so that it
@@ -46,6 +48,10 @@ class ChangeHistory {
   [[nodiscard]] std::unique_ptr<changes::IChangeLog> Begin(std::vector<std::string> objects,
                                                            std::vector<std::string> fields,
                                                            Clock::time_point now = Clock::now());
+  /// The same for a go that cannot be taken back.
+  [[nodiscard]] std::unique_ptr<changes::IChangeLog> BeginFinal(
+      std::vector<std::string> objects, std::vector<std::string> fields,
+      Clock::time_point now = Clock::now());
   /// Why the last go could not be kept; empty when it could.
   [[nodiscard]] const std::string& failure() const { return failure_; }
 
@@ -62,6 +68,15 @@ class ChangeHistory {
   [[nodiscard]] const std::filesystem::path& folder() const { return folder_; }
 
  private:
+  /// What a go is listed with.
+  struct Words {
+    std::vector<std::string> objects;
+    std::vector<std::string> fields;
+    bool is_final = false;
+  };
+  [[nodiscard]] static bool Write(const std::filesystem::path& path, const Words& words);
+  [[nodiscard]] std::unique_ptr<changes::IChangeLog> Start(const Words& words,
+                                                           Clock::time_point now);
   [[nodiscard]] std::filesystem::path File(const std::string& id, const char* kind) const;
   [[nodiscard]] std::filesystem::path RedoFile(const std::string& id, std::size_t number) const;
   /// What was taken back so far, in the order in which that was done.

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "directory/ascii_case.h"
+#include "hosts/ldap/object_name.h"
 
 namespace pelora::session {
 
@@ -15,15 +16,6 @@ bool IsDistinguishedName(std::string_view text) {
   });
 }
 
-std::string_view ParentName(std::string_view dn) {
-  for (std::size_t at = 0; at < dn.size(); ++at) {
-    if (dn[at] == '\\') {
-      ++at;
-    } else if (dn[at] == ',') {
-      return dn.substr(at + 1);
-    }
-  }
-  return {};
-}
+std::string_view ParentName(std::string_view dn) { return ldap::ContainerOf(dn); }
 
 }  // namespace pelora::session

@@ -70,6 +70,15 @@ class CallFaultStore final : public ldap::IDirectoryStore {
   ldap::StoreStatus Delete(const ldap::Entry& made) override {
     return Do(made.dn, [&] { return target_.Delete(made); });
   }
+  ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override {
+    return Do(seen.dn, [&] { return target_.Rename(seen, dn); });
+  }
+  ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override {
+    return Do(seen.dn, [&] { return target_.Remove(seen, extent); });
+  }
+  ldap::StoreStatus Restore(const ldap::Entry& removed) override {
+    return Do(removed.dn, [&] { return target_.Restore(removed); });
+  }
   void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 

@@ -58,6 +58,15 @@ class FaultStore final : public ldap::IDirectoryStore {
   }
   ldap::StoreStatus Add(const ldap::Entry& entry) override { return target_.Add(entry); }
   ldap::StoreStatus Delete(const ldap::Entry& made) override { return target_.Delete(made); }
+  ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override {
+    return Change(seen.dn, [&] { return target_.Rename(seen, dn); });
+  }
+  ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override {
+    return Change(seen.dn, [&] { return target_.Remove(seen, extent); });
+  }
+  ldap::StoreStatus Restore(const ldap::Entry& removed) override {
+    return Change(removed.dn, [&] { return target_.Restore(removed); });
+  }
   void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 

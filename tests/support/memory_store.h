@@ -13,6 +13,7 @@
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/modify_rules.h"
 #include "hosts/ldap/name_key.h"
+#include "hosts/ldap/object_name.h"
 
 namespace pelora::testing {
 
@@ -115,8 +116,48 @@ class MemoryStore final : public ldap::IDirectoryStore {
     entries_.erase(found);
     return {};
   }
+  ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override {
+    if (ldap::StoreStatus status = Meet(seen); !status.Ok()) return status;
+    const std::string from = ldap::NameKey(seen.dn);
+    const std::string to = ldap::NameKey(dn);
+    if (from != to && entries_.contains(to)) {
+      return {ldap::kLdapAlreadyExists, "there is an object of this name"};
+    }
+    if (!entries_.contains(ldap::NameKey(ldap::ContainerOf(dn)))) {
+      return {ldap::kLdapNoSuchObject, "there is no such container"};
+    }
+    Entries after;
+    for (const auto& [key, attributes] : entries_) {
+      ldap::AttributeMap moved = attributes;
+      std::string& name = moved.at("distinguishedName").front();
+      const bool is_meant = key == from || ldap::LiesBelow(key, from);
+      // What lies below ends with the name as the object itself has it.
+      if (is_meant) name = name.substr(0, name.size() - seen.dn.size()) + dn;
+      after.emplace(ldap::NameKey(name), std::move(moved));
+    }
+    entries_ = std::move(after);
+    return {};
+  }
+  ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override {
+    if (ldap::StoreStatus status = Meet(seen); !status.Ok()) return status;
+    const std::string top = ldap::NameKey(seen.dn);
+    const auto is_below = [&](const auto& entry) { return ldap::LiesBelow(entry.first, top); };
+    if (extent == Extent::kAlone && std::ranges::any_of(entries_, is_below)) {
+      return {ldap::kLdapNotAllowedOnNonLeaf, "other objects lie below it"};
+    }
+    std::erase_if(entries_,
+                  [&](const auto& entry) { return entry.first == top || is_below(entry); });
+    return {};
+  }
 
  private:
+  /// Whether the object that was seen is there.
+  [[nodiscard]] ldap::StoreStatus Meet(const ldap::Entry& seen) const {
+    const auto found = entries_.find(ldap::NameKey(seen.dn));
+    if (found == entries_.end()) return {ldap::kLdapNoSuchObject, "no such object"};
+    return ldap::CheckSame(schema_, seen, Part(found->second, {}));
+  }
+
   static ldap::Syntax SyntaxOf(const Attribute& attribute) {
     switch (attribute.encoding) {
       case Encoding::kFlag:

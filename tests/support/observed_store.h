@@ -76,6 +76,18 @@ class ObservedStore final : public ldap::IDirectoryStore {
     log.push_back("delete " + made.dn);
     return target_.Delete(made);
   }
+  ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override {
+    log.push_back("rename " + seen.dn + " to " + dn);
+    return target_.Rename(seen, dn);
+  }
+  ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override {
+    log.push_back("remove " + seen.dn + (extent == Extent::kAlone ? "" : " and all below"));
+    return target_.Remove(seen, extent);
+  }
+  ldap::StoreStatus Restore(const ldap::Entry& removed) override {
+    log.push_back("restore " + removed.dn);
+    return target_.Restore(removed);
+  }
   void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 

@@ -70,6 +70,15 @@ class StallingStore final : public ldap::IDirectoryStore {
   ldap::StoreStatus Delete(const ldap::Entry& made) override {
     return Write([&] { return target_.Delete(made); });
   }
+  ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override {
+    return Write([&] { return target_.Rename(seen, dn); });
+  }
+  ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override {
+    return Write([&] { return target_.Remove(seen, extent); });
+  }
+  ldap::StoreStatus Restore(const ldap::Entry& removed) override {
+    return Write([&] { return target_.Restore(removed); });
+  }
   void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
   void StopOn(const std::stop_token& stop) override { stop_ = stop; }
   [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }

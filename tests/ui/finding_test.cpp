@@ -16,6 +16,7 @@
 
 #include "hosts/console/finding/column_dialog.h"
 #include "hosts/console/window/object_icons.h"
+#include "resources/resource.h"
 #include "tests/ui/window_test.h"
 
 namespace pelora::test {
@@ -155,6 +156,18 @@ TEST_F(Finding, ShowsWhatARuleOfTheCheckFinds) {
   EXPECT_THAT(Column(4), ElementsAre(HasSubstr("was deleted")));
 }
 
+TEST_F(Finding, WhatARuleFindsIsOpenedAtItsField) {
+  Choose("Check: a name of an object that is not there or was deleted");
+  pane().list().view().setFocus();
+  pane().list().view().selectAll();
+  Press(Qt::Key_Return);
+  ASSERT_EQ(window().sheets().Open().size(), 1);
+  const console::QtPropertySheet& sheet = *window().sheets().Open().front();
+  const auto* const field = sheet.Dialog(sheet.CurrentPage())->Find(IDC_SENDAS_LIST);
+  ASSERT_NE(field, nullptr);
+  EXPECT_EQ(sheet.focusWidget(), &field->widget());
+}
+
 TEST_F(Finding, GoesBackToTheContainer) {
   const std::vector<std::string> before = Names();
   Find("birgit");
@@ -236,6 +249,26 @@ TEST_F(Finding, KeepsTheUsersViews) {
   EXPECT_EQ(ToUtf8(pane().ShowView(QStringLiteral("Own quota above=1000"))), "");
   Settle();
   EXPECT_THAT(Names(), SizeIs(3));
+}
+
+TEST_F(Finding, ComesBackToTheContainerThatWasShownLast) {
+  pane().GoTo(kCompany);
+  const auto is_there = [this] {
+    return pane().Container() != nullptr && pane().Container()->dn == kCompany;
+  };
+  ASSERT_TRUE(QTest::qWaitFor(is_there, kPatience));
+  Settle();
+  window().close();
+  OpenWindow();
+  EXPECT_TRUE(QTest::qWaitFor(is_there, kPatience));
+  Settle();
+  EXPECT_THAT(Names(), Contains("Vertrieb"));
+  // What is asked for at once is not taken for the container's.
+  OpenWindow();
+  EXPECT_EQ(ToUtf8(pane().ShowView(QStringLiteral("Hidden"))), "");
+  EXPECT_TRUE(QTest::qWaitFor(is_there, kPatience));
+  Settle();
+  EXPECT_TRUE(pane().find().IsAsking());
 }
 
 TEST_F(Finding, OffersTheDirectoryThatWasShownLastAndOpensItOnlyWhenAsked) {

@@ -31,7 +31,10 @@ TEST_F(NewObjectKinds, AUserWithAnAccount) {
   Picture("new-user-2");
   wizard().Next();
   EXPECT_TRUE(wizard().wizard().IsSummary());
-  EXPECT_EQ(wizard().Summary(), "Full name: Jörg Neu\nUser logon name: jneu\n\nPelora enabled");
+  EXPECT_EQ(wizard().Summary(),
+            "Full name: Jörg Neu\nUser logon name: jneu\n\nPelora enabled\n\n"
+            "Create Pelora Account: yes\nAccount type: active user\nHome Server: mail02\n"
+            "E-mail Address: j.neu@linden-werke.example");
   Picture("new-user-3");
   wizard().Finish();
   EXPECT_FALSE(wizard().IsOpen());
@@ -74,7 +77,8 @@ TEST_F(NewObjectKinds, AGroup) {
   wizard().Next();
   EXPECT_EQ(wizard().Summary(),
             "Group name: Team A/B\nGroup name (pre-Windows 2000): Team A_B\nGroup scope: Global\n"
-            "Group type: Security\n\nPelora enabled");
+            "Group type: Security\n\nPelora enabled\n\nCreate Pelora group: yes\n"
+            "E-mail Address: team@linden-werke.example");
   wizard().Finish();
   EXPECT_EQ(Stored(Below("CN=Team A/B")),
             (Lines{"groupType: -2147483646", "mail: team@linden-werke.example",

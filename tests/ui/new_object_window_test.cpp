@@ -131,6 +131,23 @@ TEST_F(NewObjectWindow, ANewUnitStandsInTheTreeToo) {
   EXPECT_EQ(Selected(), std::vector<std::string>{"Neue Abteilung"});
 }
 
+TEST_F(NewObjectWindow, ANewObjectGoesIntoTheUnitThatIsSelected) {
+  window().pane().list().Select({"OU=Linden Servis Beograd,DC=linden-werke,DC=example"});
+  list().setFocus();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(ToUtf8(menu().menuAction()->statusTip()), "Create an object in Linden Servis Beograd");
+  modal_scripts().Add(Make("Nora Neu", "nora"));
+  Choose(0);
+  EXPECT_FALSE(
+      SearchEntry(file(), "CN=Nora Neu,OU=Linden Servis Beograd,DC=linden-werke,DC=example")
+          .empty());
+  ASSERT_TRUE(
+      QTest::qWaitFor([this] { return window().pane().Container() != nullptr; }, kPatience));
+  Settle();
+  EXPECT_EQ(window().pane().Container()->name, "Linden Servis Beograd");
+  EXPECT_EQ(Selected(), std::vector<std::string>{"Nora Neu"});
+}
+
 TEST_F(NewObjectWindow, AWizardThatIsCancelledLeavesTheListAlone) {
   GoTo("Users");
   const int count = list().model()->rowCount();

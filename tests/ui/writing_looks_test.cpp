@@ -6,7 +6,10 @@
 #include <QDir>
 #include <QSet>
 
+#include "hosts/console/attributes/attributes_window.h"
 #include "hosts/console/errands/errand_dialog.h"
+#include "hosts/console/life/place_dialog.h"
+#include "hosts/console/life/rename_dialog.h"
 #include "hosts/console/writing/conflict_dialog.h"
 #include "hosts/console/writing/history_dialog.h"
 #include "hosts/console/writing/result_dialog.h"
@@ -110,6 +113,33 @@ void LookAtAll(const std::string& theme) {
       {.id = "1", .when = {}, .objects = {kLongName}, .fields = {"Hard limit"}}};
   console::HistoryDialog history([&past] { return past; }, nullptr);
   LookAt(history, "history-" + theme);
+  session::PlacePlan plan{.names = {kMarkup},
+                          .below = {{.type = "User", .count = 40}, {.type = "Group", .count = 2}},
+                          .references = {}};
+  for (const std::string& name : {std::string("Vertrieb Alle"), kLongName, kMarkup}) {
+    plan.references.push_back({.holder_dn = "CN=" + name + ",DC=x",
+                               .holder = name,
+                               .field = "Members",
+                               .target = "CN=Birgit Krämer,OU=Vertrieb,DC=x"});
+  }
+  console::PlaceDialog deletion(session::AskOfRemoval(plan), nullptr);
+  LookAt(deletion, "delete-" + theme);
+  plan.references.clear();
+  plan.names = {"Birgit Krämer", "Rolf Uhlig"};
+  console::PlaceDialog move(session::AskOfMoving(plan, "Linden Servis Beograd"), nullptr);
+  LookAt(move, "move-" + theme);
+  auto* const attributes = new console::AttributesWindow(
+      QStringLiteral("Birgit Krämer"),
+      [] {
+        return std::vector<session::AttributeRow>{{.attribute = "cn", .value = "Birgit Krämer"},
+                                                  {.attribute = "description", .value = kLongName},
+                                                  {.attribute = "displayName", .value = kMarkup}};
+      },
+      nullptr);
+  LookAt(*attributes, "attributes-" + theme);
+  attributes->close();
+  console::RenameDialog rename(QStringLiteral("Birgit Krämer"), nullptr);
+  LookAt(rename, "rename-" + theme);
   console::ErrandDialog errand(QStringLiteral("Writing the changes of 5000 objects..."), nullptr);
   errand.ShowProgress(1200, 5000);
   LookAt(errand, "errand-" + theme);

@@ -49,6 +49,21 @@ SheetFields::SheetFields(QtPropertySheet& sheet, std::shared_ptr<session::Guarde
 
 SheetFields::~SheetFields() { tabs_->on_edited = nullptr; }
 
+void SheetFields::GoTo(std::string_view attribute) {
+  for (std::size_t page = 0; page < sheet_.PageCount(); ++page) {
+    const session::TouchedFields& touched = tabs_->Fields(page).touched;
+    for (std::size_t field = 0; field < touched.Count(); ++field) {
+      const std::vector<std::string_view>& attributes = touched.Row(field).attributes;
+      if (std::ranges::find(attributes, attribute) == attributes.end()) continue;
+      sheet_.SelectPage(page);
+      const auto care = pages_.find(page);
+      QWidget* const widget = care == pages_.end() ? nullptr : care->second->WidgetOf(field);
+      if (widget != nullptr) widget->setFocus(Qt::OtherFocusReason);
+      return;
+    }
+  }
+}
+
 void SheetFields::OnEdited(std::size_t page) {
   QtDialog* const dialog = sheet_.Dialog(page);
   if (dialog == nullptr) return;

@@ -33,6 +33,10 @@ class SheetFields final : public QObject {
   /// May be none.
   ShowObject show_object;
 
+  /// Shows the page with the field of an attribute and puts the keyboard into it. Nothing happens
+  /// where no page has such a field.
+  void GoTo(std::string_view attribute);
+
   [[nodiscard]] const PageFoot& foot() const { return *foot_; }
   /// Whether an answer of the directory is awaited.
   [[nodiscard]] bool IsAsking() const { return questions_ && questions_->IsAsking(); }

@@ -44,6 +44,7 @@ ViewActions::ViewActions(DirectoryPane& pane) : QObject(&pane), pane_(pane) {
   Add("C&opy Rows", "Ctrl+C", "Copy the selected rows, or all, as text", &ViewActions::Copy);
   Add("Copy Distinguished &Names", "Ctrl+Shift+C",
       "Copy the distinguished names of the selected objects", &ViewActions::CopyNames);
+  copy_names_ = actions_.back();
   Add("&Export Table...", "",
       "Write the selected objects, or all, as a table that peloractl applies",
       &ViewActions::WriteTable);
@@ -55,6 +56,7 @@ ViewActions::ViewActions(DirectoryPane& pane) : QObject(&pane), pane_(pane) {
   // In the list alone: a text field copies its own text.
   for (QAction* action : actions_) {
     if (action->shortcut().isEmpty()) continue;
+    if (action == copy_names_) pane_.tree().addAction(action);
     action->setShortcutContext(Qt::WidgetShortcut);
     pane_.list().view().addAction(action);
   }

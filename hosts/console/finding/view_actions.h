@@ -41,6 +41,7 @@ class ViewActions final : public QObject {
 
   DirectoryPane& pane_;
   QList<QAction*> actions_;
+  QAction* copy_names_ = nullptr;
 };
 
 }  // namespace pelora::console

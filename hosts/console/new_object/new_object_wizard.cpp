@@ -12,6 +12,7 @@
 #include "directory/error_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
+#include "hosts/session/filled_fields.h"
 #include "hosts/session/text.h"
 
 namespace pelora::console {
@@ -52,9 +53,30 @@ QtDialog* QtNewObjectWizard::Dialog(std::size_t page) const {
 }
 
 HRESULT QtNewObjectWizard::AddExtension(Ref<IDsAdminNewObjExt> extension, sheets::WizardRole role) {
+  Ref<IFieldRows> fields;
+  const bool has_fields =
+      extension && SUCCEEDED(extension->QueryInterface(IFieldRows::kIid,
+                                                       reinterpret_cast<void**>(fields.Put())));
   const HRESULT status = machine_.AddExtension(std::move(extension), role);
   MakePages();
+  rows_.resize(dialogs_.size());
+  // They are those of the page that came last.
+  if (has_fields && !rows_.empty()) rows_.back() = fields->Fields();
   return status;
+}
+
+const std::vector<FieldRow>* QtNewObjectWizard::RowsAt(std::size_t place) const {
+  const std::size_t own = machine_.OwnPages();
+  return place >= own && place - own < rows_.size() ? &rows_[place - own] : nullptr;
+}
+
+void QtNewObjectWizard::ShowHint() {
+  const std::size_t place = machine_.pages().Current();
+  QtDialog* const dialog = IsSummary() ? nullptr : Dialog(place);
+  const std::vector<FieldRow>* const rows = RowsAt(place);
+  const bool waits = dialog != nullptr && rows != nullptr && !machine_.IsNextEnabled();
+  const resources::DialogTemplate* const page = waits ? &machine_.pages().Template(place) : nullptr;
+  hint_->setText(waits ? ToQString(session::WhatIsMissing(*rows, *page, *dialog)) : QString());
 }
 
 void QtNewObjectWizard::MakePages() {
@@ -102,6 +124,7 @@ void QtNewObjectWizard::UpdateButtons() {
   back_->setEnabled(machine_.IsBackEnabled());
   next_->setVisible(!IsSummary());
   next_->setEnabled(machine_.IsNextEnabled());
+  ShowHint();
   finish_->setVisible(IsSummary());
   (IsSummary() ? finish_ : next_)->setDefault(true);
 }

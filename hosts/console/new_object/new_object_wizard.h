@@ -10,6 +10,7 @@
 #include "hosts/console/new_object/own_page.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/sheets/wizard_machine.h"
+#include "platform/field_rows.h"
 #include "platform/message_box.h"
 
 class QLabel;
@@ -87,6 +88,10 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   /// Makes the widgets of the pages that an extension has added.
   void MakePages();
   void FillSummary();
+  /// The fields of the extension whose page stands at a place; none for other pages.
+  [[nodiscard]] const std::vector<FieldRow>* RowsAt(std::size_t place) const;
+  /// Says in the line below the pages what Next waits for.
+  void ShowHint();
   void Finish();
   void ShowFailure(const sheets::CreationResult& result);
 
@@ -100,11 +105,14 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   QPushButton* next_ = nullptr;
   QPushButton* finish_ = nullptr;
   QPushButton* cancel_ = nullptr;
+  QLabel* hint_ = nullptr;
   QString container_;
   QString title_;
   /// What stands of the extensions' pages; their controllers hear of it when they first show. Gone
   /// before the pages.
   std::vector<std::unique_ptr<QtDialog>> dialogs_;
+  /// Of each extension's page.
+  std::vector<std::vector<FieldRow>> rows_;
   sheets::WizardMachine machine_;
 };
 

@@ -8,8 +8,10 @@
 #include <QVBoxLayout>
 
 #include "hosts/console/new_object/new_object_wizard.h"
+#include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
+#include "hosts/session/filled_fields.h"
 
 namespace pelora::console {
 namespace {
@@ -47,6 +49,12 @@ void QtNewObjectWizard::MakeLayout(const QString& container) {
   layout->addWidget(stack_);
   MakeOwnPage();
   MakeSummary();
+  hint_ = new QLabel(this);
+  hint_->setObjectName(QStringLiteral("wizard_hint"));
+  ShowPlainly(*hint_);
+  // The buttons stay where they are, whatever it says.
+  hint_->setFixedHeight(hint_->fontMetrics().lineSpacing());
+  layout->addWidget(hint_);
   MakeButtons(*layout);
 }
 
@@ -116,6 +124,17 @@ void QtNewObjectWizard::FillSummary() {
   for (const std::string& summary : machine_.Summaries()) {
     paragraphs.append(ToQString(summary).trimmed());
   }
+  QStringList fields;
+  for (std::size_t at = 0; at < dialogs_.size(); ++at) {
+    const std::size_t place = machine_.OwnPages() + at;
+    QtDialog* const dialog = Dialog(place);
+    if (dialog == nullptr || rows_[at].empty()) continue;
+    for (const std::string& line :
+         session::FilledFields(rows_[at], machine_.pages().Template(place), *dialog)) {
+      fields.append(ToQString(line));
+    }
+  }
+  if (!fields.isEmpty()) paragraphs.append(fields.join(QLatin1Char('\n')));
   summary_->setPlainText(paragraphs.join(QStringLiteral("\n\n")));
   failure_->hide();
 }

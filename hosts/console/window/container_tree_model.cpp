@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "hosts/console/life/object_drag.h"
 #include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/collation.h"
 #include "hosts/console/text/plain_text.h"
@@ -130,6 +131,17 @@ QVariant ContainerTreeModel::DataOf(const QModelIndex& index, int role) const {
 QVariant ContainerTreeModel::headerData(int /*section*/, Qt::Orientation /*orientation*/,
                                         int role) const {
   return role == Qt::DisplayRole ? QVariant(QStringLiteral("Containers")) : QVariant();
+}
+
+Qt::ItemFlags ContainerTreeModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags flags = QAbstractItemModel::flags(index);
+  return index.parent().isValid() ? flags | Qt::ItemIsDragEnabled : flags;
+}
+
+QMimeData* ContainerTreeModel::mimeData(const QModelIndexList& indexes) const {
+  std::vector<std::string> dns;
+  for (const QModelIndex& index : indexes) dns.push_back(ObjectAt(index).dn);
+  return DraggedObjects(dns);
 }
 
 bool ContainerTreeModel::hasChildren(const QModelIndex& parent) const {

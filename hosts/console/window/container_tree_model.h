@@ -46,6 +46,9 @@ class ContainerTreeModel final : public QAbstractItemModel {
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
                                     int role) const override;
+  /// All containers but the base can be dragged.
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+  [[nodiscard]] QMimeData* mimeData(const QModelIndexList& indexes) const override;
   [[nodiscard]] bool hasChildren(const QModelIndex& parent) const override;
   [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
   void fetchMore(const QModelIndex& parent) override;

@@ -7,9 +7,11 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "hosts/console/life/object_drag.h"
 #include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/ldap/name_key.h"
 #include "hosts/session/distinguished_name.h"
 
 namespace pelora::console {
@@ -153,6 +155,15 @@ std::vector<session::DirectoryObject> DirectoryPane::Selection() const {
   return selected;
 }
 
+std::optional<session::DirectoryObject> DirectoryPane::PlaceForNew() const {
+  const session::DirectoryObject* const shown = Container();
+  if (shown == nullptr) return std::nullopt;
+  std::vector<session::DirectoryObject> selected = Selection();
+  if (selected.size() == 1 && selected.front().kind.is_container)
+    return std::move(selected.front());
+  return *shown;
+}
+
 bool DirectoryPane::HasParent() const { return tree_->currentIndex().parent().isValid(); }
 
 void DirectoryPane::ShowContainer() {
@@ -160,7 +171,7 @@ void DirectoryPane::ShowContainer() {
   if (container == nullptr) return;
   find_->SetContainer(ToQString(container->name));
   // What was found stays when the same container has only been read anew.
-  const bool is_same = container->dn == listed_container_;
+  const bool is_same = std::exchange(is_recalling_, false) || container->dn == listed_container_;
   listed_container_ = container->dn;
   if (is_same && find_->IsAsking()) return ShowAsked();
   find_->Clear();
@@ -186,14 +197,25 @@ void DirectoryPane::GoToChild(const std::string& dn) {
 void DirectoryPane::GoTo(const std::string& dn) {
   const QModelIndex base = tree_model_ ? tree_model_->BaseIndex() : QModelIndex();
   if (!base.isValid()) return;
-  const std::string& top = tree_model_->ObjectAt(base).dn;
+  tree_->setCurrentIndex({});
+  find_->Clear();
+  FollowPath(base, PathTo(dn));
+}
+
+std::vector<std::string> DirectoryPane::PathTo(const std::string& dn) const {
+  const std::string& top = tree_model_->ObjectAt(tree_model_->BaseIndex()).dn;
   std::vector<std::string> path;
   for (std::string_view step = dn; step.size() > top.size(); step = session::ParentName(step)) {
     path.emplace(path.begin(), step);
   }
-  tree_->setCurrentIndex({});
-  find_->Clear();
-  FollowPath(base, std::move(path));
+  return path;
+}
+
+void DirectoryPane::RefreshAt(const std::string& dn) {
+  if (!tree_model_) return;
+  refreshed_path_ = PathTo(dn);
+  tree_model_->Reload();
+  FollowPath(tree_model_->BaseIndex(), refreshed_path_);
 }
 
 void DirectoryPane::ShowAdvanced(bool advanced) {
@@ -201,6 +223,30 @@ void DirectoryPane::ShowAdvanced(bool advanced) {
   if (!tree_model_) return;
   tree_model_->SetAdvanced(advanced);
   Refresh();
+}
+
+void DirectoryPane::Recall(const std::string& dn) {
+  if (!tree_model_) return;
+  const QModelIndex base = tree_model_->BaseIndex();
+  const std::string top = ldap::NameKey(tree_model_->ObjectAt(base).dn);
+  if (!ldap::LiesBelow(ldap::NameKey(dn), top)) return;
+  is_recalling_ = true;
+  tree_->setCurrentIndex({});
+  FollowPath(base, PathTo(dn));
+}
+
+void DirectoryPane::TakeDrops(
+    std::function<void(const std::vector<std::string>& dns, const std::string& container)> take) {
+  // Both go with their views.
+  new ObjectDrop(
+      *tree_, [this](const QModelIndex& index) { return tree_model_->ObjectAt(index).dn; }, take);
+  new ObjectDrop(
+      list_->view(),
+      [this](const QModelIndex& index) {
+        const session::DirectoryObject& object = list_->ObjectAt(index);
+        return object.kind.is_container ? object.dn : std::string();
+      },
+      std::move(take));
 }
 
 void DirectoryPane::RefreshList() { listing_->Refresh(); }

@@ -46,6 +46,9 @@ class DirectoryPane final : public QSplitter {
   /// The container whose objects are listed; null when there is none, which is so while a refresh
   /// is under way.
   [[nodiscard]] const session::DirectoryObject* Container() const;
+  /// Where a new object is to be made: in the one container that is selected in the list, or else
+  /// in the one that is shown; null when there is none.
+  [[nodiscard]] std::optional<session::DirectoryObject> PlaceForNew() const;
   /// What an action on objects concerns now: the objects selected in the list or, when the tree was
   /// used last or nothing is selected there, the container.
   [[nodiscard]] std::vector<session::DirectoryObject> Selection() const;
@@ -57,10 +60,18 @@ class DirectoryPane final : public QSplitter {
   void GoTo(const std::string& dn);
   /// Reads the containers and the list anew, and leads back to where it was.
   void Refresh();
+  /// The same, and leads to another container, or as far down to it as there is a way.
+  void RefreshAt(const std::string& dn);
+  /// Goes to a container where an earlier window was, as far down to it as there is a way. What is
+  /// asked for meanwhile stays.
+  void Recall(const std::string& dn);
   /// Reads the list anew; what it shows stays until everything has arrived.
   void RefreshList();
   /// Shows what the directory keeps for an advanced view, too, or no longer.
   void ShowAdvanced(bool advanced);
+  /// Objects that are dropped on a container, in the tree or in the list, are given to `take`.
+  void TakeDrops(
+      std::function<void(const std::vector<std::string>& dns, const std::string& container)> take);
   /// An object that is to be selected when the list has been read.
   void SelectWhenRead(std::string dn) { select_when_read_ = std::move(dn); }
 
@@ -97,6 +108,8 @@ class DirectoryPane final : public QSplitter {
   /// Lists something under the name by which its columns are remembered.
   void List(ListOrder order, const QString& name);
   void RememberLayout();
+  /// The containers from right below the base down to one.
+  [[nodiscard]] std::vector<std::string> PathTo(const std::string& dn) const;
   /// Goes down from `container` by the names of containers, each below the one before.
   void FollowPath(const QModelIndex& container, std::vector<std::string> path);
 
@@ -119,6 +132,8 @@ class DirectoryPane final : public QSplitter {
   std::string listed_container_;
   bool is_advanced_ = false;
   bool tree_used_last_ = false;
+  /// On the way to the container of an earlier window.
+  bool is_recalling_ = false;
   /// Where the last refresh leads.
   std::vector<std::string> refreshed_path_;
   /// Empty: none.

@@ -12,6 +12,7 @@
 #include <QScopeGuard>
 #include <QStatusBar>
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "hosts/console/new_object/make_new_object_wizard.h"
@@ -27,6 +28,7 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   setWindowIcon(IconOf(session::ObjectIcon::kDomain));
   MakePane();
   MakeActions();
+  MakePlaces();
   MakeMenus();
   count_ = new QLabel(this);
   hint_ = new QLabel(this);
@@ -42,7 +44,8 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
     ReportLater(text, reason);
   };
   history_desk_.on_told = [this](const QString& text) { statusBar()->showMessage(text); };
-  history_desk_.on_written = [this] { pane_->RefreshList(); };
+  // What was taken back may be a container's name or place.
+  history_desk_.on_written = [this] { pane_->Refresh(); };
   UpdateActions();
 }
 
@@ -86,6 +89,7 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   }
   // Only now: a directory that cannot be read costs nobody his open sheets.
   if (!sheets_.CloseAll()) return false;
+  RememberContainer();
   pane_->EndDirectory();
   history_desk_.SetDirectory(&shown->history, &shown->store);
   directory_ = std::move(shown);
@@ -97,6 +101,7 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
                     ? QStringLiteral("Directory file %1").arg(Readable(name))
                     : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), name));
   pane_->ShowDirectory(std::move(base), open.open_another, &directory_->fields);
+  RecallContainer();
   return true;
 }
 
@@ -109,13 +114,23 @@ void MainWindow::StopReading() {
 void MainWindow::OpenSelection() {
   const std::vector<session::DirectoryObject> selected = pane_->list().Selection();
   if (selected.size() != 1 || !selected.front().kind.is_container) {
-    return properties_->isEnabled() ? ShowProperties(selected) : void();
+    if (!properties_->isEnabled()) return;
+    return ShowProperties(selected, pane_->list().SelectedAttribute());
   }
   if (pane_->find().IsAsking()) return pane_->GoTo(selected.front().dn);
   pane_->GoToChild(selected.front().dn);
 }
 
-void MainWindow::ShowProperties(std::span<const session::DirectoryObject> selection) {
+void MainWindow::ShowSelection() {
+  const std::vector<session::DirectoryObject> selection = Selection();
+  const std::vector<session::DirectoryObject> listed = pane_->list().Selection();
+  const bool is_listed =
+      selection.size() == 1 && listed.size() == 1 && selection.front().dn == listed.front().dn;
+  ShowProperties(selection, is_listed ? pane_->list().SelectedAttribute() : std::string());
+}
+
+void MainWindow::ShowProperties(std::span<const session::DirectoryObject> selection,
+                                const std::string& attribute) {
   if (!directory_) return;
   QStringList names;
   for (const session::DirectoryObject& object : selection) names.append(ToQString(object.dn));
@@ -153,6 +168,7 @@ void MainWindow::ShowProperties(std::span<const session::DirectoryObject> select
         sheet, [this, sheet, objects] { OpenAnew(*sheet, objects); }, Qt::QueuedConnection);
   };
   sheets_.Show(std::move(made.sheet), key);
+  if (!attribute.empty()) made.fields->GoTo(attribute);
 }
 
 void MainWindow::OpenAnew(QtPropertySheet& sheet,
@@ -185,21 +201,24 @@ void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& fr
 }
 
 void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
-  const session::DirectoryObject* container = pane_->Container();
-  if (!directory_ || container == nullptr) return;
+  const std::optional<session::DirectoryObject> container = pane_->PlaceForNew();
+  if (!directory_ || !container) return;
   WizardResult made = MakeNewObjectWizard(
       kind, *container, {.store = directory_->store, .specifiers = directory_->session->specifiers},
       directory_->platform.platform(), module_, this);
   if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
   const bool is_made = made.wizard->exec() == QDialog::Accepted;
-  if (is_made) ShowNewObject(kind, made.wizard->created_name());
+  if (is_made) ShowNewObject(kind, container->dn, made.wizard->created_name());
   made.wizard.reset();
   // A directory that was opened meanwhile need not wait any longer.
   openings_.ShowOpened();
 }
 
-void MainWindow::ShowNewObject(const session::NewObjectKind& kind, const std::string& dn) {
+void MainWindow::ShowNewObject(const session::NewObjectKind& kind, const std::string& container,
+                               const std::string& dn) {
   pane_->SelectWhenRead(dn);
+  const session::DirectoryObject* const shown = pane_->Container();
+  if (shown == nullptr || shown->dn != container) return pane_->RefreshAt(container);
   // A container stands in the tree as well.
   const std::array classes = {std::string(kind.class_name)};
   session::KindOf(classes).is_container ? pane_->Refresh() : pane_->RefreshList();
@@ -218,8 +237,15 @@ void MainWindow::UpdateActions() {
   properties_->setToolTip(PlainToolTip(tip));
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
   for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(directory_ != nullptr);
-  new_menu_->menuAction()->setEnabled(pane_->Container() != nullptr);
+  const std::optional<session::DirectoryObject> place = pane_->PlaceForNew();
+  new_menu_->menuAction()->setEnabled(place.has_value());
+  if (place) {
+    new_menu_->menuAction()->setStatusTip(
+        QStringLiteral("Create an object in %1").arg(Readable(ToQString(place->name))));
+  }
   parent_->setEnabled(pane_->HasParent());
+  places_->Update();
+  attributes_->setEnabled(directory_ && selection.size() == 1);
 
   stop_->setEnabled(pane_->state() == ContainerListing::State::kReading || openings_.IsOpening());
   count_->setText(directory_ ? pane_->CountText() : QString());

@@ -9,6 +9,7 @@
 
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/errands/qt_errands.h"
+#include "hosts/console/life/place_actions.h"
 #include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/sheets/sheet_windows.h"
 #include "hosts/console/window/directory_openings.h"
@@ -50,9 +51,11 @@ class MainWindow final : public QMainWindow {
   void OpenServerBesides(const QString& server, std::function<void()> on_shown = {});
 
   /// Opens the property sheet of objects, or brings it to the front; a failure is shown.
-  void ShowProperties(std::span<const session::DirectoryObject> selection);
-  /// Makes an object in the container that is shown, in a wizard that is waited for; a failure is
-  /// shown.
+  /// With an attribute, the page with its field is shown.
+  void ShowProperties(std::span<const session::DirectoryObject> selection,
+                      const std::string& attribute = {});
+  /// Makes an object in the container that is selected or shown, in a wizard that is waited for; a
+  /// failure is shown.
   void MakeNewObject(const session::NewObjectKind& kind);
   /// What an action on objects concerns now: the objects selected in the list or, when the tree was
   /// used last or nothing is selected there, the container.
@@ -89,13 +92,23 @@ class MainWindow final : public QMainWindow {
   void Recall();
   void Remember();
   void OpenLast();
+  /// The container that was shown last of the directory that is shown.
+  [[nodiscard]] QString ContainerKey() const;
+  void RememberContainer();
+  void RecallContainer();
   void MakePane();
   void MakeActions();
   void MakeMenus();
-  void ShowNewObject(const session::NewObjectKind& kind, const std::string& dn);
+  void MakePlaces();
+  /// Shows what the directory has of the selected object.
+  void ShowAttributes();
+  void ShowNewObject(const session::NewObjectKind& kind, const std::string& container,
+                     const std::string& dn);
   void StopReading();
   void ShowOpened(DirectoryOpenings::Opened opened);
   void OpenSelection();
+  /// Shows the properties of what is selected, at the field that a rule's finding is about.
+  void ShowSelection();
   /// Shows the properties as they are by now, at the same page.
   void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
   /// Shows the settings of an object that was found from within another window.
@@ -115,6 +128,8 @@ class MainWindow final : public QMainWindow {
   SheetWindows sheets_;
 
   DirectoryPane* pane_ = nullptr;
+  /// Goes with the pane.
+  PlaceActions* places_ = nullptr;
   DirectoryOpenings openings_{
       [this](DirectoryOpenings::Opened opened) { ShowOpened(std::move(opened)); }};
   /// The directory that an earlier window has shown.
@@ -130,6 +145,7 @@ class MainWindow final : public QMainWindow {
   QAction* open_container_ = nullptr;
   QMenu* new_menu_ = nullptr;
   QAction* properties_ = nullptr;
+  QAction* attributes_ = nullptr;
   QAction* refresh_ = nullptr;
   QAction* stop_ = nullptr;
   QAction* advanced_ = nullptr;

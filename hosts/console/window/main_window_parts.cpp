@@ -64,7 +64,10 @@ void MainWindow::MakeActions() {
       make(ThemeIcon("document-properties", QStyle::SP_FileDialogDetailedView),
            QStringLiteral("&Properties"), {},
            {QKeySequence(QStringLiteral("Alt+Return")), QKeySequence(QStringLiteral("Alt+Enter"))},
-           [this] { ShowProperties(Selection()); });
+           [this] { ShowSelection(); });
+  attributes_ = make({}, QStringLiteral("&Attributes..."),
+                     QStringLiteral("Show every attribute of the object as the directory has it"),
+                     {QKeySequence(QStringLiteral("Ctrl+Shift+A"))}, [this] { ShowAttributes(); });
   refresh_ = make(ThemeIcon("view-refresh", QStyle::SP_BrowserReload), QStringLiteral("&Refresh"),
                   QStringLiteral("Read the directory again"),
                   {QKeySequence(Qt::Key_F5), QKeySequence(QStringLiteral("Ctrl+R"))},
@@ -115,7 +118,9 @@ void MainWindow::MakeMenus() {
   edit->insertSeparator(review_);
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
   object->addMenu(new_menu_);
-  object->addActions({open_container_, properties_});
+  object->addActions({open_container_, properties_, attributes_});
+  object->addSeparator();
+  object->addActions(places_->actions());
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
   view->addActions({find_, filter_, refresh_, stop_, parent_, advanced_});
   view->addSeparator();
@@ -133,6 +138,10 @@ void MainWindow::MakeMenus() {
 
   pane_->list().view().addActions(
       {new_menu_->menuAction(), open_container_, properties_, refresh_});
+  for (QTreeView* objects : {&pane_->list().view(), &pane_->tree()}) {
+    objects->addActions(places_->actions());
+    objects->addAction(attributes_);
+  }
   pane_->list().view().setContextMenuPolicy(Qt::ActionsContextMenu);
   pane_->tree().addActions({new_menu_->menuAction(), properties_, refresh_});
   pane_->tree().setContextMenuPolicy(Qt::ActionsContextMenu);

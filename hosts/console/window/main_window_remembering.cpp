@@ -54,9 +54,25 @@ void MainWindow::Remember() {
   remembered.SetBytes(Key(kGeometry), saveGeometry());
   remembered.SetBytes(Key(kState), saveState());
   remembered.SetBytes(Key(kSplit), pane_->saveState());
+  RememberContainer();
   if (session() == nullptr) return;
   const QString last = (session()->is_file ? kFile : kServer) + ToQString(session()->path);
   remembered.SetBytes(Key(kLast), last.toUtf8());
+}
+
+QString MainWindow::ContainerKey() const {
+  const QByteArray name = ToQString(session()->path).toUtf8().toPercentEncoding();
+  return QStringLiteral("containers/%1").arg(QString::fromLatin1(name));
+}
+
+void MainWindow::RememberContainer() {
+  const session::DirectoryObject* const container = pane_->Container();
+  if (session() == nullptr || container == nullptr) return;
+  pane_->remembered().SetBytes(ContainerKey(), QByteArray::fromStdString(container->dn));
+}
+
+void MainWindow::RecallContainer() {
+  pane_->Recall(pane_->remembered().Bytes(ContainerKey()).toStdString());
 }
 
 void MainWindow::OpenLast() {

@@ -4,8 +4,11 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
+#include "hosts/console/life/object_drag.h"
 #include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -27,7 +30,8 @@ std::vector<ObjectListModel::Row> ObjectListModel::RowsOf(
   rows.reserve(objects.size());
   const Row* before = rows_.empty() ? nullptr : &rows_.back();
   for (session::ListedObject& listed : objects) {
-    Row row{.object = std::move(listed.object), .texts = {}};
+    Row row{
+        .object = std::move(listed.object), .attribute = std::move(listed.attribute), .texts = {}};
     row.texts.reserve(static_cast<qsizetype>(columns_.size()));
     for (std::size_t column = 0; column < columns_.size(); ++column) {
       QString text = column < listed.cells.size() ? ToQString(listed.cells[column]) : QString();
@@ -140,6 +144,21 @@ QVariant ObjectListModel::headerData(int section, Qt::Orientation orientation, i
   if (role == Qt::DisplayRole) return ToQString(column.title);
   if (role == Qt::ToolTipRole) return PlainToolTip(ToQString(column.place));
   return {};
+}
+
+Qt::ItemFlags ObjectListModel::flags(const QModelIndex& index) const {
+  return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+}
+
+QMimeData* ObjectListModel::mimeData(const QModelIndexList& indexes) const {
+  std::vector<std::string> dns;
+  // What a rule finds has a row each, several of one object.
+  std::unordered_set<std::string_view> known;
+  for (const QModelIndex& index : indexes) {
+    const std::string& dn = ObjectAt(index.row()).dn;
+    if (index.column() == kName && known.insert(dn).second) dns.push_back(dn);
+  }
+  return DraggedObjects(dns);
 }
 
 }  // namespace pelora::console

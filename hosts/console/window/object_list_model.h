@@ -27,6 +27,10 @@ class ObjectListModel final : public QAbstractTableModel {
   [[nodiscard]] const session::DirectoryObject& ObjectAt(int row) const {
     return rows_[static_cast<std::size_t>(row)].object;
   }
+  /// `session::ListedObject::attribute`.
+  [[nodiscard]] const std::string& AttributeAt(int row) const {
+    return rows_[static_cast<std::size_t>(row)].attribute;
+  }
   [[nodiscard]] const QString& TextAt(int row, int column) const {
     return rows_[static_cast<std::size_t>(row)].texts[column];
   }
@@ -40,11 +44,15 @@ class ObjectListModel final : public QAbstractTableModel {
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
                                     int role) const override;
+  /// Objects can be dragged.
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+  [[nodiscard]] QMimeData* mimeData(const QModelIndexList& indexes) const override;
 
  private:
   /// Texts are made for the view once: it asks for them at every comparison and drawing.
   struct Row {
     session::DirectoryObject object;
+    std::string attribute;
     QList<QString> texts;
   };
 

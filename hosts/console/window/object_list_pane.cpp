@@ -271,6 +271,16 @@ std::vector<session::DirectoryObject> ObjectListPane::Selection() const {
   return selected;
 }
 
+const session::DirectoryObject& ObjectListPane::ObjectAt(const QModelIndex& index) const {
+  return model_->ObjectAt(shown_->mapToSource(index).row());
+}
+
+std::string ObjectListPane::SelectedAttribute() const {
+  const QModelIndexList rows = view_->selectionModel()->selectedRows();
+  return rows.size() == 1 ? model_->AttributeAt(shown_->mapToSource(rows.front()).row())
+                          : std::string();
+}
+
 int ObjectListPane::ShownCount() const { return shown_->rowCount(); }
 
 int ObjectListPane::Count() const { return model_->rowCount({}); }

@@ -40,12 +40,16 @@ class ObjectListPane final : public QWidget {
   void Select(const std::vector<std::string>& names);
   /// The selected objects, in the order shown, each once.
   [[nodiscard]] std::vector<session::DirectoryObject> Selection() const;
+  /// The attribute that the one selected row is about, where a rule has found it; empty elsewhere.
+  [[nodiscard]] std::string SelectedAttribute() const;
   /// The selected rows (without any: all that are shown) as lines with tabs, under a line of the
   /// columns' titles.
   [[nodiscard]] QString AsText() const;
   /// The same objects, each once, as a table that `peloractl apply` reads: their distinguished
   /// names, and the columns by the names that scripts have for them.
   [[nodiscard]] std::string AsCsv() const;
+  /// The object of a row of the view.
+  [[nodiscard]] const session::DirectoryObject& ObjectAt(const QModelIndex& index) const;
   [[nodiscard]] int ShownCount() const;
   [[nodiscard]] int Count() const;
 

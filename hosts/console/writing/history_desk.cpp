@@ -63,6 +63,11 @@ void HistoryDesk::UndoLast() {
   const std::vector<session::PastChange> past = history_->List();
   const auto last = std::ranges::find_if(
       past, [](const session::PastChange& change) { return !change.is_undone; });
+  if (last != past.end() && last->is_final) {
+    const QString what = Enumerated(last->objects);
+    return on_told(QStringLiteral("What was written last cannot be taken back: %1 (%2)")
+                       .arg(what, Enumerated(last->fields)));
+  }
   if (last != past.end()) return TakeBack(*last, false);
   on_told(QStringLiteral("There is nothing to take back."));
 }

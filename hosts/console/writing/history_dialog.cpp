@@ -93,9 +93,11 @@ void HistoryDialog::Fill() {
   table_->setRowCount(static_cast<int>(past_.size()));
   int row = 0;
   for (const session::PastChange& past : past_) {
-    const QStringList texts = {
-        TimeText(past.when), Enumerated(past.objects), Enumerated(past.fields),
-        past.is_undone ? QStringLiteral("taken back") : QStringLiteral("written")};
+    const QStringList texts = {TimeText(past.when), Enumerated(past.objects),
+                               Enumerated(past.fields),
+                               past.is_undone  ? QStringLiteral("taken back")
+                               : past.is_final ? QStringLiteral("written for good")
+                                               : QStringLiteral("written")};
     for (int column = 0; column < texts.size(); ++column) {
       auto* item = new QTableWidgetItem(texts[column]);
       if (column == 1) item->setToolTip(PlainToolTip(All(past.objects)));
@@ -116,7 +118,7 @@ const session::PastChange* HistoryDialog::Current() const {
 
 void HistoryDialog::UpdateButtons() {
   const session::PastChange* const past = Current();
-  undo_->setEnabled(past != nullptr && !past->is_undone);
+  undo_->setEnabled(past != nullptr && !past->is_undone && !past->is_final);
   redo_->setEnabled(past != nullptr && past->is_undone);
 }
 

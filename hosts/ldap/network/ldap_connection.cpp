@@ -14,6 +14,7 @@
 #include "hosts/ldap/network/broken_pipe_guard.h"
 #include "hosts/ldap/network/message_wait.h"
 #include "hosts/ldap/network/modify_request.h"
+#include "hosts/ldap/network/request_name.h"
 #include "hosts/ldap/network/sasl_sign_in.h"
 #include "hosts/ldap/network/tcp_connect.h"
 
@@ -66,13 +67,6 @@ StoreStatus CheckPort(const ServerName& server) {
             "the server '" + server.Text() + "' is of no use: " + unfit.reason};
   }
   return {};
-}
-
-/// The library ends names at a zero and would send another one.
-bool HasZero(const std::string& text) { return text.find('\0') != std::string::npos; }
-
-StoreStatus NotAName(const std::string& dn) {
-  return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn.substr(0, dn.find('\0'))};
 }
 
 bool NeedsPermission(std::span<const Modification> modifications) {
@@ -172,8 +166,10 @@ bool LdapConnection::IsUsable() const {
 StoreStatus LdapConnection::SendSearch(const SearchRequest& request, LDAPControl* page,
                                        RequestId& id) {
   if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
-  if (HasZero(request.base)) return NotAName(request.base);
-  if (HasZero(request.filter)) return {kLdapFilterError, "not a search filter"};
+  if (StoreStatus named = CheckRequestName(request.base); !named.Ok()) return named;
+  if (request.filter.find('\0') != std::string::npos) {
+    return {kLdapFilterError, "not a search filter"};
+  }
   const BrokenPipeGuard guard;
   std::vector<char*> attributes;
   for (const std::string& name : request.attributes) {
@@ -193,7 +189,7 @@ StoreStatus LdapConnection::SendModify(const std::string& dn,
                                        std::span<const Modification> modifications, ModifyWay way,
                                        RequestId& id) {
   if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
-  if (HasZero(dn)) return NotAName(dn);
+  if (StoreStatus named = CheckRequestName(dn); !named.Ok()) return named;
   const BrokenPipeGuard guard;
   LDAPControl permissive{.ldctl_oid = const_cast<char*>(kPermissiveModify),
                          .ldctl_value = {.bv_len = 0, .bv_val = nullptr},
@@ -208,20 +204,12 @@ StoreStatus LdapConnection::SendModify(const std::string& dn,
 
 StoreStatus LdapConnection::SendAdd(const Entry& entry, RequestId& id) {
   if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
-  if (HasZero(entry.dn)) return NotAName(entry.dn);
+  if (StoreStatus named = CheckRequestName(entry.dn); !named.Ok()) return named;
   const BrokenPipeGuard guard;
   LdapModifications attributes(entry.attributes);
   const int code =
       ldap_add_ext(handle(), entry.dn.c_str(), attributes.get(), nullptr, nullptr, &id);
   return Failure(code, "the new object cannot be sent");
-}
-
-StoreStatus LdapConnection::SendDelete(const std::string& dn, RequestId& id) {
-  if (is_broken_) return Failure(LDAP_SERVER_DOWN, {});
-  if (HasZero(dn)) return NotAName(dn);
-  const BrokenPipeGuard guard;
-  const int code = ldap_delete_ext(handle(), dn.c_str(), nullptr, nullptr, &id);
-  return Failure(code, "the deletion cannot be sent");
 }
 
 StoreStatus LdapConnection::Await(RequestId id, Amount amount, LdapMessagePtr& answer) {

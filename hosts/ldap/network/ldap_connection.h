@@ -56,7 +56,11 @@ class LdapConnection {
   StoreStatus SendModify(const std::string& dn, std::span<const Modification> modifications,
                          ModifyWay way, RequestId& id);
   StoreStatus SendAdd(const Entry& entry, RequestId& id);
-  StoreStatus SendDelete(const std::string& dn, RequestId& id);
+  StoreStatus SendDelete(const std::string& dn, RequestId& id,
+                         IDirectoryStore::Extent extent = IDirectoryStore::Extent::kAlone);
+  StoreStatus SendRename(const std::string& dn, const std::string& to, RequestId& id);
+  /// Sends what brings back the deleted object of a `objectGUID` under a name.
+  StoreStatus SendRestore(const std::string& guid, const std::string& dn, RequestId& id);
 
   enum class Amount : std::uint8_t {
     /// The next message: an entry, a reference or the result.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/network/network_store.h"
 
+#include <algorithm>
 #include <array>
 #include <deque>
 #include <optional>
@@ -15,6 +16,8 @@
 #include "hosts/ldap/network/ldap_answer.h"
 #include "hosts/ldap/network/paged_search.h"
 #include "hosts/ldap/network/subschema.h"
+#include "hosts/ldap/remove_bottom_up.h"
+#include "hosts/ldap/tree_controls.h"
 
 namespace pelora::ldap {
 namespace {
@@ -41,6 +44,8 @@ StoreStatus NetworkStore::Open() {
   if (status.Ok()) status = LearnSchema(*opened, root);
   if (!status.Ok()) return status;
   contexts_ = NamingContexts(ValuesOf(root, "namingContexts"));
+  const AttributeValues& controls = ValuesOf(root, "supportedControl");
+  deletes_trees_ = std::ranges::find(controls, kTreeDeleteControl) != controls.end();
   connection_ = std::move(opened);
   return {};
 }
@@ -229,6 +234,45 @@ StoreStatus NetworkStore::Delete(const Entry& made) {
   return DoWriting("the deletion of '" + made.dn + "'", LDAP_RES_DELETE,
                    [&](LdapConnection& connection, LdapConnection::RequestId& id) {
                      return connection.SendDelete(made.dn, id);
+                   });
+}
+
+StoreStatus NetworkStore::Meet(const Entry& seen) {
+  Entry now;
+  // Without a single name everything would be read.
+  std::vector<std::string> names = AttributeNames(seen);
+  names.emplace_back("objectClass");
+  StoreStatus status = Read(seen.dn, names, now);
+  return status.Ok() ? CheckSame(*schema_, seen, now) : status;
+}
+
+StoreStatus NetworkStore::Rename(const Entry& seen, const std::string& dn) {
+  if (StoreStatus met = Meet(seen); !met.Ok()) return met;
+  return DoWriting("the new name of '" + seen.dn + "'", LDAP_RES_MODDN,
+                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
+                     return connection.SendRename(seen.dn, dn, id);
+                   });
+}
+
+StoreStatus NetworkStore::SendRemoval(const std::string& dn, Extent extent) {
+  return DoWriting("the deletion of '" + dn + "'", LDAP_RES_DELETE,
+                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
+                     return connection.SendDelete(dn, id, extent);
+                   });
+}
+
+StoreStatus NetworkStore::Remove(const Entry& seen, Extent extent) {
+  if (StoreStatus met = Meet(seen); !met.Ok()) return met;
+  if (extent == Extent::kAlone || deletes_trees_) return SendRemoval(seen.dn, extent);
+  return RemoveBottomUp(*this, seen.dn,
+                        [this](const std::string& dn) { return SendRemoval(dn, Extent::kAlone); });
+}
+
+StoreStatus NetworkStore::Restore(const Entry& removed) {
+  return DoWriting("the restoring of '" + removed.dn + "'", LDAP_RES_MODIFY,
+                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
+                     return connection.SendRestore(FirstValue(removed, "objectGUID"), removed.dn,
+                                                   id);
                    });
 }
 

@@ -48,6 +48,9 @@ class NetworkStore final : public IDirectoryStore {
   void ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) override;
   StoreStatus Add(const Entry& entry) override;
   StoreStatus Delete(const Entry& made) override;
+  StoreStatus Rename(const Entry& seen, const std::string& dn) override;
+  StoreStatus Remove(const Entry& seen, Extent extent) override;
+  StoreStatus Restore(const Entry& removed) override;
   void StopOn(const std::stop_token& stop) override;
   [[nodiscard]] bool IsSealed() const override { return true; }
 
@@ -72,6 +75,9 @@ class NetworkStore final : public IDirectoryStore {
   static StoreStatus AwaitWriting(const SentWrite& sent);
   SentWrite SendModify(const std::string& dn, std::span<const Modification> modifications,
                        ModifyWay way);
+  /// Whether the object that was seen is there.
+  StoreStatus Meet(const Entry& seen);
+  StoreStatus SendRemoval(const std::string& dn, Extent extent);
   /// The schema that the server at the other end has now.
   StoreStatus LearnSchema(LdapConnection& connection, const Entry& root);
 
@@ -81,6 +87,7 @@ class NetworkStore final : public IDirectoryStore {
   /// Shared with the request under way: one that a sink makes may replace it.
   std::shared_ptr<LdapConnection> connection_;
   NamingContexts contexts_;
+  bool deletes_trees_ = false;
   std::shared_ptr<const Schema> schema_ = std::make_shared<Schema>();
 };
 

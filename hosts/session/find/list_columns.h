@@ -41,6 +41,8 @@ struct ListedObject {
   DirectoryObject object;
   /// One for each column; empty for a field that objects of the class do not have.
   std::vector<std::string> cells{};
+  /// Of what a rule finds: the attribute that it is about; empty elsewhere.
+  std::string attribute{};
 };
 
 /// The columns of a list: what is read for them, and what stands in them. May be used on any

@@ -224,17 +224,17 @@ class Run {
     std::vector<std::string> names;
     for (const Finding& finding : findings) names.push_back(finding.dn);
     std::size_t at = 0;
-    return store_.ReadMany(
-        names, Attributes(), [&](const ldap::StoreStatus& status, const ldap::Entry& entry) {
-          const Finding& finding = findings[at++];
-          // What has gone meanwhile has nothing wrong any more.
-          if (!status.Ok()) return true;
-          ListedObject listed = columns_.ObjectOf(entry, store_.schema());
-          columns_.SetCell(listed, "field",
-                           columns_.TitleOf(AttributeOf(finding, rule, check_fields)));
-          columns_.SetCell(listed, "problem", finding.message);
-          return Hand(std::move(listed));
-        });
+    return store_.ReadMany(names, Attributes(),
+                           [&](const ldap::StoreStatus& status, const ldap::Entry& entry) {
+                             const Finding& finding = findings[at++];
+                             // What has gone meanwhile has nothing wrong any more.
+                             if (!status.Ok()) return true;
+                             ListedObject listed = columns_.ObjectOf(entry, store_.schema());
+                             listed.attribute = AttributeOf(finding, rule, check_fields);
+                             columns_.SetCell(listed, "field", columns_.TitleOf(listed.attribute));
+                             columns_.SetCell(listed, "problem", finding.message);
+                             return Hand(std::move(listed));
+                           });
   }
 
   [[nodiscard]] std::vector<std::string> Attributes() const {

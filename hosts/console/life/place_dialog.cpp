@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/life/place_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include "hosts/console/text/plain_text.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/writing/window_size.h"
+
+namespace pelora::console {
+namespace {
+
+constexpr QSize kWantedSize(640, 420);
+constexpr int kWidth = 480;
+
+QLabel* MakeLabel(const std::string& text, const char* name, QWidget* parent) {
+  auto* label = new QLabel(Readable(ToQString(text)), parent);
+  label->setObjectName(QLatin1String(name));
+  ShowPlainly(*label);
+  label->setWordWrap(true);
+  return label;
+}
+
+}  // namespace
+
+PlaceDialog::PlaceDialog(const session::PlaceQuestion& question, QWidget* parent)
+    : QDialog(parent) {
+  setObjectName(QStringLiteral("place_question"));
+  setWindowTitle(ToQString(question.title));
+  auto* layout = new QVBoxLayout(this);
+  QLabel* text = MakeLabel(question.text, "place_text", this);
+  QFont bold = text->font();
+  bold.setBold(true);
+  text->setFont(bold);
+  layout->addWidget(text);
+  for (const std::string& note : question.notes) {
+    layout->addWidget(MakeLabel(note, "place_note", this));
+  }
+  if (!question.references.empty()) {
+    layout->addWidget(MakeLabel(question.about_references, "place_about_references", this));
+    MakeTable(question);
+    layout->addWidget(table_, 1);
+  }
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
+  go_on_ = buttons->addButton(ToQString(question.button), QDialogButtonBox::AcceptRole);
+  go_on_->setObjectName(QStringLiteral("place_go_on"));
+  if (!question.to_type.empty()) {
+    const QString wanted = ToQString(question.to_type);
+    typed_ = new QLineEdit(this);
+    typed_->setObjectName(QStringLiteral("place_typed"));
+    auto* label = new QLabel(
+        QStringLiteral("&Type \"%1\" to go on:").arg(AsPlainLabel(Readable(wanted))), this);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setBuddy(typed_);
+    layout->addWidget(label);
+    layout->addWidget(typed_);
+    go_on_->setEnabled(false);
+    connect(typed_, &QLineEdit::textChanged, this, [this, wanted](const QString& typed) {
+      go_on_->setEnabled(typed.trimmed() == wanted);
+    });
+  }
+  layout->addWidget(buttons);
+  connect(buttons, &QDialogButtonBox::accepted, this, &PlaceDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &PlaceDialog::reject);
+  // Enter is not to delete what somebody has only looked at.
+  QPushButton* const cancel = buttons->button(QDialogButtonBox::Cancel);
+  cancel->setDefault(typed_ == nullptr);
+  if (typed_ != nullptr) go_on_->setDefault(true);
+  if (table_ != nullptr) {
+    ResizeToFit(*this, kWantedSize);
+  } else {
+    ResizeToFit(*this, QSize(kWidth, sizeHint().height()));
+  }
+  (typed_ != nullptr ? static_cast<QWidget*>(typed_) : cancel)->setFocus();
+}
+
+void PlaceDialog::MakeTable(const session::PlaceQuestion& question) {
+  const QStringList headings = {QStringLiteral("Object"), QStringLiteral("Field"),
+                                QStringLiteral("Names")};
+  table_ = new QTableWidget(static_cast<int>(question.references.size()),
+                            static_cast<int>(headings.size()), this);
+  table_->setObjectName(QStringLiteral("place_references"));
+  table_->setAccessibleName(QStringLiteral("What refers to it"));
+  table_->setHorizontalHeaderLabels(headings);
+  table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  SetUpTable(*table_, *table_->model());
+  int row = 0;
+  for (const session::Reference& reference : question.references) {
+    int column = 0;
+    for (const std::string* cell : {&reference.holder, &reference.field, &reference.target}) {
+      auto* item = new QTableWidgetItem(Readable(ToQString(*cell)).simplified());
+      item->setToolTip(
+          PlainToolTip(ToQString(cell == &reference.holder ? reference.holder_dn : *cell)));
+      table_->setItem(row, column++, item);
+    }
+    ++row;
+  }
+}
+
+}  // namespace pelora::console
