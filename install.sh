@@ -28,6 +28,8 @@ test_packages=(
   # the Windows build and its tests
   g++-mingw-w64-x86-64-posix mingw-w64-tools googletest
   wine wine64 libwine-dev fonts-wine xvfb xauth locales
+  # what a screen reader hears with
+  at-spi2-core dbus-daemon python3-gi gir1.2-atspi-2.0
   # packages for both systems, and what looks them over
   dpkg-dev fakeroot file lintian debootstrap desktop-file-utils appstream shared-mime-info wixl msitools
   openssl osslsigncode

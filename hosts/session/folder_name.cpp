@@ -66,6 +66,13 @@ std::string FolderOf(const std::string& dn) {
   return FolderOfParts(rest);
 }
 
+std::string OwnNameOf(const std::string& dn) {
+  std::string_view rest = dn;
+  const std::string part = TakePart(rest);
+  const std::size_t equals = part.find('=');
+  return equals == std::string::npos ? dn : part.substr(equals + 1);
+}
+
 std::string AsFolder(const std::string& container) { return FolderOfParts(container); }
 
 }  // namespace pelora::session

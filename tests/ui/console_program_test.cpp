@@ -237,5 +237,56 @@ TEST_F(Program, MakesTheSampleDirectoryOnceAndKeepsWhatWasChanged) {
   EXPECT_THAT(SearchEntry(sample, kBirgit), ::testing::Contains("description: Kept"));
 }
 
+/// What a listener to a window of the program tells.
+struct Heard {
+  int controls = 0;
+  std::vector<std::string> faults;
+};
+
+Heard Listen(const std::string& title, const QStringList& arguments) {
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  for (const char* name : {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "QT_QPA_PLATFORMTHEME"}) {
+    environment.remove(QString::fromLatin1(name));
+  }
+  // As if a screen reader ran.
+  environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+  QProcess process;
+  process.setProcessEnvironment(environment);
+  process.start(
+      QStringLiteral("dbus-run-session"),
+      QStringList{QStringLiteral("--"), QStringLiteral("xvfb-run"), QStringLiteral("-a"),
+                  QStringLiteral("/usr/bin/python3"), QStringLiteral(PELORA_SCREEN_READER),
+                  ToQString(title), QStringLiteral(PELORA_CONSOLE)} +
+          arguments);
+  constexpr int kTimeoutOfListener = 200000;
+  EXPECT_TRUE(process.waitForFinished(kTimeoutOfListener)) << "the listener does not end";
+  EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+  Heard heard;
+  // The session bus writes lines of its own.
+  for (const QByteArray& line : process.readAllStandardOutput().split('\n')) {
+    if (line.startsWith("fault: ")) heard.faults.push_back(line.toStdString());
+    if (line.startsWith("heard: ")) heard.controls = line.mid(7).toInt();
+  }
+  return heard;
+}
+
+TEST_F(Program, TellsAScreenReaderWhatEveryControlIsCalled) {
+  struct Sheet {
+    std::vector<std::string> names;
+    const char* title;
+    int controls;
+  };
+  for (const Sheet& sheet :
+       {Sheet{{kBirgit}, "Birgit", 90}, Sheet{{kBirgit, kRolf}, "2 selected", 80},
+        Sheet{{kCompany}, "Linden-Werke Chemnitz Properties", 90}}) {
+    QStringList arguments = {QStringLiteral("--directory"), ToQString(file()),
+                             QStringLiteral("--open")};
+    for (const std::string& name : sheet.names) arguments.append(ToQString(name));
+    const Heard heard = Listen(sheet.title, arguments);
+    EXPECT_GE(heard.controls, sheet.controls) << sheet.title;
+    EXPECT_THAT(heard.faults, IsEmpty()) << sheet.title;
+  }
+}
+
 }  // namespace
 }  // namespace pelora::test

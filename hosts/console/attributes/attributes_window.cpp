@@ -12,9 +12,10 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
-#include "hosts/console/writing/window_size.h"
+#include "hosts/console/writing/tables.h"
 
 namespace pelora::console {
 namespace {

@@ -9,6 +9,8 @@
 #include <utility>
 
 #include "hosts/console/choosers/key_shortcuts.h"
+#include "hosts/console/dialogs/name_label.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -31,11 +33,10 @@ ContainerBrowser::ContainerBrowser(ldap::StoreOpener opener, session::DirectoryO
                status_->setText(QStringLiteral("The contents of %1 cannot be read: %2")
                                     .arg(ToQString(container.name), reason));
              }),
-      status_(new QLabel(this)) {
+      status_(new NameLabel(this)) {
   setObjectName(QStringLiteral("container_browser"));
   setWindowTitle(QStringLiteral("Select Container"));
   status_->setObjectName(QStringLiteral("browser_status"));
-  ShowPlainly(*status_);
   status_->setWordWrap(true);
   MakeTree();
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
@@ -49,7 +50,7 @@ ContainerBrowser::ContainerBrowser(ldap::StoreOpener opener, session::DirectoryO
   layout->addWidget(tree_);
   layout->addWidget(status_);
   layout->addWidget(buttons);
-  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
+  ResizeToFit(*this, kWidth * fontMetrics().averageCharWidth(), {{tree_, kTreeLines}});
 }
 
 ContainerBrowser::~ContainerBrowser() {
@@ -60,10 +61,10 @@ ContainerBrowser::~ContainerBrowser() {
 void ContainerBrowser::MakeTree() {
   tree_ = new QTreeView(this);
   tree_->setObjectName(QStringLiteral("container_tree"));
+  tree_->setAccessibleName(QStringLiteral("Container"));
   tree_->setModel(&model_);
   tree_->setHeaderHidden(true);
   tree_->setUniformRowHeights(true);
-  tree_->setMinimumHeight(kTreeLines * fontMetrics().lineSpacing());
   tree_->setCurrentIndex(model_.BaseIndex());
   tree_->expand(model_.BaseIndex());
   OnKeys(*tree_, {Qt::Key_Return, Qt::Key_Enter}, [this] { accept(); });

@@ -17,6 +17,8 @@
 
 #include "hosts/console/choosers/key_shortcuts.h"
 #include "hosts/console/choosers/search_status.h"
+#include "hosts/console/dialogs/name_label.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
@@ -47,7 +49,9 @@ SearchDialog::SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWid
   MakeResults(*layout);
   if (init_.multiple) MakeChosen(*layout);
   MakeButtons(*layout);
-  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
+  QList<ListHeight> lists = {{results_, kResultLines}};
+  if (init_.multiple) lists.append({chosen_list_, kChosenLines});
+  ResizeToFit(*this, kWidth * fontMetrics().averageCharWidth(), lists);
 
   pause_.setSingleShot(true);
   connect(&pause_, &QTimer::timeout, this, &SearchDialog::StartSearch);
@@ -85,6 +89,7 @@ void SearchDialog::MakeResults(QVBoxLayout& layout) {
   shown_->setSortLocaleAware(true);
   results_ = new QTreeView(this);
   results_->setObjectName(QStringLiteral("search_results"));
+  results_->setAccessibleName(QStringLiteral("Found"));
   results_->setModel(shown_);
   results_->setRootIsDecorated(false);
   results_->setUniformRowHeights(true);
@@ -95,7 +100,6 @@ void SearchDialog::MakeResults(QVBoxLayout& layout) {
                                             : QAbstractItemView::SingleSelection);
   results_->setSortingEnabled(true);
   results_->sortByColumn(FoundObjectModel::kName, Qt::AscendingOrder);
-  results_->setMinimumHeight(kResultLines * fontMetrics().lineSpacing());
   SetColumns(init_.shows_addresses ? kColumnWidths : kColumnWidthsWithoutAddresses);
   connect(results_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &SearchDialog::UpdateButtons);
@@ -104,9 +108,8 @@ void SearchDialog::MakeResults(QVBoxLayout& layout) {
 
   auto* label = new QLabel(QStringLiteral("Fou&nd:"), this);
   label->setBuddy(results_);
-  status_ = new QLabel(this);
+  status_ = new NameLabel(this);
   status_->setObjectName(QStringLiteral("search_status"));
-  ShowPlainly(*status_);
   status_->setWordWrap(true);
   layout.addWidget(label);
   layout.addWidget(results_);
@@ -126,9 +129,12 @@ void SearchDialog::MakeChosen(QVBoxLayout& layout) {
   const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize);
   chosen_list_->setIconSize({icon, icon});
   chosen_list_->setObjectName(QStringLiteral("chosen_objects"));
+  // Long names end in dots.
+  chosen_list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  chosen_list_->setAccessibleName(QStringLiteral("Chosen"));
   chosen_list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  chosen_list_->setFixedHeight(kChosenLines * fontMetrics().lineSpacing() +
-                               2 * chosen_list_->frameWidth());
+  chosen_list_->setMaximumHeight(kChosenLines * fontMetrics().lineSpacing() +
+                                 2 * chosen_list_->frameWidth());
   connect(chosen_list_, &QListWidget::itemSelectionChanged, this, &SearchDialog::UpdateButtons);
   OnKeys(*chosen_list_, {Qt::Key_Delete}, [this] { RemoveChosen(); });
   add_ = new QPushButton(QStringLiteral("&Add"), this);
@@ -198,7 +204,8 @@ void SearchDialog::AddSelected() {
     if (IsChosen(object.dn)) continue;
     auto* item =
         new QListWidgetItem(IconOf(object.kind.icon), ToQString(object.name), chosen_list_);
-    item->setToolTip(PlainToolTip(ToQString(object.dn)));
+    item->setToolTip(
+        PlainToolTip(ToQString(object.name) + QLatin1Char('\n') + ToQString(object.dn)));
     chosen_.push_back(std::move(object));
   }
   results_->clearSelection();

@@ -44,15 +44,23 @@ ButtonStyle StyleOf(const resources::DialogItem& item) {
 PushButtonControl::PushButtonControl(const resources::DialogItem& item, QWidget& parent,
                                      ControlEvents& events)
     : DialogControl(item, *new QPushButton(ToQString(item.title), &parent), events),
-      button_(static_cast<QPushButton&>(widget())) {
+      button_(static_cast<QPushButton&>(widget())),
+      text_(item.title) {
   button_.setDefault((item.style & style::kButtonTypeMask) == style::kDefaultPushButton);
   QObject::connect(&button_, &QPushButton::clicked, &button_,
                    [this] { Notify(ControlNotification::kClicked); });
 }
 
-std::string PushButtonControl::Text() const { return ToUtf8(button_.text()); }
+QString PushButtonControl::Caption() const {
+  const bool has_key =
+      id() == static_cast<ControlId>(kDialogOk) || id() == static_cast<ControlId>(kDialogCancel);
+  return has_key ? QString() : ToQString(text_);
+}
 
-void PushButtonControl::SetText(std::string_view text) { button_.setText(ToQString(text)); }
+void PushButtonControl::SetText(std::string_view text) {
+  text_ = text;
+  button_.setText(ToQString(text));
+}
 
 QSize PushButtonControl::NeededSize() const {
   // The style's own size hint asks for a comfortable width; here only the text has to fit.
@@ -92,15 +100,19 @@ void AutoCheckBox::nextCheckState() {
 CheckBoxControl::CheckBoxControl(const resources::DialogItem& item, QWidget& parent,
                                  ControlEvents& events)
     : DialogControl(item, *new AutoCheckBox(StyleOf(item), &parent), events),
-      box_(static_cast<AutoCheckBox&>(widget())) {
+      box_(static_cast<AutoCheckBox&>(widget())),
+      text_(item.title) {
   box_.setText(ToQString(item.title));
   QObject::connect(&box_, &QCheckBox::clicked, &box_,
                    [this] { Notify(ControlNotification::kClicked); });
 }
 
-std::string CheckBoxControl::Text() const { return ToUtf8(box_.text()); }
+QString CheckBoxControl::Caption() const { return ToQString(text_); }
 
-void CheckBoxControl::SetText(std::string_view text) { box_.setText(ToQString(text)); }
+void CheckBoxControl::SetText(std::string_view text) {
+  text_ = text;
+  box_.setText(ToQString(text));
+}
 
 CheckState CheckBoxControl::Check() const { return FromQt(box_.checkState()); }
 

@@ -12,13 +12,17 @@ class PushButtonControl final : public DialogControl {
  public:
   PushButtonControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
 
-  [[nodiscard]] std::string Text() const override;
+  /// None for OK and Cancel, which have keys of their own.
+  [[nodiscard]] QString Caption() const override;
+  void ShowCaption(const QString& marked) override { button_.setText(marked); }
+  [[nodiscard]] std::string Text() const override { return text_; }
   void SetText(std::string_view text) override;
   [[nodiscard]] QSize NeededSize() const override;
   void Click() override { button_.click(); }
 
  private:
   QPushButton& button_;
+  std::string text_;
 };
 
 /// A check box that changes its state by itself when clicked, in two or three steps as its style
@@ -46,17 +50,21 @@ class CheckBoxControl final : public DialogControl {
  public:
   CheckBoxControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
 
-  [[nodiscard]] std::string Text() const override;
+  [[nodiscard]] QString Caption() const override;
+  void ShowCaption(const QString& marked) override { box_.setText(marked); }
+  [[nodiscard]] std::string Text() const override { return text_; }
   void SetText(std::string_view text) override;
   [[nodiscard]] CheckState Check() const override;
   void SetCheck(CheckState state) override;
   [[nodiscard]] ButtonStyle Style() const override { return box_.style_kind(); }
   void SetStyle(ButtonStyle style) override { box_.SetStyleKind(style); }
   [[nodiscard]] QSize NeededSize() const override { return box_.sizeHint(); }
+  [[nodiscard]] Stretching stretching() const override { return {.across = Growth::kNone}; }
   void Click() override { box_.click(); }
 
  private:
   AutoCheckBox& box_;
+  std::string text_;
 };
 
 }  // namespace pelora::console

@@ -25,6 +25,7 @@ class ComboBoxControl final : public DialogControl, private IComboBox {
 
   [[nodiscard]] IComboBox* ComboBox() override { return this; }
   [[nodiscard]] QSize NeededSize() const override;
+  [[nodiscard]] Stretching stretching() const override { return {.across = Growth::kGrows}; }
   /// The selected row's text, as the platform has it for a list without an edit field.
   [[nodiscard]] std::string Text() const override;
 

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <QSize>
+#include <QString>
 #include <QWidget>
 #include <string>
 #include <string_view>
 
+#include "hosts/console/dialogs/stretch.h"
 #include "hosts/resources/dialog_template.h"
 #include "platform/dialog.h"
 #include "platform/dialog_controller.h"
@@ -23,6 +25,14 @@ class ControlEvents {
 
  protected:
   ~ControlEvents() = default;
+};
+
+/// What a kind of control makes of more room than its template gives it.
+struct Stretching {
+  Growth across = Growth::kRigid;
+  Growth down = Growth::kRigid;
+  /// It lies around other controls.
+  bool is_frame = false;
 };
 
 /// One control of a dialog: a native widget, seen through its template's number.
@@ -46,6 +56,12 @@ class DialogControl {
   [[nodiscard]] bool IsShown() const { return !widget_.isHidden(); }
   void SetShown(bool shown) { widget_.setVisible(shown); }
 
+  /// What stands on the control, or names the one that it belongs to, such that a key may lead
+  /// there; empty where none can.
+  [[nodiscard]] virtual QString Caption() const { return {}; }
+  /// Shows the caption with the letter marked that is its key. Nothing else notices.
+  virtual void ShowCaption(const QString& /*marked*/) {}
+
   [[nodiscard]] virtual std::string Text() const { return {}; }
   virtual void SetText(std::string_view /*text*/) {}
 
@@ -64,6 +80,7 @@ class DialogControl {
   /// The room that the control's own text and frame need, without which something would be cut off;
   /// 0 where any room will do.
   [[nodiscard]] virtual QSize NeededSize() const { return {}; }
+  [[nodiscard]] virtual Stretching stretching() const { return {}; }
   /// Makes a click as the mouse does; nothing on a control that takes none or is disabled.
   virtual void Click() {}
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/dialogs/dialog_layout.h"
 
+#include <QStyle>
 #include <algorithm>
 
 #include "hosts/console/dialogs/accessible_names.h"
+#include "hosts/console/dialogs/mnemonics.h"
 #include "hosts/console/dialogs/static_controls.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -24,7 +26,7 @@ DialogItem ShownItem(const DialogItem& item) {
   return shown;
 }
 
-double Growth(int needed, int given) {
+double TimesGiven(int needed, int given) {
   return given > 0 ? static_cast<double>(needed) / given : 1.0;
 }
 
@@ -37,6 +39,21 @@ void AddUnseenLabel(QWidget& list, const QString& name) {
   label->hide();
 }
 
+void GiveKeys(const DialogControls& controls, const QString& taken) {
+  QStringList captions;
+  std::vector<DialogControl*> bearers;
+  for (const auto& control : controls) {
+    const QString caption = control->Caption();
+    if (caption.isEmpty()) continue;
+    captions.append(caption);
+    bearers.push_back(control.get());
+  }
+  const QStringList marked = WithMnemonics(captions, taken);
+  for (std::size_t at = 0; at < bearers.size(); ++at) {
+    bearers[at]->ShowCaption(marked[static_cast<qsizetype>(at)]);
+  }
+}
+
 }  // namespace
 
 DialogUnits FittingUnits(const DialogTemplate& dialog, const DialogControls& controls,
@@ -47,28 +64,43 @@ DialogUnits FittingUnits(const DialogTemplate& dialog, const DialogControls& con
   for (std::size_t i = 0; i < controls.size(); ++i) {
     const QSize needed = controls[i]->NeededSize();
     const QRect given = units.ToPixels(ShownItem(dialog.items[i]));
-    across = std::max(across, Growth(needed.width(), given.width()));
-    down = std::max(down, Growth(needed.height(), given.height()));
+    across = std::max(across, TimesGiven(needed.width(), given.width()));
+    down = std::max(down, TimesGiven(needed.height(), given.height()));
   }
   units.base_x *= std::min(across, kMostGrowth);
   units.base_y *= std::min(down, kMostGrowth);
   return units;
 }
 
-void PlaceControls(const DialogTemplate& dialog, const DialogControls& controls,
-                   const DialogUnits& units) {
-  std::vector<QWidget*> groups;
+DialogLayout::DialogLayout(const DialogTemplate& dialog, const DialogControls& controls,
+                           const DialogUnits& units)
+    : controls_(controls), size_(units.SizeOf(dialog)) {
+  std::vector<QWidget*> frames;
   for (std::size_t i = 0; i < controls.size(); ++i) {
-    QWidget& widget = controls[i]->widget();
-    widget.setGeometry(units.ToPixels(ShownItem(dialog.items[i])));
-    if (dynamic_cast<const GroupControl*>(controls[i].get()) != nullptr) groups.push_back(&widget);
+    const Stretching stretching = controls[i]->stretching();
+    stretchables_.push_back({.place = units.ToPixels(ShownItem(dialog.items[i])),
+                             .across = stretching.across,
+                             .down = stretching.down,
+                             .is_frame = stretching.is_frame});
+    controls[i]->widget().setGeometry(stretchables_.back().place);
+    if (stretching.is_frame) frames.push_back(&controls[i]->widget());
   }
   const auto area = [](const QWidget* widget) { return widget->width() * widget->height(); };
-  std::ranges::sort(groups, {}, area);
-  for (QWidget* group : groups) group->lower();
+  std::ranges::sort(frames, {}, area);
+  for (QWidget* frame : frames) frame->lower();
 }
 
-void ConnectControls(const DialogTemplate& dialog, const DialogControls& controls) {
+void DialogLayout::Place(QSize size, Qt::LayoutDirection direction) const {
+  const QRect room(QPoint(0, 0), size.expandedTo(size_));
+  const std::vector<QRect> places =
+      Stretched(stretchables_, QRect(QPoint(0, 0), size_), room.size() - size_);
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    controls_[i]->widget().setGeometry(QStyle::visualRect(direction, room, places[i]));
+  }
+}
+
+void ConnectControls(const DialogTemplate& dialog, const DialogControls& controls,
+                     const QString& taken_keys) {
   const QStringList names = AccessibleNames(dialog);
   for (std::size_t i = 0; i < controls.size(); ++i) {
     QWidget& widget = controls[i]->widget();
@@ -83,6 +115,7 @@ void ConnectControls(const DialogTemplate& dialog, const DialogControls& control
       AddUnseenLabel(widget, name);
     }
   }
+  GiveKeys(controls, taken_keys);
 }
 
 }  // namespace pelora::console

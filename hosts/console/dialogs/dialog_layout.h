@@ -2,10 +2,11 @@
 #pragma once
 
 #include <memory>
-#include <span>
+#include <vector>
 
 #include "hosts/console/dialogs/dialog_control.h"
 #include "hosts/console/dialogs/dialog_units.h"
+#include "hosts/console/dialogs/stretch.h"
 
 namespace pelora::console {
 
@@ -18,11 +19,31 @@ using DialogControls = std::vector<std::unique_ptr<DialogControl>>;
 [[nodiscard]] DialogUnits FittingUnits(const resources::DialogTemplate& dialog,
                                        const DialogControls& controls, const QFont& font);
 
-/// Puts every control in its place, group boxes behind the others, larger ones behind smaller.
-void PlaceControls(const resources::DialogTemplate& dialog, const DialogControls& controls,
-                   const DialogUnits& units);
+/// Where the controls of a dialog lie, whatever its size: as its template says in the size that the
+/// template gives, stretched by what kind of control each is where there is more room, and turned
+/// round where people read from right to left.
+class DialogLayout {
+ public:
+  /// Puts group boxes behind the other controls, larger ones behind smaller; places nothing yet.
+  /// `controls` outlive the layout.
+  DialogLayout(const resources::DialogTemplate& dialog, const DialogControls& controls,
+               const DialogUnits& units);
 
-/// Joins labels with what they name and gives every control its accessible name.
-void ConnectControls(const resources::DialogTemplate& dialog, const DialogControls& controls);
+  /// The size that the template gives. In a smaller one the controls reach over the edge.
+  [[nodiscard]] QSize TemplateSize() const { return size_; }
+  /// Whether more height is of any use.
+  [[nodiscard]] bool GrowsDown() const { return console::GrowsDown(stretchables_); }
+  void Place(QSize size, Qt::LayoutDirection direction) const;
+
+ private:
+  const DialogControls& controls_;
+  QSize size_;
+  std::vector<Stretchable> stretchables_;
+};
+
+/// Joins labels with what they name, gives every control its accessible name, and a key that leads
+/// to it with Alt: its template's, or else one that is not in `taken_keys`.
+void ConnectControls(const resources::DialogTemplate& dialog, const DialogControls& controls,
+                     const QString& taken_keys);
 
 }  // namespace pelora::console

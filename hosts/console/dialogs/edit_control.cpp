@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/dialogs/edit_control.h"
 
+#include <QHelpEvent>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <limits>
 
 #include "hosts/console/dialogs/control_styles.h"
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
@@ -16,6 +18,22 @@ qsizetype CountOtherThanDigits(const QString& text) {
     return character < QLatin1Char('0') || character > QLatin1Char('9');
   });
 }
+
+/// An edit field that shows the whole of a text that is longer than it is, where the mouse rests.
+class TextField final : public QLineEdit {
+ public:
+  using QLineEdit::QLineEdit;
+
+ protected:
+  bool event(QEvent* event) override {
+    const bool asks = event->type() == QEvent::ToolTip && toolTip().isEmpty();
+    if (!asks || fontMetrics().horizontalAdvance(text()) <= contentsRect().width()) {
+      return QLineEdit::event(event);
+    }
+    ShowWholeText(*this, static_cast<const QHelpEvent&>(*event), text());
+    return true;
+  }
+};
 
 }  // namespace
 
@@ -28,7 +46,7 @@ void DigitsValidator::Accept(const QString& text) {
 }
 
 EditControl::EditControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events)
-    : DialogControl(item, *new QLineEdit(ToQString(item.title), &parent), events),
+    : DialogControl(item, *new TextField(ToQString(item.title), &parent), events),
       edit_(static_cast<QLineEdit&>(widget())) {
   edit_.setMaxLength(std::numeric_limits<int>::max());
   if ((item.style & style::kEditNumber) != 0) {

@@ -31,6 +31,10 @@ class EditControl final : public DialogControl {
   void SetText(std::string_view text) override;
   [[nodiscard]] int ClientWidth() const override;
   [[nodiscard]] QSize NeededSize() const override;
+  /// There are never many digits.
+  [[nodiscard]] Stretching stretching() const override {
+    return {.across = digits_ != nullptr ? Growth::kNone : Growth::kGrows};
+  }
 
  private:
   void Changed();

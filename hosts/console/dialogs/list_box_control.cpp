@@ -27,6 +27,13 @@ int TabStopDelegate::NextStop(int position, const QFontMetrics& metrics) const {
   return (position / column + 1) * column;
 }
 
+void TabStopDelegate::initStyleOption(QStyleOptionViewItem* option,
+                                      const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  const QString shown = index.data(kShownTextRole).toString();
+  if (!shown.isEmpty()) option->text = shown;
+}
+
 void TabStopDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const {
   DrawnOrNothing([&] { PaintColumns(painter, option, index); });
@@ -46,15 +53,34 @@ void TabStopDelegate::PaintColumns(QPainter* painter, const QStyleOptionViewItem
   row.text.clear();
   style->drawControl(QStyle::CE_ItemViewItem, &row, painter, view);
 
+  painter->save();
+  painter->setFont(row.font);
   const bool selected = (row.state & QStyle::State_Selected) != 0;
   const bool enabled = (row.state & QStyle::State_Enabled) != 0;
   const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &row, view) + 1;
   int position = margin;
   for (const QString& column : columns) {
-    const QRect cell = row.rect.adjusted(position, 0, 0, 0);
-    style->drawItemText(painter, cell, Qt::AlignVCenter | Qt::TextSingleLine, row.palette, enabled,
-                        column, selected ? QPalette::HighlightedText : QPalette::Text);
+    const QRect cell = row.rect.adjusted(position, 0, -margin, 0);
+    const QString shown = row.fontMetrics.elidedText(column, Qt::ElideRight, cell.width());
+    style->drawItemText(painter, QStyle::visualRect(row.direction, row.rect, cell),
+                        Qt::AlignVCenter | Qt::TextSingleLine, row.palette, enabled, shown,
+                        selected ? QPalette::HighlightedText : QPalette::Text);
     position = NextStop(position + row.fontMetrics.horizontalAdvance(column), row.fontMetrics);
+  }
+  painter->restore();
+}
+
+void SingleSelectionList::keyboardSearch(const QString& letters) {
+  const auto begins = [&letters](const QListWidgetItem& item) {
+    const QString shown = item.data(kShownTextRole).toString();
+    return (shown.isEmpty() ? item.text() : shown).startsWith(letters, Qt::CaseInsensitive);
+  };
+  // One letter once more goes on to the next row, several narrow what was found.
+  const int first = std::max(0, currentRow() + (letters.size() == 1 ? 1 : 0));
+  for (int step = 0; step < count(); ++step) {
+    const int row = (first + step) % count();
+    if (!begins(*item(row))) continue;
+    return setCurrentRow(row);
   }
 }
 

@@ -10,6 +10,9 @@
 
 namespace pelora::console {
 
+/// What a row shows in place of its text, which stays what it is for the page; nothing: its text.
+inline constexpr int kShownTextRole = Qt::UserRole + 1;
+
 /// Draws a row whose text is divided by tab characters in columns that begin at the tab stops.
 /// Behind the last stop, and without any, columns are eight characters wide.
 class TabStopDelegate final : public QStyledItemDelegate {
@@ -20,6 +23,9 @@ class TabStopDelegate final : public QStyledItemDelegate {
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
 
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
  private:
   void PaintColumns(QPainter* painter, const QStyleOptionViewItem& option,
                     const QModelIndex& index) const;
@@ -29,9 +35,12 @@ class TabStopDelegate final : public QStyledItemDelegate {
 };
 
 /// A list in which one row stays selected once one is: clicking it again does not deselect it.
+/// Letters that are typed lead to the row that shows them.
 class SingleSelectionList final : public QListWidget {
  public:
   using QListWidget::QListWidget;
+
+  void keyboardSearch(const QString& letters) override;
 
  protected:
   [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
@@ -43,6 +52,9 @@ class ListBoxControl final : public DialogControl, private IListBox {
   ListBoxControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
 
   [[nodiscard]] IListBox* ListBox() override { return this; }
+  [[nodiscard]] Stretching stretching() const override {
+    return {.across = Growth::kGrows, .down = Growth::kGrows};
+  }
 
  private:
   std::optional<RowIndex> Add(std::string_view text) override;

@@ -34,6 +34,22 @@ void ReportView::mouseDoubleClickEvent(QMouseEvent* event) {
   mousePressEvent(event);
 }
 
+void ReportView::resizeEvent(QResizeEvent* event) {
+  QTreeWidget::resizeEvent(event);
+  const int before = event->oldSize().width();
+  const int now = event->size().width();
+  if (before <= 0 || before == now) return;
+  int end = 0;
+  int new_end = 0;
+  for (int column = 0; column < columnCount(); ++column) {
+    // By its ends, so that rounding does not add up.
+    end += columnWidth(column);
+    const int moved = end * now / before;
+    setColumnWidth(column, moved - new_end);
+    new_end = moved;
+  }
+}
+
 ListViewControl::ListViewControl(const resources::DialogItem& item, QWidget& parent,
                                  ControlEvents& events)
     : DialogControl(item, *new ReportView(&parent), events),
@@ -112,7 +128,8 @@ void ListViewControl::InsertColumn(std::size_t column, std::string_view title, i
 
 void ListViewControl::InsertRow(RowIndex row, std::string_view text) {
   const RowIndex at = std::min(row, RowCount());
-  view_.insertTopLevelItem(static_cast<int>(at), new QTreeWidgetItem({ToQString(text)}));
+  view_.insertTopLevelItem(static_cast<int>(at), new QTreeWidgetItem(QStringList{QString()}));
+  SetText(at, 0, text);
 }
 
 RowIndex ListViewControl::RowCount() const {

@@ -8,13 +8,15 @@
 
 namespace pelora::console {
 
-/// Rows under column heads. A double click is one of the left button.
+/// Rows under column heads, which share what the list has more or less of its width than before. A
+/// double click is one of the left button.
 class ReportView final : public QTreeWidget {
  public:
   using QTreeWidget::QTreeWidget;
 
  protected:
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 };
 
 /// Rows of texts under column heads, which stay where they are and sort nothing. Every change of a
@@ -24,6 +26,9 @@ class ListViewControl final : public DialogControl, private IListView {
   ListViewControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
 
   [[nodiscard]] IListView* ListView() override { return this; }
+  [[nodiscard]] Stretching stretching() const override {
+    return {.across = Growth::kGrows, .down = Growth::kGrows};
+  }
   [[nodiscard]] TextRole RoleOf(RowIndex row, std::size_t column) const;
 
  private:

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QVBoxLayout>
 #include <optional>
 
 #include "hosts/console/dialogs/qt_dialog.h"
@@ -23,7 +24,11 @@ class ModalWindow final : public QDialog {
         dialog_(dialog, controller, *this,
                 {.set_modified = {}, .end = [this](std::int32_t result) { End(result); }}) {
     setWindowTitle(ToQString(dialog.title));
-    setFixedSize(dialog_.widget().size());
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(&dialog_.widget(), 1);
+    if (!dialog_.GrowsDown()) dialog_.widget().setMaximumHeight(dialog_.widget().height());
   }
 
   std::int32_t Run() {

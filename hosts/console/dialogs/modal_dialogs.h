@@ -6,7 +6,7 @@
 
 namespace pelora::console {
 
-/// Modal dialogs of native widgets.
+/// Modal dialogs of native widgets, whose lists grow with them. Their layout takes more below them.
 class QtModalDialogs final : public IModalDialogs {
  public:
   /// `module` holds the templates and outlives the object.

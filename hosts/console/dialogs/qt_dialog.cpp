@@ -3,27 +3,56 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QThread>
 #include <algorithm>
 #include <utility>
 
 #include "hosts/console/dialogs/control_factory.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 
 namespace pelora::console {
+namespace {
+
+/// Tells when its contents have to be placed anew.
+class PlacedWidget final : public QWidget {
+ public:
+  explicit PlacedWidget(QWidget& parent) : QWidget(&parent) {}
+
+  std::function<void()> on_placed;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QWidget::resizeEvent(event);
+    if (on_placed) on_placed();
+  }
+  void changeEvent(QEvent* event) override {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange && on_placed) on_placed();
+  }
+};
+
+}  // namespace
 
 QtDialog::QtDialog(const resources::DialogTemplate& dialog, IDialogController& controller,
                    QWidget& parent, DialogHost host)
-    : controller_(controller), host_(std::move(host)), widget_(std::make_unique<QWidget>(&parent)) {
+    : controller_(controller),
+      host_(std::move(host)),
+      widget_(std::make_unique<PlacedWidget>(parent)) {
   controls_.reserve(dialog.items.size());
   for (const resources::DialogItem& item : dialog.items) {
     controls_.push_back(MakeControl(item, *widget_, *this));
   }
   widget_->ensurePolished();
   const DialogUnits units = FittingUnits(dialog, controls_, widget_->font());
-  PlaceControls(dialog, controls_, units);
-  ConnectControls(dialog, controls_);
+  layout_.emplace(dialog, controls_, units);
+  ConnectControls(dialog, controls_, host_.taken_keys);
   PutInTabOrder(*widget_);
-  widget_->resize(units.SizeOf(dialog));
+  const auto place = [this] { layout_->Place(widget_->size(), widget_->layoutDirection()); };
+  static_cast<PlacedWidget&>(*widget_).on_placed = place;
+  widget_->setMinimumSize(layout_->TemplateSize());
+  widget_->resize(layout_->TemplateSize());
+  place();
 }
 
 QtDialog::~QtDialog() {
@@ -76,8 +105,7 @@ void QtDialog::SetReadOnly(ControlId id, const QString& why) {
   DialogControl* const control = Find(id);
   if (control == nullptr || !read_only_.try_emplace(id, control->IsEnabled()).second) return;
   control->SetEnabled(false);
-  control->widget().setToolTip(PlainToolTip(why));
-  control->widget().setAccessibleDescription(why);
+  SetPlainToolTip(control->widget(), why);
   control->widget().setProperty(kWhyReadOnly, why);
 }
 
@@ -174,7 +202,14 @@ QWidget* WindowOf(IDialog* owner) {
   return dialog != nullptr ? dialog->widget().window() : QApplication::activeWindow();
 }
 
+bool IsModalRunning() {
+  constexpr int kMainLoop = 1;
+  return QApplication::activeModalWidget() != nullptr ||
+         QThread::currentThread()->loopLevel() > kMainLoop;
+}
+
 int RunModal(QDialog& window) {
+  KeepOnScreenWhenShown(window);
   const int result = window.exec();
   // The window system hands the focus back only later; until then no window would be active.
   QWidget* owner = window.parentWidget();

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "hosts/console/dialogs/dialog_layout.h"
 #include "hosts/resources/dialog_template.h"
@@ -22,12 +23,15 @@ struct DialogHost {
   std::function<void(bool modified)> set_modified;
   /// A modal dialog is to end.
   std::function<void(std::int32_t result)> end;
+  /// Letters that the window itself has keys with.
+  QString taken_keys{};
 };
 
 /// A dialog of native widgets, laid out as a template says.
 ///
 /// The widgets stand in one frameless widget that the holder shows where it likes: in a tab of a
-/// property sheet, or alone in a window. The holder makes the dialog, calls `Open` once, and
+/// property sheet, or alone in a window. It is not smaller than the template says; in more room its
+/// controls are stretched. The holder makes the dialog, calls `Open` once, and
 /// destroys it; the controller hears of the end and of nothing after that.
 class QtDialog final : public IDialog, private ControlEvents {
  public:
@@ -42,6 +46,8 @@ class QtDialog final : public IDialog, private ControlEvents {
   std::int32_t Open();
 
   [[nodiscard]] QWidget& widget() const { return *widget_; }
+  /// Whether more height than the template gives is of any use.
+  [[nodiscard]] bool GrowsDown() const { return layout_->GrowsDown(); }
   /// Null for a control that the template lacks.
   [[nodiscard]] DialogControl* Find(ControlId id) const;
   /// Clicks a button, or reports a click of that number when the template has no such button.
@@ -88,6 +94,7 @@ class QtDialog final : public IDialog, private ControlEvents {
   sheets::MissingListView missing_list_view_;
   // The widgets go first: what they still report while going finds the controls standing.
   DialogControls controls_;
+  std::optional<DialogLayout> layout_;
   std::unique_ptr<QWidget> widget_;
 };
 
@@ -98,5 +105,9 @@ class QtDialog final : public IDialog, private ControlEvents {
 /// Shows a modal window until it ends and gives its result. Its owner is the active window then, at
 /// once, so that what is shown next belongs to it.
 int RunModal(QDialog& window);
+
+/// Whether a dialog, a box or a menu is waited for, or has been and its caller is not through yet.
+/// What it works with has to stay.
+[[nodiscard]] bool IsModalRunning();
 
 }  // namespace pelora::console

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/dialogs/static_controls.h"
 
+#include <QAbstractButton>
 #include <QEvent>
 #include <QPainter>
 #include <QStyle>
@@ -9,6 +10,7 @@
 
 #include "hosts/console/dialogs/control_styles.h"
 #include "hosts/console/dialogs/module_icon.h"
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -23,26 +25,13 @@ constexpr int kTitleGap = 3;
 constexpr double kFrameRadius = 3;
 constexpr float kFrameOpacity = 0.3F;
 
-/// A label that ends a text in dots for which there is no room.
-class ElidingLabel final : public QLabel {
- public:
-  using QLabel::QLabel;
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
-    style()->drawItemText(&painter, rect(), static_cast<int>(alignment()), palette(), isEnabled(),
-                          shown, foregroundRole());
-  }
-};
-
-bool EndsInDots(const resources::DialogItem& item) {
-  return (item.style & style::kStaticEndEllipsis) != 0;
+/// What holds names has room for some lines, or says that it ends in dots.
+bool HoldsNames(const resources::DialogItem& item) {
+  return item.height >= kTwoLines || (item.style & style::kStaticEndEllipsis) != 0;
 }
 
 QLabel& MakeLabel(const resources::DialogItem& item, QWidget& parent) {
-  return EndsInDots(item) ? *new ElidingLabel(&parent) : *new QLabel(&parent);
+  return HoldsNames(item) ? *new NameLabel(&parent) : *new QLabel(&parent);
 }
 
 Qt::Alignment AlignmentOf(const resources::DialogItem& item) {
@@ -88,8 +77,9 @@ bool GroupFrame::event(QEvent* event) {
 void GroupFrame::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const QFontMetrics metrics = fontMetrics();
-  const QRect text(kTitleIndent, 0, metrics.size(Qt::TextShowMnemonic, title()).width(),
-                   metrics.height());
+  const QSize room(metrics.size(Qt::TextShowMnemonic, title()).width(), metrics.height());
+  const QRect text =
+      QStyle::visualRect(layoutDirection(), rect(), QRect(QPoint(kTitleIndent, 0), room));
   QColor line = palette().color(QPalette::WindowText);
   line.setAlphaF(kFrameOpacity);
   painter.save();
@@ -112,13 +102,22 @@ void GroupFrame::paintEvent(QPaintEvent* /*event*/) {
 GroupControl::GroupControl(const resources::DialogItem& item, QWidget& parent,
                            ControlEvents& events)
     : DialogControl(item, *new GroupFrame(ToQString(item.title), &parent), events),
-      frame_(static_cast<GroupFrame&>(widget())) {
+      frame_(static_cast<GroupFrame&>(widget())),
+      text_(item.title) {
   frame_.setAccessibleName(WithoutMnemonic(frame_.title()));
 }
 
-std::string GroupControl::Text() const { return ToUtf8(frame_.title()); }
+QString GroupControl::Caption() const {
+  const QWidget* const next = frame_.next();
+  const bool names_next = next != nullptr && next->focusPolicy() != Qt::NoFocus &&
+                          qobject_cast<const QAbstractButton*>(next) == nullptr;
+  return names_next ? ToQString(text_) : QString();
+}
 
-void GroupControl::SetText(std::string_view text) { frame_.setTitle(ToQString(text)); }
+void GroupControl::SetText(std::string_view text) {
+  text_ = text;
+  frame_.setTitle(ToQString(text));
+}
 
 LabelControl::LabelControl(const resources::DialogItem& item, QWidget& parent,
                            ControlEvents& events)
@@ -126,7 +125,7 @@ LabelControl::LabelControl(const resources::DialogItem& item, QWidget& parent,
       label_(static_cast<QLabel&>(widget())),
       text_(item.title),
       has_mnemonics_((item.style & style::kStaticNoPrefix) == 0),
-      fits_any_width_(item.height >= kTwoLines || EndsInDots(item)) {
+      fits_any_width_(HoldsNames(item)) {
   ShowPlainly(label_);
   const bool has_lines = item.height >= kTwoLines;
   label_.setWordWrap(has_lines);
@@ -150,6 +149,10 @@ void LabelControl::Show() {
   const QString text = ToQString(text_);
   const bool plain = has_mnemonics_ && label_.buddy() == nullptr;
   label_.setText(plain ? WithoutMnemonic(text) : text);
+}
+
+QString LabelControl::Caption() const {
+  return has_mnemonics_ && label_.buddy() != nullptr ? ToQString(text_) : QString();
 }
 
 QSize LabelControl::NeededSize() const { return fits_any_width_ ? QSize() : label_.sizeHint(); }

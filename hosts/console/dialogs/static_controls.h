@@ -18,6 +18,7 @@ class GroupFrame final : public QGroupBox {
  public:
   using QGroupBox::QGroupBox;
   void SetNext(QWidget* next) { next_ = next; }
+  [[nodiscard]] const QWidget* next() const { return next_; }
 
  protected:
   bool event(QEvent* event) override;
@@ -31,12 +32,17 @@ class GroupControl final : public DialogControl {
  public:
   GroupControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
 
-  [[nodiscard]] std::string Text() const override;
+  /// None where what is in it has a name of its own.
+  [[nodiscard]] QString Caption() const override;
+  void ShowCaption(const QString& marked) override { frame_.setTitle(marked); }
+  [[nodiscard]] std::string Text() const override { return text_; }
   void SetText(std::string_view text) override;
   void SetNext(QWidget& next) { frame_.SetNext(&next); }
+  [[nodiscard]] Stretching stretching() const override { return {.is_frame = true}; }
 
  private:
   GroupFrame& frame_;
+  std::string text_;
 };
 
 /// A text whose mnemonic, when it has one, moves the focus to `SetBuddy`'s widget. Where there is
@@ -45,10 +51,16 @@ class LabelControl final : public DialogControl {
  public:
   LabelControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
 
+  /// None where it names nothing.
+  [[nodiscard]] QString Caption() const override;
+  void ShowCaption(const QString& marked) override { label_.setText(marked); }
   [[nodiscard]] std::string Text() const override { return text_; }
   void SetText(std::string_view text) override;
   void SetBuddy(QWidget& buddy);
   [[nodiscard]] QSize NeededSize() const override;
+  [[nodiscard]] Stretching stretching() const override {
+    return {.across = fits_any_width_ ? Growth::kGrows : Growth::kNone};
+  }
 
  private:
   void Show();
@@ -69,6 +81,8 @@ class IconControl final : public DialogControl {
 class RuleControl final : public DialogControl {
  public:
   RuleControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
+
+  [[nodiscard]] Stretching stretching() const override { return {.across = Growth::kGrows}; }
 };
 
 }  // namespace pelora::console

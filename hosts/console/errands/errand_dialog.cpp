@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/text/plain_text.h"
 
 namespace pelora::console {
@@ -32,9 +33,9 @@ ErrandDialog::ErrandDialog(const QString& what, QWidget* parent) : QDialog(paren
   setObjectName(QStringLiteral("errand"));
   setWindowTitle(QStringLiteral("Please Wait"));
   setWindowModality(Qt::ApplicationModal);
-  what_ = new QLabel(what, this);
+  what_ = new NameLabel(this);
+  what_->setText(what);
   what_->setObjectName(QStringLiteral("errand_what"));
-  ShowPlainly(*what_);
   what_->setWordWrap(true);
   bar_ = new QProgressBar(this);
   bar_->setAccessibleName(what);

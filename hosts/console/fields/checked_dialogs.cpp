@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/fields/checked_dialogs.h"
 
+#include <QLayout>
 #include <QPointer>
 #include <QTimer>
 #include <algorithm>
@@ -72,9 +73,7 @@ class CheckedDialog final : public IDialogController {
  private:
   void AddFoot(QWidget& window) {
     foot_ = new PageFoot(&window);
-    const QSize size = dialog_->widget().size();
-    foot_->setGeometry(0, size.height(), size.width(), foot_->height());
-    window.setFixedSize(size.width(), size.height() + foot_->height());
+    window.layout()->addWidget(foot_);
   }
 
   void Judge() {

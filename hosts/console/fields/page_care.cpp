@@ -3,11 +3,13 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QTreeWidget>
 #include <algorithm>
 #include <utility>
 
 #include "hosts/console/dialogs/button_controls.h"
+#include "hosts/console/fields/shown_rows.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/feature_counts.h"
@@ -33,10 +35,11 @@ MarkKind KindOf(Verdict verdict) {
   return MarkKind::kChanged;
 }
 
-/// A screen reader is told with the control what others see beside it.
-QString DescriptionOf(const FieldJudgement* note, bool is_changed) {
+/// A screen reader is told with the control what others see beside it, and without anything to say
+/// what its tooltip lists.
+QString DescriptionOf(const FieldJudgement* note, bool is_changed, const QString& values) {
   const QString said = note != nullptr ? ToQString(note->judgement.sentence) : QString();
-  if (!is_changed) return said;
+  if (!is_changed) return said.isEmpty() ? values : said;
   return said.isEmpty() ? QStringLiteral("changed") : QStringLiteral("changed; ") + said;
 }
 
@@ -59,7 +62,22 @@ void PageCare::Refresh() {
   }
   ShowValuesInPlace();
   if (fields_.selection.size() > 1) ShowSwitches();
+  ShowRows();
   DrawMarks();
+}
+
+void PageCare::ShowRows() {
+  if (fields_.selection.size() != 1) return;
+  for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
+    const FieldRow& row = fields_.touched.Row(field);
+    auto* const list = qobject_cast<QListWidget*>(WidgetOf(field));
+    if (list == nullptr) continue;
+    if (row.kind == FieldKind::kNameList) ShowOwnNames(*list);
+    if (row.kind != FieldKind::kDefaultEntry) continue;
+    const auto stored = fields_.seen(fields_.selection.front(), row.attributes.front());
+    const int at = MarkDefault(*list, stored.empty() ? QString() : ToQString(stored.front()));
+    if (at >= 0) hints_.push_back({.control = list, .text = QStringLiteral("default"), .row = at});
+  }
 }
 
 void PageCare::ShowValuesInPlace() {
@@ -72,7 +90,7 @@ void PageCare::ShowValuesInPlace() {
     }
     const std::vector<session::FieldValue> values = session::ValuesOf(fields_, field);
     if (values.size() > 1) {
-      widget->setToolTip(PlainToolTip(ToQString(session::ValuesAsLines(values))));
+      SetPlainToolTip(*widget, ToQString(session::ValuesAsLines(values)));
     }
     if (auto* const list = qobject_cast<QComboBox*>(widget)) {
       list->setPlaceholderText(fields_.selection.size() > 1 ? QStringLiteral("different")
@@ -181,7 +199,10 @@ void PageCare::DrawMarks() {
     const bool is_changed = fields_.touched.IsChanged(field);
     const bool is_shared = kinds.contains(widget);
     const QString why = widget->property(kWhyReadOnly).toString();
-    const QString description = why.isEmpty() ? DescriptionOf(note, is_changed) : why;
+    const auto values = session::ValuesOf(fields_, field);
+    const QString listed =
+        values.size() > 1 ? ToQString(session::ValuesAsLines(values)) : QString();
+    const QString description = why.isEmpty() ? DescriptionOf(note, is_changed, listed) : why;
     if (!is_shared || !description.isEmpty()) widget->setAccessibleDescription(description);
     const Verdict verdict = note != nullptr ? VerdictOf(*note) : Verdict::kFine;
     if (!is_changed && verdict == Verdict::kFine) continue;

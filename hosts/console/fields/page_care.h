@@ -63,6 +63,8 @@ class PageCare final {
   /// chosen for all of them.
   void ShowSwitches();
   void ShowSwitch(std::size_t field);
+  /// The rows of lists show names for people, and which address is the default one.
+  void ShowRows();
   [[nodiscard]] bool IsSwitchesOnly(const QTreeWidget& list) const;
   void DrawMarks();
 

@@ -9,6 +9,7 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "hosts/console/dialogs/mnemonics.h"
 #include "hosts/console/text/plain_text.h"
 
 namespace pelora::console {
@@ -59,6 +60,8 @@ PageFoot::PageFoot(QWidget* parent)
   action_->setObjectName(QStringLiteral("page_foot_action"));
   ShowPlainly(*text_);
   text_->setWordWrap(true);
+  // However long a word in it is, it widens no sheet.
+  text_->setMinimumWidth(1);
   text_->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   text_->setFocusPolicy(Qt::NoFocus);
@@ -90,7 +93,7 @@ void PageFoot::Show(const FootNote& note) {
     icon_->setPixmap(style()->standardIcon(PictureOf(note.level)).pixmap(size));
   }
   action_->setVisible(!note.action.isEmpty());
-  action_->setText(note.action);
+  action_->setText(WithMnemonics({note.action}, MnemonicsIn(*window(), action_)).front());
   layout()->activate();
   ShowText();
   text_->setAccessibleName(WordOf(note.level) + Readable(note.text));
@@ -104,7 +107,7 @@ void PageFoot::ShowText() {
   const QString text = Readable(note_.text);
   const QString shown = OnTwoLines(text, text_->fontMetrics(), text_->width());
   text_->setText(shown);
-  text_->setToolTip(shown == text ? QString() : PlainToolTip(text));
+  SetPlainToolTip(*text_, shown == text ? QString() : text);
 }
 
 void PageFoot::resizeEvent(QResizeEvent* event) {

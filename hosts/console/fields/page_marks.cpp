@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/fields/page_marks.h"
 
+#include <QAbstractItemView>
 #include <QEvent>
 #include <QPainter>
-#include <QTreeView>
 #include <utility>
 
 namespace pelora::console {
@@ -21,7 +21,7 @@ bool IsDark(const QPalette& palette) {
 
 /// Whether a hint stands in a selected row of a list.
 bool IsSelected(const Hint& hint) {
-  const auto* const list = qobject_cast<const QTreeView*>(hint.control.data());
+  const auto* const list = qobject_cast<const QAbstractItemView*>(hint.control.data());
   return list != nullptr && hint.row >= 0 &&
          list->selectionModel()->isSelected(list->model()->index(hint.row, 0));
 }
@@ -65,7 +65,7 @@ bool PageMarks::eventFilter(QObject* object, QEvent* event) {
 }
 
 QRect PageMarks::PlaceOf(const Hint& hint) const {
-  const auto* const list = qobject_cast<QTreeView*>(hint.control.data());
+  const auto* const list = qobject_cast<QAbstractItemView*>(hint.control.data());
   if (list == nullptr || hint.row < 0) {
     return {hint.control->mapTo(&page_, QPoint(0, 0)), hint.control->size()};
   }
@@ -96,8 +96,7 @@ void PageMarks::paintEvent(QPaintEvent* /*event*/) {
     painter.setPen(hint.control->palette().color(IsSelected(hint) ? QPalette::HighlightedText
                                                                   : QPalette::PlaceholderText));
     painter.drawText(place.adjusted(kHintMargin, 0, -kHintMargin, 0),
-                     Qt::AlignVCenter | (isRightToLeft() ? Qt::AlignLeft : Qt::AlignRight),
-                     hint.text);
+                     Qt::AlignVCenter | Qt::AlignTrailing, hint.text);
   }
 }
 

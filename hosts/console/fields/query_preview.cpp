@@ -10,6 +10,8 @@
 #include <limits>
 #include <utility>
 
+#include "hosts/console/dialogs/name_label.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -41,20 +43,19 @@ QueryPreview::QueryPreview(session::ObjectQuery query, ldap::StoreOpener opener,
   setWindowTitle(QStringLiteral("Objects of the Search Query"));
   results_ = new QTreeView(this);
   results_->setObjectName(QStringLiteral("query_results"));
+  results_->setAccessibleName(QStringLiteral("Found"));
   results_->setModel(found_);
   results_->setRootIsDecorated(false);
   results_->setUniformRowHeights(true);
   results_->setTextElideMode(Qt::ElideMiddle);
-  results_->setMinimumHeight(kLines * fontMetrics().lineSpacing());
   for (int column = 0; column < static_cast<int>(kColumnWidths.size()); ++column) {
     results_->setColumnWidth(
         column, kColumnWidths[static_cast<std::size_t>(column)] * fontMetrics().averageCharWidth());
   }
   auto* label = new QLabel(QStringLiteral("Fou&nd:"), this);
   label->setBuddy(results_);
-  status_ = new QLabel(this);
+  status_ = new NameLabel(this);
   status_->setObjectName(QStringLiteral("query_status"));
-  ShowPlainly(*status_);
   status_->setWordWrap(true);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -63,7 +64,7 @@ QueryPreview::QueryPreview(session::ObjectQuery query, ldap::StoreOpener opener,
   layout->addWidget(results_);
   layout->addWidget(status_);
   layout->addWidget(buttons);
-  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
+  ResizeToFit(*this, kWidth * fontMetrics().averageCharWidth(), {{results_, kLines}});
 
   search_.on_found = [this](std::vector<session::FoundObject> objects) {
     OnFound(std::move(objects));

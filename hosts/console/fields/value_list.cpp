@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -31,10 +32,10 @@ ValueList::ValueList(const QString& label, const std::vector<session::FieldValue
   setWindowTitle(QStringLiteral("Values of %1").arg(Readable(label)));
   auto* list = new QTreeWidget(this);
   list->setObjectName(QStringLiteral("value_list_rows"));
+  list->setAccessibleName(QStringLiteral("Values"));
   list->setHeaderLabels({QStringLiteral("Value"), QStringLiteral("Object")});
   list->setRootIsDecorated(false);
   list->setUniformRowHeights(true);
-  list->setMinimumHeight(kLines * fontMetrics().lineSpacing());
   list->setColumnWidth(0, kValueWidth * fontMetrics().averageCharWidth());
   for (const session::FieldValue& value : values) {
     for (const std::string& object : value.objects) {
@@ -52,7 +53,7 @@ ValueList::ValueList(const QString& label, const std::vector<session::FieldValue
   layout->addWidget(name);
   layout->addWidget(list);
   layout->addWidget(buttons);
-  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
+  ResizeToFit(*this, kWidth * fontMetrics().averageCharWidth(), {{list, kLines}});
 }
 
 }  // namespace pelora::console

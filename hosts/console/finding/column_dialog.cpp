@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <algorithm>
 
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
@@ -22,7 +23,6 @@ ColumnDialog::ColumnDialog(const std::vector<session::ListColumn>& all,
                            const std::vector<std::string>& chosen, QWidget* parent)
     : QDialog(parent), filter_(new QLineEdit(this)), list_(new QListWidget(this)) {
   setWindowTitle(QStringLiteral("Columns"));
-  resize(kWantedSize);
   filter_->setClearButtonEnabled(true);
   filter_->setObjectName(QStringLiteral("column_filter"));
   list_->setObjectName(QStringLiteral("columns"));
@@ -62,10 +62,14 @@ ColumnDialog::ColumnDialog(const std::vector<session::ListColumn>& all,
   moves->addWidget(down);
   moves->addStretch();
   auto* layout = new QVBoxLayout(this);
+  auto* heading = new QLabel(QStringLiteral("&Columns:"), this);
+  heading->setBuddy(list_);
   layout->addLayout(line);
+  layout->addWidget(heading);
   layout->addWidget(list_);
   layout->addLayout(moves);
   layout->addWidget(buttons);
+  ResizeToFit(*this, kWantedSize);
   connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
     for (int row = 0; row < list_->count(); ++row) {
       list_->item(row)->setHidden(!list_->item(row)->text().contains(text, Qt::CaseInsensitive));

@@ -49,7 +49,7 @@ ViewActions::ViewActions(DirectoryPane& pane) : QObject(&pane), pane_(pane) {
       "Write the selected objects, or all, as a table that peloractl applies",
       &ViewActions::WriteTable);
   AddSeparator();
-  Add("&Save View...", "", "Keep what is shown under a name", &ViewActions::SaveView);
+  Add("Save Vie&w...", "", "Keep what is shown under a name", &ViewActions::SaveView);
   Add("&Delete View", "", "Take the chosen view out", &ViewActions::DeleteView);
   Add("&Give Views Away...", "", "Write your views to a file for others", &ViewActions::GiveViews);
   Add("&Take Views...", "", "Add the views of a file to yours", &ViewActions::TakeViews);

@@ -16,6 +16,12 @@
 #include "hosts/session/text.h"
 
 namespace pelora::console {
+namespace {
+
+/// Of Back, Next and Finish.
+constexpr QLatin1String kOwnKeys("BNF");
+
+}  // namespace
 
 QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, sheets::NewObjectSetup setup,
                                      QWidget* parent)
@@ -86,8 +92,9 @@ void QtNewObjectWizard::MakePages() {
        ++place) {
     auto* holder = new QWidget;
     stack_->insertWidget(stack_->count() - 1, holder);
-    dialogs_.push_back(std::make_unique<QtDialog>(pages.Template(place), pages.Controller(place),
-                                                  *holder, DialogHost{}));
+    dialogs_.push_back(std::make_unique<QtDialog>(
+        pages.Template(place), pages.Controller(place), *holder,
+        DialogHost{.set_modified = {}, .end = {}, .taken_keys = QString(kOwnKeys)}));
     // The window has room for every page from the start, and its buttons stay where they are.
     holder->setMinimumSize(dialogs_.back()->widget().size());
   }

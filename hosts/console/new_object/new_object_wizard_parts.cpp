@@ -7,6 +7,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/new_object/new_object_wizard.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -23,9 +24,9 @@ QWidget* MakeHead(session::ObjectIcon icon, const QString& container, QWidget& p
   auto* head = new QWidget(&parent);
   auto* picture = new QLabel(head);
   picture->setPixmap(IconOf(icon).pixmap(kIconExtent));
-  auto* place = new QLabel(QStringLiteral("Create in:  %1").arg(container), head);
+  auto* place = new NameLabel(head);
+  place->setText(QStringLiteral("Create in:  %1").arg(container));
   place->setObjectName(QStringLiteral("own_container"));
-  place->setTextFormat(Qt::PlainText);
   place->setWordWrap(true);
   auto* row = new QHBoxLayout;
   row->addWidget(picture);
@@ -80,9 +81,8 @@ void QtNewObjectWizard::MakeSummary() {
   summary_->setReadOnly(true);
   summary_->setTabChangesFocus(true);
   heading->setBuddy(summary_);
-  failure_ = new QLabel(page);
+  failure_ = new NameLabel(page);
   failure_->setObjectName(QStringLiteral("creation_failure"));
-  failure_->setTextFormat(Qt::PlainText);
   failure_->setWordWrap(true);
   failure_->hide();
   auto* layout = new QVBoxLayout(page);

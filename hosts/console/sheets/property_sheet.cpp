@@ -4,11 +4,14 @@
 #include <QDialogButtonBox>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "hosts/console/dialogs/mnemonics.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
@@ -23,7 +26,7 @@ QtPropertySheet::QtPropertySheet(const resources::ResourceFile& module, const QS
   layout->addWidget(tabs_);
   MakeButtons(*layout);
   connect(tabs_, &QTabWidget::currentChanged, this, &QtPropertySheet::OnTabChanged);
-  machine_.may_discard = [this] { return MayDiscard(); };
+  machine_.may_discard = [this] { return discards_ || MayDiscard(); };
 }
 
 QtPropertySheet::~QtPropertySheet() {
@@ -39,8 +42,17 @@ void QtPropertySheet::MakeButtons(QLayout& layout) {
   connect(buttons_, &QDialogButtonBox::rejected, this, &QtPropertySheet::reject);
   buttons_->button(QDialogButtonBox::Ok)->setDefault(true);
   ApplyButton().setEnabled(false);
+  // Pages add by Alt+A.
+  ApplyButton().setText(QStringLiteral("Appl&y"));
+  // Whoever clicks it goes on where he is.
+  ApplyButton().setFocusPolicy(Qt::TabFocus);
   connect(&ApplyButton(), &QPushButton::clicked, this, [this] {
+    const bool has_keyboard = ApplyButton().hasFocus();
     if (MayApply()) machine_.Apply();
+    // A grey button passes the keyboard on to wherever.
+    if (has_keyboard && !ApplyButton().isEnabled()) {
+      buttons_->button(QDialogButtonBox::Ok)->setFocus();
+    }
   });
 }
 
@@ -50,19 +62,20 @@ QPushButton& QtPropertySheet::ApplyButton() const {
 
 bool QtPropertySheet::AddPage(std::unique_ptr<PropSheetPage> page) {
   if (!machine_.AddPage(std::move(page))) return false;
-  auto* holder = new QWidget;
+  auto* view = new PageView;
   {
     // The first tab added becomes the current one; it is brought up in Start.
     const QSignalBlocker blocker(tabs_);
-    tabs_->addTab(holder, AsPlainLabel(ToQString(machine_.pages().Title(tabs_of_.size()))));
+    tabs_->addTab(view, AsPlainLabel(ToQString(machine_.pages().Title(tabs_of_.size()))));
   }
-  tabs_of_.push_back({.holder = holder, .dialog = nullptr});
+  tabs_of_.push_back({.view = view, .dialog = nullptr});
   return true;
 }
 
 void QtPropertySheet::Start() {
   machine_.Show();
-  adjustSize();
+  resize(0, 0);
+  MakeRoom();
   Dialog(CurrentPage())->FocusFirst();
 }
 
@@ -71,15 +84,28 @@ void QtPropertySheet::MakeDialog(std::size_t page) {
   const sheets::SheetPages& pages = machine_.pages();
   const DialogHost host{
       .set_modified = [this, page](bool modified) { machine_.SetModified(page, modified); },
-      .end = {}};
-  tab.dialog =
-      std::make_unique<QtDialog>(pages.Template(page), pages.Controller(page), *tab.holder, host);
-  tab.holder->setMinimumSize(tab.dialog->widget().size());
+      .end = {},
+      .taken_keys = MnemonicOf(ApplyButton().text())};
+  const bool was_whole = IsWhole();
+  tab.dialog = std::make_unique<QtDialog>(pages.Template(page), pages.Controller(page),
+                                          tab.view->holder(), host);
+  tab.view->Hold(tab.dialog->widget());
   tab.dialog->Open();
   // Enter means the sheet's default button, whatever button a page calls its own.
   buttons_->button(QDialogButtonBox::Ok)->setDefault(true);
   tab.dialog->widget().show();
   OrderTabs();
+  if (focusWidget() == &tab.view->holder()) tab.dialog->FocusFirst();
+  // Who has made the window smaller than a page wants it so.
+  if (was_whole) MakeRoom();
+}
+
+bool QtPropertySheet::IsWhole() const { return size().expandedTo(sizeHint()) == size(); }
+
+void QtPropertySheet::MakeRoom() {
+  // The layout hears of a new page only later.
+  tabs_->updateGeometry();
+  resize(size().expandedTo(sizeHint()).boundedTo(RoomOnScreen(*this)));
 }
 
 void QtPropertySheet::OrderTabs() {
@@ -134,12 +160,18 @@ bool QtPropertySheet::MayDiscard() {
   QPushButton* keep = question.addButton(QStringLiteral("&Keep Editing"), QMessageBox::RejectRole);
   question.setDefaultButton(keep);
   question.setEscapeButton(keep);
-  question.exec();
+  RunModal(question);
   return question.clickedButton() == discard;
 }
 
 void QtPropertySheet::reject() {
   if (!machine_.IsOpen() || machine_.Cancel()) QDialog::reject();
+}
+
+bool QtPropertySheet::Discard() {
+  const QScopedValueRollback discards(discards_, true);
+  reject();
+  return !isVisible();
 }
 
 }  // namespace pelora::console

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hosts/console/dialogs/qt_dialog.h"
+#include "hosts/console/sheets/page_view.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/sheets/sheet_machine.h"
 
@@ -18,6 +19,9 @@ namespace pelora::console {
 
 /// A property sheet: one tab per page, with OK, Cancel and Apply. What they mean, and what the
 /// pages are told, is the sheet machine's business; the window makes the pages' dialogs and shows.
+///
+/// The pages grow with the window. It is as large as they need, as far as the screen has room;
+/// where it has not, or the window was made smaller, they are scrolled, and the buttons stay.
 ///
 /// Cancel, Escape and the close box ask before edits are lost that were not applied; an apply that
 /// failed leaves them unapplied, whatever the page says of its Apply button.
@@ -59,9 +63,14 @@ class QtPropertySheet final : public QDialog, private sheets::IPageView {
   void accept() override;
   void reject() override;
 
+  /// Asks whether the edits that were not applied may be lost. Nothing is closed.
+  [[nodiscard]] bool MayDiscard();
+  /// Cancel, without a question; false when a page prevents it.
+  [[nodiscard]] bool Discard();
+
  private:
   struct Tab {
-    QWidget* holder = nullptr;
+    PageView* view = nullptr;
     std::unique_ptr<QtDialog> dialog;
   };
 
@@ -70,16 +79,18 @@ class QtPropertySheet final : public QDialog, private sheets::IPageView {
   void UpdateButtons() override;
 
   void MakeButtons(QLayout& layout);
+  [[nodiscard]] bool IsWhole() const;
+  void MakeRoom();
   [[nodiscard]] bool MayApply() const { return !may_apply || may_apply(); }
   void OrderTabs();
   void OnTabChanged(int tab);
-  [[nodiscard]] bool MayDiscard();
 
   sheets::SheetMachine machine_;
   QTabWidget* tabs_ = nullptr;
   QDialogButtonBox* buttons_ = nullptr;
   std::vector<Tab> tabs_of_;
   bool is_held_ = false;
+  bool discards_ = false;
 };
 
 }  // namespace pelora::console

@@ -1,29 +1,74 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/sheets/sheet_windows.h"
 
+#include "hosts/console/text/qt_text.h"
+#include "hosts/ldap/case_fold.h"
+
 namespace pelora::console {
+namespace {
+
+QString FoldedName(const std::string& dn) { return ToQString(ldap::FoldCase(dn)); }
+
+/// The same for the same objects.
+QStringList NamesOf(std::span<const session::DirectoryObject> selection) {
+  QStringList names;
+  for (const session::DirectoryObject& object : selection) names.append(FoldedName(object.dn));
+  names.sort();
+  return names;
+}
+
+void BringToFront(QtPropertySheet& sheet) {
+  sheet.setWindowState(sheet.windowState() & ~Qt::WindowMinimized);
+  sheet.raise();
+  sheet.activateWindow();
+}
+
+}  // namespace
 
 SheetWindows::~SheetWindows() {
   for (const Window& window : windows_) delete window.sheet.data();
 }
 
-bool SheetWindows::Raise(const QString& selection_key) {
+QtPropertySheet* SheetWindows::Raise(std::span<const session::DirectoryObject> selection) {
+  const QStringList names = NamesOf(selection);
   for (const Window& window : windows_) {
-    if (window.key != selection_key || !window.sheet || !window.sheet->isVisible()) continue;
-    window.sheet->raise();
-    window.sheet->activateWindow();
-    return true;
+    if (window.names != names || !window.sheet || !window.sheet->isVisible()) continue;
+    BringToFront(*window.sheet);
+    return window.sheet;
   }
-  return false;
+  return nullptr;
 }
 
-void SheetWindows::Show(std::unique_ptr<QtPropertySheet> sheet, const QString& selection_key) {
+void SheetWindows::Show(std::unique_ptr<QtPropertySheet> sheet,
+                        std::span<const session::DirectoryObject> selection) {
   windows_.removeIf([](const Window& window) { return window.sheet.isNull(); });
   QtPropertySheet* shown = sheet.release();
-  windows_.append({.key = selection_key, .sheet = shown});
-  // Later: the sheet still stands on the stack of its own click.
-  QObject::connect(shown, &QDialog::finished, shown, &QObject::deleteLater);
+  windows_.append({.names = NamesOf(selection), .sheet = shown});
+  const std::vector<session::DirectoryObject> objects(selection.begin(), selection.end());
+  QObject::connect(shown, &QDialog::finished, shown, [this, shown, objects] {
+    places_.Remember(*shown, objects);
+    // Later: the sheet still stands on the stack of its own click.
+    shown->deleteLater();
+  });
+  places_.Recall(*shown, selection);
   shown->show();
+  PutBeside(*shown, Open());
+}
+
+void SheetWindows::ShowModal(QtPropertySheet& sheet,
+                             std::span<const session::DirectoryObject> selection) {
+  places_.Recall(sheet, selection);
+  sheet.exec();
+  places_.Remember(sheet, selection);
+}
+
+QtPropertySheet* SheetWindows::SheetOf(const std::string& dn) const {
+  const QString name = FoldedName(dn);
+  for (const Window& window : windows_) {
+    const bool is_open = window.sheet && window.sheet->isVisible();
+    if (is_open && window.names.contains(name)) return window.sheet;
+  }
+  return nullptr;
 }
 
 QList<QtPropertySheet*> SheetWindows::Open() const {
@@ -35,11 +80,17 @@ QList<QtPropertySheet*> SheetWindows::Open() const {
 }
 
 bool SheetWindows::CloseAll() {
-  for (QtPropertySheet* sheet : Open()) {
-    sheet->raise();
-    sheet->reject();
-    if (sheet->isVisible()) return false;
-    delete sheet;
+  QList<QPointer<QtPropertySheet>> open;
+  for (QtPropertySheet* sheet : Open()) open.append(sheet);
+  for (const auto& sheet : open) {
+    if (!sheet || !sheet->HasUnsavedEdits()) continue;
+    BringToFront(*sheet);
+    if (!sheet->MayDiscard()) return false;
+  }
+  for (const auto& sheet : open) {
+    if (!sheet) continue;
+    if (!sheet->Discard()) return false;
+    delete sheet.data();
   }
   return true;
 }

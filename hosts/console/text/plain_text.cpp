@@ -36,6 +36,12 @@ QString PlainToolTip(const QString& text) {
       .arg(Readable(text).toHtmlEscaped());
 }
 
+void SetPlainToolTip(QWidget& widget, const QString& text) {
+  widget.setToolTip(PlainToolTip(text));
+  // Without a description of its own it would hear the tooltip's markup.
+  widget.setAccessibleDescription(Readable(text));
+}
+
 void ShowPlainly(QLabel& label) { label.setTextFormat(Qt::PlainText); }
 
 void SetPlainTexts(QMessageBox& box, const QString& text, const QString& addition) {

@@ -5,6 +5,7 @@
 
 class QLabel;
 class QMessageBox;
+class QWidget;
 
 namespace pelora::console {
 
@@ -18,6 +19,9 @@ namespace pelora::console {
 
 /// A tooltip that shows the text and nothing else; none for an empty text.
 [[nodiscard]] QString PlainToolTip(const QString& text);
+
+/// Gives a widget such a tooltip; a screen reader hears the text as it is.
+void SetPlainToolTip(QWidget& widget, const QString& text);
 
 /// From now on the label takes no text for markup.
 void ShowPlainly(QLabel& label);

@@ -1,24 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/window/directory_openings.h"
 
-#include <QApplication>
-#include <QThread>
 #include <algorithm>
 #include <chrono>
 #include <utility>
+
+#include "hosts/console/dialogs/qt_dialog.h"
 
 namespace pelora::console {
 namespace {
 
 /// After so long it is looked again whether something modal still runs.
 constexpr std::chrono::milliseconds kPatience{50};
-
-/// Whether a dialog, a box or a menu is waited for, or has been and its caller is not through yet.
-bool IsModalRunning() {
-  constexpr int kMainLoop = 1;
-  return QApplication::activeModalWidget() != nullptr ||
-         QThread::currentThread()->loopLevel() > kMainLoop;
-}
 
 }  // namespace
 

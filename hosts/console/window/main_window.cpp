@@ -11,10 +11,12 @@
 #include <QMessageBox>
 #include <QScopeGuard>
 #include <QStatusBar>
+#include <QToolButton>
 #include <array>
 #include <optional>
 #include <utility>
 
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/new_object/make_new_object_wizard.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -31,10 +33,10 @@ MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) 
   MakePlaces();
   MakeMenus();
   count_ = new QLabel(this);
-  hint_ = new QLabel(this);
-  who_ = new QLabel(this);
+  ShowPlainly(*count_);
+  hint_ = new NameLabel(this);
+  who_ = new NameLabel(this);
   who_->setObjectName(QStringLiteral("who"));
-  for (QLabel* label : {count_, hint_, who_}) ShowPlainly(*label);
   Recall();
   statusBar()->addWidget(count_);
   statusBar()->addPermanentWidget(hint_);
@@ -79,6 +81,11 @@ void MainWindow::ShowOpened(DirectoryOpenings::Opened opened) {
 }
 
 bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) {
+  if (IsModalRunning()) {
+    statusBar()->showMessage(
+        QStringLiteral("Another directory can be opened when what is waited for is through."));
+    return false;
+  }
   auto shown =
       std::make_unique<ShownDirectory>(std::move(session), errands_, message_box_, module_);
   const session::DirectoryBrowser browser(shown->store);
@@ -88,7 +95,11 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
     return false;
   }
   // Only now: a directory that cannot be read costs nobody his open sheets.
-  if (!sheets_.CloseAll()) return false;
+  if (!sheets_.CloseAll()) {
+    statusBar()->showMessage(
+        QStringLiteral("The directory stays open: there are changes that were not applied."));
+    return false;
+  }
   RememberContainer();
   pane_->EndDirectory();
   history_desk_.SetDirectory(&shown->history, &shown->store);
@@ -119,85 +130,6 @@ void MainWindow::OpenSelection() {
   }
   if (pane_->find().IsAsking()) return pane_->GoTo(selected.front().dn);
   pane_->GoToChild(selected.front().dn);
-}
-
-void MainWindow::ShowSelection() {
-  const std::vector<session::DirectoryObject> selection = Selection();
-  const std::vector<session::DirectoryObject> listed = pane_->list().Selection();
-  const bool is_listed =
-      selection.size() == 1 && listed.size() == 1 && selection.front().dn == listed.front().dn;
-  ShowProperties(selection, is_listed ? pane_->list().SelectedAttribute() : std::string());
-}
-
-void MainWindow::ShowProperties(std::span<const session::DirectoryObject> selection,
-                                const std::string& attribute) {
-  if (!directory_) return;
-  QStringList names;
-  for (const session::DirectoryObject& object : selection) names.append(ToQString(object.dn));
-  const QString key = names.join(QLatin1Char('\n'));
-  if (sheets_.Raise(key)) return;
-  SheetResult made = MakePropertySheet(
-      selection, directory_->session->specifiers,
-      {.store = directory_->store,
-       .platform = directory_->platform.platform(),
-       .templates = module_,
-       .errands = &errands_,
-       .desk = &desk_,
-       .history = &directory_->history,
-       .open_another = directory_->session->open_another},
-      this,
-      [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
-  if (made.is_stopped) return;
-  if (!made.sheet) {
-    return ReportLater(QStringLiteral("There are no properties to show."), made.error);
-  }
-  if (!made.missing.isEmpty()) {
-    ReportLater(QStringLiteral("Not all properties can be shown."), made.missing);
-  }
-  const std::vector<session::DirectoryObject> objects(selection.begin(), selection.end());
-  QtPropertySheet* const sheet = made.sheet.get();
-  sheet->machine().on_applied = [this, sheet, objects, is_outdated = made.is_outdated] {
-    pane_->RefreshList();
-    if (const std::string& failure = directory_->history.failure(); !failure.empty()) {
-      statusBar()->showMessage(
-          QStringLiteral("This change cannot be taken back: %1").arg(Readable(ToQString(failure))));
-    }
-    if (!is_outdated()) return;
-    // Later: the sheet stands on the stack.
-    QMetaObject::invokeMethod(
-        sheet, [this, sheet, objects] { OpenAnew(*sheet, objects); }, Qt::QueuedConnection);
-  };
-  sheets_.Show(std::move(made.sheet), key);
-  if (!attribute.empty()) made.fields->GoTo(attribute);
-}
-
-void MainWindow::OpenAnew(QtPropertySheet& sheet,
-                          const std::vector<session::DirectoryObject>& objects) {
-  if (!sheet.isVisible() || sheet.HasUnsavedEdits()) return;
-  const std::size_t page = sheet.CurrentPage();
-  sheet.reject();
-  ShowProperties(objects);
-  const QList<QtPropertySheet*> open = sheets_.Open();
-  if (!open.isEmpty()) open.back()->SelectPage(page);
-}
-
-void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& from) {
-  if (!from.isModal()) return ShowProperties(std::span(&object, 1));
-  // Nothing beside a modal window can be used: over it, the sheet is waited for.
-  const SheetResult made = MakePropertySheet(std::span(&object, 1), directory_->session->specifiers,
-                                             {.store = directory_->store,
-                                              .platform = directory_->platform.platform(),
-                                              .templates = module_,
-                                              .errands = &errands_,
-                                              .desk = &desk_,
-                                              .history = &directory_->history,
-                                              .open_another = directory_->session->open_another},
-                                             &from);
-  if (!made.sheet) {
-    return ReportLater(QStringLiteral("There are no properties to show."), made.error);
-  }
-  made.sheet->machine().on_applied = [this] { pane_->RefreshList(); };
-  made.sheet->exec();
 }
 
 void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
@@ -235,6 +167,9 @@ void MainWindow::UpdateActions() {
       reason.isEmpty() ? QStringLiteral("Show the properties of the selection") : reason;
   properties_->setStatusTip(tip);
   properties_->setToolTip(PlainToolTip(tip));
+  for (QObject* const shown : properties_->associatedObjects()) {
+    if (auto* const button = qobject_cast<QToolButton*>(shown)) SetPlainToolTip(*button, tip);
+  }
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
   for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(directory_ != nullptr);
   const std::optional<session::DirectoryObject> place = pane_->PlaceForNew();
@@ -297,15 +232,15 @@ void MainWindow::ReportLater(const QString& text, const QString& reason) {
                     this);
     box.setObjectName(QStringLiteral("failure_box"));
     SetPlainTexts(box, text, reason);
-    box.exec();
+    RunModal(box);
   };
   QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
   reports_.insert(report);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  // Whoever waits needs all of this.
-  event->setAccepted(!errands_.IsRunning() && sheets_.CloseAll());
+  // Whoever waits, for the directory or for an answer, needs all of this.
+  event->setAccepted(!errands_.IsRunning() && !IsModalRunning() && sheets_.CloseAll());
   if (event->isAccepted()) Remember();
 }
 

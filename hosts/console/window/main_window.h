@@ -35,8 +35,9 @@ class MainWindow final : public QMainWindow {
   explicit MainWindow(const resources::ResourceFile& module);
   ~MainWindow() override;
 
-  /// Shows a directory in place of the one shown before. Open property sheets are closed first;
-  /// false when the administrator keeps one, and everything stays as it was.
+  /// Shows a directory in place of the one shown before. Open property sheets are closed first, and
+  /// ask about their edits before; false when the administrator keeps one, or waits for something
+  /// that works with the directory, and everything stays as it was.
   bool SetSession(std::unique_ptr<session::DirectorySession> session);
   /// Opens a directory file; a failure is shown and changes nothing.
   bool OpenFile(const QString& path);
@@ -109,6 +110,15 @@ class MainWindow final : public QMainWindow {
   void OpenSelection();
   /// Shows the properties of what is selected, at the field that a rule's finding is about.
   void ShowSelection();
+  /// A sheet of a selection, not shown yet; none when it cannot be made, which has been told.
+  [[nodiscard]] SheetResult MakeSheet(std::span<const session::DirectoryObject> selection,
+                                      QWidget& parent, ShowObject show_object);
+  /// The sheet of a selection, opened or brought to the front, at the field of an attribute if one
+  /// is given; null when there is none, which has been told.
+  QtPropertySheet* OpenSheet(std::span<const session::DirectoryObject> selection,
+                             const std::string& attribute = {});
+  /// Something was written on a sheet.
+  void OnApplied();
   /// Shows the properties as they are by now, at the same page.
   void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
   /// Shows the settings of an object that was found from within another window.

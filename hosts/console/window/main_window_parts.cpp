@@ -11,6 +11,7 @@
 #include <QToolButton>
 #include <QTreeView>
 
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/new_object/new_object_menu.h"
 #include "hosts/console/window/main_window.h"
 #include "hosts/console/window/object_icons.h"
@@ -30,7 +31,7 @@ QIcon ThemeIcon(const char* name, QStyle::StandardPixmap fallback) {
 void MainWindow::MakePane() {
   pane_ = new DirectoryPane(this);
   setCentralWidget(pane_);
-  resize(kWantedSize.boundedTo(screen()->availableSize()));
+  ResizeToFit(*this, kWantedSize);
   connect(&pane_->list(), &ObjectListPane::Opened, this, &MainWindow::OpenSelection);
 }
 
@@ -92,7 +93,7 @@ void MainWindow::MakeActions() {
   past_ = make({}, QStringLiteral("&Changes..."),
                QStringLiteral("Show what was written within the last 30 days"), {},
                [this] { history_desk_.ShowList(); });
-  review_ = make({}, QStringLiteral("&Review Every Change"),
+  review_ = make({}, QStringLiteral("Re&view Every Change"),
                  QStringLiteral("Show what will be written first, for a single object too"), {},
                  [this](bool checked) { desk_.reviews_everything = checked; });
   review_->setCheckable(true);

@@ -15,10 +15,11 @@
 #include <algorithm>
 
 #include "hosts/changes/change_runner.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/writing/result_model.h"
-#include "hosts/console/writing/window_size.h"
+#include "hosts/console/writing/tables.h"
 #include "hosts/session/result_json.h"
 
 namespace pelora::console {

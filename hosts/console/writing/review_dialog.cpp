@@ -11,9 +11,10 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/writing/review_model.h"
-#include "hosts/console/writing/window_size.h"
+#include "hosts/console/writing/tables.h"
 
 namespace pelora::console {
 namespace {

@@ -1,25 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "hosts/console/writing/window_size.h"
+#include "hosts/console/writing/tables.h"
 
-#include <QDialog>
 #include <QHeaderView>
-#include <QScreen>
 #include <QTableView>
 #include <algorithm>
 
 namespace pelora::console {
-namespace {
-
-/// What the frame of a window may take of the screen.
-constexpr QSize kFrame(40, 80);
-
-}  // namespace
-
-void ResizeToFit(QDialog& window, QSize wanted) {
-  const QSize room = window.screen()->availableSize() - kFrame;
-  window.resize(wanted.expandedTo(window.minimumSizeHint()).boundedTo(room));
-}
-
 void SetUpTable(QTableView& table, QAbstractItemModel& model) {
   table.setModel(&model);
   table.setSelectionBehavior(QAbstractItemView::SelectRows);

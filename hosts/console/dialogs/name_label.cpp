@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/dialogs/name_label.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+
+#include "hosts/console/text/plain_text.h"
+
+namespace pelora::console {
+namespace {
+
+constexpr int kLeastLetters = 6;
+constexpr int kBroken = Qt::TextWordWrap | Qt::TextWrapAnywhere;
+
+}  // namespace
+
+NameLabel::NameLabel(QWidget* parent) : QLabel(parent) { ShowPlainly(*this); }
+
+QSize NameLabel::RoomOfText(int width) const {
+  if (!wordWrap()) return fontMetrics().size(Qt::TextSingleLine, text());
+  return fontMetrics().boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), kBroken, text()).size();
+}
+
+QSize NameLabel::minimumSizeHint() const {
+  const QSize least(kLeastLetters * fontMetrics().averageCharWidth(), fontMetrics().height());
+  return least.boundedTo(QLabel::minimumSizeHint());
+}
+
+int NameLabel::heightForWidth(int width) const {
+  return wordWrap() ? RoomOfText(width).height() : QLabel::heightForWidth(width);
+}
+
+bool NameLabel::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QLabel::event(event);
+  const QSize room = RoomOfText(width());
+  const bool is_whole = room.width() <= width() && room.height() <= height();
+  if (!is_whole && toolTip().isEmpty()) {
+    ShowWholeText(*this, static_cast<const QHelpEvent&>(*event), text());
+    return true;
+  }
+  return QLabel::event(event);
+}
+
+void NameLabel::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const int aligned = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment()));
+  const QString shown =
+      wordWrap() ? text() : fontMetrics().elidedText(text(), Qt::ElideRight, width());
+  style()->drawItemText(&painter, rect(), wordWrap() ? aligned | kBroken : aligned, palette(),
+                        isEnabled(), shown, foregroundRole());
+}
+
+void ShowWholeText(QWidget& widget, const QHelpEvent& event, const QString& text) {
+  QToolTip::showText(event.globalPos(), PlainToolTip(text), &widget);
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/console/dialogs/on_screen.h"
+
+#include <QEvent>
+#include <QLayout>
+#include <QScreen>
+#include <QWidget>
+#include <algorithm>
+
+namespace pelora::console {
+namespace {
+
+/// What the frame of a window may take. It is not known before the window is shown.
+constexpr QSize kFrame(16, 40);
+/// Of a list at least so much is to be seen.
+constexpr int kLeastLines = 3;
+
+/// The begin, moved as little as possible, of a length that is to lie within limits.
+int Within(int begin, int length, int first, int end) {
+  return std::max(first, std::min(begin, end - length));
+}
+
+/// Waits for a window to be shown.
+class Shown final : public QObject {
+ public:
+  explicit Shown(QWidget& window) : QObject(&window) { window.installEventFilter(this); }
+
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (event->type() != QEvent::Show) return false;
+    auto* const window = static_cast<QWidget*>(object);
+    // It finds its size while it is told.
+    QMetaObject::invokeMethod(
+        this, [window] { KeepOnScreen(*window); }, Qt::QueuedConnection);
+    return false;
+  }
+};
+
+}  // namespace
+
+QSize RoomOnScreen(const QWidget& window) { return window.screen()->availableSize() - kFrame; }
+
+void KeepOnScreenWhenShown(QWidget& window) { new Shown(window); }
+
+void ResizeToFit(QWidget& window, QSize wanted) {
+  window.resize(wanted.expandedTo(window.minimumSizeHint()).boundedTo(RoomOnScreen(window)));
+}
+
+void ResizeToFit(QWidget& window, int width, const QList<ListHeight>& lists) {
+  const auto set_height = [](const ListHeight& height, int lines) {
+    height.list->setMinimumHeight(lines * height.list->fontMetrics().lineSpacing());
+  };
+  for (const ListHeight& height : lists) set_height(height, height.lines);
+  const QSize wanted(width, window.sizeHint().height());
+  for (const ListHeight& height : lists) set_height(height, std::min(height.lines, kLeastLines));
+  ResizeToFit(window, wanted);
+}
+
+void KeepOnScreen(QWidget& window) {
+  const int width = RoomOnScreen(window).width();
+  // A box that found its own size keeps it.
+  if (window.minimumWidth() > width && window.layout() != nullptr) {
+    window.setFixedSize(width, window.layout()->totalHeightForWidth(width));
+  }
+  window.resize(window.size().boundedTo(RoomOnScreen(window)));
+  const QRect screen = window.screen()->availableGeometry();
+  const QSize size = window.size() + kFrame;
+  const QPoint place(
+      Within(window.x(), size.width(), screen.left(), screen.left() + screen.width()),
+      Within(window.y(), size.height(), screen.top(), screen.top() + screen.height()));
+  if (place != window.pos()) window.move(place);
+}
+
+}  // namespace pelora::console

@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/ui/every_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QTest>
+#include <QTreeView>
+
+#include "hosts/console/choosers/container_browser.h"
+#include "hosts/console/choosers/search_dialog.h"
+#include "hosts/console/errands/errand_dialog.h"
+#include "hosts/console/fields/query_preview.h"
+#include "hosts/console/fields/value_list.h"
+#include "hosts/console/finding/column_dialog.h"
+#include "hosts/console/finding/view_editor.h"
+#include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/connect_dialog.h"
+#include "hosts/console/window/main_window.h"
+#include "hosts/console/writing/conflict_dialog.h"
+#include "hosts/console/writing/history_dialog.h"
+#include "hosts/console/writing/qt_writing_desk.h"
+#include "hosts/console/writing/result_dialog.h"
+#include "hosts/console/writing/review_dialog.h"
+#include "hosts/session/new_object_kind.h"
+#include "resources/resource.h"
+#include "tests/ui/open_sheet.h"
+#include "tests/ui/open_wizard.h"
+#include "tests/ui/scripted_store.h"
+
+namespace pelora::test {
+namespace {
+
+constexpr int kPatience = 20000;
+constexpr RowIndex kArchiverRow = 0;
+
+/// A name without a place to break it, and one with many.
+const std::string kLongWord(200, 'W');
+const std::string kLongText = [] {
+  std::string text;
+  while (text.size() < 200) text += "Wide words ";
+  return text;
+}();
+
+/// Finds one container and one user, both with long names.
+ldap::StoreOpener OpenLongNames() {
+  const auto script = [](const ldap::SearchRequest& /*request*/, const ldap::EntrySink& sink) {
+    if (sink(ContainerEntry(kLongWord))) sink(UserEntry(kLongText));
+    return ldap::StoreStatus{};
+  };
+  return [script](std::unique_ptr<ldap::IDirectoryStore>& store, const std::stop_token& /*stop*/) {
+    store = std::make_unique<ScriptedStore>(script, true);
+    return ldap::StoreStatus{};
+  };
+}
+
+class Tour {
+ public:
+  Tour(OpenCompany& company, session::DirectorySession& session, contract::ModalScripts& scripts,
+       const LookAtWindow& look)
+      : company_(company), session_(session), scripts_(scripts), look_(look) {}
+
+  void LookAtSheets() {
+    LookAtSheet({kBirgit}, "user");
+    LookAtSheet({kBirgit, kRolf}, "users");
+    LookAtSheet({kContact}, "contact");
+    LookAtSheet({kGroup}, "group");
+    LookAtSheet({kAddressList}, "address-list");
+    LookAtSheet({kDynamicList}, "dynamic-list");
+    LookAtSheet({kCompany}, "company");
+    LookAtSheet({kServer}, "server");
+  }
+
+  void LookAtWizards() {
+    session::DirectoryObject container = company_.Objects({kSales}).front();
+    container.name = kLongWord;
+    for (const session::NewObjectKind& kind : session::NewObjectKinds()) {
+      const std::string name = "new-" + std::string(kind.class_name);
+      OpenWizard open(session_, company_.module(), std::string(kind.class_name).c_str(), container);
+      Look(open.wizard(), name);
+      if (open.wizard().own_page() != nullptr) {
+        open.Write("own_name", "Name");
+        if (kind.account != session::AccountForm::kNone) open.Write("own_logon_name", "name");
+      } else {
+        open.user().Type(IDC_OBJECT_NAME, "Name");
+      }
+      while (!open.wizard().IsSummary() && open.wizard().next().isEnabled()) {
+        open.Next();
+        Look(open.wizard(), name + "-" + std::to_string(open.wizard().CurrentPage()));
+      }
+      EXPECT_TRUE(open.wizard().IsSummary()) << name;
+    }
+  }
+
+  void LookAtDialogsOfTabs() {
+    OpenSheet open(session_, company_.module(), company_.Objects({kBirgit}));
+    PlayTo("address");
+    open.user().Click(IDC_EMAIL_ADD);
+    open.sheet().SelectPage(1);
+    contract::QtPlayer page(open.sheet().Dialog(1)->widget());
+    PlayTo("archive-servers");
+    page.DoubleClickListViewCell(IDC_FEATURE_LIST, kArchiverRow, 1);
+    open.sheet().SelectPage(0);
+    open.user().Click(IDC_PELORA_HIDDEN);
+    PlayTo("discard-question");
+    open.ClickCancel();
+  }
+
+  void LookAtChoosers() {
+    const ldap::StoreOpener opener = OpenLongNames();
+    console::SearchDialog search({.title = Long(), .type_filter = "(a=b)", .multiple = true},
+                                 opener, nullptr);
+    search.show();
+    AwaitRows(search, "search_results", 2);
+    search.findChild<QTreeView*>(QStringLiteral("search_results"))->selectAll();
+    search.findChild<QPushButton*>(QStringLiteral("add_chosen"))->click();
+    Look(search, "search");
+    session::DirectoryObject base;
+    base.dn = "DC=x";
+    base.name = kLongWord;
+    console::ContainerBrowser browser(
+        opener, base, [](const auto& /*dn*/) { return Long(); }, nullptr);
+    browser.show();
+    browser.accept();
+    Look(browser, "containers");
+    console::QueryPreview preview({.filter = "(a=b)"}, opener, nullptr);
+    preview.show();
+    AwaitRows(preview, "query_results", 2);
+    Look(preview, "query");
+    console::ValueList values(Long(), {{.text = kLongText, .objects = {kLongWord, "Birgit"}}},
+                              nullptr);
+    Look(values, "values");
+  }
+
+  void LookAtWindowsOfLists() {
+    console::ColumnDialog columns({{.name = "one", .title = kLongText, .place = kLongWord}},
+                                  {"one"}, nullptr);
+    Look(columns, "columns");
+    session::View view{.name = kLongText, .filter = "(" + kLongWord};
+    PlayTo("view");
+    EXPECT_FALSE(console::EditView(view, nullptr));
+    console::ConnectDialog connect(Long(), nullptr);
+    Look(connect, "connect");
+  }
+
+  void LookAtWriting() {
+    session::Review review;
+    review.changes = {{.dn = "CN=x",
+                       .name = kLongWord,
+                       .fields = {{"peloraHidden", kLongText, kLongWord, kLongText}}}};
+    review.ldif = [] { return "dn: " + kLongWord + "\n"; };
+    console::ReviewDialog reviewed(review, nullptr);
+    Look(reviewed, "review");
+    const std::vector<session::WrittenChange> results = {
+        {.name = kLongWord,
+         .result = changes::NotDone("CN=x", {50, kLongWord}),
+         .reason = kLongText}};
+    console::ResultDialog result(results, nullptr);
+    Look(result, "results");
+    std::vector<session::ShownConflict> conflicts = {{.dn = "CN=x",
+                                                      .name = kLongWord,
+                                                      .attribute = "otherMailbox",
+                                                      .field = kLongText,
+                                                      .seen = kLongWord,
+                                                      .there = kLongText,
+                                                      .wanted = kLongWord,
+                                                      .is_list = true}};
+    console::ConflictDialog conflict(conflicts, nullptr);
+    Look(conflict, "conflicts");
+    console::HistoryDialog history(
+        [] {
+          return std::vector<session::PastChange>{
+              {.id = "1", .when = {}, .objects = {kLongWord}, .fields = {kLongText}}};
+        },
+        nullptr);
+    Look(history, "history");
+    console::ErrandDialog errand(Long(), nullptr);
+    errand.ShowProgress(1200, 5000);
+    Look(errand, "errand");
+  }
+
+  void LookAtBoxes() {
+    console::QtMessageBox box;
+    PlayTo("box");
+    box.Show(nullptr, {.text = kLongText + "\n" + kLongWord, .caption = kLongText});
+    console::QtWritingDesk desk;
+    PlayTo("failure");
+    desk.ShowFailure(nullptr, {.summary = kLongWord, .advice = kLongText, .details = kLongWord});
+  }
+
+  void LookAtMainWindow() {
+    console::MainWindow window(company_.module());
+    const ldap::StoreOpener opener = OpenLongNames();
+    std::unique_ptr<ldap::IDirectoryStore> store;
+    EXPECT_TRUE(opener(store, {}).Ok());
+    EXPECT_TRUE(window.SetSession(
+        std::make_unique<session::DirectorySession>(kLongWord + ".ldb", std::move(store), opener)));
+    window.show();
+    AwaitRows(window, "object_list", 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window.IsReading(); }, kPatience));
+    window.findChild<QTreeView*>(QStringLiteral("object_list"))->selectAll();
+    Look(window, "main");
+  }
+
+ private:
+  static QString Long() { return console::ToQString(kLongText); }
+
+  static void AwaitRows(const QWidget& window, const char* list, int rows) {
+    const auto* view = window.findChild<QTreeView*>(QLatin1String(list));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->model()->rowCount() == rows; }, kPatience));
+  }
+
+  void Look(QWidget& window, const std::string& name) {
+    SCOPED_TRACE(name);
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    QCoreApplication::processEvents();
+    look_(window, name);
+  }
+  /// The next modal window is looked at.
+  void PlayTo(const std::string& name) {
+    scripts_.Add([this, name](QWidget& window) {
+      Look(window, name);
+      // A question is answered so that nothing is lost, or there is nothing to lose.
+      window.close();
+    });
+  }
+  void LookAtSheet(const std::vector<std::string>& names, const std::string& name) {
+    std::vector<session::DirectoryObject> objects = company_.Objects(names);
+    for (session::DirectoryObject& object : objects) object.name = kLongWord;
+    OpenSheet open(session_, company_.module(), objects);
+    open.AwaitAnswers();
+    for (std::size_t page = 0; page < open.sheet().PageCount(); ++page) {
+      open.sheet().SelectPage(page);
+      Look(open.sheet(), name + "-" + std::to_string(page + 1));
+    }
+  }
+
+  OpenCompany& company_;
+  session::DirectorySession& session_;
+  contract::ModalScripts& scripts_;
+  const LookAtWindow& look_;
+};
+
+}  // namespace
+
+void ForEveryWindow(OpenCompany& company, contract::ModalScripts& scripts,
+                    const LookAtWindow& look) {
+  Tour tour(company, company.session(), scripts, look);
+  tour.LookAtMainWindow();
+  tour.LookAtSheets();
+  tour.LookAtDialogsOfTabs();
+  tour.LookAtWizards();
+  tour.LookAtChoosers();
+  tour.LookAtWindowsOfLists();
+  tour.LookAtWriting();
+  tour.LookAtBoxes();
+}
+
+}  // namespace pelora::test

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QWidget>
+#include <string>
+#include <vector>
+
+namespace pelora::test {
+
+/// What keeps a window from being used without a mouse, one line each: controls to which no letter
+/// leads, and letters that lead to two. OK, Cancel and Close have Enter and Escape.
+[[nodiscard]] std::vector<std::string> FaultsOfKeys(const QWidget& window);
+
+/// Controls for which a screen reader has no name, one line each.
+[[nodiscard]] std::vector<std::string> FaultsOfNames(const QWidget& window);
+
+}  // namespace pelora::test

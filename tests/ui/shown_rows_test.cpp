@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the rows of lists say beyond their texts: names of delegates, and the default address.
+#include "hosts/console/fields/shown_rows.h"
+
+#include <gmock/gmock.h>
+
+#include <QListWidget>
+
+#include "hosts/console/dialogs/list_box_control.h"
+#include "hosts/console/text/qt_text.h"
+#include "resources/resource.h"
+#include "tests/ui/console_test.h"
+#include "tests/ui/open_sheet.h"
+
+namespace pelora::test {
+namespace {
+
+using console::ToQString;
+using console::ToUtf8;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+std::vector<std::string> Data(const QListWidget& list, int role) {
+  std::vector<std::string> texts;
+  for (int row = 0; row < list.count(); ++row) {
+    texts.push_back(ToUtf8(list.item(row)->data(role).toString()));
+  }
+  return texts;
+}
+
+void Fill(QListWidget& list, std::initializer_list<const char*> texts) {
+  list.clear();
+  for (const char* text : texts) list.addItem(QString::fromUtf8(text));
+}
+
+/// Rows that are drawn bold.
+std::vector<int> BoldRows(const QListWidget& list) {
+  std::vector<int> rows;
+  for (int row = 0; row < list.count(); ++row) {
+    if (list.item(row)->font().bold()) rows.push_back(row);
+  }
+  return rows;
+}
+
+TEST(OwnNames, AreShownAndToldWhileThePageKeepsItsTexts) {
+  QListWidget list;
+  Fill(list, {"CN=Meyer\\, Anna,OU=Sales,DC=x", "no name at all"});
+  console::ShowOwnNames(list);
+  EXPECT_THAT(Data(list, console::kShownTextRole), ElementsAre("Meyer, Anna", "no name at all"));
+  EXPECT_THAT(Data(list, Qt::AccessibleTextRole), ElementsAre("Meyer, Anna", "no name at all"));
+  EXPECT_THAT(Data(list, Qt::AccessibleDescriptionRole).front(), HasSubstr("OU=Sales"));
+  EXPECT_EQ(ToUtf8(list.item(0)->text()), "CN=Meyer\\, Anna,OU=Sales,DC=x");
+}
+
+TEST(OwnNames, OfTwoObjectsAreToldApartByTheirFolders) {
+  QListWidget list;
+  Fill(list, {"CN=Anna,OU=Sales,DC=x", "CN=Ben,OU=Sales,DC=x", "CN=ANNA,OU=Works,DC=x"});
+  console::ShowOwnNames(list);
+  EXPECT_THAT(Data(list, console::kShownTextRole),
+              ElementsAre("Anna (x/Sales)", "Ben", "ANNA (x/Works)"));
+}
+
+TEST(DefaultAddress, IsTheOneInCapitals) {
+  QListWidget list;
+  Fill(list, {"a@x", "B@X", "c@x"});
+  EXPECT_EQ(console::MarkDefault(list, {}), 1);
+  EXPECT_THAT(BoldRows(list), ElementsAre(1));
+  EXPECT_THAT(Data(list, Qt::AccessibleTextRole), ElementsAre("a@x", "B@X (default)", "c@x"));
+  Fill(list, {"A@X", "b@x"});
+  EXPECT_EQ(console::MarkDefault(list, {}), 0);
+}
+
+TEST(DefaultAddress, AmongOthersInCapitalsIsTheOneThatWasRead) {
+  QListWidget list;
+  Fill(list, {"A@X", "B@X", "c@x"});
+  EXPECT_EQ(console::MarkDefault(list, QStringLiteral("b@x")), 1);
+  EXPECT_EQ(console::MarkDefault(list, {}), -1) << "nobody can tell";
+  EXPECT_THAT(BoldRows(list), ElementsAre());
+}
+
+class ShownRows : public ConsoleTest {};
+
+TEST_F(ShownRows, OfDelegatesAreNames) {
+  const OpenSheet open(session(), module(), Objects({kBirgit}));
+  const auto& list = static_cast<QListWidget&>(open.dialog().Find(IDC_SENDAS_LIST)->widget());
+  ASSERT_GE(list.count(), 2);
+  for (int row = 0; row < list.count(); ++row) {
+    const std::string dn = open.dialog().ListBox(IDC_SENDAS_LIST).Text(static_cast<RowIndex>(row));
+    const std::string shown = Data(list, console::kShownTextRole)[static_cast<std::size_t>(row)];
+    EXPECT_TRUE(dn.starts_with("CN=")) << "for the page it is the name of an object";
+    EXPECT_FALSE(shown.empty());
+    EXPECT_THAT(shown, ::testing::Not(HasSubstr("=")));
+    EXPECT_THAT(ToUtf8(list.item(row)->toolTip()), HasSubstr(dn));
+  }
+}
+
+TEST_F(ShownRows, ALetterLeadsToTheNameThatBeginsSo) {
+  OpenSheet open(session(), module(), Objects({kBirgit}));
+  auto& list = static_cast<QListWidget&>(open.dialog().Find(IDC_SENDAS_LIST)->widget());
+  const QString last = list.item(list.count() - 1)->data(console::kShownTextRole).toString();
+  list.setCurrentRow(0);
+  list.keyboardSearch(last.left(3));
+  EXPECT_EQ(list.currentRow(), list.count() - 1);
+}
+
+TEST_F(ShownRows, OfTheDefaultAddressFollowWhatIsSet) {
+  OpenSheet open(session(), module(), Objects({kBirgit}));
+  const auto& list = static_cast<QListWidget&>(open.dialog().Find(IDC_EMAIL_LIST)->widget());
+  ASSERT_EQ(list.count(), 2);
+  ASSERT_EQ(BoldRows(list).size(), 1U);
+  const QString before = list.item(BoldRows(list).front())->text();
+  const RowIndex other = BoldRows(list).front() == 0 ? 1 : 0;
+  open.user().ClickListRow(IDC_EMAIL_LIST, other);
+  open.user().Click(IDC_EMAIL_DEFAULT);
+  ASSERT_EQ(BoldRows(list).size(), 1U);
+  EXPECT_NE(list.item(BoldRows(list).front())->text().toLower(), before.toLower());
+}
+
+}  // namespace
+}  // namespace pelora::test
