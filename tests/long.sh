@@ -6,10 +6,12 @@
 #
 #   fuzz=600         seconds for each fuzzer
 #   kills=1000       of a program that writes to a directory file
-#   rounds=10000     of each of three writers at once on a file, and of sheets opened and closed
+#   rounds=10000     of each of three writers at once on a file, of sheets opened and closed, and
+#                    of random sheets
 #   domain=3000      rounds of each of three writers at once on a domain
 #   counter=1000     rounds of two writers that count on one number of a domain
 #   edits=1000       rounds of random edits on each tab
+#   bulk=5000        users that one sheet of the console changes
 #   faults=0         calls that fail, of each trial; 0: every one
 #   allocations=400  allocations that fail, of each trial; 0: every one
 #   windows=200      the same of each trial in front of the console's windows
@@ -24,7 +26,7 @@
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
-declare -A wanted=([fuzz]=600 [kills]=1000 [rounds]=10000 [domain]=3000 [counter]=1000 [edits]=1000 [faults]=0
+declare -A wanted=([fuzz]=600 [kills]=1000 [rounds]=10000 [domain]=3000 [counter]=1000 [edits]=1000 [bulk]=5000 [faults]=0
   [allocations]=400 [windows]=200 [wine]=1000 [sanitizers]=1 [packages]=1)
 for argument in "$@"; do
   name="${argument%%=*}"
@@ -109,7 +111,8 @@ cmake --preset native >/dev/null && cmake --build build/native >>"$log" || exit 
 began="$SECONDS"
 {
   sum faults "faults injected and survived" harness/harness_test '*Faults.*' 'faults injected and survived'
-  sum edits "random edits and applies" harness/harness_test '*Model.*' 'random edits and applies'
+  sum edits "random edits and applies" harness/harness_test '*PageModel.*' 'random edits and applies'
+  trial rounds "random sheets" harness/harness_test 'SheetModel.*' 's/^random sheets: //p'
   sum allocations "allocations failed and survived" harness/memory_test '*' 'allocations failed and survived'
   sum windows "the same before windows" ui/ui_exceptions '*Memory*' 'allocations failed and survived'
   trial kills "programs killed while they write" unit/ldb_directory_test 'LdbKillTest.*' \
@@ -121,6 +124,7 @@ began="$SECONDS"
   trial counter "two writers on a domain" lab/lab_changes_test '*NoAcceptedChangeIsLost' \
     's/^two writers, //p' tests/lab/run_in_lab.sh
   trial rounds "soak" harness/harness_test 'Soak.Nothing*' 's/^soak: //p'
+  trial bulk "a bulk in the window" ui/ui_writing 'BulkSheet.AllOfIt*' 's/^bulk: //p'
   if wants wine; then
     if { cmake --preset windows && cmake --build build/windows; } >>"$log" 2>&1 &&
       told="$(GTEST_FILTER='EnduranceTest.*' PELORA_LONG="$rounds" tests/windows/run_wine_suites.sh 2>&1)"; then

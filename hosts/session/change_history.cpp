@@ -237,13 +237,22 @@ std::vector<PastChange> ChangeHistory::List(Clock::time_point now) const {
 std::vector<Result> ChangeHistory::Run(const std::filesystem::path& file, const std::string& what,
                                        changes::IChangeLog* log, ldap::IDirectoryStore& store,
                                        IErrands& errands) {
-  std::vector<changes::Change> all;
-  if (const ldap::StoreStatus read = changes::ReadUndoFile(file.string(), schema_, all);
-      !read.Ok()) {
-    return {changes::NotDone({}, read)};
-  }
-  std::vector<Result> results(all.size());
+  std::vector<Result> results;
   errands.Run(what, [&](IErrand& errand) {
+    std::vector<changes::Change> all;
+    if (const ldap::StoreStatus read = changes::ReadUndoFile(file.string(), schema_, all);
+        !read.Ok()) {
+      results = {changes::NotDone({}, read)};
+      return;
+    }
+    if (all.empty()) {
+      // Of an object that was created and taken back nothing is kept.
+      results = {{.dn = {},
+                  .outcome = changes::Outcome::kRefused,
+                  .message = "An object that was created and taken back cannot be made again."}};
+      return;
+    }
+    results.resize(all.size());
     store.StopOn(errand.give_up());
     const changes::RunOptions options{
         .lists = changes::Lists::kUntouched, .stop = errand.stop(), .log = log};

@@ -32,7 +32,8 @@ struct PastChange {
 /// their owner alone. The file is complete on the disk before anything of it is sent.
 ///
 /// Taking back is guarded as every change is: what somebody has changed since is refused and left
-/// alone, the rest is taken back. What was taken back can be done again.
+/// alone, the rest is taken back. What was taken back can be done again, but for the creation of an
+/// object, of which its taking back leaves nothing.
 class ChangeHistory {
  public:
   using Clock = std::chrono::system_clock;

@@ -37,14 +37,16 @@ bool IsSwitch(const FieldRow& row) {
 }
 
 FeatureCounts CountsOf(const PageFields& fields, std::size_t field) {
+  if (field >= fields.gathered.size()) return {};
+  return fields.gathered[field].counts;
+}
+
+void CountSwitch(const PageFields& fields, std::size_t field, const DirectoryObject& object,
+                 FeatureCounts& counts) {
   const FieldRow& row = fields.touched.Row(field);
-  FeatureCounts counts;
-  for (const DirectoryObject& object : fields.selection) {
-    const bool is_on = Has(fields.seen(object, row.attributes[kOnList]), row.entry);
-    const bool is_off = Has(fields.seen(object, row.attributes[kOffList]), row.entry);
-    ++(is_on == is_off ? counts.unset : (is_on ? counts.on : counts.off));
-  }
-  return counts;
+  const bool is_on = Has(fields.seen(object, row.attributes[kOnList]), row.entry);
+  const bool is_off = Has(fields.seen(object, row.attributes[kOffList]), row.entry);
+  ++(is_on == is_off ? counts.unset : (is_on ? counts.on : counts.off));
 }
 
 std::string CountsText(const FeatureCounts& counts) {

@@ -8,19 +8,15 @@
 
 namespace pelora::session {
 
-/// Of how many of the selected objects a feature is on, off, and neither, by what was read or
-/// written last. What stands in both lists is on and off at once, and counts as neither.
-struct FeatureCounts {
-  std::size_t on = 0;
-  std::size_t off = 0;
-  std::size_t unset = 0;
-};
-
 /// Whether a field is a feature that can be switched on and off: one row of a list view, with a
 /// button for either.
 [[nodiscard]] bool IsSwitch(const FieldRow& row);
 
+/// As they were gathered last: see `GatherValues`.
 [[nodiscard]] FeatureCounts CountsOf(const PageFields& fields, std::size_t field);
+/// Counts one object more.
+void CountSwitch(const PageFields& fields, std::size_t field, const DirectoryObject& object,
+                 FeatureCounts& counts);
 
 /// "3 on, 1 off, 2 unset"; what nobody has is left out.
 [[nodiscard]] std::string CountsText(const FeatureCounts& counts);

@@ -17,11 +17,13 @@ std::string TextOfOne(const std::string& value) {
 }  // namespace
 
 void FieldBook::Add(const std::vector<FieldRow>& rows, const resources::DialogTemplate& page) {
-  for (const FieldRow& row : rows) {
-    for (const std::string_view attribute : row.attributes) {
-      labels_.try_emplace(std::string(attribute), resources::FieldLabel(row, page));
-      kinds_.try_emplace(std::string(attribute), row.kind);
-    }
+  for (const FieldRow& row : rows) Add(row, resources::FieldLabel(row, page));
+}
+
+void FieldBook::Add(const FieldRow& row, const std::string& label) {
+  for (const std::string_view attribute : row.attributes) {
+    labels_.try_emplace(std::string(attribute), label);
+    kinds_.try_emplace(std::string(attribute), row.kind);
   }
 }
 

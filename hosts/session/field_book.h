@@ -26,6 +26,8 @@ class FieldBook {
  public:
   /// Takes down the fields of a page; what is known of an attribute stays.
   void Add(const std::vector<FieldRow>& rows, const resources::DialogTemplate& page);
+  /// The same for one field that is called so.
+  void Add(const FieldRow& row, const std::string& label);
 
   [[nodiscard]] const FieldLabels& labels() const { return labels_; }
   /// The attribute's own name where no field edits it.

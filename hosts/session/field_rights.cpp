@@ -9,7 +9,7 @@ void FieldRights::Learn(const ldap::Entry& entry) {
   ++count_;
   const auto said = entry.attributes.find(kAttribute);
   if (said == entry.attributes.end()) return;
-  objects_.emplace_back(said->second.begin(), said->second.end());
+  ++said_[Allowed(said->second.begin(), said->second.end())];
 }
 
 std::string FieldRights::WhyReadOnly(const FieldRow& row) const {
@@ -18,7 +18,8 @@ std::string FieldRights::WhyReadOnly(const FieldRow& row) const {
       return !allowed.contains(std::string(attribute));
     });
   };
-  const auto refused = static_cast<std::size_t>(std::ranges::count_if(objects_, refuses));
+  std::size_t refused = 0;
+  for (const auto& [allowed, objects] : said_) refused += refuses(allowed) ? objects : 0;
   if (refused == 0) return {};
   if (count_ == 1) return "You have no right to change this.";
   return "You have no right to change this of " + std::to_string(refused) + " of the " +

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <set>
 #include <span>
 #include <string>
@@ -30,8 +31,8 @@ class FieldRights {
  private:
   using Allowed = std::set<std::string, ldap::AttributeNameLess>;
 
-  /// One for each object of which the directory said something.
-  std::vector<Allowed> objects_;
+  /// What the directory said, and of how many objects: thousands may have the same rights.
+  std::map<Allowed, std::size_t> said_;
   std::size_t count_ = 0;
 };
 

@@ -2,14 +2,21 @@
 #include "hosts/session/field_values.h"
 
 #include <algorithm>
+#include <charconv>
 #include <map>
+#include <optional>
 #include <utility>
+
+#include "hosts/session/feature_counts.h"
+#include "hosts/session/fields/entry_object.h"
 
 namespace pelora::session {
 namespace {
 
 constexpr std::string_view kNotSet = "not set";
-/// So many objects' names are given with a value; there may be thousands.
+/// A choice of which the page itself knows no text.
+constexpr std::string_view kOtherChoice = "other";
+/// So many objects' names are given with a value, and so many values; there may be thousands.
 constexpr std::size_t kNamed = 10;
 
 bool IsOneValue(const FieldRow& row) {
@@ -20,14 +27,47 @@ bool IsOneValue(const FieldRow& row) {
     case FieldKind::kName:
     case FieldKind::kServer:
       return row.entry.empty();
+    case FieldKind::kChoice:
+      return row.entry.empty() && row.choice_of;
     default:
       return false;
   }
 }
 
-std::string ReadText(const FieldRow& row, const std::vector<std::string>& seen) {
-  if (row.kind != FieldKind::kFlag) return seen.empty() ? std::string() : seen.front();
-  return seen.empty() || seen.front() == "0" ? "no" : "yes";
+/// Works out what one object has in a field.
+class Reader {
+ public:
+  Reader(const PageFields& fields, const ldap::Schema& schema) : fields_(fields), schema_(schema) {}
+
+  [[nodiscard]] std::string TextOf(const FieldRow& row, const DirectoryObject& object) const {
+    if (row.kind == FieldKind::kChoice) return ChoiceText(row, object);
+    const std::vector<std::string> seen = fields_.seen(object, row.attributes.front());
+    if (row.kind != FieldKind::kFlag) return seen.empty() ? std::string() : seen.front();
+    return seen.empty() || seen.front() == "0" ? "no" : "yes";
+  }
+
+ private:
+  [[nodiscard]] std::string ChoiceText(const FieldRow& row, const DirectoryObject& object) const {
+    ldap::Entry entry{.dn = object.dn, .attributes = {}};
+    for (const std::string_view attribute : row.attributes) {
+      std::vector<std::string> values = fields_.seen(object, attribute);
+      if (!values.empty()) entry.attributes.emplace(attribute, std::move(values));
+    }
+    EntryObject bound(entry, schema_);
+    const std::optional<std::size_t> choice = row.choice_of(bound);
+    return std::string(choice ? row.choices.at(*choice) : kOtherChoice);
+  }
+
+  const PageFields& fields_;
+  const ldap::Schema& schema_;
+};
+
+/// 0 for what is none, or is larger than a field takes.
+std::int32_t NumberIn(const std::string& text) {
+  std::int32_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool is_number = error == std::errc() && end == text.data() + text.size();
+  return is_number ? std::max(number, 0) : 0;
 }
 
 std::string Shown(const FieldValue& value) {
@@ -36,43 +76,69 @@ std::string Shown(const FieldValue& value) {
 
 }  // namespace
 
-std::vector<FieldValue> ValuesOf(const PageFields& fields, std::size_t field) {
-  const FieldRow& row = fields.touched.Row(field);
-  std::vector<FieldValue> values;
-  if (!IsOneValue(row)) return values;
-  std::map<std::string, std::vector<std::string>> objects;
+void GatherValues(PageFields& fields, const ldap::Schema& schema,
+                  const std::function<void()>& breathe) {
+  const std::size_t count = fields.touched.Count();
+  const Reader reader(fields, schema);
+  std::vector<std::map<std::string, std::vector<std::string>>> objects(count);
+  std::vector<GatheredField> gathered(count);
   for (const DirectoryObject& object : fields.selection) {
-    objects[ReadText(row, fields.seen(object, row.attributes.front()))].push_back(object.name);
+    for (std::size_t field = 0; field < count; ++field) {
+      const FieldRow& row = fields.touched.Row(field);
+      if (IsSwitch(row)) CountSwitch(fields, field, object, gathered[field].counts);
+      if (!IsOneValue(row)) continue;
+      std::string text = reader.TextOf(row, object);
+      if (row.kind == FieldKind::kNumber) {
+        gathered[field].numbers.push_back(NumberIn(text));
+      }
+      objects[field][std::move(text)].push_back(object.name);
+    }
+    breathe();
   }
-  for (auto& [text, names] : objects) values.push_back({.text = text, .objects = std::move(names)});
-  std::ranges::stable_sort(values, [](const FieldValue& left, const FieldValue& right) {
-    return left.objects.size() > right.objects.size();
-  });
-  return values;
+  for (std::size_t field = 0; field < count; ++field) {
+    std::vector<FieldValue>& values = gathered[field].values;
+    for (auto& [text, names] : objects[field]) {
+      values.push_back({.text = text, .objects = std::move(names)});
+    }
+    std::ranges::stable_sort(values, [](const FieldValue& left, const FieldValue& right) {
+      return left.objects.size() > right.objects.size();
+    });
+    breathe();
+  }
+  fields.gathered = std::move(gathered);
 }
 
-std::string ValuesInPlace(const std::vector<FieldValue>& values) {
+std::span<const FieldValue> ValuesOf(const PageFields& fields, std::size_t field) {
+  if (field >= fields.gathered.size()) return {};
+  return fields.gathered[field].values;
+}
+
+std::string ValuesInPlace(std::span<const FieldValue> values) {
   if (values.empty()) return {};
   if (values.size() == 1) {
     return values.front().text.empty() ? std::string(kNotSet) : std::string();
   }
   std::string text;
-  for (const FieldValue& value : values) {
+  for (const FieldValue& value : values.first(std::min(kNamed, values.size()))) {
     text += (text.empty() ? "different: " : ", ") + Shown(value) + " (" +
             std::to_string(value.objects.size()) + ")";
   }
+  if (values.size() > kNamed) text += " and " + std::to_string(values.size() - kNamed) + " more";
   return text;
 }
 
-std::string ValuesAsLines(const std::vector<FieldValue>& values) {
+std::string ValuesAsLines(std::span<const FieldValue> values) {
   std::string lines;
-  for (const FieldValue& value : values) {
+  for (const FieldValue& value : values.first(std::min(kNamed, values.size()))) {
     lines += (lines.empty() ? "" : "\n") + Shown(value) + ": ";
     const std::size_t named = std::min(kNamed, value.objects.size());
     for (std::size_t at = 0; at < named; ++at) lines += (at == 0 ? "" : ", ") + value.objects[at];
     if (named < value.objects.size()) {
       lines += " and " + std::to_string(value.objects.size() - named) + " more";
     }
+  }
+  if (values.size() > kNamed) {
+    lines += "\nand " + std::to_string(values.size() - kNamed) + " more values";
   }
   return lines;
 }

@@ -2,31 +2,31 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <span>
 #include <string>
-#include <vector>
 
+#include "hosts/ldap/schema.h"
 #include "hosts/session/page_fields.h"
 
 namespace pelora::session {
 
-/// A value that some of the selected objects have in a field.
-struct FieldValue {
-  /// As a person reads it: "yes" or "no" for a flag. Empty: not set.
-  std::string text;
-  /// Names of the objects, in the order of the selection.
-  std::vector<std::string> objects;
-};
+/// Gathers what the selected objects have in each field, by what was read or written last: after
+/// the page has been filled or written. `breathe` is called with every object; what happens within
+/// it sees what was gathered before.
+void GatherValues(
+    PageFields& fields, const ldap::Schema& schema, const std::function<void()>& breathe = [] {});
 
-/// The values that the selected objects have in a field of one value, by what was read or written
-/// last: the most frequent first, then in the order of the texts. None for lists and choices, which
-/// are not one attribute's value.
-[[nodiscard]] std::vector<FieldValue> ValuesOf(const PageFields& fields, std::size_t field);
+/// The values that the selected objects have in a field of one value, as they were gathered last:
+/// the most frequent first, then in the order of the texts. None for lists, which have many, and
+/// for what stands in the rows of a list.
+[[nodiscard]] std::span<const FieldValue> ValuesOf(const PageFields& fields, std::size_t field);
 
-/// "different: 1500 (2), 4000 (1)"; "not set" when no object has a value, and empty when all have
-/// the same.
-[[nodiscard]] std::string ValuesInPlace(const std::vector<FieldValue>& values);
+/// "different: 1500 (2), 4000 (1)", the most frequent ones; "not set" when no object has a value,
+/// and empty when all have the same.
+[[nodiscard]] std::string ValuesInPlace(std::span<const FieldValue> values);
 
-/// One line for each value, with the names of the first of its objects.
-[[nodiscard]] std::string ValuesAsLines(const std::vector<FieldValue>& values);
+/// One line for each of the most frequent values, with the names of the first of its objects.
+[[nodiscard]] std::string ValuesAsLines(std::span<const FieldValue> values);
 
 }  // namespace pelora::session

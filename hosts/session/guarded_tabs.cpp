@@ -10,6 +10,7 @@
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/resources/field_label.h"
 #include "hosts/session/feature_counts.h"
+#include "hosts/session/field_values.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
 #include "hosts/session/sheet_commit.h"
@@ -65,6 +66,7 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
               [this, &fields, page](IDialog& dialog) {
                 fields.dialog = &dialog;
                 fields.touched.Settle(dialog);
+                Gather(fields);
                 Protect(fields);
                 TellEdited(page);
               },
@@ -86,6 +88,7 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
               [this, &fields, page](IDialog& dialog, IDialogController& controller) {
                 fields.touched.SettleIfRefilled(dialog);
                 fields.touched.TellChanged(controller);
+                Gather(fields);
                 TellEdited(page);
               },
           .on_gone = [&fields] { fields.dialog = nullptr; }};
@@ -101,6 +104,10 @@ void GuardedTabs::Protect(const PageFields& fields) {
       surroundings_.protect(*fields.dialog, control, why);
     }
   }
+}
+
+void GuardedTabs::Gather(PageFields& fields) {
+  GatherValues(fields, surroundings_.store.schema(), [this] { errands().Breathe(); });
 }
 
 void GuardedTabs::TellEdited(std::size_t page) {
@@ -233,6 +240,7 @@ void GuardedTabs::SettleWritten() {
     Tab& tab = *pages_[page];
     if (!tab.fields.IsShown()) continue;
     if (!tab.recording.HasRecorded()) tab.fields.touched.Settle(*tab.fields.dialog);
+    Gather(tab.fields);
     TellEdited(page);
   }
 }

@@ -114,6 +114,8 @@ class GuardedTabs {
   [[nodiscard]] std::string NameOf(const std::string& dn) const;
   [[nodiscard]] PageWatch WatchOf(Tab& tab, std::size_t page);
   void TellEdited(std::size_t page);
+  /// Gathers what the objects have in the fields of a page.
+  void Gather(PageFields& fields);
   /// Protects the fields of a page that the user has no right to change.
   void Protect(const PageFields& fields);
   /// Everything is written of the tabs of which nothing is recorded any more.

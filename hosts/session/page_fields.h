@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -12,6 +13,32 @@
 #include "hosts/session/touched_fields.h"
 
 namespace pelora::session {
+
+/// A value that some of the selected objects have in a field.
+struct FieldValue {
+  /// As a person reads it: "yes" or "no" for a flag, a choice's own text. Empty: not set.
+  std::string text;
+  /// Names of the objects, in the order of the selection.
+  std::vector<std::string> objects;
+};
+
+/// Of how many of the selected objects a feature is on, off, and neither, by what was read or
+/// written last. What stands in both lists is on and off at once, and counts as neither.
+struct FeatureCounts {
+  std::size_t on = 0;
+  std::size_t off = 0;
+  std::size_t unset = 0;
+};
+
+/// What the selected objects have in one field.
+struct GatheredField {
+  /// See `ValuesOf`.
+  std::vector<FieldValue> values;
+  /// Of a switch.
+  FeatureCounts counts;
+  /// Of a field of numbers: that of each object, in the order of the selection; 0: none.
+  std::vector<std::int64_t> numbers;
+};
 
 /// The fields of one page of a sheet, for a host that shows more of them than the page does. Lives
 /// as long as the sheet's tabs.
@@ -27,6 +54,9 @@ struct PageFields {
   /// What counts as seen of an attribute of one of them; none: not set.
   std::function<std::vector<std::string>(const DirectoryObject& object, std::string_view attribute)>
       seen;
+  /// The same for each field, as of the last `GatherValues`: a page is looked at with every key,
+  /// and there may be thousands of objects.
+  std::vector<GatheredField> gathered;
 
   [[nodiscard]] bool IsShown() const { return dialog != nullptr; }
 };

@@ -73,7 +73,10 @@ std::optional<std::size_t> SheetCommit::Run() {
 
 SheetCommit::Results SheetCommit::Write(const Plan& plan, bool stops_at_first) {
   std::vector<Change> all;
-  for (const Pending& pending : plan) all.push_back(pending.change);
+  for (const Pending& pending : plan) {
+    surroundings_.errands.Breathe();
+    all.push_back(pending.change);
+  }
   Results results(plan.size());
   const auto write = [&](IErrand& errand) {
     ldap::IDirectoryStore& store = surroundings_.store;
@@ -160,13 +163,8 @@ bool SheetCommit::LookAt(Plan& plan) {
                               .name = surroundings_.name_of(pending.change.dn),
                               .fields = surroundings_.book.FieldsOf(pending.change)});
   }
-  review.ldif = [&] {
-    std::string text;
-    for (std::size_t at = 0; at < plan.size(); ++at) {
-      if (!review.changes[at].is_wanted) continue;
-      text += changes::ToLdif(surroundings_.store.schema(), plan[at].change) + "\n";
-    }
-    return text;
+  review.ldif_of = [&](std::size_t at) {
+    return changes::ToLdif(surroundings_.store.schema(), plan[at].change) + "\n";
   };
   if (!surroundings_.desk->ShowReview(plan.front().parts.front().tab.dialog, review)) return false;
   Plan wanted;

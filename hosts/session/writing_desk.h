@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -26,8 +27,8 @@ struct ReviewedChange {
 /// What is to be looked at before it is written.
 struct Review {
   std::vector<ReviewedChange> changes;
-  /// The same as LDIF; what was taken out is left out.
-  std::function<std::string()> ldif;
+  /// One of them as LDIF.
+  std::function<std::string(std::size_t at)> ldif_of;
 };
 
 /// A field that somebody else changed while it was edited.

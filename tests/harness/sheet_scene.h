@@ -30,6 +30,10 @@ class SheetScene {
   /// The entries of the objects, with a value for each field, and of the one that choosers give.
   [[nodiscard]] std::vector<ldap::Entry> FirstEntries() const;
 
+  /// Where sheets that are opened from now on are written; outlives the scene. Without one,
+  /// failures are boxes.
+  void SitAt(session::IWritingDesk& desk) { desk_ = &desk; }
+
   /// Opens a sheet; what is not shown, and why, or empty. As many tabs are in it as let themselves
   /// be opened.
   std::string Open();
@@ -46,6 +50,9 @@ class SheetScene {
   /// How many tabs the class has.
   [[nodiscard]] std::size_t tabs() const { return rows_.size(); }
   [[nodiscard]] HeadlessPropertySheet& sheet() { return *sheet_; }
+  [[nodiscard]] session::GuardedTabs& guarded() { return *tabs_; }
+  [[nodiscard]] HeadlessModalDialogs& dialogs() { return dialogs_; }
+  [[nodiscard]] FakeChoosers& choosers() { return choosers_; }
   [[nodiscard]] const std::vector<std::string>& names() const { return names_; }
   [[nodiscard]] std::vector<std::string> TakeBoxes();
   [[nodiscard]] bool IsLibraryLeft() const {
@@ -72,6 +79,7 @@ class SheetScene {
   Platform platform_;
   FieldEditor editor_;
   std::vector<TabRows> rows_;
+  session::IWritingDesk* desk_ = nullptr;
   // The tabs outlive the sheet's pages.
   std::unique_ptr<session::GuardedTabs> tabs_;
   std::optional<HeadlessPropertySheet> sheet_;

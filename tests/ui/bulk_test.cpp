@@ -3,13 +3,16 @@
 // the window lives on, what is told is right, trying again finishes it, and it can be taken back.
 #include <gmock/gmock.h>
 
-#include <QTimer>
+#include <QLineEdit>
 #include <atomic>
+#include <iostream>
 #include <thread>
 
 #include "hosts/console/errands/qt_errands.h"
+#include "hosts/console/writing/review_dialog.h"
 #include "tests/support/long_form.h"
 #include "tests/support/memory_store.h"
+#include "tests/ui/turn_meter.h"
 #include "tests/ui/writing_sheet.h"
 
 namespace pelora::test {
@@ -82,6 +85,11 @@ class BulkSheet : public WritingSheet {
         }));
   }
 
+  /// Whether the last user's change stands in the LDIF.
+  [[nodiscard]] static bool IsWhole(const QPlainTextEdit& ldif) {
+    return ldif.toPlainText().contains(QStringLiteral("CN=User %1,").arg(Count() - 1));
+  }
+
   MemoryStore directory;
   std::vector<session::DirectoryObject> users;
 };
@@ -91,23 +99,29 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
   UnwillingStore store(directory);
   console::QtErrands errands({.silent = std::chrono::milliseconds(1000)});
   session::ChangeHistory history(folder().File("changes"), "x", store.schema());
-  int turns = 0;
-  QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, [&turns] { ++turns; });
-  timer.start(1);
+  TurnMeter meter;
 
+  meter.Enter("opening");
   OpenSheet open(
       session(), module(), users,
       SheetFaults{.store = &store, .desk = &desk(), .errands = &errands, .history = &history});
+  meter.Enter("editing");
   open.user().Click(IDC_PELORA_HIDDEN);
+  open.user().Click(IDC_QUOTA_OVERRIDE);
+  open.user().Type(IDC_QUOTA_HARD, "70");
   In("review", [&](QWidget& window) {
-    EXPECT_EQ(Part<QTableView>(window, "review_table").model()->rowCount(), Count());
+    EXPECT_EQ(Part<QTableView>(window, "review_table").model()->rowCount(), 3 * Count());
+    meter.Enter("LDIF");
+    window.findChild<QTabWidget*>()->setCurrentIndex(1);
+    const auto& ldif = Part<QPlainTextEdit>(window, "review_ldif");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return IsWhole(ldif); }, 60000));
+    meter.Enter("writing");
     Part<QPushButton>(window, "review_write").click();
   });
   // The stalling is long enough to be told of.
   In("errand", [&](QWidget& window) {
-    const int begin = turns;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return turns > begin + 20 || !window.isVisible(); }));
+    const int begin = meter.turns();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return meter.turns() > begin + 20 || !window.isVisible(); }));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isVisible(); }, 20000));
   });
   In("results", [&](QWidget& window) {
@@ -117,22 +131,74 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
                   " not begun.");
     EXPECT_EQ(HiddenCount(), 85U);
     store.Mend();
+    meter.Enter("writing once more");
     Part<QPushButton>(window, "results_retry").click();
   });
   In("results", [&](QWidget& window) {
     EXPECT_EQ(ToUtf8(Part<QLabel>(window, "results_summary").text()),
               "Everything was done: " + std::to_string(Count()) + " written.");
+    meter.Enter("closing");
   });
+  meter.Enter("looking at changes");
   open.ClickOk();
   EXPECT_EQ(modal_scripts().waiting(), 0U);
   EXPECT_FALSE(open.IsOpen());
   EXPECT_EQ(HiddenCount(), users.size());
-  EXPECT_GT(turns, 50);
+  EXPECT_GT(meter.turns(), 50);
 
+  meter.Enter("taking back");
   ASSERT_EQ(history.List().size(), 1U);
   const auto undone = history.Undo(history.List().front().id, store, errands);
   EXPECT_EQ(undone.size(), users.size());
   EXPECT_EQ(directory.entries(), before);
+  std::cout << "bulk: " << Count() << " users, the window answered within " << meter.longest()
+            << " ms (" << meter.Text() << ")\n";
+}
+
+/// Counts how often it is asked what an object has.
+int& CountSeen(session::PageFields& fields, int& count) {
+  fields.seen = [&count, seen = fields.seen](const session::DirectoryObject& object,
+                                             std::string_view attribute) {
+    ++count;
+    return seen(object, attribute);
+  };
+  return count;
+}
+
+TEST_F(BulkSheet, AKeyAsksNoneOfThemWhatTheyHave) {
+  OpenSheet open(session(), module(), users, SheetFaults{.store = &directory, .desk = &desk()});
+  int asked = 0;
+  CountSeen(open.fields().tabs().Fields(0), asked);
+  open.user().Click(IDC_PELORA_HIDDEN);
+  open.user().Click(IDC_QUOTA_OVERRIDE);
+  open.user().Type(IDC_QUOTA_HARD, "70");
+  EXPECT_TRUE(open.IsApplyEnabled());
+  QTest::keyClick(&open.sheet(), Qt::Key_Tab);
+  EXPECT_EQ(asked, 0);
+}
+
+TEST_F(BulkSheet, TheLdifOfManyComesInTurns) {
+  session::Review review;
+  std::size_t made = 0;
+  for (const session::DirectoryObject& user : users) {
+    review.changes.push_back({.dn = user.dn, .name = user.name, .fields = {{"a", "A", "0", "1"}}});
+  }
+  review.ldif_of = [&](std::size_t at) {
+    ++made;
+    return "dn: " + review.changes[at].dn + "\n\n";
+  };
+  review.changes.front().is_wanted = false;
+  console::ReviewDialog dialog(review, nullptr);
+  dialog.show();
+  dialog.findChild<QTabWidget*>()->setCurrentIndex(1);
+  EXPECT_EQ(made, console::ReviewDialog::kLdifAtOnce);
+  QCoreApplication::processEvents();
+  EXPECT_LE(made, 2 * console::ReviewDialog::kLdifAtOnce) << "one turn of events";
+  const auto& ldif = Part<QPlainTextEdit>(dialog, "review_ldif");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return IsWhole(ldif); }));
+  EXPECT_EQ(made, users.size() - 1);
+  EXPECT_FALSE(ldif.toPlainText().contains(QStringLiteral("CN=User 0,")));
+  EXPECT_TRUE(ldif.toPlainText().startsWith(QStringLiteral("dn: CN=User 1,")));
 }
 
 }  // namespace

@@ -137,17 +137,34 @@ TEST_F(NewObjectFailure, CancelAndEscapeMakeNothingAndLeaveNothingBehind) {
     wizard().Next();
     wizard().user().Click(IDC_CREATE_PELORA);
     EXPECT_EQ(wizard().components(), 1);
-    if (by_key) {
-      QTest::keyClick(&wizard().wizard(), Qt::Key_Escape);
-    } else {
-      auto* cancel = wizard().wizard().findChild<QPushButton*>(QStringLiteral("wizard_cancel"));
-      QTest::mouseClick(cancel, Qt::LeftButton);
+    for (const char* const answer : {"&Keep Editing", "&Discard"}) {
+      modal_scripts().Add(Press(answer));
+      if (by_key) {
+        QTest::keyClick(&wizard().wizard(), Qt::Key_Escape);
+      } else {
+        auto* cancel = wizard().wizard().findChild<QPushButton*>(QStringLiteral("wizard_cancel"));
+        QTest::mouseClick(cancel, Qt::LeftButton);
+      }
+      EXPECT_EQ(wizard().IsOpen(), std::string_view(answer) == "&Keep Editing");
     }
-    EXPECT_FALSE(wizard().IsOpen());
     wizard().Destroy();
     EXPECT_EQ(wizard().components(), 0);
   }
   EXPECT_TRUE(adds_.empty());
+}
+
+TEST_F(NewObjectFailure, AWizardInWhichNothingWasEnteredGoesUnasked) {
+  Open("user");
+  QTest::keyClick(&wizard().wizard(), Qt::Key_Escape);
+  EXPECT_FALSE(wizard().IsOpen());
+  Open("peloraAddresslist");
+  QTest::keyClick(&wizard().wizard(), Qt::Key_Escape);
+  EXPECT_FALSE(wizard().IsOpen());
+  Open("user");
+  wizard().Write("own_name", "Nora");
+  wizard().Write("own_name", "");
+  QTest::keyClick(&wizard().wizard(), Qt::Key_Escape);
+  EXPECT_FALSE(wizard().IsOpen()) << "it is as it was";
 }
 
 }  // namespace

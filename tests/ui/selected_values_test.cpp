@@ -2,12 +2,14 @@
 // What several objects have in a field, and the ways back from an edit.
 #include <gmock/gmock.h>
 
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDir>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QTreeView>
 #include <QTreeWidget>
 
 #include "hosts/console/fields/page_marks.h"
@@ -80,6 +82,18 @@ TEST_F(SelectedValues, DifferingAndUnsetOnesAreToldInTheirPlace) {
       << "it is cut in the field";
 }
 
+TEST_F(SelectedValues, AnAccountTypeThatDiffersSaysOfHowManyItIsWhich) {
+  Give(kBirgit, {});
+  Give(kRolf, {{"peloraSharedStoreOnly", "1"}, {"peloraResourceType", "room"}});
+  Give(kUrsula, {});
+  Open({kBirgit, kRolf, kUrsula});
+  const auto& list = static_cast<QComboBox&>(page().Find(IDC_ACCOUNT_TYPE)->widget());
+  EXPECT_EQ(list.currentIndex(), -1);
+  EXPECT_EQ(console::ToUtf8(list.placeholderText()), "different: active user (2), room (1)");
+  EXPECT_THAT(list.toolTip().toStdString(), HasSubstr("room: Rolf Uhlig"));
+  EXPECT_THAT(Differences(), ::testing::Each(IsEmpty())) << "looked at, and left as it is";
+}
+
 TEST_F(SelectedValues, HoveringTellsWhoHasWhat) {
   OpenThree();
   const std::string tip = Edit(IDC_QUOTA_HARD).toolTip().toStdString();
@@ -90,12 +104,14 @@ TEST_F(SelectedValues, HoveringTellsWhoHasWhat) {
 TEST_F(SelectedValues, F2ListsEachObjectWithItsValue) {
   OpenThree();
   QTest::keyClick(&Edit(IDC_QUOTA_HARD), Qt::Key_F2);
-  const auto* const rows =
-      sheet().sheet().findChild<QTreeWidget*>(QStringLiteral("value_list_rows"));
+  const auto* const rows = sheet().sheet().findChild<QTreeView*>(QStringLiteral("value_list_rows"));
   ASSERT_NE(rows, nullptr);
-  ASSERT_EQ(rows->topLevelItemCount(), 3);
-  EXPECT_EQ(rows->topLevelItem(2)->text(0), QStringLiteral("1500"));
-  EXPECT_EQ(rows->topLevelItem(2)->text(1), QStringLiteral("Rolf Uhlig"));
+  const QAbstractItemModel& model = *rows->model();
+  ASSERT_EQ(model.rowCount(), 3);
+  EXPECT_EQ(model.index(1, 0).data().toString(), QStringLiteral("4000"));
+  EXPECT_EQ(model.index(1, 1).data().toString(), QStringLiteral("Ursula Fischer"));
+  EXPECT_EQ(model.index(2, 0).data().toString(), QStringLiteral("1500"));
+  EXPECT_EQ(model.index(2, 1).data().toString(), QStringLiteral("Rolf Uhlig"));
 }
 
 TEST_F(SelectedValues, TypedIntoAndEmptiedAgainEachKeepsItsOwn) {

@@ -157,6 +157,45 @@ TEST_F(TypedFields, AnAddressThatIsNoneHoldsTheOkOfItsDialog) {
   }
 }
 
+TEST_F(TypedFields, AnAddressThatIsEditedIsJudgedAsANewOne) {
+  OpenWithQuota();
+  modal_scripts().Add([](QWidget& window) {
+    contract::QtPlayer typist(window);
+    const auto* foot = window.findChild<console::PageFoot*>();
+    ASSERT_NE(foot, nullptr);
+    typist.Erase(IDC_EMAIL_ADDRESS);
+    typist.Type(IDC_EMAIL_ADDRESS, "anna");
+    EXPECT_EQ(foot->note().level, FootNote::Level::kWrong);
+    typist.PressEnter();
+    EXPECT_TRUE(window.isVisible());
+    typist.Click(static_cast<ControlId>(kDialogCancel));
+  });
+  ClickRow(IDC_EMAIL_LIST, "A@X.TEST");
+  user().Click(IDC_EMAIL_MODIFY);
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_THAT(Rows(IDC_EMAIL_LIST), ElementsAre("A@X.TEST"));
+}
+
+TEST_F(TypedFields, AnArchiveServerThatIsNoneIsWarnedOf) {
+  OpenWithQuota();
+  sheet().sheet().SelectPage(1);
+  QCoreApplication::processEvents();
+  modal_scripts().Add([](QWidget& window) {
+    contract::QtPlayer typist(window);
+    const auto* foot = window.findChild<console::PageFoot*>();
+    ASSERT_NE(foot, nullptr);
+    typist.Type(IDC_ARCHIVER_NAME, "nowhere");
+    EXPECT_TRUE(QTest::qWaitFor([foot] { return foot->note().level == FootNote::Level::kOdd; }));
+    EXPECT_EQ(foot->note().text, QStringLiteral("There is no server of the name nowhere."));
+    typist.Erase(IDC_ARCHIVER_NAME);
+    typist.Type(IDC_ARCHIVER_NAME, "mail01");
+    EXPECT_EQ(foot->note().level, FootNote::Level::kNothing) << "and nothing is held";
+    typist.Click(static_cast<ControlId>(kDialogCancel));
+  });
+  user().DoubleClickListViewCell(IDC_FEATURE_LIST, 0, 1);
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+}
+
 TEST_F(TypedFields, AnOddAddressIsWarnedOfAndTaken) {
   OpenWithQuota();
   modal_scripts().Add([](QWidget& window) {

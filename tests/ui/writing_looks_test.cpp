@@ -55,7 +55,9 @@ session::Review SampleReview() {
                     {"peloraQuotaHard", "Hard limit", "1500", "2000"}}});
   }
   review.changes[1].is_wanted = false;
-  review.ldif = [] { return std::string("dn: CN=Birgit\nchangetype: modify\n"); };
+  review.ldif_of = [](std::size_t /*at*/) {
+    return std::string("dn: CN=Birgit\nchangetype: modify\n");
+  };
   return review;
 }
 

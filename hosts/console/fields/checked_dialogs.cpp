@@ -15,6 +15,7 @@
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/typed/address_owner.h"
 #include "hosts/session/typed/field_roles.h"
+#include "hosts/session/typed/known_server.h"
 #include "hosts/session/typed/typed_address.h"
 
 namespace pelora::console {
@@ -30,11 +31,15 @@ constexpr std::chrono::milliseconds kPause{250};
 /// Stands between a dialog and its controller, and looks at what is typed.
 class CheckedDialog final : public IDialogController {
  public:
-  CheckedDialog(IDialogController& controller, ControlId text, CheckedDialogs& dialogs)
-      : controller_(controller), text_(text), dialogs_(dialogs) {
+  CheckedDialog(IDialogController& controller, const FieldRow& field, CheckedDialogs& dialogs)
+      : controller_(controller),
+        text_(field.typed_in.text),
+        is_address_(session::HoldsAddresses(field)),
+        dialogs_(dialogs) {
     pause_.setSingleShot(true);
     pause_.setInterval(kPause);
-    QObject::connect(&pause_, &QTimer::timeout, &pause_, [this] { AskForOwner(); });
+    QObject::connect(&pause_, &QTimer::timeout, &pause_,
+                     [this] { is_address_ ? AskForOwner() : AskForServer(); });
   }
 
   std::int32_t OnInitDialog(IDialog& dialog) override {
@@ -78,11 +83,11 @@ class CheckedDialog final : public IDialogController {
 
   void Judge() {
     typed_ = dialog_->Text(text_);
-    Judgement judgement = session::JudgeAddress(typed_);
+    Judgement judgement = is_address_ ? session::JudgeAddress(typed_) : Judgement{};
     const bool is_given = typed_ == given_;
     if (is_given && judgement.verdict == Verdict::kWrong) judgement.verdict = Verdict::kOdd;
     const bool is_wrong = judgement.verdict == Verdict::kWrong;
-    dialog_->SetEnabled(static_cast<ControlId>(kDialogOk), !is_wrong);
+    if (is_address_) dialog_->SetEnabled(static_cast<ControlId>(kDialogOk), !is_wrong);
     Show(judgement);
     pause_.stop();
     if (!is_wrong && !is_given && !typed_.empty() && dialogs_.questions != nullptr) pause_.start();
@@ -105,6 +110,18 @@ class CheckedDialog final : public IDialogController {
     });
   }
 
+  void AskForServer() {
+    dialogs_.questions->Ask([alive = std::weak_ptr<CheckedDialog*>(self_),
+                             name = typed_](ldap::IDirectoryStore& store) {
+      return [alive, name, judgement = session::JudgeServer(store, name)] {
+        const auto self = alive.lock();
+        if (self && (*self)->dialog_ != nullptr && (*self)->typed_ == name) {
+          (*self)->Show(judgement);
+        }
+      };
+    });
+  }
+
   void ShowOwner(const std::string& address, const DirectoryObject& owner) {
     if (dialog_ == nullptr || foot_ == nullptr || typed_ != address) return;
     FootNote note{.level = FootNote::Level::kOdd,
@@ -118,6 +135,8 @@ class CheckedDialog final : public IDialogController {
 
   IDialogController& controller_;
   ControlId text_;
+  /// Otherwise the name of a server.
+  bool is_address_;
   CheckedDialogs& dialogs_;
   QtDialog* dialog_ = nullptr;
   QPointer<PageFoot> foot_;
@@ -133,9 +152,10 @@ class CheckedDialog final : public IDialogController {
 
 std::int32_t CheckedDialogs::Run(DialogId dialog, IDialog* owner, IDialogController& controller) {
   const FieldRow* const field = field_of ? field_of(dialog) : nullptr;
-  if (field == nullptr || !session::HoldsAddresses(*field))
-    return inner_.Run(dialog, owner, controller);
-  CheckedDialog checked(controller, field->typed_in.text, *this);
+  const bool is_judged =
+      field != nullptr && (session::HoldsAddresses(*field) || session::HoldsServers(*field));
+  if (!is_judged) return inner_.Run(dialog, owner, controller);
+  CheckedDialog checked(controller, *field, *this);
   return inner_.Run(dialog, owner, checked);
 }
 

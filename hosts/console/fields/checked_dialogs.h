@@ -11,7 +11,8 @@
 namespace pelora::console {
 
 /// The modal dialogs of a sheet, of which those in which an e-mail address is typed say, in a line
-/// of their own, what is wrong with it and whose it is already. What is wrong holds their OK.
+/// of their own, what is wrong with it and whose it is already; what is wrong holds their OK. Those
+/// in which names of servers are typed say when there is no such server.
 class CheckedDialogs final : public IModalDialogs {
  public:
   /// `inner` makes the dialogs, and outlives the object.

@@ -88,13 +88,12 @@ void PageCare::ShowValuesInPlace() {
     if (auto* const box = dynamic_cast<AutoCheckBox*>(widget)) {
       box->SetUndecidedOrder(fields_.touched.WasUndecided(field));
     }
-    const std::vector<session::FieldValue> values = session::ValuesOf(fields_, field);
+    const std::span<const session::FieldValue> values = session::ValuesOf(fields_, field);
     if (values.size() > 1) {
       SetPlainToolTip(*widget, ToQString(session::ValuesAsLines(values)));
     }
     if (auto* const list = qobject_cast<QComboBox*>(widget)) {
-      list->setPlaceholderText(fields_.selection.size() > 1 ? QStringLiteral("different")
-                                                            : QString());
+      list->setPlaceholderText(Readable(ToQString(session::ValuesInPlace(values))));
     }
     auto* const edit = qobject_cast<QLineEdit*>(widget);
     if (edit != nullptr) {

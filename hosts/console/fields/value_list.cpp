@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/fields/value_list.h"
 
+#include <QAbstractTableModel>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QTreeWidget>
+#include <QTreeView>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
@@ -23,28 +25,57 @@ QString Shown(const session::FieldValue& value) {
   return value.text.empty() ? QStringLiteral("not set") : Readable(ToQString(value.text));
 }
 
+/// One row for each object; texts are made when they are drawn.
+class ValueRows final : public QAbstractTableModel {
+ public:
+  ValueRows(std::span<const session::FieldValue> values, QObject* parent)
+      : QAbstractTableModel(parent), values_(values.begin(), values.end()) {
+    for (const session::FieldValue& value : values_) {
+      ends_.push_back((ends_.empty() ? 0 : ends_.back()) + value.objects.size());
+    }
+  }
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() || ends_.empty() ? 0 : static_cast<int>(ends_.back());
+  }
+  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override {
+    return parent.isValid() ? 0 : 2;
+  }
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+    if (role != Qt::DisplayRole) return {};
+    const auto row = static_cast<std::size_t>(index.row());
+    const auto end = std::ranges::upper_bound(ends_, row);
+    const session::FieldValue& value = values_[static_cast<std::size_t>(end - ends_.begin())];
+    if (index.column() == 0) return Shown(value);
+    return Readable(ToQString(value.objects[row - (*end - value.objects.size())]));
+  }
+  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                    int role) const override {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+    return section == 0 ? QStringLiteral("Value") : QStringLiteral("Object");
+  }
+
+ private:
+  std::vector<session::FieldValue> values_;
+  /// Behind the last row of each value.
+  std::vector<std::size_t> ends_;
+};
+
 }  // namespace
 
-ValueList::ValueList(const QString& label, const std::vector<session::FieldValue>& values,
+ValueList::ValueList(const QString& label, std::span<const session::FieldValue> values,
                      QWidget* parent)
     : QDialog(parent) {
   setObjectName(QStringLiteral("value_list"));
   setWindowTitle(QStringLiteral("Values of %1").arg(Readable(label)));
-  auto* list = new QTreeWidget(this);
+  auto* list = new QTreeView(this);
   list->setObjectName(QStringLiteral("value_list_rows"));
   list->setAccessibleName(QStringLiteral("Values"));
-  list->setHeaderLabels({QStringLiteral("Value"), QStringLiteral("Object")});
+  list->setModel(new ValueRows(values, list));
   list->setRootIsDecorated(false);
   list->setUniformRowHeights(true);
   list->setColumnWidth(0, kValueWidth * fontMetrics().averageCharWidth());
-  for (const session::FieldValue& value : values) {
-    for (const std::string& object : value.objects) {
-      auto* row = new QTreeWidgetItem(list);
-      row->setText(0, Shown(value));
-      row->setText(1, Readable(ToQString(object)));
-    }
-  }
-  if (list->topLevelItemCount() > 0) list->setCurrentItem(list->topLevelItem(0));
+  list->setCurrentIndex(list->model()->index(0, 0));
   auto* name = new QLabel(QStringLiteral("&Values and whose they are:"), this);
   name->setBuddy(list);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);

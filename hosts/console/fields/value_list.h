@@ -2,7 +2,7 @@
 #pragma once
 
 #include <QDialog>
-#include <vector>
+#include <span>
 
 #include "hosts/session/field_values.h"
 
@@ -11,7 +11,8 @@ namespace pelora::console {
 /// The values that several objects have in one field, each object with its value.
 class ValueList final : public QDialog {
  public:
-  ValueList(const QString& label, const std::vector<session::FieldValue>& values, QWidget* parent);
+  /// The values are copied.
+  ValueList(const QString& label, std::span<const session::FieldValue> values, QWidget* parent);
 };
 
 }  // namespace pelora::console

@@ -6,10 +6,12 @@
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "directory/creation_failure.h"
 #include "directory/error_text.h"
+#include "hosts/console/dialogs/discard_question.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
 #include "hosts/session/filled_fields.h"
@@ -122,6 +124,7 @@ void QtNewObjectWizard::ShowPage(std::size_t place) {
   const QString title = ToQString(machine_.pages().Title(place));
   setWindowTitle(title.isEmpty() ? title_ : title);
   stack_->setCurrentIndex(static_cast<int>(place));
+  NoteInputs(place);
   UpdateButtons();
   if (QtDialog* dialog = Dialog(place)) return dialog->FocusFirst();
   IsSummary() ? finish_->setFocus() : own_page_->FirstField().setFocus();
@@ -149,7 +152,21 @@ void QtNewObjectWizard::ShowFailure(const sheets::CreationResult& result) {
   parts_.message_box.Show(nullptr, MakeErrorMessage(failure.status, failure.message));
 }
 
+void QtNewObjectWizard::NoteInputs(std::size_t place) {
+  if (IsSummary()) return;
+  inputs_.try_emplace(place, InputsOf(*stack_->widget(static_cast<int>(place))));
+}
+
+bool QtNewObjectWizard::HasEntries() const {
+  return std::ranges::any_of(inputs_, [this](const auto& noted) {
+    return InputsOf(*stack_->widget(static_cast<int>(noted.first))) != noted.second;
+  });
+}
+
 void QtNewObjectWizard::reject() {
+  const bool asks = machine_.IsOpen() && HasEntries();
+  if (asks && !MayDiscard(*this, QStringLiteral("Discard what was entered? Nothing is created.")))
+    return;
   if (!machine_.IsOpen() || machine_.Cancel()) QDialog::reject();
 }
 

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -71,7 +72,7 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   /// What the extensions work with, as far as it belongs to the wizard; goes after them.
   std::shared_ptr<const void> surroundings;
 
-  /// Cancel, Escape and the close box.
+  /// Cancel, Escape and the close box: asks first when something has been entered.
   void reject() override;
 
  private:
@@ -93,12 +94,15 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   /// Says in the line below the pages what Next waits for.
   void ShowHint();
   void Finish();
+  /// Takes down what a page stands at when it is shown first.
+  void NoteInputs(std::size_t place);
+  /// Whether something has been entered that is not in the directory.
+  [[nodiscard]] bool HasEntries() const;
   void ShowFailure(const sheets::CreationResult& result);
 
   Parts parts_;
   OwnPage* own_page_ = nullptr;
   QStackedWidget* stack_ = nullptr;
-  QWidget* summary_page_ = nullptr;
   QPlainTextEdit* summary_ = nullptr;
   QLabel* failure_ = nullptr;
   QPushButton* back_ = nullptr;
@@ -108,6 +112,8 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   QLabel* hint_ = nullptr;
   QString container_;
   QString title_;
+  /// What the pages that were shown stood at first, by their places.
+  std::map<std::size_t, QString> inputs_;
   /// What stands of the extensions' pages; their controllers hear of it when they first show. Gone
   /// before the pages.
   std::vector<std::unique_ptr<QtDialog>> dialogs_;

@@ -16,12 +16,14 @@
 #include <optional>
 #include <utility>
 
+#include "hosts/console/commands/run_commands.h"
 #include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/new_object/make_new_object_wizard.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/connect_dialog.h"
 #include "hosts/console/window/object_icons.h"
+#include "hosts/session/noted_additions.h"
 #include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
@@ -135,8 +137,9 @@ void MainWindow::OpenSelection() {
 void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
   const std::optional<session::DirectoryObject> container = pane_->PlaceForNew();
   if (!directory_ || !container) return;
+  session::NotedAdditions store(directory_->store, directory_->history);
   WizardResult made = MakeNewObjectWizard(
-      kind, *container, {.store = directory_->store, .specifiers = directory_->session->specifiers},
+      kind, *container, {.store = store, .specifiers = directory_->session->specifiers},
       directory_->platform.platform(), module_, this);
   if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
   const bool is_made = made.wizard->exec() == QDialog::Accepted;
@@ -156,6 +159,15 @@ void MainWindow::ShowNewObject(const session::NewObjectKind& kind, const std::st
   session::KindOf(classes).is_container ? pane_->Refresh() : pane_->RefreshList();
 }
 
+void MainWindow::ChangeSelection() {
+  if (!directory_) return;
+  const QString reason = RunCommands(
+      {.directory = *directory_, .errands = errands_, .desk = desk_, .message_box = message_box_},
+      Selection(), this);
+  if (!reason.isEmpty()) ReportLater(QStringLiteral("The objects cannot be read."), reason);
+  pane_->RefreshList();
+}
+
 void MainWindow::UpdateActions() {
   const std::vector<session::DirectoryObject> selection = Selection();
   const std::vector<session::DirectoryObject> listed = pane_->list().Selection();
@@ -163,6 +175,7 @@ void MainWindow::UpdateActions() {
       directory_ ? ToQString(session::WhyNoProperties(selection, directory_->session->specifiers))
                  : QStringLiteral("No directory is open.");
   properties_->setEnabled(reason.isEmpty());
+  commands_->setEnabled(directory_ && HasCommands(*directory_, selection));
   const QString tip =
       reason.isEmpty() ? QStringLiteral("Show the properties of the selection") : reason;
   properties_->setStatusTip(tip);

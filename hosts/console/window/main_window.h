@@ -123,6 +123,8 @@ class MainWindow final : public QMainWindow {
   void OpenAnew(QtPropertySheet& sheet, const std::vector<session::DirectoryObject>& objects);
   /// Shows the settings of an object that was found from within another window.
   void ShowAnother(const session::DirectoryObject& object, QWidget& from);
+  /// Runs commands on what is selected.
+  void ChangeSelection();
   void UpdateActions();
   void AskForFile();
   void AskForServer();
@@ -156,6 +158,7 @@ class MainWindow final : public QMainWindow {
   QMenu* new_menu_ = nullptr;
   QAction* properties_ = nullptr;
   QAction* attributes_ = nullptr;
+  QAction* commands_ = nullptr;
   QAction* refresh_ = nullptr;
   QAction* stop_ = nullptr;
   QAction* advanced_ = nullptr;

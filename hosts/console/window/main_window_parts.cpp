@@ -69,6 +69,10 @@ void MainWindow::MakeActions() {
   attributes_ = make({}, QStringLiteral("&Attributes..."),
                      QStringLiteral("Show every attribute of the object as the directory has it"),
                      {QKeySequence(QStringLiteral("Ctrl+Shift+A"))}, [this] { ShowAttributes(); });
+  commands_ = make({}, QStringLiteral("Chan&ge Addresses and Names..."),
+                   QStringLiteral("Add, replace and remove addresses, delegates and recipients of "
+                                  "the selection"),
+                   {}, [this] { ChangeSelection(); });
   refresh_ = make(ThemeIcon("view-refresh", QStyle::SP_BrowserReload), QStringLiteral("&Refresh"),
                   QStringLiteral("Read the directory again"),
                   {QKeySequence(Qt::Key_F5), QKeySequence(QStringLiteral("Ctrl+R"))},
@@ -119,7 +123,7 @@ void MainWindow::MakeMenus() {
   edit->insertSeparator(review_);
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
   object->addMenu(new_menu_);
-  object->addActions({open_container_, properties_, attributes_});
+  object->addActions({open_container_, properties_, attributes_, commands_});
   object->addSeparator();
   object->addActions(places_->actions());
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
@@ -138,7 +142,7 @@ void MainWindow::MakeMenus() {
   }
 
   pane_->list().view().addActions(
-      {new_menu_->menuAction(), open_container_, properties_, refresh_});
+      {new_menu_->menuAction(), open_container_, properties_, commands_, refresh_});
   for (QTreeView* objects : {&pane_->list().view(), &pane_->tree()}) {
     objects->addActions(places_->actions());
     objects->addAction(attributes_);

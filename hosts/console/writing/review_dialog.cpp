@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTextCursor>
 #include <QVBoxLayout>
 
 #include "hosts/console/dialogs/on_screen.h"
@@ -36,6 +37,7 @@ ReviewDialog::ReviewDialog(session::Review& review, QWidget* parent)
   ldif_->setObjectName(QStringLiteral("review_ldif"));
   ldif_->setAccessibleName(QStringLiteral("Changes as LDIF"));
   ldif_->setReadOnly(true);
+  ldif_->setUndoRedoEnabled(false);
   ldif_->setTabChangesFocus(true);
   ldif_->setLineWrapMode(QPlainTextEdit::NoWrap);
   ldif_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -43,6 +45,8 @@ ReviewDialog::ReviewDialog(session::Review& review, QWidget* parent)
   tabs_->addTab(table_, QStringLiteral("&Changes"));
   tabs_->addTab(ldif_, QStringLiteral("&LDIF"));
   connect(tabs_, &QTabWidget::currentChanged, this, &ReviewDialog::ShowLdif);
+  ldif_turns_.setSingleShot(true);
+  connect(&ldif_turns_, &QTimer::timeout, this, &ReviewDialog::AddLdif);
   auto* buttons = new QDialogButtonBox(this);
   write_ = buttons->addButton(QStringLiteral("&Write"), QDialogButtonBox::AcceptRole);
   write_->setObjectName(QStringLiteral("review_write"));
@@ -81,8 +85,29 @@ void ReviewDialog::ShowCount() {
 }
 
 void ReviewDialog::ShowLdif() {
+  next_in_ldif_ = 0;
+  ldif_->clear();
+  if (tabs_->currentIndex() == kLdifTab) return AddLdif();
+  ldif_turns_.stop();
+}
+
+void ReviewDialog::AddLdif() {
+  std::string text;
+  const std::size_t all = review_.changes.size();
+  for (std::size_t added = 0; added < kLdifAtOnce && next_in_ldif_ < all; ++next_in_ldif_) {
+    if (!review_.changes[next_in_ldif_].is_wanted) continue;
+    text += review_.ldif_of(next_in_ldif_);
+    ++added;
+  }
+  QTextCursor end(ldif_->document());
+  end.movePosition(QTextCursor::End);
   // Whatever is no plain text stands in base 64 there.
-  if (tabs_->currentIndex() == kLdifTab) ldif_->setPlainText(ToQString(review_.ldif()));
+  end.insertText(ToQString(text));
+  if (next_in_ldif_ < all) {
+    ldif_turns_.start();
+  } else {
+    ldif_turns_.stop();
+  }
 }
 
 }  // namespace pelora::console

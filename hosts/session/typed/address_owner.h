@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/session/directory_browser.h"
@@ -17,5 +19,11 @@ namespace pelora::session {
 [[nodiscard]] std::optional<DirectoryObject> FindAddressOwner(ldap::IDirectoryStore& store,
                                                               std::string_view address,
                                                               std::span<const std::string> except);
+
+/// Who has each of many addresses, asked for many at a time: all objects that have it, by the
+/// address as `ldap::FoldCase` makes it. What the directory does not answer nobody has.
+using AddressOwners = std::map<std::string, std::vector<DirectoryObject>>;
+[[nodiscard]] AddressOwners FindAddressOwners(ldap::IDirectoryStore& store,
+                                              std::span<const std::string> addresses);
 
 }  // namespace pelora::session

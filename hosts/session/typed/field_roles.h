@@ -24,4 +24,9 @@ inline constexpr std::string_view kUsersServerField = CatalogueEntry("peloraUser
          row.attributes.front() == CatalogueEntry("otherMailbox").name;
 }
 
+/// Whether the texts of a field's list are names of servers.
+[[nodiscard]] inline bool HoldsServers(const FieldRow& row) {
+  return row.attributes.front() == CatalogueEntry("peloraUserArchiveServers").name;
+}
+
 }  // namespace pelora::session

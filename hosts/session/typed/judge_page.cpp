@@ -96,25 +96,23 @@ std::optional<std::size_t> FindField(const PageFields& fields, std::string_view 
   return std::nullopt;
 }
 
-std::int64_t NumberOrNone(const std::vector<std::string>& values) {
-  return values.empty() ? 0 : NumberOfDigits(values.front()).value_or(0);
-}
-
 /// One limit of one box on a page: where it stands, and what it is for each object.
 struct Limit {
   std::optional<std::size_t> field;
-  std::string_view attribute;
   /// What the field shows; none where it shows nothing that can be compared.
   std::optional<std::int64_t> shown;
 
-  /// 0: no limit.
-  [[nodiscard]] std::int64_t Of(const PageFields& fields, const DirectoryObject& object) const {
-    return shown ? *shown : NumberOrNone(fields.seen(object, attribute));
+  /// Of the object of a place in the selection; 0: no limit.
+  [[nodiscard]] std::int64_t Of(const PageFields& fields, std::size_t object) const {
+    if (shown) return *shown;
+    const bool is_gathered =
+        *field < fields.gathered.size() && object < fields.gathered[*field].numbers.size();
+    return is_gathered ? fields.gathered[*field].numbers[object] : 0;
   }
 };
 
 Limit LimitOf(const PageFields& fields, std::string_view attribute) {
-  Limit limit{.field = FindField(fields, attribute), .attribute = attribute, .shown = {}};
+  Limit limit{.field = FindField(fields, attribute), .shown = {}};
   if (!limit.field) return limit;
   const std::string text = fields.dialog->Text(fields.touched.Row(*limit.field).control);
   const bool is_of_each = text.empty() && !fields.touched.IsChanged(*limit.field);
@@ -126,12 +124,13 @@ bool IsOutOfOrder(std::int64_t lower, std::int64_t higher) {
   return lower > 0 && higher > 0 && lower > higher;
 }
 
-/// How many of the objects have two limits that are out of order.
+/// How many of the objects have two limits, both of them on the page, that are out of order.
 std::size_t CountOutOfOrder(const PageFields& fields, const Limit& lower, const Limit& higher) {
-  return static_cast<std::size_t>(
-      std::ranges::count_if(fields.selection, [&](const DirectoryObject& object) {
-        return IsOutOfOrder(lower.Of(fields, object), higher.Of(fields, object));
-      }));
+  std::size_t count = 0;
+  for (std::size_t object = 0; object < fields.selection.size(); ++object) {
+    if (IsOutOfOrder(lower.Of(fields, object), higher.Of(fields, object))) ++count;
+  }
+  return count;
 }
 
 bool IsChanged(const PageFields& fields, const std::optional<std::size_t>& field) {

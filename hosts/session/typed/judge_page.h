@@ -17,8 +17,9 @@ struct FieldJudgement {
 };
 
 /// Judges what a page shows in those of its fields that can be used, each by the kind of its
-/// attribute, and the limits of a quota by their order; after the last look of `fields.touched`.
-/// Fields of which there is nothing to say are left out; a field may be there twice.
+/// attribute, and the limits of a quota by their order; after the last look of `fields.touched`,
+/// and the objects' values by what was gathered last. Fields of which there is nothing to say are
+/// left out; a field may be there twice.
 ///
 /// Wrong is only what was changed: what is stored already hinders nobody, and is odd. So are limits
 /// that are out of order only for some of several objects, since the field shows but one of them.

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "hosts/changes/change_writer.h"
+#include "hosts/session/noted_additions.h"
 #include "tests/support/sample_file.h"
 
 namespace pelora::session {
@@ -124,6 +125,44 @@ TEST_F(ChangeHistoryTest, AGoOfWhichNothingWasDoneLeavesNothingBehind) {
   }
   EXPECT_THAT(history().List(), IsEmpty());
   EXPECT_TRUE(std::filesystem::is_empty(history().folder()));
+}
+
+/// A contact in the sales department, made as a wizard makes it.
+ldap::Entry NewContact() {
+  return {.dn = "CN=Nora Neu,OU=Vertrieb,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example",
+          .attributes = {{"objectClass", {"contact"}},
+                         {"cn", {"Nora Neu"}},
+                         {"peloraAccount", {"1"}},
+                         {"mail", {"nora@linden-werke.example"}}}};
+}
+
+TEST_F(ChangeHistoryTest, ACreationIsTakenBackAsLongAsTheObjectIsAsItWasMade) {
+  const ldap::Entry made = NewContact();
+  NotedAdditions additions(store(), history());
+  ASSERT_TRUE(additions.Add(made).Ok());
+  ASSERT_THAT(history().List(), SizeIs(1));
+  const PastChange past = history().List().front();
+  EXPECT_THAT(past.objects, ElementsAre("Nora Neu"));
+  EXPECT_THAT(past.fields, ElementsAre("created"));
+  Set(made.dn.c_str(), "1");
+  EXPECT_THAT(Undo(past.id), ElementsAre(Outcome::kRefused)) << "somebody has changed it since";
+  EXPECT_EQ(Hidden(made.dn.c_str()), "1");
+  const std::vector<ldap::Modification> back = {
+      {ldap::Modification::Operation::kReplace, "peloraHidden", {}}};
+  ASSERT_TRUE(store().Modify(made.dn, back).Ok());
+  EXPECT_THAT(Undo(past.id), ElementsAre(Outcome::kChanged));
+  ldap::Entry gone;
+  EXPECT_EQ(store().Read(made.dn, {}, gone).code, 32);
+  EXPECT_THAT(Redo(past.id), ElementsAre(Outcome::kRefused)) << "nothing is kept of it";
+  EXPECT_TRUE(history().List().front().is_undone);
+}
+
+TEST_F(ChangeHistoryTest, ACreationThatFailedIsNone) {
+  ldap::Entry made = NewContact();
+  made.dn = "CN=Nora Neu,OU=Nowhere,DC=linden-werke,DC=example";
+  NotedAdditions additions(store(), history());
+  EXPECT_FALSE(additions.Add(made).Ok());
+  EXPECT_THAT(history().List(), IsEmpty());
 }
 
 TEST_F(ChangeHistoryTest, ItIsForItsOwnerAlone) {

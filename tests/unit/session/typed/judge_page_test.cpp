@@ -8,6 +8,7 @@
 
 #include "hosts/headless/headless_user.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/session/field_values.h"
 #include "resources/resource.h"
 
 namespace pelora::session {
@@ -74,6 +75,7 @@ class JudgePageTest : public ::testing::Test {
   }
   Lines Judged() {
     fields_.touched.Look(dialog_);
+    GatherValues(fields_, schema_);
     Lines lines;
     for (const FieldJudgement& judged : JudgePage(fields_)) {
       const char* const verdict = judged.judgement.verdict == Verdict::kWrong ? "wrong "
@@ -91,6 +93,7 @@ class JudgePageTest : public ::testing::Test {
                              .Dialog(IDD_PROPPAGE_USER)
                              .value.value(),
                          idle_};
+  ldap::Schema schema_;
   PageFields fields_;
   std::vector<DirectoryObject> objects_;
   /// By name and attribute.
