@@ -15,10 +15,11 @@
 #include <utility>
 
 #include "hosts/console/choosers/search_dialog.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/fields/page_foot.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
-#include "hosts/console/writing/window_size.h"
+#include "hosts/console/writing/tables.h"
 
 namespace pelora::console {
 namespace {
