@@ -321,7 +321,7 @@ TEST_F(PlacesWindow, TheBaseStaysAndKeysBelongToTheTextThatIsTyped) {
   GoTo("DC=linden-werke,DC=example");
   tree().setFocus();
   QCoreApplication::processEvents();
-  for (const char* text : {"Re&name...", "&Move...", "&Delete..."}) {
+  for (const char* text : {"R&ename...", "&Move...", "&Delete..."}) {
     EXPECT_FALSE(Action(text).isEnabled()) << text;
   }
   GoTo(kSales);

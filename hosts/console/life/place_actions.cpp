@@ -52,7 +52,7 @@ QString NameOfContainer(ldap::IDirectoryStore& store, const std::string& dn) {
 PlaceActions::PlaceActions(DirectoryPane& pane, QtErrands& errands, session::IWritingDesk& desk,
                            std::function<std::optional<PlaceContext>()> context)
     : QObject(&pane), pane_(pane), errands_(errands), desk_(desk), context_(std::move(context)) {
-  rename_ = Make("Re&name...", "Give the selected object another name", QKeySequence(Qt::Key_F2));
+  rename_ = Make("R&ename...", "Give the selected object another name", QKeySequence(Qt::Key_F2));
   move_ = Make("&Move...", "Put the selected objects into another container", {});
   delete_ = Make("&Delete...", "Delete the selected objects, after a look at what refers to them",
                  QKeySequence::Delete);
