@@ -188,7 +188,10 @@ class RecordReader {
   }
 
   [[nodiscard]] bool HasControl(std::string_view identifier) const {
-    return controls_.size() == 1 && controls_.front() == std::string(identifier) + " true";
+    constexpr std::string_view kIsCritical = " true";
+    if (controls_.size() != 1) return false;
+    const std::string_view control = controls_.front();
+    return control.starts_with(identifier) && control.substr(identifier.size()) == kIsCritical;
   }
 
   /// What says which object is meant.
