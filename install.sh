@@ -30,6 +30,7 @@ test_packages=(
   wine wine64 libwine-dev fonts-wine xvfb xauth locales
   # packages for both systems, and what looks them over
   dpkg-dev fakeroot file lintian debootstrap desktop-file-utils appstream shared-mime-info wixl msitools
+  openssl osslsigncode
 )
 
 case "${1:-}" in

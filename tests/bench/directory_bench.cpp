@@ -74,7 +74,7 @@ class EditedTab {
 /// As an edited tab's change, for the tool: of another flag of the same kind, since a server has
 /// less to do when a value stays as it is, and both write the same users in turn.
 std::string WriteChanges(const std::vector<std::string>& users, int round) {
-  const std::string path = "/mnt/lab/changes-" + std::to_string(round % 2) + ".ldif";
+  const std::string path = lab::Home() + "/changes-" + std::to_string(round % 2) + ".ldif";
   std::ofstream file(path);
   for (const std::string& user : users) {
     file << "dn: " << user

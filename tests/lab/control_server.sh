@@ -20,7 +20,11 @@ is_ready() {
 }
 
 start() {
-  setsid samba -s "$smb_conf" -i -M single --debug-stdout </dev/null >>"$log" 2>&1 &
+  # A pipe whose end is the server's end too, where nothing else sees to that.
+  local input=/dev/null
+  [ ! -p "$lab_home/alive" ] || input="$lab_home/alive"
+  # Nothing of it is to outlive the machine.
+  TDB_NO_FSYNC=1 setsid samba -s "$smb_conf" -i -M single --debug-stdout <"$input" >>"$log" 2>&1 &
   local pid=$!
   echo "$pid" >"$pid_file"
   local deadline=$((SECONDS + 60))

@@ -4,12 +4,14 @@
 #
 #   inside_lab.sh ARCHIVE COMMAND [ARGUMENT...]
 #
-# Runs within namespaces of its own (run_in_lab.sh). The command's environment:
+# Runs on a network of its own (run_in_lab.sh). The command's environment:
 #
+#   PELORA_LAB_HOME     a folder of the domain's, gone with it
 #   PELORA_LAB_SERVER   the domain controller's name
 #   PELORA_LAB_BASE     the domain's distinguished name
 #   PELORA_LAB_TICKETS  folder of ticket caches, one per user: administrator, helper (who may read only)
 #   PELORA_LAB_CONTROL  script that stops, kills, pauses and starts the server
+#   PELORA_LAB_NAMES    script that runs a command with names of a file's: FILE COMMAND [ARGUMENT...]
 #   KRB5CCNAME          the administrator's tickets; KRB5_CONFIG, KRB5_KTNAME besides
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
@@ -17,18 +19,9 @@ source "$here/lab_settings.sh"
 archive="$1"
 shift
 
-ip link set lo up
-mount -t tmpfs -o mode=0755 tmpfs "$(dirname "$lab_home")"
-mkdir -p "$lab_home/tickets"
+mkdir "$lab_home/tickets"
 tar --no-same-owner -xf "$archive" -C "$lab_home"
-
-# The machine's own name is looked up too when one signs in. The tools that tests use look the server's
-# name up forwards and backwards, as Kerberos does unless it is told otherwise.
-printf '127.0.0.1 %s %s localhost %s\n127.0.0.2 impostor.%s\n' \
-  "$server" "$host" "$(uname -n)" "$domain" >"$lab_home/hosts"
-mount --bind "$lab_home/hosts" /etc/hosts
-printf 'nameserver 127.0.0.1\n' >"$lab_home/resolv.conf"
-mount --bind "$lab_home/resolv.conf" "$(realpath /etc/resolv.conf)"
+sed -i "s#$lab_made_home/#$lab_home/#g" "$smb_conf"
 cat >"$lab_home/krb5.conf" <<SETTINGS
 [libdefaults]
   default_realm = $realm
@@ -40,8 +33,9 @@ cat >"$lab_home/krb5.conf" <<SETTINGS
   }
 SETTINGS
 
-export PELORA_LAB_SERVER="$server" PELORA_LAB_BASE="$base" PELORA_LAB_TICKETS="$lab_home/tickets"
-export PELORA_LAB_CONTROL="$here/control_server.sh"
+export PELORA_LAB_HOME="$lab_home" PELORA_LAB_TICKETS="$lab_home/tickets"
+export PELORA_LAB_SERVER="$server" PELORA_LAB_BASE="$base"
+export PELORA_LAB_CONTROL="$here/control_server.sh" PELORA_LAB_NAMES="$here/with_names.sh"
 export KRB5_CONFIG="$lab_home/krb5.conf" KRB5_KTNAME="FILE:$lab_home/ldap.keytab"
 
 "$PELORA_LAB_CONTROL" start

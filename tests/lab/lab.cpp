@@ -30,6 +30,8 @@ std::string Quoted(const std::string& text) {
 
 std::string Server() { return Variable("PELORA_LAB_SERVER"); }
 
+std::string Home() { return Variable("PELORA_LAB_HOME"); }
+
 std::string Base() { return Variable("PELORA_LAB_BASE"); }
 
 std::string TicketsOf(const std::string& user) {

@@ -11,6 +11,8 @@ namespace pelora::lab {
 
 /// The domain controller: `dc1.pelora.test`.
 [[nodiscard]] std::string Server();
+/// A folder for files of a test's, gone with the domain.
+[[nodiscard]] std::string Home();
 /// The domain's distinguished name.
 [[nodiscard]] std::string Base();
 

@@ -81,7 +81,6 @@ class LaterRequests : public ::testing::TestWithParam<LaterRequest> {
   [[nodiscard]] static bool IsOfUse(RelayedSession& relayed) {
     relayed.relay.HoldAnswersAfter(std::numeric_limits<std::size_t>::max());
     relayed.relay.Cut();
-    constexpr int kTries = 50;
     for (int time = 0; time < kTries; ++time) {
       // On a machine that does other things it may take longer than is waited for here.
       if (ReadValue(relayed.store(), User(), "mail") == "berta@pelora.test") return true;
@@ -244,8 +243,7 @@ TEST(Misbehaving, ARangeThatLiesIsAnErrorAndNoShorterList) {
 
 TEST(Misbehaving, AMessageThatWouldTakeAllMemoryEndsTheConnection) {
   // It says that two gigabytes follow.
-  const Misbehaving server({.raw = std::string("\x30\x84\x7f\xff\xff\xff\x02\x01\x05", 9)},
-                           {.request_timeout = kShortWait});
+  const Misbehaving server({.raw = std::string("\x30\x84\x7f\xff\xff\xff\x02\x01\x05", 9)});
   // Nobody waits for them.
   const StoreStatus status = Replace(server.store(), kObject, "mail", {"m"});
   EXPECT_NE(status.text.find("' was lost"), std::string::npos) << status.text;

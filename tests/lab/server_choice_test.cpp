@@ -63,10 +63,9 @@ class TakingOverTest : public ::testing::Test {
 
   std::unique_ptr<TcpRelay> first_ = std::make_unique<TcpRelay>(ldap::kDirectoryPort);
   TcpRelay second_{ldap::kDirectoryPort};
-  ldap::NetworkStore store_{
-      std::make_shared<ldap::ServerChoice>(NetworkOptions{.request_timeout = kShortWait},
-                                           Finds({Through(*first_), Through(second_)})),
-      std::make_shared<ldap::SchemaCache>()};
+  ldap::NetworkStore store_{std::make_shared<ldap::ServerChoice>(
+                                NetworkOptions{}, Finds({Through(*first_), Through(second_)})),
+                            std::make_shared<ldap::SchemaCache>()};
 };
 
 TEST_F(TakingOverTest, InTheMiddleOfAReadingTheOtherGoesOn) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <fstream>
 
 #include "hosts/ldap/network/domain_servers.h"
 #include "tests/lab/lab_test.h"
@@ -86,7 +87,7 @@ TEST(SignIn, WithoutATicketItSaysHowToGetOne) {
 }
 
 TEST(SignIn, AnExpiredTicketIsToldFromNone) {
-  const std::string cache = "FILE:/mnt/lab/expired";
+  const std::string cache = "FILE:" + Home() + "/expired";
   static_cast<void>(OutputOf("echo Lab-Passw0rd | kinit -l 1s -c " + cache + " helper"));
   static_cast<void>(OutputOf("while klist -s -c " + cache + "; do sleep 0.1; done"));
   const EnvironmentVariable tickets("KRB5CCNAME", cache);
@@ -103,15 +104,13 @@ TEST(SignIn, NoModuleOfAnotherLibraryIsNeeded) {
 TEST(SignIn, ANameServerThatCallsTheAddressAnotherNameIsNotAsked) {
   // The name servers say that the server's address is the impostor's, who holds the key of another
   // service; the machine's settings for Kerberos are those that it comes with.
-  const EnvironmentVariable keys("KRB5_KTNAME", "FILE:/mnt/lab/impostor.keytab");
+  const EnvironmentVariable keys("KRB5_KTNAME", "FILE:" + Home() + "/impostor.keytab");
   LdapStandIn impostor({.name = "impostor.pelora.test"}, AnswerNothing);
-  static_cast<void>(
-      OutputOf("printf '127.0.0.1 impostor.pelora.test\\n127.0.0.1 dc1.pelora.test\\n' "
-               ">/mnt/lab/forged_hosts"));
-  const std::string forged = "unshare --mount sh -c '";
+  const std::string names = Home() + "/forged_hosts";
+  std::ofstream(names) << "127.0.0.1 impostor.pelora.test\n127.0.0.1 dc1.pelora.test\n";
   const auto open = [&](const std::string& server) {
-    std::string line = OutputOf(forged + "mount --bind /mnt/lab/forged_hosts /etc/hosts && " +
-                                "exec \"$PELORA_OPEN_SESSION\" " + server + "'");
+    std::string line =
+        OutputOf("\"$PELORA_LAB_NAMES\" " + names + " \"$PELORA_OPEN_SESSION\" " + server);
     line.pop_back();
     return line;
   };

@@ -74,7 +74,8 @@ inside pelora-console --screenshot /root/window.png
 [ "$(stat -c %s "$system/root/window.png")" -gt 10000 ] || { echo "the picture is empty" >&2; exit 1; }
 cp "$system/root/window.png" "$root/build/clean-system.png"
 inside pelora-deploy --help | grep -q unregister || { echo "pelora-deploy does not start" >&2; exit 1; }
-rm -rf "$system/root/window.png" "$system/root/.local" "$system/root/.cache" "$system/root/runtime"
+# What the user has made with them is no part of them.
+rm -rf "$system/root/window.png" "$system/root/.local" "$system/root/.config" "$system/root/.cache" "$system/root/runtime"
 
 inside apt-get -q purge -y pelora-console peloractl pelora-deploy >"$work/log" 2>&1 ||
   { tail -n 20 "$work/log" >&2; exit 1; }

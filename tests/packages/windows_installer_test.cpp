@@ -132,5 +132,40 @@ TEST_F(WindowsInstallerTest, TheModuleAndTheInstallerAreHandedToWhoSigns) {
             0);
 }
 
+// The hook with a tool that does sign, and a key of the test's own.
+TEST_F(WindowsInstallerTest, WhatASigningToolSignsHoldsUntilAByteIsChanged) {
+  OutputOf(
+      "echo 'int Answer() { return 42; }' > small.cpp\n"
+      "x86_64-w64-mingw32-g++-posix -shared -static small.cpp -o small.dll && mv small.dll module\n"
+      "openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj '/CN=Signer of a test' \\\n"
+      "  -addext extendedKeyUsage=codeSigning -keyout key.pem -out certificate.pem 2>/dev/null\n"
+      "cat > sign <<'SIGN'\n"
+      "#!/bin/sh\n"
+      "here=$(dirname \"$0\")\n"
+      "osslsigncode sign -h sha256 -certs \"$here/certificate.pem\" -key \"$here/key.pem\" \\\n"
+      "  -in \"$1\" -out \"$1.signed\" > /dev/null && mv \"$1.signed\" \"$1\"\n"
+      "SIGN\n"
+      "chmod +x sign; unset SOURCE_DATE_EPOCH\n"
+      "PELORA_SIGN=\"$PWD/sign\" \"$source/tools/make_msi.py\" \"$registration\" module made.msi\n"
+      "msiextract -C unpacked made.msi\n"
+      "cp \"$(find unpacked -name PeloraADS.DLL)\" module.signed");
+  const auto is_signed = [this](const std::string& file) {
+    return Run("osslsigncode verify -CAfile certificate.pem -in " + file).exit_code == 0;
+  };
+  EXPECT_TRUE(is_signed("made.msi"));
+  EXPECT_TRUE(is_signed("module.signed"));
+  EXPECT_FALSE(is_signed("module"));
+  const auto change = [this](const std::string& file, int place) {
+    OutputOf("printf X | dd of=" + file + " bs=1 seek=" + std::to_string(place) +
+             " conv=notrunc status=none");
+  };
+  // Among the code, and in the cabinet with the files.
+  change("module.signed", 0x400);
+  change("made.msi",
+         std::stoi(OutputOf("grep -abo MSCF made.msi | head -n 1 | cut -d: -f1")) + 0x100);
+  EXPECT_FALSE(is_signed("module.signed"));
+  EXPECT_FALSE(is_signed("made.msi"));
+}
+
 }  // namespace
 }  // namespace pelora::test

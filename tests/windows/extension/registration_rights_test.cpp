@@ -69,7 +69,11 @@ TEST(RegistrationRights, AKeyThatMayNotBeWrittenEndsItAndIsTold) {
   ASSERT_EQ(Unregister(), 0U);
   const HMODULE module = LoadLibraryW(ExtensionPath().c_str());
   ASSERT_NE(module, nullptr);
-  const LCID locale = GetThreadLocale();
+  // One that is not the system's, in which the texts are written.
+  const LCID own = GetThreadLocale();
+  const LCID locale = MAKELCID(MAKELANGID(LANG_GREEK, SUBLANG_DEFAULT), SORT_DEFAULT);
+  ASSERT_NE(locale, GetSystemDefaultLCID());
+  ASSERT_NE(SetThreadLocale(locale), FALSE);
   {
     const ProtectedKey application(L"AppID\\" + ToWide(GuidText(kApplicationId)));
     ASSERT_FALSE(application.MayBeWritten());
@@ -80,6 +84,8 @@ TEST(RegistrationRights, AKeyThatMayNotBeWrittenEndsItAndIsTold) {
   }
   EXPECT_EQ(Call(module, "DllRegisterServer"), S_OK) << "as soon as it may";
   EXPECT_EQ(Call(module, "DllUnregisterServer"), S_OK);
+  EXPECT_EQ(GetThreadLocale(), locale);
+  SetThreadLocale(own);
   FreeLibrary(module);
 }
 
