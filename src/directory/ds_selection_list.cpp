@@ -21,6 +21,15 @@ constexpr std::size_t kPrincipalNameInEntry = 24;
 constexpr std::size_t kScopeTypeInEntry = 40;
 constexpr std::uint32_t kJoinedDomain = 2;
 
+/// The string at an address; nothing when it does not begin and end in memory that can be read.
+std::optional<std::string> ReadTextAt(std::uint64_t address, std::span<const std::byte> block,
+                                      const MemoryFrom& elsewhere) {
+  // An address before the block wraps to an offset beyond its end.
+  const std::uint64_t offset = address - reinterpret_cast<std::uintptr_t>(block.data());
+  return offset < block.size() ? ReadWideString(block, offset)
+                               : ReadWideString(elsewhere(address), 0);
+}
+
 /// A text of an entry, and where the entry has its address.
 struct TextInEntry {
   std::size_t place;
@@ -37,20 +46,24 @@ std::array<TextInEntry, 4> TextsOf(const ChosenObject& object) {
 }  // namespace
 
 HRESULT ReadDsSelectionList(std::span<const std::byte> block, std::vector<std::string>& paths) {
+  const auto nowhere = [](std::uintptr_t) { return std::span<const std::byte>(); };
+  return ReadScatteredSelectionList(block, nowhere, paths);
+}
+
+HRESULT ReadScatteredSelectionList(std::span<const std::byte> block, const MemoryFrom& elsewhere,
+                                   std::vector<std::string>& paths) {
   paths.clear();
   if (block.size() < kFirstEntryOffset) return E_INVALIDARG;
   const std::size_t count = ReadUint32(block, kCountOffset);
   // Divided rather than multiplied: no count can overflow the comparison.
   if (count > (block.size() - kFirstEntryOffset) / kEntrySize) return E_INVALIDARG;
 
-  const auto block_address = reinterpret_cast<std::uintptr_t>(block.data());
   std::vector<std::string> read;
   read.reserve(count);
   for (std::size_t entry = 0; entry < count; ++entry) {
     const std::uint64_t address =
         ReadUint64(block, kFirstEntryOffset + entry * kEntrySize + kPathInEntry);
-    // An address before the block wraps to an offset beyond its end.
-    std::optional<std::string> path = ReadWideString(block, address - block_address);
+    std::optional<std::string> path = ReadTextAt(address, block, elsewhere);
     if (!path) return E_INVALIDARG;
     read.push_back(*std::move(path));
   }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -22,6 +24,15 @@ namespace pelora {
 /// outside it is `E_INVALIDARG`; nothing outside the block is read and `paths` is left empty.
 [[nodiscard]] HRESULT ReadDsSelectionList(std::span<const std::byte> block,
                                           std::vector<std::string>& paths);
+
+/// Gives the memory that can be read from an address on; empty when there is none.
+using MemoryFrom = std::function<std::span<const std::byte>(std::uintptr_t address)>;
+
+/// The same of a block whose strings may lie elsewhere: `elsewhere` is asked for what begins
+/// outside the block. A string that begins in the block has to end there.
+[[nodiscard]] HRESULT ReadScatteredSelectionList(std::span<const std::byte> block,
+                                                 const MemoryFrom& elsewhere,
+                                                 std::vector<std::string>& paths);
 
 /// One chosen object, as the block names it; texts are UTF-8.
 struct ChosenObject {

@@ -50,7 +50,7 @@ std::vector<std::string> UsersBelow(ldap::IDirectoryStore& store, const std::str
 
 /// Opens the user tab on all of them.
 void OpenTab(NetworkSession& session, const std::vector<std::string>& users) {
-  LabBench bench(session.service());
+  testing::HostBench bench(session.service());
   const LabPage<CPropPageUser> page(bench, IDD_PROPPAGE_USER, users);
   if (page.opened() != S_OK) throw std::runtime_error("the tab cannot be opened");
 }
@@ -67,7 +67,7 @@ class EditedTab {
   }
 
  private:
-  LabBench bench_;
+  testing::HostBench bench_;
   LabPage<CPropPageContact> page_;
 };
 

@@ -3,16 +3,16 @@
 #include "hosts/headless/headless_choosers.h"
 #include "tests/contract/chooser_objects.h"
 #include "tests/contract/choosers_contract.h"
-#include "tests/unit/test_platform.h"
+#include "tests/unit/page_bench.h"
 
 namespace pelora::contract {
 namespace {
 
 class HeadlessHost final : public ChooserHost {
  public:
-  HeadlessHost() { AddChooserObjects(host_.directory); }
+  HeadlessHost() { AddChooserObjects(bench_.directory); }
 
-  [[nodiscard]] const Platform& platform() override { return host_.platform; }
+  [[nodiscard]] const Platform& platform() override { return platform_; }
   void Pick(const Choice& objects) override {
     std::vector<HeadlessChoosers::Object> given;
     for (const ChooserObject& object : objects) {
@@ -20,14 +20,17 @@ class HeadlessHost final : public ChooserHost {
                        .path = ChooserPathsOf({object}).front(),
                        .name = object.common_name});
     }
-    host_.choosers.AnswerNext(std::move(given));
+    choosers_.AnswerNext(std::move(given));
   }
   void Find(const Choice& containers) override { Pick(containers); }
   void BrowseLaboratory() override { Pick({kLaboratory}); }
   void CancelBrowser() override { Pick({}); }
 
  private:
-  pelora::testing::TestHost host_;
+  pelora::testing::PageBench bench_;
+  HeadlessChoosers choosers_;
+  Platform platform_{bench_.faulty, bench_.messages, bench_.dialogs,
+                     choosers_,     bench_.text,     bench_.library};
 };
 
 std::unique_ptr<ChooserHost> MakeHost() { return std::make_unique<HeadlessHost>(); }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/contract/new_object_contract.h"
 
+#include "tests/contract/same_edits.h"
+
 namespace pelora::contract {
 namespace {
 
@@ -156,6 +158,20 @@ TEST_P(NewObjectContract, AUserNeedsAnAddress) {
   EXPECT_EQ(Stored("Ada"),
             (Lines{"mail: ö@x.test", "peloraAccount: 1", "peloraAdmin: 0", "peloraHidden: 1",
                    "peloraSharedStoreOnly: 0", "peloraUserServer: mail02"}));
+}
+
+TEST_P(NewObjectContract, TheUserThatEveryFaceMakes) {
+  Open("user", SameNewUser::kName);
+  User().Click(IDC_CREATE_PELORA);
+  User().ChooseComboRow(IDC_ACCOUNT_TYPE, 2);
+  User().Type(IDC_CAPACITY, SameNewUser::kCapacity);
+  User().Click(IDC_PELORA_HIDDEN);
+  User().Type(IDC_NEW_ADDRESS, SameNewUser::kAddress);
+  Console().Pick(Here(SameNewUser::kServer));
+  User().Click(IDC_SERVER_SELECT);
+  std::string made;
+  for (const std::string& line : Made()) made += line + "\n";
+  EXPECT_EQ(made, kSameNewUserDump);
 }
 
 TEST_P(NewObjectContract, EveryTypeOfUserIsWrittenAsWhatItStandsFor) {

@@ -112,6 +112,23 @@ std::vector<std::string> TabContract::Fields() {
   return fields;
 }
 
+std::set<ControlId> TabContract::Shown() {
+  std::set<ControlId> shown;
+  for (ControlId id = kFirstControl; id <= kLastControl; ++id) {
+    if (Console().Page().IsShown(id)) shown.insert(id);
+  }
+  return shown;
+}
+
+TEST_P(TabContract, WhatBelongsToOneObjectIsHiddenForSeveralAndNothingElse) {
+  Open(1);
+  std::set<ControlId> shown = Shown();
+  Console().Close();
+  Open(3);
+  for (const ControlId id : Script().of_one) EXPECT_EQ(shown.erase(id), 1U) << id;
+  EXPECT_EQ(Shown(), shown);
+}
+
 TEST_P(TabContract, EveryFieldReachesTheDirectoryAndComesBack) {
   const std::string& object = Script().objects.front();
   const Lines expected = EntryAfter(object, Script().writes);

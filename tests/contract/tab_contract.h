@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -55,6 +56,8 @@ class TabContract : public ::testing::TestWithParam<TabContractCase> {
                                                     const std::vector<TabWrite>& writes);
   /// The contents of every field of the tab.
   [[nodiscard]] std::vector<std::string> Fields();
+  /// The controls that can be seen.
+  [[nodiscard]] std::set<ControlId> Shown();
 
  private:
   [[nodiscard]] bool IsAlwaysWritten(const TabWrite& write);

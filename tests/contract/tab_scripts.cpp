@@ -11,6 +11,7 @@ namespace {
 using Names = std::vector<std::string>;
 using Steps = std::vector<TabStep>;
 using Writes = std::vector<TabWrite>;
+using Controls = std::vector<ControlId>;
 
 const std::string kBase(kSampleBase);
 const std::string kCompany = "OU=Linden-Werke Chemnitz," + kBase;
@@ -47,6 +48,11 @@ TabStep TypeAddress(std::string address) {
 TabStep Pick(Names names) { return {.act = TabStep::Act::kPick, .names = std::move(names)}; }
 TabStep Find(Names names) { return {.act = TabStep::Act::kFind, .names = std::move(names)}; }
 TabStep Browse(const std::string& name) { return {.act = TabStep::Act::kBrowse, .names = {name}}; }
+
+/// The lists of a person's addresses and delegates.
+const Controls kPersonLists = {
+    IDC_EMAIL_LIST,   IDC_SENDAS_LIST,  IDC_EMAIL_GROUP,   IDC_SENDAS_GROUP, IDC_EMAIL_ADD,
+    IDC_EMAIL_DELETE, IDC_EMAIL_MODIFY, IDC_EMAIL_DEFAULT, IDC_SENDAS_ADD,   IDC_SENDAS_DELETE};
 
 TabScript User() {
   return {
@@ -96,6 +102,7 @@ TabScript User() {
                           {"peloraQuotaOverride", {"1"}},
                           {"peloraQuotaWarn", {"5"}}},
       .always = {{"peloraResourceType", {}}, {"peloraResourceCapacity", {"0"}}},
+      .of_one = kPersonLists,
   };
 }
 
@@ -118,6 +125,7 @@ TabScript Contact() {
                  {"peloraSendAsPrivilege", {kEveryone}}},
       .steps_for_three = {Tick(IDC_PELORA_ACCOUNT), Untick(IDC_PELORA_HIDDEN)},
       .writes_to_three = {{"peloraAccount", {"1"}}, {"peloraHidden", {"0"}}},
+      .of_one = kPersonLists,
   };
 }
 
@@ -138,6 +146,7 @@ TabScript Distlist() {
                  {"peloraSendAsPrivilege", {kHelga}}},
       .steps_for_three = {Untick(IDC_PELORA_ACCOUNT), Tick(IDC_PELORA_HIDDEN)},
       .writes_to_three = {{"peloraAccount", {"0"}}, {"peloraHidden", {"1"}}},
+      .of_one = kPersonLists,
   };
 }
 
@@ -237,6 +246,9 @@ TabScript CompanyQuota() {
       .steps_for_three = {Tick(IDC_USER_QUOTA_OVERRIDE), Type(IDC_USER_QUOTA_HARD, "7")},
       .writes_to_three = {{"peloraUserDefaultQuotaOverride", {"1"}},
                           {"peloraUserDefaultQuotaHard", {"7"}}},
+      .of_one = {IDC_QUOTA_RECIPIENTS_GROUP, IDC_USER_QUOTA_RECIPIENTS_GROUP, IDC_QUOTA_RECIPIENTS,
+                 IDC_QUOTA_RECIPIENTS_ADD, IDC_QUOTA_RECIPIENTS_DELETE, IDC_USER_QUOTA_RECIPIENTS,
+                 IDC_USER_QUOTA_RECIPIENTS_ADD, IDC_USER_QUOTA_RECIPIENTS_DELETE},
   };
 }
 
@@ -251,6 +263,7 @@ TabScript CompanyRights() {
                  {"peloraAdminPrivilege", {kHelga, kTom, kAnna}}},
       .steps_for_three = {Pick({kTom}), Click(IDC_ADMIN_ADD)},
       .writes_to_three = {},
+      .of_one = {IDC_ADMIN_LIST, IDC_VIEW_LIST},
   };
 }
 
@@ -272,6 +285,7 @@ TabScript Server() {
       .writes_to_three = {},
       .refusal_of_three = "Validation of input fields failed: Missing Server Address",
       .always = {{"peloraHostAddress", {"192.0.2.11"}}, {"peloraContainsPublic", {"1"}}},
+      .of_one = {IDC_HOST_ADDRESS_LABEL, IDC_HOST_ADDRESS, IDC_CONTAINS_PUBLIC},
   };
 }
 

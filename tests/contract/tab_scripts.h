@@ -63,6 +63,8 @@ struct TabScript {
   std::string refusal_of_three{};
   /// What an apply writes to one object when nothing was touched, in its order.
   std::vector<TabWrite> always{};
+  /// Controls that make sense for one object only, and are hidden for several.
+  std::vector<ControlId> of_one{};
 };
 
 [[nodiscard]] const std::vector<TabScript>& TabScripts();

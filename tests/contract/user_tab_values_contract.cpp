@@ -200,9 +200,10 @@ TEST_P(UserTabContract, TheLargestLimitIsShownAsItsNumber) {
   EXPECT_EQ(Ok(), Lines{"peloraQuotaSoft: -1"});
 }
 
-TEST_P(UserTabContract, DifferingQuotasAreLeftToEachUser) {
+TEST_P(UserTabContract, DifferencesAreLeftToEachUser) {
   OpenUsers({{{"peloraQuotaOverride", {"1"}}, {"peloraQuotaHard", {"300"}}},
-             {{"peloraQuotaHard", {"400"}}}});
+             {{"peloraQuotaHard", {"400"}}, {"peloraAccount", {"0"}}}});
+  EXPECT_EQ(Page().Check(IDC_PELORA_ACCOUNT), CheckState::kIndeterminate);
   EXPECT_EQ(Page().Check(IDC_QUOTA_OVERRIDE), CheckState::kIndeterminate);
   EXPECT_EQ(Page().Text(IDC_QUOTA_WARN), "0");
   EXPECT_EQ(Page().Text(IDC_QUOTA_HARD), "");

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <cstddef>
 #include <iostream>
@@ -44,8 +46,20 @@ inline void Inject(FaultPlan& plan, std::size_t nth, const Cause& cause) {
   }
 }
 
-/// One line for whoever sums up what was tried.
-inline void TellFaults(std::string_view where, std::size_t faults) {
+/// Plays a scene once for each of its `calls` and each cause of its failing, up to the first that
+/// does not hold; `play` takes both. Ends with one line for whoever sums up what was tried.
+template <class Causes, class Play>
+void PlayEveryFault(std::string_view where, std::size_t calls, const Causes& causes,
+                    const Play& play) {
+  std::size_t faults = 0;
+  for (std::size_t call = 1; call <= calls; ++call) {
+    for (const auto& cause : causes) {
+      SCOPED_TRACE("call " + std::to_string(call) + ", " + std::string(cause.name));
+      play(call, cause);
+      ++faults;
+      if (::testing::Test::HasFailure()) return;
+    }
+  }
   std::cout << "faults injected and survived: " << faults << " (" << where << ")\n";
 }
 

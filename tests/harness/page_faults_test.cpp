@@ -235,16 +235,8 @@ void PageFaults::PlayWithFault(const Smooth& smooth, std::size_t call, const Cau
 TEST_P(PageFaults, EachIsToldAndNothingIsLost) {
   const Smooth smooth = PlaySmoothly();
   ASSERT_FALSE(HasFailure());
-  std::size_t faults = 0;
-  for (std::size_t call = 1; call <= smooth.calls; ++call) {
-    for (const Cause& cause : kCauses) {
-      SCOPED_TRACE("call " + std::to_string(call) + ", " + std::string(cause.name));
-      PlayWithFault(smooth, call, cause);
-      ++faults;
-      if (HasFailure()) return;
-    }
-  }
-  TellFaults(Component().name, faults);
+  PlayEveryFault(Component().name, smooth.calls, kCauses,
+                 [&](std::size_t call, const Cause& cause) { PlayWithFault(smooth, call, cause); });
 }
 
 std::string NameOf(const ::testing::TestParamInfo<TabCase>& info) {

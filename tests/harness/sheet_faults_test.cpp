@@ -187,16 +187,8 @@ void SheetFaults::PlayWithFault(std::size_t call, const StoreCause& cause) {
 TEST_P(SheetFaults, EachIsToldAndOkOnceMoreDoesTheRest) {
   PlaySmoothly();
   ASSERT_FALSE(HasFailure());
-  std::size_t faults = 0;
-  for (std::size_t call = 1; call <= calls_; ++call) {
-    for (const StoreCause& cause : kStoreCauses) {
-      SCOPED_TRACE("request " + std::to_string(call) + ", " + std::string(cause.name));
-      PlayWithFault(call, cause);
-      ++faults;
-      if (HasFailure()) return;
-    }
-  }
-  TellFaults(std::string("sheet of ") + Class(), faults);
+  PlayEveryFault("sheet of " + Class(), calls_, kStoreCauses,
+                 [this](std::size_t call, const StoreCause& cause) { PlayWithFault(call, cause); });
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryClass, SheetFaults,

@@ -210,16 +210,8 @@ void WizardFaults::PlayWithFault(const Smooth& smooth, std::size_t call, const C
 TEST_P(WizardFaults, EachIsToldAndTheObjectIsMadeOnce) {
   const Smooth smooth = PlaySmoothly();
   ASSERT_FALSE(HasFailure());
-  std::size_t faults = 0;
-  for (std::size_t call = 1; call <= smooth.calls; ++call) {
-    for (const Cause& cause : kCauses) {
-      SCOPED_TRACE("call " + std::to_string(call) + ", " + std::string(cause.name));
-      PlayWithFault(smooth, call, cause);
-      ++faults;
-      if (HasFailure()) return;
-    }
-  }
-  TellFaults(GetParam()->name, faults);
+  PlayEveryFault(GetParam()->name, smooth.calls, kCauses,
+                 [&](std::size_t call, const Cause& cause) { PlayWithFault(smooth, call, cause); });
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryWizardPage, WizardFaults, ::testing::ValuesIn(WizardPages()),

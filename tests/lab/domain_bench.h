@@ -19,7 +19,7 @@ struct DomainBench {
   testing::ObservedStore store{session->store()};
   ldap::StoreDirectoryService directory{store};
   testing::FaultDirectory faulty{directory};
-  LabBench bench{faulty};
+  testing::HostBench bench{faulty};
 };
 
 }  // namespace pelora::lab

@@ -21,7 +21,7 @@ constexpr RowIndex kPop3Row = 2;
 /// The features tab on users of the domain.
 class FeaturesPage {
  public:
-  FeaturesPage(LabBench& bench, const std::vector<std::string>& dns)
+  FeaturesPage(testing::HostBench& bench, const std::vector<std::string>& dns)
       : page_(bench, IDD_PROPPAGE_FEATURES, dns) {
     EXPECT_EQ(page_.initialized(), S_OK);
     EXPECT_EQ(page_.opened(), S_OK);
@@ -72,7 +72,7 @@ class FeaturesTabTest : public ::testing::Test {
         Dn(name), {"peloraEnabledFeatures", "peloraDisabledFeatures", "peloraUserArchiveServers"});
   }
   void AddServer(FeaturesPage& page, const std::string& name) {
-    bench_.dialogs().PlayNext([name](HeadlessUser& user) {
+    bench_.dialogs.PlayNext([name](HeadlessUser& user) {
       user.TypeText(IDC_ARCHIVER_NAME, name);
       user.Click(IDC_ARCHIVER_ADD);
       user.Click(static_cast<ControlId>(kDialogOk));
@@ -85,7 +85,7 @@ class FeaturesTabTest : public ::testing::Test {
   std::unique_ptr<NetworkSession> session_ = OpenSession();
   testing::ObservedStore store_{session_->store()};
   ldap::StoreDirectoryService directory_{store_};
-  LabBench bench_{directory_};
+  testing::HostBench bench_{directory_};
 };
 
 TEST_F(FeaturesTabTest, TwoUsersWhoDifferAreShownAsOneAndWrittenEachByItself) {
@@ -154,7 +154,7 @@ TEST_F(FeaturesTabTest, WhenTheServerDiesAtTheSecondOfThreeUsersTheNextApplyDoes
 TEST_F(FeaturesTabTest, WithoutRightsItSaysSoAndWritesNothing) {
   const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kHelper));
   const std::unique_ptr<NetworkSession> session = OpenSession();
-  LabBench bench(session->service());
+  testing::HostBench bench(session->service());
   const Lines before = Stored("Two");
   FeaturesPage page(bench, {Dn("Two"), Dn("Three")});
   page.Choose(kPop3Row, IDC_FEATURE_ENABLE);

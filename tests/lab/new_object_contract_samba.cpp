@@ -15,8 +15,8 @@ using contract::TabValues;
 class DomainWizards final : public DomainBench, public HeadlessNewObjectConsole {
  public:
   DomainWizards()
-      : HeadlessNewObjectConsole({bench.platform(), bench.templates(), bench.messages,
-                                  bench.choosers(), faulty.plan()}) {
+      : HeadlessNewObjectConsole(
+            {bench.platform, bench.templates(), bench.messages, bench.choosers, faulty.plan()}) {
     static_cast<void>(DomainCompany::Shared());
     administrator_.Add(container_, {{"objectClass", {"organizationalUnit"}}});
   }

@@ -22,8 +22,8 @@ using Names = std::vector<std::string>;
 class DomainConsole final : public DomainBench, public HeadlessTabConsole {
  public:
   DomainConsole()
-      : HeadlessTabConsole({bench.platform(), bench.templates(), bench.messages, bench.dialogs(),
-                            bench.choosers(), faulty.plan()}) {
+      : HeadlessTabConsole({bench.platform, bench.templates(), bench.messages, bench.dialogs,
+                            bench.choosers, faulty.plan()}) {
     static_cast<void>(DomainCompany::Shared());
   }
   ~DomainConsole() override { DomainCompany::Shared().Restore(); }

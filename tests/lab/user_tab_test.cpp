@@ -59,13 +59,13 @@ class UserTabTest : public ::testing::Test {
   std::unique_ptr<NetworkSession> session_ = OpenSession();
   testing::ObservedStore store_{session_->store()};
   ldap::StoreDirectoryService directory_{store_};
-  LabBench bench_{directory_};
+  testing::HostBench bench_{directory_};
 };
 
 TEST_F(UserTabTest, WithoutRightsItSaysSoAndWritesNothing) {
   const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kHelper));
   const std::unique_ptr<NetworkSession> session = OpenSession();
-  LabBench bench(session->service());
+  testing::HostBench bench(session->service());
   const Lines before = Stored("One");
   UserPage page(bench, IDD_PROPPAGE_USER, {Dn("One"), Dn("Two")});
   EXPECT_EQ(page.opened(), S_OK);

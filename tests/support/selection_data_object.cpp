@@ -60,14 +60,6 @@ SelectionDataObject::SelectionDataObject(const std::vector<std::string>& paths)
 
 SelectionDataObject::SelectionDataObject(std::vector<std::byte> block) : block_(std::move(block)) {}
 
-HRESULT SelectionDataObject::QueryInterface(const Guid& iid, void** object) {
-  *object = nullptr;
-  if (iid != IID_IUnknown && iid != IID_IDataObject) return E_NOINTERFACE;
-  *object = static_cast<IDataObject*>(this);
-  AddRef();
-  return S_OK;
-}
-
 HRESULT SelectionDataObject::GetData(const FormatEtc& format,
                                      std::unique_ptr<IStorageMedium>& medium) {
   last_format_ = format;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "directory/byte_block.h"
+#include "platform/counted.h"
 #include "platform/data_object.h"
 
 namespace pelora::testing {
@@ -16,8 +17,9 @@ namespace pelora::testing {
 
 /// The console's selection, as a data object that hands out one block under one format's name.
 ///
-/// Lives on the stack of a test; it counts its references and what was asked of its medium.
-class SelectionDataObject final : public IDataObject {
+/// Lives on the stack of a test, which has the first reference; it counts what was asked of its
+/// medium.
+class SelectionDataObject final : public CountedPort<IDataObject> {
  public:
   /// A well-formed selection.
   explicit SelectionDataObject(const std::vector<std::string>& paths);
@@ -27,21 +29,17 @@ class SelectionDataObject final : public IDataObject {
   /// Rendering fails from now on, or succeeds with another code.
   void FailWith(HRESULT status) { failure_ = status; }
 
-  [[nodiscard]] std::uint32_t references() const { return references_; }
+  using CountedPort<IDataObject>::references;
   [[nodiscard]] int locks() const { return *locks_; }
   [[nodiscard]] int releases() const { return *releases_; }
   /// What was asked for last.
   [[nodiscard]] const FormatEtc& last_format() const { return last_format_; }
 
-  HRESULT QueryInterface(const Guid& iid, void** object) override;
-  std::uint32_t AddRef() override { return ++references_; }
-  std::uint32_t Release() override { return --references_; }
   HRESULT GetData(const FormatEtc& format, std::unique_ptr<IStorageMedium>& medium) override;
 
  private:
   std::vector<std::byte> block_;
   HRESULT failure_ = S_OK;
-  std::uint32_t references_ = 1;
   std::shared_ptr<int> locks_ = std::make_shared<int>(0);
   std::shared_ptr<int> releases_ = std::make_shared<int>(0);
   FormatEtc last_format_;

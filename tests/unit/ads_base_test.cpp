@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "tests/support/selection_data_object.h"
-#include "tests/unit/test_platform.h"
+#include "tests/unit/page_bench.h"
 
 namespace pelora {
 namespace {
@@ -43,7 +43,7 @@ class AdsBaseTest : public ::testing::Test {
   }
   std::vector<std::string> Boxes() const {
     std::vector<std::string> texts;
-    for (const auto& record : host_.message_box.records()) texts.push_back(record.message.text);
+    for (const auto& record : host_.messages.records()) texts.push_back(record.message.text);
     return texts;
   }
   Ref<IADs> Bind(const std::string& path) {
@@ -52,15 +52,15 @@ class AdsBaseTest : public ::testing::Test {
     return object;
   }
 
-  testing::TestHost host_;
+  testing::PageBench host_;
   std::unique_ptr<Component> component_ = std::make_unique<Component>(host_.platform);
 };
 
 TEST_F(AdsBaseTest, InitialisesTheComponentLibraryAndUndoesIt) {
-  EXPECT_EQ(host_.component_library.initialized(), 1);
-  EXPECT_EQ(host_.component_library.uninitialized(), 0);
+  EXPECT_EQ(host_.library.initialized(), 1);
+  EXPECT_EQ(host_.library.uninitialized(), 0);
   component_.reset();
-  EXPECT_EQ(host_.component_library.uninitialized(), 1);
+  EXPECT_EQ(host_.library.uninitialized(), 1);
 }
 
 TEST_F(AdsBaseTest, InitializeKeepsThePathsInTheConsolesOrder) {
@@ -117,8 +117,8 @@ class AskedDirectory final : public IDirectoryService {
 
 TEST_F(AdsBaseTest, TheConnectionTestAsksForTheGeneralInterface) {
   AskedDirectory directory;
-  const Platform platform{directory,      host_.message_box, host_.modal_dialogs,
-                          host_.choosers, host_.text,        host_.component_library};
+  const Platform platform{directory,      host_.messages, host_.dialogs,
+                          host_.choosers, host_.text,     host_.library};
   Component component(platform);
   SelectionDataObject selection({kAda});
   EXPECT_EQ(component.Initialize(&selection), S_OK);
@@ -142,8 +142,8 @@ class LibraryLast final : public IComponentLibrary {
 
 TEST_F(AdsBaseTest, ThePresetObjectGoesBeforeTheComponentLibrary) {
   LibraryLast library(host_.directory);
-  const Platform platform{host_.faulty,   host_.message_box, host_.modal_dialogs,
-                          host_.choosers, host_.text,        library};
+  const Platform platform{host_.faulty,   host_.messages, host_.dialogs,
+                          host_.choosers, host_.text,     library};
   auto component = std::make_unique<Component>(platform);
   component->SetObject(Bind(kAda).Get());
   EXPECT_EQ(host_.directory.live_objects(), 1U);
@@ -289,8 +289,8 @@ TEST_F(AdsBaseTest, AFailedWriteNamesItsFieldAndStops) {
                         {.value = "c", .name = "name"}};
   EXPECT_EQ(component_->WriteAttributes(*object, changes, true), E_ACCESSDENIED);
   EXPECT_THAT(Boxes(), ElementsAre("Failed on field 'mail\r\n\r\nError code: 0X80070005"));
-  EXPECT_EQ(host_.message_box.records().front().message.icon, MessageIcon::kError);
-  EXPECT_EQ(host_.message_box.records().front().message.caption, "Pelora Error");
+  EXPECT_EQ(host_.messages.records().front().message.icon, MessageIcon::kError);
+  EXPECT_EQ(host_.messages.records().front().message.caption, "Pelora Error");
   EXPECT_EQ(host_.directory.calls().size(), 1U) << "what came before has been handed over";
 }
 
@@ -314,7 +314,7 @@ TEST_F(AdsBaseTest, AChangeOfAnotherTypeStopsWithAWarning) {
                         {.value = "b", .name = "mail"}};
   EXPECT_EQ(component_->WriteAttributes(*object, changes, true), S_ADS_ERRORSOCCURRED);
   EXPECT_THAT(Boxes(), ElementsAre("Failed on field 'description\r\n\r\nError code: 0X5011"));
-  EXPECT_EQ(host_.message_box.records().front().message.icon, MessageIcon::kWarning);
+  EXPECT_EQ(host_.messages.records().front().message.icon, MessageIcon::kWarning);
   EXPECT_THAT(host_.directory.Log(), IsEmpty());
 }
 

@@ -7,10 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "hosts/headless/headless_property_sheet.h"
 #include "pages/snap_in_property_page.h"
 #include "resources/resource.h"
 #include "tests/support/selection_data_object.h"
-#include "tests/unit/test_platform.h"
+#include "tests/unit/page_bench.h"
 
 namespace pelora {
 namespace {
@@ -78,9 +79,9 @@ class ApplyRulesTest : public ::testing::Test {
     return lines;
   }
 
-  testing::TestHost host_;
+  testing::PageBench host_;
   Ref<NotingPage> page_ = Ref<NotingPage>::Adopt(new NotingPage(host_.platform));
-  HeadlessPropertySheet sheet_{host_.templates};
+  HeadlessPropertySheet sheet_{host_.templates()};
 };
 
 TEST_F(ApplyRulesTest, ValidatesBeforeItCollects) {
@@ -111,7 +112,7 @@ TEST_F(ApplyRulesTest, SuccessCodesOfHandlersStopNothing) {
   EXPECT_TRUE(Apply());
   EXPECT_THAT(page_->notes, ElementsAre("skip", "validate", "collect", "collect again"));
   EXPECT_EQ(Writes(), AllWrites());
-  EXPECT_THAT(host_.message_box.records(), IsEmpty());
+  EXPECT_THAT(host_.messages.records(), IsEmpty());
 }
 
 TEST_F(ApplyRulesTest, SuccessCodesOfTheDirectoryStopNothing) {
@@ -121,7 +122,7 @@ TEST_F(ApplyRulesTest, SuccessCodesOfTheDirectoryStopNothing) {
       host_.faults().Answer(point, 1, status);
       EXPECT_TRUE(Apply());
       EXPECT_EQ(Writes(), AllWrites());
-      EXPECT_THAT(host_.message_box.records(), IsEmpty());
+      EXPECT_THAT(host_.messages.records(), IsEmpty());
     }
   }
 }
@@ -135,7 +136,7 @@ TEST_F(ApplyRulesTest, ASuccessCodeOfClearingStopsNothing) {
   EXPECT_TRUE(Apply());
   EXPECT_THAT(host_.directory.Log(DirectoryCall::Kind::kPut),
               ElementsAre("Put " + kAda + " mail \"m\"", "Put " + kBob + " mail \"m\""));
-  EXPECT_THAT(host_.message_box.records(), IsEmpty());
+  EXPECT_THAT(host_.messages.records(), IsEmpty());
 }
 
 TEST_F(ApplyRulesTest, OneObjectShowsWhatWasHidden) {

@@ -10,7 +10,7 @@
 
 #include "platform/shell_extension.h"
 #include "server/class_table.h"
-#include "tests/unit/test_platform.h"
+#include "tests/unit/page_bench.h"
 
 namespace pelora {
 namespace {
@@ -61,7 +61,7 @@ TEST(ClassTable, IdentifiersTellClassesApart) {
 }
 
 TEST(ComponentServer, MakesEveryClassAndLetsItGo) {
-  testing::TestHost host;
+  testing::PageBench host;
   int made = 0;
   for (const ComponentClass& row : ClassTable()) {
     void* object = nullptr;
@@ -71,12 +71,12 @@ TEST(ComponentServer, MakesEveryClassAndLetsItGo) {
     ++made;
   }
   EXPECT_EQ(made, 21);
-  EXPECT_EQ(host.component_library.initialized(), made);
-  EXPECT_EQ(host.component_library.uninitialized(), made);
+  EXPECT_EQ(host.library.initialized(), made);
+  EXPECT_EQ(host.library.uninitialized(), made);
 }
 
 TEST(ComponentServer, RefusesWhatItDoesNotHave) {
-  testing::TestHost host;
+  testing::PageBench host;
   void* object = &host;
   EXPECT_EQ(CreateComponent(Guid{}, host.platform, IID_IUnknown, &object),
             CLASS_E_CLASSNOTAVAILABLE);
@@ -86,7 +86,7 @@ TEST(ComponentServer, RefusesWhatItDoesNotHave) {
   EXPECT_EQ(CreateComponent(user, host.platform, IID_IADs, &object), E_NOINTERFACE);
   EXPECT_EQ(object, nullptr);
   EXPECT_EQ(CreateComponent(user, host.platform, IID_IUnknown, nullptr), E_POINTER);
-  EXPECT_EQ(host.component_library.initialized(), host.component_library.uninitialized());
+  EXPECT_EQ(host.library.initialized(), host.library.uninitialized());
 }
 
 }  // namespace

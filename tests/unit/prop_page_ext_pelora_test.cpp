@@ -7,10 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "hosts/headless/headless_property_sheet.h"
 #include "pages/snap_in_property_page.h"
 #include "resources/resource.h"
 #include "tests/support/selection_data_object.h"
-#include "tests/unit/test_platform.h"
+#include "tests/unit/page_bench.h"
 
 namespace pelora {
 namespace {
@@ -68,9 +69,9 @@ class AccountGroupTest : public ::testing::Test {
     return host_.directory.Log({DirectoryCall::Kind::kPut, DirectoryCall::Kind::kPutEx});
   }
 
-  testing::TestHost host_;
+  testing::PageBench host_;
   Ref<GroupPage> page_ = Ref<GroupPage>::Adopt(new GroupPage(host_.platform));
-  HeadlessPropertySheet sheet_{host_.templates};
+  HeadlessPropertySheet sheet_{host_.templates()};
 };
 
 TEST_F(AccountGroupTest, AnAbsentAttributeIsAnUncheckedTwoStateBox) {
@@ -93,8 +94,8 @@ TEST_F(AccountGroupTest, UntouchedBoxesWriteNothing) {
 TEST_F(AccountGroupTest, EachBoxWritesItsOwnAttributeWhenClicked) {
   for (const BoxRow& row : kBoxes) {
     host_.directory.AddObject(kAda);
-    testing::TestHost& host = host_;
-    HeadlessPropertySheet sheet(host.templates);
+    testing::PageBench& host = host_;
+    HeadlessPropertySheet sheet(host.templates());
     const auto page = Ref<GroupPage>::Adopt(new GroupPage(host.platform));
     SelectionDataObject selection({kAda});
     ASSERT_EQ(page->Initialize(&selection), S_OK);
@@ -209,8 +210,8 @@ TEST_F(AccountGroupTest, ACheckedAccountLetsTheValidatorsRun) {
   Open({kAda});
   page_->refuse_all = true;
   EXPECT_FALSE(ApplyPage());
-  ASSERT_EQ(host_.message_box.records().size(), 1U);
-  EXPECT_EQ(host_.message_box.records().front().message.text,
+  ASSERT_EQ(host_.messages.records().size(), 1U);
+  EXPECT_EQ(host_.messages.records().front().message.text,
             "Validation of input fields failed: refused\r\n\r\nError code: 0X80004005");
 }
 

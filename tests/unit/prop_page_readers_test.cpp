@@ -8,7 +8,7 @@
 #include "pages/snap_in_property_page.h"
 #include "resources/resource.h"
 #include "tests/support/selection_data_object.h"
-#include "tests/unit/test_platform.h"
+#include "tests/unit/page_bench.h"
 
 namespace pelora {
 namespace {
@@ -51,7 +51,7 @@ class PropPageReadersTest : public ::testing::Test {
     SelectionDataObject selection(paths);
     ASSERT_EQ(page_->Initialize(&selection), S_OK);
     dialog_ = std::make_unique<HeadlessDialog>(
-        host_.templates.Dialog(IDD_PROPPAGE_USER).value.value(), *page_);
+        host_.templates().Dialog(IDD_PROPPAGE_USER).value.value(), *page_);
     ASSERT_EQ(dialog_->Open(), S_OK);
   }
   void LoadCheckBox(const std::vector<Variant>& values) {
@@ -86,7 +86,7 @@ class PropPageReadersTest : public ::testing::Test {
     return taken;
   }
 
-  testing::TestHost host_;
+  testing::PageBench host_;
   int made_ = 0;
   /// Of the values taken, which are to be shown cut.
   std::vector<bool> cut_;

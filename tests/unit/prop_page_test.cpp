@@ -9,11 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "hosts/headless/headless_property_sheet.h"
 #include "pages/snap_in_property_page.h"
 #include "platform/new_object_wizard.h"
 #include "resources/resource.h"
 #include "tests/support/selection_data_object.h"
-#include "tests/unit/test_platform.h"
+#include "tests/unit/page_bench.h"
 
 namespace pelora {
 namespace {
@@ -75,14 +76,14 @@ class PropPageTest : public ::testing::Test {
   std::int32_t Apply() { return page_->OnPageNotification(PageNotification::kApply); }
   std::vector<std::string> Boxes() const {
     std::vector<std::string> texts;
-    for (const auto& record : host_.message_box.records()) texts.push_back(record.message.text);
+    for (const auto& record : host_.messages.records()) texts.push_back(record.message.text);
     return texts;
   }
 
-  testing::TestHost host_;
+  testing::PageBench host_;
   bool destroyed_ = false;
   Ref<TestPage> page_ = Ref<TestPage>::Adopt(new TestPage(host_.platform, destroyed_));
-  HeadlessPropertySheet sheet_{host_.templates};
+  HeadlessPropertySheet sheet_{host_.templates()};
 };
 
 TEST_F(PropPageTest, OffersTheTwoInterfacesOfAnExtension) {
@@ -193,7 +194,7 @@ TEST_F(PropPageTest, AFailedBindingIsShownOnceAndNothingIsLoaded) {
   EXPECT_THAT(
       Boxes(),
       ElementsAre("Unable to get connection with the ldap user.\r\n\r\nError code: 0X80072030"));
-  EXPECT_EQ(host_.message_box.records().front().owner, sheet_.Dialog(0));
+  EXPECT_EQ(host_.messages.records().front().owner, sheet_.Dialog(0));
   EXPECT_FALSE(loaded);
   EXPECT_TRUE(sheet_.Dialog(0)->IsShown(IDC_EMAIL_LIST)) << "nothing is hidden either";
   EXPECT_EQ(host_.directory.live_objects(), 0U);
@@ -203,7 +204,7 @@ TEST_F(PropPageTest, TheResultOfLoadingIsTheMessagesResult) {
   page_->RegisterLoad([](const BoundObjects&) { return E_ACCESSDENIED; });
   SelectionDataObject selection({kAda});
   ASSERT_EQ(page_->Initialize(&selection), S_OK);
-  HeadlessDialog dialog(host_.templates.Dialog(IDD_PROPPAGE_USER).value.value(), *page_);
+  HeadlessDialog dialog(host_.templates().Dialog(IDD_PROPPAGE_USER).value.value(), *page_);
   EXPECT_EQ(dialog.Open(), E_ACCESSDENIED);
   EXPECT_THAT(Boxes(), IsEmpty());
   EXPECT_EQ(host_.directory.live_objects(), 0U);

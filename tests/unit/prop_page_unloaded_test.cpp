@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "hosts/headless/headless_property_sheet.h"
 #include "pages/snap_in_property_page.h"
 #include "resources/resource.h"
 #include "server/class_table.h"
 #include "server/component_server.h"
 #include "tests/support/selection_data_object.h"
 #include "tests/unit/page_bench.h"
-#include "tests/unit/test_platform.h"
 
 namespace pelora {
 namespace {
@@ -72,7 +72,7 @@ class UnloadedPageTest : public ::testing::Test {
   }
   void Forget() {
     host_.directory.ClearCalls();
-    host_.message_box.ClearRecords();
+    host_.messages.ClearRecords();
   }
   void FailBinding(std::size_t nth, HRESULT status) {
     host_.faults().Fail(FaultPoint::kGetObject, nth, status);
@@ -87,22 +87,22 @@ class UnloadedPageTest : public ::testing::Test {
   }
   std::vector<std::string> Boxes() const {
     std::vector<std::string> texts;
-    for (const auto& record : host_.message_box.records()) texts.push_back(record.message.text);
+    for (const auto& record : host_.messages.records()) texts.push_back(record.message.text);
     return texts;
   }
   std::string Shown() { return sheet_.Dialog(0)->Text(kEdit); }
 
-  testing::TestHost host_;
+  testing::PageBench host_;
   Ref<TextPage> page_ = Ref<TextPage>::Adopt(new TextPage(host_.platform));
   Ref<TextPage> behind_ = Ref<TextPage>::Adopt(new TextPage(host_.platform));
-  HeadlessPropertySheet sheet_{host_.templates};
+  HeadlessPropertySheet sheet_{host_.templates()};
 };
 
 TEST_F(UnloadedPageTest, OnceTheDirectoryIsBackTheSameSheetIsAppliedAndClosed) {
   for (const HRESULT status : {kNoSuchObject, S_FALSE}) {
     SCOPED_TRACE(status);
     FailBinding(1, status);
-    HeadlessPropertySheet sheet(host_.templates);
+    HeadlessPropertySheet sheet(host_.templates());
     const auto page = Ref<TextPage>::Adopt(new TextPage(host_.platform));
     SelectionDataObject selection({kAda});
     ASSERT_EQ(page->Initialize(&selection), S_OK);

@@ -9,6 +9,7 @@
 #include "hosts/ctl/objects/object_classes.h"
 #include "hosts/ctl/text/assignment.h"
 #include "hosts/ldap/case_fold.h"
+#include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/name_key.h"
 #include "hosts/session/search_filter.h"
@@ -111,9 +112,9 @@ void ObjectFinder::LookAmong(Matches& matches, const std::string& filter) {
   const ldap::StoreStatus status = session_.store->Search(request, [&](const ldap::Entry& entry) {
     std::set<std::string> names;
     for (const std::string_view attribute : kNamingAttributes) {
-      const auto values = entry.attributes.find(attribute);
-      if (values == entry.attributes.end()) continue;
-      for (const std::string& value : values->second) names.insert(ldap::FoldCase(value));
+      for (const std::string& value : ldap::ValuesOf(entry, attribute)) {
+        names.insert(ldap::FoldCase(value));
+      }
     }
     for (const std::string& name : names) {
       const auto wanted = matches.find(name);

@@ -34,7 +34,7 @@ HRESULT GatheredSelection::GetData(const FormatEtc& format,
     const LockedMedium locked(*rendered);
     if (!locked.IsReachable()) return E_POINTER;
     status = GatherSelectionList(locked.block(), block_);
-    if (SUCCEEDED(status)) medium = std::make_unique<ViewMedium>(block_);
+    if (SUCCEEDED(status)) medium = std::make_unique<ViewMedium>(block_.span());
     return status;
   });
 }

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <vector>
-
+#include "directory/byte_block.h"
 #include "hosts/windows/selection_data_object.h"
 #include "platform/counted.h"
 
@@ -28,7 +27,7 @@ class GatheredSelection final : public CountedPort<pelora::IDataObject> {
   ~GatheredSelection() override = default;
 
   Ref<pelora::IDataObject> picked_;
-  std::vector<std::byte> block_;
+  HeapBlock block_;
 };
 
 }  // namespace pelora::windows

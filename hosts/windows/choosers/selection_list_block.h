@@ -3,8 +3,8 @@
 
 #include <cstddef>
 #include <span>
-#include <vector>
 
+#include "directory/byte_block.h"
 #include "platform/hresult.h"
 
 namespace pelora::windows {
@@ -16,7 +16,6 @@ namespace pelora::windows {
 /// `E_INVALIDARG` for a list that is cut short or counts more entries than it holds, and for a path
 /// that is missing, begins in the list and does not end in it, or lies in memory that cannot be
 /// read; `block` is empty then.
-[[nodiscard]] HRESULT GatherSelectionList(std::span<const std::byte> list,
-                                          std::vector<std::byte>& block);
+[[nodiscard]] HRESULT GatherSelectionList(std::span<const std::byte> list, HeapBlock& block);
 
 }  // namespace pelora::windows

@@ -46,7 +46,7 @@ CheckFields::RowsByClass TabFields::ReadRows() {
       EXPECT_EQ(CreateComponent(tab, host_.platform, IID_IUnknown,
                                 reinterpret_cast<void**>(component.Put())),
                 S_OK);
-      const auto page = host_.templates.Dialog(TemplateOf(*component));
+      const auto page = host_.templates().Dialog(TemplateOf(*component));
       for (FieldRow& row : Query<IFieldRows>(*component)->Fields()) {
         if (HasControl(*page.value, row.control)) of_class.push_back(std::move(row));
       }

@@ -6,7 +6,7 @@
 
 #include "hosts/session/check/run_check.h"
 #include "tests/unit/ldb_bench.h"
-#include "tests/unit/test_platform.h"
+#include "tests/unit/page_bench.h"
 
 namespace pelora::session {
 
@@ -21,7 +21,7 @@ class TabFields {
  private:
   [[nodiscard]] CheckFields::RowsByClass ReadRows();
 
-  pelora::testing::TestHost host_;
+  pelora::testing::PageBench host_;
   std::vector<Ref<IUnknown>> components_;
   CheckFields fields_;
 };

@@ -10,7 +10,7 @@
 #include "hosts/session/find/listing.h"
 #include "server/component_server.h"
 #include "tests/unit/ldb_bench.h"
-#include "tests/unit/test_platform.h"
+#include "tests/unit/page_bench.h"
 
 namespace pelora::session {
 
@@ -18,7 +18,7 @@ namespace pelora::session {
 class FindBench : public ldap::LdbBench {
  protected:
   FindBench()
-      : catalogue_(specifiers_, host_.platform, host_.templates, &CreateComponent),
+      : catalogue_(specifiers_, host_.platform, host_.templates(), &CreateComponent),
         check_fields_(CheckFieldsOf(catalogue_)),
         store_(Open()) {}
 
@@ -45,7 +45,7 @@ class FindBench : public ldap::LdbBench {
   void StopAfter(std::size_t rows) { stop_after_ = rows; }
 
  private:
-  pelora::testing::TestHost host_;
+  pelora::testing::PageBench host_;
   ldap::DisplaySpecifiers specifiers_;
   FieldCatalogue catalogue_;
   CheckFields check_fields_;

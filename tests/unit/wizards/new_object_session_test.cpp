@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "hosts/headless/headless_new_object_wizard.h"
+#include "platform/counted.h"
 #include "resources/resource.h"
 #include "server/class_table.h"
 #include "server/component_server.h"
@@ -29,9 +30,9 @@ const std::string kContainer = "OU=Sales,DC=x";
 std::string PathOf(const std::string& name) { return "LDAP://CN=" + name + "," + kContainer; }
 
 /// An extension that takes down what it is called with, and answers as it is told to.
-class RecordingExtension final : public IDsAdminNewObjExt {
+class RecordingExtension final : public Counted<IDsAdminNewObjExt> {
  public:
-  explicit RecordingExtension(Lines& log) : log_(log) {}
+  explicit RecordingExtension(Lines& log) : CountedBy(0), log_(log) {}
 
   HRESULT initialize = S_OK;
   HRESULT add_pages = S_OK;
@@ -44,15 +45,6 @@ class RecordingExtension final : public IDsAdminNewObjExt {
   HRESULT QueryInterface(const Guid& /*iid*/, void** object_out) override {
     *object_out = nullptr;
     return E_NOINTERFACE;
-  }
-  std::uint32_t AddRef() override { return ++references_; }
-  std::uint32_t Release() override {
-    const std::uint32_t left = --references_;
-    if (left == 0) {
-      log_.emplace_back("gone");
-      delete this;
-    }
-    return left;
   }
   HRESULT Initialize(IADs* container, IADs* copy_source, const std::string& class_name,
                      IDsAdminNewObj* site, const NewObjectDisplayInfo& info) override {
@@ -87,10 +79,9 @@ class RecordingExtension final : public IDsAdminNewObjExt {
   }
 
  private:
-  ~RecordingExtension() = default;
+  ~RecordingExtension() override { log_.emplace_back("gone"); }
 
   Lines& log_;
-  std::uint32_t references_ = 0;
 };
 
 class NewObjectTest : public ::testing::Test {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/counted.h"
 #include "resources/resource.h"
 #include "tests/unit/page_bench.h"
 #include "wizards/wizard_component.h"
@@ -17,7 +18,7 @@ namespace pelora::testing {
 
 /// The console's wizard as an extension sees it, taking down what it is told: "buttons 0 on",
 /// "create NAME". Born with a count of 1; `live` says whether it is still there.
-class RecordingWizard final : public IDsAdminNewObj, public IDsAdminNewObjPrimarySite {
+class RecordingWizard final : public Counted<IDsAdminNewObj, IDsAdminNewObjPrimarySite> {
  public:
   explicit RecordingWizard(std::vector<std::string>& log, bool& live) : log_(log), live_(live) {
     live_ = true;
@@ -38,12 +39,6 @@ class RecordingWizard final : public IDsAdminNewObj, public IDsAdminNewObjPrimar
     AddRef();
     return S_OK;
   }
-  std::uint32_t AddRef() override { return ++references_; }
-  std::uint32_t Release() override {
-    const std::uint32_t left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   HRESULT SetButtons(std::uint32_t page_index, bool valid) override {
     log_.push_back("buttons " + std::to_string(page_index) + (valid ? " on" : " off"));
     return S_OK;
@@ -57,14 +52,13 @@ class RecordingWizard final : public IDsAdminNewObj, public IDsAdminNewObjPrimar
   }
   HRESULT Commit() override { return E_NOTIMPL; }
 
-  [[nodiscard]] std::uint32_t references() const { return references_; }
+  using Counted<IDsAdminNewObj, IDsAdminNewObjPrimarySite>::references;
 
  private:
-  ~RecordingWizard() { live_ = false; }
+  ~RecordingWizard() override { live_ = false; }
 
   std::vector<std::string>& log_;
   bool& live_;
-  std::uint32_t references_ = 1;
 };
 
 /// A wizard page of a class, initialised and standing open, with the console's side played by hand.

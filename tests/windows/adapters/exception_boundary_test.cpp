@@ -11,6 +11,7 @@
 #include "hosts/windows/module/win32_module_file.h"
 #include "hosts/windows/module/win32_thread_locale.h"
 #include "hosts/windows/windows_platform.h"
+#include "platform/counted.h"
 #include "tests/contract/contract_ids.h"
 #include "tests/windows/support/page_collector.h"
 #include "tests/windows/support/selection.h"
@@ -120,19 +121,15 @@ TEST_F(DialogHostTest, AWindowThatWentIsForgottenWhenTheControllerThrows) {
   EXPECT_EQ(controller_.told(), 2);
 }
 
-/// A tab whose every operation throws, and which counts its references.
-class ThrowingTab final : public pelora::IShellExtInit, public pelora::IShellPropSheetExt {
+/// A tab whose every operation throws. It lives on the stack of a test, which has one reference.
+class ThrowingTab final
+    : public pelora::Counted<pelora::IShellExtInit, pelora::IShellPropSheetExt> {
  public:
-  [[nodiscard]] std::uint32_t references() const { return references_; }
+  using CountedBy::references;
 
   HRESULT QueryInterface(const Guid&, void**) override { return E_NOINTERFACE; }
-  std::uint32_t AddRef() override { return ++references_; }
-  std::uint32_t Release() override { return --references_; }
   HRESULT Initialize(pelora::IDataObject*) override { throw std::bad_alloc(); }
   HRESULT AddPages(const AddPropSheetPage&) override { throw std::runtime_error("pages"); }
-
- private:
-  std::uint32_t references_ = 0;
 };
 
 /// What objects of the module are made with, outside of any module.
@@ -161,7 +158,7 @@ TEST(ComponentBoundary, ATabThatThrowsAnswersWithACode) {
                   ::IID_IShellExtInit, reinterpret_cast<void**>(shell.Put()), parts.context(), kRow,
                   Ref<pelora::IShellExtInit>(&tab), Ref<pelora::IShellPropSheetExt>(&tab)),
               S_OK);
-    EXPECT_EQ(tab.references(), 2U);
+    EXPECT_EQ(tab.references(), 3U);
     EXPECT_EQ(parts.module().CanUnloadNow(), S_FALSE);
     Selection selection({});
     EXPECT_EQ(shell->Initialize(nullptr, &selection, nullptr), E_OUTOFMEMORY);
@@ -174,7 +171,7 @@ TEST(ComponentBoundary, ATabThatThrowsAnswersWithACode) {
     EXPECT_EQ(pages->AddPages(collector.function(), collector.parameter()), E_UNEXPECTED);
     EXPECT_EQ(collector.offered(), 0U);
   }
-  EXPECT_EQ(tab.references(), 0U);
+  EXPECT_EQ(tab.references(), 1U);
   EXPECT_EQ(parts.module().CanUnloadNow(), S_OK);
 }
 
@@ -206,7 +203,7 @@ TEST(ComponentBoundary, AnObjectThatLacksTheInterfaceIsGoneAtOnce) {
                                                Ref<pelora::IShellPropSheetExt>(&tab)),
             E_NOINTERFACE);
   EXPECT_EQ(object, nullptr);
-  EXPECT_EQ(tab.references(), 0U);
+  EXPECT_EQ(tab.references(), 1U);
   EXPECT_EQ(parts.module().CanUnloadNow(), S_OK);
 }
 
