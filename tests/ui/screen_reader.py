@@ -62,12 +62,15 @@ def labels(node):
 
 def heard(node, path, nodes):
     """Adds what shows at and below a node, each with where it stands."""
-    name = node.get_name()
-    path = path + [name or node.get_role_name()]
-    if not node.get_state_set().contains(Atspi.StateType.SHOWING):
-        return
-    nodes[tuple(path), node.get_role_name()] = node
-    for child in children(node):
+    try:
+        path = path + [node.get_name() or node.get_role_name()]
+        if not node.get_state_set().contains(Atspi.StateType.SHOWING):
+            return
+        nodes[tuple(path), node.get_role_name()] = node
+        below = list(children(node))
+    except GLib.Error:
+        return  # It has gone meanwhile.
+    for child in below:
         heard(child, path, nodes)
 
 
@@ -110,10 +113,15 @@ def main():
             nodes = {}
             for window in (sheet, program.get_child_at_index(0)):
                 listen(window, nodes)
+            count = 0
             for (path, _), node in nodes.items():
-                for fault in faults_of(node, path):
+                try:
+                    faults, count = list(faults_of(node, path)), count + is_control(node)
+                except GLib.Error:
+                    continue  # It has gone meanwhile.
+                for fault in faults:
                     print("fault:", fault)
-            print(f"heard: {sum(is_control(node) for node in nodes.values())}")
+            print("heard:", count)
         finally:
             process.terminate()
 
