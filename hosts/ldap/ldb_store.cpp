@@ -72,8 +72,7 @@ class LdbStore final : public IDirectoryStore {
   StoreStatus WriteHeld(const Writing& write);
   /// The next requests for one transaction; fewer than it may have: there are no more.
   static std::vector<ModifyRequest> Fetch(const ModifySource& next);
-  /// Does requests in one transaction; one that a rule refuses does not keep the others from being
-  /// done.
+  /// Does requests in one transaction; a refused one does not keep the others from being done.
   std::vector<StoreStatus> ModifyTogether(std::span<const ModifyRequest> requests);
   /// Does one of them within the transaction.
   StoreStatus ModifyOne(const ModifyRequest& request, Effect& effect);
