@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QTreeView>
 
+#include "hosts/console/attributes/attributes_window.h"
 #include "hosts/console/choosers/container_browser.h"
 #include "hosts/console/choosers/search_dialog.h"
 #include "hosts/console/errands/errand_dialog.h"
@@ -14,6 +15,8 @@
 #include "hosts/console/fields/value_list.h"
 #include "hosts/console/finding/column_dialog.h"
 #include "hosts/console/finding/view_editor.h"
+#include "hosts/console/life/place_dialog.h"
+#include "hosts/console/life/rename_dialog.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/connect_dialog.h"
 #include "hosts/console/window/main_window.h"
@@ -174,6 +177,24 @@ class Tour {
         },
         nullptr);
     Look(history, "history");
+    session::PlacePlan plan{
+        .names = {kLongWord},
+        .below = {{.type = kLongText, .count = 40}},
+        .references = {
+            {.holder_dn = "CN=x", .holder = kLongWord, .field = kLongText, .target = kLongWord}}};
+    console::PlaceDialog deletion(session::AskOfRemoval(plan), nullptr);
+    Look(deletion, "delete");
+    plan.references.clear();
+    console::PlaceDialog move(session::AskOfMoving(plan, kLongWord), nullptr);
+    Look(move, "move");
+    console::RenameDialog rename(Long(), nullptr);
+    Look(rename, "rename");
+    auto* const attributes = new console::AttributesWindow(
+        Long(),
+        [] { return std::vector<session::AttributeRow>{{.attribute = "cn", .value = kLongWord}}; },
+        nullptr);
+    Look(*attributes, "attributes");
+    attributes->close();
     console::ErrandDialog errand(Long(), nullptr);
     errand.ShowProgress(1200, 5000);
     Look(errand, "errand");

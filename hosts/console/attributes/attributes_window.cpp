@@ -54,6 +54,9 @@ AttributesWindow::AttributesWindow(const QString& name, Reader read, QWidget* pa
   connect(buttons, &QDialogButtonBox::rejected, this, &AttributesWindow::reject);
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(line);
+  auto* heading = new QLabel(QStringLiteral("&Attributes:"), this);
+  heading->setBuddy(table_);
+  layout->addWidget(heading);
   layout->addWidget(table_, 1);
   layout->addWidget(buttons);
   ResizeToFit(*this, kWantedSize);

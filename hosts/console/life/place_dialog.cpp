@@ -8,6 +8,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -18,11 +19,13 @@ namespace {
 
 constexpr QSize kWantedSize(640, 420);
 constexpr int kWidth = 480;
+/// Longer names are not repeated before the line in which they are typed.
+constexpr int kLongestAsked = 24;
 
 QLabel* MakeLabel(const std::string& text, const char* name, QWidget* parent) {
-  auto* label = new QLabel(Readable(ToQString(text)), parent);
+  auto* label = new NameLabel(parent);
+  label->setText(Readable(ToQString(text)));
   label->setObjectName(QLatin1String(name));
-  ShowPlainly(*label);
   label->setWordWrap(true);
   return label;
 }
@@ -45,6 +48,9 @@ PlaceDialog::PlaceDialog(const session::PlaceQuestion& question, QWidget* parent
   if (!question.references.empty()) {
     layout->addWidget(MakeLabel(question.about_references, "place_about_references", this));
     MakeTable(question);
+    auto* label = new QLabel(QStringLiteral("Re&ferences:"), this);
+    label->setBuddy(table_);
+    layout->addWidget(label);
     layout->addWidget(table_, 1);
   }
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
@@ -54,10 +60,12 @@ PlaceDialog::PlaceDialog(const session::PlaceQuestion& question, QWidget* parent
     const QString wanted = ToQString(question.to_type);
     typed_ = new QLineEdit(this);
     typed_->setObjectName(QStringLiteral("place_typed"));
-    auto* label = new QLabel(
-        QStringLiteral("&Type \"%1\" to go on:").arg(AsPlainLabel(Readable(wanted))), this);
+    // A long name stands above, where there is room for it.
+    const QString what = wanted.size() > kLongestAsked ? QStringLiteral("this name")
+                                                       : QStringLiteral("\"%1\"").arg(wanted);
+    auto* label =
+        new QLabel(QStringLiteral("&Type %1 to go on:").arg(AsPlainLabel(Readable(what))), this);
     label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
     label->setBuddy(typed_);
     layout->addWidget(label);
     layout->addWidget(typed_);
