@@ -70,7 +70,7 @@ std::int32_t NumberIn(const std::string& text) {
   return is_number ? std::max(number, 0) : 0;
 }
 
-std::string Shown(const FieldValue& value) {
+std::string Shown(const HeldValue& value) {
   return value.text.empty() ? std::string(kNotSet) : value.text;
 }
 
@@ -96,11 +96,11 @@ void GatherValues(PageFields& fields, const ldap::Schema& schema,
     breathe();
   }
   for (std::size_t field = 0; field < count; ++field) {
-    std::vector<FieldValue>& values = gathered[field].values;
+    std::vector<HeldValue>& values = gathered[field].values;
     for (auto& [text, names] : objects[field]) {
       values.push_back({.text = text, .objects = std::move(names)});
     }
-    std::ranges::stable_sort(values, [](const FieldValue& left, const FieldValue& right) {
+    std::ranges::stable_sort(values, [](const HeldValue& left, const HeldValue& right) {
       return left.objects.size() > right.objects.size();
     });
     breathe();
@@ -108,18 +108,18 @@ void GatherValues(PageFields& fields, const ldap::Schema& schema,
   fields.gathered = std::move(gathered);
 }
 
-std::span<const FieldValue> ValuesOf(const PageFields& fields, std::size_t field) {
+std::span<const HeldValue> ValuesOf(const PageFields& fields, std::size_t field) {
   if (field >= fields.gathered.size()) return {};
   return fields.gathered[field].values;
 }
 
-std::string ValuesInPlace(std::span<const FieldValue> values) {
+std::string ValuesInPlace(std::span<const HeldValue> values) {
   if (values.empty()) return {};
   if (values.size() == 1) {
     return values.front().text.empty() ? std::string(kNotSet) : std::string();
   }
   std::string text;
-  for (const FieldValue& value : values.first(std::min(kNamed, values.size()))) {
+  for (const HeldValue& value : values.first(std::min(kNamed, values.size()))) {
     text += (text.empty() ? "different: " : ", ") + Shown(value) + " (" +
             std::to_string(value.objects.size()) + ")";
   }
@@ -127,9 +127,9 @@ std::string ValuesInPlace(std::span<const FieldValue> values) {
   return text;
 }
 
-std::string ValuesAsLines(std::span<const FieldValue> values) {
+std::string ValuesAsLines(std::span<const HeldValue> values) {
   std::string lines;
-  for (const FieldValue& value : values.first(std::min(kNamed, values.size()))) {
+  for (const HeldValue& value : values.first(std::min(kNamed, values.size()))) {
     lines += (lines.empty() ? "" : "\n") + Shown(value) + ": ";
     const std::size_t named = std::min(kNamed, value.objects.size());
     for (std::size_t at = 0; at < named; ++at) lines += (at == 0 ? "" : ", ") + value.objects[at];

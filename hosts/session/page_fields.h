@@ -15,7 +15,7 @@
 namespace pelora::session {
 
 /// A value that some of the selected objects have in a field.
-struct FieldValue {
+struct HeldValue {
   /// As a person reads it: "yes" or "no" for a flag, a choice's own text. Empty: not set.
   std::string text;
   /// Names of the objects, in the order of the selection.
@@ -33,7 +33,7 @@ struct FeatureCounts {
 /// What the selected objects have in one field.
 struct GatheredField {
   /// See `ValuesOf`.
-  std::vector<FieldValue> values;
+  std::vector<HeldValue> values;
   /// Of a switch.
   FeatureCounts counts;
   /// Of a field of numbers: that of each object, in the order of the selection; 0: none.

@@ -69,7 +69,7 @@ void FieldMenu::Open(QWidget& control, std::size_t field, const QPoint& place) {
 }
 
 void FieldMenu::ShowValues(QWidget& control, std::size_t field) {
-  const std::span<const session::FieldValue> values = session::ValuesOf(page_.fields(), field);
+  const std::span<const session::HeldValue> values = session::ValuesOf(page_.fields(), field);
   if (values.empty()) return;
   auto* const list =
       new ValueList(ToQString(page_.fields().labels.at(field)), values, control.window());

@@ -88,7 +88,7 @@ void PageCare::ShowValuesInPlace() {
     if (auto* const box = dynamic_cast<AutoCheckBox*>(widget)) {
       box->SetUndecidedOrder(fields_.touched.WasUndecided(field));
     }
-    const std::span<const session::FieldValue> values = session::ValuesOf(fields_, field);
+    const std::span<const session::HeldValue> values = session::ValuesOf(fields_, field);
     if (values.size() > 1) {
       SetPlainToolTip(*widget, ToQString(session::ValuesAsLines(values)));
     }

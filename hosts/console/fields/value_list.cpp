@@ -21,16 +21,16 @@ constexpr int kWidth = 70;
 constexpr int kValueWidth = 24;
 constexpr int kLines = 12;
 
-QString Shown(const session::FieldValue& value) {
+QString Shown(const session::HeldValue& value) {
   return value.text.empty() ? QStringLiteral("not set") : Readable(ToQString(value.text));
 }
 
 /// One row for each object; texts are made when they are drawn.
 class ValueRows final : public QAbstractTableModel {
  public:
-  ValueRows(std::span<const session::FieldValue> values, QObject* parent)
+  ValueRows(std::span<const session::HeldValue> values, QObject* parent)
       : QAbstractTableModel(parent), values_(values.begin(), values.end()) {
-    for (const session::FieldValue& value : values_) {
+    for (const session::HeldValue& value : values_) {
       ends_.push_back((ends_.empty() ? 0 : ends_.back()) + value.objects.size());
     }
   }
@@ -45,7 +45,7 @@ class ValueRows final : public QAbstractTableModel {
     if (role != Qt::DisplayRole) return {};
     const auto row = static_cast<std::size_t>(index.row());
     const auto end = std::ranges::upper_bound(ends_, row);
-    const session::FieldValue& value = values_[static_cast<std::size_t>(end - ends_.begin())];
+    const session::HeldValue& value = values_[static_cast<std::size_t>(end - ends_.begin())];
     if (index.column() == 0) return Shown(value);
     return Readable(ToQString(value.objects[row - (*end - value.objects.size())]));
   }
@@ -56,14 +56,14 @@ class ValueRows final : public QAbstractTableModel {
   }
 
  private:
-  std::vector<session::FieldValue> values_;
+  std::vector<session::HeldValue> values_;
   /// Behind the last row of each value.
   std::vector<std::size_t> ends_;
 };
 
 }  // namespace
 
-ValueList::ValueList(const QString& label, std::span<const session::FieldValue> values,
+ValueList::ValueList(const QString& label, std::span<const session::HeldValue> values,
                      QWidget* parent)
     : QDialog(parent) {
   setObjectName(QStringLiteral("value_list"));

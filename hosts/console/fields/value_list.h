@@ -12,7 +12,7 @@ namespace pelora::console {
 class ValueList final : public QDialog {
  public:
   /// The values are copied.
-  ValueList(const QString& label, std::span<const session::FieldValue> values, QWidget* parent);
+  ValueList(const QString& label, std::span<const session::HeldValue> values, QWidget* parent);
 };
 
 }  // namespace pelora::console
