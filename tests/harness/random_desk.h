@@ -26,13 +26,21 @@ class RandomDesk final : public session::IWritingDesk {
     std::set<std::string> taken_out;
     std::set<std::pair<std::string, std::string>> theirs;
     bool has_gone_back = false;
+
+    void Add(const Answers& others) {
+      taken_out.insert(others.taken_out.begin(), others.taken_out.end());
+      theirs.insert(others.theirs.begin(), others.theirs.end());
+    }
   };
   [[nodiscard]] Answers Take() { return std::exchange(answers_, {}); }
 
   [[nodiscard]] bool ReviewsEverything() const override { return reviews_everything_; }
   [[nodiscard]] bool ShowReview(IDialog* /*owner*/, session::Review& review) override {
     reviews_everything_ = Roll(2) == 0;
-    if (Roll(8) == 0) return !(answers_.has_gone_back = true);
+    if (Roll(8) == 0) {
+      answers_.has_gone_back = true;
+      return false;
+    }
     for (session::ReviewedChange& change : review.changes) {
       change.is_wanted = Roll(4) != 0;
       if (!change.is_wanted) answers_.taken_out.insert(change.dn);

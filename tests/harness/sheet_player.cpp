@@ -18,6 +18,8 @@ using Lines = std::vector<std::string>;
 const std::string kBase = std::string(",") + MemoryStore::kBase;
 const Lines kChosen = {"CN=chosen" + kBase, "CN=another" + kBase};
 constexpr std::size_t kMostObjects = 4;
+/// Several users are given one list of these, as it stands in its dialog.
+constexpr std::string_view kGivenWhole = "peloraUserArchiveServers";
 
 /// Objects of a class, of which the selection is a random part.
 Lines SomeNames(unsigned seed) {
@@ -49,8 +51,8 @@ std::set<std::string> Difference(const ldap::AttributeValues& left,
 }
 
 bool IsText(const FieldRow& row) {
-  return (row.kind == FieldKind::kNumber || row.kind == FieldKind::kText) && row.entry.empty() &&
-         !row.is_read_only;
+  const bool is_typed = row.kind == FieldKind::kNumber || row.kind == FieldKind::kText;
+  return is_typed && row.entry.empty() && !row.is_read_only;
 }
 
 }  // namespace
@@ -120,18 +122,21 @@ void SheetPlayer::Open() {
     if (touched.HasChangedFields()) return scene_.sheet().machine().SetModified(page, true);
     if (!touched.HasOtherEdits()) scene_.sheet().machine().SetModified(page, false);
   };
-  Begin();
+  Begin(true);
   ++played_.sheets;
   if (names_.size() > 1) ++played_.of_several;
 }
 
-void SheetPlayer::Begin() {
+void SheetPlayer::Begin(bool is_opened_anew) {
   shown_.clear();
-  handled_.clear();
+  const bool keeps_rows = !is_opened_anew && names_.size() > 1;
+  std::erase_if(handled_, [&](const FieldKey& key) {
+    return !keeps_rows || Touched(key.first).Row(key.second).entry.empty();
+  });
   removed_.clear();
   unwritten_.clear();
   answers_ = {};
-  editor_.ForgetHandled();
+  if (handled_.empty()) editor_.ForgetHandled();
   for (std::size_t page = 0; page < scene_.PageCount(); ++page) {
     if (scene_.sheet().Dialog(page) == nullptr) continue;
     for (std::size_t field = 0; field < Touched(page).Count(); ++field) {
@@ -189,7 +194,14 @@ void SheetPlayer::RemoveSomething() {
 
 void SheetPlayer::Meddle() {
   const std::string& name = names_[Roll(names_.size())];
-  const Attribute& attribute = kAttributeCatalogue[Roll(kAttributeCatalogue.size())];
+  std::size_t place = Roll(kAttributeCatalogue.size());
+  if (!handled_.empty() && Roll(2) == 0) {
+    // The two meet.
+    const auto& [page, field] = *handled_.rbegin();
+    const std::string_view met = Touched(page).Row(field).attributes.front();
+    while (kAttributeCatalogue[place].name != met) place = (place + 1) % kAttributeCatalogue.size();
+  }
+  const Attribute& attribute = kAttributeCatalogue[place];
   if (attribute.multi_selection == MultiSelectionRule::kNeverWritten) return;
   ldap::Entry entry{.dn = name, .attributes = memory_.Stored(name)};
   const ldap::AttributeValues values = AnyValues(attribute);
@@ -242,6 +254,9 @@ std::map<std::string, std::string> SheetPlayer::TypedTexts(const std::vector<Fie
   for (const auto& [page, field] : fields) {
     const FieldRow& row = Touched(page).Row(field);
     if (!IsText(row) || !Page(page).IsEnabled(row.control)) continue;
+    // Set back to what was read it asks for nothing, whatever is there by now.
+    const bool is_set_back = Page(page).Text(row.control) == shown_.at({page, field});
+    if (is_set_back && !removed_.contains({page, field})) continue;
     typed[std::string(row.attributes.front())] = Page(page).Text(row.control);
   }
   return typed;
@@ -272,7 +287,7 @@ void SheetPlayer::ExpectNothingElse(const Entries& before, const std::set<std::s
       EXPECT_FALSE(answers.taken_out.contains(selected[key])) << "the object was taken out";
       EXPECT_FALSE(answers.theirs.contains({selected[key], name})) << "theirs was to stay";
       EXPECT_TRUE(attributes.contains(name)) << "nobody has touched it";
-      if (!IsSeveral(name)) continue;
+      if (!IsSeveral(name) || (names_.size() > 1 && name == kGivenWhole)) continue;
       for (const std::string& value : Difference(old, given)) {
         EXPECT_TRUE(handled.contains(value)) << "nobody has touched " << value;
       }
@@ -324,8 +339,7 @@ void SheetPlayer::Apply(bool is_ok) {
   ExpectNothingElse(before, attributes, answers);
   played_.taken_out += answers.taken_out.size();
   played_.theirs_kept += answers.theirs.size();
-  answers_.taken_out.insert(answers.taken_out.begin(), answers.taken_out.end());
-  answers_.theirs.insert(answers.theirs.begin(), answers.theirs.end());
+  answers_.Add(answers);
   if (!was_to_be_applied) return;
   if (!is_done) {
     ++played_.not_applied;
@@ -336,7 +350,7 @@ void SheetPlayer::Apply(bool is_ok) {
   ExpectStored(typed);
   // As the console has it: what shows something that is not there is opened anew.
   if (is_ok || scene_.guarded().is_outdated()) return Open();
-  Begin();
+  Begin(false);
 }
 
 void SheetPlayer::Cancel() {

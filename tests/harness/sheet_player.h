@@ -77,8 +77,10 @@ class SheetPlayer {
   /// Whether something wrong keeps the sheet from being applied.
   [[nodiscard]] bool IsHeld();
 
-  /// What the controls show counts as what nobody has touched.
-  void Begin();
+  /// What the controls show counts as what nobody has touched. A row of a list view that was chosen
+  /// to be so for several objects stays chosen as long as the sheet is open: those of them that
+  /// were taken out come again with the tab's next change.
+  void Begin(bool is_opened_anew);
   [[nodiscard]] std::vector<FieldKey> TouchedFields();
   [[nodiscard]] std::map<std::string, std::string> TypedTexts(const std::vector<FieldKey>& fields);
   void ExpectNothingElse(const Entries& before, const std::set<std::string>& attributes,
