@@ -41,6 +41,8 @@ bool ModalScripts::eventFilter(QObject* object, QEvent* event) {
 void ModalScripts::Play() {
   const QPointer<QWidget> window = QApplication::activeModalWidget();
   if (!window) return;
+  // A window that comes up on a slow machine only is no script's, where a test says so.
+  if (qApp->property("passed_over") == window->objectName()) return;
   if (scripts_.empty()) {
     ADD_FAILURE() << "nobody awaits this window: " << Describe(*window);
   } else {

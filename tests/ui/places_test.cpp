@@ -35,12 +35,17 @@ const std::string kRooms = "OU=Räume und Geräte," + kCompany;
 class PlacesWindow : public WritingSheet {
  protected:
   PlacesWindow() : window_(module()) {
+    // What is read beside the window may take its time.
+    qApp->setProperty("passed_over", QStringLiteral("errand"));
     if (!window_.SetSession(TakeSession())) throw std::runtime_error("no session");
     window_.show();
     window_.activateWindow();
     GoTo(kSales);
   }
-  ~PlacesWindow() override { Settle(); }
+  ~PlacesWindow() override {
+    Settle();
+    qApp->setProperty("passed_over", QVariant());
+  }
 
   void Settle() {
     QCoreApplication::processEvents();
@@ -50,8 +55,12 @@ class PlacesWindow : public WritingSheet {
   /// Plays to the next window once it has the keyboard, as it has in front of a person.
   void In(const char* name, std::function<void(QWidget& window)> act) {
     WritingSheet::In(name, [act = std::move(act)](QWidget& window) {
-      window.activateWindow();
-      EXPECT_TRUE(QTest::qWaitForWindowActive(&window, kPatience));
+      QApplication::setActiveWindow(&window);
+      const auto has_keyboard = [&window] {
+        const QWidget* const focused = QApplication::focusWidget();
+        return focused != nullptr && window.isAncestorOf(focused);
+      };
+      EXPECT_TRUE(QTest::qWaitFor(has_keyboard, kPatience));
       act(window);
     });
   }
