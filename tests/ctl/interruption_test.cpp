@@ -54,14 +54,19 @@ class StuckProgram {
   StuckProgram& operator=(const StuckProgram&) = delete;
   ~StuckProgram() { close(reader_); }
 
-  void WaitForOutput() const {
-    std::array<char, 1> first{};
-    // Taken off the first line, which says "changed".
-    if (read(reader_, first.data(), first.size()) != 1) throw std::runtime_error("no output");
+  /// Takes off what it prints up to the first that says "changed"; some may be so already.
+  void WaitForChange() const {
+    for (std::string printed = "\n"; !printed.ends_with("\nchanged\t");) {
+      std::array<char, 1> next{};
+      if (read(reader_, next.data(), next.size()) != 1) throw std::runtime_error("no change");
+      printed += next[0];
+    }
   }
   /// Waits until it has written something and then no more.
   void WaitUntilStuck() const {
-    WaitForOutput();
+    std::array<char, 1> first{};
+    // Taken off the first line, which says "changed".
+    if (read(reader_, first.data(), first.size()) != 1) throw std::runtime_error("no output");
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
   }
   void Signal(int signal) const { kill(child_, signal); }
@@ -121,7 +126,7 @@ TEST_F(InterruptionTest, WhateverHappensTheUndoFileHasWhatWasChanged) {
                                 "--class", "user", "peloraHidden=yes", "--undo-file",
                                 File("undo")});
     // Something has been changed, and how much does not matter.
-    program.WaitForOutput();
+    program.WaitForChange();
     program.Signal(SIGKILL);
     EXPECT_EQ(program.Wait(), -SIGKILL);
   }
