@@ -130,8 +130,9 @@ class Tour {
     preview.show();
     AwaitRows(preview, "query_results", 2);
     Look(preview, "query");
-    console::ValueList values(Long(), {{.text = kLongText, .objects = {kLongWord, "Birgit"}}},
-                              nullptr);
+    const std::vector<session::HeldValue> held = {
+        {.text = kLongText, .objects = {kLongWord, "Birgit"}}};
+    console::ValueList values(Long(), held, nullptr);
     Look(values, "values");
   }
 
@@ -151,7 +152,7 @@ class Tour {
     review.changes = {{.dn = "CN=x",
                        .name = kLongWord,
                        .fields = {{"peloraHidden", kLongText, kLongWord, kLongText}}}};
-    review.ldif = [] { return "dn: " + kLongWord + "\n"; };
+    review.ldif_of = [](std::size_t /*at*/) { return "dn: " + kLongWord + "\n"; };
     console::ReviewDialog reviewed(review, nullptr);
     Look(reviewed, "review");
     const std::vector<session::WrittenChange> results = {
