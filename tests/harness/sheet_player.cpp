@@ -161,7 +161,7 @@ void SheetPlayer::EditSomething() {
   Tell("edited " + row.name + ": " + ShownIn(Page(page), row));
   handled_.emplace(page, field);
   // Typed over, it is as any other edit.
-  removed_.erase({page, field});
+  if (!ShownIn(Page(page), row).empty()) removed_.erase({page, field});
   ++played_.edits;
 }
 
@@ -254,10 +254,10 @@ std::map<std::string, std::string> SheetPlayer::TypedTexts(const std::vector<Fie
   for (const auto& [page, field] : fields) {
     const FieldRow& row = Touched(page).Row(field);
     if (!IsText(row) || !Page(page).IsEnabled(row.control)) continue;
-    // Set back to what was read it asks for nothing, whatever is there by now.
-    const bool is_set_back = Page(page).Text(row.control) == shown_.at({page, field});
-    if (is_set_back && !removed_.contains({page, field})) continue;
-    typed[std::string(row.attributes.front())] = Page(page).Text(row.control);
+    // What is as it was read asks for nothing, whatever is there by now; nothing and 0 may be.
+    const std::string text = Page(page).Text(row.control);
+    if (text.empty() || text == "0" || text == shown_.at({page, field})) continue;
+    typed[std::string(row.attributes.front())] = text;
   }
   return typed;
 }
