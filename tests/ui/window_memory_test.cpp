@@ -22,7 +22,9 @@ namespace {
 
 using pelora::testing::FailingAllocations;
 
-constexpr std::size_t kTriedInShort = 12;
+/// The first, wherever it is: which of the others is met depends on what else is under way, and
+/// some of the toolkit's own containers, which are compiled with our code, cannot bear it.
+constexpr std::size_t kTriedInShort = 1;
 constexpr int kPatience = 60000;
 
 bool IsOurs(const void* code) {

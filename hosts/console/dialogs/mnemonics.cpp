@@ -6,8 +6,8 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QMap>
-#include <QSet>
 #include <algorithm>
+#include <set>
 #include <vector>
 
 #include "hosts/console/text/qt_text.h"
@@ -87,8 +87,9 @@ class Letters {
   std::vector<Caption> captions_;
   std::vector<qsizetype> places_;
   QMap<QChar, std::size_t> owners_;
-  QSet<QChar> taken_;
-  QSet<QChar> asked_;
+  // The toolkit's own sets end the program where there is no memory.
+  std::set<QChar> taken_;
+  std::set<QChar> asked_;
 };
 
 }  // namespace
