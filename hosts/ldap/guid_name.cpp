@@ -31,14 +31,19 @@ std::string_view DomainOf(std::string_view dn) {
 
 }  // namespace
 
+std::string GuidBytesText(std::string_view guid) {
+  std::string text;
+  for (std::size_t at = 0; at < kGuidBytes && guid.size() == kGuidBytes; ++at) {
+    if (BeginsPart(at)) text += '-';
+    const auto byte = static_cast<unsigned char>(guid[kOrder.at(at)]);
+    text += {kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+  }
+  return text;
+}
+
 std::string DeletedName(std::string_view dn, std::string_view guid) {
   std::string name(FirstPart(dn));
-  name += kMark;
-  for (std::size_t at = 0; at < kGuidBytes && guid.size() == kGuidBytes; ++at) {
-    if (BeginsPart(at)) name += '-';
-    const auto byte = static_cast<unsigned char>(guid[kOrder.at(at)]);
-    name += {kDigits[byte >> 4U], kDigits[byte & 0xFU]};
-  }
+  name.append(kMark).append(GuidBytesText(guid));
   return name.append(",").append(kContainer).append(DomainOf(dn));
 }
 

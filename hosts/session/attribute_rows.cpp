@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/session/attribute_rows.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
 
 #include "directory/ascii_case.h"
+#include "hosts/ldap/guid_name.h"
 #include "hosts/session/utf8_check.h"
 #include "hosts/session/visible_text.h"
-#include "server/guid_text.h"
 
 namespace pelora::session {
 namespace {
@@ -39,19 +38,6 @@ std::string BytesText(const std::string& value) {
          std::to_string(value.size()) + " bytes)";
 }
 
-/// The first three parts are numbers, lowest byte first.
-std::optional<std::string> NumberText(const std::string& value) {
-  if (value.size() != kGuidBytes) return std::nullopt;
-  Guid guid{.data1 = Byte(value, 0) | Byte(value, 1) << 8U | Byte(value, 2) << 16U |
-                     Byte(value, 3) << 24U,
-            .data2 = static_cast<std::uint16_t>(Byte(value, 4) | Byte(value, 5) << 8U),
-            .data3 = static_cast<std::uint16_t>(Byte(value, 6) | Byte(value, 7) << 8U)};
-  std::ranges::copy(value.substr(8), guid.data4.begin());
-  // Without its braces.
-  const std::string text = GuidText(guid);
-  return text.substr(1, text.size() - 2);
-}
-
 /// "S-1-5-21-...": a version, an authority of six bytes, and parts of four bytes, lowest first.
 std::optional<std::string> SidText(const std::string& value) {
   constexpr std::size_t kHead = 8;
@@ -75,7 +61,9 @@ std::string ValueText(const ldap::Schema& schema, const std::string& attribute,
                                  type->syntax == ldap::Syntax::kSecurityDescriptor);
   if (!is_bytes && !FirstInvalidByte(value) && value.find('\0') == std::string::npos) return value;
   std::optional<std::string> known;
-  if (EqualsWithoutCase(attribute, "objectGUID")) known = NumberText(value);
+  if (EqualsWithoutCase(attribute, "objectGUID") && value.size() == kGuidBytes) {
+    known = ldap::GuidBytesText(value);
+  }
   if (EqualsWithoutCase(attribute, "objectSid")) known = SidText(value);
   return known ? *known : BytesText(value);
 }

@@ -28,7 +28,7 @@ TEST(AttributeRows, TextsStandAsTheyAreARowForEachValue) {
 
 TEST(AttributeRows, NumbersOfObjectsHaveTheirUsualForm) {
   const std::string guid("\x33\x22\x11\x00\x55\x44\x77\x66\x88\x99\xAA\xBB\xCC\xDD\xEE\xFF", 16);
-  EXPECT_EQ(Rows("objectguid", {guid}), "objectguid\t00112233-4455-6677-8899-AABBCCDDEEFF\n");
+  EXPECT_EQ(Rows("objectguid", {guid}), "objectguid\t00112233-4455-6677-8899-aabbccddeeff\n");
   const std::string sid("\x01\x02\x00\x00\x00\x00\x00\x05\x15\x00\x00\x00\x00\x00\x00\x80", 16);
   EXPECT_EQ(Rows("objectSid", {sid}), "objectSid\tS-1-5-21-2147483648\n");
 }
