@@ -254,7 +254,8 @@ std::map<std::string, std::string> SheetPlayer::TypedTexts(const std::vector<Fie
   for (const auto& [page, field] : fields) {
     const FieldRow& row = Touched(page).Row(field);
     if (!IsText(row) || !Page(page).IsEnabled(row.control)) continue;
-    // What is as it was read asks for nothing, whatever is there by now; nothing and 0 may be.
+    // What is as it was read, as nothing and 0 may be, and what some have already, is not sent.
+    if (unwritten_.contains({page, field})) continue;
     const std::string text = Page(page).Text(row.control);
     if (text.empty() || text == "0" || text == shown_.at({page, field})) continue;
     typed[std::string(row.attributes.front())] = text;
@@ -393,8 +394,7 @@ void SheetPlayer::Play(std::size_t steps) {
     SCOPED_TRACE("step " + std::to_string(step));
     Step();
   }
-  if (::testing::Test::HasFailure()) return;
-  Apply(true);
+  if (!::testing::Test::HasFailure()) Apply(true);
 }
 
 }  // namespace pelora::testing
