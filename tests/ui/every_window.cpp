@@ -197,6 +197,8 @@ class Tour {
     Look(*attributes, "attributes");
     attributes->close();
     console::ErrandDialog errand(Long(), nullptr);
+    // Nobody waits for this one.
+    errand.setWindowModality(Qt::NonModal);
     errand.ShowProgress(1200, 5000);
     Look(errand, "errand");
   }

@@ -69,7 +69,7 @@ TEST_F(FeaturesSheet, ScreenReadersAreToldWhatEachControlIs) {
 QColor TextColor(const QTreeWidget& view, RowIndex row, int column) {
   const QModelIndex cell = view.model()->index(static_cast<int>(row), column);
   // Without the frame that the row with the keyboard has.
-  constexpr int kFrame = 2;
+  constexpr int kFrame = 4;
   const QRect place = view.visualRect(cell).adjusted(kFrame, kFrame, -kFrame, -kFrame);
   const QImage drawn = view.viewport()->grab(place).toImage();
   const int ground = qGray(view.palette().color(QPalette::Base).rgb());
