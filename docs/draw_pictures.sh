@@ -38,6 +38,7 @@ pictures=(
   conflicts conflicts-light
   results results-light
   history history-light
+  commands commands
   new-user-name new-user-1
   new-user-password new-user-2
   new-user new-user-3
