@@ -102,7 +102,8 @@ class Tour {
     open.sheet().SelectPage(1);
     contract::QtPlayer page(open.sheet().Dialog(1)->widget());
     PlayTo("archive-servers");
-    page.DoubleClickListViewCell(IDC_FEATURE_LIST, kArchiverRow, 1);
+    open.sheet().Dialog(1)->ListView(IDC_FEATURE_LIST).SetSelected(kArchiverRow, true);
+    page.Click(IDC_FEATURE_PROPERTIES);
     open.sheet().SelectPage(0);
     open.user().Click(IDC_PELORA_HIDDEN);
     PlayTo("discard-question");
