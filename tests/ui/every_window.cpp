@@ -105,7 +105,8 @@ class Tour {
     open.sheet().Dialog(1)->ListView(IDC_FEATURE_LIST).SetSelected(kArchiverRow, true);
     page.Click(IDC_FEATURE_PROPERTIES);
     open.sheet().SelectPage(0);
-    open.user().Click(IDC_PELORA_HIDDEN);
+    // The player's hand knows boxes from left to right only.
+    open.dialog().Click(IDC_PELORA_HIDDEN);
     PlayTo("discard-question");
     open.ClickCancel();
   }
