@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/lab/sasl_layer.h"
 
+#include <ldap.h>
+
 #include <stdexcept>
 
 namespace pelora::lab {
@@ -21,6 +23,10 @@ bool HasStrength(sasl_conn_t* connection) {
 }  // namespace
 
 SaslLayer::SaslLayer(unsigned most_strength, const std::string& host) {
+  // The LDAP library gives SASL its own locks when it is used first. What SASL has made before that
+  // it would hand to the wrong ones: a client on another thread must not be the first.
+  int version = 0;
+  ldap_get_option(nullptr, LDAP_OPT_PROTOCOL_VERSION, &version);
   // For the whole process; the library counts.
   Require(sasl_server_init(nullptr, "pelora-lab"), "sasl_server_init");
   Require(
