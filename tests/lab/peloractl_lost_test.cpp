@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The built command line in the middle of many objects, when the server goes away.
+#include <atomic>
 #include <nlohmann/json.hpp>
 #include <thread>
 
@@ -44,14 +45,17 @@ class LostConnection : public LabPeloractl {
                                  const std::function<void()>& in_the_middle) const {
     const std::string server = Server() + ":" + std::to_string(relay->port());
     const std::string report = folder_.File("report");
+    // A run that ends before that has no middle, and says itself what became of it.
+    std::atomic<bool> has_ended = false;
     std::thread other([&] {
-      while (LinesOf(report) < kDoneBefore) {
+      while (!has_ended && LinesOf(report) < kDoneBefore) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
       }
-      in_the_middle();
+      if (!has_ended) in_the_middle();
     });
     std::ofstream(report, std::ios::trunc).close();
     ProgramRun run = CtlOn(server, "apply '" + table + "' --report '" + report + "'");
+    has_ended = true;
     other.join();
     return run;
   }
