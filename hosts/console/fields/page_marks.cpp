@@ -95,8 +95,11 @@ void PageMarks::paintEvent(QPaintEvent* /*event*/) {
     painter.setFont(hint.control->font());
     painter.setPen(hint.control->palette().color(IsSelected(hint) ? QPalette::HighlightedText
                                                                   : QPalette::PlaceholderText));
+    // A field's own text begins at the left in either direction.
+    const Qt::Alignment end =
+        hint.row < 0 ? Qt::AlignRight | Qt::AlignAbsolute : Qt::Alignment(Qt::AlignTrailing);
     painter.drawText(place.adjusted(kHintMargin, 0, -kHintMargin, 0),
-                     Qt::AlignVCenter | Qt::AlignTrailing, hint.text);
+                     static_cast<int>(Qt::AlignVCenter | end), hint.text);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -105,7 +106,13 @@ bool QtPropertySheet::IsWhole() const { return size().expandedTo(sizeHint()) == 
 void QtPropertySheet::MakeRoom() {
   // The layout hears of a new page only later.
   tabs_->updateGeometry();
-  resize(size().expandedTo(sizeHint()).boundedTo(RoomOnScreen(*this)));
+  const QSize room = RoomOnScreen(*this);
+  QSize wanted = size().expandedTo(sizeHint());
+  // What has to be scrolled down has its bar beside it, not over it.
+  if (wanted.height() > room.height()) {
+    wanted.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  }
+  resize(wanted.boundedTo(room));
 }
 
 void QtPropertySheet::OrderTabs() {
