@@ -17,8 +17,18 @@
 #include "tests/support/long_form.h"
 #include "tests/support/memory_store.h"
 
+/// The sanitizer's own count, where it has replaced the allocator.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes() __attribute__((weak));
+
 namespace pelora::testing {
 namespace {
+
+/// Bytes that were asked for and not given back.
+std::size_t AllocatedBytes() {
+  return __sanitizer_get_current_allocated_bytes == nullptr
+             ? mallinfo2().uordblks
+             : __sanitizer_get_current_allocated_bytes();
+}
 
 std::size_t EntriesOf(const std::filesystem::path& folder) {
   return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder),
@@ -27,8 +37,7 @@ std::size_t EntriesOf(const std::filesystem::path& folder) {
 
 /// What the process holds.
 struct Holdings {
-  /// Bytes that were asked for and not given back.
-  std::size_t memory = mallinfo2().uordblks;
+  std::size_t memory = AllocatedBytes();
   std::size_t files = EntriesOf("/proc/self/fd");
   std::size_t threads = EntriesOf("/proc/self/task");
 };
