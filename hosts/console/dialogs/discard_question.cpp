@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QTreeView>
 
+#include "hosts/console/dialogs/qt_dialog.h"
+
 namespace pelora::console {
 namespace {
 
@@ -35,7 +37,7 @@ bool MayDiscard(QWidget& window, const QString& question) {
   QPushButton* keep = box.addButton(QStringLiteral("&Keep Editing"), QMessageBox::RejectRole);
   box.setDefaultButton(keep);
   box.setEscapeButton(keep);
-  box.exec();
+  RunModal(box);
   return box.clickedButton() == discard;
 }
 

@@ -2,7 +2,6 @@
 #include "hosts/console/sheets/property_sheet.h"
 
 #include <QDialogButtonBox>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
@@ -11,6 +10,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "hosts/console/dialogs/discard_question.h"
 #include "hosts/console/dialogs/mnemonics.h"
 #include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/qt_text.h"
@@ -158,17 +158,7 @@ void QtPropertySheet::accept() {
 }
 
 bool QtPropertySheet::MayDiscard() {
-  QMessageBox question(QMessageBox::Question, windowTitle(),
-                       QStringLiteral("Discard the changes that were not applied?"),
-                       QMessageBox::NoButton, this);
-  question.setObjectName(QStringLiteral("discard_question"));
-  QAbstractButton* discard =
-      question.addButton(QStringLiteral("&Discard"), QMessageBox::DestructiveRole);
-  QPushButton* keep = question.addButton(QStringLiteral("&Keep Editing"), QMessageBox::RejectRole);
-  question.setDefaultButton(keep);
-  question.setEscapeButton(keep);
-  RunModal(question);
-  return question.clickedButton() == discard;
+  return console::MayDiscard(*this, QStringLiteral("Discard the changes that were not applied?"));
 }
 
 void QtPropertySheet::reject() {
