@@ -14,7 +14,7 @@
 namespace pelora::session {
 namespace {
 
-constexpr std::string_view kDigits = "0123456789abcdef";
+constexpr std::string_view kHexDigits = "0123456789abcdef";
 /// Of longer values the beginning is shown.
 constexpr std::size_t kShownBytes = 64;
 constexpr std::size_t kGuidBytes = 16;
@@ -27,7 +27,7 @@ std::string Hex(std::string_view bytes) {
   std::string text;
   for (const char letter : bytes) {
     const auto byte = static_cast<unsigned char>(letter);
-    text += {kDigits[byte >> 4U], kDigits[byte & 0xFU]};
+    text += {kHexDigits[byte >> 4U], kHexDigits[byte & 0xFU]};
   }
   return text;
 }

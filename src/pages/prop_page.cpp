@@ -106,9 +106,11 @@ bool CPropPage::RefuseUnloadedEdits(HRESULT loaded) {
   }
   edited_unloaded_ = false;
   SetModified(false);
-  ShowError(E_FAIL, std::string(kValidationFailed) +
-                        "The settings could not be read before and are shown only now. "
-                        "Please enter your changes again");
+  std::string message(kValidationFailed);
+  message.append(
+      "The settings could not be read before and are shown only now. Please enter your changes "
+      "again");
+  ShowError(E_FAIL, message);
   return false;
 }
 

@@ -59,7 +59,8 @@ class CountedPort : public Counted<Interface> {
   }
 
  protected:
-  using Counted<Interface>::CountedBy;
+  using Base = Counted<Interface>;
+  using Base::Base;
 };
 
 }  // namespace pelora

@@ -12,7 +12,7 @@
 // What a wizard owes the pages of its extensions (platform/shell_extension.h, the page
 // notifications of platform/dialog_controller.h), as one suite that every wizard runs:
 //
-//   INSTANTIATE_TEST_SUITE_P(Headless, WizardContract, testing::Values(&MakeHeadlessWizard));
+//   INSTANTIATE_TEST_SUITE_P(Headless, WizardContract, ::testing::Values(&MakeHeadlessWizard));
 //
 // in a program that links pelora_wizard_contract. The pages' templates are those of
 // contract_dialogs.rc.
@@ -44,7 +44,7 @@ class WizardDriver {
 
 using WizardFactory = std::unique_ptr<WizardDriver> (*)();
 
-class WizardContract : public testing::TestWithParam<WizardFactory> {
+class WizardContract : public ::testing::TestWithParam<WizardFactory> {
  protected:
   [[nodiscard]] WizardDriver& Wizard() { return *wizard_; }
   /// Destroys the wizard, open or not.

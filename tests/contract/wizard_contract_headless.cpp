@@ -39,7 +39,7 @@ class HeadlessWizardDriver final : public WizardDriver {
 
 std::unique_ptr<WizardDriver> MakeWizard() { return std::make_unique<HeadlessWizardDriver>(); }
 
-INSTANTIATE_TEST_SUITE_P(Headless, WizardContract, testing::Values(&MakeWizard));
+INSTANTIATE_TEST_SUITE_P(Headless, WizardContract, ::testing::Values(&MakeWizard));
 
 }  // namespace
 }  // namespace pelora::contract

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The Debian packages of this build. They are installed below a folder of the test's own; a whole
-// system that has nothing else is tried by tests/packages/clean_system.sh.
+// The Debian packages of this build, installed below a folder of the test's own and in a whole
+// system that has nothing else.
 #include <gmock/gmock.h>
 
 #include <filesystem>
@@ -150,6 +150,14 @@ TEST(DebianPackages, RunWhereTheyAreInstalledAndLeaveNothing) {
 
   OutputOf(dpkg + "--purge pelora-console peloractl pelora-deploy 2>&1");
   EXPECT_EQ(Tree(root), before);
+}
+
+TEST(DebianPackages, AreInstalledRunAndRemovedInASystemThatHasNothingElse) {
+  const ShellResult tried = RunThere(
+      "as_root=(); [ \"$(id -u)\" -eq 0 ] || as_root=(sudo -n)\n"
+      "\"${as_root[@]}\" \"$source/tests/packages/clean_system.sh\" release");
+  EXPECT_EQ(tried.exit_code, 0) << tried.output;
+  EXPECT_THAT(tried.output, HasSubstr("installed, run and removed without a trace"));
 }
 
 }  // namespace

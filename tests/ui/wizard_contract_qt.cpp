@@ -61,7 +61,7 @@ class QtWizardDriver final : public WizardDriver {
 
 std::unique_ptr<WizardDriver> MakeWizard() { return std::make_unique<QtWizardDriver>(); }
 
-INSTANTIATE_TEST_SUITE_P(Qt, WizardContract, testing::Values(&MakeWizard));
+INSTANTIATE_TEST_SUITE_P(Qt, WizardContract, ::testing::Values(&MakeWizard));
 
 }  // namespace
 }  // namespace pelora::contract

@@ -13,7 +13,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using Operation = Modification::Operation;
 
-class ModifyRulesTest : public testing::Test {
+class ModifyRulesTest : public ::testing::Test {
  protected:
   ModifyRulesTest() {
     schema_.Add("cn", {.is_single_valued = true});

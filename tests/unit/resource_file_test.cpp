@@ -172,7 +172,7 @@ TEST(ResourceFile, TakesALongerHeaderThanItKnows) {
   ASSERT_TRUE(result.value) << result.error;
   const auto found = result.value->Find(std::uint16_t{99}, std::uint16_t{1});
   ASSERT_TRUE(found);
-  EXPECT_THAT(found->data, testing::ElementsAre(std::byte{0x42}, std::byte{0x42}));
+  EXPECT_THAT(found->data, ::testing::ElementsAre(std::byte{0x42}, std::byte{0x42}));
 }
 
 /// A file whose only resource is the string block of the numbers 0 to 15.

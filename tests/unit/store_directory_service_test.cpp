@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class StoreDirectoryServiceTest : public testing::Test {
+class StoreDirectoryServiceTest : public ::testing::Test {
  protected:
   ScriptedStore store_;
   StoreDirectoryService service_{store_};

@@ -20,7 +20,7 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using Operation = Modification::Operation;
 
-class StoreObjectTest : public testing::Test {
+class StoreObjectTest : public ::testing::Test {
  protected:
   [[nodiscard]] Ref<StoreObject> Make(StoreObject::Identity identity) {
     return Ref<StoreObject>::Adopt(new StoreObject(store_, std::move(identity), failure_));

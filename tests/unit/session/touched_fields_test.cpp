@@ -18,7 +18,7 @@ class Idle final : public IDialogController {
 };
 
 /// The user tab's dialog with some of its fields.
-class TouchedFieldsTest : public testing::Test {
+class TouchedFieldsTest : public ::testing::Test {
  protected:
   TouchedFieldsTest() {
     dialog_.Open();
