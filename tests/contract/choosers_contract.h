@@ -13,7 +13,7 @@
 // The contract of the choosers port (platform/choosers.h), as one suite that every adapter of the
 // port runs:
 //
-//   INSTANTIATE_TEST_SUITE_P(Qt, ChoosersContract, testing::Values(&MakeChooserHost));
+//   INSTANTIATE_TEST_SUITE_P(Qt, ChoosersContract, ::testing::Values(&MakeChooserHost));
 //
 // What the choosers show is each host's own; held here is what they hand over.
 

@@ -12,7 +12,7 @@
 // The contract of the dialog port (platform/dialog.h, platform/dialog_controller.h,
 // platform/modal_dialogs.h), as one suite that every adapter of the port runs:
 //
-//   INSTANTIATE_TEST_SUITE_P(Headless, DialogContract, testing::Values(&MakeHeadlessDriver));
+//   INSTANTIATE_TEST_SUITE_P(Headless, DialogContract, ::testing::Values(&MakeHeadlessDriver));
 //
 // in a program that links pelora_dialog_contract. The dialogs are those of contract_dialogs.rc.
 
@@ -45,7 +45,7 @@ class DialogDriver {
 
 using DialogDriverFactory = std::unique_ptr<DialogDriver> (*)();
 
-class DialogContract : public testing::TestWithParam<DialogDriverFactory> {
+class DialogContract : public ::testing::TestWithParam<DialogDriverFactory> {
  protected:
   [[nodiscard]] DialogDriver& Driver() { return *driver_; }
 

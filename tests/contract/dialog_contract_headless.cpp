@@ -82,9 +82,9 @@ std::unique_ptr<PropertySheetDriver> MakeSheet() { return std::make_unique<Headl
 
 std::unique_ptr<ITextService> MakeTextService() { return std::make_unique<HeadlessTextService>(); }
 
-INSTANTIATE_TEST_SUITE_P(Headless, TextServiceContract, testing::Values(&MakeTextService));
-INSTANTIATE_TEST_SUITE_P(Headless, DialogContract, testing::Values(&MakeDriver));
-INSTANTIATE_TEST_SUITE_P(Headless, PropertySheetContract, testing::Values(&MakeSheet));
+INSTANTIATE_TEST_SUITE_P(Headless, TextServiceContract, ::testing::Values(&MakeTextService));
+INSTANTIATE_TEST_SUITE_P(Headless, DialogContract, ::testing::Values(&MakeDriver));
+INSTANTIATE_TEST_SUITE_P(Headless, PropertySheetContract, ::testing::Values(&MakeSheet));
 
 }  // namespace
 }  // namespace pelora::contract

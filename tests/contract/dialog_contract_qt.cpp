@@ -133,9 +133,9 @@ std::unique_ptr<PropertySheetDriver> MakeSheet() { return std::make_unique<QtShe
 
 std::unique_ptr<ITextService> MakeTextService() { return std::make_unique<QtTextService>(); }
 
-INSTANTIATE_TEST_SUITE_P(Qt, TextServiceContract, testing::Values(&MakeTextService));
-INSTANTIATE_TEST_SUITE_P(Qt, DialogContract, testing::Values(&MakeDriver));
-INSTANTIATE_TEST_SUITE_P(Qt, PropertySheetContract, testing::Values(&MakeSheet));
+INSTANTIATE_TEST_SUITE_P(Qt, TextServiceContract, ::testing::Values(&MakeTextService));
+INSTANTIATE_TEST_SUITE_P(Qt, DialogContract, ::testing::Values(&MakeDriver));
+INSTANTIATE_TEST_SUITE_P(Qt, PropertySheetContract, ::testing::Values(&MakeSheet));
 
 }  // namespace
 }  // namespace pelora::contract

@@ -13,7 +13,7 @@
 
 // The contract of the directory port (platform/ads.h), as one suite that every directory runs:
 //
-//   INSTANTIATE_TEST_SUITE_P(Fake, DirectoryContract, testing::Values(&MakeFakeDirectory));
+//   INSTANTIATE_TEST_SUITE_P(Fake, DirectoryContract, ::testing::Values(&MakeFakeDirectory));
 //
 // in a program that links pelora_directory_contract.
 
@@ -49,7 +49,7 @@ class DirectoryUnderTest {
 
 using DirectoryFactory = std::unique_ptr<DirectoryUnderTest> (*)();
 
-class DirectoryContract : public testing::TestWithParam<DirectoryFactory> {
+class DirectoryContract : public ::testing::TestWithParam<DirectoryFactory> {
  protected:
   /// The user that most tests are about.
   static constexpr const char* kUser = "CN=Ada Brandt";

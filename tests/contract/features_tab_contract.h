@@ -12,7 +12,7 @@ namespace pelora::contract {
 /// The rules of the features tab, on every console:
 ///
 ///   INSTANTIATE_TEST_SUITE_P(Headless, FeaturesTabContract,
-///   testing::Values(&MakeHeadlessConsole));
+///   ::testing::Values(&MakeHeadlessConsole));
 class FeaturesTabContract : public TabRules {
  protected:
   static constexpr RowIndex kArchiver = 0;

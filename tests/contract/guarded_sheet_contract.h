@@ -12,7 +12,7 @@
 // What a sheet whose tabs are guarded owes two administrators who work on the same objects, as one
 // suite that every store plays:
 //
-//   INSTANTIATE_TEST_SUITE_P(Ldb, GuardedSheetContract, testing::Values(&MakeCompany));
+//   INSTANTIATE_TEST_SUITE_P(Ldb, GuardedSheetContract, ::testing::Values(&MakeCompany));
 //
 // in a program that links pelora_guarded_sheet_contract.
 

@@ -15,7 +15,7 @@
 // What the extensions of new-object wizards do on every console, from the page to the object in the
 // directory:
 //
-//   INSTANTIATE_TEST_SUITE_P(Headless, NewObjectContract, testing::Values(&MakeHeadlessWizards));
+//   INSTANTIATE_TEST_SUITE_P(Headless, NewObjectContract, ::testing::Values(&MakeHeadlessWizards));
 
 namespace pelora::contract {
 

@@ -13,7 +13,8 @@
 // What a property sheet owes its pages (platform/shell_extension.h, the page notifications of
 // platform/dialog_controller.h), as one suite that every native sheet runs:
 //
-//   INSTANTIATE_TEST_SUITE_P(Headless, PropertySheetContract, testing::Values(&MakeHeadlessSheet));
+//   INSTANTIATE_TEST_SUITE_P(Headless, PropertySheetContract,
+//   ::testing::Values(&MakeHeadlessSheet));
 //
 // in a program that links pelora_dialog_contract. The pages' templates are those of
 // contract_dialogs.rc.
@@ -49,7 +50,7 @@ class PropertySheetDriver {
 
 using PropertySheetFactory = std::unique_ptr<PropertySheetDriver> (*)();
 
-class PropertySheetContract : public testing::TestWithParam<PropertySheetFactory> {
+class PropertySheetContract : public ::testing::TestWithParam<PropertySheetFactory> {
  protected:
   [[nodiscard]] PropertySheetDriver& Sheet() { return *sheet_; }
   /// Destroys the sheet, open or not.

@@ -11,7 +11,7 @@ namespace pelora::contract {
 
 /// The rules of the user tab, on every console:
 ///
-///   INSTANTIATE_TEST_SUITE_P(Headless, UserTabContract, testing::Values(&MakeHeadlessConsole));
+///   INSTANTIATE_TEST_SUITE_P(Headless, UserTabContract, ::testing::Values(&MakeHeadlessConsole));
 class UserTabContract : public TabRules {
  protected:
   enum AccountType : RowIndex {

@@ -18,7 +18,7 @@ HRESULT Take(HRESULT status, const Ref<::IUnknown>& bound, Ref<pelora::IADs>& ob
   return FAILED(wrapped) ? wrapped : status;
 }
 
-std::optional<std::wstring> ToWide(const std::optional<std::string>& text) {
+std::optional<std::wstring> WideOrNone(const std::optional<std::string>& text) {
   if (!text) return std::nullopt;
   return windows::ToWide(*text);
 }
@@ -49,8 +49,8 @@ HRESULT AdsDirectory::ADsOpenObject(const std::string& path,
                                     const Guid& iid, Ref<pelora::IADs>& object) {
   object.Reset();
   return Guarded([&] {
-    const std::optional<std::wstring> wide_name = ToWide(user_name);
-    const std::optional<std::wstring> wide_password = ToWide(password);
+    const std::optional<std::wstring> wide_name = WideOrNone(user_name);
+    const std::optional<std::wstring> wide_password = WideOrNone(password);
     Ref<::IUnknown> bound;
     const HRESULT status = ::ADsOpenObject(windows::ToWide(path).c_str(), TextOrNull(wide_name),
                                            TextOrNull(wide_password), flags, ToSystem(iid),

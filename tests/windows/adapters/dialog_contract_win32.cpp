@@ -80,7 +80,7 @@ class Win32Driver final : public DialogDriver {
 
 std::unique_ptr<DialogDriver> MakeDriver() { return std::make_unique<Win32Driver>(); }
 
-INSTANTIATE_TEST_SUITE_P(Win32, DialogContract, testing::Values(&MakeDriver));
+INSTANTIATE_TEST_SUITE_P(Win32, DialogContract, ::testing::Values(&MakeDriver));
 
 }  // namespace
 }  // namespace pelora::contract

@@ -44,7 +44,7 @@ class Win32SheetDriver final : public PropertySheetDriver {
 
 std::unique_ptr<PropertySheetDriver> MakeSheet() { return std::make_unique<Win32SheetDriver>(); }
 
-INSTANTIATE_TEST_SUITE_P(Win32, PropertySheetContract, testing::Values(&MakeSheet));
+INSTANTIATE_TEST_SUITE_P(Win32, PropertySheetContract, ::testing::Values(&MakeSheet));
 
 }  // namespace
 }  // namespace pelora::contract

@@ -26,7 +26,7 @@ std::unique_ptr<ITextService> MakeTextService() {
   return std::make_unique<windows::Win32TextService>();
 }
 
-INSTANTIATE_TEST_SUITE_P(Win32, TextServiceContract, testing::Values(&MakeTextService));
+INSTANTIATE_TEST_SUITE_P(Win32, TextServiceContract, ::testing::Values(&MakeTextService));
 
 }  // namespace
 }  // namespace pelora::contract

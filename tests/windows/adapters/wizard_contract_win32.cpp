@@ -68,7 +68,7 @@ class Win32WizardDriver final : public WizardDriver {
 
 std::unique_ptr<WizardDriver> MakeWizard() { return std::make_unique<Win32WizardDriver>(); }
 
-INSTANTIATE_TEST_SUITE_P(Win32, WizardContract, testing::Values(&MakeWizard));
+INSTANTIATE_TEST_SUITE_P(Win32, WizardContract, ::testing::Values(&MakeWizard));
 
 }  // namespace
 }  // namespace pelora::contract
