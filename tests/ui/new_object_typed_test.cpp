@@ -62,6 +62,7 @@ TEST_F(TypedInWizards, APortThatIsNoneHoldsNext) {
   EXPECT_EQ(Level(), FootNote::Level::kWrong);
   EXPECT_THAT(wizard().Said(), HasSubstr("HTTP port: This is no port from 1 to 65535"));
   EXPECT_THAT(Marks(), ::testing::ElementsAre(MarkKind::kWrong));
+  Picture("new-computer-typed");
   wizard().user().PressEnter();
   EXPECT_FALSE(wizard().wizard().IsSummary()) << "nor does Enter go on";
   Retype(IDC_HTTP_PORT, "8080");

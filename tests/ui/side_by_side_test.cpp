@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -281,7 +282,10 @@ TEST_F(SideBySide, TheCommandsForASelectionStandInTheMenu) {
     EXPECT_EQ(commands.objectName(), QStringLiteral("commands"));
     const auto* const table =
         commands.findChild<QAbstractItemView*>(QStringLiteral("commands_table"));
-    EXPECT_EQ(table->model()->rowCount(), 2);
+    auto* const address = commands.findChild<QLineEdit*>(QStringLiteral("commands_address"));
+    QTest::keyClicks(address, QStringLiteral("{logon}@side.example"));
+    EXPECT_TRUE(QTest::qWaitFor([table] { return table->model()->rowCount() == 2; }, kPatience))
+        << "both that are selected";
     commands.close();
   });
   action->trigger();

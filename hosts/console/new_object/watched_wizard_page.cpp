@@ -1,24 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/new_object/watched_wizard_page.h"
 
-#include <algorithm>
-
-#include "directory/attribute_catalogue.h"
 #include "hosts/resources/field_label.h"
+#include "hosts/session/filled_fields.h"
 #include "hosts/session/typed/judge_page.h"
 
 namespace pelora::console {
-namespace {
-
-/// Whether the page's own box, where it has one, is checked.
-bool IsWanted(const std::vector<FieldRow>& rows, const IDialog& dialog) {
-  constexpr std::string_view kBox = CatalogueEntry("peloraAccount").name;
-  const auto box = std::ranges::find_if(
-      rows, [&](const FieldRow& row) { return row.attributes.front() == kBox; });
-  return box == rows.end() || dialog.Check(box->control) == CheckState::kChecked;
-}
-
-}  // namespace
 
 void WatchedWizardPage::Learn(std::vector<FieldRow> rows, const resources::DialogTemplate& page) {
   rows_ = rows;
@@ -27,7 +14,7 @@ void WatchedWizardPage::Learn(std::vector<FieldRow> rows, const resources::Dialo
 }
 
 bool WatchedWizardPage::IsWrong() const {
-  return care_ && IsWanted(rows_, *fields_.dialog) && care_->IsWrong();
+  return care_ && session::IsPageWanted(rows_, *fields_.dialog) && care_->IsWrong();
 }
 
 void WatchedWizardPage::PutWhatIsMeant() {
