@@ -49,6 +49,8 @@ QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, sheets::NewObjectSetup 
 }
 
 QtNewObjectWizard::~QtNewObjectWizard() {
+  // The window is hidden, and the keyboard leaves it, when the pages are gone.
+  disconnect(qApp, nullptr, this, nullptr);
   notes_.reset();
   dialogs_.clear();
   machine_.Close();
