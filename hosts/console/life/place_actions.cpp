@@ -161,6 +161,9 @@ void PlaceActions::Delete() {
 
 void PlaceActions::Write(const PlaceContext& context, session::PlacePlan plan,
                          const std::string& done) {
+  std::vector<std::string> dns;
+  for (const changes::Change& change : plan.changes) dns.push_back(change.dn);
+  if (may_change && !may_change(dns)) return;
   const session::PlacePlan whole = plan;
   bool tries_again = true;
   while (tries_again) {
@@ -168,6 +171,9 @@ void PlaceActions::Write(const PlaceContext& context, session::PlacePlan plan,
         session::WritePlan(*context.store, plan, context.history, errands_);
     tries_again = false;
     Tell(plan, results, done, tries_again);
+    if (const std::string& failure = context.history->failure(); !failure.empty() && on_lost) {
+      on_lost(ToQString(failure));
+    }
     if (tries_again) session::KeepWhatIsLeft(results, plan);
   }
   ShowWhatIsThere(whole);
