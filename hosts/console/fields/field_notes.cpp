@@ -18,7 +18,7 @@ namespace {
 using session::Verdict;
 
 /// After so long without a key the directory is asked.
-constexpr std::chrono::milliseconds kPause{250};
+constexpr std::chrono::milliseconds kTypingPause{250};
 
 FootNote::Level LevelOf(Verdict verdict) {
   switch (verdict) {
@@ -50,7 +50,7 @@ FieldNotes::FieldNotes(const PageFoot& foot, ldap::StoreOpener opener)
     : foot_(foot), opener_(std::move(opener)) {
   if (opener_) questions_.emplace(opener_);
   pause_.setSingleShot(true);
-  pause_.setInterval(kPause);
+  pause_.setInterval(kTypingPause);
   QObject::connect(&pause_, &QTimer::timeout, &pause_, [this] { AskForOwners(); });
 }
 

@@ -11,8 +11,8 @@
 namespace pelora::console {
 namespace {
 
-constexpr std::array kHeadings = {"Object",       "Field",       "You saw",
-                                  "There is now", "You entered", "What stays"};
+constexpr std::array kConflictHeadings = {"Object",       "Field",       "You saw",
+                                          "There is now", "You entered", "What stays"};
 
 }  // namespace
 
@@ -84,7 +84,7 @@ QVariant ConflictModel::DataOf(const QModelIndex& index, int role) const {
 
 QVariant ConflictModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return QString::fromLatin1(kHeadings.at(static_cast<std::size_t>(section)));
+  return QString::fromLatin1(kConflictHeadings.at(static_cast<std::size_t>(section)));
 }
 
 }  // namespace pelora::console
