@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "hosts/resources/mnemonic.h"
+#include "hosts/resources/shown_text.h"
 
 namespace pelora::resources {
 namespace {
@@ -27,7 +28,7 @@ std::string FieldLabel(const FieldRow& row, const DialogTemplate& dialog) {
 }
 
 std::string PlainLabel(std::string_view text) {
-  std::string plain = WithoutMnemonic(text);
+  std::string plain = WithoutMnemonic(ShownText(text));
   if (plain.ends_with(':')) plain.pop_back();
   return plain;
 }

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/session/filled_fields.h"
 
+#include <algorithm>
 #include <optional>
+#include <string_view>
 
+#include "directory/attribute_catalogue.h"
 #include "hosts/session/fields/page_layout.h"
 #include "hosts/session/text.h"
 
@@ -45,6 +48,13 @@ std::string LabelOf(const FieldRow& row, const resources::DialogTemplate& page) 
 }
 
 }  // namespace
+
+bool IsPageWanted(const std::vector<FieldRow>& rows, const IDialog& dialog) {
+  constexpr std::string_view kBox = CatalogueEntry("peloraAccount").name;
+  const auto box = std::ranges::find_if(
+      rows, [&](const FieldRow& row) { return row.attributes.front() == kBox; });
+  return box == rows.end() || dialog.Check(box->control) == CheckState::kChecked;
+}
 
 std::vector<std::string> FilledFields(const std::vector<FieldRow>& rows,
                                       const resources::DialogTemplate& page, IDialog& dialog) {

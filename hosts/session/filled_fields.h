@@ -16,6 +16,10 @@ namespace pelora::session {
                                                     const resources::DialogTemplate& page,
                                                     IDialog& dialog);
 
+/// Whether what stands on a page of a new object is written at all: its own box is checked, or it
+/// has none.
+[[nodiscard]] bool IsPageWanted(const std::vector<FieldRow>& rows, const IDialog& dialog);
+
 /// What a page waits for that holds up a wizard, as a sentence: what it says of the first field
 /// that is needed and empty or, where it says nothing of any, the fields that are empty. Empty when
 /// nothing is.

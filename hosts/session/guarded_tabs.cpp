@@ -127,6 +127,9 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
   tab->fields.seen = [tab](const DirectoryObject& object, std::string_view attribute) {
     return tab->recording.Seen(object.dn, attribute);
   };
+  tab->fields.drop = [tab](const DirectoryObject& object, std::string_view attribute) {
+    tab->recording.Drop(object.dn, attribute);
+  };
   // Its page lives by it, whatever the component answers.
   tabs_.push_back(std::move(added));
   for (const auto& entry : entries_) tab->recording.Give(entry);

@@ -58,7 +58,15 @@ struct PageFields {
   /// and there may be thousands of objects.
   std::vector<GatheredField> gathered;
 
+  /// What was recorded of an attribute of one of the objects and is not written goes nowhere. May
+  /// be none.
+  std::function<void(const DirectoryObject& object, std::string_view attribute)> drop{};
+
   [[nodiscard]] bool IsShown() const { return dialog != nullptr; }
 };
+
+/// Sets a field of a shown page back to what was read, where it can be; of a list nothing waits to
+/// be written any more.
+void SetBack(PageFields& fields, std::size_t field);
 
 }  // namespace pelora::session

@@ -90,6 +90,7 @@ void TouchedFields::Settle(IDialog& dialog) {
     if (field.shows != Shows::kLess) field.read = ShownBy(field.row, dialog);
     field.shown = field.read;
     if (field.row.kind == FieldKind::kFlag) field.read_style = dialog.Style(field.row.control);
+    if (field.row.take_down) field.put_back = field.row.take_down();
     field.was_reported = field.is_removed = field.is_unwritten = field.is_chosen = false;
   }
 }
@@ -166,7 +167,11 @@ bool TouchedFields::IsWanted(std::string_view attribute) const {
   bool is_unchanged = false;
   for (const Field& field : fields_) {
     if (!Names(field.row.attributes, attribute)) continue;
-    if (field.shows != Shows::kWholeValue || field.IsChanged()) return true;
+    const bool is_staged_when_edited =
+        field.shows != Shows::kWholeValue && field.shows != Shows::kEntryInPart;
+    if (is_staged_when_edited || field.IsChanged()) return true;
+    // Such a page stages it ever after, once it was edited.
+    if (field.shows == Shows::kEntryInPart && has_other_edits_) return true;
     is_unchanged = true;
   }
   return !is_unchanged;
@@ -174,12 +179,30 @@ bool TouchedFields::IsWanted(std::string_view attribute) const {
 
 bool TouchedFields::CanSetBack(std::size_t field) const {
   const Field& known = fields_.at(field);
+  if (known.row.is_read_only) return false;
+  if (known.shows == Shows::kWholeValue) return true;
+  return known.put_back && (known.row.entry.empty() || !known.is_unwritten);
+}
+
+bool TouchedFields::CanRemove(std::size_t field) const {
+  const Field& known = fields_.at(field);
   return known.shows == Shows::kWholeValue && !known.row.is_read_only;
+}
+
+void TouchedFields::PutBack(const Field& known, IDialog& dialog) {
+  known.put_back();
+  for (Field& other : fields_) {
+    // A list may be several fields at once, and goes back as a whole.
+    if (other.row.control != known.row.control || other.row.entry != known.row.entry) continue;
+    other.shown = ShownBy(other.row, dialog);
+    other.was_reported = other.is_chosen = false;
+  }
 }
 
 void TouchedFields::SetBack(std::size_t field, IDialog& dialog, IDialogController& page) {
   Field& known = fields_.at(field);
   if (!CanSetBack(field)) return;
+  if (known.shows != Shows::kWholeValue) return PutBack(known, dialog);
   known.is_removed = false;
   const ControlId control = known.row.control;
   switch (known.row.kind) {
@@ -205,7 +228,7 @@ void TouchedFields::SetBack(std::size_t field, IDialog& dialog, IDialogControlle
 
 void TouchedFields::RemoveValue(std::size_t field, IDialog& dialog) {
   Field& known = fields_.at(field);
-  if (!CanSetBack(field)) return;
+  if (!CanRemove(field)) return;
   dialog.SetText(known.row.control, "");
   known.shown.clear();
   known.is_removed = true;

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,8 @@ namespace pelora::session {
 ///
 /// Compared are fields whose control shows their whole value, and lists. Of all others every
 /// staging counts as wanted, and so it does of lists: pages stage those only when they were edited.
+/// A row of a list view that does not say everything is wanted when it says something else, or when
+/// something was reported that may have edited it.
 class TouchedFields {
  public:
   /// The page's fields, before the first is looked at.
@@ -64,10 +67,14 @@ class TouchedFields {
   /// object: a change, though it said so before in sum.
   void ChooseForAll(std::size_t field) { fields_.at(field).is_chosen = true; }
 
-  /// Whether a field can be set back, and emptied, from outside.
+  /// Whether a field can be set back from outside. What stands in a row of a list view cannot be
+  /// once it could not be written: others may share its attributes.
   [[nodiscard]] bool CanSetBack(std::size_t field) const;
-  /// Sets a field back to what it showed. The page hears of it as of a person's edit.
+  /// Sets a field back to what it showed. The page hears of it as of a person's edit; a list has
+  /// forgotten then that it was edited, and is not staged.
   void SetBack(std::size_t field, IDialog& dialog, IDialogController& page);
+  /// Whether a field has its control to itself and can be emptied from outside.
+  [[nodiscard]] bool CanRemove(std::size_t field) const;
   /// Empties a field and takes its value from every object, though they may differ and the field
   /// be empty for that reason.
   void RemoveValue(std::size_t field, IDialog& dialog);
@@ -90,6 +97,8 @@ class TouchedFields {
     Shows shows = Shows::kLess;
     std::string read{};
     ButtonStyle read_style = ButtonStyle::kAutoCheckBox;
+    /// Puts back what was read; none where the text says it whole.
+    std::function<void()> put_back{};
     std::string shown{};
     std::string before_apply{};
     bool was_reported = false;
@@ -103,6 +112,7 @@ class TouchedFields {
   };
 
   [[nodiscard]] static Shows HowShown(const FieldRow& row);
+  void PutBack(const Field& known, IDialog& dialog);
 
   std::vector<Field> fields_;
   /// Something was reported that no compared field accounts for.

@@ -101,6 +101,16 @@ bool MultiValueAttribute::BuildValue(Variant* value, std::string* default_value)
   return true;
 }
 
+std::function<void(IListBox& list)> MultiValueAttribute::TakeDown() {
+  std::vector<Item> records;
+  for (const auto& item : items_) records.push_back(*item);
+  return [this, records = std::move(records)](IListBox& list) {
+    Clear(list);
+    for (const Item& record : records) items_.push_back(std::make_unique<Item>(record));
+    Refresh(list);
+  };
+}
+
 MultiValueAttribute::Item* MultiValueAttribute::SelectedItem(const IListBox& list) {
   const std::optional<RowIndex> row = list.Selection();
   return row ? static_cast<Item*>(list.Data(*row)) : nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -66,6 +67,10 @@ class MultiValueAttribute {
   /// that are neither deleted nor default, in the order in which they were added, and
   /// `*default_value` the default's, if the default itself changed. Either may be null.
   bool BuildValue(Variant* value, std::string* default_value) const;
+
+  /// Takes down every record as it is, deleted ones too. What it gives puts them back and shows
+  /// them in the list box; the list outlives it.
+  [[nodiscard]] std::function<void(IListBox& list)> TakeDown();
 
  private:
   struct Item {

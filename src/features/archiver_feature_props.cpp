@@ -55,6 +55,14 @@ const std::string& ArchiverFeatureProps::StatusText() {
   return status_text_;
 }
 
+std::function<void()> ArchiverFeatureProps::TakeDown() {
+  return [this, servers = servers_, ambiguous = ambiguous_, modified = modified_] {
+    servers_ = servers;
+    ambiguous_ = ambiguous;
+    modified_ = modified;
+  };
+}
+
 bool ArchiverFeatureProps::MayReplace() const {
   const Message question = {
       .text = "This will clear the settings for all selected objects. Do you wish to continue?",

@@ -26,6 +26,7 @@ class ArchiverFeatureProps final : public IFeatureProps {
   [[nodiscard]] const std::string& StatusText() override;
   [[nodiscard]] bool IsModified() const override { return modified_; }
   [[nodiscard]] bool IsAmbiguous() const override { return ambiguous_; }
+  [[nodiscard]] std::function<void()> TakeDown() override;
 
  private:
   [[nodiscard]] bool MayReplace() const;

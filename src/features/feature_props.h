@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -33,6 +34,8 @@ class IFeatureProps {
   [[nodiscard]] virtual bool IsModified() const = 0;
   /// Whether the selected objects disagree; the list then shows the status muted.
   [[nodiscard]] virtual bool IsAmbiguous() const = 0;
+  /// Takes down the settings as they are; what it gives puts them back, and is outlived.
+  [[nodiscard]] virtual std::function<void()> TakeDown() = 0;
 };
 
 /// Makes the properties of a feature; `platform` outlives them.

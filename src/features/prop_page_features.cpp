@@ -20,12 +20,36 @@ CPropPageFeatures::CPropPageFeatures(const Platform& platform, const FeatureTabl
       features_(features) {
   using enum ControlNotification;
   RegisterLoad(Handler(this, &CPropPageFeatures::Load));
-  RegisterRows([this] { return FeatureRows(features_); });
+  RegisterRows([this] { return Rows(); });
   Route({
       {IDC_FEATURE_ENABLE, kClicked, Handler(this, &CPropPageFeatures::OnEnable)},
       {IDC_FEATURE_DISABLE, kClicked, Handler(this, &CPropPageFeatures::OnDisable)},
       {IDC_FEATURE_PROPERTIES, kClicked, Handler(this, &CPropPageFeatures::OnProperties)},
   });
+}
+
+std::vector<FieldRow> CPropPageFeatures::Rows() {
+  std::vector<FieldRow> rows = FeatureRows(features_);
+  for (FieldRow& row : rows) row.take_down = [this, name = row.entry] { return TakeDown(name); };
+  return rows;
+}
+
+std::function<void()> CPropPageFeatures::TakeDown(std::string_view name) {
+  RowIndex row = 0;
+  while (row < FeatureList().RowCount() && FeatureList().Text(row, kFeatureColumn) != name) ++row;
+  if (const auto state = states_.find(row); state != states_.end()) {
+    return [this, row, taken = state->second] {
+      states_.insert_or_assign(row, taken);
+      ShowStatus(row, taken.Text());
+      UpdateButtons();
+    };
+  }
+  const auto props = props_.find(row);
+  if (props == props_.end()) return nullptr;
+  return [this, row, props = props->second, put_back = props->second->TakeDown()] {
+    put_back();
+    ShowStatus(row, props->StatusText());
+  };
 }
 
 HRESULT CPropPageFeatures::Load(const BoundObjects& objects) {

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
+#include <string_view>
 #include <vector>
 
 #include "features/feature_buttons.h"
@@ -57,6 +59,9 @@ class CPropPageFeatures final : public CSnapInPropertyPage {
   void ChooseForSelection(bool (FeatureState::*choice)());
   void EditProperties(RowIndex row);
   void UpdateButtons();
+  [[nodiscard]] std::vector<FieldRow> Rows();
+  /// Of the feature of a name; none where the list does not hold it.
+  [[nodiscard]] std::function<void()> TakeDown(std::string_view name);
   [[nodiscard]] SelectedFeature Describe(RowIndex row) const;
   [[nodiscard]] bool WriteChoices(const BoundObjects& objects) const;
   [[nodiscard]] bool SaveProperties(const BoundObjects& objects) const;

@@ -32,14 +32,22 @@ std::vector<Command> NameList::Commands() {
           {layout_.list, kSelectionChange, Handler(this, &NameList::OnSelected)}};
 }
 
-std::vector<FieldRow> NameList::Rows() const {
+std::vector<FieldRow> NameList::Rows() {
   return {{.name = std::string(layout_.attribute.name),
            .kind = FieldKind::kNameList,
            .control = layout_.list,
            .label = layout_.label,
            .attributes = {layout_.attribute.name},
            .choose = layout_.add_button,
-           .remove = layout_.delete_button}};
+           .remove = layout_.delete_button,
+           .take_down = [this] { return TakeDown(); }}};
+}
+
+std::function<void()> NameList::TakeDown() {
+  return [this, put_back = names_.TakeDown()] {
+    put_back(List());
+    OnSelected();
+  };
 }
 
 std::int32_t NameList::OnAdd() {

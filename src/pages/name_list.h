@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "directory/multi_value_attribute.h"
@@ -38,12 +39,13 @@ class NameList final : public CPropPageExt {
   /// Clicks on the buttons and the selection of a row, without which nothing can be deleted.
   [[nodiscard]] std::vector<Command> Commands();
   /// The one row of the list.
-  [[nodiscard]] std::vector<FieldRow> Rows() const;
+  [[nodiscard]] std::vector<FieldRow> Rows();
 
  private:
   std::int32_t OnAdd();
   std::int32_t OnDelete();
   std::int32_t OnSelected();
+  [[nodiscard]] std::function<void()> TakeDown();
   [[nodiscard]] IListBox& List() const;
 
   const Platform& platform_;

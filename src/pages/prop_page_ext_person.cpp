@@ -47,7 +47,7 @@ std::vector<Command> CPropPageExtPerson::Commands() {
   return commands;
 }
 
-std::vector<FieldRow> CPropPageExtPerson::Rows() const {
+std::vector<FieldRow> CPropPageExtPerson::Rows() {
   FieldRow default_address = {
       .name = std::string(kDefaultAddress.name),
       .kind = FieldKind::kDefaultEntry,
@@ -58,6 +58,7 @@ std::vector<FieldRow> CPropPageExtPerson::Rows() const {
       .remove = IDC_EMAIL_DELETE,
       .make_default = IDC_EMAIL_DEFAULT,
       .typed_in = {.dialog = IDD_EMAIL_ADDRESS, .text = IDC_EMAIL_ADDRESS},
+      .take_down = [this] { return TakeDownAddresses(); },
   };
   FieldRow other_addresses = default_address;
   other_addresses.name = kOtherAddresses.name;
@@ -151,6 +152,13 @@ void CPropPageExtPerson::CollectAddresses(ChangeList& changes) const {
         MakeChange(kDefaultAddress, std::move(default_address), true, is_multi_select));
   }
   changes.push_back(MakeListChange(kOtherAddresses, std::move(others), is_multi_select));
+}
+
+std::function<void()> CPropPageExtPerson::TakeDownAddresses() {
+  return [this, put_back = addresses_.TakeDown()] {
+    put_back(AddressList());
+    UpdateAddressButtons();
+  };
 }
 
 void CPropPageExtPerson::UpdateAddressButtons() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -29,7 +30,7 @@ class CPropPageExtPerson final : public CPropPageExt {
   /// The buttons and the selections of both lists.
   [[nodiscard]] std::vector<Command> Commands();
   /// The default address, the other addresses, the delegates.
-  [[nodiscard]] std::vector<FieldRow> Rows() const;
+  [[nodiscard]] std::vector<FieldRow> Rows();
 
  private:
   std::int32_t OnAddAddress();
@@ -41,6 +42,7 @@ class CPropPageExtPerson final : public CPropPageExt {
 
   void LoadDefaultAddress(const BoundObjects& objects);
   void CollectAddresses(ChangeList& changes) const;
+  [[nodiscard]] std::function<void()> TakeDownAddresses();
   void UpdateAddressButtons() const;
   [[nodiscard]] IListBox& AddressList() const;
 

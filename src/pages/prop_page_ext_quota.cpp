@@ -85,7 +85,7 @@ std::vector<Command> CPropPageExtQuota::Commands() {
   return commands;
 }
 
-std::vector<FieldRow> CPropPageExtQuota::Rows() const {
+std::vector<FieldRow> CPropPageExtQuota::Rows() {
   std::vector<FieldRow> rows = override_box_.Rows();
   Append(rows, limits_.Rows());
   Append(rows, recipients_.Rows());

@@ -33,7 +33,7 @@ class CPropPageExtQuota final : public CPropPageExt {
   /// The limits come before the box.
   HRESULT Collect(ChangeList& changes);
   [[nodiscard]] std::vector<Command> Commands();
-  [[nodiscard]] std::vector<FieldRow> Rows() const;
+  [[nodiscard]] std::vector<FieldRow> Rows();
 
  private:
   /// Controls and attributes of one kind of quota.

@@ -88,6 +88,10 @@ struct FieldRow {
   std::vector<ControlId> choice_buttons{};
   /// `kChoice`: the choice that an object stands for, or none, as the page itself works it out.
   std::function<std::optional<std::size_t>(IADs& object)> choice_of{};
+  /// For what its control does not hold whole, lists and rows of a list view: takes down what the
+  /// field holds now, edited or not, while there is a dialog. What it gives puts that back, for the
+  /// page and to be seen, as long as the dialog stands. None elsewhere.
+  std::function<std::function<void()>()> take_down{};
 };
 
 /// Offered by components that have fields: what their pages show and edit, in the order of loading.

@@ -58,6 +58,26 @@ class GuardedSheet {
     }
     ADD_FAILURE() << "there is no field " << attribute;
   }
+  /// Sets a field back to what was read.
+  void SetBack(std::string_view attribute) {
+    session::PageFields& fields = tabs_.Fields(sheet_.CurrentPage());
+    for (std::size_t field = 0; field < fields.touched.Count(); ++field) {
+      if (fields.touched.Row(field).attributes.front() != attribute) continue;
+      EXPECT_TRUE(fields.touched.CanSetBack(field));
+      session::SetBack(fields, field);
+      return;
+    }
+    ADD_FAILURE() << "there is no field " << attribute;
+  }
+  [[nodiscard]] Lines Rows(ControlId list) {
+    Lines rows;
+    const IListBox& box = page().ListBox(list);
+    for (RowIndex row = 0; row < box.Count(); ++row) rows.push_back(box.Text(row));
+    return rows;
+  }
+  [[nodiscard]] bool HasChangedFields() {
+    return tabs_.Fields(sheet_.CurrentPage()).touched.HasChangedFields();
+  }
   void AddAddress(const std::string& address) {
     dialogs_.PlayNext([address](HeadlessUser& user) {
       user.EraseText(IDC_EMAIL_ADDRESS);

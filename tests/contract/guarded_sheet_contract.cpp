@@ -145,6 +145,57 @@ TEST_P(GuardedSheetContract, AFieldThatIsSetBackIsNotSent) {
   EXPECT_THAT(store.changed, IsEmpty());
 }
 
+TEST_P(GuardedSheetContract, AListThatIsSetBackShowsWhatWasReadAndIsNotSent) {
+  FaultStore store(First());
+  GuardedSheet sheet(store, {User()});
+  const Lines read = sheet.Rows(IDC_EMAIL_LIST);
+  sheet.DeleteAddress("b@pelora.test");
+  sheet.AddAddress("d@pelora.test");
+  EXPECT_TRUE(sheet.HasChangedFields());
+  sheet.SetBack("otherMailbox");
+  EXPECT_EQ(sheet.Rows(IDC_EMAIL_LIST), read);
+  EXPECT_FALSE(sheet.HasChangedFields()) << "the default address among it";
+  EXPECT_TRUE(sheet.sheet().Ok());
+  EXPECT_THAT(store.changed, IsEmpty());
+}
+
+TEST_P(GuardedSheetContract, AListIsEditedAfterItWasSetBackAsEverElse) {
+  GuardedSheet sheet(First(), {User()});
+  sheet.DeleteAddress("A@PELORA.TEST");
+  sheet.SetBack("mail");
+  sheet.AddAddress("d@pelora.test");
+  EXPECT_TRUE(sheet.sheet().Ok());
+  EXPECT_THAT(Stored("mail"), ElementsAre("a@pelora.test"));
+  EXPECT_THAT(Stored("otherMailbox"),
+              ElementsAre("b@pelora.test", "c@pelora.test", "d@pelora.test"));
+}
+
+TEST_P(GuardedSheetContract, AListGoesBackToWhatWasWrittenLast) {
+  GuardedSheet sheet(First(), {User()});
+  sheet.AddAddress("d@pelora.test");
+  EXPECT_TRUE(sheet.sheet().Apply());
+  sheet.DeleteAddress("d@pelora.test");
+  sheet.SetBack("otherMailbox");
+  sheet.Click(IDC_PELORA_HIDDEN);
+  EXPECT_TRUE(sheet.sheet().Ok());
+  EXPECT_THAT(Stored("otherMailbox"),
+              ElementsAre("b@pelora.test", "c@pelora.test", "d@pelora.test"));
+  EXPECT_THAT(Stored("peloraHidden"), ElementsAre("1"));
+}
+
+TEST_P(GuardedSheetContract, WhatCouldNotBeWrittenOfAListIsNotSentOnceItIsSetBack) {
+  FaultStore store(First());
+  GuardedSheet sheet(store, {User()});
+  sheet.AddAddress("d@pelora.test");
+  store.FailChange(1, kNoRight);
+  EXPECT_FALSE(sheet.sheet().Apply());
+  EXPECT_THAT(sheet.TakeBoxes(), SizeIs(1));
+  sheet.SetBack("otherMailbox");
+  EXPECT_TRUE(sheet.sheet().Ok());
+  EXPECT_THAT(Stored("otherMailbox"), ElementsAre("b@pelora.test", "c@pelora.test"));
+  EXPECT_THAT(store.changed, SizeIs(1)) << "the one that was refused";
+}
+
 TEST_P(GuardedSheetContract, OkWithoutAnEditSendsNothing) {
   FaultStore store(First());
   GuardedSheet sheet(store, Users());

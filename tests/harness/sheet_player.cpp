@@ -170,7 +170,7 @@ void SheetPlayer::SetBackSomething() {
   session::PageFields& fields = scene_.guarded().Fields(page);
   const std::size_t field = Roll(fields.touched.Count());
   if (!fields.touched.CanSetBack(field)) return;
-  fields.touched.SetBack(field, *fields.dialog, *fields.page);
+  session::SetBack(fields, field);
   scene_.guarded().on_edited(page);
   Tell("set back " + fields.touched.Row(field).name);
   removed_.erase({page, field});
@@ -224,7 +224,7 @@ bool SheetPlayer::IsHeld() {
       Tell("held by " + fields.touched.Row(one.field).name + ": " + one.judgement.sentence);
       // Half of the time it is put right, so that something comes of the sheet.
       if (Roll(2) == 0 && fields.touched.CanSetBack(one.field)) {
-        fields.touched.SetBack(one.field, *fields.dialog, *fields.page);
+        session::SetBack(fields, one.field);
         removed_.erase({page, one.field});
       }
     }

@@ -7,17 +7,22 @@
 
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTest>
 #include <QTextDocument>
 
+#include "hosts/console/writing/qt_writing_desk.h"
 #include "platform/dialog_controller.h"
 
 namespace pelora::test {
 namespace {
 
+using ::testing::Contains;
 using ::testing::HasSubstr;
+using ::testing::Not;
 using Lines = std::vector<std::string>;
 
 TEST_F(FeaturesSheet, StandsBehindTheUserTabAndListsTheFeatures) {
@@ -78,6 +83,74 @@ TEST_F(FeaturesSheet, TheQuestionAndTheDialogAfterItBelongToTheSheet) {
     }
     DoubleClickRow(kArchiverRow);
   }
+}
+
+/// Writes what is shown of two objects but for the second one.
+contract::ModalScript LeaveOutTheSecond() {
+  return [](QWidget& window) {
+    auto* const table = window.findChild<QTableView*>(QStringLiteral("review_table"));
+    ASSERT_NE(table, nullptr);
+    QAbstractItemModel& model = *table->model();
+    const QModelIndex last = model.index(model.rowCount() - 1, 0);
+    EXPECT_NE(last.data(), model.index(0, 0).data());
+    EXPECT_TRUE(model.setData(last, Qt::Unchecked, Qt::CheckStateRole));
+    window.findChild<QPushButton*>(QStringLiteral("review_write"))->click();
+  };
+}
+
+TEST_F(FeaturesSheet, WhoWasTakenOutAtTheReviewDoesNotComeAgain) {
+  console::QtWritingDesk desk;
+  OpenSheet open(session(), module(), Objects({kHelga, kTom}),
+                 SheetFaults{.store = &store(), .desk = &desk});
+  open.sheet().SelectPage(kFeaturesPage);
+  QCoreApplication::processEvents();
+  // Servers of the archive, and a switch.
+  modal_scripts().Add([](QWidget& window) {
+    contract::QtPlayer user(window);
+    user.Type(IDC_ARCHIVER_NAME, "archive09");
+    user.Click(IDC_ARCHIVER_ADD);
+    user.Click(kDialogOk);
+  });
+  open.user().DoubleClickListViewCell(IDC_FEATURE_LIST, kArchiverRow, 1);
+  open.user().ClickListViewCell(IDC_FEATURE_LIST, kImapRow, 1, false);
+  open.user().Click(IDC_FEATURE_DISABLE);
+  modal_scripts().Add(LeaveOutTheSecond());
+  open.ClickApply();
+  ASSERT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_THAT(SearchEntry(file(), kHelga), Contains("peloraUserArchiveServers: archive09"));
+  EXPECT_THAT(SearchEntry(file(), kTom), Not(Contains("peloraUserArchiveServers: archive09")));
+
+  open.user().ClickListViewCell(IDC_FEATURE_LIST, kPop3Row, 1, false);
+  open.user().Click(IDC_FEATURE_ENABLE);
+  // Of one user alone: the other has it enabled, and nothing else is left of either.
+  open.ClickApply();
+  ASSERT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_THAT(SearchEntry(file(), kTom), Not(Contains("peloraUserArchiveServers: archive09")));
+  EXPECT_THAT(SearchEntry(file(), kTom), Not(Contains("peloraDisabledFeatures: imap")));
+}
+
+TEST_F(FeaturesSheet, ARowGoesBackToWhatWasRead) {
+  OpenSheet& open = Open({kJuergen});
+  const Lines read = Rows();
+  modal_scripts().Add([](QWidget& window) {
+    contract::QtPlayer user(window);
+    user.Type(IDC_ARCHIVER_NAME, "archive09");
+    user.Click(IDC_ARCHIVER_ADD);
+    user.Click(kDialogOk);
+  });
+  DoubleClickRow(kArchiverRow);
+  DoubleClickRow(kImapRow);
+  EXPECT_NE(Rows(), read);
+  EXPECT_TRUE(open.IsApplyEnabled());
+  for (const RowIndex row : {kArchiverRow, kImapRow}) {
+    ClickRow(row);
+    QTest::keyClick(&View(), Qt::Key_R, Qt::ControlModifier);
+  }
+  EXPECT_EQ(Rows(), read);
+  EXPECT_FALSE(open.IsApplyEnabled());
+  open.ClickOk();
+  EXPECT_FALSE(open.IsOpen());
+  EXPECT_THAT(store().changed, ::testing::IsEmpty());
 }
 
 TEST_F(FeaturesSheet, ACommitThatFailsNamesTheUserAndTheFeature) {

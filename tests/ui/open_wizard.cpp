@@ -36,10 +36,15 @@ Widget& FieldOf(const QWidget& window, const char* name) {
 OpenWizard::OpenWizard(session::DirectorySession& session, const resources::ResourceFile& module,
                        const char* kind, const session::DirectoryObject& container)
     : platform_(session.service, message_box_, choosers_, module),
-      result_(console::MakeNewObjectWizard(
-          KindOf(kind), container, {.store = *session.store, .specifiers = session.specifiers},
-          platform_.platform(), module, nullptr)) {
+      result_(console::MakeNewObjectWizard(KindOf(kind), container,
+                                           {.store = *session.store,
+                                            .specifiers = session.specifiers,
+                                            .open_another = session.open_another},
+                                           platform_.platform(), module, nullptr)) {
   if (!result_.wizard) throw std::runtime_error(ToUtf8(result_.error));
+  wizard().notes().show_object = [this](const session::DirectoryObject& object, QWidget&) {
+    asked_for_.push_back(object.name);
+  };
   wizard().show();
   wizard().activateWindow();
   QCoreApplication::processEvents();
@@ -72,6 +77,14 @@ std::string OpenWizard::Hint() const {
 
 std::string OpenWizard::Summary() const {
   return ToUtf8(FieldOf<QPlainTextEdit>(wizard(), "summary").toPlainText());
+}
+
+std::string OpenWizard::Said() const { return ToUtf8(wizard().foot().note().text); }
+
+std::string OpenWizard::Offered() const { return ToUtf8(wizard().foot().note().action); }
+
+void OpenWizard::AwaitAnswers() const {
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !wizard().notes().IsAsking(); }));
 }
 
 void OpenWizard::Click(QPushButton& button) {

@@ -88,6 +88,14 @@ class OpenWizard {
   void ClickOwn(const char* button);
   [[nodiscard]] std::string Hint() const;
   [[nodiscard]] std::string Summary() const;
+  /// What the line below the pages says, and what it offers.
+  [[nodiscard]] std::string Said() const;
+  [[nodiscard]] std::string Offered() const;
+  void TakeOffer() const { wizard().foot().note().act(); }
+  /// Until the directory has answered what it was asked beside the window.
+  void AwaitAnswers() const;
+  /// Names of the objects whose settings were asked for.
+  [[nodiscard]] const std::vector<std::string>& asked_for() const { return asked_for_; }
 
   void Back() { Click(wizard().back()); }
   void Next() { Click(wizard().next()); }
@@ -102,6 +110,7 @@ class OpenWizard {
   console::ConsolePlatform platform_;
   console::WizardResult result_;
   std::unique_ptr<contract::QtPlayer> player_;
+  std::vector<std::string> asked_for_;
 };
 
 }  // namespace pelora::test

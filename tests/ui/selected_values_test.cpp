@@ -11,9 +11,12 @@
 #include <QTest>
 #include <QTreeView>
 #include <QTreeWidget>
+#include <cmath>
+#include <optional>
 
 #include "hosts/console/fields/page_marks.h"
 #include "hosts/console/text/qt_text.h"
+#include "tests/ui/dark_theme.h"
 #include "tests/ui/faults_of_sight.h"
 #include "tests/ui/user_tab.h"
 
@@ -23,6 +26,18 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+
+/// How well one colour is read on another: from 1 to 21.
+double Contrast(const QColor& one, const QColor& other) {
+  const auto light = [](const QColor& colour) {
+    const auto part = [](double value) {
+      return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
+           0.0722 * part(colour.blueF()) + 0.05;
+  };
+  return std::max(light(one), light(other)) / std::min(light(one), light(other));
+}
 
 class SelectedValues : public UserTab {
  protected:
@@ -92,6 +107,37 @@ TEST_F(SelectedValues, AnAccountTypeThatDiffersSaysOfHowManyItIsWhich) {
   EXPECT_EQ(console::ToUtf8(list.placeholderText()), "different: active user (2), room (1)");
   EXPECT_THAT(list.toolTip().toStdString(), HasSubstr("room: Rolf Uhlig"));
   EXPECT_THAT(Differences(), ::testing::Each(IsEmpty())) << "looked at, and left as it is";
+}
+
+TEST_F(SelectedValues, WhatIsSaidInAFieldThatCannotBeUsedIsReadAllTheSame) {
+  for (const bool is_dark : {false, true}) {
+    std::optional<DarkTheme> dark;
+    if (is_dark) dark.emplace();
+    Give(kBirgit, {});
+    Give(kRolf, {});
+    Open({kBirgit, kRolf});
+    QLineEdit& edit = Edit(IDC_QUOTA_HARD);
+    ASSERT_FALSE(edit.isEnabled()) << "the quota is not one of their own";
+    const QPalette& palette = edit.palette();
+    EXPECT_GE(Contrast(palette.color(QPalette::Disabled, QPalette::PlaceholderText),
+                       palette.color(QPalette::Disabled, QPalette::Base)),
+              4.5)
+        << is_dark;
+  }
+}
+
+TEST_F(SelectedValues, AListGoesBackToWhatWasReadByItsMenu) {
+  OpenUser({{"mail", "a@x.test"}, {"otherMailbox", "b@x.test"}});
+  EnterAddress(IDC_EMAIL_ADD, "c@x.test");
+  ClickRow(IDC_EMAIL_LIST, "b@x.test");
+  user().Click(IDC_EMAIL_DEFAULT);
+  EXPECT_THAT(Rows(IDC_EMAIL_LIST), ElementsAre("a@x.test", "B@X.TEST", "c@x.test"));
+  EXPECT_TRUE(sheet().IsApplyEnabled());
+  Choose(IDC_EMAIL_LIST, "&Back to what was read");
+  EXPECT_THAT(Rows(IDC_EMAIL_LIST), ElementsAre("A@X.TEST", "b@x.test"));
+  EXPECT_FALSE(sheet().IsApplyEnabled());
+  EXPECT_THAT(sheet().sheet().findChild<console::PageMarks*>()->marks(), IsEmpty());
+  EXPECT_THAT(OkDifference(), IsEmpty());
 }
 
 TEST_F(SelectedValues, HoveringTellsWhoHasWhat) {

@@ -2,7 +2,12 @@
 // Several property sheets beside one another: of the same objects, and of objects in common.
 #include <gmock/gmock.h>
 
+#include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
@@ -78,6 +83,10 @@ class SideBySide : public ConsoleTest {
       user.Click(IDC_QUOTA_OVERRIDE);
     }
     user.Type(IDC_QUOTA_HARD, megabytes);
+  }
+  void GiveRolfHisAddress() {
+    ModifyEntry(file(), std::string("dn: ") + kRolf +
+                            "\nchangetype: modify\nreplace: mail\nmail: r.uhlig@side.example\n");
   }
   void Apply(QtPropertySheet& sheet) {
     sheet.ApplyButton().click();
@@ -206,6 +215,81 @@ TEST_F(SideBySide, NothingIsTakenFromUnderneathAWindowThatIsWaitedFor) {
   ASSERT_EQ(Sheets().size(), 1);
   Apply(birgit);
   EXPECT_THAT(SearchEntry(file(), kBirgit), Contains("otherMailbox: late@linden-werke.example"));
+}
+
+/// Types an address of Rolf's into the dialog of another's addresses, and opens whose it is.
+contract::ModalScript OpenItsOwner() {
+  return [](QWidget& dialog) {
+    contract::QtPlayer user(dialog);
+    user.Type(IDC_EMAIL_ADDRESS, "r.uhlig@side.example");
+    auto* const open = dialog.findChild<QPushButton*>(QStringLiteral("page_foot_action"));
+    EXPECT_TRUE(QTest::qWaitFor([open] { return open->isVisible(); }, kPatience));
+    open->click();
+    user.Click(static_cast<ControlId>(kDialogCancel));
+  };
+}
+
+TEST_F(SideBySide, WhoIsFoundFromWithinADialogIsShownOverIt) {
+  GiveRolfHisAddress();
+  QtPropertySheet& birgit = Open({kBirgit});
+  modal_scripts().Add(OpenItsOwner());
+  modal_scripts().Add([](QWidget& over) {
+    EXPECT_EQ(ToUtf8(over.windowTitle()), "Rolf Uhlig Properties");
+    EXPECT_TRUE(over.isModal());
+    over.close();
+  });
+  Click(birgit, IDC_EMAIL_ADD);
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+}
+
+TEST_F(SideBySide, WhoStandsOpenIsNotOpenedASecondTimeFromWithinADialog) {
+  GiveRolfHisAddress();
+  QtPropertySheet& birgit = Open({kBirgit});
+  (void)Open({kRolf});
+  birgit.activateWindow();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&birgit));
+  modal_scripts().Add(OpenItsOwner());
+  Answer("open_already", "OK");
+  Click(birgit, IDC_EMAIL_ADD);
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_EQ(Sheets().size(), 2);
+}
+
+TEST_F(SideBySide, TheCommandsForASelectionStandInTheMenu) {
+  auto* const action = window().findChild<QAction*>(QStringLiteral("change_selection"));
+  ASSERT_NE(action, nullptr);
+  EXPECT_FALSE(action->isEnabled()) << "nothing is selected";
+  const QString folder =
+      QStringLiteral("OU=Vertrieb,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example");
+  window().pane().GoTo(ToUtf8(folder));
+  ASSERT_TRUE(QTest::qWaitFor(
+      [&] {
+        const session::DirectoryObject* const shown = window().pane().Container();
+        return shown != nullptr && shown->dn == ToUtf8(folder) && !window().IsReading();
+      },
+      kPatience));
+  window().pane().list().Select({kBirgit, "CN=Stefan Ebert," + ToUtf8(folder)});
+  Settle();
+  ASSERT_EQ(window().pane().list().Selection().size(), 2U);
+  QMenu* menu = nullptr;
+  for (const QAction* const entry : window().menuBar()->actions()) {
+    if (entry->menu() != nullptr && entry->menu()->actions().contains(action)) menu = entry->menu();
+  }
+  ASSERT_NE(menu, nullptr) << "it is in no menu of the bar";
+  EXPECT_EQ(ToUtf8(menu->title()), "&Object");
+  EXPECT_TRUE(action->isEnabled());
+  modal_scripts().Add([](QWidget& commands) {
+    EXPECT_EQ(commands.objectName(), QStringLiteral("commands"));
+    const auto* const table =
+        commands.findChild<QAbstractItemView*>(QStringLiteral("commands_table"));
+    auto* const address = commands.findChild<QLineEdit*>(QStringLiteral("commands_address"));
+    QTest::keyClicks(address, QStringLiteral("{logon}@side.example"));
+    EXPECT_TRUE(QTest::qWaitFor([table] { return table->model()->rowCount() == 2; }, kPatience))
+        << "both that are selected";
+    commands.close();
+  });
+  action->trigger();
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
 }
 
 TEST_F(SideBySide, TheSheetOfAnObjectIsFoundByItsName) {

@@ -3,6 +3,7 @@
 // wrong.
 #include <gmock/gmock.h>
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -83,6 +84,16 @@ TEST_F(TypedFields, AUnitAndBlanksAreUnderstood) {
   Retype(IDC_QUOTA_WARN, "1 000");
   EXPECT_EQ(page().Text(IDC_QUOTA_HARD), "2048") << "as soon as the field is left";
   EXPECT_THAT(OkDifference(), ElementsAre("+ peloraQuotaHard: 2048", "+ peloraQuotaWarn: 1000"));
+}
+
+TEST_F(TypedFields, TheUnitOfSizesIsWrittenAsEverywhere) {
+  OpenWithQuota();
+  int units = 0;
+  for (const QLabel* const label : page().widget().findChildren<QLabel*>()) {
+    EXPECT_NE(label->text(), QStringLiteral("Mb"));
+    if (label->text() == QStringLiteral("MB")) ++units;
+  }
+  EXPECT_EQ(units, 3);
 }
 
 TEST_F(TypedFields, AWarningAboveTheHardLimitIsHeld) {

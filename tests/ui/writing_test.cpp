@@ -4,6 +4,7 @@
 
 #include <QFile>
 
+#include "hosts/console/writing/conflict_dialog.h"
 #include "hosts/console/writing/result_dialog.h"
 #include "tests/ui/writing_sheet.h"
 
@@ -229,8 +230,8 @@ class ConflictSheet : public WritingSheet {
 TEST_F(ConflictSheet, TheirsIsKeptAndTheRestWritten) {
   OpenSheet& open = OpenWithConflict();
   In("conflicts", [](QWidget& window) {
-    EXPECT_THAT(RowsOf(Part<QTableWidget>(window, "conflicts_table")),
-                ElementsAre("Birgit Krämer|Hard limit|500|700|600|"));
+    EXPECT_THAT(RowsOf(Part<QTableView>(window, "conflicts_table")),
+                ElementsAre("Birgit Krämer|Hard limit|500|700|600|Keep theirs"));
     EXPECT_EQ(window.findChild<QComboBox*>()->currentText(), QStringLiteral("Keep theirs"));
     QTest::keyClick(&window, Qt::Key_Return);
   });
@@ -250,6 +251,72 @@ TEST_F(ConflictSheet, MineIsWrittenOverTheirs) {
   EXPECT_FALSE(open.IsOpen());
   EXPECT_TRUE(Holds("peloraQuotaHard: 600"));
   EXPECT_TRUE(IsHidden(kBirgit));
+}
+
+std::vector<session::ShownConflict> ManyConflicts(std::size_t count) {
+  std::vector<session::ShownConflict> conflicts;
+  for (std::size_t at = 0; at < count; ++at) {
+    const std::string name = "User " + std::to_string(at);
+    conflicts.push_back({.dn = "CN=" + name,
+                         .name = name,
+                         .attribute = at == 1 ? "otherMailbox" : "peloraQuotaHard",
+                         .field = at == 1 ? "Addresses" : "Hard limit",
+                         .seen = "1",
+                         .there = "2",
+                         .wanted = "3",
+                         .is_list = at == 1});
+  }
+  return conflicts;
+}
+
+TEST(Conflicts, AreChosenOneByOneByTheKeyboard) {
+  using enum session::ShownConflict::Choice;
+  std::vector<session::ShownConflict> conflicts = ManyConflicts(3);
+  console::ConflictDialog dialog(conflicts, nullptr);
+  dialog.show();
+  dialog.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+  auto& table = Part<QTableView>(dialog, "conflicts_table");
+  ASSERT_EQ(QApplication::focusWidget(), &table);
+  QTest::keyClick(&table, Qt::Key_Down);
+  QTest::keyClick(&table, Qt::Key_Tab);
+  auto* const choice = qobject_cast<QComboBox*>(QApplication::focusWidget());
+  ASSERT_NE(choice, nullptr) << "the list of the row with the keyboard";
+  EXPECT_EQ(ToUtf8(choice->accessibleName()), "What stays of Addresses of User 1");
+  QTest::keyClick(choice, Qt::Key_End);
+  EXPECT_EQ(ToUtf8(choice->currentText()), "Both") << "which lists offer alone";
+  QTest::keyClick(choice, Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(QApplication::focusWidget(), &table);
+  QTest::keyClick(&table, Qt::Key_Down);
+  EXPECT_THAT(RowsOf(table),
+              ElementsAre("User 0|Hard limit|1|2|3|Keep theirs", "User 1|Addresses|1|2|3|Both",
+                          "User 2|Hard limit|1|2|3|Keep theirs"));
+  EXPECT_EQ(conflicts[1].choice, kTheirs) << "nothing is decided yet";
+  QTest::keyClick(&dialog, Qt::Key_Return);
+  EXPECT_EQ(dialog.result(), QDialog::Accepted);
+  EXPECT_EQ(conflicts[0].choice, kTheirs);
+  EXPECT_EQ(conflicts[1].choice, kBoth);
+  EXPECT_EQ(conflicts[2].choice, kTheirs);
+}
+
+TEST(Conflicts, OfThousandsHaveOneListAndAreChosenForAll) {
+  std::vector<session::ShownConflict> conflicts = ManyConflicts(5000);
+  console::ConflictDialog dialog(conflicts, nullptr);
+  dialog.show();
+  EXPECT_EQ(dialog.findChildren<QComboBox*>().size(), 1);
+  auto& table = Part<QTableView>(dialog, "conflicts_table");
+  table.setCurrentIndex(table.model()->index(4321, 0));
+  Part<QPushButton>(dialog, "conflicts_mine").click();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  const auto lists = dialog.findChildren<QComboBox*>();
+  ASSERT_EQ(lists.size(), 1);
+  EXPECT_EQ(ToUtf8(lists.front()->currentText()), "Write mine");
+  lists.front()->setCurrentIndex(0);
+  dialog.accept();
+  const auto theirs = std::ranges::count(conflicts, session::ShownConflict::Choice::kTheirs,
+                                         &session::ShownConflict::choice);
+  EXPECT_EQ(theirs, 1);
+  EXPECT_EQ(conflicts[4321].choice, session::ShownConflict::Choice::kTheirs);
 }
 
 TEST_F(ConflictSheet, NothingIsDecidedByEscape) {

@@ -16,6 +16,7 @@
 
 #include "hosts/console/choosers/search_dialog.h"
 #include "hosts/console/dialogs/on_screen.h"
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/fields/page_foot.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -194,7 +195,7 @@ void CommandDialog::ChooseNames() {
                        .type_filter = session::UsersAndGroupsFilter(),
                        .multiple = true},
                       opener_, this);
-  if (dialog.exec() != QDialog::Accepted) return;
+  if (RunModal(dialog) != QDialog::Accepted) return;
   names_->clear();
   for (const session::DirectoryObject& object : dialog.Chosen()) AddName(object);
   Changed();

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "hosts/console/commands/command_dialog.h"
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/shown_directory.h"
 #include "hosts/ldap/case_fold.h"
@@ -41,7 +42,7 @@ QString RunCommands(const CommandDesk& with, const std::vector<session::Director
   }
   CommandDialog dialog(command, fields, with.errands, with.directory.store,
                        with.directory.session->open_another, parent);
-  dialog.exec();
+  RunModal(dialog);
   return {};
 }
 

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QStyle>
 #include <QToolTip>
+#include <algorithm>
 
 #include "hosts/console/text/plain_text.h"
 
@@ -43,13 +44,30 @@ bool NameLabel::event(QEvent* event) {
   return QLabel::event(event);
 }
 
+QString NameLabel::ShownText() const {
+  if (!wordWrap()) return fontMetrics().elidedText(text(), Qt::ElideRight, width());
+  // A line may reach over the edge by what hardly anybody sees.
+  const int room = std::max(fontMetrics().height(), height() + fontMetrics().height() / 3);
+  const auto fits = [this, room](const QString& shown) {
+    const QRect lines(0, 0, width(), QWIDGETSIZE_MAX);
+    return fontMetrics().boundingRect(lines, kBroken, shown).height() <= room;
+  };
+  if (fits(text())) return text();
+  const auto cut = [this](qsizetype letters) { return text().left(letters) + QChar(0x2026); };
+  qsizetype fitting = 0;
+  qsizetype too_many = text().size();
+  while (too_many - fitting > 1) {
+    const qsizetype middle = fitting + (too_many - fitting) / 2;
+    (fits(cut(middle)) ? fitting : too_many) = middle;
+  }
+  return cut(fitting);
+}
+
 void NameLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const int aligned = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment()));
-  const QString shown =
-      wordWrap() ? text() : fontMetrics().elidedText(text(), Qt::ElideRight, width());
   style()->drawItemText(&painter, rect(), wordWrap() ? aligned | kBroken : aligned, palette(),
-                        isEnabled(), shown, foregroundRole());
+                        isEnabled(), ShownText(), foregroundRole());
 }
 
 void ShowWholeText(QWidget& widget, const QHelpEvent& event, const QString& text) {

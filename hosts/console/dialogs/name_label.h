@@ -14,6 +14,8 @@ class NameLabel final : public QLabel {
  public:
   explicit NameLabel(QWidget* parent = nullptr);
 
+  /// As much of the text as there is room for, with dots where there is more.
+  [[nodiscard]] QString ShownText() const;
   [[nodiscard]] QSize minimumSizeHint() const override;
   [[nodiscard]] int heightForWidth(int width) const override;
 

@@ -13,6 +13,7 @@
 #include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/resources/shown_text.h"
 
 namespace pelora::console {
 namespace {
@@ -123,7 +124,7 @@ LabelControl::LabelControl(const resources::DialogItem& item, QWidget& parent,
                            ControlEvents& events)
     : DialogControl(item, MakeLabel(item, parent), events),
       label_(static_cast<QLabel&>(widget())),
-      text_(item.title),
+      text_(resources::ShownText(item.title)),
       has_mnemonics_((item.style & style::kStaticNoPrefix) == 0),
       fits_any_width_(HoldsNames(item)) {
   ShowPlainly(label_);

@@ -17,6 +17,7 @@
 #include "hosts/session/typed/field_roles.h"
 #include "hosts/session/typed/known_server.h"
 #include "hosts/session/typed/typed_address.h"
+#include "hosts/sheets/forwarding_controller.h"
 
 namespace pelora::console {
 namespace {
@@ -29,10 +30,10 @@ using session::Verdict;
 constexpr std::chrono::milliseconds kPause{250};
 
 /// Stands between a dialog and its controller, and looks at what is typed.
-class CheckedDialog final : public IDialogController {
+class CheckedDialog final : public sheets::ForwardingController {
  public:
   CheckedDialog(IDialogController& controller, const FieldRow& field, CheckedDialogs& dialogs)
-      : controller_(controller),
+      : ForwardingController(controller),
         text_(field.typed_in.text),
         is_address_(session::HoldsAddresses(field)),
         dialogs_(dialogs) {
@@ -43,7 +44,7 @@ class CheckedDialog final : public IDialogController {
   }
 
   std::int32_t OnInitDialog(IDialog& dialog) override {
-    const std::int32_t result = controller_.OnInitDialog(dialog);
+    const std::int32_t result = ForwardingController::OnInitDialog(dialog);
     dialog_ = dynamic_cast<QtDialog*>(&dialog);
     if (dialog_ != nullptr) {
       given_ = dialog_->Text(text_);
@@ -55,24 +56,11 @@ class CheckedDialog final : public IDialogController {
   std::int32_t OnCommand(ControlId id, ControlNotification notification) override {
     const bool is_edit = id == text_ && notification == ControlNotification::kEditChange;
     if (is_edit && dialog_ != nullptr) Judge();
-    return controller_.OnCommand(id, notification);
-  }
-  void OnListViewItemChanged(ControlId id, const ListViewItemChange& change) override {
-    controller_.OnListViewItemChanged(id, change);
-  }
-  void OnListViewDoubleClick(ControlId id, RowIndex row) override {
-    controller_.OnListViewDoubleClick(id, row);
-  }
-  [[nodiscard]] TextRole ListViewTextRole(ControlId id, RowIndex row,
-                                          std::size_t column) const override {
-    return controller_.ListViewTextRole(id, row, column);
-  }
-  std::int32_t OnPageNotification(PageNotification notification) override {
-    return controller_.OnPageNotification(notification);
+    return ForwardingController::OnCommand(id, notification);
   }
   void OnDestroy() override {
     dialog_ = nullptr;
-    controller_.OnDestroy();
+    ForwardingController::OnDestroy();
   }
 
  private:
@@ -125,7 +113,7 @@ class CheckedDialog final : public IDialogController {
   void ShowOwner(const std::string& address, const DirectoryObject& owner) {
     if (dialog_ == nullptr || foot_ == nullptr || typed_ != address) return;
     FootNote note{.level = FootNote::Level::kOdd,
-                  .text = QStringLiteral("This is an address of %1.").arg(ToQString(owner.name))};
+                  .text = ToQString(session::JudgeOwner(owner).sentence)};
     if (dialogs_.show_object) {
       note.action = QStringLiteral("O&pen");
       note.act = [this, owner] { dialogs_.show_object(owner, *foot_->window()); };
@@ -133,7 +121,6 @@ class CheckedDialog final : public IDialogController {
     foot_->Show(note);
   }
 
-  IDialogController& controller_;
   ControlId text_;
   /// Otherwise the name of a server.
   bool is_address_;

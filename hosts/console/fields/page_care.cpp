@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/fields/page_care.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTreeWidget>
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "hosts/console/dialogs/button_controls.h"
@@ -43,10 +45,25 @@ QString DescriptionOf(const FieldJudgement* note, bool is_changed, const QString
   return said.isEmpty() ? QStringLiteral("changed") : QStringLiteral("changed; ") + said;
 }
 
+/// What is said of values in a field's place is read in a field that cannot be used as well as in
+/// any other; there it would be all but gone.
+void KeepPlaceholderReadable(QWidget& widget) {
+  const QColor colour = QApplication::palette(&widget).color(QPalette::Active, QPalette::Text);
+  QPalette palette = widget.palette();
+  const QColor ground = palette.color(QPalette::Disabled, QPalette::Base);
+  const auto between = [](int one, int other) { return (2 * one + other) / 3; };
+  const QColor mixed(between(colour.red(), ground.red()), between(colour.green(), ground.green()),
+                     between(colour.blue(), ground.blue()));
+  if (palette.color(QPalette::Disabled, QPalette::PlaceholderText) == mixed) return;
+  palette.setColor(QPalette::Disabled, QPalette::PlaceholderText, mixed);
+  widget.setPalette(palette);
+}
+
 }  // namespace
 
 PageCare::PageCare(session::PageFields& fields, QtDialog& dialog)
     : fields_(fields), dialog_(dialog), marks_(new PageMarks(dialog.widget())), menu_(*this) {
+  if (IsOfNewObject()) return;
   for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
     if (QWidget* const widget = WidgetOf(field)) menu_.Watch(*widget);
   }
@@ -55,12 +72,13 @@ PageCare::PageCare(session::PageFields& fields, QtDialog& dialog)
 PageCare::~PageCare() { delete marks_.data(); }
 
 void PageCare::Refresh() {
-  notes_ = session::JudgePage(fields_);
+  notes_.clear();
   for (const auto& [field, known] : looked_up_) {
     if (known.judgement.sentence.empty() || TextOf(field) != known.text) continue;
     notes_.push_back({.field = field, .judgement = known.judgement});
   }
-  ShowValuesInPlace();
+  std::ranges::move(session::JudgePage(fields_), std::back_inserter(notes_));
+  if (!IsOfNewObject()) ShowValuesInPlace();
   if (fields_.selection.size() > 1) ShowSwitches();
   ShowRows();
   DrawMarks();
@@ -92,11 +110,13 @@ void PageCare::ShowValuesInPlace() {
     if (values.size() > 1) {
       SetPlainToolTip(*widget, ToQString(session::ValuesAsLines(values)));
     }
+    auto* const edit = qobject_cast<QLineEdit*>(widget);
     if (auto* const list = qobject_cast<QComboBox*>(widget)) {
+      KeepPlaceholderReadable(*list);
       list->setPlaceholderText(Readable(ToQString(session::ValuesInPlace(values))));
     }
-    auto* const edit = qobject_cast<QLineEdit*>(widget);
     if (edit != nullptr) {
+      KeepPlaceholderReadable(*edit);
       ShowValueInPlace(*edit, field, ToQString(session::ValuesInPlace(values)));
     }
   }
@@ -150,7 +170,7 @@ void PageCare::ShowSwitch(std::size_t field) {
 }
 
 void PageCare::SetBack(std::size_t field) {
-  fields_.touched.SetBack(field, *fields_.dialog, *fields_.page);
+  session::SetBack(fields_, field);
   if (on_changed) on_changed();
 }
 
@@ -159,7 +179,7 @@ bool PageCare::CanRemove(std::size_t field) const {
   const bool is_text = kind == FieldKind::kNumber || kind == FieldKind::kText ||
                        kind == FieldKind::kName || kind == FieldKind::kServer;
   const QWidget* const widget = WidgetOf(field);
-  return is_text && fields_.touched.CanSetBack(field) && widget != nullptr && widget->isEnabled() &&
+  return is_text && fields_.touched.CanRemove(field) && widget != nullptr && widget->isEnabled() &&
          session::ValuesInPlace(session::ValuesOf(fields_, field)) != "not set";
 }
 
@@ -168,10 +188,18 @@ void PageCare::RemoveValue(std::size_t field) {
   if (on_changed) on_changed();
 }
 
-void PageCare::SetLookedUp(std::size_t field, session::Judgement judgement) {
-  looked_up_.insert_or_assign(field,
-                              LookedUp{.text = TextOf(field), .judgement = std::move(judgement)});
+void PageCare::SetLookedUp(std::size_t field, session::Judgement judgement,
+                           std::optional<session::DirectoryObject> owner) {
+  looked_up_.insert_or_assign(field, LookedUp{.text = TextOf(field),
+                                              .judgement = std::move(judgement),
+                                              .owner = std::move(owner)});
   Refresh();
+}
+
+const session::DirectoryObject* PageCare::OwnerOf(std::size_t field) const {
+  const auto found = looked_up_.find(field);
+  const bool is_known = found != looked_up_.end() && found->second.text == TextOf(field);
+  return is_known && found->second.owner ? &*found->second.owner : nullptr;
 }
 
 bool PageCare::IsWrong() const {
@@ -195,7 +223,7 @@ void PageCare::DrawMarks() {
     QWidget* const widget = WidgetOf(field);
     if (widget == nullptr) continue;
     const FieldJudgement* const note = NoteOf(field);
-    const bool is_changed = fields_.touched.IsChanged(field);
+    const bool is_changed = fields_.touched.IsChanged(field) && !IsOfNewObject();
     const bool is_shared = kinds.contains(widget);
     const QString why = widget->property(kWhyReadOnly).toString();
     const auto values = session::ValuesOf(fields_, field);
@@ -219,7 +247,12 @@ std::optional<std::size_t> PageCare::FieldAt(const QWidget* widget) const {
   if (widget == nullptr) return std::nullopt;
   for (std::size_t field = 0; field < fields_.touched.Count(); ++field) {
     const QWidget* const control = WidgetOf(field);
-    if (control != nullptr && (control == widget || control->isAncestorOf(widget))) return field;
+    if (control == nullptr || (control != widget && !control->isAncestorOf(widget))) continue;
+    const std::string_view entry = fields_.touched.Row(field).entry;
+    const auto* const list = entry.empty() ? nullptr : qobject_cast<const QTreeWidget*>(control);
+    if (list == nullptr) return field;
+    const QTreeWidgetItem* const row = list->currentItem();
+    if (row != nullptr && row->text(0) == ToQString(entry)) return field;
   }
   return std::nullopt;
 }

@@ -18,7 +18,9 @@ class QTreeWidget;
 
 namespace pelora::console {
 
-/// The fields of one page as they stand: what there is to say of each, and its marks.
+/// The fields of one page as they stand: what there is to say of each, and its marks. A page
+/// without selected objects is one of a new object: nothing was read there, so nothing on it counts
+/// as changed or can be set back.
 class PageCare final {
  public:
   /// Both outlive the object.
@@ -29,8 +31,12 @@ class PageCare final {
 
   /// Judges the page anew and draws its marks.
   void Refresh();
-  /// What was found out beside the window of a field as it stands now.
-  void SetLookedUp(std::size_t field, session::Judgement judgement);
+  /// What was found out beside the window of a field as it stands now, and whose it is, if it is
+  /// somebody's.
+  void SetLookedUp(std::size_t field, session::Judgement judgement,
+                   std::optional<session::DirectoryObject> owner = std::nullopt);
+  /// Whose what stands in a field is; null when nobody's is known of.
+  [[nodiscard]] const session::DirectoryObject* OwnerOf(std::size_t field) const;
 
   [[nodiscard]] session::PageFields& fields() { return fields_; }
   /// Whether something on the page cannot be written.
@@ -39,7 +45,8 @@ class PageCare final {
   /// any. Null when there is nothing.
   [[nodiscard]] const session::FieldJudgement* NoteOf(std::optional<std::size_t> field) const;
 
-  /// The field whose control has, or lies around, a widget.
+  /// The field whose control has, or lies around, a widget; of several in one list view, the one in
+  /// whose row the keyboard is.
   [[nodiscard]] std::optional<std::size_t> FieldAt(const QWidget* widget) const;
   [[nodiscard]] std::optional<std::size_t> FindField(std::string_view attribute) const;
   /// The control that shows a field; null when the page has none.
@@ -65,6 +72,7 @@ class PageCare final {
   void ShowSwitch(std::size_t field);
   /// The rows of lists show names for people, and which address is the default one.
   void ShowRows();
+  [[nodiscard]] bool IsOfNewObject() const { return fields_.selection.empty(); }
   [[nodiscard]] bool IsSwitchesOnly(const QTreeWidget& list) const;
   void DrawMarks();
 
@@ -78,6 +86,7 @@ class PageCare final {
   struct LookedUp {
     std::string text;
     session::Judgement judgement;
+    std::optional<session::DirectoryObject> owner;
   };
   std::map<std::size_t, LookedUp> looked_up_;
 };

@@ -7,16 +7,13 @@
 #include <memory>
 #include <optional>
 
+#include "hosts/console/fields/field_notes.h"
 #include "hosts/console/fields/page_care.h"
 #include "hosts/console/fields/page_foot.h"
-#include "hosts/console/reading/directory_questions.h"
 #include "hosts/console/sheets/property_sheet.h"
 #include "hosts/session/guarded_tabs.h"
 
 namespace pelora::console {
-
-/// Shows the settings of an object; `from` is the window in which somebody asked for them.
-using ShowObject = std::function<void(const session::DirectoryObject& object, QWidget& from)>;
 
 /// Looks after the fields of a property sheet while they are edited: marks what was changed and
 /// what is wrong, says so in a line below the pages, holds OK and Apply while something is wrong,
@@ -30,18 +27,14 @@ class SheetFields final : public QObject {
               ldap::StoreOpener opener);
   ~SheetFields() override;
 
-  /// May be none.
-  ShowObject show_object;
-
   /// Shows the page with the field of an attribute and puts the keyboard into it. Nothing happens
   /// where no page has such a field.
   void GoTo(std::string_view attribute);
 
   [[nodiscard]] const PageFoot& foot() const { return *foot_; }
   /// Whether an answer of the directory is awaited.
-  [[nodiscard]] bool IsAsking() const { return questions_ && questions_->IsAsking(); }
-  [[nodiscard]] const ldap::StoreOpener& opener() const { return opener_; }
-  [[nodiscard]] DirectoryQuestions* questions() { return questions_ ? &*questions_ : nullptr; }
+  [[nodiscard]] bool IsAsking() const { return notes_.IsAsking(); }
+  [[nodiscard]] FieldNotes& notes() { return notes_; }
   [[nodiscard]] session::GuardedTabs& tabs() { return *tabs_; }
   [[nodiscard]] const QtPropertySheet& sheet() const { return sheet_; }
 
@@ -51,28 +44,21 @@ class SheetFields final : public QObject {
   [[nodiscard]] bool MayApply();
   /// Says to the machine whether the page has changes, where that is known better than by it.
   void TellMachine(std::size_t page);
-  void LookUp(std::size_t page);
-  void LookUpServer(std::size_t page, std::size_t field);
   void LookUpDefaultQuota(std::size_t page);
   void ShowHold();
   void ShowNote();
   [[nodiscard]] FootNote NoteToShow();
-  /// The offers that belong to a field, whatever is said of it.
-  void AddOffer(FootNote& note, PageCare& page, std::size_t field);
   [[nodiscard]] std::optional<FootNote> QuotaHint(PageCare& page) const;
-  void FindObjects(PageCare& page, std::size_t field);
 
   QtPropertySheet& sheet_;
   std::shared_ptr<session::GuardedTabs> tabs_;
-  ldap::StoreOpener opener_;
   PageFoot* foot_;
   /// By the pages' numbers, from when they are filled.
   std::map<std::size_t, std::unique_ptr<PageCare>> pages_;
-  std::map<std::pair<std::size_t, std::size_t>, std::string> asked_servers_;
   bool has_asked_quota_ = false;
   QString default_quota_;
-  std::optional<std::size_t> focused_;
-  std::optional<DirectoryQuestions> questions_;
+  // Gone before the pages of which it says something.
+  FieldNotes notes_;
 };
 
 }  // namespace pelora::console

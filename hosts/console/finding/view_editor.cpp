@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/check/search_query.h"
@@ -96,7 +97,7 @@ class ViewEditor final : public QDialog {
 
 bool EditView(session::View& view, QWidget* parent) {
   ViewEditor editor(view, parent);
-  if (editor.exec() != QDialog::Accepted) return false;
+  if (RunModal(editor) != QDialog::Accepted) return false;
   editor.Take(view);
   return true;
 }

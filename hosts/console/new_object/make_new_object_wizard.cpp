@@ -49,7 +49,8 @@ WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
       QtNewObjectWizard::Parts{.module = module,
                                .message_box = told->box,
                                .kind = kind,
-                               .own_context = std::move(prepared.own_context)},
+                               .own_context = std::move(prepared.own_context),
+                               .open_another = std::move(directory.open_another)},
       std::move(prepared.setup), parent);
   wizard->surroundings = told;
   wizard->explain_failure = [told] { return ToQString(told->words()); };

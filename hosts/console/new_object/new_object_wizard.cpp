@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/new_object/new_object_wizard.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -12,6 +13,7 @@
 #include "directory/creation_failure.h"
 #include "directory/error_text.h"
 #include "hosts/console/dialogs/discard_question.h"
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
 #include "hosts/session/filled_fields.h"
@@ -38,9 +40,18 @@ QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, sheets::NewObjectSetup 
   MakeLayout(container_);
   machine_.own_name = [this] { return session::Trimmed(own_page_->Values().name); };
   machine_.on_failure = [this](const sheets::CreationResult& failure) { ShowFailure(failure); };
+  notes_.emplace(*foot_, parts_.open_another);
+  notes_->on_answer = [this] { ShowNote(); };
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](const QWidget* /*old*/, const QWidget* now) {
+            DoGuarded([this, now] { OnFocusMoved(now); });
+          });
 }
 
 QtNewObjectWizard::~QtNewObjectWizard() {
+  // The window is hidden, and the keyboard leaves it, when the pages are gone.
+  disconnect(qApp, nullptr, this, nullptr);
+  notes_.reset();
   dialogs_.clear();
   machine_.Close();
 }
@@ -67,24 +78,48 @@ HRESULT QtNewObjectWizard::AddExtension(Ref<IDsAdminNewObjExt> extension, sheets
                                                        reinterpret_cast<void**>(fields.Put())));
   const HRESULT status = machine_.AddExtension(std::move(extension), role);
   MakePages();
-  rows_.resize(dialogs_.size());
   // They are those of the page that came last.
-  if (has_fields && !rows_.empty()) rows_.back() = fields->Fields();
+  if (has_fields && !watched_.empty()) {
+    const std::size_t place = machine_.OwnPages() + watched_.size() - 1;
+    watched_.back()->Learn(fields->Fields(), machine_.pages().Template(place));
+  }
   return status;
 }
 
-const std::vector<FieldRow>* QtNewObjectWizard::RowsAt(std::size_t place) const {
+WatchedWizardPage* QtNewObjectWizard::ShownPage() const {
+  const std::size_t place = machine_.pages().Current();
   const std::size_t own = machine_.OwnPages();
-  return place >= own && place - own < rows_.size() ? &rows_[place - own] : nullptr;
+  return place >= own && place - own < watched_.size() ? watched_[place - own].get() : nullptr;
 }
 
-void QtNewObjectWizard::ShowHint() {
+bool QtNewObjectWizard::IsWrong() const {
+  return std::ranges::any_of(watched_, [](const auto& page) { return page->IsWrong(); });
+}
+
+void QtNewObjectWizard::ShowNote() {
+  const WatchedWizardPage* const page = ShownPage();
+  if (page == nullptr || page->care() == nullptr || !notes_) return foot_->Show({});
+  const FootNote note = notes_->NoteOf(*page->care());
+  if (note.level == FootNote::Level::kWrong || machine_.IsNextEnabled()) return foot_->Show(note);
   const std::size_t place = machine_.pages().Current();
-  QtDialog* const dialog = IsSummary() ? nullptr : Dialog(place);
-  const std::vector<FieldRow>* const rows = RowsAt(place);
-  const bool waits = dialog != nullptr && rows != nullptr && !machine_.IsNextEnabled();
-  const resources::DialogTemplate* const page = waits ? &machine_.pages().Template(place) : nullptr;
-  hint_->setText(waits ? ToQString(session::WhatIsMissing(*rows, *page, *dialog)) : QString());
+  const std::string missing =
+      session::WhatIsMissing(page->rows(), machine_.pages().Template(place), *Dialog(place));
+  if (missing.empty()) return foot_->Show(note);
+  foot_->Show({.level = FootNote::Level::kHint, .text = ToQString(missing)});
+}
+
+void QtNewObjectWizard::OnFocusMoved(const QWidget* now) {
+  const WatchedWizardPage* const page = ShownPage();
+  // The line's own button is no reason to say something else.
+  if (page == nullptr || page->care() == nullptr || !notes_) return;
+  if (now == nullptr || foot_->isAncestorOf(now)) return;
+  notes_->OnFocusMoved(*page->care(), now);
+  ShowNote();
+}
+
+void QtNewObjectWizard::Next() {
+  if (WatchedWizardPage* const page = ShownPage()) page->PutWhatIsMeant();
+  if (!IsWrong()) machine_.Next();
 }
 
 void QtNewObjectWizard::MakePages() {
@@ -94,8 +129,13 @@ void QtNewObjectWizard::MakePages() {
        ++place) {
     auto* holder = new QWidget;
     stack_->insertWidget(stack_->count() - 1, holder);
+    watched_.push_back(std::make_unique<WatchedWizardPage>(pages.Controller(place)));
+    watched_.back()->on_edited = [this, page = watched_.back().get()] {
+      if (notes_ && page->care() != nullptr) notes_->LookUp(*page->care());
+      UpdateButtons();
+    };
     dialogs_.push_back(std::make_unique<QtDialog>(
-        pages.Template(place), pages.Controller(place), *holder,
+        pages.Template(place), *watched_.back(), *holder,
         DialogHost{.set_modified = {}, .end = {}, .taken_keys = QString(kOwnKeys)}));
     // The window has room for every page from the start, and its buttons stay where they are.
     holder->setMinimumSize(dialogs_.back()->widget().size());
@@ -133,14 +173,17 @@ void QtNewObjectWizard::ShowPage(std::size_t place) {
 void QtNewObjectWizard::UpdateButtons() {
   back_->setEnabled(machine_.IsBackEnabled());
   next_->setVisible(!IsSummary());
-  next_->setEnabled(machine_.IsNextEnabled());
-  ShowHint();
+  const bool is_wrong = IsWrong();
+  next_->setEnabled(machine_.IsNextEnabled() && !is_wrong);
+  ShowNote();
   finish_->setVisible(IsSummary());
+  finish_->setEnabled(!is_wrong);
   (IsSummary() ? finish_ : next_)->setDefault(true);
 }
 
 void QtNewObjectWizard::Finish() {
   failure_->hide();
+  if (IsWrong()) return;
   if (machine_.Finish(Dialog(machine_.OwnPages()))) accept();
 }
 

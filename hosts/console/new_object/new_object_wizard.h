@@ -5,13 +5,17 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "hosts/console/dialogs/qt_dialog.h"
+#include "hosts/console/fields/field_notes.h"
+#include "hosts/console/fields/page_foot.h"
 #include "hosts/console/new_object/own_page.h"
+#include "hosts/console/new_object/watched_wizard_page.h"
+#include "hosts/ldap/store_opener.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/sheets/wizard_machine.h"
-#include "platform/field_rows.h"
 #include "platform/message_box.h"
 
 class QLabel;
@@ -38,6 +42,9 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
     IMessageBox& message_box;
     const session::NewObjectKind& kind;
     session::OwnContext own_context;
+    /// Opens the same directory for use on another thread. May be none: then nothing is looked up
+    /// beside the window.
+    ldap::StoreOpener open_another{};
   };
 
   /// What `parts` refers to outlives the window. The number of own pages in `setup` and what they
@@ -55,6 +62,10 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   [[nodiscard]] std::size_t PageCount() const { return machine_.pages().Count(); }
   [[nodiscard]] std::size_t CurrentPage() const { return machine_.pages().Current(); }
   [[nodiscard]] bool IsSummary() const { return machine_.IsSummary(); }
+  /// The line below the pages.
+  [[nodiscard]] const PageFoot& foot() const { return *foot_; }
+  /// What is said there of the fields of the extensions' pages.
+  [[nodiscard]] FieldNotes& notes() { return *notes_; }
   /// Null for a kind that has none.
   [[nodiscard]] OwnPage* own_page() const { return own_page_; }
   /// The dialog of an extension's page; null while it was never shown, and for other pages.
@@ -89,10 +100,14 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   /// Makes the widgets of the pages that an extension has added.
   void MakePages();
   void FillSummary();
-  /// The fields of the extension whose page stands at a place; none for other pages.
-  [[nodiscard]] const std::vector<FieldRow>* RowsAt(std::size_t place) const;
-  /// Says in the line below the pages what Next waits for.
-  void ShowHint();
+  /// The extension's page that shows; null while another one does.
+  [[nodiscard]] WatchedWizardPage* ShownPage() const;
+  /// Whether something on an extension's page cannot be written.
+  [[nodiscard]] bool IsWrong() const;
+  void OnFocusMoved(const QWidget* now);
+  void Next();
+  /// Says in the line below the pages what is wrong, what Next waits for, or what is odd.
+  void ShowNote();
   void Finish();
   /// Takes down what a page stands at when it is shown first.
   void NoteInputs(std::size_t place);
@@ -109,16 +124,17 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   QPushButton* next_ = nullptr;
   QPushButton* finish_ = nullptr;
   QPushButton* cancel_ = nullptr;
-  QLabel* hint_ = nullptr;
+  PageFoot* foot_ = nullptr;
   QString container_;
   QString title_;
   /// What the pages that were shown stood at first, by their places.
   std::map<std::size_t, QString> inputs_;
-  /// What stands of the extensions' pages; their controllers hear of it when they first show. Gone
-  /// before the pages.
+  /// What stands of the extensions' pages, and what the dialogs report to; the pages' controllers
+  /// hear of it when they first show. Gone before the pages.
+  std::vector<std::unique_ptr<WatchedWizardPage>> watched_;
   std::vector<std::unique_ptr<QtDialog>> dialogs_;
-  /// Of each extension's page.
-  std::vector<std::vector<FieldRow>> rows_;
+  // Asks nothing more when the pages go.
+  std::optional<FieldNotes> notes_;
   sheets::WizardMachine machine_;
 };
 

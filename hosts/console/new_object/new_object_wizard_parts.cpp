@@ -28,6 +28,10 @@ QWidget* MakeHead(session::ObjectIcon icon, const QString& container, QWidget& p
   place->setText(QStringLiteral("Create in:  %1").arg(container));
   place->setObjectName(QStringLiteral("own_container"));
   place->setWordWrap(true);
+  // However long it is, it widens no wizard.
+  QSizePolicy room(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  room.setHeightForWidth(true);
+  place->setSizePolicy(room);
   auto* row = new QHBoxLayout;
   row->addWidget(picture);
   row->addWidget(place, 1);
@@ -50,12 +54,8 @@ void QtNewObjectWizard::MakeLayout(const QString& container) {
   layout->addWidget(stack_);
   MakeOwnPage();
   MakeSummary();
-  hint_ = new QLabel(this);
-  hint_->setObjectName(QStringLiteral("wizard_hint"));
-  ShowPlainly(*hint_);
-  // The buttons stay where they are, whatever it says.
-  hint_->setFixedHeight(hint_->fontMetrics().lineSpacing());
-  layout->addWidget(hint_);
+  foot_ = new PageFoot(this);
+  layout->addWidget(foot_);
   MakeButtons(*layout);
 }
 
@@ -101,7 +101,7 @@ void QtNewObjectWizard::MakeButtons(QVBoxLayout& layout) {
     return button;
   };
   back_ = make("< &Back", "wizard_back", [this] { machine_.Back(); });
-  next_ = make("&Next >", "wizard_next", [this] { machine_.Next(); });
+  next_ = make("&Next >", "wizard_next", [this] { Next(); });
   finish_ = make("&Finish", "wizard_finish", [this] { Finish(); });
   cancel_ = make("Cancel", "wizard_cancel", [this] { reject(); });
   for (QPushButton* button : {back_, cancel_}) button->setAutoDefault(false);
@@ -128,9 +128,10 @@ void QtNewObjectWizard::FillSummary() {
   for (std::size_t at = 0; at < dialogs_.size(); ++at) {
     const std::size_t place = machine_.OwnPages() + at;
     QtDialog* const dialog = Dialog(place);
-    if (dialog == nullptr || rows_[at].empty()) continue;
+    const std::vector<FieldRow>& rows = watched_[at]->rows();
+    if (dialog == nullptr || rows.empty()) continue;
     for (const std::string& line :
-         session::FilledFields(rows_[at], machine_.pages().Template(place), *dialog)) {
+         session::FilledFields(rows, machine_.pages().Template(place), *dialog)) {
       fields.append(ToQString(line));
     }
   }

@@ -65,10 +65,11 @@ SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selectio
   const std::shared_ptr<session::GuardedTabs> tabs(parts, &parts->tabs);
   sheet->machine().commit = [tabs] { return tabs->Commit(); };
   auto* const fields = new SheetFields(*sheet, tabs, opener);
-  fields->show_object = show_object;
-  parts->dialogs.questions = fields->questions();
+  fields->notes().show_object = show_object;
+  parts->dialogs.questions = fields->notes().questions();
   parts->dialogs.show_object = std::move(show_object);
   for (const session::DirectoryObject& object : selection) parts->dialogs.own.push_back(object.dn);
+  fields->notes().own = parts->dialogs.own;
   parts->dialogs.field_of = [&tabs = *tabs, &sheet = *sheet](DialogId dialog) {
     return FieldTypedIn(tabs, sheet.PageCount(), dialog);
   };

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/name_key.h"
@@ -32,14 +33,18 @@ SheetWindows::~SheetWindows() {
   for (const Window& window : windows_) delete window.sheet.data();
 }
 
-QtPropertySheet* SheetWindows::Raise(std::span<const session::DirectoryObject> selection) {
+QtPropertySheet* SheetWindows::Find(std::span<const session::DirectoryObject> selection) const {
   const QStringList names = NamesOf(selection);
   for (const Window& window : windows_) {
-    if (window.names != names || !window.sheet || !window.sheet->isVisible()) continue;
-    BringToFront(*window.sheet);
-    return window.sheet;
+    if (window.names == names && window.sheet && window.sheet->isVisible()) return window.sheet;
   }
   return nullptr;
+}
+
+QtPropertySheet* SheetWindows::Raise(std::span<const session::DirectoryObject> selection) {
+  QtPropertySheet* const open = Find(selection);
+  if (open != nullptr) BringToFront(*open);
+  return open;
 }
 
 void SheetWindows::Show(std::unique_ptr<QtPropertySheet> sheet,
@@ -61,7 +66,7 @@ void SheetWindows::Show(std::unique_ptr<QtPropertySheet> sheet,
 void SheetWindows::ShowModal(QtPropertySheet& sheet,
                              std::span<const session::DirectoryObject> selection) {
   places_.Recall(sheet, selection);
-  sheet.exec();
+  RunModal(sheet);
   places_.Remember(sheet, selection);
 }
 

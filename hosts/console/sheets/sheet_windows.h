@@ -27,8 +27,9 @@ class SheetWindows {
   SheetWindows(const SheetWindows&) = delete;
   SheetWindows& operator=(const SheetWindows&) = delete;
 
-  /// Brings the sheet of these objects to the front, in whatever order they are named; null when
-  /// there is none.
+  /// The sheet of these objects, in whatever order they are named; null when there is none.
+  [[nodiscard]] QtPropertySheet* Find(std::span<const session::DirectoryObject> selection) const;
+  /// Brings that sheet to the front, if there is one.
   QtPropertySheet* Raise(std::span<const session::DirectoryObject> selection);
   /// Shows the sheet of a selection, which goes when it is closed. It lies where the last of its
   /// kind did, and not exactly on another one.

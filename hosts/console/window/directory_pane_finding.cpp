@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QTreeView>
 
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/finding/column_dialog.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/directory_pane.h"
@@ -106,7 +107,7 @@ session::View DirectoryPane::ShownView() const {
 void DirectoryPane::ChooseColumns() {
   if (fields_ == nullptr) return;
   ColumnDialog dialog(session::AllColumns(*fields_), listing_->order().columns, this);
-  if (dialog.exec() != QDialog::Accepted) return;
+  if (RunModal(dialog) != QDialog::Accepted) return;
   remembered_.SetColumns(find_->ViewName(), dialog.Chosen());
   ShowAsked();
 }

@@ -18,6 +18,7 @@
 
 #include "hosts/console/commands/run_commands.h"
 #include "hosts/console/dialogs/name_label.h"
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/new_object/make_new_object_wizard.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -138,11 +139,16 @@ void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
   const std::optional<session::DirectoryObject> container = pane_->PlaceForNew();
   if (!directory_ || !container) return;
   session::NotedAdditions store(directory_->store, directory_->history);
-  WizardResult made = MakeNewObjectWizard(
-      kind, *container, {.store = store, .specifiers = directory_->session->specifiers},
-      directory_->platform.platform(), module_, this);
+  WizardResult made = MakeNewObjectWizard(kind, *container,
+                                          {.store = store,
+                                           .specifiers = directory_->session->specifiers,
+                                           .open_another = directory_->session->open_another},
+                                          directory_->platform.platform(), module_, this);
   if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
-  const bool is_made = made.wizard->exec() == QDialog::Accepted;
+  made.wizard->notes().show_object = [this](const session::DirectoryObject& object, QWidget& from) {
+    ShowAnother(object, from);
+  };
+  const bool is_made = RunModal(*made.wizard) == QDialog::Accepted;
   if (is_made) ShowNewObject(kind, container->dn, made.wizard->created_name());
   made.wizard.reset();
   // A directory that was opened meanwhile need not wait any longer.
@@ -214,7 +220,7 @@ void MainWindow::AskForFile() {
 void MainWindow::AskForServer() {
   const bool is_server = session() != nullptr && !session()->is_file;
   ConnectDialog dialog(is_server ? ToQString(session()->path) : QString(), this);
-  if (dialog.exec() == QDialog::Accepted) OpenServerBesides(dialog.Server());
+  if (RunModal(dialog) == QDialog::Accepted) OpenServerBesides(dialog.Server());
 }
 
 void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown) {

@@ -78,6 +78,7 @@ void MainWindow::MakeActions() {
                    QStringLiteral("Add, replace and remove addresses, delegates and recipients of "
                                   "the selection"),
                    {}, [this] { ChangeSelection(); });
+  commands_->setObjectName(QStringLiteral("change_selection"));
   refresh_ = make(ThemeIcon("view-refresh", QStyle::SP_BrowserReload), QStringLiteral("&Refresh"),
                   QStringLiteral("Read the directory again"),
                   {QKeySequence(Qt::Key_F5), QKeySequence(QStringLiteral("Ctrl+R"))},

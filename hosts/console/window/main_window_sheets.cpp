@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // The way from a selection to its properties.
+#include <QMessageBox>
 #include <QStatusBar>
 #include <utility>
 
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
@@ -134,6 +136,16 @@ void MainWindow::OpenAnew(QtPropertySheet& sheet,
 void MainWindow::ShowAnother(const session::DirectoryObject& object, QWidget& from) {
   const std::span selection(&object, 1);
   if (!from.isModal()) return ShowProperties(selection);
+  if (sheets_.Find(selection) != nullptr) {
+    QMessageBox box(QMessageBox::Information, QStringLiteral("Pelora Console"), {}, QMessageBox::Ok,
+                    &from);
+    box.setObjectName(QStringLiteral("open_already"));
+    SetPlainTexts(
+        box, QStringLiteral("The settings of %1 are open already.").arg(ToQString(object.name)),
+        QStringLiteral("Their window can be used again as soon as this one is closed."));
+    RunModal(box);
+    return;
+  }
   // Nothing beside a modal window can be used: over it, the sheet is waited for.
   const SheetResult made = MakeSheet(selection, from, {});
   if (!made.sheet) return;

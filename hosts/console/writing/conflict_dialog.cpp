@@ -6,7 +6,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QTableWidget>
+#include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -19,12 +19,11 @@ namespace pelora::console {
 namespace {
 
 constexpr QSize kWantedSize(860, 320);
-constexpr int kChoiceColumn = 5;
 
 }  // namespace
 
 ConflictDialog::ConflictDialog(std::vector<session::ShownConflict>& conflicts, QWidget* parent)
-    : QDialog(parent), conflicts_(conflicts) {
+    : QDialog(parent), conflicts_(conflicts), model_(new ConflictModel(conflicts, this)) {
   setObjectName(QStringLiteral("conflicts"));
   setWindowTitle(QStringLiteral("Changed Meanwhile by Someone Else"));
   auto* note = new QLabel(
@@ -32,19 +31,19 @@ ConflictDialog::ConflictDialog(std::vector<session::ShownConflict>& conflicts, Q
                      "their objects has been written yet: choose what is to stay."),
       this);
   note->setWordWrap(true);
-  MakeTable();
-  auto* theirs = new QPushButton(QStringLiteral("Keep &Theirs Everywhere"), this);
-  theirs->setObjectName(QStringLiteral("conflicts_theirs"));
+  theirs_ = new QPushButton(QStringLiteral("Keep &Theirs Everywhere"), this);
+  theirs_->setObjectName(QStringLiteral("conflicts_theirs"));
   auto* mine = new QPushButton(QStringLiteral("Write &Mine Everywhere"), this);
   mine->setObjectName(QStringLiteral("conflicts_mine"));
-  connect(theirs, &QPushButton::clicked, this, [this] { ChooseForAll(Choice::kTheirs); });
+  connect(theirs_, &QPushButton::clicked, this, [this] { ChooseForAll(Choice::kTheirs); });
   connect(mine, &QPushButton::clicked, this, [this] { ChooseForAll(Choice::kMine); });
-  for (QPushButton* button : {theirs, mine}) button->setAutoDefault(false);
+  for (QPushButton* button : {theirs_, mine}) button->setAutoDefault(false);
+  MakeTable();
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   connect(buttons, &QDialogButtonBox::accepted, this, &ConflictDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &ConflictDialog::reject);
   auto* row = new QHBoxLayout;
-  row->addWidget(theirs);
+  row->addWidget(theirs_);
   row->addWidget(mine);
   row->addStretch();
   auto* layout = new QVBoxLayout(this);
@@ -53,61 +52,59 @@ ConflictDialog::ConflictDialog(std::vector<session::ShownConflict>& conflicts, Q
   layout->addLayout(row);
   layout->addWidget(buttons);
   ResizeToFit(*this, kWantedSize);
-  choices_.front()->setFocus();
+  table_->setFocus();
 }
 
 void ConflictDialog::MakeTable() {
-  const QStringList headings = {QStringLiteral("Object"),      QStringLiteral("Field"),
-                                QStringLiteral("You saw"),     QStringLiteral("There is now"),
-                                QStringLiteral("You entered"), QStringLiteral("What stays")};
-  table_ = new QTableWidget(static_cast<int>(conflicts_.size()), kChoiceColumn + 1, this);
+  table_ = new QTableView(this);
   table_->setObjectName(QStringLiteral("conflicts_table"));
   table_->setAccessibleName(QStringLiteral("Conflicts"));
-  table_->setHorizontalHeaderLabels(headings);
-  table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  table_->setTabKeyNavigation(false);
-  table_->setFocusPolicy(Qt::ClickFocus);
-  table_->setWordWrap(false);
-  table_->verticalHeader()->hide();
-  ShareColumns(*table_);
-  table_->horizontalHeader()->setSectionResizeMode(kChoiceColumn, QHeaderView::ResizeToContents);
-  int row = 0;
-  for (const session::ShownConflict& conflict : conflicts_) AddRow(row++, conflict);
-  table_->resizeRowsToContents();
+  SetUpTable(*table_, *model_);
+  // As much room as the list takes that is put into one row.
+  QComboBox widest;
+  widest.addItem(ConflictModel::TextOf(Choice::kTheirs));
+  table_->verticalHeader()->setDefaultSectionSize(
+      std::max(table_->verticalHeader()->defaultSectionSize(), widest.sizeHint().height()));
+  QHeaderView& header = *table_->horizontalHeader();
+  header.setSectionResizeMode(ConflictModel::kChoice, QHeaderView::Fixed);
+  header.resizeSection(ConflictModel::kChoice,
+                       std::max(header.minimumSectionSize(), widest.sizeHint().width()));
+  connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this](const QModelIndex& now, const QModelIndex& before) {
+            OfferChoiceIn(now.row(), before.row());
+          });
+  OfferChoiceIn(0, -1);
 }
 
-void ConflictDialog::AddRow(int row, const session::ShownConflict& conflict) {
-  int column = 0;
-  for (const std::string* text :
-       {&conflict.name, &conflict.field, &conflict.seen, &conflict.there, &conflict.wanted}) {
-    const QString shown = Readable(ToQString(*text));
-    auto* item = new QTableWidgetItem(shown.simplified());
-    item->setToolTip(PlainToolTip(column == 0 ? ToQString(conflict.dn) : shown));
-    table_->setItem(row, column++, item);
-  }
+void ConflictDialog::OfferChoiceIn(int row, int before) {
+  const auto place = [this](int at) { return model_->index(at, ConflictModel::kChoice); };
+  if (before >= 0) table_->setIndexWidget(place(before), nullptr);
+  if (row < 0) return;
+  const session::ShownConflict& conflict = conflicts_.at(static_cast<std::size_t>(row));
   auto* choice = new QComboBox(table_);
   choice->setAccessibleName(
       QStringLiteral("What stays of %1 of %2")
           .arg(Readable(ToQString(conflict.field)), Readable(ToQString(conflict.name))));
-  const auto add = [choice](const QString& text, Choice meaning) {
-    choice->addItem(text, static_cast<int>(meaning));
-  };
-  add(QStringLiteral("Keep theirs"), Choice::kTheirs);
-  add(QStringLiteral("Write mine"), Choice::kMine);
-  if (conflict.is_list) add(QStringLiteral("Both"), Choice::kBoth);
-  table_->setCellWidget(row, kChoiceColumn, choice);
-  choices_.push_back(choice);
+  for (const Choice possible : model_->ChoicesOf(row)) {
+    choice->addItem(ConflictModel::TextOf(possible), static_cast<int>(possible));
+  }
+  choice->setCurrentIndex(choice->findData(static_cast<int>(model_->ChoiceOf(row))));
+  connect(choice, &QComboBox::currentIndexChanged, this, [this, row, choice] {
+    model_->Choose(row, static_cast<Choice>(choice->currentData().toInt()));
+  });
+  table_->setIndexWidget(place(row), choice);
+  setTabOrder(table_, choice);
+  setTabOrder(choice, theirs_);
 }
 
 void ConflictDialog::ChooseForAll(Choice choice) {
-  for (QComboBox* box : choices_) {
-    box->setCurrentIndex(std::max(0, box->findData(static_cast<int>(choice))));
-  }
+  model_->ChooseForAll(choice);
+  OfferChoiceIn(table_->currentIndex().row(), table_->currentIndex().row());
 }
 
 void ConflictDialog::accept() {
   for (std::size_t at = 0; at < conflicts_.size(); ++at) {
-    conflicts_[at].choice = static_cast<Choice>(choices_[at]->currentData().toInt());
+    conflicts_[at].choice = model_->ChoiceOf(static_cast<int>(at));
   }
   QDialog::accept();
 }

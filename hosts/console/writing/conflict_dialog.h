@@ -4,15 +4,18 @@
 #include <QDialog>
 #include <vector>
 
-#include "hosts/session/writing_desk.h"
+#include "hosts/console/writing/conflict_model.h"
 
-class QComboBox;
-class QTableWidget;
+class QPushButton;
+class QTableView;
 
 namespace pelora::console {
 
 /// Asks what is to become of fields that somebody else changed meanwhile, one by one or all at
 /// once. Nothing is decided before it is accepted.
+///
+/// There may be thousands: only the row with the keyboard has a list to choose from, to which Tab
+/// goes from the table.
 class ConflictDialog final : public QDialog {
  public:
   /// `conflicts` outlive the dialog, which sets the choices in them when it is accepted.
@@ -21,15 +24,17 @@ class ConflictDialog final : public QDialog {
   void accept() override;
 
  private:
-  using Choice = session::ShownConflict::Choice;
+  using Choice = ConflictModel::Choice;
 
   void MakeTable();
-  void AddRow(int row, const session::ShownConflict& conflict);
+  /// Puts the list to choose from into a row, and takes it from where it was.
+  void OfferChoiceIn(int row, int before);
   void ChooseForAll(Choice choice);
 
   std::vector<session::ShownConflict>& conflicts_;
-  QTableWidget* table_ = nullptr;
-  std::vector<QComboBox*> choices_;
+  ConflictModel* model_;
+  QTableView* table_ = nullptr;
+  QPushButton* theirs_ = nullptr;
 };
 
 }  // namespace pelora::console

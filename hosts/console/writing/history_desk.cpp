@@ -87,7 +87,7 @@ void HistoryDesk::ShowList() {
   HistoryDialog dialog([this] { return history_->List(); }, &window_);
   dialog.on_undo = [this](const session::PastChange& past) { TakeBack(past, false); };
   dialog.on_redo = [this](const session::PastChange& past) { TakeBack(past, true); };
-  dialog.exec();
+  RunModal(dialog);
 }
 
 }  // namespace pelora::console

@@ -16,6 +16,7 @@
 
 #include "hosts/changes/change_runner.h"
 #include "hosts/console/dialogs/on_screen.h"
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/writing/result_model.h"
@@ -136,7 +137,7 @@ void ResultDialog::SaveReport() {
   if (error.isEmpty()) return;
   QMessageBox box(QMessageBox::Critical, windowTitle(), {}, QMessageBox::Ok, this);
   SetPlainTexts(box, error);
-  box.exec();
+  RunModal(box);
 }
 
 }  // namespace pelora::console

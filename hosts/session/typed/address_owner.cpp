@@ -45,6 +45,10 @@ std::optional<DirectoryObject> FindAddressOwner(ldap::IDirectoryStore& store,
   return status.Ok() ? owner : std::nullopt;
 }
 
+Judgement JudgeOwner(const DirectoryObject& owner) {
+  return {.verdict = Verdict::kOdd, .sentence = "This is an address of " + owner.name + "."};
+}
+
 AddressOwners FindAddressOwners(ldap::IDirectoryStore& store,
                                 std::span<const std::string> addresses) {
   AddressOwners owners;

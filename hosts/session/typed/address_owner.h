@@ -10,6 +10,7 @@
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/session/directory_browser.h"
+#include "hosts/session/typed/judgement.h"
 
 namespace pelora::session {
 
@@ -19,6 +20,9 @@ namespace pelora::session {
 [[nodiscard]] std::optional<DirectoryObject> FindAddressOwner(ldap::IDirectoryStore& store,
                                                               std::string_view address,
                                                               std::span<const std::string> except);
+
+/// What there is to say of an address that another object has.
+[[nodiscard]] Judgement JudgeOwner(const DirectoryObject& owner);
 
 /// Who has each of many addresses, asked for many at a time: all objects that have it, by the
 /// address as `ldap::FoldCase` makes it. What the directory does not answer nobody has.

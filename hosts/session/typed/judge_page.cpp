@@ -9,7 +9,9 @@
 #include <utility>
 
 #include "directory/attribute_catalogue.h"
+#include "hosts/session/typed/field_roles.h"
 #include "hosts/session/typed/quota_limits.h"
+#include "hosts/session/typed/typed_address.h"
 #include "hosts/session/typed/typed_number.h"
 #include "hosts/session/typed/typed_query.h"
 
@@ -44,6 +46,7 @@ Judge JudgeOf(const FieldRow& row) {
   const auto* const found =
       std::ranges::find(kJudges, row.attributes.front(), &AttributeJudge::attribute);
   if (found != kJudges.end()) return found->judge;
+  if (row.kind == FieldKind::kText && HoldsAddresses(row)) return &JudgeAddress;
   return row.kind == FieldKind::kNumber ? &JudgeNumber : nullptr;
 }
 

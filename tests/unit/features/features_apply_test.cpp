@@ -178,6 +178,9 @@ class TextProps final : public IFeatureProps {
   const std::string& StatusText() override { return status_; }
   bool IsModified() const override { return modified_; }
   bool IsAmbiguous() const override { return ambiguous_; }
+  std::function<void()> TakeDown() override {
+    return [] {};
+  }
 
   static const char* Attribute() { return name == 'a' ? "description" : "mail"; }
   static std::shared_ptr<IFeatureProps> Create(const Platform& platform) {
