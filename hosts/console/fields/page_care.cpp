@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QTreeWidget>
 #include <algorithm>
 #include <utility>
@@ -94,6 +95,11 @@ void PageCare::ShowValuesInPlace() {
     }
     if (auto* const list = qobject_cast<QComboBox*>(widget)) {
       list->setPlaceholderText(Readable(ToQString(session::ValuesInPlace(values))));
+    }
+    if (auto* const lines = qobject_cast<QPlainTextEdit*>(widget)) {
+      lines->setPlaceholderText(Readable(fields_.touched.IsChanged(field)
+                                             ? QStringLiteral("removed")
+                                             : ToQString(session::ValuesInPlace(values))));
     }
     auto* const edit = qobject_cast<QLineEdit*>(widget);
     if (edit != nullptr) {

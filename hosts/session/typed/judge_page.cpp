@@ -10,6 +10,7 @@
 
 #include "directory/attribute_catalogue.h"
 #include "hosts/session/typed/quota_limits.h"
+#include "hosts/session/typed/typed_day.h"
 #include "hosts/session/typed/typed_number.h"
 #include "hosts/session/typed/typed_query.h"
 
@@ -34,6 +35,7 @@ constexpr std::array kJudges = {
     AttributeJudge{CatalogueEntry("peloraHttpPort").name, &JudgePort},
     AttributeJudge{CatalogueEntry("peloraSslPort").name, &JudgePort},
     AttributeJudge{CatalogueEntry("peloraFilter").name, &JudgeQuery},
+    AttributeJudge{"accountExpires", &JudgeLastDay},
 };
 
 /// Limits as a person names them, from the lowest to the highest.
