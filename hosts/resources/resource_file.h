@@ -39,7 +39,7 @@ class ResourceFile {
 
   /// Takes the resources of another file in behind its own, as views into that one's bytes.
   void Append(const ResourceFile& other) {
-    resources_.insert(resources_.end(), other.resources_.begin(), other.resources_.end());
+    for (const Resource& resource : other.resources_) Take(resource);
   }
 
   [[nodiscard]] const std::vector<Resource>& resources() const { return resources_; }
