@@ -29,6 +29,25 @@ bool IsSecret(std::string_view attribute) {
   });
 }
 
+constexpr std::string_view kLockedSince = "lockoutTime";
+constexpr std::string_view kPasswordSet = "pwdLastSet";
+/// Written so, the directory puts the time in its place.
+constexpr const char* kNow = "-1";
+
+/// Whether what was written cannot be taken back: nobody but the directory locks an account, and
+/// what it has made of `kNow` is not known.
+bool IsForGood(const ValueChange& value) {
+  if (IsSecret(value.attribute) || EqualsWithoutCase(value.attribute, kLockedSince)) return true;
+  return EqualsWithoutCase(value.attribute, kPasswordSet) && value.wanted == AttributeValues{kNow};
+}
+
+/// What an attribute goes back to: a time that was set for a password cannot be set again, but that
+/// the password is good.
+AttributeValues FormerValues(const ValueChange& value) {
+  const bool is_password = EqualsWithoutCase(value.attribute, kPasswordSet);
+  return is_password && !value.seen.empty() ? AttributeValues{kNow} : value.seen;
+}
+
 Change::Kind UndoOf(Change::Kind kind) {
   return kind == Change::Kind::kAdd ? Change::Kind::kDelete : Change::Kind::kModify;
 }
@@ -109,11 +128,11 @@ Change UndoOf(const Change& change) {
   if (!CanBeTakenBack(change)) return undo;
   if (IsOfPlace(change.kind)) return UndoOfPlace(change);
   for (const ValueChange& value : change.attributes) {
-    if (IsSecret(value.attribute)) continue;
+    if (IsForGood(value)) continue;
     undo.attributes.push_back({.attribute = value.attribute,
                                .is_list = value.is_list,
                                .seen = value.wanted,
-                               .wanted = value.seen});
+                               .wanted = FormerValues(value)});
   }
   return undo;
 }
@@ -135,6 +154,9 @@ std::vector<Change> UndosOf(const Change& change) {
 
 bool CanBeTakenBack(const Change& change) {
   if (change.kind == Change::Kind::kRemove) return change.is_kept;
+  if (change.kind == Change::Kind::kModify && !change.attributes.empty()) {
+    return !std::ranges::all_of(change.attributes, &IsForGood);
+  }
   return change.kind != Change::Kind::kDelete;
 }
 

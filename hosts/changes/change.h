@@ -83,7 +83,8 @@ void DropWhatChangesNothing(const ldap::Schema& schema, Change& change);
 
 /// The change that takes `change` back: seen and wanted are exchanged, an addition becomes a
 /// deletion of what is still as it was made. Attributes that the directory takes and never gives,
-/// passwords, are left out. A deletion of what the directory does not keep cannot be taken back:
+/// passwords, are left out, and so is what it alone sets: that an account is locked, and when a
+/// password was set. A deletion of what the directory does not keep cannot be taken back:
 /// its undo is a modification of nothing.
 [[nodiscard]] Change UndoOf(const Change& change);
 

@@ -37,6 +37,11 @@ class ResourceFile {
   /// refuses the whole file.
   [[nodiscard]] static ReadResult<ResourceFile> Read(std::span<const std::byte> data);
 
+  /// Takes the resources of another file in behind its own, as views into that one's bytes.
+  void Append(const ResourceFile& other) {
+    for (const Resource& resource : other.resources_) Take(resource);
+  }
+
   [[nodiscard]] const std::vector<Resource>& resources() const { return resources_; }
   /// The first resource of that type and name, in whatever language; nothing when there is none.
   [[nodiscard]] std::optional<Resource> Find(const ResourceName& type,

@@ -27,6 +27,11 @@ void FieldBook::Add(const FieldRow& row, const std::string& label) {
   }
 }
 
+void FieldBook::Add(const AttributeWords& words) {
+  labels_.insert_or_assign(std::string(words.attribute), std::string(words.label));
+  words_.try_emplace(std::string(words.attribute), words);
+}
+
 std::string FieldBook::LabelOf(std::string_view attribute) const {
   const auto found = labels_.find(std::string(attribute));
   return found == labels_.end() || found->second.empty() ? std::string(attribute) : found->second;
@@ -35,6 +40,8 @@ std::string FieldBook::LabelOf(std::string_view attribute) const {
 std::string FieldBook::TextOf(std::string_view attribute,
                               const changes::AttributeValues& values) const {
   if (values.empty()) return "not set";
+  const auto words = words_.find(std::string(attribute));
+  if (words != words_.end()) return words->second.text(values);
   const auto kind = kinds_.find(std::string(attribute));
   const bool is_flag = kind != kinds_.end() && kind->second == FieldKind::kFlag;
   std::string text;

@@ -8,6 +8,7 @@
 
 #include "hosts/changes/change.h"
 #include "hosts/resources/dialog_template.h"
+#include "hosts/session/own_pages/own_field.h"
 #include "hosts/session/write_failure.h"
 #include "platform/field_rows.h"
 
@@ -29,6 +30,9 @@ class FieldBook {
   /// The same for one field that is called so.
   void Add(const FieldRow& row, const std::string& label);
 
+  /// The same for an attribute that its fields show in parts: it is told as a whole.
+  void Add(const AttributeWords& words);
+
   [[nodiscard]] const FieldLabels& labels() const { return labels_; }
   /// The attribute's own name where no field edits it.
   [[nodiscard]] std::string LabelOf(std::string_view attribute) const;
@@ -43,6 +47,7 @@ class FieldBook {
  private:
   FieldLabels labels_;
   std::map<std::string, FieldKind, ldap::AttributeNameLess> kinds_;
+  std::map<std::string, AttributeWords, ldap::AttributeNameLess> words_;
 };
 
 }  // namespace pelora::session

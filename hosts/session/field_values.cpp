@@ -39,7 +39,13 @@ class Reader {
  public:
   Reader(const PageFields& fields, const ldap::Schema& schema) : fields_(fields), schema_(schema) {}
 
-  [[nodiscard]] std::string TextOf(const FieldRow& row, const DirectoryObject& object) const {
+  [[nodiscard]] std::string TextOf(std::size_t field, const DirectoryObject& object) const {
+    const FieldRow& row = fields_.touched.Row(field);
+    if (fields_.shown) {
+      std::string shown = fields_.shown(field, object);
+      if (row.kind != FieldKind::kFlag) return shown;
+      return shown == "1" ? "yes" : "no";
+    }
     if (row.kind == FieldKind::kChoice) return ChoiceText(row, object);
     const std::vector<std::string> seen = fields_.seen(object, row.attributes.front());
     if (row.kind != FieldKind::kFlag) return seen.empty() ? std::string() : seen.front();
@@ -87,7 +93,7 @@ void GatherValues(PageFields& fields, const ldap::Schema& schema,
       const FieldRow& row = fields.touched.Row(field);
       if (IsSwitch(row)) CountSwitch(fields, field, object, gathered[field].counts);
       if (!IsOneValue(row)) continue;
-      std::string text = reader.TextOf(row, object);
+      std::string text = reader.TextOf(field, object);
       if (row.kind == FieldKind::kNumber) {
         gathered[field].numbers.push_back(NumberIn(text));
       }

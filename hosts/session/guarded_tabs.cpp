@@ -11,6 +11,8 @@
 #include "hosts/resources/field_label.h"
 #include "hosts/session/feature_counts.h"
 #include "hosts/session/field_values.h"
+#include "hosts/session/own_pages/own_page.h"
+#include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
 #include "hosts/session/sheet_commit.h"
@@ -23,9 +25,9 @@
 namespace pelora::session {
 
 struct GuardedTabs::Tab {
-  Tab(const TabSurroundings& surroundings, IErrands& errands)
+  Tab(const TabSurroundings& surroundings, IErrands& errands, std::vector<std::string> attributes)
       : recording(surroundings.store,
-                  {.attributes = ldap::BoundAttributes(),
+                  {.attributes = std::move(attributes),
                    .keeps = [this](auto attribute) { return fields.touched.IsWanted(attribute); },
                    .breathe = [&errands] { errands.Breathe(); }}),
         told(recording, surroundings.platform.message_box, errands),
@@ -48,11 +50,9 @@ GuardedTabs::GuardedTabs(TabSurroundings surroundings) : surroundings_(std::move
 
 GuardedTabs::~GuardedTabs() = default;
 
-void GuardedTabs::Learn(Tab& tab, IUnknown& component, DialogId dialog) {
-  const Ref<IFieldRows> rows = Query<IFieldRows>(component);
+void GuardedTabs::Learn(Tab& tab, std::vector<FieldRow> fields, DialogId dialog) {
   const auto page = surroundings_.templates.Dialog(dialog);
-  if (!rows || !page.value) return;
-  std::vector<FieldRow> fields = rows->Fields();
+  if (!page.value) return;
   for (const FieldRow& row : fields) {
     tab.fields.labels.push_back(resources::FieldLabel(row, *page.value));
   }
@@ -98,12 +98,20 @@ void GuardedTabs::Protect(const PageFields& fields) {
   if (!surroundings_.protect) return;
   for (std::size_t field = 0; field < fields.touched.Count(); ++field) {
     const FieldRow& row = fields.touched.Row(field);
-    const std::string why = rights_.WhyReadOnly(row);
+    const std::string why = WhyReadOnly(fields, row);
     if (why.empty()) continue;
     for (const ControlId control : ControlsOf(row)) {
       surroundings_.protect(*fields.dialog, control, why);
     }
   }
+}
+
+std::string GuardedTabs::WhyReadOnly(const PageFields& fields, const FieldRow& row) const {
+  // What the extension shows is told by itself.
+  const bool is_unknown =
+      fields.shown && !surroundings_.store.schema().Find(row.attributes.front()).has_value();
+  if (is_unknown) return "This directory does not have this setting.";
+  return rights_.WhyReadOnly(row);
 }
 
 void GuardedTabs::Gather(PageFields& fields) {
@@ -119,39 +127,85 @@ void GuardedTabs::TellEdited(std::size_t page) {
 
 PageFields& GuardedTabs::Fields(std::size_t page) { return pages_.at(page)->fields; }
 
+GuardedTabs::Tab& GuardedTabs::MakeTab(std::vector<std::string> attributes) {
+  auto added = std::make_unique<Tab>(surroundings_, errands(), std::move(attributes));
+  Tab& tab = *added;
+  tab.fields.selection = selection_;
+  tab.fields.seen = [&tab](const DirectoryObject& object, std::string_view attribute) {
+    return tab.recording.Seen(object.dn, attribute);
+  };
+  tab.fields.drop = [&tab](const DirectoryObject& object, std::string_view attribute) {
+    tab.recording.Drop(object.dn, attribute);
+  };
+  // Its page lives by it, whatever its component answers.
+  tabs_.push_back(std::move(added));
+  for (const auto& entry : entries_) tab.recording.Give(entry);
+  return tab;
+}
+
+bool GuardedTabs::AddPage(Tab& tab, std::unique_ptr<PropSheetPage> page,
+                          const AddPropSheetPage& add_page) {
+  auto watched = std::make_unique<WatchedPage>(std::move(page), WatchOf(tab, pages_.size()));
+  tab.fields.page = &watched->Controller();
+  if (!add_page(std::move(watched))) return false;
+  pages_.push_back(&tab);
+  return true;
+}
+
 HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
                             const AddPropSheetPage& add_page) {
-  auto added = std::make_unique<Tab>(surroundings_, errands());
-  Tab* const tab = added.get();
-  tab->fields.selection = selection_;
-  tab->fields.seen = [tab](const DirectoryObject& object, std::string_view attribute) {
-    return tab->recording.Seen(object.dn, attribute);
-  };
-  tab->fields.drop = [tab](const DirectoryObject& object, std::string_view attribute) {
-    tab->recording.Drop(object.dn, attribute);
-  };
-  // Its page lives by it, whatever the component answers.
-  tabs_.push_back(std::move(added));
-  for (const auto& entry : entries_) tab->recording.Give(entry);
-  return OpenTab(class_id, tab->platform, selection,
+  Tab& tab = MakeTab(ldap::BoundAttributes());
+  return OpenTab(class_id, tab.platform, selection,
                  [&](IUnknown& component, std::unique_ptr<PropSheetPage> page) {
-                   Learn(*tab, component, page->Template());
-                   auto watched =
-                       std::make_unique<WatchedPage>(std::move(page), WatchOf(*tab, pages_.size()));
-                   tab->fields.page = &watched->Controller();
-                   if (!add_page(std::move(watched))) return false;
-                   pages_.push_back(tab);
-                   return true;
+                   if (const Ref<IFieldRows> rows = Query<IFieldRows>(component)) {
+                     Learn(tab, rows->Fields(), page->Template());
+                   }
+                   return AddPage(tab, std::move(page), add_page);
                  });
 }
 
-ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection) {
+void GuardedTabs::AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& add_page) {
+  Tab& tab = MakeTab(kind.Attributes());
+  std::vector<std::string> names;
+  for (const DirectoryObject& object : selection_) names.push_back(object.dn);
+  auto page = std::make_unique<OwnPage>(
+      kind, std::move(names),
+      OwnPageSurroundings{.recording = tab.recording, .platform = tab.platform});
+  const auto page_template = surroundings_.templates.Dialog(page->Template());
+  if (!page_template.value) return;
+  std::vector<FieldRow> rows;
+  std::vector<const OwnField*> fields;
+  for (const OwnField& field : kind.fields) {
+    const bool is_on_page =
+        std::ranges::any_of(page_template.value->items,
+                            [&field](const auto& item) { return item.id == field.control; });
+    if (!is_on_page) continue;
+    rows.push_back(field.Row());
+    fields.push_back(&field);
+  }
+  tab.fields.shown = [&tab, fields](std::size_t field, const DirectoryObject& object) {
+    const OwnField& row = *fields.at(field);
+    return row.form->shown(row.attribute, SeenBy(tab.recording, object.dn));
+  };
+  for (const AttributeWords& words : kind.words) book_.Add(words);
+  Learn(tab, std::move(rows), page->Template());
+  (void)AddPage(tab, std::move(page), add_page);
+}
+
+ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection,
+                                    std::span<const OwnPageKind* const> own_pages) {
   std::vector<std::string> names;
   for (const DirectoryObject& object : selection) {
     names.push_back(object.dn);
     names_.emplace(ldap::FoldCase(object.dn), object.name);
   }
   std::vector<std::string> attributes = ldap::BoundAttributes();
+  for (const OwnPageKind* const page : own_pages) {
+    for (std::string& name : page->Attributes()) {
+      const bool is_known = std::ranges::find(attributes, name) != attributes.end();
+      if (!is_known) attributes.push_back(std::move(name));
+    }
+  }
   attributes.emplace_back("objectClass");
   attributes.emplace_back(FieldRights::kAttribute);
   ldap::StoreStatus status;
@@ -188,7 +242,9 @@ TabsOpening GuardedTabs::Open(std::span<const DirectoryObject> selection,
                               const AddPropSheetPage& add_page) {
   const std::vector<Guid> tabs = TabsOf(selection, specifiers);
   if (tabs.empty()) return {.reason = WhyNoProperties(selection, specifiers)};
-  if (const ldap::StoreStatus status = Read(selection); !status.Ok()) {
+  const std::vector<const OwnPageKind*> own_pages =
+      surroundings_.has_own_pages ? OwnPagesOf(selection) : std::vector<const OwnPageKind*>();
+  if (const ldap::StoreStatus status = Read(selection, own_pages); !status.Ok()) {
     // The first that could not be read is the one behind those that were.
     const std::size_t at = std::min(entries_.size(), selection.size() - 1);
     return {.reason = "The properties of " + selection[at].name + " cannot be read: " +
@@ -201,6 +257,11 @@ TabsOpening GuardedTabs::Open(std::span<const DirectoryObject> selection,
   for (const Guid& class_id : tabs) {
     const HRESULT status = AddTab(class_id, *data_object, add_page);
     if (status != S_OK) failure = status;
+  }
+  const bool has_tab = !pages_.empty();
+  // They stand behind others: what nobody could show is told, and no sheet opened without it.
+  if (has_tab) {
+    for (const OwnPageKind* const page : own_pages) AddOwnPage(*page, add_page);
   }
   if (failure == S_OK) return {};
   const std::string name = selection.front().name;

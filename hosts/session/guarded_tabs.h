@@ -18,6 +18,7 @@
 #include "hosts/session/errands.h"
 #include "hosts/session/field_book.h"
 #include "hosts/session/field_rights.h"
+#include "hosts/session/own_pages/own_field.h"
 #include "hosts/session/page_fields.h"
 #include "hosts/session/watched_page.h"
 #include "hosts/session/writing_desk.h"
@@ -45,6 +46,9 @@ struct TabSurroundings {
   /// Opens the same directory for use on another thread. May be none: then nothing is looked up
   /// beside the window.
   ldap::StoreOpener open_another{};
+  /// Whether pages of our own stand behind the extension's: see `OwnPagesOf`. `templates` has
+  /// theirs then.
+  bool has_own_pages = false;
   /// Sees to it that a control of a page cannot be used, whatever the page says, and tells why. May
   /// be none: the directory refuses what one has no right to.
   std::function<void(IDialog& dialog, ControlId control, const std::string& why)> protect{};
@@ -106,9 +110,16 @@ class GuardedTabs {
   [[nodiscard]] IErrands& errands() {
     return surroundings_.errands != nullptr ? *surroundings_.errands : at_once_;
   }
-  [[nodiscard]] ldap::StoreStatus Read(std::span<const DirectoryObject> selection);
+  /// The objects, with what every page shows of them.
+  [[nodiscard]] ldap::StoreStatus Read(std::span<const DirectoryObject> selection,
+                                       std::span<const OwnPageKind* const> own_pages);
   /// Takes down what the page's fields are called, and has them watched.
-  void Learn(Tab& tab, IUnknown& component, DialogId dialog);
+  void Learn(Tab& tab, std::vector<FieldRow> fields, DialogId dialog);
+  /// A tab whose bindings read these attributes.
+  [[nodiscard]] Tab& MakeTab(std::vector<std::string> attributes);
+  [[nodiscard]] bool AddPage(Tab& tab, std::unique_ptr<PropSheetPage> page,
+                             const AddPropSheetPage& add_page);
+  void AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& add_page);
   [[nodiscard]] HRESULT AddTab(const Guid& class_id, IDataObject& selection,
                                const AddPropSheetPage& add_page);
   [[nodiscard]] std::string NameOf(const std::string& dn) const;
@@ -116,8 +127,10 @@ class GuardedTabs {
   void TellEdited(std::size_t page);
   /// Gathers what the objects have in the fields of a page.
   void Gather(PageFields& fields);
-  /// Protects the fields of a page that the user has no right to change.
+  /// Protects the fields of a page that the user has no right to change, and those of our own that
+  /// the directory does not know.
   void Protect(const PageFields& fields);
+  [[nodiscard]] std::string WhyReadOnly(const PageFields& fields, const FieldRow& row) const;
   /// Everything is written of the tabs of which nothing is recorded any more.
   void SettleWritten();
 

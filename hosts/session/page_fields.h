@@ -54,6 +54,9 @@ struct PageFields {
   /// What counts as seen of an attribute of one of them; none: not set.
   std::function<std::vector<std::string>(const DirectoryObject& object, std::string_view attribute)>
       seen;
+  /// What one of them shows in a field ("1" or "0": a box) where that is something else than its
+  /// attribute's own value. May be none.
+  std::function<std::string(std::size_t field, const DirectoryObject& object)> shown;
   /// The same for each field, as of the last `GatherValues`: a page is looked at with every key,
   /// and there may be thousands of objects.
   std::vector<GatheredField> gathered;

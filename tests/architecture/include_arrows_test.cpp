@@ -60,6 +60,8 @@ const std::vector<SourceHelper> kSourceHelpers = {
     {"directory/byte_block.h", {"selection", "windows"}},
     {"directory/ds_object_names.h", {"selection"}},
     {"directory/ds_selection_list.h", {"selection", "session", "windows"}},
+    // What choosers hand over.
+    {"directory/selection_reader.h", {"session"}},
     {"directory/locked_medium.h", {"windows"}},
     // Which attributes there are.
     {"directory/attribute_catalogue.h", {"ldap", "session", "ctl"}},

@@ -78,7 +78,10 @@ TEST_F(TheKeyboard, StaysOnThePageFromTabToTab) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_EQ(open.sheet().CurrentPage(), 1U);
   EXPECT_EQ(Keyboard(), NameOf(IDC_FEATURE_LIST)) << "a page that shows first begins at its top";
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+  // Past the pages of our own, and round.
+  for (std::size_t page = 1; page < open.sheet().PageCount(); ++page) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+  }
   EXPECT_EQ(open.sheet().CurrentPage(), 0U);
   EXPECT_EQ(Keyboard(), NameOf(IDC_EMAIL_LIST));
 }

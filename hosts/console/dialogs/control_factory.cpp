@@ -10,6 +10,7 @@
 #include "hosts/console/dialogs/edit_control.h"
 #include "hosts/console/dialogs/list_box_control.h"
 #include "hosts/console/dialogs/list_view_control.h"
+#include "hosts/console/dialogs/multi_line_edit_control.h"
 #include "hosts/console/dialogs/static_controls.h"
 
 namespace pelora::console {
@@ -42,6 +43,8 @@ constexpr std::array kControlTypes = {
                 Make<CheckBoxControl>},
     ControlType{ControlKind::kButton, style::kButtonTypeMask, style::kGroupBox, Make<GroupControl>},
     ControlType{ControlKind::kButton, 0, 0, Make<PushButtonControl>},
+    ControlType{ControlKind::kEdit, style::kEditMultiLine, style::kEditMultiLine,
+                Make<MultiLineEditControl>},
     ControlType{ControlKind::kEdit, 0, 0, Make<EditControl>},
     ControlType{ControlKind::kStatic, style::kStaticTypeMask, style::kStaticHorizontalLine,
                 Make<RuleControl>},

@@ -18,6 +18,7 @@ inline constexpr std::uint32_t kAutoCheckBox = 3;
 inline constexpr std::uint32_t kAutoThreeState = 6;
 inline constexpr std::uint32_t kGroupBox = 7;
 
+inline constexpr std::uint32_t kEditMultiLine = 0x0004;
 inline constexpr std::uint32_t kEditReadOnly = 0x0800;
 inline constexpr std::uint32_t kEditNumber = 0x2000;
 

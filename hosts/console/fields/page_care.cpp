@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QTreeWidget>
 #include <algorithm>
 #include <iterator>
@@ -114,6 +115,11 @@ void PageCare::ShowValuesInPlace() {
     if (auto* const list = qobject_cast<QComboBox*>(widget)) {
       KeepPlaceholderReadable(*list);
       list->setPlaceholderText(Readable(ToQString(session::ValuesInPlace(values))));
+    }
+    if (auto* const lines = qobject_cast<QPlainTextEdit*>(widget)) {
+      lines->setPlaceholderText(Readable(fields_.touched.IsChanged(field)
+                                             ? QStringLiteral("removed")
+                                             : ToQString(session::ValuesInPlace(values))));
     }
     if (edit != nullptr) {
       KeepPlaceholderReadable(*edit);

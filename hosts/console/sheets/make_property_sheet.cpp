@@ -5,6 +5,7 @@
 
 #include "hosts/console/fields/checked_dialogs.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
@@ -18,7 +19,8 @@ void Protect(IDialog& dialog, ControlId control, const std::string& why) {
 /// What a sheet's tabs live by, in the order in which it is needed.
 struct SheetParts {
   explicit SheetParts(session::TabSurroundings surroundings)
-      : dialogs(surroundings.platform.modal_dialogs),
+      : templates(session::WithOwnPages(surroundings.templates).value.value()),
+        dialogs(surroundings.platform.modal_dialogs),
         platform{.directory = surroundings.platform.directory,
                  .message_box = surroundings.platform.message_box,
                  .modal_dialogs = dialogs,
@@ -27,13 +29,15 @@ struct SheetParts {
                  .component_library = surroundings.platform.component_library},
         tabs({.store = surroundings.store,
               .platform = platform,
-              .templates = surroundings.templates,
+              .templates = templates,
               .between = std::move(surroundings.between),
               .errands = surroundings.errands,
               .desk = surroundings.desk,
               .history = surroundings.history,
+              .has_own_pages = true,
               .protect = &Protect}) {}
 
+  resources::ResourceFile templates;
   CheckedDialogs dialogs;
   Platform platform;
   session::GuardedTabs tabs;
@@ -57,10 +61,10 @@ SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selectio
                               const ldap::DisplaySpecifiers& specifiers,
                               session::TabSurroundings surroundings, QWidget* parent,
                               ShowObject show_object) {
-  auto sheet = std::make_unique<QtPropertySheet>(
-      surroundings.templates, ToQString(session::PropertiesTitle(selection)), parent);
   const ldap::StoreOpener opener = surroundings.open_another;
   const auto parts = std::make_shared<SheetParts>(std::move(surroundings));
+  auto sheet = std::make_unique<QtPropertySheet>(
+      parts->templates, ToQString(session::PropertiesTitle(selection)), parent);
   // They go with the sheet's machine, after its pages, and with its fields.
   const std::shared_ptr<session::GuardedTabs> tabs(parts, &parts->tabs);
   sheet->machine().commit = [tabs] { return tabs->Commit(); };

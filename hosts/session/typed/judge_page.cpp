@@ -12,6 +12,7 @@
 #include "hosts/session/typed/field_roles.h"
 #include "hosts/session/typed/quota_limits.h"
 #include "hosts/session/typed/typed_address.h"
+#include "hosts/session/typed/typed_day.h"
 #include "hosts/session/typed/typed_number.h"
 #include "hosts/session/typed/typed_query.h"
 
@@ -36,6 +37,7 @@ constexpr std::array kJudges = {
     AttributeJudge{CatalogueEntry("peloraHttpPort").name, &JudgePort},
     AttributeJudge{CatalogueEntry("peloraSslPort").name, &JudgePort},
     AttributeJudge{CatalogueEntry("peloraFilter").name, &JudgeQuery},
+    AttributeJudge{"accountExpires", &JudgeLastDay},
 };
 
 /// Limits as a person names them, from the lowest to the highest.

@@ -14,6 +14,8 @@
 
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
+#include "hosts/session/own_pages/account_time.h"
+#include "hosts/session/own_pages/own_page_ids.h"
 #include "resources/resource.h"
 #include "server/class_table.h"
 #include "server/guid_text.h"
@@ -157,7 +159,7 @@ TEST_F(DomainConsole, AServerThatFallsAsleepHoldsUpNobody) {
   server.Resume();
   DoubleClick("Ada Brandt");
   ASSERT_EQ(Sheets().size(), 1);
-  EXPECT_EQ(Sheets().front()->PageCount(), 2U);
+  EXPECT_EQ(Sheets().front()->PageCount(), 4U);
 }
 
 TEST_F(DomainConsole, AUserIsChangedAndNothingElse) {
@@ -174,6 +176,66 @@ TEST_F(DomainConsole, AUserIsChangedAndNothingElse) {
   expected["peloraHidden"] = {"1"};
   EXPECT_EQ(lab::LabAdministrator().Stored(AdaDn()), expected);
   EXPECT_THAT(lab::LdapSearch(AdaDn(), {"peloraHidden"}), ElementsAre("peloraHidden: 1"));
+}
+
+/// A user of the test's own, who is gone when it ends.
+class OwnUser {
+ public:
+  explicit OwnUser(const std::string& name) : dn_("CN=" + name + ",OU=Linden," + lab::Base()) {
+    administrator_.Add(dn_, {{"objectClass", {"user"}}, {"sAMAccountName", {name}}});
+  }
+  ~OwnUser() { administrator_.Remove(dn_); }
+  OwnUser(const OwnUser&) = delete;
+  OwnUser& operator=(const OwnUser&) = delete;
+
+  void Set(const std::string& attribute, const std::string& value) {
+    administrator_.Set(dn_, attribute, {value});
+  }
+  /// The only value of an attribute; empty when it is not set.
+  [[nodiscard]] std::string Has(const std::string& attribute) {
+    const std::vector<std::string> values = administrator_.Stored(dn_)[attribute];
+    return values.empty() ? std::string() : values.front();
+  }
+
+ private:
+  lab::LabAdministrator administrator_;
+  std::string dn_;
+};
+
+TEST_F(DomainConsole, AnAccountIsEnabledAndItsPasswordToBeChanged) {
+  OwnUser otto("Otto");
+  otto.Set("pwdLastSet", "-1");
+  otto.Set("userAccountControl", "546");
+  Connect();
+  DoubleClick("Linden");
+  DoubleClick("Otto");
+  ASSERT_EQ(Sheets().size(), 1);
+  console::QtPropertySheet& sheet = *Sheets().front();
+  sheet.SelectPage(3);
+  console::QtDialog& page = *sheet.Dialog(3);
+  contract::QtPlayer user(page.widget());
+  EXPECT_EQ(page.Check(IDC_OWN_ENABLED), CheckState::kUnchecked);
+  EXPECT_EQ(page.Check(IDC_OWN_MUST_CHANGE), CheckState::kUnchecked);
+  for (const ControlId box : {IDC_OWN_ENABLED, IDC_OWN_MUST_CHANGE}) {
+    user.Click(box);
+  }
+  user.Type(IDC_OWN_LAST_DAY, "2131-12-31");
+  sheet.ApplyButton().click();
+  EXPECT_EQ(otto.Has("userAccountControl"), "544");
+  EXPECT_EQ(otto.Has("pwdLastSet"), "0");
+  EXPECT_EQ(otto.Has("accountExpires"),
+            std::to_string(session::EndOfLastDay("2131-12-31").value()));
+  EXPECT_FALSE(sheet.ApplyButton().isEnabled());
+  // The directory puts the time where it is told that the password is good; the page goes on.
+  user.Click(IDC_OWN_MUST_CHANGE);
+  sheet.ApplyButton().click();
+  EXPECT_GT(otto.Has("pwdLastSet").size(), 10U);
+  user.Click(IDC_OWN_MUST_CHANGE);
+  user.Erase(IDC_OWN_LAST_DAY);
+  sheet.ApplyButton().click();
+  EXPECT_EQ(otto.Has("pwdLastSet"), "0");
+  EXPECT_EQ(otto.Has("accountExpires"), std::to_string(session::kNeverEnds));
+  EXPECT_FALSE(sheet.ApplyButton().isEnabled());
 }
 
 TEST_F(DomainConsole, NamesWithSpecialCharactersAreOpened) {
@@ -199,7 +261,7 @@ TEST_F(DomainConsole, TabsAreThoseOfTheDisplaySpecifiers) {
   std::vector<std::string> titles;
   const auto* tabs = Sheets().front()->findChild<QTabWidget*>();
   for (int tab = 0; tab < tabs->count(); ++tab) titles.push_back(ToUtf8(tabs->tabText(tab)));
-  EXPECT_THAT(titles, ElementsAre("Pelora Features", "Pelora"));
+  EXPECT_THAT(titles, ElementsAre("Pelora Features", "Pelora", "General", "Account"));
   administrator.Set(specifier, "adminPropertyPages", before.at("adminPropertyPages"));
 }
 
