@@ -8,6 +8,7 @@
 
 #include "hosts/changes/change_writer.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/reads_ahead.h"
 
 namespace pelora::changes {
 namespace {
@@ -16,6 +17,8 @@ using ldap::StoreStatus;
 
 /// Objects that are read, prepared and noted together.
 constexpr std::size_t kTogether = 256;
+/// As many of a store that reads ahead: it can be at it while the last ones are worked out.
+constexpr std::size_t kMostTogether = 2048;
 
 /// Where a run's changes come from.
 class IWork {
@@ -26,6 +29,10 @@ class IWork {
   /// Reads what is needed for the next objects. A failure is one of the directory as a whole; each
   /// object is prepared all the same.
   [[nodiscard]] virtual StoreStatus Read(std::size_t begin, std::size_t end) = 0;
+  /// These will be read next.
+  virtual void Announce(std::size_t /*begin*/, std::size_t /*end*/) {}
+  /// Whether that does any good.
+  [[nodiscard]] virtual bool ReadsAhead() const { return false; }
   [[nodiscard]] virtual Prepared PrepareOne(std::size_t at) = 0;
   /// Whether what is prepared comes from what was just read.
   [[nodiscard]] virtual bool IsFresh() const = 0;
@@ -106,9 +113,12 @@ class Run {
   }
 
   void PrepareSome() {
-    const std::size_t end = std::min(next_ + kTogether, work_.count());
+    const std::size_t end = std::min(next_ + together_, work_.count());
+    // The first results are not to be waited for.
+    if (!is_in_turn_ && work_.ReadsAhead()) together_ = std::min(2 * together_, kMostTogether);
     try {
       const StoreStatus read = work_.Read(next_, end);
+      work_.Announce(end, std::min(end + together_, work_.count()));
       while (next_ < end && !is_ended_) {
         if (options_.stop.stop_requested()) break;
         PrepareOne();
@@ -211,8 +221,9 @@ class Run {
   std::deque<Job> jobs_;
   /// How many of them, from the first, were sent or have a result.
   std::size_t sent_ = 0;
-  /// The first object that has not been prepared.
+  /// The first object that has not been prepared, and how many are next.
   std::size_t next_ = 0;
+  std::size_t together_ = kTogether;
   bool is_ended_ = false;
   std::exception_ptr thrown_;
   Tally tally_;
@@ -222,45 +233,72 @@ class Run {
 class ReadWork final : public IWork {
  public:
   ReadWork(ldap::IDirectoryStore& store, std::span<const std::string> names, const Prepare& prepare,
-           const std::vector<std::string>& attributes)
-      : store_(store), names_(names), prepare_(prepare), attributes_(attributes) {}
+           const RunOptions& options)
+      : store_(store),
+        ahead_(dynamic_cast<ldap::IReadsAhead*>(&store)),
+        names_(names),
+        prepare_(prepare),
+        options_(options) {}
 
   [[nodiscard]] std::size_t count() const override { return names_.size(); }
   [[nodiscard]] std::string NameOf(std::size_t at) const override { return names_[at]; }
   [[nodiscard]] StoreStatus Read(std::size_t begin, std::size_t end) override {
     objects_.clear();
-    std::vector<std::string> dns;
     for (std::size_t at = begin; at < end; ++at) {
       objects_.push_back({.at = at});
-      if (!names_[at].empty()) dns.push_back(names_[at]);
+      if (const ldap::Entry* const entry = AtHand(at)) objects_.back().entry = *entry;
     }
+    const std::vector<std::string> dns = ReadOf(begin, end);
     begin_ = begin;
     std::size_t at = begin;
-    const auto skip_unnamed = [&] {
-      while (at < end && names_[at].empty()) ++at;
+    const auto skip_others = [&] {
+      while (at < end && !IsRead(at)) ++at;
     };
-    skip_unnamed();
+    skip_others();
     StoreStatus status =
-        store_.ReadMany(dns, attributes_, [&](StoreStatus read, ldap::Entry entry) {
+        store_.ReadMany(dns, options_.attributes, [&](StoreStatus read, ldap::Entry entry) {
           objects_[at - begin].status = std::move(read);
           objects_[at - begin].entry = std::move(entry);
           ++at;
-          skip_unnamed();
+          skip_others();
           return true;
         });
-    for (; !status.Ok() && at < end; ++at) objects_[at - begin].status = status;
+    for (; !status.Ok() && at < end; ++at) {
+      if (IsRead(at)) objects_[at - begin].status = status;
+    }
     return status;
   }
   [[nodiscard]] Prepared PrepareOne(std::size_t at) override {
     return prepare_(std::move(objects_[at - begin_]));
   }
+  void Announce(std::size_t begin, std::size_t end) override {
+    if (ahead_ != nullptr) ahead_->Expect(ReadOf(begin, end), options_.attributes);
+  }
+  [[nodiscard]] bool ReadsAhead() const override { return ahead_ != nullptr; }
   [[nodiscard]] bool IsFresh() const override { return true; }
 
  private:
+  [[nodiscard]] const ldap::Entry* AtHand(std::size_t at) const {
+    return options_.at_hand ? options_.at_hand(at) : nullptr;
+  }
+  [[nodiscard]] bool IsRead(std::size_t at) const {
+    return !names_[at].empty() && AtHand(at) == nullptr;
+  }
+  /// The names of those of some objects that are read.
+  [[nodiscard]] std::vector<std::string> ReadOf(std::size_t begin, std::size_t end) const {
+    std::vector<std::string> read;
+    for (std::size_t at = begin; at < end; ++at) {
+      if (IsRead(at)) read.push_back(names_[at]);
+    }
+    return read;
+  }
+
   ldap::IDirectoryStore& store_;
+  /// The same; null when it does not read ahead.
+  ldap::IReadsAhead* ahead_;
   std::span<const std::string> names_;
   const Prepare& prepare_;
-  const std::vector<std::string>& attributes_;
+  const RunOptions& options_;
   /// What was read last, from which object on.
   std::vector<ReadObject> objects_;
   std::size_t begin_ = 0;
@@ -301,7 +339,7 @@ std::string Tally::Text() const {
 
 Tally RunChanges(ldap::IDirectoryStore& store, std::span<const std::string> names,
                  const Prepare& prepare, const RunOptions& options, const ResultSink& sink) {
-  ReadWork work(store, names, prepare, options.attributes);
+  ReadWork work(store, names, prepare, options);
   return Run(store, work, options, sink).Do();
 }
 

@@ -45,6 +45,9 @@ using ResultSink = std::function<void(std::size_t at, const Result& result)>;
 struct RunOptions {
   /// What is read of each object before its change is prepared. None: all of it.
   std::vector<std::string> attributes{};
+  /// The object at a place, when as much has been read of it already: it is not read again. Null
+  /// where it has not; may be none.
+  std::function<const ldap::Entry*(std::size_t at)> at_hand{};
   /// One object at a time, and the end at the first that is not done.
   bool stops_at_first = false;
   /// Nothing is sent: changes are noted in the log, and end as changed. (Those that were not

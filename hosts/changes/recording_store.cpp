@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "directory/ascii_case.h"
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
 
@@ -14,9 +15,12 @@ namespace {
 ldap::Entry PartOf(const ldap::Entry& entry, std::span<const std::string> attributes) {
   if (attributes.empty()) return entry;
   ldap::Entry part{.dn = entry.dn, .attributes = {}};
-  for (const std::string& name : attributes) {
-    const auto found = entry.attributes.find(name);
-    if (found != entry.attributes.end()) part.attributes.insert(*found);
+  // An object has few of the attributes that are asked for; they are in order already.
+  for (const auto& attribute : entry.attributes) {
+    const bool is_asked = std::ranges::any_of(attributes, [&attribute](const std::string& name) {
+      return EqualsWithoutCase(name, attribute.first);
+    });
+    if (is_asked) part.attributes.insert(part.attributes.end(), attribute);
   }
   return part;
 }

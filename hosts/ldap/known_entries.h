@@ -20,8 +20,9 @@ namespace pelora::ldap {
 /// than the one in which they were read the entries are forgotten.
 class KnownEntries {
  public:
-  /// More than these are not kept: they make room for the next.
-  static constexpr std::size_t kMost = 4096;
+  /// More than these are not kept: they make room for the next. Enough for what is being written,
+  /// what is being worked out meanwhile, and what is read for afterwards.
+  static constexpr std::size_t kMost = 8192;
 
   using State = std::uint64_t;
 

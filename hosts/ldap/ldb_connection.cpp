@@ -44,6 +44,16 @@ ldb_scope ScopeOf(SearchScope scope) {
   return LDB_SCOPE_BASE;
 }
 
+/// Whether a name is well-formed, and that of a directory's object.
+bool IsObjectName(ldb_dn* name) {
+  return name != nullptr && ldb_dn_validate(name) && !ldb_dn_is_special(name) &&
+         !ldb_dn_is_null(name);
+}
+
+StoreStatus NoName(const std::string& text) {
+  return {kLdapInvalidDnSyntax, "not a distinguished name: " + text};
+}
+
 }  // namespace
 
 /// The library's context, and what it said while it worked.
@@ -120,9 +130,7 @@ bool LdbConnection::IsName(const std::string& text) const {
   // The library would take what stands before it for the name.
   if (text.find('\0') != std::string::npos) return false;
   const TallocScope scope = MakeTallocScope();
-  ldb_dn* const name = ldb_dn_new(scope.get(), handle(), text.c_str());
-  return name != nullptr && ldb_dn_validate(name) && !ldb_dn_is_special(name) &&
-         !ldb_dn_is_null(name);
+  return IsObjectName(ldb_dn_new(scope.get(), handle(), text.c_str()));
 }
 
 std::string LdbConnection::CanonicalName(const std::string& name) const {
@@ -168,31 +176,31 @@ std::string LdbConnection::FilterValue(const std::string& value) const {
 }
 
 StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entry>& entries) const {
-  return SearchAt(request.base, request.scope, request.filter, request.attributes, entries);
-}
-
-StoreStatus LdbConnection::SearchAt(const std::string& base, SearchScope scope,
-                                    const std::string& filter,
-                                    std::span<const std::string> attributes,
-                                    std::vector<Entry>& entries) const {
   entries.clear();
   static_cast<void>(handle_->TakeMessage());
   const TallocScope memory = MakeTallocScope();
+  const std::string& filter = request.filter;
   if (filter.find('\0') != std::string::npos ||
       ldb_parse_tree(memory.get(), filter.c_str()) == nullptr) {
     return {kLdapFilterError, "not a search filter: " + filter};
   }
-  ldb_dn* const name = ldb_dn_new(memory.get(), handle(), base.c_str());
-  if (name == nullptr || !ldb_dn_validate(name)) {
-    return {kLdapInvalidDnSyntax, "not a distinguished name: " + base};
-  }
+  ldb_dn* const base = ldb_dn_new(memory.get(), handle(), request.base.c_str());
+  if (base == nullptr || !ldb_dn_validate(base)) return NoName(request.base);
+  return SearchAt(base, request.scope, filter, request.attributes, entries);
+}
+
+StoreStatus LdbConnection::SearchAt(ldb_dn* base, SearchScope scope, const std::string& filter,
+                                    std::span<const std::string> attributes,
+                                    std::vector<Entry>& entries) const {
+  static_cast<void>(handle_->TakeMessage());
+  const TallocScope memory = MakeTallocScope();
   std::vector<const char*> names;
   names.reserve(attributes.size() + 1);
   for (const std::string& attribute : attributes) names.push_back(attribute.c_str());
   names.push_back(nullptr);
 
   ldb_result* found = nullptr;
-  const int code = ldb_search(handle(), memory.get(), &found, name, ScopeOf(scope),
+  const int code = ldb_search(handle(), memory.get(), &found, base, ScopeOf(scope),
                               attributes.empty() ? nullptr : names.data(), "%s", filter.c_str());
   // A record that cannot be read looks to the library like one that is not there.
   const std::string trouble = handle_->TakeMessage();
@@ -207,10 +215,28 @@ StoreStatus LdbConnection::SearchAt(const std::string& base, SearchScope scope,
 
 StoreStatus LdbConnection::Read(const std::string& dn, std::span<const std::string> attributes,
                                 Entry& entry) const {
+  const TallocScope memory = MakeTallocScope();
+  ldb_dn* const name = ldb_dn_new(memory.get(), handle(), dn.c_str());
+  if (name == nullptr || !ldb_dn_validate(name)) return NoName(dn);
+  return ReadAt(name, dn, attributes, entry);
+}
+
+StoreStatus LdbConnection::ReadObject(const std::string& dn,
+                                      std::span<const std::string> attributes, Entry& entry) const {
+  // The library would take what stands before it for the name.
+  if (dn.find('\0') != std::string::npos) return NoName(dn);
+  const TallocScope memory = MakeTallocScope();
+  ldb_dn* const name = ldb_dn_new(memory.get(), handle(), dn.c_str());
+  if (!IsObjectName(name)) return NoName(dn);
+  return ReadAt(name, dn, attributes, entry);
+}
+
+StoreStatus LdbConnection::ReadAt(ldb_dn* name, const std::string& dn,
+                                  std::span<const std::string> attributes, Entry& entry) const {
   std::vector<Entry> entries;
   // Records of the library's own have no class.
   StoreStatus status =
-      SearchAt(dn, SearchScope::kBase, "(distinguishedName=*)", attributes, entries);
+      SearchAt(name, SearchScope::kBase, "(distinguishedName=*)", attributes, entries);
   if (!status.Ok()) return status;
   if (entries.empty()) return {kLdapNoSuchObject, "no such object: " + dn};
   entry = std::move(entries.front());
@@ -220,7 +246,7 @@ StoreStatus LdbConnection::Read(const std::string& dn, std::span<const std::stri
 StoreStatus LdbConnection::Add(const Entry& entry) const {
   const TallocScope scope = MakeTallocScope();
   ldb_message* const message = MakeLdbMessage(scope.get(), handle(), entry.dn);
-  if (message == nullptr) return {kLdapInvalidDnSyntax, "not a distinguished name: " + entry.dn};
+  if (message == nullptr) return NoName(entry.dn);
   for (const auto& [name, values] : entry.attributes) AddElement(*message, 0, name, values);
   return Outcome(ldb_add(handle(), message));
 }
@@ -228,7 +254,7 @@ StoreStatus LdbConnection::Add(const Entry& entry) const {
 StoreStatus LdbConnection::Replace(const std::string& dn, const AttributeMap& values) const {
   const TallocScope scope = MakeTallocScope();
   ldb_message* const message = MakeLdbMessage(scope.get(), handle(), dn);
-  if (message == nullptr) return {kLdapInvalidDnSyntax, "not a distinguished name: " + dn};
+  if (message == nullptr) return NoName(dn);
   for (const auto& [name, set] : values) AddElement(*message, LDB_FLAG_MOD_REPLACE, name, set);
   return Outcome(ldb_modify(handle(), message));
 }

@@ -11,6 +11,7 @@
 #include "hosts/ldap/directory_store.h"
 
 struct ldb_context;
+struct ldb_dn;
 
 namespace pelora::ldap {
 
@@ -58,6 +59,9 @@ class LdbConnection {
   /// The entry itself, with some attributes, or all when none is named; 32 when there is none.
   [[nodiscard]] StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                                  Entry& entry) const;
+  /// The same of an object of the directory only: 34 for what is no name of one, as `IsName` says.
+  [[nodiscard]] StoreStatus ReadObject(const std::string& dn,
+                                       std::span<const std::string> attributes, Entry& entry) const;
   [[nodiscard]] StoreStatus Add(const Entry& entry) const;
   [[nodiscard]] StoreStatus Delete(const std::string& dn) const;
   /// One entry gets another name; those below it keep theirs, and its attributes theirs.
@@ -78,10 +82,13 @@ class LdbConnection {
 
   explicit LdbConnection(std::unique_ptr<Handle> handle);
   [[nodiscard]] StoreStatus Outcome(int code) const;
-  [[nodiscard]] StoreStatus SearchAt(const std::string& base, SearchScope scope,
-                                     const std::string& filter,
+  /// `base` and the filter are well-formed.
+  [[nodiscard]] StoreStatus SearchAt(ldb_dn* base, SearchScope scope, const std::string& filter,
                                      std::span<const std::string> attributes,
                                      std::vector<Entry>& entries) const;
+  /// `name` is `dn`.
+  [[nodiscard]] StoreStatus ReadAt(ldb_dn* name, const std::string& dn,
+                                   std::span<const std::string> attributes, Entry& entry) const;
 
   std::unique_ptr<Handle> handle_;
 };

@@ -7,13 +7,15 @@
 #include <utility>
 #include <vector>
 
+#include "hosts/ldap/entries_ahead.h"
 #include "hosts/ldap/known_entries.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/ldb_changes.h"
 #include "hosts/ldap/ldb_connection.h"
 #include "hosts/ldap/ldb_file_check.h"
 #include "hosts/ldap/ldb_file_lock.h"
-#include "hosts/ldap/ldb_schema.h"
+#include "hosts/ldap/ldb_load.h"
+#include "hosts/ldap/reads_ahead.h"
 
 namespace pelora::ldap {
 namespace {
@@ -25,7 +27,7 @@ constexpr std::size_t kRequestsInTransaction = 2048;
 /// Entries that are read together: others wait meanwhile.
 constexpr std::size_t kReadTogether = 256;
 
-class LdbStore final : public IDirectoryStore {
+class LdbStore final : public IDirectoryStore, public IReadsAhead {
  public:
   LdbStore(std::string path, std::unique_ptr<LdbFileLock> lock,
            std::unique_ptr<LdbConnection> connection)
@@ -55,6 +57,9 @@ class LdbStore final : public IDirectoryStore {
   StoreStatus ModifyStrictly(const std::string& dn,
                              std::span<const Modification> modifications) override;
   void ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) override;
+  void Expect(std::span<const std::string> dns, std::span<const std::string> attributes) override {
+    ahead_.Expect(dns, attributes);
+  }
   StoreStatus Add(const Entry& entry) override;
   StoreStatus Delete(const Entry& made) override;
   StoreStatus Rename(const Entry& seen, const std::string& dn) override;
@@ -77,18 +82,14 @@ class LdbStore final : public IDirectoryStore {
   /// Does one of them within the transaction.
   StoreStatus ModifyOne(const ModifyRequest& request, Effect& effect);
 
-  struct ReadEntry {
-    StoreStatus status{};
-    Entry entry{};
-  };
   /// Reads entries while others wait; the status is that of the file.
   StoreStatus ReadTogether(std::span<const std::string> dns,
                            std::span<const std::string> attributes, std::vector<ReadEntry>& read);
+  /// Reads what was announced, on the thread that writes.
+  void ReadAhead();
   /// Sees to it that nothing counts as known that may have changed.
   StoreStatus ForgetWhatChanged();
 
-  /// Since the file was looked through it may have got what it may not have.
-  [[nodiscard]] StoreStatus CheckModules() const;
   StoreStatus Find(const SearchRequest& request, std::vector<Entry>& entries) const;
   [[nodiscard]] StoreStatus CheckName(const std::string& dn) const;
   StoreStatus Commit(LdbTransaction& transaction) const;
@@ -105,42 +106,14 @@ class LdbStore final : public IDirectoryStore {
   LdbChanges changes_;
   /// Used within a hold.
   KnownEntries known_;
+  EntriesAhead ahead_;
 };
 
 StoreStatus LdbStore::Load() {
   LdbFileLock::Hold hold;
   StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
-  if (status.Ok()) status = CheckModules();
-  if (status.Ok()) status = connection_->Read(kRootRecord, {}, root_);
-  if (status.code == kLdapNoSuchObject ||
-      (status.Ok() && !root_.attributes.contains("schemaNamingContext"))) {
-    return {kLdapServerDown,
-            "cannot open the directory '" + path_ + "': the file is a database of another program"};
-  }
-  if (!status.Ok()) return AboutFile(std::move(status));
-  root_.dn.clear();
-  root_.attributes.erase("distinguishedName");
-
-  // The library itself supplies it, whether the schema tells of it or not.
-  schema_.Add("distinguishedName",
-              {.syntax = Syntax::kDistinguishedName, .is_single_valued = true});
-  std::vector<Entry> definitions;
-  status = Find({.base = root_.attributes["schemaNamingContext"].front(),
-                 .scope = SearchScope::kOneLevel,
-                 .filter = "(objectClass=attributeSchema)",
-                 .attributes = {}},
-                definitions);
-  for (const Entry& definition : definitions) {
-    if (status.Ok()) status = AddToSchema(definition, schema_);
-  }
+  if (status.Ok()) status = LoadLdbDirectory(*connection_, path_, root_, schema_);
   return AboutFile(std::move(status));
-}
-
-StoreStatus LdbStore::CheckModules() const {
-  Entry modules;
-  StoreStatus status = connection_->Read(kModulesRecord, {}, modules);
-  if (status.Ok()) return RefuseModules(path_);
-  return status.code == kLdapNoSuchObject ? StoreStatus{} : status;
 }
 
 StoreStatus LdbStore::ReadRoot(Entry& root) {
@@ -156,9 +129,8 @@ StoreStatus LdbStore::Read(const std::string& dn, std::span<const std::string> a
                            Entry& entry) {
   entry = {};
   LdbFileLock::Hold hold;
-  StoreStatus status = CheckName(dn);
-  if (status.Ok()) status = lock_->Acquire(Purpose::kRead, hold);
-  if (status.Ok()) status = FileTrouble(connection_->Read(dn, attributes, entry));
+  StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
+  if (status.Ok()) status = FileTrouble(connection_->ReadObject(dn, attributes, entry));
   return status;
 }
 
@@ -181,10 +153,7 @@ StoreStatus LdbStore::ReadTogether(std::span<const std::string> dns,
     status = lock_->AcquireAnew(Purpose::kRead);
     if (!status.Ok()) break;
     ReadEntry& one = read.emplace_back();
-    one.status = CheckName(dns[at]);
-    if (one.status.Ok()) {
-      one.status = FileTrouble(connection_->Read(dns[at], attributes, one.entry));
-    }
+    one.status = FileTrouble(connection_->ReadObject(dns[at], attributes, one.entry));
     if (one.status.Ok()) known_.Keep(one.entry, attributes);
   }
   return status;
@@ -192,6 +161,11 @@ StoreStatus LdbStore::ReadTogether(std::span<const std::string> dns,
 
 StoreStatus LdbStore::ReadMany(std::span<const std::string> dns,
                                std::span<const std::string> attributes, const ReadSink& sink) {
+  std::vector<ReadEntry> ahead = ahead_.Take(dns, attributes);
+  for (ReadEntry& one : ahead) {
+    if (!sink(std::move(one.status), std::move(one.entry))) return {};
+  }
+  dns = dns.subspan(ahead.size());
   while (!dns.empty()) {
     const std::span<const std::string> some = dns.first(std::min(dns.size(), kReadTogether));
     std::vector<ReadEntry> read;
@@ -206,6 +180,19 @@ StoreStatus LdbStore::ReadMany(std::span<const std::string> dns,
     dns = dns.subspan(some.size());
   }
   return {};
+}
+
+void LdbStore::ReadAhead() {
+  ahead_.Read([this](std::span<const std::string> dns, std::span<const std::string> attributes,
+                     std::vector<ReadEntry>& read) {
+    StoreStatus status;
+    while (status.Ok() && !dns.empty()) {
+      const std::span<const std::string> some = dns.first(std::min(dns.size(), kReadTogether));
+      status = ReadTogether(some, attributes, read);
+      dns = dns.subspan(some.size());
+    }
+    return status;
+  });
 }
 
 StoreStatus LdbStore::Search(const SearchRequest& request, const EntrySink& sink) {
@@ -251,13 +238,18 @@ void LdbStore::ModifyManyStrictly(const ModifySource& next, const ModifySink& si
   // Fetched before anything is locked: the source may ask for more.
   std::vector<ModifyRequest> group = Fetch(next);
   while (group.size() == kRequestsInTransaction) {
-    // While these are written the next ones are fetched, which takes as long.
-    std::future<std::vector<StoreStatus>> writing =
-        std::async([&] { return ModifyTogether(group); });
+    // While these are written the next ones are fetched, which takes as long, and needs what was
+    // announced.
+    std::future<std::vector<StoreStatus>> writing = std::async([&] {
+      std::vector<StoreStatus> written = ModifyTogether(group);
+      ReadAhead();
+      return written;
+    });
     std::vector<ModifyRequest> following = Fetch(next);
     for (StoreStatus& status : writing.get()) sink(std::move(status));
     group = std::move(following);
   }
+  ahead_.Clear();
   for (StoreStatus& status : ModifyTogether(group)) sink(std::move(status));
 }
 
@@ -333,11 +325,10 @@ std::vector<StoreStatus> LdbStore::ModifyTogether(std::span<const ModifyRequest>
 
 StoreStatus LdbStore::ModifyOne(const ModifyRequest& request, Effect& effect) {
   const std::span<const Modification> modifications = request.modifications;
-  StoreStatus status = CheckName(request.dn);
-  if (!status.Ok()) return status;
+  StoreStatus status;
   if (const Entry* const known = known_.Find(request.dn, modifications); known != nullptr) {
     status = changes_.ModifyKnown(*known, modifications, ModifyWay::kStrict, effect);
-  } else {
+  } else if (status = CheckName(request.dn); status.Ok()) {
     status = changes_.Modify(request.dn, modifications, ModifyWay::kStrict, effect);
   }
   known_.Forget(request.dn);

@@ -68,7 +68,7 @@ ReadResult<ResourceFile> ResourceFile::Read(std::span<const std::byte> data) {
     Entry entry = ReadEntry(reader);
     if (!entry.error.empty()) return {std::nullopt, std::move(entry.error)};
     if (marked) {
-      file.resources_.push_back(std::move(entry.resource));
+      file.Take(std::move(entry.resource));
     } else if (!IsMark(entry.resource)) {
       return {std::nullopt, "The file is not a compiled resource file."};
     }
@@ -86,12 +86,25 @@ std::optional<Resource> ResourceFile::Find(const ResourceName& type,
   return *found;
 }
 
-ReadResult<DialogTemplate> ResourceFile::Dialog(std::uint16_t id) const {
-  const std::optional<Resource> resource = Find(kDialogType, id);
-  if (!resource) {
-    return {std::nullopt, "There is no dialog template " + std::to_string(id) + "."};
+void ResourceFile::Take(Resource resource) {
+  const auto* const id = std::get_if<std::uint16_t>(&resource.name);
+  // The first of a number counts, as in `Find`.
+  if (resource.type == ResourceName(kDialogType) && id != nullptr && !dialogs_.contains(*id)) {
+    dialogs_.emplace(*id, ReadDialogTemplate(resource.data));
   }
-  return ReadDialogTemplate(resource->data);
+  resources_.push_back(std::move(resource));
+}
+
+ReadResult<DialogTemplate> ResourceFile::Dialog(std::uint16_t id) const {
+  const auto found = dialogs_.find(id);
+  if (found != dialogs_.end()) return found->second;
+  return {std::nullopt, "There is no dialog template " + std::to_string(id) + "."};
+}
+
+const DialogTemplate* ResourceFile::FindDialog(std::uint16_t id) const {
+  const auto found = dialogs_.find(id);
+  if (found == dialogs_.end() || !found->second.value) return nullptr;
+  return &*found->second.value;
 }
 
 std::optional<std::string> ResourceFile::StringEntry(std::uint16_t id) const {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -41,11 +42,17 @@ class ResourceFile {
   [[nodiscard]] std::optional<Resource> Find(const ResourceName& type,
                                              const ResourceName& name) const;
   [[nodiscard]] ReadResult<DialogTemplate> Dialog(std::uint16_t id) const;
+  /// The same without a copy, for as long as the object lives; null when it cannot be read.
+  [[nodiscard]] const DialogTemplate* FindDialog(std::uint16_t id) const;
   /// String `id` of the string table, in UTF-8; nothing when there is none.
   [[nodiscard]] std::optional<std::string> StringEntry(std::uint16_t id) const;
 
  private:
+  void Take(Resource resource);
+
   std::vector<Resource> resources_;
+  /// Read once: a page for each of many objects is made from the same one.
+  std::map<std::uint16_t, ReadResult<DialogTemplate>> dialogs_;
 };
 
 /// The module's own resources, compiled from `src/resources/pelora.rc` into this program.

@@ -7,9 +7,9 @@
 namespace pelora::sheets {
 
 bool SheetPages::Add(std::unique_ptr<PropSheetPage> page) {
-  auto described = templates_.Dialog(page->Template());
-  if (!described.value) return false;
-  pages_.push_back({std::move(page), std::move(*described.value), false});
+  const resources::DialogTemplate* const described = templates_.FindDialog(page->Template());
+  if (described == nullptr) return false;
+  pages_.push_back({std::move(page), described, false});
   return true;
 }
 
@@ -24,11 +24,11 @@ std::string SheetPages::Title(std::size_t place) const {
   const Page* page = At(place);
   if (page == nullptr) return {};
   std::string title = page->page->Title();
-  return title.empty() ? page->described.title : title;
+  return title.empty() ? page->described->title : title;
 }
 
 const resources::DialogTemplate& SheetPages::Template(std::size_t place) const {
-  return At(place)->described;
+  return *At(place)->described;
 }
 
 IDialogController& SheetPages::Controller(std::size_t place) const {

@@ -78,7 +78,7 @@ class SheetPages {
  private:
   struct Page {
     std::unique_ptr<PropSheetPage> page;
-    resources::DialogTemplate described;
+    const resources::DialogTemplate* described;
     bool was_shown = false;
   };
 

@@ -56,6 +56,18 @@ class BenchTable {
                 holds ? "good" : "TOO MUCH");
     std::fflush(stdout);
   }
+  /// What is measured beside, for comparison: nothing is asked of it.
+  void AddBeside(const std::string& what, double ours, const std::string& against, double theirs,
+                 const char* unit = "s") {
+    std::printf("  %-34s %8.3f %-2s  %-30s %8.3f %-2s  %5.2f\n", what.c_str(), ours, unit,
+                against.c_str(), theirs, unit, ours / theirs);
+    std::fflush(stdout);
+  }
+  /// A line in words.
+  void Explain(const std::string& text) {
+    std::printf("    %s\n", text.c_str());
+    std::fflush(stdout);
+  }
   [[nodiscard]] bool AllHold() const { return all_hold_; }
 
  private:

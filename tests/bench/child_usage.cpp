@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <stdexcept>
 
 namespace pelora::lab {
@@ -33,6 +34,7 @@ double Seconds(const timeval& time) {
 }  // namespace
 
 ChildUsage UsageOf(const std::vector<std::string>& command) {
+  const auto begin = std::chrono::steady_clock::now();
   const pid_t child = fork();
   if (child < 0) throw std::runtime_error("no process can be made");
   if (child == 0) Become(command);
@@ -42,7 +44,9 @@ ChildUsage UsageOf(const std::vector<std::string>& command) {
       WEXITSTATUS(status) == 127) {
     throw std::runtime_error("cannot be run: " + command.front());
   }
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
   return {.exit_code = WEXITSTATUS(status),
+          .seconds = taken.count(),
           .cpu_seconds = Seconds(usage.ru_utime) + Seconds(usage.ru_stime),
           .megabytes = static_cast<double>(usage.ru_maxrss) / kKilobytesInMegabyte};
 }

@@ -9,6 +9,8 @@ namespace pelora::lab {
 /// What a whole process took.
 struct ChildUsage {
   int exit_code = 0;
+  /// From its beginning to its end.
+  double seconds = 0;
   /// Of the process and what it waited for, on its own behalf and the system's.
   double cpu_seconds = 0;
   /// The most memory that it had at once.

@@ -50,7 +50,7 @@ TEST_F(ListTest, OneClassIsListedWithoutTheOthers) {
 }
 
 TEST_F(ListTest, ColumnsAreChosen) {
-  const ProgramRun run = Ctl({"list", "user", "--columns", "NAME,otherMailbox,peloraquotahard,dn",
+  const ProgramRun run = Ctl({"list", "user", "--columns", "NAME, otherMailbox ,peloraquotahard,dn",
                               "--filter", "(sAMAccountName=j.weissflog)", "--csv"});
   const auto rows = Rows(run.output);
   ASSERT_EQ(rows.size(), 2U);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/reads_ahead.h"
 #include "tests/unit/ldb_bench.h"
 
 namespace pelora::ldap {
@@ -42,6 +43,11 @@ class LdbWritingTest : public LdbBench {
           codes.push_back(status.code);
         });
     return codes;
+  }
+
+  static int QuotaOf(const Entry& entry) {
+    const auto found = entry.attributes.find("peloraQuotaHard");
+    return found == entry.attributes.end() ? 0 : std::stoi(found->second.front());
   }
 
   /// Reads the user and another one together.
@@ -120,6 +126,52 @@ TEST_F(LdbWritingTest, MoreThanAreWrittenTogetherAreDoneInTheirOrder) {
       });
   EXPECT_EQ(done, kRequests);
   EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre(std::to_string(kRequests)));
+}
+
+TEST_F(LdbWritingTest, WhatWasAnnouncedIsReadWhileOthersAreWritten) {
+  auto& ahead = dynamic_cast<IReadsAhead&>(*store_);
+  const std::vector<std::string> names = {kUser, pelora::sample::kTom, "no name",
+                                          std::string("CN=Nobody,") + kBase};
+  const std::vector<std::string> attributes = {"peloraQuotaHard", "mail"};
+  constexpr int kRequests = 6200;
+  int fetched = 0;
+  int done = 0;
+  int last = 0;
+  store_->ModifyManyStrictly(
+      [&]() -> std::optional<ModifyRequest> {
+        if (fetched % 500 == 0) {
+          std::vector<int> codes;
+          EXPECT_TRUE(store_
+                          ->ReadMany(names, attributes,
+                                     [&](const StoreStatus& status, const Entry& entry) {
+                                       if (codes.empty() && fetched > 0) {
+                                         const int is = QuotaOf(entry);
+                                         // Not older than what was seen before.
+                                         EXPECT_GE(is, last);
+                                         EXPECT_LE(is, fetched);
+                                         last = is;
+                                       }
+                                       codes.push_back(status.code);
+                                       return true;
+                                     })
+                          .Ok());
+          EXPECT_THAT(codes, ElementsAre(0, 0, kLdapInvalidDnSyntax, kLdapNoSuchObject));
+          ahead.Expect(names, attributes);
+        }
+        if (fetched == kRequests) return std::nullopt;
+        return ModifyRequest{kUser, CountOn(fetched++)};
+      },
+      [&](const StoreStatus& status) { EXPECT_TRUE(status.Ok()) << done++ << status.text; });
+  EXPECT_GT(last, 0);
+  EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre(std::to_string(kRequests)));
+  // Once the writing is over, nothing is answered from before.
+  ASSERT_TRUE(Replace(*store_, kUser, "peloraQuotaHard", {"7"}).Ok());
+  const StoreStatus read =
+      store_->ReadMany(names, attributes, [](const StoreStatus& /*status*/, const Entry& entry) {
+        EXPECT_EQ(QuotaOf(entry), 7);
+        return false;
+      });
+  EXPECT_TRUE(read.Ok());
 }
 
 TEST_F(LdbWritingTest, WhatWasReadBeforeIsComparedWithWhatIsThere) {

@@ -57,6 +57,15 @@ TEST(ResourceFile, ReadsWhatTheCompilerWrote) {
   EXPECT_EQ(dialog.value->items[2].id, 0xFFFFFFFFU);
 }
 
+TEST(ResourceFile, HasADialogWithoutACopy) {
+  const ResourceFile file = Samples();
+  const DialogTemplate* const dialog = file.FindDialog(300);
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(dialog->title, "Übersicht");
+  EXPECT_EQ(file.FindDialog(300), dialog);
+  EXPECT_EQ(file.FindDialog(299), nullptr);
+}
+
 TEST(ResourceFile, ReadsTheTablesStrings) {
   const ResourceFile file = Samples();
   EXPECT_EQ(file.StringEntry(15), "last of its block");

@@ -10,6 +10,7 @@
 #include "hosts/ctl/objects/object_classes.h"
 #include "hosts/ctl/results/json_line.h"
 #include "hosts/ctl/results/text_table.h"
+#include "hosts/ctl/text/without_blanks.h"
 #include "hosts/ctl/workplace.h"
 #include "hosts/ldap/case_fold.h"
 #include "hosts/session/visible_text.h"
@@ -36,7 +37,7 @@ class Columns {
     std::string_view left = names;
     while (true) {
       const std::size_t end = left.find(',');
-      Add(left.substr(0, end), fields);
+      Add(WithoutBlanks(left.substr(0, end)), fields);
       if (end == std::string_view::npos) return;
       left.remove_prefix(end + 1);
     }

@@ -10,6 +10,7 @@
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/results/result_text.h"
 #include "hosts/ctl/text/input_file.h"
+#include "hosts/ctl/text/without_blanks.h"
 #include "hosts/ldap/name_key.h"
 #include "hosts/session/find/list_columns.h"
 
@@ -24,12 +25,6 @@ constexpr std::array<std::string_view, 2> kIgnoredColumns = {"name", "class"};
 bool IsAmong(std::span<const std::string_view> names, const std::string& name) {
   return std::ranges::any_of(
       names, [&name](std::string_view known) { return EqualsWithoutCase(known, name); });
-}
-
-std::string WithoutBlanks(const std::string& text) {
-  const std::size_t first = text.find_first_not_of(" \t");
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 }  // namespace
@@ -57,7 +52,7 @@ void ChangeTable::ReadHeader(const std::vector<std::string>& header, std::size_t
                              FieldCatalogue& catalogue) {
   bool has_object = false;
   for (const std::string& cell : header) {
-    const std::string name = WithoutBlanks(cell);
+    const std::string name(WithoutBlanks(cell));
     Column column = ColumnOf(name, line, catalogue);
     for (std::size_t before = 0; before < columns_.size(); ++before) {
       const bool is_same_name = EqualsWithoutCase(WithoutBlanks(header[before]), name);
@@ -103,7 +98,7 @@ void ChangeTable::ReadRows(CsvReader& reader) {
       Fail(reader.line(), std::to_string(cells.size()) + " cells, and the header has " +
                               std::to_string(columns_.size()));
     }
-    std::string object = WithoutBlanks(cells[object_column_]);
+    std::string object(WithoutBlanks(cells[object_column_]));
     if (object.empty()) Fail(reader.line(), "no object is named");
     rows_.push_back({begin, reader.line()});
     targets_.push_back({.given = std::move(object), .dn = {}, .problem = {}});

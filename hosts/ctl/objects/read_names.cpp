@@ -2,20 +2,10 @@
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/objects/object_finder.h"
 #include "hosts/ctl/text/input_file.h"
+#include "hosts/ctl/text/without_blanks.h"
 #include "hosts/session/utf8_check.h"
 
 namespace pelora::ctl {
-namespace {
-
-std::string_view WithoutBlanks(std::string_view line) {
-  constexpr std::string_view kBlanks = " \t\r";
-  const std::size_t first = line.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return line.substr(first, line.find_last_not_of(kBlanks) - first + 1);
-}
-
-}  // namespace
-
 std::vector<std::string> ReadNames(const std::string& path) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   const std::string text = ReadInput(path);

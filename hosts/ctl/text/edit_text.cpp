@@ -7,6 +7,7 @@
 
 #include "directory/ascii_case.h"
 #include "hosts/ctl/results/json_line.h"
+#include "hosts/ctl/text/without_blanks.h"
 #include "hosts/session/utf8_check.h"
 #include "hosts/session/visible_text.h"
 
@@ -39,13 +40,6 @@ bool IsFieldName(std::string_view name) {
     return (lower >= 'a' && lower <= 'z') || (letter >= '0' && letter <= '9') || letter == '.' ||
            letter == '-';
   });
-}
-
-std::string_view WithoutBlanks(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 /// Takes the first line off a text, without its line feed.

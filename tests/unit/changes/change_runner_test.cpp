@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/reads_ahead.h"
 #include "tests/unit/changes/changes_bench.h"
 
 namespace pelora::changes {
@@ -129,6 +130,68 @@ TEST_F(ChangeRunnerTest, WritesManyInTheFilesOwnWay) {
   EXPECT_EQ(words_[300], "refused");
   EXPECT_THAT(Quotas(), ElementsAre("600"));
   EXPECT_THAT(log_.withdrawn, ElementsAre(300U));
+}
+
+/// A store that reads ahead, and notes how many objects it was told of, and asked for, at a time.
+class StoreAhead final : public InterruptedStore, public ldap::IReadsAhead {
+ public:
+  using InterruptedStore::InterruptedStore;
+
+  std::vector<std::size_t> asked;
+  std::vector<std::string> announced;
+
+  void Expect(std::span<const std::string> dns,
+              std::span<const std::string> /*attributes*/) override {
+    announced.assign(dns.begin(), dns.end());
+  }
+  StoreStatus ReadMany(std::span<const std::string> dns, std::span<const std::string> attributes,
+                       const ldap::ReadSink& sink) override {
+    EXPECT_TRUE(asked.empty() || std::ranges::equal(dns, announced));
+    asked.push_back(dns.size());
+    return InterruptedStore::ReadMany(dns, attributes, sink);
+  }
+};
+
+TEST_F(ChangeRunnerTest, AnnouncesWhatIsReadNextAndReadsMoreAndMoreTogether) {
+  for (int number = 0; number < 1000; ++number) {
+    names_.push_back("CN=Nobody " + std::to_string(number) + "," + kBase);
+  }
+  const auto batches = [this](const RunOptions& options) {
+    StoreAhead store(*store_);
+    RunChanges(store, names_, prepare_, options, [](std::size_t /*at*/, const Result& result) {
+      EXPECT_EQ(result.outcome, Outcome::kFailed);
+    });
+    return store.asked;
+  };
+  EXPECT_THAT(batches({}), ElementsAre(256, 512, 232));
+  // Results that are told one by one are not to be waited for.
+  EXPECT_THAT(batches({.is_rehearsal = true}), ElementsAre(256, 256, 256, 232));
+}
+
+TEST_F(ChangeRunnerTest, WhatIsAtHandIsNotReadAgain) {
+  MakeContacts(4);
+  names_.insert(names_.begin() + 1, "");
+  ldap::Entry at_hand;
+  ASSERT_TRUE(store_->Read(names_[2], {}, at_hand).Ok());
+  ldap::Entry outdated{.dn = names_[3], .attributes = {{"peloraQuotaHard", {"4"}}}};
+  prepare_ = [](const ReadObject& object) -> Prepared {
+    EXPECT_TRUE(object.status.Ok());
+    if (object.entry.dn.empty()) {
+      return {.instead = Result{.dn = "ada", .outcome = Outcome::kRefused, .message = "several"}};
+    }
+    return SetQuota(object, "7");
+  };
+  RunOptions options;
+  options.at_hand = [&](std::size_t at) -> const ldap::Entry* {
+    return at == 2 ? &at_hand : at == 3 ? &outdated : nullptr;
+  };
+  Run(options);
+  // Somebody else's value is found when it is to be written, and is not overwritten.
+  EXPECT_THAT(words_, ElementsAre("changed", "refused", "changed", "refused", "changed"));
+  EXPECT_EQ(results_[3].message,
+            "peloraQuotaHard was 4 when it was read, is 1 now, and was to become 7");
+  // The two that are not at hand, and the one that is in dispute.
+  EXPECT_EQ(interrupted_.reads, 3U);
 }
 
 TEST_F(ChangeRunnerTest, HoldsNoMoreThanAWindowOfManyObjects) {

@@ -47,7 +47,7 @@ class MemoryLog final : public IChangeLog {
 };
 
 /// Forwards to a store, and lets a test come in between or answer instead.
-class InterruptedStore final : public IDirectoryStore {
+class InterruptedStore : public IDirectoryStore {
  public:
   explicit InterruptedStore(IDirectoryStore& target) : target_(target) {}
 

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <mutex>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "hosts/ldap/directory_store.h"
+
+namespace pelora::ldap {
+
+/// What became of one of many entries asked for.
+struct ReadEntry {
+  StoreStatus status{};
+  Entry entry{};
+};
+
+/// Entries that one thread reads before another one asks for them. Safe to use on both.
+class EntriesAhead {
+ public:
+  /// Reads entries, in their order; the status is that of the reading itself.
+  using Reading = std::function<StoreStatus(std::span<const std::string> dns,
+                                            std::span<const std::string> attributes,
+                                            std::vector<ReadEntry>& read)>;
+
+  /// These will be asked for. Nothing else is, from now on.
+  void Expect(std::span<const std::string> dns, std::span<const std::string> attributes);
+  /// Reads what is expected and has not been read. When that fails, whoever asks for it learns why.
+  void Read(const Reading& reading);
+  /// What has been read of the first of these; empty when they are not what was expected, or there
+  /// was no time. Waits for a reading that is under way. Nothing is expected any more.
+  [[nodiscard]] std::vector<ReadEntry> Take(std::span<const std::string> dns,
+                                            std::span<const std::string> attributes);
+  void Clear() { Expect({}, {}); }
+
+ private:
+  std::mutex mutex_;
+  std::vector<std::string> dns_;
+  std::vector<std::string> attributes_;
+  std::vector<ReadEntry> read_;
+};
+
+}  // namespace pelora::ldap
