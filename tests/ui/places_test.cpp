@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QClipboard>
 #include <QDropEvent>
+#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
@@ -379,6 +380,71 @@ TEST_F(PlacesWindow, EveryAttributeIsShownNarrowedAndCopied) {
   Part<QPushButton>(shown, "attributes_refresh").click();
   EXPECT_THAT(RowsOf(table), Contains("peloraUserServer|mail01"));
   shown.close();
+}
+
+TEST_F(PlacesWindow, AnOpenSheetIsAskedBeforeItsObjectIsChanged) {
+  const auto open = [this] {
+    Select({kBirgit});
+    Press(Qt::Key_Return);
+    EXPECT_EQ(window().sheets().Open().size(), 1);
+    return window().sheets().Open().front();
+  };
+  console::QtPropertySheet* const sheet = open();
+  contract::QtPlayer(*sheet).Click(IDC_PELORA_HIDDEN);
+  EXPECT_TRUE(sheet->HasUnsavedEdits());
+  // Back to the window behind it.
+  QApplication::setActiveWindow(&window());
+  Select({kBirgit});
+  GoOn();
+  In("discard_question", [](QWidget& question) { QTest::keyClick(&question, Qt::Key_Escape); });
+  Press(Qt::Key_Delete);
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_THAT(Names(), Contains("Birgit Krämer"))
+      << "the edits were kept, and the object with them";
+  EXPECT_TRUE(sheet->HasUnsavedEdits());
+  EXPECT_EQ(Said(), "Nothing was done: there are changes that were not applied.");
+  // A container above takes the object along.
+  QApplication::setActiveWindow(&window());
+  GoTo(kCompany);
+  Select({kSales});
+  TypeName("Verkauf");
+  In("discard_question", [](QWidget& question) {
+    for (auto* button : question.findChildren<QPushButton*>()) {
+      if (dynamic_cast<QMessageBox&>(question).buttonRole(button) == QMessageBox::DestructiveRole)
+        return button->click();
+    }
+  });
+  Press(Qt::Key_F2);
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_TRUE(window().sheets().Open().isEmpty()) << "its object is called otherwise now";
+  EXPECT_THAT(Names(), Contains("Verkauf"));
+}
+
+TEST_F(PlacesWindow, SeveralAreDeletedAtOnceAndEachIsTold) {
+  const std::string stefan = "CN=Stefan Ebert," + kSales;
+  Select({kBirgit, stefan});
+  GoOn([](QWidget& question) {
+    EXPECT_EQ(ToUtf8(Part<QLabel>(question, "place_text").text()), "Delete 2 objects?");
+    EXPECT_THAT(RowsOf(Part<QTableView>(question, "place_references")),
+                Contains(HasSubstr("Vertrieb Alle|Members|")));
+  });
+  Press(Qt::Key_Delete);
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_EQ(Said(), "2 objects were deleted.");
+  EXPECT_THAT(Names(), Not(Contains("Birgit Krämer")));
+  EXPECT_THAT(Names(), Not(Contains("Stefan Ebert")));
+}
+
+TEST_F(PlacesWindow, AHistoryThatCannotBeKeptIsSaid) {
+  // A file stands where the folder would be made.
+  QFile blocker(ToQString(folder().File("data")));
+  ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+  blocker.close();
+  Select({kBirgit});
+  TypeName("Birgit Kraemer");
+  Press(Qt::Key_F2);
+  EXPECT_THAT(Names(), Contains("Birgit Kraemer"));
+  EXPECT_THAT(Said(), ::testing::StartsWith("This change cannot be taken back: "));
 }
 
 }  // namespace

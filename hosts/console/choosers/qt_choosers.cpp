@@ -65,7 +65,7 @@ std::optional<std::vector<session::DirectoryObject>> RunSearch(SearchDialogInit 
                                                                const ldap::StoreOpener& opener,
                                                                ChooserOwner owner) {
   SearchDialog dialog(std::move(init), opener, WindowOf(owner.dialog));
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  if (RunModal(dialog) != QDialog::Accepted) return std::nullopt;
   return dialog.Chosen();
 }
 
@@ -170,7 +170,7 @@ std::int32_t QtChoosers::BrowseForContainer(const ContainerBrowserInit& init, st
     return QStringLiteral("The name of this container is too long to be used here.");
   };
   ContainerBrowser dialog(opener_, std::move(base), refusal, WindowOf(nullptr));
-  if (dialog.exec() != QDialog::Accepted) return kDialogCancel;
+  if (RunModal(dialog) != QDialog::Accepted) return kDialogCancel;
   path = ContainerPath(store_, dialog.Chosen());
   return kDialogOk;
 }

@@ -40,6 +40,7 @@ SheetFields::SheetFields(QtPropertySheet& sheet, std::shared_ptr<session::Guarde
   if (opener_) questions_.emplace(opener_);
   sheet_.SetFoot(*foot_);
   sheet_.may_apply = [this] { return MayApply(); };
+  sheet_.go_to = [this](std::string_view attribute) { GoTo(attribute); };
   tabs_->on_edited = [this](std::size_t page) { OnEdited(page); };
   connect(qApp, &QApplication::focusChanged, this,
           [this](const QWidget* /*old*/, const QWidget* now) {

@@ -92,7 +92,7 @@ FindBar::FindBar(QWidget* parent)
   connect(text_, &QLineEdit::textEdited, this, [this] { pause_.start(); });
   connect(answer_, &QLineEdit::textEdited, this, [this] { pause_.start(); });
   for (QLineEdit* line : {text_, answer_}) {
-    connect(line, &QLineEdit::returnPressed, this, [this] { Ask(true); });
+    connect(line, &QLineEdit::returnPressed, this, &FindBar::OnEntered);
   }
   connect(where_, &QComboBox::activated, this, [this] {
     if (is_asking_) Ask(true);
@@ -154,7 +154,14 @@ FindBar::Where FindBar::where() const { return static_cast<Where>(where_->curren
 void FindBar::Ask(bool asks) {
   pause_.stop();
   is_asking_ = asks;
+  asked_ = {text_->text(), answer_->text()};
   if (on_asked) on_asked();
+}
+
+void FindBar::OnEntered() {
+  const bool is_asked = is_asking_ && asked_ == QStringList{text_->text(), answer_->text()};
+  if (is_asked && !text_->text().trimmed().isEmpty() && on_down) return on_down();
+  Ask(true);
 }
 
 void FindBar::Clear() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QStringList>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -20,7 +21,8 @@ namespace pelora::console {
 /// nothing is asked, the list shows the container that is chosen in the tree.
 ///
 /// A search begins when nothing has been typed for a moment, or at once with Enter; Enter without a
-/// text finds everything that the view has. Escape asks for nothing any more.
+/// text finds everything that the view has, and Enter once more leads to what is found. Escape asks
+/// for nothing any more.
 class FindBar final : public QWidget {
  public:
   explicit FindBar(QWidget* parent);
@@ -54,12 +56,13 @@ class FindBar final : public QWidget {
 
   /// Something else is asked, or nothing any more.
   std::function<void()> on_asked;
-  /// Down in the text.
+  /// Down in the text, or Enter for what is asked already: the list is to have the keyboard.
   std::function<void()> on_down;
 
  private:
   void FillViews();
   void Ask(bool asks);
+  void OnEntered();
   void OnViewChosen();
   void ShowQuestion();
   [[nodiscard]] const session::ReadyView* Ready() const;
@@ -67,6 +70,8 @@ class FindBar final : public QWidget {
   std::vector<session::View> check_views_;
   std::vector<session::View> user_views_;
   bool is_asking_ = false;
+  /// What stood in the lines when it was asked last.
+  QStringList asked_;
   QTimer pause_;
   QLineEdit* text_;
   QComboBox* where_;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "hosts/console/choosers/container_browser.h"
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/life/place_dialog.h"
 #include "hosts/console/life/rename_dialog.h"
 #include "hosts/console/text/plain_text.h"
@@ -102,7 +103,7 @@ std::optional<session::PlacePlan> PlaceActions::Read(const PlaceContext& context
 
 bool PlaceActions::Ask(const session::PlaceQuestion& question) {
   PlaceDialog dialog(question, pane_.window());
-  return dialog.exec() == QDialog::Accepted;
+  return RunModal(dialog) == QDialog::Accepted;
 }
 
 void PlaceActions::Rename() {
@@ -111,7 +112,7 @@ void PlaceActions::Rename() {
   if (!context || selection.size() != 1) return;
   const std::string dn = selection.front().dn;
   RenameDialog dialog(ToQString(selection.front().name), pane_.window());
-  if (dialog.exec() != QDialog::Accepted) return;
+  if (RunModal(dialog) != QDialog::Accepted) return;
   const std::string name = ToUtf8(dialog.Name());
   std::optional<session::PlacePlan> plan =
       Read(*context, [&](ldap::IDirectoryStore& store, const auto& attributes, auto& read) {
@@ -132,7 +133,7 @@ void PlaceActions::Move() {
       context->open_another, std::move(base),
       [&dns](const std::string& container) { return WhyNotThere(dns, container); }, pane_.window());
   browser.setWindowTitle(QStringLiteral("Move To"));
-  if (browser.exec() == QDialog::Accepted) MoveTo(dns, browser.Chosen());
+  if (RunModal(browser) == QDialog::Accepted) MoveTo(dns, browser.Chosen());
 }
 
 void PlaceActions::MoveTo(const std::vector<std::string>& dns, const std::string& container) {
@@ -160,6 +161,9 @@ void PlaceActions::Delete() {
 
 void PlaceActions::Write(const PlaceContext& context, session::PlacePlan plan,
                          const std::string& done) {
+  std::vector<std::string> dns;
+  for (const changes::Change& change : plan.changes) dns.push_back(change.dn);
+  if (may_change && !may_change(dns)) return;
   const session::PlacePlan whole = plan;
   bool tries_again = true;
   while (tries_again) {
@@ -167,6 +171,9 @@ void PlaceActions::Write(const PlaceContext& context, session::PlacePlan plan,
         session::WritePlan(*context.store, plan, context.history, errands_);
     tries_again = false;
     Tell(plan, results, done, tries_again);
+    if (const std::string& failure = context.history->failure(); !failure.empty() && on_lost) {
+      on_lost(ToQString(failure));
+    }
     if (tries_again) session::KeepWhatIsLeft(results, plan);
   }
   ShowWhatIsThere(whole);

@@ -49,8 +49,13 @@ class PlaceActions final : public QObject {
   /// Moves objects to a container, after a question.
   void MoveTo(const std::vector<std::string>& dns, const std::string& container);
 
+  /// Asked before anything is written of these objects and of what lies below them; false: it is
+  /// not. May be none.
+  std::function<bool(const std::vector<std::string>& dns)> may_change;
   /// What is done is told in one line.
   std::function<void(const QString& text)> on_done;
+  /// What was written cannot be taken back, for nothing of it could be kept, and why.
+  std::function<void(const QString& reason)> on_lost;
   /// The directory cannot be read, and why.
   std::function<void(const QString& text, const QString& reason)> on_failure;
 

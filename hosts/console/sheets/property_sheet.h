@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "hosts/console/dialogs/qt_dialog.h"
@@ -58,6 +59,9 @@ class QtPropertySheet final : public QDialog, private sheets::IPageView {
   void SetHeld(bool held);
   /// Asked before OK and Apply; false: nothing is done. May be none.
   std::function<bool()> may_apply;
+  /// Shows the page with the field of an attribute and puts the keyboard into it. Nothing happens
+  /// where no page has such a field. May be none.
+  std::function<void(std::string_view attribute)> go_to;
 
   /// OK and Cancel.
   void accept() override;

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/sheets/sheet_windows.h"
 
+#include <algorithm>
+
 #include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/case_fold.h"
+#include "hosts/ldap/name_key.h"
 
 namespace pelora::console {
 namespace {
@@ -82,12 +85,32 @@ QList<QtPropertySheet*> SheetWindows::Open() const {
 bool SheetWindows::CloseAll() {
   QList<QPointer<QtPropertySheet>> open;
   for (QtPropertySheet* sheet : Open()) open.append(sheet);
-  for (const auto& sheet : open) {
+  return Close(open);
+}
+
+bool SheetWindows::CloseSheetsOf(const std::vector<std::string>& dns) {
+  QList<QPointer<QtPropertySheet>> concerned;
+  const auto is_concerned = [&dns](const QString& name) {
+    const std::string key = ldap::NameKey(ToUtf8(name));
+    return std::ranges::any_of(dns, [&key](const std::string& dn) {
+      const std::string top = ldap::NameKey(dn);
+      return key == top || ldap::LiesBelow(key, top);
+    });
+  };
+  for (const Window& window : windows_) {
+    const bool is_open = window.sheet && window.sheet->isVisible();
+    if (is_open && std::ranges::any_of(window.names, is_concerned)) concerned.append(window.sheet);
+  }
+  return Close(concerned);
+}
+
+bool SheetWindows::Close(const QList<QPointer<QtPropertySheet>>& sheets) {
+  for (const auto& sheet : sheets) {
     if (!sheet || !sheet->HasUnsavedEdits()) continue;
     BringToFront(*sheet);
     if (!sheet->MayDiscard()) return false;
   }
-  for (const auto& sheet : open) {
+  for (const auto& sheet : sheets) {
     if (!sheet) continue;
     if (!sheet->Discard()) return false;
     delete sheet.data();

@@ -41,6 +41,9 @@ class SheetWindows {
   /// Closes every sheet. Before the first is closed, each that holds edits asks whether they may be
   /// lost; false when one is kept, and then all of them stay as they are.
   [[nodiscard]] bool CloseAll();
+  /// The same for the sheets of these objects, and of what lies below them: their names are about
+  /// to be no longer theirs.
+  [[nodiscard]] bool CloseSheetsOf(const std::vector<std::string>& dns);
   [[nodiscard]] QList<QtPropertySheet*> Open() const;
 
  private:
@@ -49,6 +52,8 @@ class SheetWindows {
     QStringList names;
     QPointer<QtPropertySheet> sheet;
   };
+
+  [[nodiscard]] static bool Close(const QList<QPointer<QtPropertySheet>>& sheets);
 
   QList<Window> windows_;
   SheetPlaces places_;

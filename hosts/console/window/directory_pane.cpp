@@ -62,7 +62,8 @@ DirectoryPane::DirectoryPane(QWidget* parent) : QSplitter(parent) {
   setChildrenCollapsible(false);
   setSizes({kTreeShare, kListShare});
   connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
-    if (now != tree_ && now != &list_->view()) return;
+    const bool is_used = now == tree_ || now == &list_->view() || now == &find_->text();
+    if (!is_used) return;
     tree_used_last_ = now == tree_;
     DoGuarded([this] { Changed(); });
   });
@@ -90,6 +91,9 @@ void DirectoryPane::MakeListing() {
     if (is_read && !select_when_read_.empty()) {
       list_->Select({std::exchange(select_when_read_, {})});
     }
+    if (is_read && std::exchange(select_found_, false) &&
+        state() == ContainerListing::State::kWhole)
+      SelectFound();
     Changed();
   };
   listing_->on_failed = [this](const QString& reason) {

@@ -107,6 +107,9 @@ class DirectoryPane final : public QSplitter {
   [[nodiscard]] ListOrder OrderOf(const session::View& view) const;
   /// Lists something under the name by which its columns are remembered.
   void List(ListOrder order, const QString& name);
+  /// What was asked for by name is selected when it has been found: a single object, and all of a
+  /// pasted list. What somebody has selected meanwhile stays.
+  void SelectFound();
   void RememberLayout();
   /// The containers from right below the base down to one.
   [[nodiscard]] std::vector<std::string> PathTo(const std::string& dn) const;
@@ -138,6 +141,7 @@ class DirectoryPane final : public QSplitter {
   std::vector<std::string> refreshed_path_;
   /// Empty: none.
   std::string select_when_read_;
+  bool select_found_ = false;
 };
 
 }  // namespace pelora::console

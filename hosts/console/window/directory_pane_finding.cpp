@@ -6,6 +6,7 @@
 #include "hosts/console/finding/column_dialog.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/directory_pane.h"
+#include "hosts/session/find/find_text.h"
 
 namespace pelora::console {
 
@@ -71,11 +72,20 @@ void DirectoryPane::List(ListOrder order, const QString& name) {
   if (const auto columns = remembered_.Columns(name); columns) order.columns = *columns;
   const bool is_same = name == listed_name_ && order.columns == listing_->order().columns;
   if (!is_same) RememberLayout();
+  select_found_ = find_->IsAsking() && !order.listing.text.empty();
   listing_->Show(std::move(order));
   if (is_same) return;
   listed_name_ = name;
   list_->SetLayout(remembered_.Layout(name));
   listed_layout_ = list_->Layout();
+}
+
+void DirectoryPane::SelectFound() {
+  const bool is_list = !session::FindText(find_->Text()).items().empty();
+  const bool is_meant = list_->ShownCount() == 1 || is_list;
+  if (!is_meant || list_->ShownCount() == 0 || !list_->Selection().empty()) return;
+  list_->view().setCurrentIndex(list_->view().model()->index(0, ObjectListModel::kName));
+  list_->view().selectAll();
 }
 
 void DirectoryPane::RememberLayout() {

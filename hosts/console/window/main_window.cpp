@@ -191,6 +191,7 @@ void MainWindow::UpdateActions() {
     new_menu_->menuAction()->setStatusTip(
         QStringLiteral("Create an object in %1").arg(Readable(ToQString(place->name))));
   }
+  users_below_->setEnabled(directory_ && place);
   parent_->setEnabled(pane_->HasParent());
   places_->Update();
   attributes_->setEnabled(directory_ && selection.size() == 1);

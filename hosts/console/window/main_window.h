@@ -110,6 +110,8 @@ class MainWindow final : public QMainWindow {
   void OpenSelection();
   /// Shows the properties of what is selected, at the field that a rule's finding is about.
   void ShowSelection();
+  /// Shows the properties of all users in the container that is selected or shown, and below it.
+  void ShowUsersBelow();
   /// A sheet of a selection, not shown yet; none when it cannot be made, which has been told.
   [[nodiscard]] SheetResult MakeSheet(std::span<const session::DirectoryObject> selection,
                                       QWidget& parent, ShowObject show_object);
@@ -117,6 +119,8 @@ class MainWindow final : public QMainWindow {
   /// is given; null when there is none, which has been told.
   QtPropertySheet* OpenSheet(std::span<const session::DirectoryObject> selection,
                              const std::string& attribute = {});
+  /// What was written could not be kept, and why.
+  void SayItIsForGood(const QString& reason);
   /// Something was written on a sheet.
   void OnApplied();
   /// Shows the properties as they are by now, at the same page.
@@ -157,6 +161,7 @@ class MainWindow final : public QMainWindow {
   QAction* open_container_ = nullptr;
   QMenu* new_menu_ = nullptr;
   QAction* properties_ = nullptr;
+  QAction* users_below_ = nullptr;
   QAction* attributes_ = nullptr;
   QAction* commands_ = nullptr;
   QAction* refresh_ = nullptr;

@@ -66,6 +66,11 @@ void MainWindow::MakeActions() {
            QStringLiteral("&Properties"), {},
            {QKeySequence(QStringLiteral("Alt+Return")), QKeySequence(QStringLiteral("Alt+Enter"))},
            [this] { ShowSelection(); });
+  users_below_ = make({}, QStringLiteral("Properties of &Users Below"),
+                      QStringLiteral("Show the properties of all users in the container and below"),
+                      {QKeySequence(QStringLiteral("Ctrl+Shift+Return")),
+                       QKeySequence(QStringLiteral("Ctrl+Shift+Enter"))},
+                      [this] { ShowUsersBelow(); });
   attributes_ = make({}, QStringLiteral("&Attributes..."),
                      QStringLiteral("Show every attribute of the object as the directory has it"),
                      {QKeySequence(QStringLiteral("Ctrl+Shift+A"))}, [this] { ShowAttributes(); });
@@ -123,7 +128,7 @@ void MainWindow::MakeMenus() {
   edit->insertSeparator(review_);
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
   object->addMenu(new_menu_);
-  object->addActions({open_container_, properties_, attributes_, commands_});
+  object->addActions({open_container_, properties_, users_below_, attributes_, commands_});
   object->addSeparator();
   object->addActions(places_->actions());
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
@@ -148,7 +153,7 @@ void MainWindow::MakeMenus() {
     objects->addAction(attributes_);
   }
   pane_->list().view().setContextMenuPolicy(Qt::ActionsContextMenu);
-  pane_->tree().addActions({new_menu_->menuAction(), properties_, refresh_});
+  pane_->tree().addActions({new_menu_->menuAction(), properties_, users_below_, refresh_});
   pane_->tree().setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 

@@ -18,6 +18,13 @@ void MainWindow::MakePlaces() {
   };
   places_ = new PlaceActions(*pane_, errands_, desk_, context);
   places_->on_done = [this](const QString& text) { statusBar()->showMessage(text); };
+  places_->may_change = [this](const std::vector<std::string>& dns) {
+    if (sheets_.CloseSheetsOf(dns)) return true;
+    statusBar()->showMessage(
+        QStringLiteral("Nothing was done: there are changes that were not applied."));
+    return false;
+  };
+  places_->on_lost = [this](const QString& reason) { SayItIsForGood(reason); };
   places_->on_failure = [this](const QString& text, const QString& reason) {
     ReportLater(text, reason);
   };

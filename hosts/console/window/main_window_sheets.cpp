@@ -6,8 +6,14 @@
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
+#include "hosts/session/object_search.h"
 
 namespace pelora::console {
+namespace {
+
+constexpr std::string_view kUsers = "(&(objectClass=user)(!(objectClass=computer)))";
+
+}  // namespace
 
 void MainWindow::ShowSelection() {
   const std::vector<session::DirectoryObject> selection = Selection();
@@ -20,6 +26,36 @@ void MainWindow::ShowSelection() {
 void MainWindow::ShowProperties(std::span<const session::DirectoryObject> selection,
                                 const std::string& attribute) {
   (void)OpenSheet(selection, attribute);
+}
+
+void MainWindow::ShowUsersBelow() {
+  const std::optional<session::DirectoryObject> container = pane_->PlaceForNew();
+  if (!directory_ || !container) return;
+  const QString name = Readable(ToQString(container->name));
+  std::vector<session::DirectoryObject> users;
+  session::SearchEnd end;
+  bool is_stopped = false;
+  errands_.Run("Looking for the users below...", [&](session::IErrand& errand) {
+    directory_->store.StopOn(errand.stop());
+    end = session::FindObjects(directory_->store,
+                               {.filter = std::string(kUsers), .base = container->dn},
+                               [&users](session::FoundObject found) {
+                                 users.push_back(std::move(found.object));
+                                 return true;
+                               });
+    directory_->store.StopOn({});
+    is_stopped = errand.stop().stop_requested();
+  });
+  if (is_stopped) return;
+  // Some of them would pass for all.
+  if (end.reason != session::SearchEnd::Reason::kComplete) {
+    return ReportLater(QStringLiteral("Not all users below %1 can be read.").arg(name),
+                       ToQString(end.text));
+  }
+  if (users.empty()) {
+    return statusBar()->showMessage(QStringLiteral("There are no users below %1.").arg(name));
+  }
+  ShowProperties(users);
 }
 
 SheetResult MainWindow::MakeSheet(std::span<const session::DirectoryObject> selection,
@@ -45,7 +81,10 @@ SheetResult MainWindow::MakeSheet(std::span<const session::DirectoryObject> sele
 QtPropertySheet* MainWindow::OpenSheet(std::span<const session::DirectoryObject> selection,
                                        const std::string& attribute) {
   if (!directory_) return nullptr;
-  if (QtPropertySheet* const open = sheets_.Raise(selection)) return open;
+  if (QtPropertySheet* const open = sheets_.Raise(selection)) {
+    if (!attribute.empty()) open->go_to(attribute);
+    return open;
+  }
   SheetResult made = MakeSheet(
       selection, *this,
       [this](const session::DirectoryObject& object, QWidget& from) { ShowAnother(object, from); });
@@ -60,16 +99,19 @@ QtPropertySheet* MainWindow::OpenSheet(std::span<const session::DirectoryObject>
         sheet, [this, sheet, objects] { OpenAnew(*sheet, objects); }, Qt::QueuedConnection);
   };
   sheets_.Show(std::move(made.sheet), selection);
-  if (!attribute.empty()) made.fields->GoTo(attribute);
+  if (!attribute.empty()) sheet->go_to(attribute);
   return sheet;
 }
 
 void MainWindow::OnApplied() {
   pane_->RefreshList();
   const std::string& failure = directory_->history.failure();
-  if (failure.empty()) return;
+  if (!failure.empty()) SayItIsForGood(ToQString(failure));
+}
+
+void MainWindow::SayItIsForGood(const QString& reason) {
   statusBar()->showMessage(
-      QStringLiteral("This change cannot be taken back: %1").arg(Readable(ToQString(failure))));
+      QStringLiteral("This change cannot be taken back: %1").arg(Readable(reason)));
 }
 
 void MainWindow::OpenAnew(QtPropertySheet& sheet,
