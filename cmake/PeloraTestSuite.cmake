@@ -78,6 +78,11 @@ function(pelora_test_suite name)
   set(results "${PROJECT_BINARY_DIR}/results/${name}.xml")
   add_test(NAME ${name}
     COMMAND ${suite_LAUNCHER} "$<TARGET_FILE:${name}>" "--gtest_output=xml:${results}")
+  if(PELORA_SANITIZE)
+    # Sanitizers do not get along with the way in which libldb binds its modules' symbols.
+    list(APPEND suite_ENVIRONMENT LDB_MODULES_DISABLE_DEEPBIND=1
+      "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
+  endif()
   set_tests_properties(${name} PROPERTIES TIMEOUT 300
     ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp;${suite_ENVIRONMENT}")
   set_property(GLOBAL APPEND PROPERTY PELORA_SUITES "${results}")

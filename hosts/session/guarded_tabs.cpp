@@ -83,7 +83,11 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
                 tab.told.Forget();
                 tab.fields.touched.LookBeforeApply(dialog);
               },
-          .on_applied = [&fields] { fields.touched.KeepUnwritten(); },
+          .on_applied =
+              [&fields] {
+                if (fields.dialog != nullptr) fields.touched.SettleFilled(*fields.dialog);
+                fields.touched.KeepUnwritten();
+              },
           .on_refused =
               [this, &fields, page](IDialog& dialog, IDialogController& controller) {
                 fields.touched.SettleIfRefilled(dialog);

@@ -100,6 +100,17 @@ void TouchedFields::LookBeforeApply(IDialog& dialog) {
   for (Field& field : fields_) field.before_apply = field.shown;
 }
 
+void TouchedFields::SettleFilled(IDialog& dialog) {
+  for (Field& field : fields_) {
+    if (field.shows == Shows::kLess || field.IsChanged()) continue;
+    std::string now = ShownBy(field.row, dialog);
+    if (now == field.read) continue;
+    field.read = now;
+    field.shown = std::move(now);
+    if (field.row.kind == FieldKind::kFlag) field.read_style = dialog.Style(field.row.control);
+  }
+}
+
 void TouchedFields::SettleIfRefilled(IDialog& dialog) {
   const bool is_refilled = std::ranges::any_of(fields_, [&dialog](const Field& field) {
     return field.shows != Shows::kLess && ShownBy(field.row, dialog) != field.before_apply;

@@ -35,6 +35,9 @@ class TouchedFields {
   void Settle(IDialog& dialog);
   /// The page is about to apply: a look.
   void LookBeforeApply(IDialog& dialog);
+  /// The page has applied, and may have filled itself on the way: what was unchanged before and is
+  /// another now is what nobody has changed.
+  void SettleFilled(IDialog& dialog);
   /// The page has not applied. Where it shows something else than before, it has filled itself
   /// anew, and that is what nobody has changed.
   void SettleIfRefilled(IDialog& dialog);

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "hosts/sheets/scoped_flag.h"
 #include "hosts/sheets/sheet_pages.h"
 #include "platform/shell_extension.h"
 
@@ -14,9 +15,10 @@ namespace pelora::session {
 struct PageWatch {
   /// The dialog stands and has been filled.
   std::function<void(IDialog& dialog)> on_loaded;
-  /// A control has reported something.
+  /// A control has reported something. Not told while the page applies: what is put into its
+  /// controls then is put there by the page itself, which fills itself when it could not before.
   std::function<void(ControlId control)> on_command;
-  /// The page has dealt with something that was reported to it.
+  /// The page has dealt with something that was reported to it; not told while it applies, either.
   std::function<void()> on_handled;
   /// The page is about to apply.
   std::function<void(IDialog& dialog)> on_apply;
@@ -48,18 +50,19 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     return result;
   }
   std::int32_t OnCommand(ControlId id, ControlNotification notification) override {
+    if (is_applying_) return page_->Controller().OnCommand(id, notification);
     watch_.on_command(id);
     const std::int32_t answer = page_->Controller().OnCommand(id, notification);
-    watch_.on_handled();
+    TellHandled();
     return answer;
   }
   void OnListViewItemChanged(ControlId id, const ListViewItemChange& change) override {
     page_->Controller().OnListViewItemChanged(id, change);
-    watch_.on_handled();
+    TellHandled();
   }
   void OnListViewDoubleClick(ControlId id, RowIndex row) override {
     page_->Controller().OnListViewDoubleClick(id, row);
-    watch_.on_handled();
+    TellHandled();
   }
   [[nodiscard]] TextRole ListViewTextRole(ControlId id, RowIndex row,
                                           std::size_t column) const override {
@@ -69,7 +72,7 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     IDialogController& page = page_->Controller();
     if (notification != PageNotification::kApply) return page.OnPageNotification(notification);
     if (dialog_ != nullptr) watch_.on_apply(*dialog_);
-    const std::int32_t answer = page.OnPageNotification(notification);
+    const std::int32_t answer = Apply(page);
     if (answer == kPageApplied) {
       watch_.on_applied();
     } else if (dialog_ != nullptr) {
@@ -83,8 +86,17 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     page_->Controller().OnDestroy();
   }
 
+  std::int32_t Apply(IDialogController& page) {
+    const sheets::ScopedFlag applying(is_applying_);
+    return page.OnPageNotification(PageNotification::kApply);
+  }
+  void TellHandled() {
+    if (!is_applying_) watch_.on_handled();
+  }
+
   std::unique_ptr<PropSheetPage> page_;
   PageWatch watch_;
+  bool is_applying_ = false;
   /// While there is one.
   IDialog* dialog_ = nullptr;
 };

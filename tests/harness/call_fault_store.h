@@ -28,12 +28,14 @@ class CallFaultStore final : public ldap::IDirectoryStore {
     bool is_change = false;
     /// Empty for a reading of many.
     std::string dn;
+    std::string why{};
   };
 
-  /// The `nth` request from now (1: the next) fails.
+  /// The `nth` request from now (1: the next) fails; 0: none.
   void Fail(std::size_t nth, Fault fault) {
     left_ = nth;
     fault_ = std::move(fault);
+    met_.reset();
   }
   [[nodiscard]] std::size_t calls() const { return calls_; }
   [[nodiscard]] const std::optional<Met>& met() const { return met_; }
@@ -88,7 +90,7 @@ class CallFaultStore final : public ldap::IDirectoryStore {
   bool Counts(bool is_change, const std::string& dn) {
     ++calls_;
     if (left_ == 0 || --left_ > 0) return false;
-    met_ = {.is_change = is_change, .dn = dn};
+    met_ = {.is_change = is_change, .dn = dn, .why = fault_.status.text};
     return true;
   }
   ldap::StoreStatus Ask(const std::string& dn, const Request& request) {

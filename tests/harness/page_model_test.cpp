@@ -43,7 +43,6 @@ class Wanderer {
   void ApplyAndLook();
 
  private:
-  [[nodiscard]] std::string Shown(const FieldRow& row);
   [[nodiscard]] std::map<std::string, std::string> ShownByAll();
   void ExpectNothingElse(const FakeAttributes& before, const FakeAttributes& now) const;
 
@@ -52,31 +51,9 @@ class Wanderer {
   std::set<std::string_view> edited_;
 };
 
-std::string Wanderer::Shown(const FieldRow& row) {
-  HeadlessDialog& page = scene_.page();
-  const bool is_list =
-      row.entry.empty() && (row.kind == FieldKind::kDefaultEntry || row.kind == FieldKind::kList ||
-                            row.kind == FieldKind::kNameList);
-  if (row.kind == FieldKind::kFlag) {
-    return page.Check(row.control) == CheckState::kChecked ? "yes" : "no";
-  }
-  if (row.kind == FieldKind::kNumber) {
-    // What is not set reads as 0. One that cannot be edited is not always written.
-    if (!page.IsEnabled(row.control)) return "not to be edited";
-    return page.Text(row.control).empty() ? "0" : page.Text(row.control);
-  }
-  if (!is_list) return ShownIn(page, row);
-  // The default entry stands in capitals.
-  Lines rows = RowsOf(page.ListBox(row.control));
-  std::ranges::sort(rows);
-  std::string text;
-  for (const std::string& one : rows) text += one + "; ";
-  return text;
-}
-
 std::map<std::string, std::string> Wanderer::ShownByAll() {
   std::map<std::string, std::string> shown;
-  for (const FieldRow& row : scene_.rows()) shown[row.name] = Shown(row);
+  for (const FieldRow& row : scene_.rows()) shown[row.name] = MeantIn(scene_.page(), row);
   return shown;
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <random>
 #include <set>
 #include <span>
 #include <string>
@@ -10,15 +9,15 @@
 #include <vector>
 
 #include "hosts/session/writing_desk.h"
+#include "tests/harness/dice.h"
 
 namespace pelora::testing {
 
 /// A desk at which somebody without a plan sits: looks at changes or does not, takes objects out,
-/// goes back, lets the other's value stay or not, tries again or does not; always the same for the
-/// same seed.
+/// goes back, lets the other's value stay or not, tries again or does not, as the dice say.
 class RandomDesk final : public session::IWritingDesk {
  public:
-  explicit RandomDesk(unsigned seed) : random_(seed) {}
+  explicit RandomDesk(Dice dice) : dice_(std::move(dice)) {}
 
   /// What was answered since this was called last: distinguished names of the objects that were
   /// taken out, and the attributes in which the other's value was to stay, with their objects.
@@ -66,9 +65,9 @@ class RandomDesk final : public session::IWritingDesk {
   void ShowFailure(IDialog* /*owner*/, const session::ShownFailure& /*failure*/) override {}
 
  private:
-  [[nodiscard]] std::size_t Roll(std::size_t sides) { return random_() % sides; }
+  [[nodiscard]] std::size_t Roll(std::size_t sides) { return dice_(sides); }
 
-  std::mt19937 random_;
+  Dice dice_;
   bool reviews_everything_ = false;
   Answers answers_;
 };

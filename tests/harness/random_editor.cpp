@@ -30,6 +30,14 @@ bool SelectEntry(HeadlessUser& user, const FieldRow& row) {
   return false;
 }
 
+std::size_t CountOfDefaults(HeadlessDialog& page, const FieldRow& row) {
+  if (row.kind != FieldKind::kDefaultEntry && row.kind != FieldKind::kList) return 0;
+  if (!row.entry.empty()) return 0;
+  const std::vector<std::string> rows = RowsOf(page.ListBox(row.control));
+  return static_cast<std::size_t>(std::ranges::count_if(
+      rows, [](const std::string& text) { return text.ends_with(kDefaultEnd); }));
+}
+
 std::string ShownIn(HeadlessDialog& page, const FieldRow& row) {
   if (!row.entry.empty()) {
     const IListView& view = page.ListView(row.control);
@@ -54,6 +62,26 @@ std::string ShownIn(HeadlessDialog& page, const FieldRow& row) {
     default:
       return page.Text(row.control);
   }
+}
+
+std::string MeantIn(HeadlessDialog& page, const FieldRow& row) {
+  const bool is_list =
+      row.entry.empty() && (row.kind == FieldKind::kDefaultEntry || row.kind == FieldKind::kList ||
+                            row.kind == FieldKind::kNameList);
+  if (row.kind == FieldKind::kFlag) {
+    return page.Check(row.control) == CheckState::kChecked ? "yes" : "no";
+  }
+  if (row.kind == FieldKind::kNumber) {
+    // One that cannot be edited is not always written.
+    if (!page.IsEnabled(row.control)) return "not to be edited";
+    return page.Text(row.control).empty() ? "0" : page.Text(row.control);
+  }
+  if (!is_list) return ShownIn(page, row);
+  std::vector<std::string> rows = RowsOf(page.ListBox(row.control));
+  std::ranges::sort(rows);
+  std::string text;
+  for (const std::string& one : rows) text += one + "; ";
+  return text;
 }
 
 bool RandomEditor::Edit(HeadlessUser user, const FieldRow& row) {

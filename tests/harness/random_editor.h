@@ -2,8 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <random>
 #include <set>
 #include <string>
 #include <utility>
@@ -12,6 +10,7 @@
 #include "hosts/headless/headless_modal_dialogs.h"
 #include "hosts/headless/headless_user.h"
 #include "platform/field_rows.h"
+#include "tests/harness/dice.h"
 #include "tests/support/fake_choosers.h"
 
 namespace pelora::testing {
@@ -25,14 +24,6 @@ struct RandomHabits {
   /// Takes the default entry out of a list, and its last one.
   bool empties_lists = false;
 };
-
-/// Gives a number below the one asked for.
-using Dice = std::function<std::size_t(std::size_t sides)>;
-
-/// Dice that fall the same for the same seed.
-[[nodiscard]] inline Dice DiceOf(unsigned seed) {
-  return [random = std::mt19937(seed)](std::size_t sides) mutable { return random() % sides; };
-}
 
 /// Somebody without a plan in front of a page: does to its fields whatever the dice say that the
 /// page lets him do.
@@ -78,8 +69,15 @@ class RandomEditor {
 /// Selects the row of a list view that stands for a field; whether there is one.
 [[nodiscard]] bool SelectEntry(HeadlessUser& user, const FieldRow& row);
 
+/// How many rows of a list carry the mark of the default one.
+[[nodiscard]] std::size_t CountOfDefaults(HeadlessDialog& page, const FieldRow& row);
+
 /// What stands in a field: its text, its rows one after the other, the number of its choice or of
 /// its box's state.
 [[nodiscard]] std::string ShownIn(HeadlessDialog& page, const FieldRow& row);
+
+/// The same in words that do not change when what is shown is written and read again: what is not
+/// set reads as 0, and the order of a list is nobody's.
+[[nodiscard]] std::string MeantIn(HeadlessDialog& page, const FieldRow& row);
 
 }  // namespace pelora::testing

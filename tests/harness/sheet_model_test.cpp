@@ -6,22 +6,12 @@
 
 #include <iostream>
 
-#include "server/console_registration.h"
+#include "tests/harness/random_objects.h"
 #include "tests/harness/sheet_player.h"
 #include "tests/support/long_form.h"
 
 namespace pelora::testing {
 namespace {
-
-std::vector<std::string> ClassesWithTabs() {
-  std::vector<std::string> classes;
-  for (const std::string_view name : RegisteredObjectClasses()) {
-    if (!DefaultRegistrations(name, ConsoleRole::kPropertyPage).empty()) {
-      classes.emplace_back(name);
-    }
-  }
-  return classes;
-}
 
 TEST(SheetModel, NothingThatWasLeftAloneIsEverAnother) {
   constexpr std::size_t kSteps = 60;
@@ -31,8 +21,10 @@ TEST(SheetModel, NothingThatWasLeftAloneIsEverAnother) {
   for (unsigned seed = 1; played.sheets < sheets && !HasFailure(); ++seed) {
     const std::string& object_class = classes[seed % classes.size()];
     SCOPED_TRACE(object_class + ", seed " + std::to_string(seed));
-    SheetPlayer player(object_class, seed, played);
-    player.Play(kSteps);
+    const Dice dice = DiceOf(seed);
+    SheetPlayer player(object_class, dice, dice, played);
+    std::size_t step = 0;
+    player.Play([&step] { return step++ < kSteps; });
     if (HasFailure()) std::cout << player.story();
   }
   if (HasFailure()) return;
@@ -41,14 +33,17 @@ TEST(SheetModel, NothingThatWasLeftAloneIsEverAnother) {
   EXPECT_GT(played.edits, sheets * 2);
   EXPECT_GT(played.applied, sheets / 3);
   EXPECT_GT(played.written, sheets);
-  for (const std::size_t tried : {played.set_back, played.removed, played.held, played.not_applied,
-                                  played.cancelled, played.taken_out, played.theirs_kept}) {
+  EXPECT_GT(played.found_stored, sheets);
+  for (const std::size_t tried :
+       {played.set_back, played.removed, played.held, played.not_applied, played.cancelled,
+        played.taken_out, played.theirs_kept, played.not_opened}) {
     EXPECT_GT(tried, sheets / 40);
   }
   std::cout << "random sheets: " << played.sheets << ", " << played.of_several << " of several, "
             << played.edits << " edits, " << played.applied << " applied, " << played.not_applied
             << " not, " << played.cancelled << " cancelled, " << played.written
-            << " values written, nothing else changed\n";
+            << " values written, " << played.found_stored << " found as they were to be, "
+            << played.not_opened << " not opened whole, nothing else changed\n";
 }
 
 }  // namespace

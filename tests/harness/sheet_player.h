@@ -2,16 +2,18 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "tests/harness/call_fault_store.h"
 #include "tests/harness/random_desk.h"
 #include "tests/harness/random_editor.h"
 #include "tests/harness/sheet_scene.h"
-#include "tests/support/fault_store.h"
+#include "tests/harness/wanted_value.h"
 #include "tests/support/memory_store.h"
 
 namespace pelora::testing {
@@ -31,6 +33,10 @@ struct PlayedSheets {
   std::size_t theirs_kept = 0;
   /// Values of attributes that were written.
   std::size_t written = 0;
+  /// Values that were to be there and are.
+  std::size_t found_stored = 0;
+  /// Sheets of which a fault kept something.
+  std::size_t not_opened = 0;
 };
 
 /// Somebody without a plan before sheets of a few objects of one class, as the console has them,
@@ -42,11 +48,13 @@ struct PlayedSheets {
 /// sheet's own accounts.
 class SheetPlayer {
  public:
-  /// Always the same for the same seed.
-  SheetPlayer(const std::string& object_class, unsigned seed, PlayedSheets& played);
+  /// `contents` say what the objects hold, `dice` everything else. Always the same for the same
+  /// dice.
+  SheetPlayer(const std::string& object_class, const Dice& contents, const Dice& dice,
+              PlayedSheets& played);
 
-  /// Opens a sheet, does so many things on it, and closes it.
-  void Play(std::size_t steps);
+  /// Opens a sheet, does things on it as long as `goes_on` says so and all is well, and closes it.
+  void Play(const std::function<bool()>& goes_on);
   /// What was done, a line each.
   [[nodiscard]] const std::string& story() const { return story_; }
 
@@ -54,16 +62,22 @@ class SheetPlayer {
   /// Page and place of a field.
   using FieldKey = std::pair<std::size_t, std::size_t>;
   using Entries = MemoryStore::Entries;
+  /// What stands in the fields.
+  using Shown = std::map<FieldKey, std::string>;
 
-  [[nodiscard]] std::size_t Roll(std::size_t sides) { return editor_.Roll(sides); }
+  [[nodiscard]] std::size_t Roll(std::size_t sides) { return dice_(sides); }
   [[nodiscard]] session::TouchedFields& Touched(std::size_t page) {
     return scene_.guarded().Fields(page).touched;
   }
   [[nodiscard]] HeadlessDialog& Page(std::size_t page) { return *scene_.sheet().Dialog(page); }
 
   void Tell(const std::string& deed) { story_ += deed + "\n"; }
-  void PlaceObjects();
-  [[nodiscard]] ldap::AttributeValues AnyValues(const Attribute& attribute);
+  /// Tells which request was made to fail, if any was.
+  void TellFault();
+  /// One of the next requests fails, whatever it is.
+  void Arm();
+  void Disarm() { store_.Fail(0, {}); }
+  /// Opens a sheet, of which a fault may keep something.
   void Open();
   void Step();
   void Turn(std::size_t page);
@@ -81,24 +95,39 @@ class SheetPlayer {
   /// to be so for several objects stays chosen as long as the sheet is open: those of them that
   /// were taken out come again with the tab's next change.
   void Begin(bool is_opened_anew);
+  /// Takes down what a page shows.
+  void Look(std::size_t page, Shown& shown);
+  [[nodiscard]] Shown LookAtAll();
+  /// A page has filled itself: what it shows counts as what nobody has touched, but for what is
+  /// there still as it was wanted.
+  void Forget(std::size_t page, const Shown& wanted);
   [[nodiscard]] std::vector<FieldKey> TouchedFields();
-  [[nodiscard]] std::map<std::string, std::string> TypedTexts(const std::vector<FieldKey>& fields);
+  /// Whether somebody else may have put another value in the place of one that was not sent.
+  [[nodiscard]] bool IsMeddledWith(const WantedValue& wanted) const;
+  /// What the touched fields say is to be stored.
+  [[nodiscard]] std::vector<WantedValue> WantedValues(const std::vector<FieldKey>& fields);
   void ExpectNothingElse(const Entries& before, const std::set<std::string>& attributes,
                          const RandomDesk::Answers& answers);
-  void ExpectStored(const std::map<std::string, std::string>& typed) const;
+  void ExpectStored(const std::vector<WantedValue>& values);
 
   PlayedSheets& played_;
   MemoryStore memory_;
-  FaultStore store_{memory_};
+  CallFaultStore store_{memory_};
+  Dice dice_;
   std::vector<std::string> names_;
   RandomDesk desk_;
   SheetScene scene_;
   RandomEditor editor_;
-  std::map<FieldKey, std::string> shown_;
+  Shown shown_;
   std::set<FieldKey> handled_;
   /// Taken away by a command, or not written when it was to be.
   std::set<FieldKey> removed_;
   std::set<FieldKey> unwritten_;
+  /// Attributes that somebody else has changed since the sheet was opened.
+  std::set<std::string> meddled_;
+  /// An entry of a list was made the default one after another that was it had been removed: by the
+  /// list's rules two are marked then, and neither is among the others.
+  bool has_two_defaults_ = false;
   /// What was answered since then: what was taken out once stays out.
   RandomDesk::Answers answers_;
   std::string story_;

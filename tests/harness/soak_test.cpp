@@ -12,7 +12,7 @@
 #include <memory>
 #include <random>
 
-#include "server/console_registration.h"
+#include "tests/harness/random_objects.h"
 #include "tests/harness/sheet_scene.h"
 #include "tests/support/long_form.h"
 #include "tests/support/memory_store.h"
@@ -44,13 +44,6 @@ struct Holdings {
 
 class Soak : public ::testing::Test {
  protected:
-  Soak() {
-    for (const std::string_view name : RegisteredObjectClasses()) {
-      if (DefaultRegistrations(name, ConsoleRole::kPropertyPage).empty()) continue;
-      classes_.emplace_back(name);
-    }
-  }
-
   /// One sheet: what is selected and what becomes of it is left to chance, but not the company's
   /// size: every round begins with the same directory.
   void Round() {
@@ -81,7 +74,7 @@ class Soak : public ::testing::Test {
     EXPECT_FALSE(scene.IsLibraryLeft());
   }
 
-  std::vector<std::string> classes_;
+  const std::vector<std::string> classes_ = ClassesWithTabs();
   std::mt19937 random_{20};
 };
 
