@@ -6,6 +6,7 @@
 #include "hosts/console/new_object/new_object_wizard.h"
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/store_opener.h"
 #include "hosts/session/directory_browser.h"
 #include "platform/platform.h"
 
@@ -21,6 +22,8 @@ struct WizardResult {
 struct WizardDirectory {
   ldap::IDirectoryStore& store;
   const ldap::DisplaySpecifiers& specifiers;
+  /// Opens the directory once more, for searches beside the window. May be none.
+  ldap::StoreOpener open_another{};
 };
 
 /// Makes the wizard that makes an object of a kind in a container: with the components that the

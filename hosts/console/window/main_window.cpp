@@ -138,9 +138,11 @@ void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
   const std::optional<session::DirectoryObject> container = pane_->PlaceForNew();
   if (!directory_ || !container) return;
   session::NotedAdditions store(directory_->store, directory_->history);
-  WizardResult made = MakeNewObjectWizard(
-      kind, *container, {.store = store, .specifiers = directory_->session->specifiers},
-      directory_->platform.platform(), module_, this);
+  WizardResult made = MakeNewObjectWizard(kind, *container,
+                                          {.store = store,
+                                           .specifiers = directory_->session->specifiers,
+                                           .open_another = directory_->session->open_another},
+                                          directory_->platform.platform(), module_, this);
   if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
   const bool is_made = made.wizard->exec() == QDialog::Accepted;
   if (is_made) ShowNewObject(kind, container->dn, made.wizard->created_name());
