@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ctl/workplace.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 #include "hosts/ctl/ctl_error.h"
+#include "hosts/ctl/objects/read_settings.h"
 #include "server/component_server.h"
 
 namespace pelora::ctl {
@@ -59,9 +62,8 @@ std::vector<Target> TargetsOf(const CommandLine& line, const std::vector<std::st
   }
   std::vector<Target> targets = workplace.finder.Resolve(all);
   if (selection.IsGiven()) {
-    for (const std::string& dn : workplace.finder.Select(selection)) {
-      targets.push_back({.given = dn, .dn = dn, .problem = {}});
-    }
+    std::ranges::move(workplace.finder.Select(selection, SettingsAttributes()),
+                      std::back_inserter(targets));
   }
   return EachOnce(std::move(targets));
 }

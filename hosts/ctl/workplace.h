@@ -32,8 +32,8 @@ struct Workplace {
 };
 
 /// The objects that a command names and selects, each once: those that are named first, as
-/// arguments and in `--from`, then those that are selected. Throws `WrongUsage`, also when none is
-/// named and nothing selects.
+/// arguments and in `--from`, then those that are selected, with their settings unless there are
+/// very many. Throws `WrongUsage`, also when none is named and nothing selects.
 [[nodiscard]] std::vector<Target> TargetsOf(const CommandLine& line,
                                             const std::vector<std::string>& named,
                                             Workplace& workplace);

@@ -46,8 +46,10 @@ int RunEdit(const CommandLine& line, Program& program) {
   const std::vector<std::string> named = OnlyObjects(line.arguments);
   CheckOutputs(line);
   Workplace workplace(line, program);
-  const std::vector<Target> targets = TargetsOf(line, named, workplace);
+  std::vector<Target> targets = TargetsOf(line, named, workplace);
   EditedSettings settings(workplace, targets);
+  // A person takes his time: they are read anew before they are written.
+  for (Target& target : targets) target.entry.reset();
   SettingsChanger changer(*workplace.session, program.module, workplace.catalogue,
                           workplace.finder);
   const AssignmentsAt assignments_at = [&settings](std::size_t at) {

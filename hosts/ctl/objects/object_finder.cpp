@@ -22,6 +22,9 @@ namespace {
 constexpr std::array<std::string_view, 6> kNamingAttributes = {
     "sAMAccountName", "userPrincipalName", "mail", "otherMailbox", "cn", "ou"};
 
+/// More objects than these are not kept as they were read, but read again a part at a time.
+constexpr std::size_t kMostKept = 4096;
+
 /// More names are cheaper to look for among all objects than one by one.
 constexpr std::size_t kMostInOneFilter = 16;
 
@@ -127,22 +130,36 @@ void ObjectFinder::LookAmong(Matches& matches, const std::string& filter) {
   if (!status.Ok()) throw DirectoryFailure(status);
 }
 
-std::vector<std::string> ObjectFinder::Select(const Selection& selection) {
+std::vector<Target> ObjectFinder::Select(const Selection& selection,
+                                         const std::vector<std::string>& attributes) {
   // In the order of their keys; no two objects have the same.
-  std::map<std::string, std::string> by_key;
+  std::map<std::string, Target> by_key;
   const auto as_it_is = [](const std::string& filter) { return filter; };
-  Search(selection, {"objectClass"}, as_it_is, [&by_key](const ldap::Entry& entry) {
-    by_key.emplace(ldap::FoldCase(entry.dn), entry.dn);
+  bool are_many = false;
+  SearchWhile(selection, attributes, as_it_is, [&](ldap::Entry entry) {
+    std::string key = ldap::FoldCase(entry.dn);
+    Target target{.given = entry.dn, .dn = entry.dn, .problem = {}};
+    target.entry = std::make_shared<const ldap::Entry>(std::move(entry));
+    by_key.emplace(std::move(key), std::move(target));
+    are_many = by_key.size() > kMostKept;
+    return !are_many;
   });
-  std::vector<std::string> found;
+  if (are_many) {
+    by_key.clear();
+    Search(selection, {"objectClass"}, as_it_is, [&by_key](const ldap::Entry& entry) {
+      by_key.emplace(ldap::FoldCase(entry.dn),
+                     Target{.given = entry.dn, .dn = entry.dn, .problem = {}});
+    });
+  }
+  std::vector<Target> found;
   found.reserve(by_key.size());
-  for (auto& [key, dn] : by_key) found.push_back(std::move(dn));
+  for (auto& [key, target] : by_key) found.push_back(std::move(target));
   return found;
 }
 
-void ObjectFinder::Search(const Selection& selection, std::vector<std::string> attributes,
-                          const std::function<std::string(const std::string& filter)>& narrow,
-                          const std::function<void(ldap::Entry entry)>& take) {
+void ObjectFinder::SearchWhile(const Selection& selection, std::vector<std::string> attributes,
+                               const std::function<std::string(const std::string& filter)>& narrow,
+                               const std::function<bool(ldap::Entry entry)>& take) {
   const std::string classes =
       selection.class_word ? FilterOf(KindOfWord(*selection.class_word)) : FilterOfEveryKind();
   std::string filter = narrow(classes);
@@ -152,8 +169,7 @@ void ObjectFinder::Search(const Selection& selection, std::vector<std::string> a
                                     .filter = filter,
                                     .attributes = std::move(attributes)};
   const ldap::StoreStatus status = session_.store->Search(request, [&](ldap::Entry entry) {
-    if (HasTabs(session::ObjectOf(entry).kind)) take(std::move(entry));
-    return true;
+    return !HasTabs(session::ObjectOf(entry).kind) || take(std::move(entry));
   });
   if (status.code == ldap::kLdapNoSuchObject || status.code == ldap::kLdapInvalidDnSyntax) {
     throw WrongUsage(request.base + ": there is no such object to search below");

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -21,6 +22,8 @@ struct Target {
   std::string dn;
   /// Why there is none.
   std::string problem;
+  /// The object, where it was read when it was selected; may be null.
+  std::shared_ptr<const ldap::Entry> entry{};
 };
 
 /// Which objects are meant beside those that are named; together they select.
@@ -44,14 +47,21 @@ class ObjectFinder {
   [[nodiscard]] std::vector<Target> Resolve(std::span<const std::string> given);
   [[nodiscard]] Target ResolveOne(const std::string& given);
 
-  /// The selected objects, in the order of their distinguished names. Throws `WrongUsage` for a
-  /// filter that is none, an unknown class and a base that is not there.
-  [[nodiscard]] std::vector<std::string> Select(const Selection& selection);
+  /// The selected objects, in the order of their distinguished names, with these attributes of
+  /// each unless there are very many of them. `objectClass` is among the attributes. Throws
+  /// `WrongUsage` for a filter that is none, an unknown class and a base that is not there.
+  [[nodiscard]] std::vector<Target> Select(const Selection& selection,
+                                           const std::vector<std::string>& attributes);
   /// Reads some attributes of the selected objects, `objectClass` among them, in the directory's
   /// order. `narrow` makes the filter narrower. Throws as `Select` does.
   void Search(const Selection& selection, std::vector<std::string> attributes,
               const std::function<std::string(const std::string& filter)>& narrow,
-              const std::function<void(ldap::Entry entry)>& take);
+              const std::function<void(ldap::Entry entry)>& take) {
+    SearchWhile(selection, std::move(attributes), narrow, [&take](ldap::Entry entry) {
+      take(std::move(entry));
+      return true;
+    });
+  }
 
   /// Reads the one object of a distinguished name or of what it is called; what it is is
   /// remembered. A sentence when there is none.
@@ -66,6 +76,10 @@ class ObjectFinder {
   /// Distinguished names by the folded text that an object is called.
   using Matches = std::map<std::string, std::vector<std::string>>;
 
+  /// The search of `Search`, for as long as `take` wants more.
+  void SearchWhile(const Selection& selection, std::vector<std::string> attributes,
+                   const std::function<std::string(const std::string& filter)>& narrow,
+                   const std::function<bool(ldap::Entry entry)>& take);
   void LookFor(Matches& matches);
   void LookAmong(Matches& matches, const std::string& filter);
   [[nodiscard]] std::string Base();

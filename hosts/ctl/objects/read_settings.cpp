@@ -42,21 +42,27 @@ ShownObject SettingsOf(const ldap::Entry& entry, const ldap::Schema& schema,
 void ReadEntries(Workplace& workplace, std::span<const Target> targets,
                  const std::function<void(const Target& target, const ldap::Entry& entry)>& take,
                  const RefusedTarget& refuse) {
-  // Those that are known to be missing are told of in their turn.
+  // Those that are known to be missing, or have been read, are told of in their turn.
   std::vector<const Target*> known;
   std::vector<std::string> names;
   for (const Target& target : targets) {
-    if (target.dn.empty()) continue;
+    if (target.dn.empty() || target.entry) continue;
     known.push_back(&target);
     names.push_back(target.dn);
   }
   const Target* next = targets.data();
-  const auto refuse_until = [&](const Target* end) {
-    for (; next != end; ++next) refuse(*next, next->problem);
+  const auto tell_until = [&](const Target* end) {
+    for (; next != end; ++next) {
+      if (next->entry) {
+        take(*next, *next->entry);
+      } else {
+        refuse(*next, next->problem);
+      }
+    }
   };
   std::size_t at = 0;
   const auto sink = [&](const ldap::StoreStatus& status, const ldap::Entry& entry) {
-    refuse_until(known[at]);
+    tell_until(known[at]);
     const std::string problem = WhyNot(status, entry, workplace);
     if (problem.empty()) {
       take(*next, entry);
@@ -70,11 +76,11 @@ void ReadEntries(Workplace& workplace, std::span<const Target> targets,
   const ldap::StoreStatus status = workplace.store().ReadMany(names, SettingsAttributes(), sink);
   if (!status.Ok()) {
     for (; at < known.size(); ++at) {
-      refuse_until(known[at]);
+      tell_until(known[at]);
       refuse(*next++, status.text);
     }
   }
-  refuse_until(targets.data() + targets.size());
+  tell_until(targets.data() + targets.size());
 }
 
 }  // namespace pelora::ctl

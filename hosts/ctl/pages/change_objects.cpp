@@ -25,6 +25,7 @@ int ChangeObjects(const CommandLine& line, Program& program, Workplace& workplac
   WriteRun run(line, program, *workplace.session, targets.size());
   changes::RunOptions options = run.Options();
   options.attributes = SettingsAttributes();
+  options.at_hand = [&](std::size_t at) { return targets[at].entry.get(); };
   const auto prepare = [&](changes::ReadObject object) {
     const Target& target = targets[object.at];
     // What is not called by its name is named as it was given.
