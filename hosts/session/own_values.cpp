@@ -89,6 +89,12 @@ class Stager {
   void Text(const char* name, const std::string& value) {
     if (SUCCEEDED(status_) && !value.empty()) status_ = object_.Put(name, Variant::String(value));
   }
+  void Names(const char* name, const std::vector<DirectoryObject>& objects) {
+    if (FAILED(status_) || objects.empty()) return;
+    std::vector<std::string> dns;
+    for (const DirectoryObject& object : objects) dns.push_back(object.dn);
+    status_ = object_.Put(name, Variant::StringArray(dns));
+  }
   void Number(const char* name, std::int32_t value) {
     if (SUCCEEDED(status_)) status_ = object_.Put(name, Variant::Integer(value));
   }
@@ -102,10 +108,13 @@ class Stager {
   HRESULT status_ = S_OK;
 };
 
+/// The name of a user as the whole domain knows it; empty without a domain.
+std::string PrincipalName(const OwnValues& values, const OwnContext& context) {
+  return context.domain.empty() ? std::string() : Trimmed(values.logon_name) + "@" + context.domain;
+}
+
 void StageUser(const OwnValues& values, const OwnContext& context, Stager& stager) {
-  if (!context.domain.empty()) {
-    stager.Text("userPrincipalName", Trimmed(values.logon_name) + "@" + context.domain);
-  }
+  stager.Text("userPrincipalName", PrincipalName(values, context));
   const bool has_password = context.takes_passwords && !values.password.empty();
   const bool is_enabled = has_password || !context.takes_passwords;
   stager.Number("userAccountControl",
@@ -119,6 +128,14 @@ std::int32_t GroupTypeOf(const OwnValues& values) {
   const std::uint32_t type =
       RowOf(values.scope).bit | (values.is_security_group ? kSecurityGroup : 0);
   return static_cast<std::int32_t>(type);
+}
+
+std::string NamesOf(const std::vector<DirectoryObject>& objects) {
+  std::string names;
+  for (const DirectoryObject& object : objects) {
+    names += (names.empty() ? "" : "; ") + object.name;
+  }
+  return names;
 }
 
 std::string PasswordSummary(const OwnValues& values) {
@@ -180,6 +197,7 @@ HRESULT StageOwnValues(const NewObjectKind& kind, const OwnValues& values,
     case AccountForm::kGroup:
       stager.Text("sAMAccountName", logon_name);
       stager.Number("groupType", GroupTypeOf(values));
+      stager.Names("member", values.members);
       break;
     case AccountForm::kComputer:
       stager.Text("sAMAccountName", logon_name + "$");
@@ -194,13 +212,26 @@ std::vector<std::string> SummaryOf(const NewObjectKind& kind, const OwnValues& v
   const auto line = [](std::string_view label, const std::string& value) {
     return resources::WithoutMnemonic(label) + " " + value;
   };
-  std::vector<std::string> lines = {line(kind.name_label, Trimmed(values.name))};
+  std::vector<std::string> lines;
+  const auto add = [&](std::string_view label, const std::string& value) {
+    if (!value.empty()) lines.push_back(line(label, value));
+  };
+  if (kind.is_person) {
+    add("First name:", Trimmed(values.first_name));
+    add("Last name:", Trimmed(values.last_name));
+  }
+  lines.push_back(line(kind.name_label, Trimmed(values.name)));
+  if (kind.is_person) add("Display name:", Trimmed(values.name));
   if (kind.account != AccountForm::kNone) {
     lines.push_back(line(kind.logon_label, Trimmed(values.logon_name)));
+  }
+  if (kind.account == AccountForm::kUser) {
+    add("User principal name:", PrincipalName(values, context));
   }
   if (kind.account == AccountForm::kGroup) {
     lines.push_back(line("Group scope:", RowOf(values.scope).text));
     lines.push_back(line("Group type:", values.is_security_group ? "Security" : "Distribution"));
+    add("Members:", NamesOf(values.members));
   }
   if (kind.account == AccountForm::kUser && context.takes_passwords) {
     lines.push_back(PasswordSummary(values));

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hosts/ldap/new_store_object.h"
+#include "hosts/session/directory_browser.h"
 #include "hosts/session/new_object_kind.h"
 #include "hosts/session/secret.h"
 
@@ -25,6 +26,8 @@ struct OwnValues {
   std::string logon_name;
   GroupScope scope = GroupScope::kGlobal;
   bool is_security_group = true;
+  /// Of a group: who is in it.
+  std::vector<DirectoryObject> members{};
   Secret password;
   Secret confirmation;
   bool must_change_password = true;
@@ -54,8 +57,8 @@ struct OwnContext {
 [[nodiscard]] HRESULT StageOwnValues(const NewObjectKind& kind, const OwnValues& values,
                                      const OwnContext& context, ldap::NewStoreObject& object);
 
-/// The values as the summary shows them, one line each. Of a password only what follows from there
-/// being one.
+/// Everything that is staged of the values, as the summary shows it, one line each. Of a password
+/// only what follows from there being one.
 [[nodiscard]] std::vector<std::string> SummaryOf(const NewObjectKind& kind, const OwnValues& values,
                                                  const OwnContext& context);
 

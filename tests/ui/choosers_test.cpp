@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QTest>
 #include <algorithm>
 #include <semaphore>
@@ -74,6 +75,24 @@ class ChoosersTest : public ConsoleTest {
   SelectADObject chooser_{platform_.platform()};
   std::vector<std::string> names_ = {"from before"};
 };
+
+TEST_F(ChoosersTest, DistinguishedNamesAreCopiedFromWhatIsFoundAndWhatIsChosen) {
+  PlaySearched([](ChooserUser& user) {
+    user.Search("Helga");
+    user.ClickRow("Helga Önder");
+    QTest::keyClick(&user.Results(), Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(console::ToUtf8(QApplication::clipboard()->text()), kHelga);
+    user.Click("Add");
+    QApplication::clipboard()->clear();
+    user.Chosen().setFocus();
+    user.Chosen().selectAll();
+    QTest::keyClick(&user.Chosen(), Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(console::ToUtf8(QApplication::clipboard()->text()), kHelga);
+    EXPECT_EQ(user.Results().contextMenuPolicy(), Qt::ActionsContextMenu);
+    user.Click("Cancel");
+  });
+  EXPECT_EQ(PickUsers(), kCancelled);
+}
 
 TEST_F(ChoosersTest, ShowsEveryObjectOfTheTypeAtOnce) {
   PlaySearched([](ChooserUser& user) {

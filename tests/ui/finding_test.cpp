@@ -166,6 +166,39 @@ TEST_F(Finding, WhatARuleFindsIsOpenedAtItsField) {
   const auto* const field = sheet.Dialog(sheet.CurrentPage())->Find(IDC_SENDAS_LIST);
   ASSERT_NE(field, nullptr);
   EXPECT_EQ(sheet.focusWidget(), &field->widget());
+  // The sheet is open by now, and is led there again.
+  sheet.Dialog(sheet.CurrentPage())->Find(IDC_PELORA_HIDDEN)->widget().setFocus();
+  window().activateWindow();
+  pane().list().view().setFocus();
+  Press(Qt::Key_Return);
+  EXPECT_EQ(window().sheets().Open().size(), 1);
+  EXPECT_EQ(sheet.focusWidget(), &field->widget());
+}
+
+TEST_F(Finding, EnterOnceMoreLeadsToWhatIsFoundAndWhatWasMeantIsSelected) {
+  Find("vertrieb@linden-werke.example");
+  ASSERT_THAT(window().Selection(), SizeIs(1));
+  EXPECT_EQ(window().Selection().front().dn, kBirgit);
+  EXPECT_TRUE(pane().find().text().hasFocus());
+  Press(Qt::Key_Return);
+  EXPECT_EQ(QApplication::focusWidget(), &list());
+  Find("birgit@nowhere.example");
+  EXPECT_THAT(Names(), IsEmpty());
+  Find("kr");
+  EXPECT_GT(Names().size(), 1U);
+  EXPECT_THAT(pane().list().Selection(), IsEmpty()) << "several that were not asked for by name";
+}
+
+TEST_F(Finding, UsersBelowAContainerWithoutAnyAreSaidToBeNone) {
+  pane().GoTo("OU=Groupware Servers,DC=linden-werke,DC=example");
+  ASSERT_TRUE(QTest::qWaitFor([this] { return pane().Container() != nullptr; }, kPatience));
+  Settle();
+  list().setFocus();
+  QTest::keyClick(&list(), Qt::Key_Return, Qt::ControlModifier | Qt::ShiftModifier);
+  Settle();
+  EXPECT_THAT(window().sheets().Open(), SizeIs(0));
+  EXPECT_EQ(ToUtf8(window().statusBar()->currentMessage()),
+            "There are no users below Groupware Servers.");
 }
 
 TEST_F(Finding, GoesBackToTheContainer) {

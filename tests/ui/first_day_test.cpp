@@ -442,6 +442,15 @@ TEST_P(FirstDay, ObjectsOfEveryKindAreMadeRenamedMovedAndDeleted) {
   });
   make("&Group", [&](QWidget& wizard) {
     fill(wizard, "own_name", Named("Gruppe"));
+    In("search_dialog", [this](QWidget& chooser) {
+      ChooserUser members(chooser);
+      person().Fill(members.Text(), QStringLiteral("Krämer"));
+      person().Key(Qt::Key_Return);
+      members.WaitForSearch();
+      person().DoubleClick(members.Results(), QStringLiteral("Birgit Krämer"));
+      person().Press(members.Button("OK"));
+    });
+    person().Press(Part<QPushButton>(wizard, "own_members_add"));
     next_with_address(wizard, logon + QStringLiteral("3@linden-werke.example"));
   });
   make("&Contact", [&](QWidget& wizard) {
@@ -461,6 +470,7 @@ TEST_P(FirstDay, ObjectsOfEveryKindAreMadeRenamedMovedAndDeleted) {
   EXPECT_THAT(Values(dn(room, kSales), "peloraResourceType"), ElementsAre("room"));
   EXPECT_THAT(Values(dn(Named("Gruppe"), kSales), "sAMAccountName"),
               ElementsAre(ToUtf8(Named("Gruppe"))));
+  EXPECT_THAT(Values(dn(Named("Gruppe"), kSales), "member"), ElementsAre(Here(kBirgit)));
   EXPECT_TRUE(company().IsThere(Here(dn(QStringLiteral("Konrad ") + Named("Extern"), kSales))));
   EXPECT_TRUE(company().IsThere(Here(dn(Named("Liste"), kSales))));
 

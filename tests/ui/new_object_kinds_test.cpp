@@ -32,7 +32,9 @@ TEST_F(NewObjectKinds, AUserWithAnAccount) {
   wizard().Next();
   EXPECT_TRUE(wizard().wizard().IsSummary());
   EXPECT_EQ(wizard().Summary(),
-            "Full name: Jörg Neu\nUser logon name: jneu\n\nPelora enabled\n\n"
+            "First name: Jörg\nLast name: Neu\nFull name: Jörg Neu\nDisplay name: Jörg Neu\n"
+            "User logon name: jneu\nUser principal name: jneu@linden-werke.example\n\n"
+            "Pelora enabled\n\n"
             "Create Pelora Account: yes\nAccount type: active user\nHome Server: mail02\n"
             "E-mail Address: j.neu@linden-werke.example");
   Picture("new-user-3");
@@ -57,7 +59,9 @@ TEST_F(NewObjectKinds, AContactWithoutPelora) {
   wizard().Next();
   Picture("new-contact-2");
   wizard().Next();
-  EXPECT_EQ(wizard().Summary(), "Full name: Ole Fern\n\nPelora disabled");
+  EXPECT_EQ(wizard().Summary(),
+            "First name: Ole\nLast name: Fern\nFull name: Ole Fern\nDisplay name: Ole Fern\n\n"
+            "Pelora disabled");
   wizard().Finish();
   EXPECT_EQ(Stored(Below("CN=Ole Fern")),
             (Lines{"displayName: Ole Fern", "givenName: Ole", "objectClass: contact",

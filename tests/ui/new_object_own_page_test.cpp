@@ -169,7 +169,8 @@ TEST_F(NewObjectPassword, ThePasswordGoesWithTheOneAddAndTheAccountIsEnabled) {
   wizard().Next();
   wizard().Next();
   EXPECT_EQ(wizard().Summary(),
-            "Full name: Nora\nUser logon name: nora\n"
+            "Full name: Nora\nDisplay name: Nora\nUser logon name: nora\n"
+            "User principal name: nora@linden-werke.example\n"
             "The user must change the password at the next logon.\n\nPelora disabled");
   wizard().Finish();
   EXPECT_EQ(Added("unicodePwd"),
@@ -195,7 +196,8 @@ TEST_F(NewObjectPassword, WithoutAPasswordTheAccountIsDisabled) {
   wizard().Next();
   wizard().Next();
   EXPECT_EQ(wizard().Summary(),
-            "Full name: Nora\nUser logon name: nora\n"
+            "Full name: Nora\nDisplay name: Nora\nUser logon name: nora\n"
+            "User principal name: nora@linden-werke.example\n"
             "The account has no password yet and is disabled.\n\nPelora disabled");
   wizard().Finish();
   EXPECT_EQ(Added("unicodePwd"), ldap::AttributeValues{});

@@ -67,6 +67,7 @@ void ContainerBrowser::MakeTree() {
   tree_->setUniformRowHeights(true);
   tree_->setCurrentIndex(model_.BaseIndex());
   tree_->expand(model_.BaseIndex());
+  OfferNames(*tree_, [this] { return QStringList{ToQString(Chosen())}; });
   OnKeys(*tree_, {Qt::Key_Return, Qt::Key_Enter}, [this] { accept(); });
 }
 

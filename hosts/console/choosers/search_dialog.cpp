@@ -106,6 +106,12 @@ void SearchDialog::MakeResults(QVBoxLayout& layout) {
   connect(results_, &QTreeView::doubleClicked, this, &SearchDialog::TakeSelected);
   OnKeys(*results_, {Qt::Key_Return, Qt::Key_Enter}, [this] { TakeSelected(); });
 
+  OfferNames(*results_, [this] {
+    QStringList names;
+    for (const session::DirectoryObject& object : Selected()) names.append(ToQString(object.dn));
+    return names;
+  });
+
   auto* label = new QLabel(QStringLiteral("Fou&nd:"), this);
   label->setBuddy(results_);
   status_ = new NameLabel(this);
@@ -137,6 +143,14 @@ void SearchDialog::MakeChosen(QVBoxLayout& layout) {
                                  2 * chosen_list_->frameWidth());
   connect(chosen_list_, &QListWidget::itemSelectionChanged, this, &SearchDialog::UpdateButtons);
   OnKeys(*chosen_list_, {Qt::Key_Delete}, [this] { RemoveChosen(); });
+  OfferNames(*chosen_list_, [this] {
+    QStringList names;
+    for (int row = 0; row < chosen_list_->count(); ++row) {
+      if (!chosen_list_->item(row)->isSelected()) continue;
+      names.append(ToQString(chosen_[static_cast<std::size_t>(row)].dn));
+    }
+    return names;
+  });
   add_ = new QPushButton(QStringLiteral("&Add"), this);
   add_->setObjectName(QStringLiteral("add_chosen"));
   connect(add_, &QPushButton::clicked, this, &SearchDialog::AddSelected);

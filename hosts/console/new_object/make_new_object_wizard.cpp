@@ -3,9 +3,12 @@
 
 #include <utility>
 
+#include "hosts/console/choosers/search_dialog.h"
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/explained_box.h"
 #include "hosts/session/new_object.h"
+#include "hosts/session/search_filter.h"
 
 namespace pelora::console {
 namespace {
@@ -34,6 +37,21 @@ struct ToldPlatform {
   Platform platform;
 };
 
+/// Whoever can be in a group, as a picker's scope has it: users, groups, contacts, computers.
+constexpr std::uint32_t kMemberTypes = 0x2 | 0x3F0 | 0x400 | 0x800;
+
+std::vector<session::DirectoryObject> ChosenMembers(const ldap::StoreOpener& opener,
+                                                    QWidget& from) {
+  ObjectPickerScope scope;
+  scope.up_level_both_modes = kMemberTypes;
+  SearchDialog dialog({.title = QStringLiteral("Select Members"),
+                       .type_filter = session::TypeFilter(scope),
+                       .multiple = true},
+                      opener, from.window());
+  if (RunModal(dialog) != QDialog::Accepted) return {};
+  return dialog.Chosen();
+}
+
 }  // namespace
 
 WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
@@ -53,6 +71,11 @@ WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
                                .open_another = std::move(directory.open_another)},
       std::move(prepared.setup), parent);
   wizard->surroundings = told;
+  if (wizard->own_page() != nullptr && directory.open_another) {
+    wizard->own_page()->choose_members = [opener = directory.open_another](QWidget& from) {
+      return ChosenMembers(opener, from);
+    };
+  }
   wizard->explain_failure = [told] { return ToQString(told->words()); };
   wizard->created_name = std::move(prepared.created_name);
   reason = session::AddWizardComponents(

@@ -8,14 +8,21 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/console/window/object_icons.h"
+#include "hosts/ldap/name_key.h"
 
 namespace pelora::console {
 namespace {
+
+constexpr int kMemberLines = 4;
 
 /// One button each, the first of the numbers checked.
 QButtonGroup* AddChoice(QFormLayout& form, const QString& label, const QStringList& texts,
@@ -85,6 +92,57 @@ void OwnPage::AddGroupChoices(QFormLayout& form) {
   type_ = AddChoice(form, QStringLiteral("Group type:"),
                     {QStringLiteral("&Security"), QStringLiteral("&Distribution")}, "own_type", 0,
                     *this);
+  AddMembers(form);
+}
+
+void OwnPage::AddMembers(QFormLayout& form) {
+  members_list_ = new QListWidget(this);
+  members_list_->setObjectName(QStringLiteral("own_members"));
+  members_list_->setAccessibleName(QStringLiteral("Members"));
+  members_list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  members_list_->setFixedHeight(kMemberLines * fontMetrics().lineSpacing() +
+                                2 * members_list_->frameWidth());
+  auto* const add = new QPushButton(QStringLiteral("&Add..."), this);
+  add->setObjectName(QStringLiteral("own_members_add"));
+  auto* const remove = new QPushButton(QStringLiteral("&Remove"), this);
+  remove->setObjectName(QStringLiteral("own_members_remove"));
+  for (QPushButton* button : {add, remove}) button->setAutoDefault(false);
+  connect(add, &QPushButton::clicked, this, [this] { ChooseMembers(); });
+  connect(remove, &QPushButton::clicked, this, [this] { RemoveMembers(); });
+  auto* const buttons = new QVBoxLayout;
+  buttons->addWidget(add);
+  buttons->addWidget(remove);
+  buttons->addStretch();
+  auto* const row = new QHBoxLayout;
+  row->addWidget(members_list_);
+  row->addLayout(buttons);
+  auto* const label = new QLabel(QStringLiteral("M&embers:"), this);
+  label->setBuddy(members_list_);
+  form.addRow(label, row);
+}
+
+void OwnPage::ChooseMembers() {
+  if (!choose_members) return;
+  for (session::DirectoryObject& chosen : choose_members(*this)) {
+    const auto is_same = [&](const session::DirectoryObject& member) {
+      return ldap::NameKey(member.dn) == ldap::NameKey(chosen.dn);
+    };
+    if (std::ranges::any_of(members_, is_same)) continue;
+    auto* const item = new QListWidgetItem(IconOf(chosen.kind.icon),
+                                           Readable(ToQString(chosen.name)), members_list_);
+    item->setToolTip(PlainToolTip(ToQString(chosen.dn)));
+    members_.push_back(std::move(chosen));
+  }
+  Changed();
+}
+
+void OwnPage::RemoveMembers() {
+  for (int row = members_list_->count() - 1; row >= 0; --row) {
+    if (!members_list_->item(row)->isSelected()) continue;
+    delete members_list_->takeItem(row);
+    members_.erase(members_.begin() + row);
+  }
+  Changed();
 }
 
 void OwnPage::AddPasswords(QFormLayout& form) {
@@ -173,6 +231,7 @@ session::OwnValues OwnPage::OpenValues() const {
   values.logon_name = text(logon_name_);
   if (must_change_ != nullptr) values.must_change_password = must_change_->isChecked();
   if (scope_ != nullptr) values.scope = static_cast<session::GroupScope>(scope_->checkedId());
+  values.members = members_;
   if (type_ != nullptr) values.is_security_group = type_->checkedId() == 0;
   return values;
 }

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "hosts/session/own_values.h"
 #include "hosts/session/secret.h"
@@ -13,6 +14,7 @@ class QCheckBox;
 class QFormLayout;
 class QLabel;
 class QLineEdit;
+class QListWidget;
 
 namespace pelora::console {
 
@@ -33,6 +35,9 @@ class OwnPage final : public QWidget {
   /// The first field.
   [[nodiscard]] QWidget& FirstField() const;
 
+  /// Lets the administrator choose members of a group. May be none: then the group has none yet.
+  std::function<std::vector<session::DirectoryObject>(QWidget& parent)> choose_members;
+
   /// Called after every change.
   std::function<void()> on_changed;
 
@@ -40,6 +45,9 @@ class OwnPage final : public QWidget {
   QLineEdit* AddEdit(QFormLayout& form, std::string_view label, const char* name);
   void AddNames(QFormLayout& form);
   void AddGroupChoices(QFormLayout& form);
+  void AddMembers(QFormLayout& form);
+  void ChooseMembers();
+  void RemoveMembers();
   void AddPasswords(QFormLayout& form);
   void Follow();
   void Changed();
@@ -59,6 +67,8 @@ class OwnPage final : public QWidget {
   QLineEdit* logon_name_ = nullptr;
   QButtonGroup* scope_ = nullptr;
   QButtonGroup* type_ = nullptr;
+  QListWidget* members_list_ = nullptr;
+  std::vector<session::DirectoryObject> members_;
   QLineEdit* password_ = nullptr;
   QLineEdit* confirmation_ = nullptr;
   QCheckBox* must_change_ = nullptr;
