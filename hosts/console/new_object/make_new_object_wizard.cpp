@@ -68,7 +68,7 @@ WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
                                .message_box = told->box,
                                .kind = kind,
                                .own_context = std::move(prepared.own_context),
-                               .open_another = std::move(directory.open_another)},
+                               .open_another = directory.open_another},
       std::move(prepared.setup), parent);
   wizard->surroundings = told;
   if (wizard->own_page() != nullptr && directory.open_another) {
