@@ -108,6 +108,7 @@ void TouchedFields::SettleFilled(IDialog& dialog) {
     field.read = now;
     field.shown = std::move(now);
     if (field.row.kind == FieldKind::kFlag) field.read_style = dialog.Style(field.row.control);
+    if (field.row.take_down) field.put_back = field.row.take_down();
   }
 }
 
