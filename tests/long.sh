@@ -17,9 +17,8 @@
 #   windows=200      the same of each trial in front of the console's windows
 #   wine=1000        sheets opened and closed by the module under Wine
 #
-# A row whose number is "none" is left out; so are, with sanitizers=none and packages=none, the suites of the
-# console's windows under the sanitizers, and the packages in a bare system, which need root and a mirror of
-# Debian. Everything is built as by ./test.sh; the presets asan-all, tsan and windows where their rows are
+# A row whose number is "none" is left out; so are, with sanitizers=none and alone=none, the suites of the
+# console's windows under the sanitizers, and the compiling of every source by itself. Everything is built as by ./test.sh; the presets asan-all, tsan and windows where their rows are
 # wanted. The table stands in build/long.txt too, what the programs say in build/long.log.
 #
 # A test that has a short and a long form takes its number of rounds from PELORA_LONG.
@@ -27,7 +26,7 @@ set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
 declare -A wanted=([fuzz]=600 [kills]=1000 [rounds]=10000 [domain]=3000 [counter]=1000 [edits]=1000 [bulk]=5000 [faults]=0
-  [allocations]=400 [windows]=200 [wine]=1000 [sanitizers]=1 [packages]=1)
+  [allocations]=400 [windows]=200 [wine]=1000 [sanitizers]=1 [alone]=1)
 for argument in "$@"; do
   name="${argument%%=*}"
   if [ "$name" = "$argument" ] || [ -z "${wanted[$name]:-}" ]; then
@@ -139,8 +138,13 @@ began="$SECONDS"
     suites "windows under ASan and UBSan" asan-all "$(either "${sanitized_windows[@]}")" "${sanitized_windows[@]}"
     suites "threads under TSan" tsan "$(either "${watched_threads[@]}")" "${watched_threads[@]}"
   fi
-  if wants packages; then
-    if told="$(tests/packages/clean_system.sh 2>>"$log")"; then row "packages" "$told"; else fail "packages"; fi
+  if wants alone; then
+    if cmake --preset native -B build/alone -DBUILD_TESTING=ON -DPELORA_UNITY=OFF >>"$log" 2>&1 &&
+      cmake --build build/alone >>"$log" 2>&1; then
+      row "sources, each alone" "compiled"
+    else
+      fail "sources, each alone"
+    fi
   fi
   echo
   if wants fuzz; then tests/fuzz/run_fuzzers.sh "$rounds" || failed=1; fi
