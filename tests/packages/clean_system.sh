@@ -78,7 +78,7 @@ files_of_the_system() {
 }
 files_of_the_system >"$work/before"
 
-quietly inside sh -c 'apt-get -q install -y --no-install-recommends --no-download /packages/*.deb'
+quietly inside sh -c 'apt-get -q install -y --no-install-recommends /packages/*.deb'
 inside peloractl --sample list user | grep -q 'Helga' || { echo "peloractl lists nothing" >&2; exit 1; }
 mkdir -m 700 "$system/root/runtime"
 inside pelora-console --screenshot /root/window.png
