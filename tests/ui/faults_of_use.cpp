@@ -50,7 +50,7 @@ bool IsReachedOtherwise(const QWidget& input) {
       // Each comes first on its page, or right behind a control that has a letter: Tab leads there.
       QStringLiteral("control_284"), QStringLiteral("control_311"), QStringLiteral("control_1002"),
       QStringLiteral("control_1007"), QStringLiteral("results_reason"),
-      QStringLiteral("review_ldif"),
+      QStringLiteral("review_ldif"), QStringLiteral("conflicts_choice"),
       // Down leads from the line above to the list, and Tab to the tree.
       QStringLiteral("object_list"), QStringLiteral("container_tree")};
   return known.contains(input.objectName()) || (input.focusPolicy() & Qt::TabFocus) == 0;
