@@ -83,7 +83,7 @@ function(pelora_test_suite name)
     list(APPEND suite_ENVIRONMENT LDB_MODULES_DISABLE_DEEPBIND=1
       "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
   endif()
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600
     ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp;${suite_ENVIRONMENT}")
   set_property(GLOBAL APPEND PROPERTY PELORA_SUITES "${results}")
 endfunction()
