@@ -83,7 +83,6 @@ void ConflictDialog::OfferChoiceIn(int row, int before) {
   const session::ShownConflict& conflict = conflicts_.at(static_cast<std::size_t>(row));
   auto* choice = new QComboBox(table_);
   choice->setObjectName(QStringLiteral("conflicts_choice"));
-  choice->setObjectName(QStringLiteral("conflicts_choice"));
   choice->setAccessibleName(
       QStringLiteral("What stays of %1 of %2")
           .arg(Readable(ToQString(conflict.field)), Readable(ToQString(conflict.name))));
