@@ -12,6 +12,7 @@
 #include "hosts/ldap/ldb_api.h"
 #include "hosts/ldap/ldb_library.h"
 #include "hosts/ldap/ldb_message.h"
+#include "hosts/ldap/ldb_search.h"
 #include "hosts/ldap/talloc_ptr.h"
 
 namespace pelora::ldap {
@@ -30,18 +31,6 @@ std::string OneLine(std::string text) {
   std::replace(text.begin(), text.end(), '\n', ' ');
   text.erase(text.find_last_not_of(' ') + 1);
   return text;
-}
-
-ldb_scope ScopeOf(SearchScope scope) {
-  switch (scope) {
-    case SearchScope::kBase:
-      return LDB_SCOPE_BASE;
-    case SearchScope::kOneLevel:
-      return LDB_SCOPE_ONELEVEL;
-    case SearchScope::kSubtree:
-      return LDB_SCOPE_SUBTREE;
-  }
-  return LDB_SCOPE_BASE;
 }
 
 /// Whether a name is well-formed, and that of a directory's object.
@@ -177,6 +166,13 @@ std::string LdbConnection::FilterValue(const std::string& value) const {
 
 StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entry>& entries) const {
   entries.clear();
+  return SearchEach(request, [&entries](Entry entry) {
+    entries.push_back(std::move(entry));
+    return true;
+  });
+}
+
+StoreStatus LdbConnection::SearchEach(const SearchRequest& request, const Take& take) const {
   static_cast<void>(handle_->TakeMessage());
   const TallocScope memory = MakeTallocScope();
   const std::string& filter = request.filter;
@@ -186,31 +182,19 @@ StoreStatus LdbConnection::Search(const SearchRequest& request, std::vector<Entr
   }
   ldb_dn* const base = ldb_dn_new(memory.get(), handle(), request.base.c_str());
   if (base == nullptr || !ldb_dn_validate(base)) return NoName(request.base);
-  return SearchAt(base, request.scope, filter, request.attributes, entries);
+  return SearchAt(base, request.scope, filter, request.attributes, take);
 }
 
 StoreStatus LdbConnection::SearchAt(ldb_dn* base, SearchScope scope, const std::string& filter,
                                     std::span<const std::string> attributes,
-                                    std::vector<Entry>& entries) const {
+                                    const Take& take) const {
   static_cast<void>(handle_->TakeMessage());
-  const TallocScope memory = MakeTallocScope();
-  std::vector<const char*> names;
-  names.reserve(attributes.size() + 1);
-  for (const std::string& attribute : attributes) names.push_back(attribute.c_str());
-  names.push_back(nullptr);
-
-  ldb_result* found = nullptr;
-  const int code = ldb_search(handle(), memory.get(), &found, base, ScopeOf(scope),
-                              attributes.empty() ? nullptr : names.data(), "%s", filter.c_str());
+  const int code = SearchLdb(
+      handle(), {.base = base, .scope = scope, .filter = filter, .attributes = attributes}, take);
   // A record that cannot be read looks to the library like one that is not there.
   const std::string trouble = handle_->TakeMessage();
   if (!trouble.empty()) return {kLdapOther, OneLine("the file is damaged: " + trouble)};
-  StoreStatus status = Outcome(code);
-  if (!status.Ok()) return status;
-  const std::span<ldb_message*> messages(found->msgs, found->count);
-  entries.reserve(messages.size());
-  for (const ldb_message* message : messages) entries.push_back(ToEntry(*message));
-  return {};
+  return Outcome(code);
 }
 
 StoreStatus LdbConnection::Read(const std::string& dn, std::span<const std::string> attributes,
@@ -236,7 +220,10 @@ StoreStatus LdbConnection::ReadAt(ldb_dn* name, const std::string& dn,
   std::vector<Entry> entries;
   // Records of the library's own have no class.
   StoreStatus status =
-      SearchAt(name, SearchScope::kBase, "(distinguishedName=*)", attributes, entries);
+      SearchAt(name, SearchScope::kBase, "(distinguishedName=*)", attributes, [&](Entry found) {
+        entries.push_back(std::move(found));
+        return true;
+      });
   if (!status.Ok()) return status;
   if (entries.empty()) return {kLdapNoSuchObject, "no such object: " + dn};
   entry = std::move(entries.front());

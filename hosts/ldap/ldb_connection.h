@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -56,6 +57,10 @@ class LdbConnection {
   [[nodiscard]] std::string FilterValue(const std::string& value) const;
 
   [[nodiscard]] StoreStatus Search(const SearchRequest& request, std::vector<Entry>& entries) const;
+  /// Takes an entry that is found; false ends the search, which is done then.
+  using Take = std::function<bool(Entry entry)>;
+  /// The same entry by entry, as they are found. `take` asks nothing of the database.
+  [[nodiscard]] StoreStatus SearchEach(const SearchRequest& request, const Take& take) const;
   /// The entry itself, with some attributes, or all when none is named; 32 when there is none.
   [[nodiscard]] StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                                  Entry& entry) const;
@@ -85,7 +90,7 @@ class LdbConnection {
   /// `base` and the filter are well-formed.
   [[nodiscard]] StoreStatus SearchAt(ldb_dn* base, SearchScope scope, const std::string& filter,
                                      std::span<const std::string> attributes,
-                                     std::vector<Entry>& entries) const;
+                                     const Take& take) const;
   /// `name` is `dn`.
   [[nodiscard]] StoreStatus ReadAt(ldb_dn* name, const std::string& dn,
                                    std::span<const std::string> attributes, Entry& entry) const;

@@ -2,8 +2,10 @@
 #include "hosts/ldap/ldb_store.h"
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <future>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -26,6 +28,10 @@ using Purpose = LdbFileLock::Purpose;
 constexpr std::size_t kRequestsInTransaction = 2048;
 /// Entries that are read together: others wait meanwhile.
 constexpr std::size_t kReadTogether = 256;
+/// So many entries of a search are handed over before the others are looked for, unless they were
+/// so long in coming that to begin anew would cost more than it is worth.
+constexpr std::size_t kFirstEntries = 200;
+constexpr std::chrono::milliseconds kSoon{50};
 
 class LdbStore final : public IDirectoryStore, public IReadsAhead {
  public:
@@ -90,7 +96,8 @@ class LdbStore final : public IDirectoryStore, public IReadsAhead {
   /// Sees to it that nothing counts as known that may have changed.
   StoreStatus ForgetWhatChanged();
 
-  StoreStatus Find(const SearchRequest& request, std::vector<Entry>& entries) const;
+  /// Searches within a hold of its own.
+  StoreStatus Find(const SearchRequest& request, const LdbConnection::Take& take);
   [[nodiscard]] StoreStatus CheckName(const std::string& dn) const;
   StoreStatus Commit(LdbTransaction& transaction) const;
   /// What a request answers: only of what is wrong with the file the file is named.
@@ -196,19 +203,34 @@ void LdbStore::ReadAhead() {
 }
 
 StoreStatus LdbStore::Search(const SearchRequest& request, const EntrySink& sink) {
-  std::vector<Entry> entries;
-  {
-    LdbFileLock::Hold hold;
-    StoreStatus status = CheckName(request.base);
-    if (status.Ok()) status = lock_->Acquire(Purpose::kRead, hold);
-    if (status.Ok()) status = Find(request, entries);
-    if (!status.Ok()) return status;
-  }
+  // Whoever waits for many entries has the first of them at once; where they are all there are,
+  // that is the whole search.
+  std::vector<Entry> first;
+  bool is_whole = true;
+  const auto begin = std::chrono::steady_clock::now();
+  StoreStatus status = Find(request, [&](Entry entry) {
+    first.push_back(std::move(entry));
+    const bool is_early = std::chrono::steady_clock::now() - begin < kSoon;
+    is_whole = first.size() < kFirstEntries || !is_early;
+    return is_whole;
+  });
+  if (!status.Ok()) return status;
+  std::unordered_set<std::string> given;
   // The lock is gone: the sink may ask for more.
-  for (Entry& entry : entries) {
-    if (!sink(std::move(entry))) break;
+  for (Entry& entry : first) {
+    if (!is_whole) given.insert(entry.dn);
+    if (!sink(std::move(entry))) return {};
   }
-  return {};
+  if (is_whole) return {};
+  std::vector<Entry> rest;
+  status = Find(request, [&](Entry entry) {
+    if (!given.contains(entry.dn)) rest.push_back(std::move(entry));
+    return true;
+  });
+  for (Entry& entry : rest) {
+    if (!status.Ok() || !sink(std::move(entry))) break;
+  }
+  return status;
 }
 
 StoreStatus LdbStore::Modify(const std::string& dn, std::span<const Modification> modifications) {
@@ -335,8 +357,11 @@ StoreStatus LdbStore::ModifyOne(const ModifyRequest& request, Effect& effect) {
   return FileTrouble(std::move(status));
 }
 
-StoreStatus LdbStore::Find(const SearchRequest& request, std::vector<Entry>& entries) const {
-  return FileTrouble(connection_->Search(request, entries));
+StoreStatus LdbStore::Find(const SearchRequest& request, const LdbConnection::Take& take) {
+  LdbFileLock::Hold hold;
+  StoreStatus status = CheckName(request.base);
+  if (status.Ok()) status = lock_->Acquire(Purpose::kRead, hold);
+  return status.Ok() ? FileTrouble(connection_->SearchEach(request, take)) : status;
 }
 
 StoreStatus LdbStore::CheckName(const std::string& dn) const {

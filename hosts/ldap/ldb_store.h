@@ -31,6 +31,10 @@ struct LdbStoreOptions {
 /// Each store is used on one thread. Stores of one file may be used at the same time, on several
 /// threads: their requests wait for one another, and so do opening and closing.
 ///
+/// A search hands over its first entries before it looks for the others, and begins anew for those:
+/// an object that another program renames or moves between the two may be given under both names,
+/// as by a server that gives its entries page by page.
+///
 /// A file that asks for modules of the database library to be loaded (`@MODULES`) is refused, and
 /// none is loaded.
 [[nodiscard]] StoreStatus OpenLdbStore(const std::string& path, const LdbStoreOptions& options,

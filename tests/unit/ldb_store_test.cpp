@@ -4,10 +4,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
+#include <stdexcept>
 
+#include "hosts/ldap/create_ldb_directory.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/sample_company.h"
 #include "tests/unit/ldb_bench.h"
 
 namespace pelora::ldap {
@@ -151,6 +155,28 @@ TEST_F(LdbStoreTest, SearchesTheScopeThatIsAskedFor) {
   EXPECT_EQ(count(SearchScope::kSubtree), 11U);
 }
 
+TEST_F(LdbStoreTest, HandsOverEachEntryOnceHoweverManyThereAre) {
+  // More than are handed over before the others are looked for.
+  constexpr std::size_t kMany = 600;
+  std::string ldif(SampleCompanyLdif());
+  for (std::size_t number = 0; number < kMany; ++number) {
+    ldif += "\ndn: CN=Contact " + std::to_string(number) +
+            ",OU=Vertrieb,OU=Linden-Werke Chemnitz," + kBase +
+            "\nobjectClass: top\nobjectClass: contact\ndepartment: Many\n";
+  }
+  const StoreStatus made = CreateLdbDirectory(File("many.ldb"), ldif);
+  ASSERT_TRUE(made.Ok()) << made.text;
+  const StoreStatus opened = OpenLdbStore(File("many.ldb"), {}, store_);
+  ASSERT_TRUE(opened.Ok()) << opened.text;
+  std::vector<std::string> names = Names({.base = kBase,
+                                          .scope = SearchScope::kSubtree,
+                                          .filter = "(department=Many)",
+                                          .attributes = {"cn"}});
+  EXPECT_EQ(names.size(), kMany);
+  std::ranges::sort(names);
+  EXPECT_EQ(std::ranges::adjacent_find(names), names.end());
+}
+
 TEST_F(LdbStoreTest, FiltersCompareAsTheSyntaxSays) {
   const auto count = [&](const std::string& filter) {
     return Names(
@@ -187,6 +213,15 @@ TEST_F(LdbStoreTest, ASinkMayStopTheSearchAndAskForMore) {
                                             });
   EXPECT_TRUE(status.Ok()) << status.text;
   EXPECT_EQ(taken, 3);
+}
+
+TEST_F(LdbStoreTest, WhatASinkThrowsComesThroughAndTheStoreGoesOn) {
+  const SearchRequest request = {
+      .base = kBase, .scope = SearchScope::kSubtree, .attributes = {"cn"}};
+  EXPECT_THROW((void)store_->Search(
+                   request, [](const Entry&) -> bool { throw std::runtime_error("no more"); }),
+               std::runtime_error);
+  EXPECT_THAT(Names({.base = kUser, .attributes = {"cn"}}), SizeIs(1));
 }
 
 TEST_F(LdbStoreTest, AModifyIsRefusedAsAServerWould) {

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "hosts/ldap/ldb_search.h"
+
+#include <exception>
+#include <vector>
+
+#include "hosts/ldap/ldb_api.h"
+#include "hosts/ldap/ldb_message.h"
+#include "hosts/ldap/talloc_ptr.h"
+
+namespace pelora::ldap {
+namespace {
+
+/// Who takes what is found, and how that went.
+struct Reception {
+  const std::function<bool(Entry entry)>& take;
+  bool is_ended = false;
+  std::exception_ptr failure{};
+
+  /// Nothing may be thrown through the library.
+  [[nodiscard]] bool Take(const ldb_message& message) {
+    try {
+      is_ended = !take(ToEntry(message));
+    } catch (...) {
+      failure = std::current_exception();
+      is_ended = true;
+    }
+    return !is_ended;
+  }
+};
+
+int TakeReply(struct ldb_request* request, ldb_reply* reply) {
+  if (reply == nullptr) return ldb_request_done(request, LDB_ERR_OPERATIONS_ERROR);
+  // Ours by now; of an entry that is taken nothing stays behind.
+  const TallocPtr<ldb_reply> owned(reply);
+  if (reply->error != LDB_SUCCESS) return ldb_request_done(request, reply->error);
+  if (reply->type == LDB_REPLY_DONE) return ldb_request_done(request, LDB_SUCCESS);
+  if (reply->type != LDB_REPLY_ENTRY) return LDB_SUCCESS;
+  auto& reception = *static_cast<Reception*>(request->context);
+  if (reception.Take(*reply->message)) return LDB_SUCCESS;
+  // Any failure makes the library go no further.
+  return ldb_request_done(request, LDB_ERR_SIZE_LIMIT_EXCEEDED);
+}
+
+ldb_scope ScopeOf(SearchScope scope) {
+  switch (scope) {
+    case SearchScope::kBase:
+      return LDB_SCOPE_BASE;
+    case SearchScope::kOneLevel:
+      return LDB_SCOPE_ONELEVEL;
+    case SearchScope::kSubtree:
+      return LDB_SCOPE_SUBTREE;
+  }
+  return LDB_SCOPE_BASE;
+}
+
+}  // namespace
+
+int SearchLdb(ldb_context* context, const LdbSearch& search,
+              const std::function<bool(Entry entry)>& take) {
+  const TallocScope memory = MakeTallocScope();
+  std::vector<const char*> names;
+  names.reserve(search.attributes.size() + 1);
+  for (const std::string& attribute : search.attributes) names.push_back(attribute.c_str());
+  names.push_back(nullptr);
+  Reception reception{.take = take};
+  // A function has the name, too.
+  struct ldb_request* request = nullptr;
+  int code = ldb_build_search_req(
+      &request, context, memory.get(), search.base, ScopeOf(search.scope), search.filter.c_str(),
+      search.attributes.empty() ? nullptr : names.data(), nullptr, &reception, &TakeReply, nullptr);
+  if (code == LDB_SUCCESS) code = ldb_request(context, request);
+  if (code == LDB_SUCCESS) code = ldb_wait(request->handle, LDB_WAIT_ALL);
+  if (reception.failure) std::rethrow_exception(reception.failure);
+  return reception.is_ended ? LDB_SUCCESS : code;
+}
+
+}  // namespace pelora::ldap

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+
+#include "hosts/ldap/directory_store.h"
+
+struct ldb_context;
+struct ldb_dn;
+
+namespace pelora::ldap {
+
+/// What is searched for; everything is well-formed and outlives the search.
+struct LdbSearch {
+  ldb_dn* base = nullptr;
+  SearchScope scope = SearchScope::kBase;
+  const std::string& filter;
+  std::span<const std::string> attributes;
+};
+
+/// Searches a database and hands over each entry as it is found, so that no more than one is in the
+/// library's own memory. `take` ends the search by false, which is no failure, and asks nothing of
+/// the same database. The library's code is returned; what `take` throws comes through.
+[[nodiscard]] int SearchLdb(ldb_context* context, const LdbSearch& search,
+                            const std::function<bool(Entry entry)>& take);
+
+}  // namespace pelora::ldap
