@@ -4,8 +4,6 @@
 #include <array>
 #include <cstdint>
 
-#include "hosts/session/text.h"
-
 namespace pelora::session {
 namespace {
 
@@ -89,18 +87,6 @@ std::string ContainerFilter() {
 
 std::string WithoutHidden(const std::string& filter) {
   return Both(filter + Not("(showInAdvancedViewOnly=TRUE)"));
-}
-
-std::string SearchFilter(const std::string& type_filter, std::string_view typed) {
-  const std::string text = Trimmed(typed);
-  if (text.empty()) return type_filter;
-  const std::string pattern = "=*" + EscapeFilterValue(text) + "*)";
-  std::string names;
-  for (const char* attribute :
-       {"name", "displayName", "sAMAccountName", "userPrincipalName", "mail"}) {
-    names += "(" + (attribute + pattern);
-  }
-  return Both(type_filter + Either(names));
 }
 
 std::string EscapeFilterValue(std::string_view value) {

@@ -22,11 +22,6 @@ namespace pelora::session {
 /// The objects of a filter without those that the directory keeps for an advanced view.
 [[nodiscard]] std::string WithoutHidden(const std::string& filter);
 
-/// The objects of `type_filter` that hold the typed text, taken literally, in their name, display
-/// name, logon name or mail address; all of them for an empty text. Blanks around the text do not
-/// count.
-[[nodiscard]] std::string SearchFilter(const std::string& type_filter, std::string_view typed);
-
 /// A value as a filter takes it literally: the filter's own characters and 0 as `\xx`.
 [[nodiscard]] std::string EscapeFilterValue(std::string_view value);
 

@@ -79,7 +79,6 @@ void FeedFind(const std::string& text) {
 
 void FeedFilters(const std::string& text) {
   Require(Unescaped(session::EscapeFilterValue(text)) == text);
-  Require(session::IsSearchQuery(session::SearchFilter("(objectClass=user)", text)));
   Require(session::IsSearchQuery(session::WithoutHidden(session::ContainerFilter())));
 }
 

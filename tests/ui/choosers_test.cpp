@@ -238,6 +238,28 @@ TEST_F(ChoosersTest, KeysAloneChooseAnObject) {
   EXPECT_THAT(names_.front(), HasSubstr("CN=Karin Vogel,OU=Labor I/O,"));
 }
 
+TEST_F(ChoosersTest, APastedListIsSelectedWholeAndWhatIsMissingIsNamed) {
+  QApplication::clipboard()->setText(
+      QStringLiteral("j.weissflog\nnobody@example.org\n"
+                     "Birgit Krämer <b.kraemer@linden-werke.example>"));
+  Play([](ChooserUser& user) {
+    user.Text().setFocus();
+    QTest::keyClick(&user.Text(), Qt::Key_V, Qt::ControlModifier);
+    user.Press(Qt::Key_Return);
+    user.WaitForSearch();
+    EXPECT_THAT(user.Names(), ElementsAre("Birgit Krämer", "Jürgen Weißflog"));
+    EXPECT_EQ(user.Status(), "2 objects found, 1 not found: nobody@example.org.");
+    user.Click("Add");
+    user.Search("krämer birgit");
+    EXPECT_THAT(user.Names(), ElementsAre("Birgit Krämer")) << "all words, in any order";
+    EXPECT_FALSE(user.Button("Add").isEnabled()) << "words select nothing";
+    user.Click("OK");
+  });
+  EXPECT_EQ(PickUsers(), S_OK);
+  EXPECT_THAT(names_, ::testing::UnorderedElementsAre(HasSubstr("CN=Birgit Krämer"),
+                                                      HasSubstr("CN=Jürgen Weißflog")));
+}
+
 TEST_F(ChoosersTest, KeysAloneChooseSeveralObjects) {
   Play([](ChooserUser& user) {
     user.Search("fertigung");
@@ -324,7 +346,7 @@ TEST_F(ChoosersTest, AddressesHaveColumnsWhereThereMayBeSome) {
       user.Click("Cancel");
     });
   };
-  expect("Part of a name, logon name or e-mail address", true);
+  expect("Names, addresses, a pasted list", true);
   EXPECT_EQ(PickUsers(), kCancelled);
   expect("Part of a name", false);
   EXPECT_EQ(chooser_.SelectComputers(nullptr, names_, SelectionMode::kSingle), kCancelled);

@@ -211,7 +211,7 @@ TEST_F(ThrowingDirectory, WhatIsLostOnTheWayToTheWindowIsNotMissingUnseen) {
 TEST_F(ThrowingDirectory, ASearchFailsAndTheNextDoesNot) {
   console::ObjectSearch search(Opener());
   std::optional<SearchEnd> ended;
-  search.on_finished = [&ended](const SearchEnd& end) { ended = end; };
+  search.on_finished = [&ended](const session::ListingEnd& ending) { ended = ending.end; };
   search.Start({});
   ASSERT_TRUE(QTest::qWaitFor([&] { return ended.has_value(); }, kPatience));
   EXPECT_EQ(ended->reason, SearchEnd::Reason::kFailed);

@@ -52,7 +52,16 @@ class FilterTest : public ConsoleTest {
     return names;
   }
   std::vector<std::string> FindTyped(std::uint32_t bits, const std::string& typed) {
-    return Find(session::SearchFilter(session::TypeFilter(Scope(bits)), typed));
+    std::vector<std::string> names;
+    const session::ListingEnd ending = session::FindObjects(
+        *session().store, {.filter = session::TypeFilter(Scope(bits)), .text = typed},
+        [&names](const FoundObject& found) {
+          names.push_back(found.object.name);
+          return true;
+        });
+    EXPECT_EQ(ending.end.reason, SearchEnd::Reason::kComplete) << typed << ending.end.text;
+    std::ranges::sort(names);
+    return names;
   }
 };
 
@@ -122,6 +131,18 @@ TEST_F(FilterTest, ObjectsAreFoundByEachOfTheirNames) {
   EXPECT_THAT(FindTyped(kUsers, "gitti"), ElementsAre("Birgit Krämer")) << "display name";
 }
 
+// As the list of the main window finds them.
+TEST_F(FilterTest, ObjectsAreFoundByWordsAddressesNamesAndLists) {
+  EXPECT_THAT(FindTyped(kUsers, "krämer birgit"), ElementsAre("Birgit Krämer")) << "words";
+  EXPECT_THAT(FindTyped(kUsers, "vertrieb@linden-werke.example"), ElementsAre("Birgit Krämer"))
+      << "another address";
+  EXPECT_THAT(FindTyped(kUsers, kBirgit), ElementsAre("Birgit Krämer"));
+  EXPECT_THAT(FindTyped(kGroups, kBirgit), IsEmpty()) << "she is no group";
+  EXPECT_THAT(FindTyped(kUsers, "j.weissflog; \"Meyer, Anna\"\nBirgit Krämer <b.kraemer@x.y>"),
+              ElementsAre("Jürgen Weißflog", "Meyer, Anna"))
+      << "a list";
+}
+
 TEST_F(FilterTest, WhateverIsTypedIsTakenLiterally) {
   for (const char* typed :
        {"*", "(", ")", "\\", ")(objectClass=*", "*)(|(name=*", "\\2a", "&(", "="}) {
@@ -153,7 +174,7 @@ class ObjectSearchTest : public ::testing::Test {
       EXPECT_EQ(QThread::currentThread(), qApp->thread());
       for (const FoundObject& found : objects) found_.push_back(found.object.name);
     };
-    search_->on_finished = [this](const SearchEnd& end) { end_ = end; };
+    search_->on_finished = [this](const session::ListingEnd& ending) { end_ = ending.end; };
   }
   void Start(const std::string& filter = "(a=b)", std::size_t limit = 10) {
     found_.clear();
@@ -399,12 +420,14 @@ TEST_F(ObjectSearchTest, TheDirectorysOwnMachineryIsNotShown) {
 TEST(SearchStatus, SaysWhatIsMissing) {
   using Reason = SearchEnd::Reason;
   const auto end = [](Reason reason, int count) {
-    return ToUtf8(console::DescribeEnd({reason, "gone"}, count));
+    return ToUtf8(console::DescribeEnd({.end = {reason, "gone"}}, count));
   };
   EXPECT_EQ(ToUtf8(console::DescribeRunning(0)), "Searching...");
   EXPECT_EQ(ToUtf8(console::DescribeRunning(1)), "Searching... 1 object so far.");
   EXPECT_EQ(end(Reason::kComplete, 0), "Nothing was found.");
   EXPECT_EQ(end(Reason::kComplete, 2), "2 objects found.");
+  EXPECT_EQ(ToUtf8(console::DescribeEnd({.not_found = {"bob"}, .left_out = 2}, 3)),
+            "3 objects found, 1 not found: bob, 2 not looked for.");
   EXPECT_EQ(end(Reason::kOwnLimit, 1000),
             "1000 objects are shown and there are more. Type more of the name to narrow the "
             "search.");
@@ -423,8 +446,8 @@ TEST_F(EmbeddedSearchTest, TheFileIsSearchedWhileItIsReadElsewhere) {
   int ended = 0;
   int found = 0;
   search.on_found = [&](const auto& objects) { found += static_cast<int>(objects.size()); };
-  search.on_finished = [&](const SearchEnd& end) {
-    EXPECT_EQ(end.reason, SearchEnd::Reason::kComplete) << end.text;
+  search.on_finished = [&](const session::ListingEnd& ending) {
+    EXPECT_EQ(ending.end.reason, SearchEnd::Reason::kComplete) << ending.end.text;
     ++ended;
   };
   constexpr int kRounds = 20;

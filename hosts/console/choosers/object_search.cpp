@@ -8,6 +8,15 @@
 #include "hosts/console/text/exception_text.h"
 
 namespace pelora::console {
+namespace {
+
+/// How a search ends that an exception ends, which is being handled.
+session::ListingEnd Failed() {
+  return {.end = {session::SearchEnd::Reason::kFailed, TextOfException()}};
+}
+
+}  // namespace
+
 /// The part that works on the search's thread.
 class ObjectSearch::Worker final : public QObject {
  public:
@@ -16,15 +25,16 @@ class ObjectSearch::Worker final : public QObject {
 
   void Run(const std::stop_token& stop, const session::ObjectQuery& query) {
     if (stop.stop_requested()) return;
-    session::SearchEnd end;
+    session::ListingEnd ending;
     try {
-      end = Search(stop, query);
+      ending = Search(stop, query);
     } catch (...) {
-      end = {session::SearchEnd::Reason::kFailed, TextOfException()};
+      ending = Failed();
     }
     // The next search opens the directory anew: the connection may have been lost.
-    if (end.reason == session::SearchEnd::Reason::kFailed && !stop.stop_requested()) store_.reset();
-    Post([&owner = owner_, stop, end] { owner.Finish(stop, end); });
+    const bool has_failed = ending.end.reason == session::SearchEnd::Reason::kFailed;
+    if (has_failed && !stop.stop_requested()) store_.reset();
+    Post([&owner = owner_, stop, ending] { owner.Finish(stop, ending); });
   }
 
  private:
@@ -55,10 +65,10 @@ class ObjectSearch::Worker final : public QObject {
     PostSurely(owner_.receiver_, action);
   }
 
-  session::SearchEnd Search(const std::stop_token& stop, const session::ObjectQuery& query) {
+  session::ListingEnd Search(const std::stop_token& stop, const session::ObjectQuery& query) {
     const auto inbox = std::make_shared<Inbox>();
     if (const auto status = store_ ? ldap::StoreStatus{} : opener_(store_, stop); !status.Ok()) {
-      return session::EndOf(status);
+      return {.end = session::EndOf(status)};
     }
     store_->StopOn(stop);
     return session::FindObjects(*store_, query, [&](session::FoundObject found) {
@@ -113,16 +123,15 @@ void ObjectSearch::Deliver(const std::stop_token& stop, std::vector<session::Fou
     on_found(std::move(objects));
   } catch (...) {
     // What was lost on the way must not be missing unseen.
-    const session::SearchEnd end = {session::SearchEnd::Reason::kFailed, TextOfException()};
-    Finish(stop, end);
+    Finish(stop, Failed());
     stop_.request_stop();
   }
 }
 
-void ObjectSearch::Finish(const std::stop_token& stop, const session::SearchEnd& end) {
+void ObjectSearch::Finish(const std::stop_token& stop, const session::ListingEnd& ending) {
   if (stop.stop_requested()) return;
   is_running_ = false;
-  if (on_finished) on_finished(end);
+  if (on_finished) on_finished(ending);
 }
 
 }  // namespace pelora::console

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "hosts/ldap/store_opener.h"
-#include "hosts/session/object_search.h"
+#include "hosts/session/find/object_search.h"
 
 namespace pelora::console {
 
@@ -32,13 +32,13 @@ class ObjectSearch final {
   [[nodiscard]] bool IsRunning() const { return is_running_; }
 
   std::function<void(std::vector<session::FoundObject> objects)> on_found;
-  std::function<void(const session::SearchEnd& end)> on_finished;
+  std::function<void(const session::ListingEnd& ending)> on_finished;
 
  private:
   class Worker;
 
   void Deliver(const std::stop_token& stop, std::vector<session::FoundObject> objects);
-  void Finish(const std::stop_token& stop, const session::SearchEnd& end);
+  void Finish(const std::stop_token& stop, const session::ListingEnd& ending);
 
   /// Of the latest search.
   std::stop_source stop_{std::nostopstate};

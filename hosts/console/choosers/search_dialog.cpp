@@ -19,10 +19,11 @@
 #include "hosts/console/choosers/search_status.h"
 #include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/dialogs/on_screen.h"
+#include "hosts/console/finding/list_line.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
-#include "hosts/session/search_filter.h"
+#include "hosts/session/find/find_text.h"
 
 namespace pelora::console {
 namespace {
@@ -58,7 +59,7 @@ SearchDialog::SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWid
   search_.on_found = [this](std::vector<session::FoundObject> objects) {
     OnFound(std::move(objects));
   };
-  search_.on_finished = [this](const session::SearchEnd& end) { OnFinished(end); };
+  search_.on_finished = [this](const session::ListingEnd& ending) { OnFinished(ending); };
   UpdateButtons();
   StartSearch();
 }
@@ -66,11 +67,10 @@ SearchDialog::SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWid
 SearchDialog::~SearchDialog() = default;
 
 void SearchDialog::MakeText(QVBoxLayout& layout) {
-  text_ = new QLineEdit(this);
+  text_ = new ListLine(this);
   text_->setObjectName(QStringLiteral("search_text"));
-  text_->setClearButtonEnabled(true);
   text_->setPlaceholderText(init_.shows_addresses
-                                ? QStringLiteral("Part of a name, logon name or e-mail address")
+                                ? QStringLiteral("Names, addresses, a pasted list")
                                 : QStringLiteral("Part of a name"));
   connect(text_, &QLineEdit::textChanged, this, &SearchDialog::OnTextEdited);
   OnKeys(*text_, {Qt::Key_Return, Qt::Key_Enter}, [this] { OnTextEntered(); });
@@ -189,8 +189,7 @@ void SearchDialog::StartSearch() {
   found_->Clear();
   UpdateButtons();
   status_->setText(DescribeRunning(0));
-  search_.Start({.filter = session::SearchFilter(init_.type_filter, ToUtf8(text_->text())),
-                 .limit = init_.limit});
+  search_.Start({.filter = init_.type_filter, .text = ToUtf8(text_->text()), .limit = init_.limit});
 }
 
 void SearchDialog::OnFound(std::vector<session::FoundObject> objects) {
@@ -198,8 +197,11 @@ void SearchDialog::OnFound(std::vector<session::FoundObject> objects) {
   status_->setText(DescribeRunning(found_->Count()));
 }
 
-void SearchDialog::OnFinished(const session::SearchEnd& end) {
-  status_->setText(DescribeEnd(end, found_->Count()));
+void SearchDialog::OnFinished(const session::ListingEnd& ending) {
+  status_->setText(DescribeEnd(ending, found_->Count()));
+  // Who has written a list means all of it.
+  const bool is_list = !session::FindText(ToUtf8(text_->text())).items().empty();
+  if (init_.multiple && is_list) results_->selectAll();
 }
 
 void SearchDialog::GoToResults() {

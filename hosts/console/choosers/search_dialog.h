@@ -35,12 +35,13 @@ struct SearchDialogInit {
   std::chrono::milliseconds typing_pause{250};
 };
 
-/// Finds directory objects by what is typed of their names and lets the administrator choose one or
-/// several. Without any text it shows what there is. The search never holds up the window, shows
-/// what it finds at once, and says so when there is more than it shows.
+/// Finds directory objects by what is typed or pasted (`FindText`) and lets the administrator
+/// choose one or several. Without any text it shows what there is. The search never holds up the
+/// window, shows what it finds at once, and says so when there is more than it shows.
 ///
 /// Where several may be chosen they are gathered in a list of their own, over any number of
-/// searches; what is selected when OK is clicked counts as well. Keys: Down and Enter go from the
+/// searches; what is selected when OK is clicked counts as well, and what a list finds is selected.
+/// Keys: Down and Enter go from the
 /// text to what was found, Enter there takes the selected objects, Delete takes chosen ones out.
 class SearchDialog final : public QDialog {
  public:
@@ -63,7 +64,7 @@ class SearchDialog final : public QDialog {
   void OnTextEntered();
   void StartSearch();
   void OnFound(std::vector<session::FoundObject> objects);
-  void OnFinished(const session::SearchEnd& end);
+  void OnFinished(const session::ListingEnd& ending);
   void GoToResults();
 
   /// Enter or a double click on what was found.

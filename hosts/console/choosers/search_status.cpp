@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/choosers/search_status.h"
 
+#include "hosts/console/finding/missing_text.h"
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
@@ -17,11 +18,12 @@ QString DescribeRunning(int count) {
   return QStringLiteral("Searching... %1 so far.").arg(Objects(count));
 }
 
-QString DescribeEnd(const session::SearchEnd& end, int count) {
-  switch (end.reason) {
+QString DescribeEnd(const session::ListingEnd& ending, int count) {
+  const QString missing = MissingText(ending);
+  switch (ending.end.reason) {
     case session::SearchEnd::Reason::kComplete:
-      if (count == 0) return QStringLiteral("Nothing was found.");
-      return QStringLiteral("%1 found.").arg(Objects(count));
+      if (count == 0) return QStringLiteral("Nothing was found%1.").arg(missing);
+      return QStringLiteral("%1 found%2.").arg(Objects(count), missing);
     case session::SearchEnd::Reason::kOwnLimit:
       return QStringLiteral(
                  "%1 are shown and there are more. Type more of the name to narrow the search.")
@@ -33,7 +35,7 @@ QString DescribeEnd(const session::SearchEnd& end, int count) {
           .arg(Objects(count));
     case session::SearchEnd::Reason::kFailed:
       return QStringLiteral("The search failed, %1 found until then: %2")
-          .arg(Objects(count), ToQString(end.text));
+          .arg(Objects(count), ToQString(ending.end.text));
   }
   return {};
 }

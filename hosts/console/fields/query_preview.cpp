@@ -69,7 +69,9 @@ QueryPreview::QueryPreview(session::ObjectQuery query, ldap::StoreOpener opener,
   search_.on_found = [this](std::vector<session::FoundObject> objects) {
     OnFound(std::move(objects));
   };
-  search_.on_finished = [this](const session::SearchEnd& end) { ShowCount(EndText(end)); };
+  search_.on_finished = [this](const session::ListingEnd& ending) {
+    ShowCount(EndText(ending.end));
+  };
   ShowCount(QStringLiteral(" Searching..."));
   query.limit = std::numeric_limits<std::size_t>::max();
   search_.Start(std::move(query));

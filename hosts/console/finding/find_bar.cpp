@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/finding/find_bar.h"
 
-#include <QClipboard>
 #include <QComboBox>
-#include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
 #include <algorithm>
 #include <chrono>
 
+#include "hosts/console/finding/list_line.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -23,21 +21,10 @@ constexpr std::chrono::milliseconds kTypingPause{300};
 constexpr int kAnswerCharacters = 12;
 constexpr int kViewCharacters = 18;
 constexpr int kWhereCharacters = 12;
-/// Pasted lists may be long.
-constexpr int kLongestText = 1 << 20;
 
 std::chrono::year_month_day Today() {
   return std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
 }
-
-/// A line into which lists can be pasted: a line break would be lost there.
-class ListLine final : public QLineEdit {
- public:
-  using QLineEdit::QLineEdit;
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override;
-};
 
 }  // namespace
 
@@ -50,8 +37,6 @@ FindBar::FindBar(QWidget* parent)
       question_(new QLabel(this)),
       answer_(new QLineEdit(this)) {
   text_->setObjectName(QStringLiteral("find_text"));
-  text_->setClearButtonEnabled(true);
-  text_->setMaxLength(kLongestText);
   text_->setPlaceholderText(QStringLiteral("Names, addresses, a pasted list"));
   where_->setObjectName(QStringLiteral("find_where"));
   where_->addItems({QStringLiteral("Whole directory"), QString(), QString()});
@@ -110,15 +95,6 @@ FindBar::FindBar(QWidget* parent)
     if (on_down) on_down();
   });
   FillViews();
-}
-
-void ListLine::keyPressEvent(QKeyEvent* event) {
-  if (!event->matches(QKeySequence::Paste)) return QLineEdit::keyPressEvent(event);
-  QString pasted = QGuiApplication::clipboard()->text().trimmed();
-  pasted.replace(QLatin1String("\r\n"), QLatin1String(";"));
-  pasted.replace(QLatin1Char('\n'), QLatin1Char(';'));
-  insert(pasted);
-  Q_EMIT textEdited(text());
 }
 
 void FindBar::FillViews() {

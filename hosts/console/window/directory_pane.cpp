@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "hosts/console/finding/missing_text.h"
 #include "hosts/console/life/object_drag.h"
 #include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
@@ -19,29 +20,6 @@ namespace {
 
 constexpr int kTreeShare = 1;
 constexpr int kListShare = 3;
-/// So many items of a pasted list are named that were not found.
-constexpr std::size_t kMostNamed = 3;
-
-/// What of a pasted list there is not.
-QString MissingText(const session::ListingEnd& ending) {
-  QString text;
-  const std::vector<std::string>& missing = ending.not_found;
-  if (!missing.empty()) {
-    QStringList names;
-    for (const std::string& name : missing) {
-      if (static_cast<std::size_t>(names.size()) < kMostNamed) names.append(ToQString(name));
-    }
-    text = QStringLiteral(", %1 not found: %2")
-               .arg(missing.size())
-               .arg(names.join(QLatin1String(", ")));
-    if (missing.size() > kMostNamed) text += QStringLiteral(", ...");
-  }
-  if (ending.left_out > 0) {
-    text += QStringLiteral(", %1 not looked for").arg(ending.left_out);
-  }
-  return Readable(text);
-}
-
 }  // namespace
 
 DirectoryPane::DirectoryPane(QWidget* parent) : QSplitter(parent) {

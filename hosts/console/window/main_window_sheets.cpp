@@ -8,7 +8,7 @@
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
-#include "hosts/session/object_search.h"
+#include "hosts/session/find/object_search.h"
 
 namespace pelora::console {
 namespace {
@@ -35,24 +35,24 @@ void MainWindow::ShowUsersBelow() {
   if (!directory_ || !container) return;
   const QString name = Readable(ToQString(container->name));
   std::vector<session::DirectoryObject> users;
-  session::SearchEnd end;
+  session::ListingEnd ending;
   bool is_stopped = false;
   errands_.Run("Looking for the users below...", [&](session::IErrand& errand) {
     directory_->store.StopOn(errand.stop());
-    end = session::FindObjects(directory_->store,
-                               {.filter = std::string(kUsers), .base = container->dn},
-                               [&users](session::FoundObject found) {
-                                 users.push_back(std::move(found.object));
-                                 return true;
-                               });
+    ending = session::FindObjects(directory_->store,
+                                  {.filter = std::string(kUsers), .base = container->dn},
+                                  [&users](session::FoundObject found) {
+                                    users.push_back(std::move(found.object));
+                                    return true;
+                                  });
     directory_->store.StopOn({});
     is_stopped = errand.stop().stop_requested();
   });
   if (is_stopped) return;
   // Some of them would pass for all.
-  if (end.reason != session::SearchEnd::Reason::kComplete) {
+  if (ending.end.reason != session::SearchEnd::Reason::kComplete) {
     return ReportLater(QStringLiteral("Not all users below %1 can be read.").arg(name),
-                       ToQString(end.text));
+                       ToQString(ending.end.text));
   }
   if (users.empty()) {
     return statusBar()->showMessage(QStringLiteral("There are no users below %1.").arg(name));

@@ -7,7 +7,7 @@
 
 #include "hosts/session/check/check_fields.h"
 #include "hosts/session/find/list_columns.h"
-#include "hosts/session/search_end.h"
+#include "hosts/session/find/listing_end.h"
 
 namespace pelora::session {
 
@@ -29,15 +29,6 @@ struct Listing {
   std::size_t limit = 250'000;
 
   [[nodiscard]] bool operator==(const Listing&) const = default;
-};
-
-/// How a listing ended.
-struct ListingEnd {
-  SearchEnd end{};
-  /// Items of a pasted list for which there is no object, as they were given.
-  std::vector<std::string> not_found{};
-  /// How many items of a pasted list were not looked for.
-  std::size_t left_out = 0;
 };
 
 /// Takes listed objects one by one; false ends the listing (which is then done, not failed).

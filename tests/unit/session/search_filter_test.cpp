@@ -12,16 +12,5 @@ TEST(EscapeFilterValue, TakesTheFilterCharactersForText) {
   EXPECT_EQ(session::EscapeFilterValue("Jürgen & =!|<>"), "Jürgen & =!|<>");
 }
 
-TEST(SearchFilter, AnEmptyTextLeavesTheTypeAlone) {
-  EXPECT_EQ(session::SearchFilter("(objectClass=user)", ""), "(objectClass=user)");
-  EXPECT_EQ(session::SearchFilter("(objectClass=user)", " \t\u3000"), "(objectClass=user)");
-}
-
-TEST(SearchFilter, LooksForTheTextInEveryName) {
-  EXPECT_EQ(session::SearchFilter("(objectClass=user)", " ada* "),
-            "(&(objectClass=user)(|(name=*ada\\2a*)(displayName=*ada\\2a*)"
-            "(sAMAccountName=*ada\\2a*)(userPrincipalName=*ada\\2a*)(mail=*ada\\2a*)))");
-}
-
 }  // namespace
 }  // namespace pelora::test

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "hosts/session/directory_browser.h"
-#include "hosts/session/search_end.h"
+#include "hosts/session/find/listing_end.h"
 
 namespace pelora::session {
 
@@ -21,7 +21,10 @@ struct FoundObject {
 
 /// What is searched for.
 struct ObjectQuery {
+  /// An LDAP filter that they match.
   std::string filter;
+  /// What was typed or pasted (`FindText`); empty: nothing.
+  std::string text{};
   /// Below which object, itself included; empty: the whole directory.
   std::string base{};
   /// At most so many objects are given.
@@ -31,8 +34,9 @@ struct ObjectQuery {
 /// Takes found objects one by one; false ends the search (which is then done, not failed).
 using FoundSink = std::function<bool(FoundObject found)>;
 
-/// Searches a directory. Objects of its own machinery are left out.
-[[nodiscard]] SearchEnd FindObjects(ldap::IDirectoryStore& store, const ObjectQuery& query,
-                                    const FoundSink& sink);
+/// Searches a directory. Objects of its own machinery are left out; whether those for an advanced
+/// view are is the filter's business.
+[[nodiscard]] ListingEnd FindObjects(ldap::IDirectoryStore& store, const ObjectQuery& query,
+                                     const FoundSink& sink);
 
 }  // namespace pelora::session
