@@ -146,6 +146,14 @@ std::string PasswordSummary(const OwnValues& values) {
 
 }  // namespace
 
+void ReadGroupType(std::int32_t group_type, OwnValues& values) {
+  const auto bits = static_cast<std::uint32_t>(group_type);
+  values.is_security_group = (bits & kSecurityGroup) != 0;
+  for (std::size_t scope = 0; scope < kScopes.size(); ++scope) {
+    if ((bits & kScopes[scope].bit) != 0) values.scope = static_cast<GroupScope>(scope);
+  }
+}
+
 std::string FullName(std::string_view first_name, std::string_view last_name) {
   return Trimmed(Trimmed(first_name) + " " + Trimmed(last_name));
 }

@@ -41,6 +41,9 @@ struct OwnContext {
   bool takes_passwords = false;
 };
 
+/// Takes the scope and the type of a group from its `groupType`.
+void ReadGroupType(std::int32_t group_type, OwnValues& values);
+
 /// The full name of a person.
 [[nodiscard]] std::string FullName(std::string_view first_name, std::string_view last_name);
 /// The logon name that follows from the name of a group or computer; empty for a user's.

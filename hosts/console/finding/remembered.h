@@ -8,12 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "hosts/session/commands/name_patterns.h"
 #include "hosts/session/find/view_file.h"
 
 namespace pelora::console {
 
 /// What the console remembers of a user in his own folder: the columns of each view and how they
-/// lie, the place of the window, and the views that he has made.
+/// lie, the place of the window, the views that he has made, and what names follow in a company.
 ///
 /// What is found there is taken as if anybody had written it; what cannot be written is not
 /// remembered.
@@ -32,6 +33,13 @@ class Remembered final {
   /// Anything else of a name of its own: the window's place, say.
   [[nodiscard]] QByteArray Bytes(const QString& name) const;
   void SetBytes(const QString& name, const QByteArray& bytes);
+
+  /// What names of new users follow in a company of a directory (its name or path), by
+  /// distinguished name; none: what belongs to no company.
+  [[nodiscard]] session::NamePatterns Patterns(const std::string& directory,
+                                               const std::string& company) const;
+  void SetPatterns(const std::string& directory, const std::string& company,
+                   const session::NamePatterns& patterns);
 
   /// The user's views; a sentence when their file holds none.
   [[nodiscard]] session::ReadViews Views() const;

@@ -57,7 +57,8 @@ std::vector<session::DirectoryObject> ChosenMembers(const ldap::StoreOpener& ope
 WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
                                  const session::DirectoryObject& container,
                                  WizardDirectory directory, const Platform& platform,
-                                 const resources::ResourceFile& module, QWidget* parent) {
+                                 const resources::ResourceFile& module, QWidget* parent,
+                                 NewObjectStart start) {
   session::NewObject prepared;
   std::string reason =
       session::PrepareNewObject(kind, container, directory.store, platform, prepared);
@@ -68,7 +69,8 @@ WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
                                .message_box = told->box,
                                .kind = kind,
                                .own_context = std::move(prepared.own_context),
-                               .open_another = directory.open_another},
+                               .open_another = directory.open_another,
+                               .start = std::move(start)},
       std::move(prepared.setup), parent);
   wizard->surroundings = told;
   if (wizard->own_page() != nullptr && directory.open_another) {

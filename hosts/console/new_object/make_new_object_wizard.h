@@ -33,6 +33,6 @@ struct WizardDirectory {
                                                const session::DirectoryObject& container,
                                                WizardDirectory directory, const Platform& platform,
                                                const resources::ResourceFile& module,
-                                               QWidget* parent);
+                                               QWidget* parent, NewObjectStart start = {});
 
 }  // namespace pelora::console

@@ -14,6 +14,7 @@
 #include "directory/error_text.h"
 #include "hosts/console/dialogs/discard_question.h"
 #include "hosts/console/program/guarded_application.h"
+#include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
 #include "hosts/session/filled_fields.h"
@@ -25,6 +26,13 @@ namespace {
 /// Of Back, Next and Finish.
 constexpr QLatin1String kOwnKeys("BNF");
 
+QString TitleOf(const QtNewObjectWizard::Parts& parts) {
+  const QString title =
+      QStringLiteral("New Object - %1").arg(ToQString(session::TextOf(parts.kind)));
+  if (!parts.start.model) return title;
+  return QStringLiteral("%1 like %2").arg(title, Readable(ToQString(parts.start.model->name())));
+}
+
 }  // namespace
 
 QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, sheets::NewObjectSetup setup,
@@ -32,7 +40,7 @@ QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, sheets::NewObjectSetup 
     : QDialog(parent),
       parts_(parts),
       container_(ToQString(setup.display_info.container_name)),
-      title_(QStringLiteral("New Object - %1").arg(ToQString(session::TextOf(parts_.kind)))),
+      title_(TitleOf(parts_)),
       machine_(parts_.module, *this, Complete(std::move(setup))) {
   setObjectName(QStringLiteral("new_object_wizard"));
   setWindowTitle(title_);
@@ -61,8 +69,11 @@ sheets::NewObjectSetup QtNewObjectWizard::Complete(sheets::NewObjectSetup setup)
   setup.own_pages = 1;
   setup.write_own = [this](IADs& object) {
     // Temporary objects come from this console alone.
-    return session::StageOwnValues(parts_.kind, own_page_->Values(), parts_.own_context,
-                                   static_cast<ldap::NewStoreObject&>(object));
+    const HRESULT status =
+        session::StageOwnValues(parts_.kind, own_page_->Values(), parts_.own_context,
+                                static_cast<ldap::NewStoreObject&>(object));
+    const auto& model = parts_.start.model;
+    return FAILED(status) || !model ? status : model->Stage(TakenOverBeside(), object);
   };
   return setup;
 }
@@ -130,8 +141,9 @@ void QtNewObjectWizard::MakePages() {
     auto* holder = new QWidget;
     stack_->insertWidget(stack_->count() - 1, holder);
     watched_.push_back(std::make_unique<WatchedWizardPage>(pages.Controller(place)));
-    watched_.back()->on_edited = [this, page = watched_.back().get()] {
+    watched_.back()->on_edited = [this, place, page = watched_.back().get()] {
       if (notes_ && page->care() != nullptr) notes_->LookUp(*page->care());
+      SuggestAddress(place);
       UpdateButtons();
     };
     dialogs_.push_back(std::make_unique<QtDialog>(
@@ -151,6 +163,7 @@ void QtNewObjectWizard::Start() {
 void QtNewObjectWizard::MakeDialog(std::size_t place) {
   QtDialog& dialog = *dialogs_[place - machine_.OwnPages()];
   dialog.Open();
+  TakeOverOn(place);
   dialog.widget().show();
   QWidget* last = dialog.PutInTabOrder(*stack_);
   for (QPushButton* button : {back_, next_, finish_, cancel_}) {
@@ -164,6 +177,7 @@ void QtNewObjectWizard::ShowPage(std::size_t place) {
   const QString title = ToQString(machine_.pages().Title(place));
   setWindowTitle(title.isEmpty() ? title_ : title);
   stack_->setCurrentIndex(static_cast<int>(place));
+  SuggestAddress(place);
   NoteInputs(place);
   UpdateButtons();
   if (QtDialog* dialog = Dialog(place)) return dialog->FocusFirst();

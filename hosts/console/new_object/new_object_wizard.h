@@ -15,6 +15,7 @@
 #include "hosts/console/new_object/watched_wizard_page.h"
 #include "hosts/ldap/store_opener.h"
 #include "hosts/resources/resource_file.h"
+#include "hosts/session/model_object.h"
 #include "hosts/sheets/wizard_machine.h"
 #include "platform/message_box.h"
 
@@ -25,6 +26,22 @@ class QStackedWidget;
 class QVBoxLayout;
 
 namespace pelora::console {
+
+/// What names of new users follow where they are made.
+struct KeptPatterns {
+  session::NamePatterns patterns{};
+  /// Whose they are, as it is shown.
+  QString company{};
+  /// Keeps others. May be none: others hold for one wizard.
+  std::function<void(const session::NamePatterns& patterns)> keep{};
+};
+
+/// What a wizard fills in by itself.
+struct NewObjectStart {
+  /// The object after which the new one is made. May be none.
+  std::shared_ptr<const session::ModelObject> model{};
+  KeptPatterns patterns{};
+};
 
 /// The window in which an object is made: the console's own first page (unless an extension asks
 /// for the name), the extensions' pages, a summary, and Finish. What the buttons mean, and what the
@@ -45,6 +62,7 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
     /// Opens the same directory for use on another thread. May be none: then nothing is looked up
     /// beside the window.
     ldap::StoreOpener open_another{};
+    NewObjectStart start{};
   };
 
   /// What `parts` refers to outlives the window. The number of own pages in `setup` and what they
@@ -100,6 +118,14 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   /// Makes the widgets of the pages that an extension has added.
   void MakePages();
   void FillSummary();
+  /// Shows on a page that stands for the first time what is taken over from another object.
+  void TakeOverOn(std::size_t place);
+  /// What is taken over beside what the pages show; nothing without another object.
+  [[nodiscard]] session::ModelObject::Rest TakenOverBeside() const;
+  /// Puts the address that follows from the names into the page's field, unless somebody has
+  /// written another.
+  void SuggestAddress(std::size_t place);
+  void ChangePatterns();
   /// The extension's page that shows; null while another one does.
   [[nodiscard]] WatchedWizardPage* ShownPage() const;
   /// Whether something on an extension's page cannot be written.
@@ -127,6 +153,8 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   PageFoot* foot_ = nullptr;
   QString container_;
   QString title_;
+  /// What was put into the field of the address last.
+  std::string suggested_address_;
   /// What the pages that were shown stood at first, by their places.
   std::map<std::size_t, QString> inputs_;
   /// What stands of the extensions' pages, and what the dialogs report to; the pages' controllers

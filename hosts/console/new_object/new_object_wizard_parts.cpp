@@ -63,6 +63,13 @@ void QtNewObjectWizard::MakeOwnPage() {
   if (!parts_.kind.HasOwnPage()) return;
   auto* page = new QWidget;
   own_page_ = new OwnPage(parts_.kind, parts_.own_context, page);
+  own_page_->SetPatterns(parts_.start.patterns.patterns);
+  own_page_->change_patterns = [this] { ChangePatterns(); };
+  if (const auto& model = parts_.start.model) {
+    session::OwnValues values;
+    model->TakeOver(values);
+    own_page_->TakeOver(values);
+  }
   own_page_->on_changed = [this] {
     machine_.SetOwnPageComplete(own_page_->WhyIncomplete().isEmpty());
   };
@@ -136,6 +143,12 @@ void QtNewObjectWizard::FillSummary() {
     }
   }
   if (!fields.isEmpty()) paragraphs.append(fields.join(QLatin1Char('\n')));
+  QStringList taken;
+  for (const std::string& line : TakenOverBeside().lines) taken.append(ToQString(line));
+  if (!taken.isEmpty()) {
+    taken.prepend(QStringLiteral("As %1 has it:").arg(ToQString(parts_.start.model->name())));
+    paragraphs.append(taken.join(QLatin1Char('\n')));
+  }
   summary_->setPlainText(paragraphs.join(QStringLiteral("\n\n")));
   failure_->hide();
 }

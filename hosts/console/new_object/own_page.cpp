@@ -49,7 +49,10 @@ OwnPage::OwnPage(const session::NewObjectKind& kind, session::OwnContext context
   auto* form = new QFormLayout;
   AddNames(*form);
   if (kind_.account == session::AccountForm::kGroup) AddGroupChoices(*form);
-  if (kind_.account == session::AccountForm::kUser) AddPasswords(*form);
+  if (kind_.account == session::AccountForm::kUser) {
+    AddPatterns(*form);
+    AddPasswords(*form);
+  }
   hint_ = new QLabel(this);
   hint_->setObjectName(QStringLiteral("own_hint"));
   ShowPlainly(*hint_);
@@ -82,6 +85,33 @@ void OwnPage::AddNames(QFormLayout& form) {
   logon_name_ = AddEdit(form, kind_.logon_label, "own_logon_name");
   connect(logon_name_, &QLineEdit::textEdited, this,
           [this] { logon_name_is_own_ = !logon_name_->text().isEmpty(); });
+}
+
+void OwnPage::AddPatterns(QFormLayout& form) {
+  auto* const button = new QPushButton(QStringLiteral("Pa&tterns..."), this);
+  button->setObjectName(QStringLiteral("own_patterns"));
+  button->setAutoDefault(false);
+  button->setToolTip(PlainToolTip(
+      QStringLiteral("What logon names and addresses of new users are made of, for the company")));
+  connect(button, &QPushButton::clicked, this, [this] {
+    if (change_patterns) change_patterns();
+  });
+  auto* const row = new QHBoxLayout;
+  row->addStretch();
+  row->addWidget(button);
+  form.addRow(row);
+}
+
+void OwnPage::SetPatterns(session::NamePatterns patterns) {
+  patterns_ = std::move(patterns);
+  Changed();
+}
+
+void OwnPage::TakeOver(const session::OwnValues& values) {
+  if (scope_ == nullptr) return;
+  scope_->button(static_cast<int>(values.scope))->setChecked(true);
+  type_->button(values.is_security_group ? 0 : 1)->setChecked(true);
+  Changed();
 }
 
 void OwnPage::AddGroupChoices(QFormLayout& form) {
@@ -168,10 +198,17 @@ void OwnPage::Follow() {
     name_->setText(
         ToQString(session::FullName(ToUtf8(first_name_->text()), ToUtf8(last_name_->text()))));
   }
-  const bool follows = logon_name_ != nullptr && kind_.account != session::AccountForm::kUser;
-  if (follows && !logon_name_is_own_) {
-    logon_name_->setText(ToQString(session::SuggestedLogonName(kind_, ToUtf8(name_->text()))));
+  if (logon_name_ == nullptr || logon_name_is_own_) return;
+  logon_name_->setText(ToQString(FollowingLogonName()));
+}
+
+std::string OwnPage::FollowingLogonName() const {
+  if (kind_.account != session::AccountForm::kUser) {
+    return session::SuggestedLogonName(kind_, ToUtf8(name_->text()));
   }
+  // Without a pattern nothing follows, and nothing is taken away.
+  if (patterns_.logon_name.empty()) return ToUtf8(logon_name_->text());
+  return session::LogonNameOf(patterns_, kind_, OpenValues());
 }
 
 void OwnPage::Changed() {

@@ -12,19 +12,16 @@
 #include <QScopeGuard>
 #include <QStatusBar>
 #include <QToolButton>
-#include <array>
 #include <optional>
 #include <utility>
 
 #include "hosts/console/commands/run_commands.h"
 #include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/dialogs/qt_dialog.h"
-#include "hosts/console/new_object/make_new_object_wizard.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/connect_dialog.h"
 #include "hosts/console/window/object_icons.h"
-#include "hosts/session/noted_additions.h"
 #include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
@@ -135,36 +132,6 @@ void MainWindow::OpenSelection() {
   pane_->GoToChild(selected.front().dn);
 }
 
-void MainWindow::MakeNewObject(const session::NewObjectKind& kind) {
-  const std::optional<session::DirectoryObject> container = pane_->PlaceForNew();
-  if (!directory_ || !container) return;
-  session::NotedAdditions store(directory_->store, directory_->history);
-  WizardResult made = MakeNewObjectWizard(kind, *container,
-                                          {.store = store,
-                                           .specifiers = directory_->session->specifiers,
-                                           .open_another = directory_->session->open_another},
-                                          directory_->platform.platform(), module_, this);
-  if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
-  made.wizard->notes().show_object = [this](const session::DirectoryObject& object, QWidget& from) {
-    ShowAnother(object, from);
-  };
-  const bool is_made = RunModal(*made.wizard) == QDialog::Accepted;
-  if (is_made) ShowNewObject(kind, container->dn, made.wizard->created_name());
-  made.wizard.reset();
-  // A directory that was opened meanwhile need not wait any longer.
-  openings_.ShowOpened();
-}
-
-void MainWindow::ShowNewObject(const session::NewObjectKind& kind, const std::string& container,
-                               const std::string& dn) {
-  pane_->SelectWhenRead(dn);
-  const session::DirectoryObject* const shown = pane_->Container();
-  if (shown == nullptr || shown->dn != container) return pane_->RefreshAt(container);
-  // A container stands in the tree as well.
-  const std::array classes = {std::string(kind.class_name)};
-  session::KindOf(classes).is_container ? pane_->Refresh() : pane_->RefreshList();
-}
-
 void MainWindow::ChangeSelection() {
   if (!directory_) return;
   const QString reason = RunCommands(
@@ -197,6 +164,7 @@ void MainWindow::UpdateActions() {
     new_menu_->menuAction()->setStatusTip(
         QStringLiteral("Create an object in %1").arg(Readable(ToQString(place->name))));
   }
+  new_like_->setEnabled(directory_ && KindOfNewLike() != nullptr);
   users_below_->setEnabled(directory_ && place);
   parent_->setEnabled(pane_->HasParent());
   places_->Update();

@@ -10,6 +10,7 @@
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/errands/qt_errands.h"
 #include "hosts/console/life/place_actions.h"
+#include "hosts/console/new_object/new_object_wizard.h"
 #include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/sheets/sheet_windows.h"
 #include "hosts/console/window/directory_openings.h"
@@ -58,6 +59,8 @@ class MainWindow final : public QMainWindow {
   /// Makes an object in the container that is selected or shown, in a wizard that is waited for; a
   /// failure is shown.
   void MakeNewObject(const session::NewObjectKind& kind);
+  /// The same, beside the object that is selected and after it.
+  void MakeNewLikeThis();
   /// What an action on objects concerns now: the objects selected in the list or, when the tree was
   /// used last or nothing is selected there, the container.
   [[nodiscard]] std::vector<session::DirectoryObject> Selection() const {
@@ -103,6 +106,13 @@ class MainWindow final : public QMainWindow {
   void MakePlaces();
   /// Shows what the directory has of the selected object.
   void ShowAttributes();
+  /// The kind of the one object that is selected; null when none like it can be made.
+  [[nodiscard]] const session::NewObjectKind* KindOfNewLike() const;
+  void MakeNewObjectIn(const session::DirectoryObject& container,
+                       const session::NewObjectKind& kind,
+                       std::shared_ptr<const session::ModelObject> model);
+  /// What names of new users follow in a container.
+  [[nodiscard]] KeptPatterns PatternsAt(const session::DirectoryObject& container);
   void ShowNewObject(const session::NewObjectKind& kind, const std::string& container,
                      const std::string& dn);
   void StopReading();
@@ -160,6 +170,7 @@ class MainWindow final : public QMainWindow {
   QAction* quit_ = nullptr;
   QAction* open_container_ = nullptr;
   QMenu* new_menu_ = nullptr;
+  QAction* new_like_ = nullptr;
   QAction* properties_ = nullptr;
   QAction* users_below_ = nullptr;
   QAction* attributes_ = nullptr;

@@ -61,6 +61,10 @@ void MainWindow::MakeActions() {
   open_container_ =
       make(ThemeIcon("folder-open", QStyle::SP_DirOpenIcon), QStringLiteral("&Open"),
            QStringLiteral("Show what the container holds"), {}, [this] { OpenSelection(); });
+  new_like_ = make({}, QStringLiteral("New Li&ke This One..."),
+                   QStringLiteral("Create an object with the settings of the selected one"), {},
+                   [this] { MakeNewLikeThis(); });
+  new_like_->setObjectName(QStringLiteral("new_like"));
   properties_ =
       make(ThemeIcon("document-properties", QStyle::SP_FileDialogDetailedView),
            QStringLiteral("&Properties"), {},
@@ -129,7 +133,8 @@ void MainWindow::MakeMenus() {
   edit->insertSeparator(review_);
   QMenu* object = menuBar()->addMenu(QStringLiteral("&Object"));
   object->addMenu(new_menu_);
-  object->addActions({open_container_, properties_, users_below_, attributes_, commands_});
+  object->addActions(
+      {new_like_, open_container_, properties_, users_below_, attributes_, commands_});
   object->addSeparator();
   object->addActions(places_->actions());
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
@@ -148,13 +153,14 @@ void MainWindow::MakeMenus() {
   }
 
   pane_->list().view().addActions(
-      {new_menu_->menuAction(), open_container_, properties_, commands_, refresh_});
+      {new_menu_->menuAction(), new_like_, open_container_, properties_, commands_, refresh_});
   for (QTreeView* objects : {&pane_->list().view(), &pane_->tree()}) {
     objects->addActions(places_->actions());
     objects->addAction(attributes_);
   }
   pane_->list().view().setContextMenuPolicy(Qt::ActionsContextMenu);
-  pane_->tree().addActions({new_menu_->menuAction(), properties_, users_below_, refresh_});
+  pane_->tree().addActions(
+      {new_menu_->menuAction(), new_like_, properties_, users_below_, refresh_});
   pane_->tree().setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 

@@ -1,0 +1,361 @@
+// SPDX-License-Identifier: Apache-2.0
+// New objects after others, and names that follow a company's patterns.
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include "hosts/console/new_object/new_object_wizard.h"
+#include "hosts/session/distinguished_name.h"
+#include "resources/resource.h"
+#include "tests/ui/window_test.h"
+
+namespace pelora::test {
+namespace {
+
+using console::QtNewObjectWizard;
+using console::ToQString;
+using console::ToUtf8;
+using ::testing::AllOf;
+using ::testing::Contains;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+constexpr const char* kDistribution =
+    "CN=Rundschreiben,OU=Gruppen,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+constexpr const char* kFrank =
+    "CN=Frank Seidel,OU=Entwicklung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
+constexpr const char* kServers = "OU=Groupware Servers,DC=linden-werke,DC=example";
+/// A company that is none: its box is not checked.
+constexpr const char* kNoCompany = "OU=Linden Servis Beograd,DC=linden-werke,DC=example";
+
+/// A person in front of a wizard.
+class Wizard {
+ public:
+  explicit Wizard(QWidget& window) : wizard_(dynamic_cast<QtNewObjectWizard&>(window)) {}
+
+  void Write(const char* field, const char* text) {
+    auto& edit = *wizard_.findChild<QLineEdit*>(QLatin1String(field));
+    edit.selectAll();
+    QTest::keyClicks(&edit, QString::fromUtf8(text));
+  }
+  [[nodiscard]] std::string Field(const char* field) const {
+    return ToUtf8(wizard_.findChild<QLineEdit*>(QLatin1String(field))->text());
+  }
+  void ClickOwn(const char* button) {
+    wizard_.findChild<QAbstractButton*>(QLatin1String(button))->click();
+  }
+  [[nodiscard]] console::QtDialog& page() { return *wizard_.Dialog(wizard_.CurrentPage()); }
+  void TypeAddress(const char* text) {
+    auto& edit = dynamic_cast<QLineEdit&>(page().Find(IDC_NEW_ADDRESS)->widget());
+    edit.selectAll();
+    text[0] == '\0' ? QTest::keyClick(&edit, Qt::Key_Delete)
+                    : QTest::keyClicks(&edit, QString::fromUtf8(text));
+  }
+  void Next() {
+    EXPECT_TRUE(wizard_.next().isEnabled());
+    wizard_.next().click();
+  }
+  void Back() { wizard_.back().click(); }
+  [[nodiscard]] std::string Summary() const {
+    return ToUtf8(wizard_.findChild<QPlainTextEdit*>(QStringLiteral("summary"))->toPlainText());
+  }
+  void Finish() {
+    EXPECT_TRUE(wizard_.IsSummary());
+    wizard_.finish().click();
+  }
+  [[nodiscard]] std::string Title() const { return ToUtf8(wizard_.windowTitle()); }
+  QtNewObjectWizard& wizard() { return wizard_; }
+
+ private:
+  QtNewObjectWizard& wizard_;
+};
+
+class NewLike : public WindowTest {
+ protected:
+  void GoTo(const std::string& container) {
+    pane().GoTo(container);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return pane().Container() != nullptr && pane().Container()->dn == container; },
+        kPatience));
+    Settle();
+  }
+  void Select(const std::vector<std::string>& objects) {
+    GoTo(std::string(session::ParentName(objects.front())));
+    pane().list().Select(objects);
+    list().setFocus();
+    QCoreApplication::processEvents();
+  }
+  [[nodiscard]] QAction& action() {
+    return *window().findChild<QAction*>(QStringLiteral("new_like"));
+  }
+  /// Makes an object after another; `play` is done in the wizard.
+  void MakeLike(const std::string& object, const std::function<void(Wizard& wizard)>& play) {
+    Select({object});
+    ASSERT_TRUE(action().isEnabled());
+    modal_scripts().Add([&play](QWidget& window) {
+      Wizard wizard(window);
+      play(wizard);
+    });
+    action().trigger();
+    Settle();
+  }
+  void MakeUserIn(const std::string& container, const std::function<void(Wizard& wizard)>& play) {
+    GoTo(container);
+    modal_scripts().Add([&play](QWidget& window) {
+      Wizard wizard(window);
+      play(wizard);
+    });
+    window().findChild<QMenu*>(QStringLiteral("new_menu"))->actions().front()->trigger();
+    Settle();
+  }
+  /// What is typed into the dialog of patterns, which is kept or not.
+  void AnswerPatterns(const char* logon_name, const char* address) {
+    modal_scripts().Add([=](QWidget& dialog) {
+      ASSERT_EQ(ToUtf8(dialog.objectName()), "pattern_dialog");
+      dialog.findChild<QLineEdit*>(QStringLiteral("pattern_logon_name"))
+          ->setText(QString::fromUtf8(logon_name));
+      dialog.findChild<QLineEdit*>(QStringLiteral("pattern_address"))
+          ->setText(QString::fromUtf8(address));
+      dialog.findChild<QPushButton*>(QStringLiteral("pattern_keep"))->click();
+    });
+  }
+  static void NameUser(Wizard& wizard) {
+    wizard.Write("own_first_name", "Nora");
+    wizard.Write("own_last_name", "Neu");
+  }
+};
+
+TEST_F(NewLike, AUserTakesOverWhatSeveralMayShareAndTheSummarySaysAllOfIt) {
+  MakeLike(kJuergen, [](Wizard& wizard) {
+    EXPECT_EQ(wizard.Title(), "New Object - User like Jürgen Weißflog");
+    EXPECT_EQ(wizard.Field("own_first_name"), "");
+    EXPECT_EQ(wizard.Field("own_name"), "");
+    NameUser(wizard);
+    wizard.Write("own_logon_name", "nora");
+    wizard.Next();
+    EXPECT_EQ(wizard.page().Check(IDC_CREATE_PELORA), CheckState::kChecked);
+    EXPECT_EQ(wizard.page().Text(IDC_SERVER), "mail01");
+    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "");
+    EXPECT_FALSE(wizard.wizard().next().isEnabled()) << "an active user needs an address";
+    wizard.TypeAddress("nora@linden-werke.example");
+    wizard.Next();
+    EXPECT_THAT(wizard.Summary(),
+                AllOf(HasSubstr("\nHome Server: mail01\n"),
+                      EndsWith("\n\nAs Jürgen Weißflog has it:\n"
+                               "Use user quota: yes\nWarning at: 4000\nSoft limit: 4500\n"
+                               "Hard limit: 5000\narchiver: archive01;archive02\nimap: enabled")));
+    wizard.Finish();
+  });
+  const EntryLines stored =
+      SearchEntry(file(),
+                  "CN=Nora Neu,OU=Geschäftsleitung,OU=Linden-Werke Chemnitz,DC=linden-werke,"
+                  "DC=example");
+  for (const char* line :
+       {"peloraAccount: 1", "peloraAdmin: 2", "peloraUserServer: mail01", "peloraQuotaOverride: 1",
+        "peloraQuotaWarn: 4000", "peloraQuotaSoft: 4500", "peloraQuotaHard: 5000",
+        "peloraEnabledFeatures: imap", "peloraUserArchiveServers: archive01",
+        "peloraUserArchiveServers: archive02", "mail: nora@linden-werke.example"}) {
+    EXPECT_THAT(stored, Contains(line));
+  }
+  for (const char* attribute : {"otherMailbox:", "telephoneNumber:", "title:", "logonHours:",
+                                "accountExpires:", "peloraEnabledFeatures: archiver"}) {
+    EXPECT_THAT(stored, Not(Contains(StartsWith(attribute)))) << attribute;
+  }
+}
+
+TEST_F(NewLike, WithoutAnAccountNoneOfItsSettingsIsTakenOver) {
+  MakeLike(kFrank, [](Wizard& wizard) {
+    NameUser(wizard);
+    wizard.Write("own_logon_name", "nora");
+    wizard.Next();
+    dynamic_cast<QAbstractButton&>(wizard.page().Find(IDC_CREATE_PELORA)->widget()).click();
+    EXPECT_EQ(wizard.page().Check(IDC_CREATE_PELORA), CheckState::kUnchecked);
+    wizard.Next();
+    EXPECT_THAT(wizard.Summary(),
+                EndsWith("Pelora disabled\n\nAs Frank Seidel has it:\nDepartment: Entwicklung"));
+    wizard.Finish();
+  });
+  const EntryLines stored = SearchEntry(
+      file(), "CN=Nora Neu,OU=Entwicklung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example");
+  EXPECT_THAT(stored, AllOf(Contains("department: Entwicklung"), Contains("peloraAccount: 0"),
+                            Not(Contains(StartsWith("peloraQuota"))),
+                            Not(Contains(StartsWith("peloraUserServer")))));
+}
+
+TEST_F(NewLike, AGroupIsOfTheSameScopeAndTypeAndHasNoMembers) {
+  MakeLike(kDistribution, [](Wizard& wizard) {
+    wizard.Write("own_name", "Neuigkeiten");
+    wizard.Next();
+    wizard.Next();
+    EXPECT_THAT(wizard.Summary(), AllOf(HasSubstr("Group scope: Global\nGroup type: Distribution"),
+                                        Not(HasSubstr("Members"))));
+    wizard.Finish();
+  });
+  const EntryLines stored = SearchEntry(
+      file(), "CN=Neuigkeiten,OU=Gruppen,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example");
+  EXPECT_THAT(stored,
+              AllOf(Contains("groupType: 2"), Contains("peloraAccount: 1"),
+                    Not(Contains(StartsWith("member:"))), Not(Contains(StartsWith("managedBy:"))),
+                    Not(Contains(StartsWith("mail:")))));
+}
+
+TEST_F(NewLike, ACompanyTakesOverItsServerAndQuotasWhichAreToldApart) {
+  MakeLike(kCompany, [](Wizard& wizard) {
+    wizard.Write("own_name", "Neue Werke");
+    wizard.Next();
+    wizard.Next();
+    EXPECT_THAT(wizard.Summary(), AllOf(HasSubstr("Warning at (Company quota): 40000"),
+                                        HasSubstr("Warning at (Userdefault quota): 800")));
+    wizard.Finish();
+  });
+  const EntryLines stored = SearchEntry(file(), "OU=Neue Werke,DC=linden-werke,DC=example");
+  EXPECT_THAT(
+      stored,
+      AllOf(Contains("peloraQuotaWarn: 40000"), Contains("peloraUserDefaultQuotaHard: 1000"),
+            Contains("peloraAccount: 1"), Not(Contains(StartsWith("peloraAdminPrivilege"))),
+            Not(Contains(HasSubstr("WarningRecipients")))));
+}
+
+TEST_F(NewLike, AnAddressListIsFilledInOnItsOnePage) {
+  MakeLike(kDynamicList, [](Wizard& wizard) {
+    EXPECT_EQ(wizard.page().Text(IDC_OBJECT_NAME), "");
+    EXPECT_NE(wizard.page().Text(IDC_SEARCH_QUERY), "");
+    wizard.wizard().reject();
+  });
+}
+
+TEST_F(NewLike, IsOfferedForOneObjectOfAKindThatCanBeMade) {
+  Select({kBirgit});
+  EXPECT_TRUE(action().isEnabled());
+  EXPECT_TRUE(list().actions().contains(&action()));
+  EXPECT_TRUE(pane().tree().actions().contains(&action()));
+  Select({kBirgit,
+          "CN=Stefan Ebert,OU=Vertrieb,OU=Linden-Werke Chemnitz,DC=linden-werke,"
+          "DC=example"});
+  ASSERT_EQ(window().Selection().size(), 2U);
+  EXPECT_FALSE(action().isEnabled());
+  Select({kPlotter});
+  ASSERT_EQ(window().Selection().size(), 1U);
+  EXPECT_FALSE(action().isEnabled()) << "no such objects are made";
+  GoTo("DC=linden-werke,DC=example");
+  pane().tree().setFocus();
+  pane().list().view().clearSelection();
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(action().isEnabled()) << "the domain";
+}
+
+TEST_F(NewLike, AnObjectThatIsGoneIsReported) {
+  Select({kBirgit});
+  ModifyEntry(file(), std::string("dn: ") + kBirgit + "\nchangetype: delete\n");
+  modal_scripts().Add([](QWidget& box) {
+    EXPECT_EQ(ToUtf8(box.objectName()), "failure_box");
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  action().trigger();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return modal_scripts().waiting() == 0; }, kPatience));
+}
+
+// Patterns.
+
+TEST_F(NewLike, NamesFollowThePatternsOfTheCompanyAndStayEditable) {
+  MakeUserIn(kSales, [this](Wizard& wizard) {
+    wizard.Write("own_first_name", "Jörg");
+    EXPECT_EQ(wizard.Field("own_logon_name"), "") << "there is no pattern yet";
+    AnswerPatterns("{first}.{last}", "{logon}@linden-werke.example");
+    wizard.ClickOwn("own_patterns");
+    EXPECT_EQ(wizard.Field("own_logon_name"), "") << "there is no last name yet";
+    wizard.Write("own_last_name", "Neu");
+    EXPECT_EQ(wizard.Field("own_logon_name"), "joerg.neu");
+    wizard.Write("own_last_name", "Neuer-Langenfeldmann");
+    EXPECT_EQ(wizard.Field("own_logon_name"), "joerg.neuer-langenfe");
+    wizard.Write("own_last_name", "Neu");
+    wizard.Next();
+    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "") << "no account is made yet";
+    dynamic_cast<QAbstractButton&>(wizard.page().Find(IDC_CREATE_PELORA)->widget()).click();
+    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "joerg.neu@linden-werke.example");
+    // Another name gives another address, as long as nobody has written one.
+    wizard.Back();
+    wizard.Write("own_last_name", "Alt");
+    wizard.Next();
+    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "joerg.alt@linden-werke.example");
+    wizard.TypeAddress("");
+    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "") << "whoever erases it types another";
+    wizard.TypeAddress("info@linden-werke.example");
+    wizard.Back();
+    wizard.Write("own_logon_name", "joerg");
+    wizard.Write("own_last_name", "Neu");
+    EXPECT_EQ(wizard.Field("own_logon_name"), "joerg") << "it was written";
+    wizard.Next();
+    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "info@linden-werke.example");
+    wizard.Next();
+    wizard.Finish();
+  });
+  const EntryLines stored =
+      SearchEntry(file(),
+                  "CN=Jörg Neu,OU=Vertrieb,OU=Linden-Werke Chemnitz,DC=linden-werke,"
+                  "DC=example");
+  EXPECT_THAT(stored, AllOf(Contains("sAMAccountName: joerg"),
+                            Contains("mail: info@linden-werke.example")));
+}
+
+TEST_F(NewLike, PatternsAreKeptForTheCompanyAndNotForOthers) {
+  const auto follows = [this](const std::string& container) {
+    std::string logon_name;
+    MakeUserIn(container, [&logon_name](Wizard& wizard) {
+      NameUser(wizard);
+      logon_name = wizard.Field("own_logon_name");
+      wizard.wizard().done(QDialog::Rejected);
+    });
+    return logon_name;
+  };
+  EXPECT_EQ(follows(kSales), "");
+  MakeUserIn(kSales, [this](Wizard& wizard) {
+    AnswerPatterns("{last}-{first}", "");
+    wizard.ClickOwn("own_patterns");
+    wizard.wizard().done(QDialog::Rejected);
+  });
+  EXPECT_EQ(follows(kSales), "neu-nora");
+  EXPECT_EQ(follows(kLaboratory), "neu-nora") << "of the same company, two units below";
+  EXPECT_EQ(follows(kNoCompany), "");
+  EXPECT_EQ(follows(kServers), "");
+  OpenWindow();
+  EXPECT_EQ(follows(kSales), "neu-nora") << "another window";
+}
+
+TEST_F(NewLike, WhatIsNoPatternIsNotKept) {
+  MakeUserIn(kSales, [this](Wizard& wizard) {
+    modal_scripts().Add([](QWidget& dialog) {
+      auto& logon_name = *dialog.findChild<QLineEdit*>(QStringLiteral("pattern_logon_name"));
+      auto& address = *dialog.findChild<QLineEdit*>(QStringLiteral("pattern_address"));
+      const auto& said = *dialog.findChild<QLabel*>(QStringLiteral("pattern_said"));
+      auto& keep = *dialog.findChild<QPushButton*>(QStringLiteral("pattern_keep"));
+      EXPECT_TRUE(keep.isEnabled());
+      EXPECT_EQ(ToUtf8(said.text()), "Nothing follows.");
+      logon_name.setText(QStringLiteral("{first}@"));
+      EXPECT_FALSE(keep.isEnabled());
+      EXPECT_THAT(ToUtf8(said.text()), StartsWith("User logon name: none of "));
+      logon_name.setText(QStringLiteral("{first}.{last}"));
+      address.setText(QStringLiteral("{nobody}@linden-werke.example"));
+      EXPECT_FALSE(keep.isEnabled());
+      EXPECT_THAT(ToUtf8(said.text()), StartsWith("{nobody} is not known"));
+      address.setText(QStringLiteral("{logon}@linden-werke.example"));
+      EXPECT_TRUE(keep.isEnabled());
+      EXPECT_EQ(ToUtf8(said.text()), "Ada Meyer gets: ada.meyer  ada.meyer@linden-werke.example");
+      dynamic_cast<QDialog&>(dialog).reject();
+    });
+    wizard.ClickOwn("own_patterns");
+    NameUser(wizard);
+    EXPECT_EQ(wizard.Field("own_logon_name"), "");
+    wizard.wizard().done(QDialog::Rejected);
+  });
+}
+
+}  // namespace
+}  // namespace pelora::test
