@@ -11,6 +11,7 @@
 #include <QProcess>
 #include <sstream>
 
+#include "hosts/console/program/command_line.h"
 #include "hosts/console/program/stream_message_box.h"
 #include "hosts/console/text/qt_text.h"
 #include "platform/dialog_controller.h"
@@ -129,6 +130,37 @@ TEST_F(Program, WritesAPictureOfItsWindow) {
   EXPECT_EQ(run.exit_code, 0);
   EXPECT_THAT(run.errors, IsEmpty());
   EXPECT_GT(QImage(ToQString(Picture())).width(), 600);
+}
+
+TEST_F(Program, ShowsTheViewThatIsNamed) {
+  const std::string view = folder().File("view.png");
+  EXPECT_EQ(Console({"--directory", file(), "--screenshot", Picture()}).exit_code, 0);
+  const Outcome run =
+      Console({"--directory", file(), "--view", "own quota ABOVE=1000", "--screenshot", view});
+  EXPECT_EQ(run.exit_code, 0);
+  EXPECT_THAT(run.errors, IsEmpty());
+  EXPECT_NE(QImage(ToQString(Picture())), QImage(ToQString(view)));
+  const Outcome none =
+      Console({"--directory", file(), "--view", "no such view", "--screenshot", Picture()});
+  EXPECT_EQ(none.exit_code, 1);
+  EXPECT_THAT(none.errors, HasSubstr("no such view"));
+}
+
+TEST(ProgramArguments, NameADirectoryOrAServer) {
+  const auto parse = [](std::vector<const char*> arguments) {
+    arguments.insert(arguments.begin(), "pelora-console");
+    std::ostringstream output;
+    return console::ParseCommandLine(static_cast<int>(arguments.size()), arguments.data(), output,
+                                     output);
+  };
+  const auto server = parse({"--server", "dc1.example.org", "--view", "Hidden"});
+  EXPECT_FALSE(server.exit_code);
+  EXPECT_EQ(server.command_line.server, "dc1.example.org");
+  EXPECT_EQ(server.command_line.view, "Hidden");
+  EXPECT_EQ(parse({"--server", "--view", "Hidden"}).command_line.server, "");
+  EXPECT_EQ(parse({"--directory", "a.ldb"}).command_line.directory, "a.ldb");
+  EXPECT_FALSE(parse({"--directory", "a.ldb"}).command_line.server);
+  EXPECT_EQ(parse({"--directory", "a.ldb", "--server"}).exit_code, 2);
 }
 
 TEST_F(Program, APictureThatCannotBeWrittenIsAFailure) {

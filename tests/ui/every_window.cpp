@@ -17,6 +17,7 @@
 #include "hosts/console/finding/view_editor.h"
 #include "hosts/console/life/place_dialog.h"
 #include "hosts/console/life/rename_dialog.h"
+#include "hosts/console/new_object/pattern_dialog.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/connect_dialog.h"
 #include "hosts/console/window/main_window.h"
@@ -93,6 +94,9 @@ class Tour {
       }
       EXPECT_TRUE(open.wizard().IsSummary()) << name;
     }
+    console::PatternDialog patterns({.logon_name = kLongWord, .address = kLongWord}, Long(), {},
+                                    nullptr);
+    Look(patterns, "patterns");
   }
 
   void LookAtDialogsOfTabs() {
@@ -140,7 +144,7 @@ class Tour {
 
   void LookAtWindowsOfLists() {
     console::ColumnDialog columns({{.name = "one", .title = kLongText, .place = kLongWord}},
-                                  {"one"}, nullptr);
+                                  {{.name = "one", .width = 9}}, nullptr);
     Look(columns, "columns");
     session::View view{.name = kLongText, .filter = "(" + kLongWord};
     PlayTo("view");

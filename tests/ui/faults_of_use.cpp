@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QComboBox>
 #include <QGroupBox>
@@ -29,8 +30,15 @@ bool IsInput(const QWidget& widget) {
   if (qobject_cast<const QHeaderView*>(&widget) != nullptr) return false;
   return qobject_cast<const QLineEdit*>(&widget) != nullptr ||
          qobject_cast<const QComboBox*>(&widget) != nullptr ||
+         qobject_cast<const QAbstractSpinBox*>(&widget) != nullptr ||
          qobject_cast<const QAbstractItemView*>(&widget) != nullptr ||
          qobject_cast<const QPlainTextEdit*>(&widget) != nullptr;
+}
+
+/// A line in which a control of its own is typed into.
+bool IsPart(const QWidget& widget) {
+  return qobject_cast<const QComboBox*>(widget.parentWidget()) != nullptr ||
+         qobject_cast<const QAbstractSpinBox*>(widget.parentWidget()) != nullptr;
 }
 
 /// Has keys that everybody knows, or belongs to the toolkit.
@@ -82,8 +90,7 @@ class Letters {
     }
     if (const auto* bar = window.findChild<QMenuBar*>()) AddMenus(bar->actions());
     for (const auto* input : Shown<QWidget>(window)) {
-      const bool is_part = qobject_cast<const QComboBox*>(input->parentWidget()) != nullptr;
-      if (!IsInput(*input) || is_part || reached_.contains(input)) continue;
+      if (!IsInput(*input) || IsPart(*input) || reached_.contains(input)) continue;
       const bool has_keyboard = window.focusWidget() == input;
       if (has_keyboard || IsReachedOtherwise(*input)) continue;
       faults_.push_back("no letter leads to " + NameOf(*input));
@@ -137,10 +144,9 @@ std::vector<std::string> FaultsOfKeys(const QWidget& window) { return Letters(wi
 std::vector<std::string> FaultsOfNames(const QWidget& window) {
   std::vector<std::string> faults;
   for (auto* widget : Shown<QWidget>(window)) {
-    const bool is_part = qobject_cast<const QComboBox*>(widget->parentWidget()) != nullptr;
     const bool is_control =
         IsInput(*widget) || qobject_cast<const QAbstractButton*>(widget) != nullptr;
-    if (!is_control || is_part || widget->focusPolicy() == Qt::NoFocus) continue;
+    if (!is_control || IsPart(*widget) || widget->focusPolicy() == Qt::NoFocus) continue;
     QAccessibleInterface* const heard = QAccessible::queryAccessibleInterface(widget);
     if (heard == nullptr || heard->text(QAccessible::Name).trimmed().isEmpty()) {
       faults.push_back("nameless: " + NameOf(*widget));

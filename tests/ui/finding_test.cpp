@@ -329,8 +329,7 @@ TEST_F(Finding, OpensAFileThatIsDropped) {
     if (!enter.isAccepted()) return false;
     QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&empty, &event);
-    QTest::qWait(50);
-    return empty.session() != nullptr;
+    return QTest::qWaitFor([&empty] { return empty.session() != nullptr; }, kPatience);
   };
   EXPECT_FALSE(drop(QUrl(QStringLiteral("https://example.org/company.ldb"))));
   EXPECT_FALSE(drop(QUrl::fromLocalFile(QStringLiteral("/etc/hosts"))));

@@ -90,6 +90,27 @@ TEST_F(OwnPages, StandBehindTheOthersAndAreReadWithThem) {
   EXPECT_THAT(Tabs(), ElementsAre("Pelora", "General"));
 }
 
+// What the opening of a sheet takes does not grow with the pages that nobody looks at.
+TEST_F(OwnPages, CostTheOpeningOfASheetNoQuestionAndNoWidget) {
+  const auto is_made = [](const OpenSheet& open, std::size_t page) {
+    const auto& tabs = *open.sheet().findChild<QTabWidget*>();
+    return open.sheet().Dialog(page) != nullptr ||
+           tabs.widget(static_cast<int>(page))->findChild<QLineEdit*>() != nullptr;
+  };
+  OpenSheet& open = Open({kBirgit}, "Pelora");
+  const Lines asked = {std::string("read ") + kBirgit};
+  EXPECT_EQ(store().log, asked);
+  ASSERT_EQ(open.sheet().PageCount(), 4U);
+  EXPECT_TRUE(is_made(open, 0));
+  for (std::size_t page = 1; page < 4; ++page) EXPECT_FALSE(is_made(open, page)) << page;
+  for (std::size_t page = 1; page < 4; ++page) open.sheet().SelectPage(page);
+  EXPECT_TRUE(is_made(open, 2));
+  EXPECT_EQ(store().log, asked) << "what they show was read with the rest";
+  store().log.clear();
+  (void)Open({kBirgit, kRolf}, "Pelora");
+  EXPECT_EQ(store().log, Lines{std::string("read ") + kBirgit + " and 1 more"});
+}
+
 TEST_F(OwnPages, APersonsNamesOfficeAndNotesAreShownAndChanged) {
   const EntryLines before = Entry(kBirgit);
   OpenSheet& open = Open({kBirgit}, "General");

@@ -106,10 +106,17 @@ session::View DirectoryPane::ShownView() const {
 
 void DirectoryPane::ChooseColumns() {
   if (fields_ == nullptr) return;
-  ColumnDialog dialog(session::AllColumns(*fields_), listing_->order().columns, this);
+  ColumnDialog dialog(session::AllColumns(*fields_), list_->Lying(), this);
   if (RunModal(dialog) != QDialog::Accepted) return;
-  remembered_.SetColumns(find_->ViewName(), dialog.Chosen());
+  const QString name = find_->ViewName();
+  remembered_.SetColumns(name, dialog.Chosen());
+  // What was moved by the mouse stands in the dialog's order, and is not moved once more.
+  listed_layout_ = list_->Layout();
+  remembered_.SetLayout(name, {});
   ShowAsked();
+  list_->SetWidths(dialog.Widths());
+  listed_layout_ = list_->Layout();
+  remembered_.SetLayout(name, listed_layout_);
 }
 
 }  // namespace pelora::console

@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
-#include <QSortFilterProxyModel>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <QTreeView>
@@ -21,26 +20,10 @@
 namespace pelora::console {
 namespace {
 
-constexpr int kAnyColumn = -1;
 /// Widths of columns, in average characters.
 constexpr int kNameCharacters = 32;
 constexpr int kOtherCharacters = 24;
 constexpr int kSortKeys = 9;
-
-/// The rows that the filter leaves, in the user's order.
-class ShownRows final : public QSortFilterProxyModel {
- public:
-  ShownRows(ObjectListModel& objects, QObject* parent)
-      : QSortFilterProxyModel(parent), objects_(objects) {}
-
- protected:
-  [[nodiscard]] bool lessThan(const QModelIndex& left, const QModelIndex& right) const override {
-    return objects_.IsBefore(left.column(), left.row(), right.row());
-  }
-
- private:
-  const ObjectListModel& objects_;
-};
 
 /// Shows a tooltip only where the text does not fit.
 class CutTextTips final : public QStyledItemDelegate {
@@ -60,10 +43,9 @@ class CutTextTips final : public QStyledItemDelegate {
 }  // namespace
 
 ObjectListPane::ObjectListPane(QWidget* parent)
-    : QWidget(parent), model_(new ObjectListModel(this)), shown_(new ShownRows(*model_, this)) {
-  shown_->setSourceModel(model_);
-  shown_->setFilterKeyColumn(kAnyColumn);
-  shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    : QWidget(parent),
+      model_(new ObjectListModel(this)),
+      shown_(new OrderedObjects(*model_, this)) {
   MakeFilter();
   MakeView();
 
@@ -84,7 +66,9 @@ void ObjectListPane::MakeFilter() {
   filter_->setClearButtonEnabled(true);
   filter_->setPlaceholderText(QStringLiteral("Part of what a column shows"));
   connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
-    shown_->setFilterFixedString(text);
+    const std::vector<std::string> selected = SelectedNames();
+    shown_->SetText(text);
+    Select(selected);
     Q_EMIT ContentsChanged();
   });
   auto* clear =
@@ -123,7 +107,7 @@ void ObjectListPane::MakeKeys() {
       new QShortcut(QKeySequence(Qt::Key_Down), filter_, nullptr, nullptr, Qt::WidgetShortcut);
   connect(down, &QShortcut::activated, this, [this] {
     if (!view_->currentIndex().isValid()) {
-      view_->setCurrentIndex(shown_->index(0, ObjectListModel::kName));
+      view_->setCurrentIndex(shown_->index(0, ObjectListModel::kName, {}));
     }
     view_->setFocus();
   });
@@ -144,12 +128,36 @@ void ObjectListPane::SortBy(int place) {
 
 void ObjectListPane::SetColumns(std::vector<session::ListColumn> columns) {
   model_->SetColumns(std::move(columns));
+  QHeaderView& header = *view_->header();
+  // Where the columns lay that were there before says nothing of these.
+  for (int column = 0; column < header.count(); ++column) {
+    header.moveSection(header.visualIndex(column), column);
+  }
   const int character = fontMetrics().averageCharWidth();
   for (int column = 0; column < model_->columnCount({}); ++column) {
     const bool is_name = column == ObjectListModel::kName;
     view_->setColumnWidth(column, (is_name ? kNameCharacters : kOtherCharacters) * character);
   }
   view_->sortByColumn(ObjectListModel::kName, Qt::AscendingOrder);
+}
+
+std::vector<LyingColumn> ObjectListPane::Lying() const {
+  const int character = fontMetrics().averageCharWidth();
+  std::vector<LyingColumn> lying;
+  for (const int column : ColumnsShown()) {
+    lying.push_back({.name = columns()[static_cast<std::size_t>(column)].name,
+                     .width = view_->columnWidth(column) / character});
+  }
+  return lying;
+}
+
+void ObjectListPane::SetWidths(const std::vector<LyingColumn>& widths) {
+  const int character = fontMetrics().averageCharWidth();
+  for (const LyingColumn& lying : widths) {
+    const auto column = std::ranges::find(columns(), lying.name, &session::ListColumn::name);
+    if (column == columns().end()) continue;
+    view_->setColumnWidth(static_cast<int>(column - columns().begin()), lying.width * character);
+  }
 }
 
 QByteArray ObjectListPane::Layout() const { return view_->header()->saveState(); }
@@ -171,8 +179,8 @@ std::vector<int> ObjectListPane::RowsToGive() const {
   std::vector<int> rows;
   for (const QModelIndex& row : selected) rows.push_back(shown_->mapToSource(row).row());
   if (!rows.empty()) return rows;
-  for (int row = 0; row < shown_->rowCount(); ++row) {
-    rows.push_back(shown_->mapToSource(shown_->index(row, ObjectListModel::kName)).row());
+  for (int row = 0; row < shown_->rowCount({}); ++row) {
+    rows.push_back(shown_->mapToSource(shown_->index(row, ObjectListModel::kName, {})).row());
   }
   return rows;
 }
@@ -223,9 +231,14 @@ std::string ObjectListPane::AsCsv() const {
   return table;
 }
 
-void ObjectListPane::SetObjects(std::vector<session::ListedObject> objects) {
+std::vector<std::string> ObjectListPane::SelectedNames() const {
   std::vector<std::string> selected;
   for (const session::DirectoryObject& object : Selection()) selected.push_back(object.dn);
+  return selected;
+}
+
+void ObjectListPane::SetObjects(std::vector<session::ListedObject> objects) {
+  const std::vector<std::string> selected = SelectedNames();
   model_->SetObjects(std::move(objects));
   Select(selected);
   Q_EMIT ContentsChanged();
@@ -238,17 +251,17 @@ void ObjectListPane::AddObjects(std::vector<session::ListedObject> objects) {
 
 void ObjectListPane::Select(const std::vector<std::string>& names) {
   const std::unordered_set<std::string_view> wanted(names.begin(), names.end());
-  const auto index_of = [this](int row) { return shown_->index(row, ObjectListModel::kName); };
+  const auto index_of = [this](int row) { return shown_->index(row, ObjectListModel::kName, {}); };
   const auto is_wanted = [&](int row) {
     const QModelIndex source = shown_->mapToSource(index_of(row));
     return wanted.contains(model_->ObjectAt(source.row()).dn);
   };
   // Rows that follow each other make one range: thousands may be selected.
   QItemSelection rows;
-  for (int row = 0; row < shown_->rowCount(); ++row) {
+  for (int row = 0; row < shown_->rowCount({}); ++row) {
     if (!is_wanted(row)) continue;
     const int first = row;
-    while (row + 1 < shown_->rowCount() && is_wanted(row + 1)) ++row;
+    while (row + 1 < shown_->rowCount({}) && is_wanted(row + 1)) ++row;
     rows.select(index_of(first), index_of(row));
   }
   if (rows.isEmpty()) return;
@@ -281,7 +294,7 @@ std::string ObjectListPane::SelectedAttribute() const {
                           : std::string();
 }
 
-int ObjectListPane::ShownCount() const { return shown_->rowCount(); }
+int ObjectListPane::ShownCount() const { return shown_->rowCount({}); }
 
 int ObjectListPane::Count() const { return model_->rowCount({}); }
 

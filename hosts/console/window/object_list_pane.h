@@ -2,15 +2,24 @@
 #pragma once
 
 #include <QWidget>
+#include <string>
 #include <vector>
 
 #include "hosts/console/window/object_list_model.h"
+#include "hosts/console/window/ordered_objects.h"
 
 class QLineEdit;
-class QSortFilterProxyModel;
 class QTreeView;
 
 namespace pelora::console {
+
+/// A column as it lies in a list.
+struct LyingColumn {
+  /// `session::ListColumn::name`.
+  std::string name;
+  /// How wide it is, in average characters.
+  int width = 0;
+};
 
 /// Objects in chosen columns: a sortable list in which several can be selected, under a line that
 /// narrows it to those with a text in any column.
@@ -28,6 +37,10 @@ class ObjectListPane final : public QWidget {
   [[nodiscard]] const std::vector<session::ListColumn>& columns() const {
     return model_->columns();
   }
+  /// The columns as they lie, from the left.
+  [[nodiscard]] std::vector<LyingColumn> Lying() const;
+  /// Makes columns as wide as that.
+  void SetWidths(const std::vector<LyingColumn>& widths);
   /// Order, widths and sorting of the columns, to be kept and to be set again for the same columns.
   /// What is not understood changes nothing.
   [[nodiscard]] QByteArray Layout() const;
@@ -54,6 +67,8 @@ class ObjectListPane final : public QWidget {
   [[nodiscard]] int Count() const;
 
   [[nodiscard]] QTreeView& view() const { return *view_; }
+  /// The rows that are shown.
+  [[nodiscard]] const OrderedObjects& rows() const { return *shown_; }
   [[nodiscard]] QLineEdit& filter() const { return *filter_; }
 
  Q_SIGNALS:
@@ -68,13 +83,14 @@ class ObjectListPane final : public QWidget {
   void MakeView();
   void MakeKeys();
   void SortBy(int place);
+  [[nodiscard]] std::vector<std::string> SelectedNames() const;
   /// Rows of the model, in the order shown: the selected ones, or all.
   [[nodiscard]] std::vector<int> RowsToGive() const;
   /// Columns of the model, in the order shown.
   [[nodiscard]] std::vector<int> ColumnsShown() const;
 
   ObjectListModel* model_;
-  QSortFilterProxyModel* shown_;
+  OrderedObjects* shown_;
   QLineEdit* filter_ = nullptr;
   QTreeView* view_ = nullptr;
 };

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: Apache-2.0
+// Measures how a directory file with very many users is listed, scrolled and searched in the
+// console's list, and prints a table of limits.
+//
+//   find_bench FOLDER [USERS]
+//
+// In FOLDER the file is made, with 100,000 users unless another number is given, and kept for the
+// next time. The exit code is 1 when a limit is exceeded.
+#include <QApplication>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTreeView>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+#include "hosts/console/reading/directory_reader.h"
+#include "hosts/console/window/container_listing.h"
+#include "hosts/console/window/object_list_pane.h"
+#include "hosts/ldap/create_ldb_directory.h"
+#include "hosts/ldap/sample_company.h"
+#include "hosts/session/directory_session.h"
+#include "hosts/session/find/find_text.h"
+#include "hosts/session/search_filter.h"
+#include "tests/bench/bench_table.h"
+#include "tests/ui/turn_meter.h"
+
+namespace pelora::lab {
+namespace {
+
+using State = console::ContainerListing::State;
+
+constexpr int kUsers = 100'000;
+/// In milliseconds and megabytes.
+constexpr double kFirstRows = 200;
+constexpr double kTurn = 50;
+constexpr double kMemory = 300;
+/// Beside the tool's search for the same.
+constexpr double kFind = 1.2;
+constexpr int kRounds = 5;
+
+/// Names in no order: as people come and go.
+std::string NameOf(int number, int users) {
+  const long long mixed = number * 7919LL % users;
+  return "User " + std::to_string(mixed);
+}
+
+std::string LargeFile(const std::string& folder, int users) {
+  std::filesystem::create_directories(folder);
+  const std::string path = folder + "/find-" + std::to_string(users) + ".ldb";
+  if (std::filesystem::exists(path)) return path;
+  std::string ldif(ldap::SampleCompanyLdif());
+  for (int number = 0; number < users; ++number) {
+    const std::string name = NameOf(number, users);
+    const std::string logon_name = "u" + std::to_string(number);
+    ldif += "\ndn: CN=" + name +
+            ",OU=Vertrieb,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example\n"
+            "objectClass: top\nobjectClass: person\nobjectClass: organizationalPerson\n"
+            "objectClass: user\nsAMAccountName: " +
+            logon_name + "\ndisplayName: " + name + "\nmail: " + logon_name +
+            "@linden-werke.example\npeloraAccount: 1\npeloraUserServer: mail01\n";
+  }
+  std::cerr << "making " << path << " once" << std::endl;
+  const ldap::StoreStatus made = ldap::CreateLdbDirectory(path, ldif);
+  if (!made.Ok()) throw std::runtime_error(made.text);
+  return path;
+}
+
+/// The most memory that this process had at once, in megabytes.
+double MostMemory() {
+  std::ifstream status("/proc/self/status");
+  for (std::string word; status >> word;) {
+    double kilobytes = 0;
+    if (word == "VmHWM:" && status >> kilobytes) return kilobytes / 1024;
+  }
+  throw std::runtime_error("the system does not say how much memory is used");
+}
+
+/// The list as the console's window has it.
+class ShownList {
+ public:
+  explicit ShownList(session::DirectorySession& session) : reader_(session.open_another) {
+    pane_.resize(900, 800);
+    pane_.show();
+    listing_.SetReader(&reader_);
+  }
+  ShownList(const ShownList&) = delete;
+  ShownList& operator=(const ShownList&) = delete;
+  ~ShownList() { listing_.SetReader(nullptr); }
+
+  void Begin(const std::string& text) {
+    listing_.Show(
+        {.listing = {.text = text}, .columns = {"type", "folder", "logon", "mail", "remark"}});
+  }
+  void AwaitRows() {
+    while (pane_.ShownCount() == 0 && listing_.state() == State::kReading) Turn();
+    pane_.view().viewport()->repaint();
+  }
+  void AwaitEnd() {
+    while (listing_.state() == State::kReading) Turn();
+    QApplication::processEvents();
+    if (listing_.state() != State::kWhole) throw std::runtime_error("not all is listed");
+  }
+  void Find(const std::string& text) {
+    Begin(text);
+    AwaitEnd();
+  }
+  /// Page by page from one end to the other.
+  void Scroll() {
+    QScrollBar& bar = *pane_.view().verticalScrollBar();
+    constexpr int kStops = 500;
+    for (int stop = 0; stop <= kStops; ++stop) {
+      bar.setValue(static_cast<int>(static_cast<long long>(bar.maximum()) * stop / kStops));
+      pane_.view().viewport()->repaint();
+      QApplication::processEvents();
+    }
+  }
+  [[nodiscard]] console::ObjectListPane& pane() { return pane_; }
+
+ private:
+  static void Turn() { QApplication::processEvents(QEventLoop::WaitForMoreEvents); }
+
+  console::ObjectListPane pane_{nullptr};
+  console::DirectoryReader reader_;
+  console::ContainerListing listing_{pane_};
+};
+
+std::string SearchByTool(const std::string& file, const std::string& word) {
+  const std::string filter = session::WithoutHidden(session::FilterOfWords({word}));
+  return "ldbsearch -H '" + file + "' -b DC=linden-werke,DC=example '" + filter +
+         "' objectClass name description sAMAccountName mail > /dev/null 2>&1";
+}
+
+int Run(const std::string& folder, int users) {
+  const std::string file = LargeFile(folder, users);
+  session::SessionResult opened = session::OpenDirectoryFile(file);
+  if (!opened.session) throw std::runtime_error(opened.error);
+  BenchTable table;
+  ShownList list(*opened.session);
+  // The file is in the machine's memory from now on, as a directory's is.
+  list.Find("nobody at all");
+  {
+    test::TurnMeter meter;
+    const double first = SecondsOf([&] {
+      list.Begin({});
+      list.AwaitRows();
+    });
+    table.Add("first rows", first * 1000, "a moment", kFirstRows, 1, "ms");
+    const double all = SecondsOf([&] { list.AwaitEnd(); });
+    table.Add("longest turn while they arrive", static_cast<double>(meter.longest()), "a frame",
+              kTurn, 1, "ms");
+    table.Explain("all of " + std::to_string(list.pane().ShownCount()) + " after " +
+                  std::to_string(first + all) + " s; turns: " + meter.Text());
+  }
+  {
+    test::TurnMeter meter;
+    list.Scroll();
+    table.Add("longest turn while scrolling", static_cast<double>(meter.longest()), "a frame",
+              kTurn, 1, "ms");
+  }
+  for (const int column : {3, 0}) {
+    table.Explain("ordered by column " + std::to_string(column) + " in " +
+                  std::to_string(SecondsOf([&] {
+                    list.pane().view().sortByColumn(column, Qt::AscendingOrder);
+                    QApplication::processEvents();
+                  })) +
+                  " s");
+  }
+  table.Explain("narrowed in " + std::to_string(SecondsOf([&] {
+                  list.pane().filter().setText(QStringLiteral("77"));
+                  QApplication::processEvents();
+                })) +
+                " s");
+  list.pane().filter().clear();
+  table.Add("memory", MostMemory(), "the limit", kMemory, 1, "MB");
+  const std::string word = "4242";
+  const Pair pair = MediansOf(
+      kRounds,
+      [&] {
+        list.Find("nobody at all");
+        list.Find(word);
+      },
+      [&] {
+        RunTool(SearchByTool(file, "nobody at all"));
+        RunTool(SearchByTool(file, word));
+      });
+  table.Add("find by part of a name", pair.first, "ldbsearch, the same filter", pair.second, kFind);
+  return table.AllHold() ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace pelora::lab
+
+int main(int argc, char** argv) {
+  if (argc < 2) {
+    std::cerr << "usage: find_bench FOLDER [USERS]" << std::endl;
+    return 2;
+  }
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  try {
+    return pelora::lab::Run(argv[1], argc > 2 ? std::stoi(argv[2]) : pelora::lab::kUsers);
+  } catch (const std::exception& failure) {
+    std::cerr << "find_bench: " << failure.what() << std::endl;
+    return 2;
+  }
+}
