@@ -97,18 +97,24 @@ TEST_F(OwnPages, CostTheOpeningOfASheetNoQuestionAndNoWidget) {
     return open.sheet().Dialog(page) != nullptr ||
            tabs.widget(static_cast<int>(page))->findChild<QLineEdit*>() != nullptr;
   };
+  // The root is known to whoever has a connection.
+  const auto asked_of_objects = [this] {
+    Lines asked = store().log;
+    std::erase(asked, "read root");
+    return asked;
+  };
   OpenSheet& open = Open({kBirgit}, "Pelora");
   const Lines asked = {std::string("read ") + kBirgit};
-  EXPECT_EQ(store().log, asked);
+  EXPECT_EQ(asked_of_objects(), asked);
   ASSERT_EQ(open.sheet().PageCount(), 4U);
   EXPECT_TRUE(is_made(open, 0));
   for (std::size_t page = 1; page < 4; ++page) EXPECT_FALSE(is_made(open, page)) << page;
   for (std::size_t page = 1; page < 4; ++page) open.sheet().SelectPage(page);
   EXPECT_TRUE(is_made(open, 2));
-  EXPECT_EQ(store().log, asked) << "what they show was read with the rest";
+  EXPECT_EQ(asked_of_objects(), asked) << "what they show was read with the rest";
   store().log.clear();
   (void)Open({kBirgit, kRolf}, "Pelora");
-  EXPECT_EQ(store().log, Lines{std::string("read ") + kBirgit + " and 1 more"});
+  EXPECT_EQ(asked_of_objects(), Lines{std::string("read ") + kBirgit + " and 1 more"});
 }
 
 TEST_F(OwnPages, APersonsNamesOfficeAndNotesAreShownAndChanged) {
