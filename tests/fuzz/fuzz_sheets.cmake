@@ -10,5 +10,5 @@ target_link_options(fuzz_sheets PRIVATE -Wl,--wrap=__sanitizer_cov_trace_pc)
 pelora_test_code(fuzz_sheets)
 pelora_use_test_headers(fuzz_sheets)
 
-pelora_fuzz_suite(60 "$<TARGET_FILE:fuzz_sheets>")
-add_dependencies(fuzz_test fuzz_sheets)
+pelora_fuzz_suite(fuzz_sheets_test 60 "$<TARGET_FILE:fuzz_sheets>")
+add_dependencies(fuzz_sheets_test fuzz_sheets)
