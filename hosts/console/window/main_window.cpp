@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
@@ -24,6 +25,7 @@
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/connect_dialog.h"
 #include "hosts/console/window/object_icons.h"
+#include "hosts/session/connection_status.h"
 #include "hosts/session/noted_additions.h"
 #include "hosts/session/property_tabs.h"
 
@@ -190,7 +192,9 @@ void MainWindow::UpdateActions() {
     if (auto* const button = qobject_cast<QToolButton*>(shown)) SetPlainToolTip(*button, tip);
   }
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
-  for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(directory_ != nullptr);
+  for (QAction* action : {refresh_, undo_, redo_, past_, connection_}) {
+    action->setEnabled(directory_ != nullptr);
+  }
   const std::optional<session::DirectoryObject> place = pane_->PlaceForNew();
   new_menu_->menuAction()->setEnabled(place.has_value());
   if (place) {
@@ -223,12 +227,13 @@ void MainWindow::AskForServer() {
   if (RunModal(dialog) == QDialog::Accepted) OpenServerBesides(dialog.Server());
 }
 
-void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown) {
+void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown,
+                                   const QString& site) {
   const QString name = server.isEmpty() ? QStringLiteral("The domain") : server;
   OpenBesides(
       name,
-      [server = ToUtf8(server)](const std::stop_token& stop) {
-        return session::OpenServer(server, stop);
+      [server = ToUtf8(server), site = ToUtf8(site)](const std::stop_token& stop) {
+        return session::OpenServer(server, stop, site);
       },
       std::move(on_shown));
 }
@@ -239,6 +244,28 @@ void MainWindow::ShowAbout() {
       QStringLiteral("<b>Pelora Console %1</b><p>Administration of the Pelora groupware's settings "
                      "in the directory.</p><p>Licence: Apache-2.0</p>")
           .arg(QLatin1String(PELORA_VERSION)));
+}
+
+void MainWindow::ShowConnection() {
+  if (!directory_) return;
+  session::ConnectionStatus status;
+  const ldap::StoreStatus read =
+      session::ReadConnectionStatus(*directory_->session, directory_->store, status);
+  if (!read.Ok()) {
+    return ReportLater(QStringLiteral("The server cannot be asked."), ToQString(read.text));
+  }
+  QStringList lines;
+  for (const session::ConnectionRow& row :
+       session::ConnectionRows(status, QDateTime::currentSecsSinceEpoch())) {
+    lines.append(QStringLiteral("%1: %2").arg(ToQString(row.label), ToQString(row.text)));
+  }
+  QMessageBox box(QMessageBox::Information, QStringLiteral("Connection"), {}, QMessageBox::Ok,
+                  this);
+  box.setObjectName(QStringLiteral("connection_box"));
+  SetPlainTexts(box, QStringLiteral("This is what the window works with."),
+                lines.join(QLatin1Char('\n')));
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  RunModal(box);
 }
 
 void MainWindow::ReportLater(const QString& text, const QString& reason) {

@@ -17,23 +17,55 @@ bool IsUnreachable(const StoreStatus& status) {
          status.code == kLdapConnectError;
 }
 
+std::optional<ChosenServer> Named(const NetworkOptions& options) {
+  std::optional<ServerName> name = ParseServerName(options.server);
+  if (!name) return std::nullopt;
+  return ChosenServer{.name = *std::move(name), .is_named = true};
+}
+
 }  // namespace
 
 ServerFinder FindServersOfTicket(const NetworkOptions& options) {
-  return [timeout = options.connect_timeout](std::vector<ServerName>& servers) {
+  return [options](const std::stop_token& stop, DomainServers& found) {
     KerberosTicket ticket;
     StoreStatus status = ReadKerberosTicket(ticket);
-    return status.Ok() ? FindDomainServers(ticket.Realm(), timeout, servers) : status;
+    if (!status.Ok()) return status;
+    const std::string realm = ticket.Realm();
+    const DomainQuestions ask{
+        .look_up =
+            [&](const std::string& site, std::vector<ServerName>& servers) {
+              return FindDomainServers(realm, site, options.connect_timeout, servers);
+            },
+        .ping =
+            [&](std::span<const ServerName> servers, const IsGoodAnswer& is_good) {
+              return PingServers(servers, DomainOfRealm(realm), options.ping_timeout, stop,
+                                 is_good);
+            }};
+    return FindNearestServers(ask, options.site, found);
   };
 }
 
 ServerChoice::ServerChoice(const NetworkOptions& options, ServerFinder find)
-    : options_(options), find_(std::move(find)), named_(ParseServerName(options.server)) {}
+    : options_(options),
+      find_(std::move(find)),
+      is_named_(ParseServerName(options.server).has_value()),
+      chosen_(Named(options)) {}
+
+std::optional<ChosenServer> ServerChoice::chosen() const {
+  const std::lock_guard lock(mutex_);
+  return chosen_;
+}
 
 std::optional<ServerName> ServerChoice::current() const {
-  if (named_) return named_;
   const std::lock_guard lock(mutex_);
-  return found_;
+  return chosen_ ? std::optional(chosen_->name) : std::nullopt;
+}
+
+void ServerChoice::NoteSealing(const LdapConnection& connection) {
+  const std::lock_guard lock(mutex_);
+  if (chosen_ && chosen_->name == connection.server()) {
+    chosen_->sealed_bits = connection.sealed_bits();
+  }
 }
 
 StoreStatus ServerChoice::Connect(const std::stop_token& stop,
@@ -42,7 +74,8 @@ StoreStatus ServerChoice::Connect(const std::stop_token& stop,
   const std::optional<ServerName> chosen = current();
   if (!chosen) return FindOther({}, stop, connection);
   StoreStatus status = LdapConnection::Open(*chosen, options_, stop, connection);
-  if (named_ || !IsUnreachable(status)) return status;
+  if (status.Ok()) NoteSealing(*connection);
+  if (is_named_ || !IsUnreachable(status)) return status;
   StoreStatus other = FindOther(chosen, stop, connection);
   // Where none can be reached, that the name servers are gone too says nothing of the reason.
   return IsUnreachable(other) ? status : other;
@@ -51,18 +84,22 @@ StoreStatus ServerChoice::Connect(const std::stop_token& stop,
 StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable,
                                     const std::stop_token& stop,
                                     std::shared_ptr<LdapConnection>& connection) {
-  std::vector<ServerName> servers;
-  StoreStatus status = find_(servers);
+  DomainServers found;
+  StoreStatus status = find_(stop, found);
   if (!status.Ok()) return status;
   status = {kLdapServerDown, "the domain has no other server"};
-  for (const ServerName& server : servers) {
+  for (DomainServer& server : found.servers) {
     // Records of different weight may name one server several times.
-    if (server == unreachable) continue;
-    status = LdapConnection::Open(server, options_, stop, connection);
+    if (server.name == unreachable) continue;
+    status = LdapConnection::Open(server.name, options_, stop, connection);
     if (IsUnreachable(status)) continue;
     if (!status.Ok()) return status;
     const std::lock_guard lock(mutex_);
-    found_ = server;
+    chosen_ = ChosenServer{.name = std::move(server.name),
+                           .wanted_site = std::move(found.site),
+                           .told = std::move(server.told),
+                           .is_near = server.is_near,
+                           .sealed_bits = connection->sealed_bits()};
     return {};
   }
   return status;
