@@ -69,7 +69,9 @@ std::string ClockText(const ConnectionStatus& status) {
 }
 
 std::string WritingText(const ConnectionStatus& status) {
-  return status.is_read_only ? "read-only: it takes no changes" : "it takes changes";
+  if (status.server.writer) return "read-only: changes go to " + status.server.writer->Text();
+  return status.is_read_only ? "read-only: it names another server for changes"
+                             : "it takes changes";
 }
 
 template <class Value>
@@ -157,6 +159,7 @@ Json ConnectionJson(const ConnectionStatus& status) {
   json["site"] = OrNull(status.site);
   json["wantedSite"] = OrNull(status.server.wanted_site);
   json["readOnly"] = is_server ? Json(status.is_read_only) : Json(nullptr);
+  json["writer"] = status.server.writer ? Json(status.server.writer->Text()) : Json(nullptr);
   json["user"] = OrNull(status.user);
   json["ticketEnd"] =
       status.ticket_end ? Json(UniversalTimeText(*status.ticket_end)) : Json(nullptr);

@@ -182,7 +182,7 @@ class LdapStandIn::Worker {
     while (answer.is_endless && !is_over_) Send(connection, layer.Encode(bytes));
     bytes += answer.raw;
     if (!answer.sends_nonsense && answer.raw.empty()) {
-      bytes += ResultMessage(request, answer.code, answer.text, answer.page);
+      bytes += ResultMessage(request, answer.code, answer.text, answer.page, answer.referral);
     }
     Send(connection, layer.Encode(bytes));
     return true;

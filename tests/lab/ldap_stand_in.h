@@ -30,6 +30,8 @@ struct StandInAnswer {
   std::string raw{};
   /// Of a search: the mark at which a next page begins.
   std::string page{};
+  /// Addresses of servers to ask instead (code 10).
+  std::vector<std::string> referral{};
 };
 
 using StandInScript = std::function<StandInAnswer(const StandInRequest& request)>;

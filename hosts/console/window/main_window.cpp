@@ -113,12 +113,22 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   const QString path = ToQString(open.path);
   const QString name = open.is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
-  who_->setText(open.user.empty()
-                    ? QStringLiteral("Directory file %1").arg(Readable(name))
-                    : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), name));
   pane_->ShowDirectory(std::move(base), open.open_another, &directory_->fields);
   RecallContainer();
   return true;
+}
+
+void MainWindow::ShowWho() {
+  if (!directory_) return;
+  const session::DirectorySession& open = *directory_->session;
+  const QString path = ToQString(open.path);
+  QString text = open.is_file
+                     ? QStringLiteral("Directory file %1").arg(Readable(QFileInfo(path).fileName()))
+                     : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), path);
+  if (const auto writer = open.Server().writer) {
+    text += QStringLiteral(", changes go to %1").arg(ToQString(writer->Text()));
+  }
+  who_->setText(text);
 }
 
 void MainWindow::StopReading() {
@@ -208,6 +218,7 @@ void MainWindow::UpdateActions() {
 
   stop_->setEnabled(pane_->state() == ContainerListing::State::kReading || openings_.IsOpening());
   count_->setText(directory_ ? pane_->CountText() : QString());
+  ShowWho();
   const QString opening = QStringLiteral("Opening %1...").arg(openings_.name());
   hint_->setText(openings_.IsOpening() ? opening : listed.empty() ? QString() : reason);
 }

@@ -134,6 +134,8 @@ class MainWindow final : public QMainWindow {
   void AskForFile();
   void AskForServer();
   void ShowAbout();
+  /// Says in the status line as whom one works and where.
+  void ShowWho();
   /// Says with which directory the window works, and how.
   void ShowConnection();
 

@@ -81,6 +81,28 @@ StoreStatus ServerChoice::Connect(const std::stop_token& stop,
   return IsUnreachable(other) ? status : other;
 }
 
+StoreStatus ServerChoice::ConnectForWriting(const ServerName& name, const LdapConnection& home,
+                                            const std::stop_token& stop,
+                                            std::shared_ptr<LdapConnection>& connection) {
+  connection.reset();
+  std::shared_ptr<LdapConnection> opened;
+  StoreStatus status = LdapConnection::Open(name, options_, stop, opened);
+  if (status.Ok() && opened->realm() != home.realm()) {
+    status = {kLdapReferral,
+              "'" + name.Text() + "' is of another realm, '" + opened->realm() + "'"};
+  }
+  if (!status.Ok()) {
+    if (status.code == kLdapTimeout) status.code = kLdapServerDown;
+    status.text = "the server '" + home.server().Text() + "' takes no changes and names '" +
+                  name.Text() + "' for them: " + status.text;
+    return status;
+  }
+  connection = std::move(opened);
+  const std::lock_guard lock(mutex_);
+  if (chosen_ && chosen_->name == home.server()) chosen_->writer = name;
+  return {};
+}
+
 StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable,
                                     const std::stop_token& stop,
                                     std::shared_ptr<LdapConnection>& connection) {

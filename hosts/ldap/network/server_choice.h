@@ -35,6 +35,8 @@ struct ChosenServer {
   bool is_near = false;
   /// By how many bits the key is long that seals the last connection.
   unsigned sealed_bits = 0;
+  /// Where changes are sent to, once it has named another server for them.
+  std::optional<ServerName> writer{};
 };
 
 /// Which server a program works with: the one that was named, or else the nearest of the domain's
@@ -52,6 +54,13 @@ class ServerChoice {
   /// for another of the domain's. `connection` is there when and only when that is a success.
   /// `stop` is the connection's.
   StoreStatus Connect(const std::stop_token& stop, std::shared_ptr<LdapConnection>& connection);
+
+  /// Connects to the server that `home`, a connection to the chosen one, has named for changes. It
+  /// has to be of the same realm; what comes of it is as with `LdapConnection::Open` but for -5,
+  /// which is -1: nothing was sent. The text says who named it.
+  StoreStatus ConnectForWriting(const ServerName& name, const LdapConnection& home,
+                                const std::stop_token& stop,
+                                std::shared_ptr<LdapConnection>& connection);
 
   /// None until the first connection, when none was named.
   [[nodiscard]] std::optional<ServerName> current() const;

@@ -61,7 +61,7 @@ TEST(ConnectionStatus, ANamedWritableServer) {
                 "Clock: as this machine's\n");
   EXPECT_EQ(JsonLine(ConnectionJson(status)),
             R"({"directory":null,"server":"dc1.x.test","chosen":"it was named","site":"Here",)"
-            R"("wantedSite":null,"readOnly":false,"user":"ada@X.TEST",)"
+            R"("wantedSite":null,"readOnly":false,"writer":null,"user":"ada@X.TEST",)"
             R"("ticketEnd":"2026-11-22T19:05:07Z","sealedBits":256,"clockDifference":0})");
 }
 
@@ -70,7 +70,10 @@ TEST(ConnectionStatus, AReadOnlyServerSaysSo) {
   store.entry.attributes["objectClass"] = {"top", "nTDSDSA", "nTDSDSARO"};
   ConnectionStatus status;
   ASSERT_TRUE(ReadServerStatus(store, &FixedNow, status).Ok());
-  EXPECT_EQ(RowText(status, "Writing"), "read-only: it takes no changes");
+  EXPECT_EQ(RowText(status, "Writing"), "read-only: it names another server for changes");
+  status.server.writer = {.host = "dc1.x.test"};
+  EXPECT_EQ(RowText(status, "Writing"), "read-only: changes go to dc1.x.test");
+  EXPECT_EQ(JsonLine(ConnectionJson(status)["writer"]), R"("dc1.x.test")");
 }
 
 TEST(ConnectionStatus, AClockThatIsOffIsToldInWords) {
@@ -110,10 +113,11 @@ TEST(ConnectionStatus, AFileIsNamed) {
   const std::vector<ConnectionRow> rows = ConnectionRows(status, kNow);
   ASSERT_EQ(rows.size(), 1U);
   EXPECT_EQ(rows[0].label + ": " + rows[0].text, "Directory file: /srv/company.ldb");
-  EXPECT_EQ(JsonLine(ConnectionJson(status)),
-            R"({"directory":"/srv/company.ldb","server":null,"chosen":null,"site":null,)"
-            R"("wantedSite":null,"readOnly":null,"user":null,"ticketEnd":null,"sealedBits":null,)"
-            R"("clockDifference":null})");
+  EXPECT_EQ(
+      JsonLine(ConnectionJson(status)),
+      R"({"directory":"/srv/company.ldb","server":null,"chosen":null,"site":null,)"
+      R"("wantedSite":null,"readOnly":null,"writer":null,"user":null,"ticketEnd":null,"sealedBits":null,)"
+      R"("clockDifference":null})");
 }
 
 TEST(ConnectionStatus, WhyAServerWasChosen) {
