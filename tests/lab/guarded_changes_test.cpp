@@ -72,8 +72,8 @@ TEST_F(GuardedChangesTest, AnotherServerTellsWhatBecameOfWhatWasNotAnswered) {
     auto first = std::make_unique<TcpRelay>(ldap::kDirectoryPort);
     const TcpRelay second(ldap::kDirectoryPort);
     ldap::DomainServers domain;
-    for (const TcpRelay* const relay : {std::as_const(first).get(), &second}) {
-      domain.servers.push_back({.name = {.host = Server(), .port = relay->port()}});
+    for (const std::uint16_t port : {first->port(), second.port()}) {
+      domain.servers.push_back({.name = {.host = Server(), .port = port}});
     }
     const auto find = [domain](const std::stop_token& /*stop*/, ldap::DomainServers& found) {
       found = domain;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -54,6 +55,8 @@ class LdapStandIn {
     /// Requests are gathered until no more come, and answered then: so one sees how often a program
     /// waits.
     bool gathers = false;
+    /// After so many answers, those of signing in included, it hangs up at each request.
+    int most_answers = std::numeric_limits<int>::max();
   };
 
   LdapStandIn(Options options, StandInScript script);

@@ -94,6 +94,67 @@ TEST(ServerChoice, ASiteThatIsNoneIsAFailure) {
             "-9 'no.where' is no name of a site");
 }
 
+TEST(ServerChoice, AServerThatTakesNobodyIsPassedOver) {
+  for (const int code : {7, 51, 52, 80}) {
+    const LdapStandIn unwilling({.bind_code = code}, AnswerNothing);
+    const LdapStandIn willing({}, AnswerNothing);
+    const ServerName name = NameOf(unwilling.Address());
+    ldap::ServerChoice choice({}, Finds({name, NameOf(willing.Address())}));
+    std::shared_ptr<LdapConnection> connection;
+    EXPECT_EQ(ToText(choice.Connect({}, connection)), "0");
+    EXPECT_EQ(choice.current(), NameOf(willing.Address()));
+    ldap::ServerChoice without({}, Finds({name, NameOf(Server() + ":2")}));
+    EXPECT_EQ(ToText(without.Connect({}, connection)),
+              std::to_string(code) + " cannot sign in to '" + name.Text() + "': not like this");
+  }
+}
+
+TEST(ServerChoice, OneThatGoesAwayAtAnyStepOfOpeningIsReplaced) {
+  // Three steps of signing in, and three readings.
+  constexpr int kSteps = 6;
+  for (int answers = 0; answers <= kSteps; ++answers) {
+    SCOPED_TRACE(answers);
+    const LdapStandIn first({.most_answers = answers}, AnswerNothing);
+    const LdapStandIn second({}, AnswerNothing);
+    const auto choice = std::make_shared<ldap::ServerChoice>(
+        NetworkOptions{}, Finds({NameOf(first.Address()), NameOf(second.Address())}));
+    ldap::NetworkStore store(choice, std::make_shared<ldap::SchemaCache>());
+    EXPECT_EQ(ToText(store.Open()), "0");
+    EXPECT_EQ(choice->current()->Text(), (answers == kSteps ? first : second).Address());
+    // What is asked next is answered by the second in any case.
+    Entry root;
+    EXPECT_EQ(ToText(store.ReadRoot(root)), "0");
+    EXPECT_EQ(choice->current()->Text(), second.Address());
+  }
+}
+
+TEST(ServerChoice, OneThatGoesAwayAtAWriteLeavesItUnknownAndTheOtherGoesOn) {
+  for (int answers = 6; answers <= 8; ++answers) {
+    const LdapStandIn first({.most_answers = answers}, AnswerNothing);
+    const LdapStandIn second({}, AnswerNothing);
+    ldap::NetworkStore store(
+        std::make_shared<ldap::ServerChoice>(
+            NetworkOptions{}, Finds({NameOf(first.Address()), NameOf(second.Address())})),
+        std::make_shared<ldap::SchemaCache>());
+    ASSERT_EQ(ToText(store.Open()), "0");
+    std::string codes;
+    for (int write = 0; write < 5; ++write) {
+      codes += std::to_string(Replace(store, "CN=a,DC=x", "mail", {"m"}).code) + " ";
+    }
+    std::string expected = "0 0 0 0 0 ";
+    expected.replace(static_cast<std::size_t>(2 * (answers - 6)), 1, "-5");
+    EXPECT_EQ(codes, expected);
+  }
+}
+
+TEST(ServerChoice, AServerThatWasNamedHasNoOther) {
+  const LdapStandIn server({.most_answers = 4}, AnswerNothing);
+  std::unique_ptr<NetworkSession> session;
+  EXPECT_EQ(ToText(NetworkSession::Open({.server = server.Address()}, session)),
+            "-1 the connection to the server '" + server.Address() + "' was lost");
+  EXPECT_EQ(server.connections(), 1);
+}
+
 /// A store on a domain of two servers, which are two ways to the lab's domain controller.
 class TakingOverTest : public ::testing::Test {
  protected:

@@ -42,14 +42,23 @@ StoreStatus NetworkStore::Open() {
   writer_.reset();
   std::shared_ptr<LdapConnection> opened;
   StoreStatus status = servers_->Connect(stop_, opened);
+  if (!status.Ok()) return status;
+  status = Begin(opened);
+  if (status.code != kLdapServerDown && status.code != kLdapTimeout) return status;
+  std::shared_ptr<LdapConnection> other;
+  const bool has_other = servers_->ConnectElsewhere(opened->server(), stop_, other).Ok();
+  return has_other ? Begin(other) : status;
+}
+
+StoreStatus NetworkStore::Begin(const std::shared_ptr<LdapConnection>& opened) {
   Entry root;
-  if (status.Ok()) status = EntryReader(*opened).Read(kRootName, {}, root);
+  StoreStatus status = EntryReader(*opened).Read(kRootName, {}, root);
   if (status.Ok()) status = LearnSchema(*opened, root);
   if (!status.Ok()) return status;
   contexts_ = NamingContexts(ValuesOf(root, "namingContexts"));
   const AttributeValues& controls = ValuesOf(root, "supportedControl");
   deletes_trees_ = std::ranges::find(controls, kTreeDeleteControl) != controls.end();
-  connection_ = std::move(opened);
+  connection_ = opened;
   return {};
 }
 

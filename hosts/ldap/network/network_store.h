@@ -34,7 +34,8 @@ class NetworkStore final : public IDirectoryStore {
   NetworkStore(const NetworkStore&) = delete;
   NetworkStore& operator=(const NetworkStore&) = delete;
 
-  /// Connects and reads what the store has to know before it is of use.
+  /// Connects and reads what the store has to know before it is of use. A server that was found and
+  /// goes away in the middle of that is given up for another one.
   StoreStatus Open();
 
   [[nodiscard]] const Schema& schema() const override { return *schema_; }
@@ -82,6 +83,8 @@ class NetworkStore final : public IDirectoryStore {
     bool is_referred = false;
   };
 
+  /// Reads over a new connection what the store has to know, and keeps the connection.
+  StoreStatus Begin(const std::shared_ptr<LdapConnection>& opened);
   StoreStatus DoReading(const Reading& read);
   StoreStatus DoWriting(Write write) { return Settle(SendWriting(std::move(write))); }
   SentWrite SendWriting(Write write);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/network/server_choice.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -13,8 +15,9 @@ namespace {
 
 /// Whether another server might do better.
 bool IsUnreachable(const StoreStatus& status) {
-  return status.code == kLdapServerDown || status.code == kLdapTimeout ||
-         status.code == kLdapConnectError;
+  constexpr auto kCodes = std::to_array<int>(
+      {kLdapServerDown, kLdapTimeout, kLdapConnectError, kLdapBusy, kLdapUnavailable});
+  return std::ranges::find(kCodes, status.code) != kCodes.end();
 }
 
 std::optional<ChosenServer> Named(const NetworkOptions& options) {
@@ -81,6 +84,13 @@ StoreStatus ServerChoice::Connect(const std::stop_token& stop,
   return IsUnreachable(other) ? status : other;
 }
 
+StoreStatus ServerChoice::ConnectElsewhere(const ServerName& left, const std::stop_token& stop,
+                                           std::shared_ptr<LdapConnection>& connection) {
+  connection.reset();
+  if (is_named_) return {kLdapServerDown, "no other server was named"};
+  return FindOther(left, stop, connection);
+}
+
 StoreStatus ServerChoice::ConnectForWriting(const ServerName& name, const LdapConnection& home,
                                             const std::stop_token& stop,
                                             std::shared_ptr<LdapConnection>& connection) {
@@ -109,13 +119,17 @@ StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable
   DomainServers found;
   StoreStatus status = find_(stop, found);
   if (!status.Ok()) return status;
-  status = {kLdapServerDown, "the domain has no other server"};
+  StoreStatus failure = {kLdapServerDown, "the domain has no other server"};
   for (DomainServer& server : found.servers) {
     // Records of different weight may name one server several times.
     if (server.name == unreachable) continue;
     status = LdapConnection::Open(server.name, options_, stop, connection);
-    if (IsUnreachable(status)) continue;
-    if (!status.Ok()) return status;
+    if (status.code == kLdapUserCancelled) return status;
+    if (!status.Ok()) {
+      // One that says why it is of no use says more than one that is not there.
+      if (failure.code == kLdapServerDown) failure = std::move(status);
+      continue;
+    }
     const std::lock_guard lock(mutex_);
     chosen_ = ChosenServer{.name = std::move(server.name),
                            .wanted_site = std::move(found.site),
@@ -124,7 +138,7 @@ StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable
                            .sealed_bits = connection->sealed_bits()};
     return {};
   }
-  return status;
+  return failure;
 }
 
 }  // namespace pelora::ldap

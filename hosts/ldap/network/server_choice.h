@@ -55,6 +55,11 @@ class ServerChoice {
   /// `stop` is the connection's.
   StoreStatus Connect(const std::stop_token& stop, std::shared_ptr<LdapConnection>& connection);
 
+  /// Connects to another server than `left`, which took the connection and was lost before it was
+  /// of any use. A server that was named has no other (-1).
+  StoreStatus ConnectElsewhere(const ServerName& left, const std::stop_token& stop,
+                               std::shared_ptr<LdapConnection>& connection);
+
   /// Connects to the server that `home`, a connection to the chosen one, has named for changes. It
   /// has to be of the same realm; what comes of it is as with `LdapConnection::Open` but for -5,
   /// which is -1: nothing was sent. The text says who named it.
