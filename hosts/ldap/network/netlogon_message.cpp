@@ -49,6 +49,8 @@ std::string NetlogonRequest(int id, const std::string& domain) {
 }
 
 std::optional<NetlogonAnswer> ReadNetlogonMessage(int id, std::string_view datagram) {
+  // The library looks at the first byte of what has none.
+  if (datagram.empty()) return std::nullopt;
   berval bytes{.bv_len = datagram.size(), .bv_val = const_cast<char*>(datagram.data())};
   const BerPtr message(ber_init(&bytes));
   if (!message) return std::nullopt;

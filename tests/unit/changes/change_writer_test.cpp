@@ -214,14 +214,16 @@ TEST_F(ChangeWriterTest, AnObjectOfEachKindIsLookedUp) {
   made.dn = nobody;
   EXPECT_EQ(told(made), "it was not done by then");
   for (const auto kind : {Change::Kind::kDelete, Change::Kind::kRemove}) {
-    EXPECT_EQ(told({.kind = kind, .dn = nobody}), "everything is as wanted");
-    EXPECT_EQ(told({.kind = kind, .dn = kUser}), "it was not done by then");
+    EXPECT_EQ(told({.kind = kind, .dn = nobody, .attributes = {}}), "everything is as wanted");
+    EXPECT_EQ(told({.kind = kind, .dn = kUser, .attributes = {}}), "it was not done by then");
   }
-  EXPECT_EQ(told({.kind = Change::Kind::kRestore, .dn = kUser}), "everything is as wanted");
-  EXPECT_EQ(told({.kind = Change::Kind::kRestore, .dn = nobody}), "it was not done by then");
+  EXPECT_EQ(told({.kind = Change::Kind::kRestore, .dn = kUser, .attributes = {}}),
+            "everything is as wanted");
+  EXPECT_EQ(told({.kind = Change::Kind::kRestore, .dn = nobody, .attributes = {}}),
+            "it was not done by then");
   const std::vector<ValueChange> seen = {{.attribute = "sAMAccountName", .seen = {"h.naumann"}}};
   const auto named = [&](const std::string& from, const std::string& to) {
-    return told({.kind = Change::Kind::kRename, .dn = from, .new_dn = to, .attributes = seen});
+    return told({.kind = Change::Kind::kRename, .dn = from, .attributes = seen, .new_dn = to});
   };
   EXPECT_EQ(named(nobody, kUser), "everything is as wanted");
   EXPECT_EQ(named(kUser, nobody), "it was not done by then");
