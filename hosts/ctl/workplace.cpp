@@ -20,6 +20,7 @@ std::string Environment(const char* name) {
 
 session::SessionResult OpenNamed(const CommandLine& line) {
   if (line.directory) return session::OpenDirectoryFile(*line.directory);
+  if (line.site) return session::OpenServer({}, {}, *line.site);
   if (line.server) return session::OpenServer(*line.server);
   if (line.sample) return session::OpenSampleDirectory();
   const std::string file = Environment("PELORA_DIRECTORY");

@@ -60,6 +60,10 @@ DirectorySession::DirectorySession(std::unique_ptr<ldap::NetworkSession> opened)
 
 DirectorySession::~DirectorySession() = default;
 
+ldap::ChosenServer DirectorySession::Server() const {
+  return network_ ? network_->chosen() : ldap::ChosenServer();
+}
+
 SessionResult OpenDirectoryFile(const std::string& path) {
   ldap::StoreOpener open = [path](std::unique_ptr<ldap::IDirectoryStore>& opened,
                                   const std::stop_token& /*stop*/) {
@@ -71,9 +75,11 @@ SessionResult OpenDirectoryFile(const std::string& path) {
   return Complete(std::make_unique<DirectorySession>(path, std::move(store), std::move(open)));
 }
 
-SessionResult OpenServer(const std::string& server, const std::stop_token& stop) {
+SessionResult OpenServer(const std::string& server, const std::stop_token& stop,
+                         const std::string& site) {
   std::unique_ptr<ldap::NetworkSession> network;
-  ldap::StoreStatus status = ldap::NetworkSession::Open({.server = server}, network, stop);
+  ldap::StoreStatus status =
+      ldap::NetworkSession::Open({.server = server, .site = site}, network, stop);
   if (!status.Ok()) return Refused(std::move(status.text));
   SessionResult result = Complete(std::make_unique<DirectorySession>(std::move(network)));
   if (!result.session) return result;

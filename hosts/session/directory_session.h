@@ -25,6 +25,10 @@ struct DirectorySession {
   DirectorySession(const DirectorySession&) = delete;
   DirectorySession& operator=(const DirectorySession&) = delete;
 
+  /// The server that is worked with now, and how it was chosen; none with a file. May be asked on
+  /// any thread.
+  [[nodiscard]] ldap::ChosenServer Server() const;
+
  private:
   std::unique_ptr<ldap::IDirectoryStore> file_store_;
   std::unique_ptr<ldap::StoreDirectoryService> file_service_;
@@ -54,10 +58,12 @@ struct SessionResult {
 [[nodiscard]] SessionResult OpenDirectoryFile(const std::string& path);
 
 /// Connects to a domain controller, with the user's Kerberos ticket; without a name, to one of
-/// those of the ticket's domain. Takes its time: seconds, when a server does not answer. The
-/// session may be opened on one thread and used on another. `stop` ends the opening early, and has
-/// nothing to do with the session afterwards.
-[[nodiscard]] SessionResult OpenServer(const std::string& server, const std::stop_token& stop = {});
+/// those of the ticket's domain: of `site`, or of this machine's site when that is empty, if one
+/// can be had. Takes its time: seconds, when a server does not answer. The session may be opened on
+/// one thread and used on another. `stop` ends the opening early, and has nothing to do with the
+/// session afterwards.
+[[nodiscard]] SessionResult OpenServer(const std::string& server, const std::stop_token& stop = {},
+                                       const std::string& site = {});
 
 /// The folder in the user's data folder where it is kept what was written; need not be there.
 [[nodiscard]] std::string ChangesFolder();

@@ -9,6 +9,7 @@
 #include "hosts/ldap/network/deleted_names.h"
 #include "hosts/ldap/network/name_filter.h"
 #include "hosts/ldap/network/naming_contexts.h"
+#include "hosts/ldap/network/referral.h"
 #include "hosts/ldap/network/server_name.h"
 #include "hosts/ldap/network/value_ranges.h"
 
@@ -38,6 +39,28 @@ TEST(ServerName, OtherTextsAreNone) {
         "[::1",      "[dc1]",   "[]",         "[:::1]x",       "a%2fb",
         ".dc1"}) {
     EXPECT_EQ(Read(text), "none") << text;
+  }
+}
+
+std::string Referred(const std::vector<std::string>& addresses) {
+  const auto server = ServerOfReferral(addresses);
+  return server ? server->Text() : "none";
+}
+
+TEST(Referral, NamesTheFirstServerThatItNames) {
+  EXPECT_EQ(Referred({"ldap://DC1.x.test/CN=Ada,DC=x,DC=test"}), "dc1.x.test");
+  EXPECT_EQ(Referred({"LDAP://dc1.x.test:3890/DC=x??base"}), "dc1.x.test:3890");
+  EXPECT_EQ(Referred({"ldap://dc1.x.test?x"}), "dc1.x.test");
+  EXPECT_EQ(Referred({"ldap://[2001:db8::7]:390/x"}), "[2001:db8::7]:390");
+  EXPECT_EQ(Referred({"ldaps://dc0.x.test/", "ldap:///DC=x", "ldap://dc1.x.test"}), "dc1.x.test");
+}
+
+TEST(Referral, OtherAddressesNameNone) {
+  EXPECT_EQ(Referred({}), "none");
+  for (const char* const address : {"", "ldap:", "ldap://", "ldap:///DC=x", "ldaps://dc1.x.test",
+                                    "ldapi://%2ftmp", "cldap://dc1", "http://dc1", "ldap://a@dc1/x",
+                                    "ldap://d c1/x", "ldap://dc1:0/x", "dc1.x.test"}) {
+    EXPECT_EQ(Referred({address}), "none") << address;
   }
 }
 

@@ -116,10 +116,11 @@ void OpenNamed(MainWindow& window, const std::vector<std::string>& names) {
 int ShowDomain(const CommandLine& line, const resources::ResourceFile& module) {
   MainWindow window(module);
   window.show();
-  window.OpenServerBesides(ToQString(*line.server), [&window, &line] {
+  const auto show = [&window, &line] {
     OpenView(window, line);
     OpenNamed(window, line.open);
-  });
+  };
+  window.OpenServerBesides(ToQString(*line.server), show, ToQString(line.site));
   return QApplication::exec();
 }
 
@@ -139,7 +140,7 @@ int ShowWindows(session::SessionResult opened, const std::vector<session::Direct
 }
 
 session::SessionResult OpenNamedDirectory(const CommandLine& line) {
-  if (line.server) return session::OpenServer(*line.server);
+  if (line.server) return session::OpenServer(*line.server, {}, line.site);
   return line.directory ? session::OpenDirectoryFile(*line.directory)
                         : session::OpenSampleDirectory();
 }

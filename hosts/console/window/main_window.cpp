@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
@@ -24,6 +25,7 @@
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/connect_dialog.h"
 #include "hosts/console/window/object_icons.h"
+#include "hosts/session/connection_status.h"
 #include "hosts/session/noted_additions.h"
 #include "hosts/session/property_tabs.h"
 
@@ -111,12 +113,22 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   const QString path = ToQString(open.path);
   const QString name = open.is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
-  who_->setText(open.user.empty()
-                    ? QStringLiteral("Directory file %1").arg(Readable(name))
-                    : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), name));
   pane_->ShowDirectory(std::move(base), open.open_another, &directory_->fields);
   RecallContainer();
   return true;
+}
+
+void MainWindow::ShowWho() {
+  if (!directory_) return;
+  const session::DirectorySession& open = *directory_->session;
+  const QString path = ToQString(open.path);
+  QString text = open.is_file
+                     ? QStringLiteral("Directory file %1").arg(Readable(QFileInfo(path).fileName()))
+                     : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), path);
+  if (const auto writer = open.Server().writer) {
+    text += QStringLiteral(", changes go to %1").arg(ToQString(writer->Text()));
+  }
+  who_->setText(text);
 }
 
 void MainWindow::StopReading() {
@@ -190,7 +202,9 @@ void MainWindow::UpdateActions() {
     if (auto* const button = qobject_cast<QToolButton*>(shown)) SetPlainToolTip(*button, tip);
   }
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
-  for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(directory_ != nullptr);
+  for (QAction* action : {refresh_, undo_, redo_, past_, connection_}) {
+    action->setEnabled(directory_ != nullptr);
+  }
   const std::optional<session::DirectoryObject> place = pane_->PlaceForNew();
   new_menu_->menuAction()->setEnabled(place.has_value());
   if (place) {
@@ -204,6 +218,7 @@ void MainWindow::UpdateActions() {
 
   stop_->setEnabled(pane_->state() == ContainerListing::State::kReading || openings_.IsOpening());
   count_->setText(directory_ ? pane_->CountText() : QString());
+  ShowWho();
   const QString opening = QStringLiteral("Opening %1...").arg(openings_.name());
   hint_->setText(openings_.IsOpening() ? opening : listed.empty() ? QString() : reason);
 }
@@ -223,12 +238,13 @@ void MainWindow::AskForServer() {
   if (RunModal(dialog) == QDialog::Accepted) OpenServerBesides(dialog.Server());
 }
 
-void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown) {
+void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown,
+                                   const QString& site) {
   const QString name = server.isEmpty() ? QStringLiteral("The domain") : server;
   OpenBesides(
       name,
-      [server = ToUtf8(server)](const std::stop_token& stop) {
-        return session::OpenServer(server, stop);
+      [server = ToUtf8(server), site = ToUtf8(site)](const std::stop_token& stop) {
+        return session::OpenServer(server, stop, site);
       },
       std::move(on_shown));
 }
@@ -239,6 +255,28 @@ void MainWindow::ShowAbout() {
       QStringLiteral("<b>Pelora Console %1</b><p>Administration of the Pelora groupware's settings "
                      "in the directory.</p><p>Licence: Apache-2.0</p>")
           .arg(QLatin1String(PELORA_VERSION)));
+}
+
+void MainWindow::ShowConnection() {
+  if (!directory_) return;
+  session::ConnectionStatus status;
+  const ldap::StoreStatus read =
+      session::ReadConnectionStatus(*directory_->session, directory_->store, status);
+  if (!read.Ok()) {
+    return ReportLater(QStringLiteral("The server cannot be asked."), ToQString(read.text));
+  }
+  QStringList lines;
+  for (const session::ConnectionRow& row :
+       session::ConnectionRows(status, QDateTime::currentSecsSinceEpoch())) {
+    lines.append(QStringLiteral("%1: %2").arg(ToQString(row.label), ToQString(row.text)));
+  }
+  QMessageBox box(QMessageBox::Information, QStringLiteral("Connection"), {}, QMessageBox::Ok,
+                  this);
+  box.setObjectName(QStringLiteral("connection_box"));
+  SetPlainTexts(box, QStringLiteral("This is what the window works with."),
+                lines.join(QLatin1Char('\n')));
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  RunModal(box);
 }
 
 void MainWindow::ReportLater(const QString& text, const QString& reason) {

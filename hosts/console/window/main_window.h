@@ -48,8 +48,9 @@ class MainWindow final : public QMainWindow {
                    std::function<void()> on_shown = {});
 
   /// Connects to a domain controller, as `OpenBesides` does; without a name, to one of the
-  /// domain's.
-  void OpenServerBesides(const QString& server, std::function<void()> on_shown = {});
+  /// domain's, and of the site first if one is given.
+  void OpenServerBesides(const QString& server, std::function<void()> on_shown = {},
+                         const QString& site = {});
 
   /// Opens the property sheet of objects, or brings it to the front; a failure is shown.
   /// With an attribute, the page with its field is shown.
@@ -133,6 +134,10 @@ class MainWindow final : public QMainWindow {
   void AskForFile();
   void AskForServer();
   void ShowAbout();
+  /// Says in the status line as whom one works and where.
+  void ShowWho();
+  /// Says with which directory the window works, and how.
+  void ShowConnection();
 
   const resources::ResourceFile& module_;
   QtMessageBox message_box_;
@@ -175,6 +180,7 @@ class MainWindow final : public QMainWindow {
   QAction* find_ = nullptr;
   QAction* open_last_ = nullptr;
   QAction* filter_ = nullptr;
+  QAction* connection_ = nullptr;
   QAction* about_ = nullptr;
 };
 

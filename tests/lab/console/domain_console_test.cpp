@@ -29,12 +29,14 @@ namespace {
 
 using console::MainWindow;
 using console::ToUtf8;
+using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 constexpr int kPatience = 60000;
 
@@ -310,6 +312,20 @@ TEST_F(DomainConsole, AServerThatHangsHoldsNeitherTheWindowNorItsEnd) {
   EXPECT_TRUE(window().IsReading());
   EndWindow();
   EXPECT_LT(std::chrono::steady_clock::now() - begin, kAtOnce);
+}
+
+TEST_F(DomainConsole, TheConnectionIsTold) {
+  Connect();
+  std::string told;
+  modal_scripts().Add([&told](QWidget& box) {
+    EXPECT_EQ(box.objectName(), QStringLiteral("connection_box"));
+    told = console::ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
+    box.close();
+  });
+  Trigger("&Connection...");
+  EXPECT_THAT(told, AllOf(StartsWith("Server: " + lab::Server() + "\nChosen: it was named\n"),
+                          HasSubstr("\nWriting: it takes changes\n"),
+                          HasSubstr("\nSealing: Kerberos, 256 bits\n")));
 }
 
 TEST_F(DomainConsole, AnOpeningThatHangsHoldsNeitherTheWindowNorItsEnd) {

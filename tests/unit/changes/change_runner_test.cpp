@@ -270,7 +270,7 @@ TEST_F(ChangeRunnerTest, WhatWasSentWhenTheConnectionWasLostIsUnknown) {
   // The third of those fetched together goes over a new connection; then there is none.
   EXPECT_THAT(words_, ElementsAre("changed", "unknown", "unknown", "changed", "changed", "failed",
                                   "changed", "changed"));
-  EXPECT_EQ(results_[1].message, "not known");
+  EXPECT_EQ(results_[1].message, "not known; looked at since, it was not done by then");
   EXPECT_THAT(log_.withdrawn, ElementsAre(5U));
 }
 
