@@ -64,10 +64,10 @@ ldap::ChosenServer DirectorySession::Server() const {
   return network_ ? network_->chosen() : ldap::ChosenServer();
 }
 
-SessionResult OpenDirectoryFile(const std::string& path) {
-  ldap::StoreOpener open = [path](std::unique_ptr<ldap::IDirectoryStore>& opened,
-                                  const std::stop_token& /*stop*/) {
-    return ldap::OpenLdbStore(path, {}, opened);
+SessionResult OpenDirectoryFile(const std::string& path, const ldap::LdbStoreOptions& options) {
+  ldap::StoreOpener open = [path, options](std::unique_ptr<ldap::IDirectoryStore>& opened,
+                                           const std::stop_token& /*stop*/) {
+    return ldap::OpenLdbStore(path, options, opened);
   };
   std::unique_ptr<ldap::IDirectoryStore> store;
   ldap::StoreStatus status = open(store, {});
@@ -97,7 +97,7 @@ std::string SampleDirectoryPath() {
   return UserDataFolder() / "pelora-console" / "sample-company.ldb";
 }
 
-SessionResult OpenSampleDirectory() {
+SessionResult OpenSampleDirectory(const ldap::LdbStoreOptions& options) {
   const std::filesystem::path path = SampleDirectoryPath();
   std::error_code failure;
   if (!std::filesystem::exists(path, failure)) {
@@ -106,7 +106,7 @@ SessionResult OpenSampleDirectory() {
     ldap::StoreStatus status = ldap::CreateLdbDirectory(path.string(), ldap::SampleCompanyLdif());
     if (!status.Ok()) return Refused(std::move(status.text));
   }
-  return OpenDirectoryFile(path.string());
+  return OpenDirectoryFile(path.string(), options);
 }
 
 }  // namespace pelora::session

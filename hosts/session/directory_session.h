@@ -7,6 +7,7 @@
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/ldb_store.h"
 #include "hosts/ldap/network/network_session.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/ldap/store_opener.h"
@@ -55,7 +56,8 @@ struct SessionResult {
 };
 
 /// Opens a directory file. A file that cannot be opened stays as it is.
-[[nodiscard]] SessionResult OpenDirectoryFile(const std::string& path);
+[[nodiscard]] SessionResult OpenDirectoryFile(const std::string& path,
+                                              const ldap::LdbStoreOptions& options = {});
 
 /// Connects to a domain controller, with the user's Kerberos ticket; without a name, to one of
 /// those of the ticket's domain: of `site`, or of this machine's site when that is empty, if one
@@ -71,6 +73,6 @@ struct SessionResult {
 /// The sample company's file in the user's data folder: the same for every program of ours.
 [[nodiscard]] std::string SampleDirectoryPath();
 /// Opens the sample company's file, which is made when it is not there yet.
-[[nodiscard]] SessionResult OpenSampleDirectory();
+[[nodiscard]] SessionResult OpenSampleDirectory(const ldap::LdbStoreOptions& options = {});
 
 }  // namespace pelora::session

@@ -45,7 +45,7 @@ std::string FieldName(std::string_view label) {
   return resources::WithoutMnemonic(label.substr(0, label.size() - 1));
 }
 
-std::string WhyNoLogonName(const NewObjectKind& kind, const std::string& name) {
+std::string WhyNoAccountName(const NewObjectKind& kind, const std::string& name) {
   const std::string field = FieldName(kind.logon_label);
   if (name.empty()) {
     std::string asked = field;
@@ -153,11 +153,20 @@ std::string FullName(std::string_view first_name, std::string_view last_name) {
 std::string SuggestedLogonName(const NewObjectKind& kind, std::string_view name) {
   if (kind.account != AccountForm::kGroup && kind.account != AccountForm::kComputer) return {};
   std::string suggested = Trimmed(name);
-  if (kind.account == AccountForm::kComputer) suggested = ldap::FoldCase(suggested);
+  if (kind.account == AccountForm::kComputer) {
+    suggested = ldap::FoldCase(suggested);
+    // The sign of a computer's account stands behind it in any case.
+    while (suggested.ends_with('$')) suggested.pop_back();
+  }
   std::ranges::replace_if(suggested, &IsRefusedInLogonName, '_');
   suggested = FirstCharacters(suggested, kind.longest_logon_name);
   while (suggested.ends_with('.') || suggested.ends_with(' ')) suggested.pop_back();
   return suggested;
+}
+
+std::string WhyNoLogonName(const NewObjectKind& kind, const OwnValues& values) {
+  if (kind.account == AccountForm::kNone) return {};
+  return WhyNoAccountName(kind, Trimmed(values.logon_name));
 }
 
 std::string WhyIncomplete(const NewObjectKind& kind, const OwnValues& values,
@@ -167,10 +176,7 @@ std::string WhyIncomplete(const NewObjectKind& kind, const OwnValues& values,
   if (CharacterCount(name) > kLongestName) {
     return "The name has more than " + std::to_string(kLongestName) + " characters.";
   }
-  if (kind.account != AccountForm::kNone) {
-    std::string reason = WhyNoLogonName(kind, Trimmed(values.logon_name));
-    if (!reason.empty()) return reason;
-  }
+  if (std::string reason = WhyNoLogonName(kind, values); !reason.empty()) return reason;
   const bool asks_for_password = kind.account == AccountForm::kUser && context.takes_passwords;
   if (asks_for_password && !(values.password == values.confirmation)) {
     return "The passwords must match.";
