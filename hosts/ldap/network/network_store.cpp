@@ -171,7 +171,9 @@ NetworkStore::SentWrite NetworkStore::SendModify(const std::string& dn,
                                                  ModifyWay way) {
   StoreStatus status = ModifyRules(*schema_, IsName).CheckValues(modifications);
   if (!status.Ok()) return {.what = dn, .status = std::move(status)};
-  const std::vector<Modification> sent = WithNamesForRemoval(*schema_, modifications);
+  const auto with_names = WithNamesForRemoval(*schema_, modifications);
+  const std::span<const Modification> sent =
+      with_names ? std::span<const Modification>(*with_names) : modifications;
   return SendWriting("the change of '" + dn + "'", LDAP_RES_MODIFY,
                      [&](LdapConnection& connection, LdapConnection::RequestId& id) {
                        return connection.SendModify(dn, sent, way, id);
