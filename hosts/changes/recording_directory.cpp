@@ -62,6 +62,8 @@ std::vector<Change> RecordingDirectory::TakeRecorded() { return parts_->memory.U
 
 bool RecordingDirectory::HasRecorded() const { return parts_->memory.HasUnwritten(); }
 
+void RecordingDirectory::Record(const Change& change) { parts_->memory.Record(change); }
+
 void RecordingDirectory::Settle(const Change& change, const Result& result) {
   parts_->store.TakeBack(change.dn);
   parts_->memory.Settle(change, result);

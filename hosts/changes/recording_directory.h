@@ -87,6 +87,11 @@ class RecordingDirectory final : public IDirectoryService {
   /// Whether `TakeRecorded` would give something.
   [[nodiscard]] bool HasRecorded() const;
 
+  /// Records a change of an object in place of what is recorded of the same attributes. For what
+  /// knows by itself what it has seen; of lists `seen` and `wanted` may be what is taken out and
+  /// put in alone.
+  void Record(const Change& change);
+
   /// Tells what became of a change that was taken. Done: what was written is what the page has
   /// seen. Not done: the change stays pending.
   void Settle(const Change& change, const Result& result);

@@ -111,6 +111,15 @@ void RecordingMemory::Record(const std::string& dn, std::span<const ldap::Modifi
   Enlist(object);
 }
 
+void RecordingMemory::Record(const Change& change) {
+  Object& object = At(change.dn);
+  for (const ValueChange& value : change.attributes) {
+    const ldap::Syntax syntax = SyntaxOf(schema_, value.attribute);
+    Stage(object, value, !AreSameValues(syntax, value.seen, value.wanted));
+  }
+  Enlist(object);
+}
+
 void RecordingMemory::RecordAdd(const ldap::Entry& entry) {
   Object& object = At(entry.dn);
   object.added = entry;

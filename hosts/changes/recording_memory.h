@@ -52,6 +52,7 @@ class RecordingMemory {
   [[nodiscard]] std::vector<std::string> Unknown(const std::string& dn,
                                                  std::span<const ldap::Modification> staged) const;
   void Record(const std::string& dn, std::span<const ldap::Modification> staged);
+  void Record(const Change& change);
   void RecordAdd(const ldap::Entry& entry);
 
   /// The object whose addition is recorded and not settled; null when there is none.

@@ -11,6 +11,8 @@
 #include "hosts/resources/field_label.h"
 #include "hosts/session/feature_counts.h"
 #include "hosts/session/field_values.h"
+#include "hosts/session/folder_name.h"
+#include "hosts/session/own_pages/members_page.h"
 #include "hosts/session/own_pages/own_page.h"
 #include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
@@ -44,9 +46,12 @@ struct GuardedTabs::Tab {
   ToldFailures told;
   std::unique_ptr<IDirectoryService> between;
   Platform platform;
+  /// Told what became of what was recorded, as long as the page is shown. May be none.
+  std::function<void(const std::function<bool(const std::string& dn)>& is_done)> on_committed;
 };
 
-GuardedTabs::GuardedTabs(TabSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
+GuardedTabs::GuardedTabs(TabSurroundings surroundings)
+    : surroundings_(std::move(surroundings)), rights_(surroundings_.store.schema()) {}
 
 GuardedTabs::~GuardedTabs() = default;
 
@@ -169,12 +174,32 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
 }
 
 void GuardedTabs::AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& add_page) {
-  Tab& tab = MakeTab(kind.Attributes());
+  if (!surroundings_.templates.Dialog(kind.of_one).value) return;
+  // No page of its own binds objects by them: none would be all.
+  std::vector<std::string> attributes = kind.Attributes();
+  if (attributes.empty()) attributes.emplace_back("objectClass");
+  Tab& tab = MakeTab(std::move(attributes));
   std::vector<std::string> names;
   for (const DirectoryObject& object : selection_) names.push_back(object.dn);
+  for (const AttributeWords& words : kind.words) book_.Add(words);
+  if (kind.lists == ListedObjects::kNone) {
+    AddFieldPage(tab, kind, std::move(names), add_page);
+  } else {
+    AddMembersPage(tab, kind, std::move(names), add_page);
+  }
+}
+
+void GuardedTabs::AddFieldPage(Tab& tab, const OwnPageKind& kind, std::vector<std::string> names,
+                               const AddPropSheetPage& add_page) {
   auto page = std::make_unique<OwnPage>(
       kind, std::move(names),
-      OwnPageSurroundings{.recording = tab.recording, .platform = tab.platform});
+      OwnPageSurroundings{.recording = tab.recording,
+                          .platform = tab.platform,
+                          .give_password = surroundings_.give_password,
+                          .why_no_password = WhyNoPassword(surroundings_.store, selection_.size()),
+                          .settle = [&fields = tab.fields](ControlId id) {
+                            fields.touched.Settle(id, *fields.dialog);
+                          }});
   const auto page_template = surroundings_.templates.Dialog(page->Template());
   if (!page_template.value) return;
   std::vector<FieldRow> rows;
@@ -191,8 +216,25 @@ void GuardedTabs::AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& ad
     const OwnField& row = *fields.at(field);
     return row.form->shown(row.attribute, SeenBy(tab.recording, object.dn));
   };
-  for (const AttributeWords& words : kind.words) book_.Add(words);
   Learn(tab, std::move(rows), page->Template());
+  (void)AddPage(tab, std::move(page), add_page);
+}
+
+void GuardedTabs::AddMembersPage(Tab& tab, const OwnPageKind& kind, std::vector<std::string> names,
+                                 const AddPropSheetPage& add_page) {
+  // Which groups somebody is in is written into the groups.
+  const bool is_written_here = kind.lists == ListedObjects::kMembers;
+  auto page = std::make_unique<MembersPage>(
+      kind, std::move(names),
+      MembersSurroundings{
+          .recording = tab.recording,
+          .platform = tab.platform,
+          .errands = errands(),
+          .find_names = surroundings_.find_names,
+          .why_read_only = is_written_here
+                               ? rights_.WhyReadOnly({.name = {}, .attributes = {"member"}})
+                               : std::string()});
+  tab.on_committed = [&page = *page](const auto& is_done) { page.OnCommitted(is_done); };
   (void)AddPage(tab, std::move(page), add_page);
 }
 
@@ -294,19 +336,21 @@ std::optional<std::size_t> GuardedTabs::Commit() {
                      std::move(tabs));
   const std::optional<std::size_t> left = commit.Run();
   is_outdated_ = is_outdated_ || commit.has_kept_theirs();
-  SettleWritten();
+  SettleWritten(commit);
   return left;
 }
 
 std::string GuardedTabs::NameOf(const std::string& dn) const {
   const auto found = names_.find(ldap::FoldCase(dn));
-  return found == names_.end() ? dn : found->second;
+  return found == names_.end() ? OwnNameOf(dn) : found->second;
 }
 
-void GuardedTabs::SettleWritten() {
+void GuardedTabs::SettleWritten(const SheetCommit& commit) {
+  const auto is_done = [&commit](const std::string& dn) { return commit.IsDone(dn); };
   for (std::size_t page = 0; page < pages_.size(); ++page) {
     Tab& tab = *pages_[page];
     if (!tab.fields.IsShown()) continue;
+    if (tab.on_committed) tab.on_committed(is_done);
     if (!tab.recording.HasRecorded()) tab.fields.touched.Settle(*tab.fields.dialog);
     Gather(tab.fields);
     TellEdited(page);

@@ -10,6 +10,7 @@
 #include "directory/utf.h"
 #include "hosts/ldap/case_fold.h"
 #include "hosts/resources/mnemonic.h"
+#include "hosts/session/password/password_bytes.h"
 #include "hosts/session/text.h"
 
 namespace pelora::session {
@@ -60,25 +61,6 @@ std::string WhyNoAccountName(const NewObjectKind& kind, const std::string& name)
   }
   if (name.ends_with('.')) return field + ": no full stop at the end.";
   return {};
-}
-
-/// A password as the directory takes it: in quotation marks, in UTF-16.
-///
-/// In memory of its own from the beginning, so that it can be handed on without leaving a copy.
-std::string PasswordBytes(std::string_view password) {
-  constexpr std::size_t kBeyondTheObject = 64;
-  std::u16string units = ToUtf16(password);
-  std::string bytes;
-  bytes.reserve(std::max(2 * (units.size() + 2), kBeyondTheObject));
-  const auto add = [&bytes](char16_t unit) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
-  };
-  add(u'"');
-  for (const char16_t unit : units) add(unit);
-  add(u'"');
-  ldap::Wipe(units);
-  return bytes;
 }
 
 /// Stages one value after the other until one fails. Empty texts are left out.

@@ -65,6 +65,11 @@ std::optional<std::size_t> SheetCommit::PageLeft() const {
   return left.front().parts.front().tab.page;
 }
 
+bool SheetCommit::IsDone(const std::string& dn) const {
+  const auto ended = ended_.find(FoldCase(dn));
+  return ended != ended_.end() && ended->second.IsDone();
+}
+
 std::optional<std::size_t> SheetCommit::Run() {
   Plan plan = MakePlan();
   if (plan.empty()) return std::nullopt;

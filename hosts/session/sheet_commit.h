@@ -61,6 +61,8 @@ class SheetCommit {
   [[nodiscard]] std::optional<std::size_t> Run();
   /// Whether somebody else's value was left where the sheet shows another.
   [[nodiscard]] bool has_kept_theirs() const { return has_kept_theirs_; }
+  /// Whether what was recorded of an object is in the directory now.
+  [[nodiscard]] bool IsDone(const std::string& dn) const;
 
  private:
   /// What is to be written of one object, and which tabs recorded what of it.

@@ -86,13 +86,21 @@ void TouchedFields::Watch(std::vector<FieldRow> fields) {
 
 void TouchedFields::Settle(IDialog& dialog) {
   has_other_edits_ = false;
+  for (Field& field : fields_) Settle(field, dialog);
+}
+
+void TouchedFields::Settle(ControlId control, IDialog& dialog) {
   for (Field& field : fields_) {
-    if (field.shows != Shows::kLess) field.read = ShownBy(field.row, dialog);
-    field.shown = field.read;
-    if (field.row.kind == FieldKind::kFlag) field.read_style = dialog.Style(field.row.control);
-    if (field.row.take_down) field.put_back = field.row.take_down();
-    field.was_reported = field.is_removed = field.is_unwritten = field.is_chosen = false;
+    if (field.row.control == control) Settle(field, dialog);
   }
+}
+
+void TouchedFields::Settle(Field& field, IDialog& dialog) {
+  if (field.shows != Shows::kLess) field.read = ShownBy(field.row, dialog);
+  field.shown = field.read;
+  if (field.row.kind == FieldKind::kFlag) field.read_style = dialog.Style(field.row.control);
+  if (field.row.take_down) field.put_back = field.row.take_down();
+  field.was_reported = field.is_removed = field.is_unwritten = field.is_chosen = false;
 }
 
 void TouchedFields::LookBeforeApply(IDialog& dialog) {

@@ -33,6 +33,8 @@ class TouchedFields {
 
   /// The dialog has been filled, or written: what it shows now is what nobody has changed.
   void Settle(IDialog& dialog);
+  /// The same of the fields of one control.
+  void Settle(ControlId control, IDialog& dialog);
   /// The page is about to apply: a look.
   void LookBeforeApply(IDialog& dialog);
   /// The page has applied, and may have filled itself on the way: what was unchanged before and is
@@ -115,6 +117,7 @@ class TouchedFields {
   };
 
   [[nodiscard]] static Shows HowShown(const FieldRow& row);
+  static void Settle(Field& field, IDialog& dialog);
   void PutBack(const Field& known, IDialog& dialog);
 
   std::vector<Field> fields_;

@@ -23,6 +23,8 @@ class ObservedStore final : public ldap::IDirectoryStore {
   std::vector<std::string> log;
   /// Called before a change is passed on, with the changes that there have been so far.
   std::function<void(std::size_t before)> before_modify;
+  /// It says that nobody can listen, whatever the other says.
+  bool is_sealed = false;
 
   [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
   ldap::StoreStatus ReadRoot(ldap::Entry& root) override {
@@ -89,7 +91,7 @@ class ObservedStore final : public ldap::IDirectoryStore {
     return target_.Restore(removed);
   }
   void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
-  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
+  [[nodiscard]] bool IsSealed() const override { return is_sealed || target_.IsSealed(); }
 
  private:
   void NoteModify(std::string line, std::span<const ldap::Modification> modifications) {

@@ -168,11 +168,12 @@ TEST(DeletedName, OnlyRemovedNamesAreSentOtherwise) {
                                              {Operation::kAdd, "names", {name}},
                                              {Operation::kDelete, "text", {name}},
                                              {Operation::kDelete, "unknown", {name}}};
-  const std::vector<Modification> sent = WithNamesForRemoval(schema, changes);
+  const std::vector<Modification> sent = WithNamesForRemoval(schema, changes).value();
   ASSERT_EQ(sent.size(), changes.size());
   EXPECT_EQ(sent[0].values,
             (AttributeValues{"CN=a", "<GUID=5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c90>"}));
   for (std::size_t at = 1; at < sent.size(); ++at) EXPECT_EQ(sent[at].values, changes[at].values);
+  EXPECT_FALSE(WithNamesForRemoval(schema, std::span(changes).subspan(1)).has_value());
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 #include <utility>
 
 #include "hosts/console/fields/checked_dialogs.h"
+#include "hosts/console/password/reset_password_dialog.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/session/find/find_pasted_names.h"
 #include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
 
@@ -35,11 +37,19 @@ struct SheetParts {
               .desk = surroundings.desk,
               .history = surroundings.history,
               .has_own_pages = true,
+              .give_password =
+                  [&store = surroundings.store,
+                   &errands = surroundings.errands != nullptr ? *surroundings.errands : at_once](
+                      IDialog* owner, const std::string& dn) {
+                    return AskForPassword(store, errands, dn, WindowOf(owner));
+                  },
+              .find_names = &session::FindPastedNames,
               .protect = &Protect}) {}
 
   resources::ResourceFile templates;
   CheckedDialogs dialogs;
   Platform platform;
+  session::ErrandsAtOnce at_once;
   session::GuardedTabs tabs;
 };
 

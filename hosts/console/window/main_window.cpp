@@ -17,6 +17,7 @@
 #include <optional>
 #include <utility>
 
+#include "hosts/console/attributes/attributes_window.h"
 #include "hosts/console/commands/run_commands.h"
 #include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/dialogs/qt_dialog.h"
@@ -105,6 +106,8 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
         QStringLiteral("The directory stays open: there are changes that were not applied."));
     return false;
   }
+  // What they show is the other one's.
+  for (AttributesWindow* const window : findChildren<AttributesWindow*>()) window->close();
   RememberContainer();
   pane_->EndDirectory();
   history_desk_.SetDirectory(&shown->history, &shown->store);

@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "hosts/console/attributes/attribute_dialog.h"
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/errands/qt_errands.h"
 #include "hosts/console/life/place_actions.h"
@@ -104,6 +105,9 @@ class MainWindow final : public QMainWindow {
   void MakePlaces();
   /// Shows what the directory has of the selected object.
   void ShowAttributes();
+  /// Edits what was read of an object of the directory that is shown.
+  [[nodiscard]] AttributeEditor EditorOf(std::shared_ptr<ldap::Entry> shown,
+                                         std::shared_ptr<session::WritableAttributes> writable);
   void ShowNewObject(const session::NewObjectKind& kind, const std::string& container,
                      const std::string& dn);
   void StopReading();

@@ -209,12 +209,16 @@ NetworkStore::SentWrite NetworkStore::SendModify(const std::string& dn,
                                                  ModifyWay way) {
   StoreStatus status = ModifyRules(*schema_, IsName).CheckValues(modifications);
   if (!status.Ok()) return {.write = {}, .status = std::move(status)};
-  return SendWriting({.what = "the change of '" + dn + "'",
-                      .answer_type = LDAP_RES_MODIFY,
-                      .send = [dn, way, sent = WithNamesForRemoval(*schema_, modifications)](
-                                  LdapConnection& connection, LdapConnection::RequestId& id) {
-                        return connection.SendModify(dn, sent, way, id);
-                      }});
+  // The caller's values stay where they are until the write is settled: one may be a password.
+  return SendWriting(
+      {.what = "the change of '" + dn + "'",
+       .answer_type = LDAP_RES_MODIFY,
+       .send = [dn, way, modifications, with_names = WithNamesForRemoval(*schema_, modifications)](
+                   LdapConnection& connection, LdapConnection::RequestId& id) {
+         const std::span<const Modification> sent =
+             with_names ? std::span<const Modification>(*with_names) : modifications;
+         return connection.SendModify(dn, sent, way, id);
+       }});
 }
 
 StoreStatus NetworkStore::Modify(const std::string& dn,

@@ -161,7 +161,7 @@ TEST_F(DomainConsole, AServerThatFallsAsleepHoldsUpNobody) {
   server.Resume();
   DoubleClick("Ada Brandt");
   ASSERT_EQ(Sheets().size(), 1);
-  EXPECT_EQ(Sheets().front()->PageCount(), 4U);
+  EXPECT_EQ(Sheets().front()->PageCount(), 5U);
 }
 
 TEST_F(DomainConsole, AUserIsChangedAndNothingElse) {
@@ -263,7 +263,7 @@ TEST_F(DomainConsole, TabsAreThoseOfTheDisplaySpecifiers) {
   std::vector<std::string> titles;
   const auto* tabs = Sheets().front()->findChild<QTabWidget*>();
   for (int tab = 0; tab < tabs->count(); ++tab) titles.push_back(ToUtf8(tabs->tabText(tab)));
-  EXPECT_THAT(titles, ElementsAre("Pelora Features", "Pelora", "General", "Account"));
+  EXPECT_THAT(titles, ElementsAre("Pelora Features", "Pelora", "General", "Account", "Member Of"));
   administrator.Set(specifier, "adminPropertyPages", before.at("adminPropertyPages"));
 }
 
