@@ -9,6 +9,7 @@
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/resources/field_label.h"
+#include "hosts/session/chosen_default.h"
 #include "hosts/session/feature_counts.h"
 #include "hosts/session/field_values.h"
 #include "hosts/session/folder_name.h"
@@ -67,6 +68,7 @@ void GuardedTabs::Learn(Tab& tab, std::vector<FieldRow> fields, DialogId dialog)
 
 PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
   PageFields& fields = tab.fields;
+  const auto chosen = std::make_shared<std::optional<ChosenDefault>>();
   return {.on_loaded =
               [this, &fields, page](IDialog& dialog) {
                 fields.dialog = &dialog;
@@ -76,13 +78,19 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
                 TellEdited(page);
               },
           .on_command =
-              [&fields, is_switching = std::make_shared<bool>(false)](ControlId control) {
+              [&fields, chosen, is_switching = std::make_shared<bool>(false)](ControlId control) {
                 fields.touched.Touch(control);
+                *chosen = ChosenDefaultBy(fields, control);
                 if (*is_switching) return;
                 const sheets::ScopedFlag switching(*is_switching);
                 SwitchForAll(fields, control);
               },
-          .on_handled = [this, page] { TellEdited(page); },
+          .on_handled =
+              [this, &fields, chosen, page] {
+                if (*chosen) KeepAlone(fields, **chosen);
+                chosen->reset();
+                TellEdited(page);
+              },
           .on_apply =
               [&tab](IDialog& dialog) {
                 tab.told.Forget();

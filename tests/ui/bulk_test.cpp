@@ -11,6 +11,7 @@
 
 #include "hosts/console/errands/qt_errands.h"
 #include "hosts/console/writing/review_dialog.h"
+#include "hosts/ldap/forwarding_store.h"
 #include "tests/support/long_form.h"
 #include "tests/support/memory_store.h"
 #include "tests/ui/turn_meter.h"
@@ -23,26 +24,12 @@ using console::ToUtf8;
 using pelora::testing::MemoryStore;
 
 /// Every seventh change is refused, and the connection is lost once; until it is mended.
-class UnwillingStore final : public ldap::IDirectoryStore {
+class UnwillingStore final : public ldap::ForwardingStore {
  public:
-  explicit UnwillingStore(MemoryStore& target) : target_(target) {}
+  explicit UnwillingStore(MemoryStore& target) : ForwardingStore(target) {}
 
   void Mend() { is_mended_ = true; }
 
-  const ldap::Schema& schema() const override { return target_.schema(); }
-  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
-  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
-                         ldap::Entry& entry) override {
-    return target_.Read(dn, attributes, entry);
-  }
-  ldap::StoreStatus Search(const ldap::SearchRequest& request,
-                           const ldap::EntrySink& sink) override {
-    return target_.Search(request, sink);
-  }
-  ldap::StoreStatus Modify(const std::string& dn,
-                           std::span<const ldap::Modification> modifications) override {
-    return target_.Modify(dn, modifications);
-  }
   ldap::StoreStatus ModifyStrictly(const std::string& dn,
                                    std::span<const ldap::Modification> modifications) override {
     constexpr int kEvery = 7;
@@ -52,13 +39,13 @@ class UnwillingStore final : public ldap::IDirectoryStore {
     if (asked_ == kStallsAt) std::this_thread::sleep_for(std::chrono::milliseconds(1500));
     if (!is_mended_ && asked_ == kLostAt) return {-1, "the connection was lost"};
     if (!is_mended_ && asked_ % kEvery == 0) return {50, "no right"};
-    return target_.ModifyStrictly(dn, modifications);
+    return ForwardingStore::ModifyStrictly(dn, modifications);
   }
-  ldap::StoreStatus Add(const ldap::Entry& entry) override { return target_.Add(entry); }
-  ldap::StoreStatus Delete(const ldap::Entry& made) override { return target_.Delete(made); }
+  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
+    IDirectoryStore::ModifyManyStrictly(next, sink);
+  }
 
  private:
-  MemoryStore& target_;
   std::atomic<int> asked_ = 0;
   std::atomic<bool> is_mended_ = false;
 };

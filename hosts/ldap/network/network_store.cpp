@@ -244,13 +244,15 @@ void NetworkStore::ModifyManyStrictly(const ModifySource& next, const ModifySink
         (under_way.size() < kWritesUnderWay && under_way.back().connection != nullptr &&
          under_way.back().connection == ConnectionForWriting());
     if (is_more && has_room) {
-      const std::optional<ModifyRequest> request = next();
-      is_more = request.has_value();
-      if (!request) continue;
+      std::optional<ModifyRequest> wanted = next();
+      is_more = wanted.has_value();
+      if (!wanted) continue;
+      const auto request = std::make_shared<const ModifyRequest>(*std::move(wanted));
       under_way.push_back(
           request->modifications.empty()
               ? SentWrite{.write = {}, .status = {}, .connection = nullptr}
               : SendModify(request->dn, request->modifications, ModifyWay::kStrict));
+      under_way.back().write.request = request;
     } else {
       SentWrite sent = std::move(under_way.front());
       under_way.pop_front();

@@ -71,6 +71,8 @@ class NetworkStore final : public IDirectoryStore {
     Sending send;
     /// What has to be so before it is sent, where it is sent to; may be none.
     Reading check{};
+    /// What `send` speaks of, when nobody else keeps it until the write is settled.
+    std::shared_ptr<const ModifyRequest> request{};
   };
 
   /// A write that is under way, or that could not be sent.
