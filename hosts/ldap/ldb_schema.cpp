@@ -17,10 +17,8 @@ namespace {
 /// libldb knows these by itself.
 constexpr auto kBuiltIn = std::to_array<std::string_view>({"objectClass", "distinguishedName"});
 
-/// What single objects are searched for by. The list of those that have a value is written anew
-/// with each object that gets it: what thousands have alike (a class, an account) would make each
-/// new one dearer than the one before, and is found as quickly by looking at all of them.
 constexpr auto kIndexed = std::to_array<const char*>({
+    "objectClass",
     "cn",
     "ou",
     "name",
@@ -28,8 +26,8 @@ constexpr auto kIndexed = std::to_array<const char*>({
     "sAMAccountName",
     "userPrincipalName",
     "mail",
-    "otherMailbox",
     "lDAPDisplayName",
+    "peloraAccount",
 });
 
 /// Absent is fine; present, it has to be a number.
