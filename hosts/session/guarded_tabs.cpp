@@ -39,6 +39,13 @@ struct GuardedTabs::Tab {
                  .text = surroundings.platform.text,
                  .component_library = surroundings.platform.component_library} {}
 
+  /// Who was left out of what the page was to write is not left out of what is edited once more.
+  void TakeInEdited() {
+    for (const std::size_t field : fields.touched.TakeEdited()) {
+      recording.TakeInAgain(fields.touched.Row(field).attributes);
+    }
+  }
+
   PageFields fields;
   changes::RecordingDirectory recording;
   ToldFailures told;
@@ -46,9 +53,30 @@ struct GuardedTabs::Tab {
   Platform platform;
 };
 
+/// What a sheet knows of its objects: of thousands it takes its time to go.
+struct GuardedTabs::Known {
+  std::vector<std::shared_ptr<const ldap::Entry>> entries;
+  std::map<std::string, std::string> names;
+  std::vector<std::vector<GatheredField>> gathered;
+  std::vector<std::shared_ptr<void>> recorded;
+};
+
 GuardedTabs::GuardedTabs(TabSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
 
-GuardedTabs::~GuardedTabs() = default;
+GuardedTabs::~GuardedTabs() {
+  try {
+    auto known = std::make_shared<Known>();
+    known->entries = std::move(entries_);
+    known->names = std::move(names_);
+    for (const auto& tab : tabs_) {
+      known->gathered.push_back(std::move(tab->fields.gathered));
+      known->recorded.push_back(tab->recording.ForgetAll());
+    }
+    errands().LetGo(std::move(known));
+  } catch (...) {
+    // Without memory it goes at once.
+  }
+}
 
 void GuardedTabs::Learn(Tab& tab, std::vector<FieldRow> fields, DialogId dialog) {
   const auto page = surroundings_.templates.Dialog(dialog);
@@ -82,6 +110,7 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
               [&tab](IDialog& dialog) {
                 tab.told.Forget();
                 tab.fields.touched.LookBeforeApply(dialog);
+                tab.TakeInEdited();
               },
           .on_applied =
               [&fields] {
@@ -126,6 +155,7 @@ void GuardedTabs::TellEdited(std::size_t page) {
   PageFields& fields = Fields(page);
   if (!fields.IsShown()) return;
   fields.touched.Look(*fields.dialog);
+  pages_.at(page)->TakeInEdited();
   if (on_edited) on_edited(page);
 }
 
@@ -143,7 +173,10 @@ GuardedTabs::Tab& GuardedTabs::MakeTab(std::vector<std::string> attributes) {
   };
   // Its page lives by it, whatever its component answers.
   tabs_.push_back(std::move(added));
-  for (const auto& entry : entries_) tab.recording.Give(entry);
+  for (const auto& entry : entries_) {
+    tab.recording.Give(entry);
+    errands().Breathe();
+  }
   return tab;
 }
 
@@ -171,7 +204,10 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
 void GuardedTabs::AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& add_page) {
   Tab& tab = MakeTab(kind.Attributes());
   std::vector<std::string> names;
-  for (const DirectoryObject& object : selection_) names.push_back(object.dn);
+  for (const DirectoryObject& object : selection_) {
+    names.push_back(object.dn);
+    errands().Breathe();
+  }
   auto page = std::make_unique<OwnPage>(
       kind, std::move(names),
       OwnPageSurroundings{.recording = tab.recording, .platform = tab.platform});
@@ -202,6 +238,7 @@ ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection,
   for (const DirectoryObject& object : selection) {
     names.push_back(object.dn);
     names_.emplace(ldap::FoldCase(object.dn), object.name);
+    errands().Breathe();
   }
   std::vector<std::string> attributes = ldap::BoundAttributes();
   for (const OwnPageKind* const page : own_pages) {
@@ -255,7 +292,10 @@ TabsOpening GuardedTabs::Open(std::span<const DirectoryObject> selection,
                       status.text + ". " + AdviceOnReading(ldap::HresultOfLdap(status.code)),
             .is_stopped = status.code == ldap::kLdapUserCancelled};
   }
-  selection_.assign(selection.begin(), selection.end());
+  for (const DirectoryObject& object : selection) {
+    selection_.push_back(object);
+    errands().Breathe();
+  }
   const Ref<IDataObject> data_object = MakeSelectionDataObject(selection);
   HRESULT failure = S_OK;
   for (const Guid& class_id : tabs) {
@@ -295,6 +335,7 @@ std::optional<std::size_t> GuardedTabs::Commit() {
   const std::optional<std::size_t> left = commit.Run();
   is_outdated_ = is_outdated_ || commit.has_kept_theirs();
   SettleWritten();
+  commit.LetGo();
   return left;
 }
 
@@ -309,6 +350,9 @@ void GuardedTabs::SettleWritten() {
     if (!tab.fields.IsShown()) continue;
     if (!tab.recording.HasRecorded()) tab.fields.touched.Settle(*tab.fields.dialog);
     Gather(tab.fields);
+    // What a page did with its fields while it applied is nobody's edit.
+    tab.fields.touched.Look(*tab.fields.dialog);
+    (void)tab.fields.touched.TakeEdited();
     TellEdited(page);
   }
 }
