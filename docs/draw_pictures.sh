@@ -14,22 +14,20 @@ kept=$build/screenshots
 
 # Picture of the handbook, and the picture that a test of the console's looks keeps.
 pictures=(
-  tab-user sheet-user-pelora
-  tab-user-three sheet-users-pelora
+  tab-user sample_CPropPageUser
+  tab-user-three sample_CPropPageUser_three
   tab-features features-tab-light
   archive-servers archive-servers
-  tab-contact sheet-contact-pelora
-  tab-group sheet-group-pelora
-  tab-address-list-general sheet-address-list-general
-  tab-address-list sheet-address-list-pelora
-  tab-dynamic-list-general sheet-dynamic-list-general
-  tab-dynamic-list sheet-dynamic-list-pelora
-  tab-company sheet-company-pelora
-  tab-company-quota sheet-company-pelora-quota
-  tab-company-rights sheet-company-pelora-rights
-  tab-general sheet-user-general
-  tab-account sheet-user-account
-  tab-server sheet-server-pelora
+  tab-contact sample_CPropPageContact
+  tab-group sample_CPropPageDistlist
+  tab-address-list-general sample_CPropPageAddresslistGeneral
+  tab-address-list sample_CPropPageAddresslist
+  tab-dynamic-list-general sample_CPropPageDynamicDistlistGeneral
+  tab-dynamic-list sample_CPropPageDynamicDistlist
+  tab-company sample_CPropPageCompany
+  tab-company-quota sample_CPropPageCompanyQuota
+  tab-company-rights sample_CPropPageCompanyRights
+  tab-server sample_CPropPageServer
   choosing chooser_users_and_groups
   choosing-computer chooser_computer
   choosing-container chooser_container_tree
@@ -48,7 +46,6 @@ pictures=(
   new-group new-group-2
   new-company new-organizational-unit-2
   new-computer new-computer-2
-  new-computer-typed new-computer-typed
   new-address-list peloraAddresslist-2
   new-dynamic-list peloraDynamicDistlist-2
 )
