@@ -44,8 +44,8 @@ StoreStatus CheckKept(const Schema& schema, const Entry& made, const Entry& now)
 StoreStatus CheckNothingNew(const Entry& made, const Entry& now, std::string_view naming) {
   for (const auto& [name, values] : now.attributes) {
     const bool is_own = EqualsWithoutCase(name, naming) ||
-                        std::ranges::any_of(kOwnDoing, [&name](std::string_view own) {
-                          return EqualsWithoutCase(name, own);
+                        std::ranges::any_of(kOwnDoing, [&given = name](std::string_view own) {
+                          return EqualsWithoutCase(given, own);
                         });
     if (!is_own && !made.attributes.contains(name)) {
       return {kLdapAssertionFailed, "attribute '" + name + "' was set since the object was made"};

@@ -33,7 +33,7 @@ class Variant {
   static Variant String(std::string value) { return Variant(VT_BSTR, std::move(value)); }
   /// An array with lower bound 0.
   static Variant Array(std::vector<Variant> elements) {
-    return Variant(kVariantArray, std::move(elements));
+    return Variant(kVariantArray, Elements{std::move(elements)});
   }
   static Variant StringArray(const std::vector<std::string>& values) {
     std::vector<Variant> elements;
@@ -48,14 +48,23 @@ class Variant {
   /// The value; each may be asked only of a variant of that type.
   std::int32_t integer() const { return std::get<std::int32_t>(value_); }
   const std::string& string() const { return std::get<std::string>(value_); }
-  const std::vector<Variant>& array() const { return std::get<std::vector<Variant>>(value_); }
+  const std::vector<Variant>& array() const { return std::get<Elements>(value_).values; }
 
   friend bool operator==(const Variant& left, const Variant& right) {
     return left.type_ == right.type_ && left.value_ == right.value_;
   }
 
  private:
-  using Value = std::variant<std::monostate, std::int32_t, std::string, std::vector<Variant>>;
+  /// Not the vector itself: a copy of a std::variant that holds nothing but what the library takes
+  /// for safe to be moved is ended wrongly by libstdc++ 12 when memory runs out in the middle of
+  /// it.
+  struct Elements {
+    std::vector<Variant> values;
+    friend bool operator==(const Elements& left, const Elements& right) {
+      return left.values == right.values;
+    }
+  };
+  using Value = std::variant<std::monostate, std::int32_t, std::string, Elements>;
   Variant(VarType type, Value value) : type_(type), value_(std::move(value)) {}
 
   VarType type_ = VT_EMPTY;

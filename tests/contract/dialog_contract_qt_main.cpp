@@ -14,8 +14,9 @@ int main(int argc, char** argv) {
   qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
   // The same look on every machine, whatever desktop it has.
   qunsetenv("QT_QPA_PLATFORMTHEME");
-  QApplication::setStyle(QStringLiteral("fusion"));
   const pelora::contract::OrderedApplication application(argc, argv);
+  // Not before: a style that belongs to no application is lost when a test takes another.
+  QApplication::setStyle(QStringLiteral("fusion"));
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "hosts/ldap/network/broken_pipe_guard.h"
+#include "hosts/ldap/network/ldap_api.h"
 #include "tests/lab/lab.h"
 
 namespace pelora::lab {
@@ -100,12 +101,14 @@ void LabAdministrator::Set(const std::string& dn, const std::string& attribute,
 }
 
 Attributes LabAdministrator::Stored(const std::string& dn) {
-  LDAPMessage* answer = nullptr;
-  Require(ldap_search_ext_s(impl_->handle, dn.c_str(), LDAP_SCOPE_BASE, "(objectClass=*)", nullptr,
-                            0, nullptr, nullptr, nullptr, 0, &answer),
-          "read " + dn);
+  LDAPMessage* found = nullptr;
+  const int code = ldap_search_ext_s(impl_->handle, dn.c_str(), LDAP_SCOPE_BASE, "(objectClass=*)",
+                                     nullptr, 0, nullptr, nullptr, nullptr, 0, &found);
+  // One that refuses leaves an answer, too.
+  const ldap::LdapMessagePtr answer(found);
+  Require(code, "read " + dn);
   Attributes stored;
-  LDAPMessage* const entry = ldap_first_entry(impl_->handle, answer);
+  LDAPMessage* const entry = ldap_first_entry(impl_->handle, answer.get());
   BerElement* walk = nullptr;
   for (char* name = ldap_first_attribute(impl_->handle, entry, &walk); name != nullptr;
        name = ldap_next_attribute(impl_->handle, entry, walk)) {
@@ -117,7 +120,6 @@ Attributes LabAdministrator::Stored(const std::string& dn) {
     ldap_memfree(name);
   }
   ber_free(walk, 0);
-  ldap_msgfree(answer);
   stored.erase("whenChanged");
   stored.erase("uSNChanged");
   return stored;

@@ -214,7 +214,7 @@ TEST_F(ModifyRulesTest, ValuesAreCheckedWithoutTheObject) {
                                                {operation, attribute, values}};
     return rules_.CheckValues(changes).code;
   };
-  using enum Operation;
+  using enum Modification::Operation;
   EXPECT_EQ(check(kReplace, "number", {"-2147483648"}), 0);
   EXPECT_EQ(check(kReplace, "number", {"2147483648"}), kLdapInvalidSyntax);
   EXPECT_EQ(check(kAdd, "number", {"4294967301"}), kLdapInvalidSyntax);

@@ -83,7 +83,7 @@ void ListViewControl::Report(const QItemSelection& rows, bool selected) {
   }
   // A row may come once for each of its cells.
   std::ranges::sort(changed);
-  changed.erase(std::ranges::unique(changed).begin(), changed.end());
+  changed.erase(std::unique(changed.begin(), changed.end()), changed.end());
   for (const int row : changed) {
     events().OnListViewItemChanged(id(), {.row = static_cast<RowIndex>(row),
                                           .state_changed = true,

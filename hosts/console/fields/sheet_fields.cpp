@@ -22,6 +22,7 @@ SheetFields::SheetFields(QtPropertySheet& sheet, std::shared_ptr<session::Guarde
   sheet_.SetFoot(*foot_);
   sheet_.may_apply = [this] { return MayApply(); };
   sheet_.go_to = [this](std::string_view attribute) { GoTo(attribute); };
+  sheet_.on_end = [this] { disconnect(qApp, nullptr, this, nullptr); };
   tabs_->on_edited = [this](std::size_t page) { OnEdited(page); };
   connect(qApp, &QApplication::focusChanged, this,
           [this](const QWidget* /*old*/, const QWidget* now) {

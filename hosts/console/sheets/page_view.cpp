@@ -32,6 +32,11 @@ PageView::PageView(QWidget* parent) : QScrollArea(parent) {
   });
 }
 
+PageView::~PageView() {
+  // The focus moves on while the page goes.
+  disconnect(qApp, nullptr, this, nullptr);
+}
+
 void PageView::Hold(QWidget& page) {
   holder().layout()->addWidget(&page);
   holder().setFocusPolicy(Qt::NoFocus);

@@ -10,6 +10,7 @@ namespace pelora::console {
 class PageView final : public QScrollArea {
  public:
   explicit PageView(QWidget* parent = nullptr);
+  ~PageView() override;
 
   /// The parent of the page's widget. Before it holds the page it takes the keyboard in its place,
   /// where that goes from tab to tab.

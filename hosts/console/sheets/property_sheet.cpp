@@ -31,6 +31,7 @@ QtPropertySheet::QtPropertySheet(const resources::ResourceFile& module, const QS
 }
 
 QtPropertySheet::~QtPropertySheet() {
+  if (on_end) on_end();
   tabs_of_.clear();
   machine_.Close();
 }

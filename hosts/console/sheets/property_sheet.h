@@ -62,6 +62,8 @@ class QtPropertySheet final : public QDialog, private sheets::IPageView {
   /// Shows the page with the field of an attribute and puts the keyboard into it. Nothing happens
   /// where no page has such a field. May be none.
   std::function<void(std::string_view attribute)> go_to;
+  /// Called before the sheet's parts go, one by one: the focus moves on between them. May be none.
+  std::function<void()> on_end;
 
   /// OK and Cancel.
   void accept() override;

@@ -17,7 +17,7 @@ bool MayEnable(const Wish* wish) {
 void FulfilWishes(std::span<const Wish> wishes, const OperatorOf& operator_of) {
   std::vector<const Wish*> left;
   for (const Wish& wish : wishes) left.push_back(&wish);
-  std::ranges::stable_partition(left, &MayEnable);
+  std::stable_partition(left.begin(), left.end(), &MayEnable);
   while (!left.empty()) {
     auto next = std::ranges::find_if(
         left, [&](const Wish* wish) { return operator_of(*wish).IsEnabled(*wish); });

@@ -64,8 +64,7 @@ void CheckNotes::NameOthers(const Note& note, const std::vector<ObjectIndex>& ra
     }
   }
   std::ranges::sort(others);
-  const auto repeated = std::ranges::unique(others);
-  others.erase(repeated.begin(), repeated.end());
+  others.erase(std::unique(others.begin(), others.end()), others.end());
   for (const auto& [rank, object] : others) finding.others.push_back(objects_[object]);
 
   std::string addresses = Joined(note.addresses, note.addresses.size(), ", ");

@@ -110,7 +110,7 @@ std::optional<std::string> InAsciiLetters(std::string_view name) {
   // What stood at an end, or beside what fell away, divides nothing.
   const auto divides = [](char sign) { return sign == '-' || sign == '.'; };
   const auto both = [&](char left, char right) { return divides(left) && divides(right); };
-  text.erase(std::ranges::unique(text, both).begin(), text.end());
+  text.erase(std::unique(text.begin(), text.end(), both), text.end());
   while (!text.empty() && divides(text.back())) text.pop_back();
   while (!text.empty() && divides(text.front())) text.erase(0, 1);
   if (text.empty()) return std::nullopt;

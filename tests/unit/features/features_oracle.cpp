@@ -21,10 +21,12 @@ void FeaturesOracle::Open() {
   edited_servers_ = false;
   modified_ = false;
   for (const auto& [row, name] : kPlainNames) {
-    const bool enabled = std::ranges::any_of(
-        users_, [&name](const OracleUser& user) { return user.enabled.contains(name); });
-    const bool disabled = std::ranges::any_of(
-        users_, [&name](const OracleUser& user) { return user.disabled.contains(name); });
+    const bool enabled = std::ranges::any_of(users_, [&feature = name](const OracleUser& user) {
+      return user.enabled.contains(feature);
+    });
+    const bool disabled = std::ranges::any_of(users_, [&feature = name](const OracleUser& user) {
+      return user.disabled.contains(feature);
+    });
     status_[row] = enabled && disabled ? "Ambiguous"
                    : enabled           ? "Enabled"
                    : disabled          ? "Disabled"

@@ -133,9 +133,9 @@ void FeaturesRandomTest::EditArchiver() {
         user.SelectListRow(IDC_ARCHIVER_LIST, list.Count() - 1);
         user.Click(IDC_ARCHIVER_REMOVE);
       }
-      for (const std::string& server : wanted | std::views::reverse) {
+      for (auto server = wanted.rbegin(); server != wanted.rend(); ++server) {
         user.EraseText(IDC_ARCHIVER_NAME);
-        user.TypeText(IDC_ARCHIVER_NAME, server);
+        user.TypeText(IDC_ARCHIVER_NAME, *server);
         user.Click(IDC_ARCHIVER_ADD);
       }
       user.Click(static_cast<ControlId>(confirms ? kDialogOk : kDialogCancel));

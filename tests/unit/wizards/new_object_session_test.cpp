@@ -86,7 +86,7 @@ class RecordingExtension final : public Counted<IDsAdminNewObjExt> {
 
 class NewObjectTest : public ::testing::Test {
  protected:
-  NewObjectSetup Setup(const std::string& class_name, std::vector<Guid> interfaces = {}) {
+  NewObjectSetup SetupFor(const std::string& class_name, std::vector<Guid> interfaces = {}) {
     bench_.directory.AddObject("LDAP://" + kContainer);
     NewObjectSetup setup{
         .class_name = class_name,
@@ -120,13 +120,13 @@ class NewObjectTest : public ::testing::Test {
 
   void StartUser() {
     wizard_ = std::make_unique<HeadlessNewObjectWizard>(
-        bench_.templates(), Setup("user", {IID_IADsUser}), WizardRole::kSecondary);
+        bench_.templates(), SetupFor("user", {IID_IADsUser}), WizardRole::kSecondary);
     EXPECT_EQ(Add("CWizardExtUser"), S_OK);
     wizard_->Show();
   }
   void StartList() {
     wizard_ = std::make_unique<HeadlessNewObjectWizard>(
-        bench_.templates(), Setup("peloraAddresslist"), WizardRole::kPrimary);
+        bench_.templates(), SetupFor("peloraAddresslist"), WizardRole::kPrimary);
     EXPECT_EQ(Add("CWizardAddresslist"), S_OK);
     EXPECT_EQ(Add("CWizardExtAddresslist"), S_OK);
     wizard_->Show();
@@ -215,7 +215,7 @@ TEST_F(NewObjectTest, AnInvalidPageHoldsNextBackAndLetsOneGoBack) {
 }
 
 TEST_F(NewObjectTest, ExtensionsAreCalledInTheConsolesOrder) {
-  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), Setup("user"),
+  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), SetupFor("user"),
                                                       WizardRole::kSecondary);
   AddRecorder();
   EXPECT_EQ(wizard_->PageCount(), 2U);
@@ -228,7 +228,7 @@ TEST_F(NewObjectTest, ExtensionsAreCalledInTheConsolesOrder) {
 }
 
 TEST_F(NewObjectTest, AChangedNameGivesTheExtensionsANewObjectAndTheSameNameNone) {
-  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), Setup("user"),
+  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), SetupFor("user"),
                                                       WizardRole::kSecondary);
   AddRecorder();
   wizard_->Show();
@@ -284,7 +284,7 @@ TEST_F(NewObjectTest, ANameInUseIsSaidOnceAndEverythingTypedStays) {
 
 TEST_F(NewObjectTest, AFailedCommitIsCleanedUpAndMayBeTriedAgain) {
   wizard_ = std::make_unique<HeadlessNewObjectWizard>(
-      bench_.templates(), Setup("user", {IID_IADsUser}), WizardRole::kSecondary);
+      bench_.templates(), SetupFor("user", {IID_IADsUser}), WizardRole::kSecondary);
   EXPECT_EQ(Add("CWizardExtUser"), S_OK);
   AddRecorder();
   wizard_->Show();
@@ -303,7 +303,7 @@ TEST_F(NewObjectTest, AFailedCommitIsCleanedUpAndMayBeTriedAgain) {
 }
 
 TEST_F(NewObjectTest, AFailureThatNoExtensionShowsIsLeftToTheHost) {
-  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), Setup("user"),
+  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), SetupFor("user"),
                                                       WizardRole::kSecondary);
   AddRecorder().on_error = E_NOTIMPL;
   wizard_->Show();
@@ -315,7 +315,7 @@ TEST_F(NewObjectTest, AFailureThatNoExtensionShowsIsLeftToTheHost) {
   EXPECT_EQ(log_, (Lines{"write 1", "object", "write 4", "error 2147942405 in 2"}));
   EXPECT_FALSE(wizard_->result()->is_shown);
   // Without any extension there is nobody to show it either.
-  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), Setup("user"),
+  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), SetupFor("user"),
                                                       WizardRole::kSecondary);
   wizard_->Show();
   wizard_->TypeName("Ada");
@@ -327,7 +327,7 @@ TEST_F(NewObjectTest, AFailureThatNoExtensionShowsIsLeftToTheHost) {
 }
 
 TEST_F(NewObjectTest, AnExtensionMayPreventTheCommitAndNobodyAfterIt) {
-  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), Setup("user"),
+  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), SetupFor("user"),
                                                       WizardRole::kSecondary);
   RecordingExtension& recorder = AddRecorder();
   recorder.write[NewObjectPhase::kPreCommit] = E_FAIL;
@@ -357,7 +357,7 @@ TEST_F(NewObjectTest, AFailedWriteOfTheExtensionStillMakesTheObject) {
 }
 
 TEST_F(NewObjectTest, WhatTheHostItselfCannotWriteStopsTheCreation) {
-  NewObjectSetup setup = Setup("user");
+  NewObjectSetup setup = SetupFor("user");
   setup.write_own = [](IADs& /*object*/) { return E_ADS_CANT_CONVERT_DATATYPE; };
   wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), std::move(setup),
                                                       WizardRole::kSecondary);
@@ -462,7 +462,7 @@ TEST_F(NewObjectTest, AListThatCannotBeMadeIsReported) {
 
 TEST_F(NewObjectTest, APrimaryThatMakesNothingMakesTheCreationFail) {
   wizard_ = std::make_unique<HeadlessNewObjectWizard>(
-      bench_.templates(), Setup("peloraAddresslist"), WizardRole::kPrimary);
+      bench_.templates(), SetupFor("peloraAddresslist"), WizardRole::kPrimary);
   AddRecorder();
   wizard_->Show();
   EXPECT_EQ(wizard_->PageCount(), 1U);
@@ -475,7 +475,7 @@ TEST_F(NewObjectTest, APrimaryThatMakesNothingMakesTheCreationFail) {
 
 TEST_F(NewObjectTest, TheSiteKnowsItsExtensionsPages) {
   wizard_ = std::make_unique<HeadlessNewObjectWizard>(
-      bench_.templates(), Setup("user", {IID_IADsUser}), WizardRole::kSecondary);
+      bench_.templates(), SetupFor("user", {IID_IADsUser}), WizardRole::kSecondary);
   EXPECT_EQ(Add("CWizardExtUser"), S_OK);
   const Ref<IDsAdminNewObj> site = AddRecorder().wizard;
   EXPECT_EQ(Query<IDsAdminNewObj>(*site), site);
@@ -499,7 +499,7 @@ TEST_F(NewObjectTest, TheSiteKnowsItsExtensionsPages) {
 
 TEST_F(NewObjectTest, OnlyThePrimaryIsOfferedThePrimarySite) {
   wizard_ = std::make_unique<HeadlessNewObjectWizard>(
-      bench_.templates(), Setup("peloraAddresslist"), WizardRole::kPrimary);
+      bench_.templates(), SetupFor("peloraAddresslist"), WizardRole::kPrimary);
   RecordingExtension& first = AddRecorder();
   RecordingExtension& second = AddRecorder();
   const Ref<IDsAdminNewObjPrimarySite> site = Query<IDsAdminNewObjPrimarySite>(*first.wizard);
@@ -517,7 +517,7 @@ TEST_F(NewObjectTest, OnlyThePrimaryIsOfferedThePrimarySite) {
 }
 
 TEST_F(NewObjectTest, AnExtensionThatRefusesIsLeftOut) {
-  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), Setup("user"),
+  wizard_ = std::make_unique<HeadlessNewObjectWizard>(bench_.templates(), SetupFor("user"),
                                                       WizardRole::kSecondary);
   auto* refusing = new RecordingExtension(log_);
   refusing->initialize = E_ACCESSDENIED;
