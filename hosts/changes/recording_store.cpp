@@ -42,6 +42,10 @@ void RecordingStore::Give(std::shared_ptr<const ldap::Entry> entry) {
 
 void RecordingStore::TakeBack(const std::string& dn) { given_.erase(ldap::FoldCase(dn)); }
 
+std::shared_ptr<void> RecordingStore::TakeAllBack() {
+  return std::make_shared<decltype(given_)>(std::exchange(given_, {}));
+}
+
 RecordingStore::Asked RecordingStore::AskedOf(std::span<const std::string> attributes) const {
   return {.attributes = attributes,
           .are_bound = memory_.AreBound(attributes),
@@ -107,6 +111,7 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
     ldap::Entry entry = PartOf(*at_hand, attributes);
     Note(dns.front(), asked, std::move(at_hand));
     if (!sink({}, std::move(entry))) break;
+    if (breathe_) breathe_();
     dns = dns.subspan(1);
   }
   return {};

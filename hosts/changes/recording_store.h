@@ -18,14 +18,16 @@ namespace pelora::changes {
 /// recorded and goes nowhere.
 class RecordingStore final : public ldap::ForwardingStore, public ldap::IReadingWitness {
  public:
-  /// Both outlive it. `breathe` is called with every value told and every modification; may be
-  /// none.
+  /// Both outlive it. `breathe` is called with every value told, every modification and every
+  /// object that is at hand when it is read; may be none.
   RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
                  std::function<void()> breathe = {});
 
   /// Answers readings of this object from now on, as far as they ask for what bindings read.
   void Give(std::shared_ptr<const ldap::Entry> entry);
   void TakeBack(const std::string& dn);
+  /// Takes back everything, and hands it over.
+  [[nodiscard]] std::shared_ptr<void> TakeAllBack();
 
   void OnTold(const std::string& dn, std::string_view attribute,
               const AttributeValues& values) override {

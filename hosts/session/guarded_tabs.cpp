@@ -42,6 +42,13 @@ struct GuardedTabs::Tab {
                  .text = surroundings.platform.text,
                  .component_library = surroundings.platform.component_library} {}
 
+  /// Who was left out of what the page was to write is not left out of what is edited once more.
+  void TakeInEdited() {
+    for (const std::size_t field : fields.touched.TakeEdited()) {
+      recording.TakeInAgain(fields.touched.Row(field).attributes);
+    }
+  }
+
   PageFields fields;
   changes::RecordingDirectory recording;
   ToldFailures told;
@@ -51,10 +58,31 @@ struct GuardedTabs::Tab {
   std::function<void(const std::function<bool(const std::string& dn)>& is_done)> on_committed;
 };
 
+/// What a sheet knows of its objects: of thousands it takes its time to go.
+struct GuardedTabs::Known {
+  std::vector<std::shared_ptr<const ldap::Entry>> entries;
+  std::map<std::string, std::string> names;
+  std::vector<std::vector<GatheredField>> gathered;
+  std::vector<std::shared_ptr<void>> recorded;
+};
+
 GuardedTabs::GuardedTabs(TabSurroundings surroundings)
     : surroundings_(std::move(surroundings)), rights_(surroundings_.store.schema()) {}
 
-GuardedTabs::~GuardedTabs() = default;
+GuardedTabs::~GuardedTabs() {
+  try {
+    auto known = std::make_shared<Known>();
+    known->entries = std::move(entries_);
+    known->names = std::move(names_);
+    for (const auto& tab : tabs_) {
+      known->gathered.push_back(std::move(tab->fields.gathered));
+      known->recorded.push_back(tab->recording.ForgetAll());
+    }
+    errands().LetGo(std::move(known));
+  } catch (...) {
+    // Without memory it goes at once.
+  }
+}
 
 void GuardedTabs::Learn(Tab& tab, std::vector<FieldRow> fields, DialogId dialog) {
   const auto page = surroundings_.templates.Dialog(dialog);
@@ -95,6 +123,7 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
               [&tab](IDialog& dialog) {
                 tab.told.Forget();
                 tab.fields.touched.LookBeforeApply(dialog);
+                tab.TakeInEdited();
               },
           .on_applied =
               [&fields] {
@@ -139,6 +168,7 @@ void GuardedTabs::TellEdited(std::size_t page) {
   PageFields& fields = Fields(page);
   if (!fields.IsShown()) return;
   fields.touched.Look(*fields.dialog);
+  pages_.at(page)->TakeInEdited();
   if (on_edited) on_edited(page);
 }
 
@@ -156,7 +186,10 @@ GuardedTabs::Tab& GuardedTabs::MakeTab(std::vector<std::string> attributes) {
   };
   // Its page lives by it, whatever its component answers.
   tabs_.push_back(std::move(added));
-  for (const auto& entry : entries_) tab.recording.Give(entry);
+  for (const auto& entry : entries_) {
+    tab.recording.Give(entry);
+    errands().Breathe();
+  }
   return tab;
 }
 
@@ -188,7 +221,10 @@ void GuardedTabs::AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& ad
   if (attributes.empty()) attributes.emplace_back("objectClass");
   Tab& tab = MakeTab(std::move(attributes));
   std::vector<std::string> names;
-  for (const DirectoryObject& object : selection_) names.push_back(object.dn);
+  for (const DirectoryObject& object : selection_) {
+    names.push_back(object.dn);
+    errands().Breathe();
+  }
   for (const AttributeWords& words : kind.words) book_.Add(words);
   if (kind.lists == ListedObjects::kNone) {
     AddFieldPage(tab, kind, std::move(names), add_page);
@@ -252,6 +288,7 @@ ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection,
   for (const DirectoryObject& object : selection) {
     names.push_back(object.dn);
     names_.emplace(ldap::FoldCase(object.dn), object.name);
+    errands().Breathe();
   }
   std::vector<std::string> attributes = ldap::BoundAttributes();
   for (const OwnPageKind* const page : own_pages) {
@@ -305,7 +342,10 @@ TabsOpening GuardedTabs::Open(std::span<const DirectoryObject> selection,
                       status.text + ". " + AdviceOnReading(ldap::HresultOfLdap(status.code)),
             .is_stopped = status.code == ldap::kLdapUserCancelled};
   }
-  selection_.assign(selection.begin(), selection.end());
+  for (const DirectoryObject& object : selection) {
+    selection_.push_back(object);
+    errands().Breathe();
+  }
   const Ref<IDataObject> data_object = MakeSelectionDataObject(selection);
   HRESULT failure = S_OK;
   for (const Guid& class_id : tabs) {
@@ -345,6 +385,7 @@ std::optional<std::size_t> GuardedTabs::Commit() {
   const std::optional<std::size_t> left = commit.Run();
   is_outdated_ = is_outdated_ || commit.has_kept_theirs();
   SettleWritten(commit);
+  commit.LetGo();
   return left;
 }
 
@@ -361,6 +402,9 @@ void GuardedTabs::SettleWritten(const SheetCommit& commit) {
     if (tab.on_committed) tab.on_committed(is_done);
     if (!tab.recording.HasRecorded()) tab.fields.touched.Settle(*tab.fields.dialog);
     Gather(tab.fields);
+    // What a page did with its fields while it applied is nobody's edit.
+    tab.fields.touched.Look(*tab.fields.dialog);
+    (void)tab.fields.touched.TakeEdited();
     TellEdited(page);
   }
 }

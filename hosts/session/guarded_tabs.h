@@ -114,6 +114,7 @@ class GuardedTabs {
 
  private:
   struct Tab;
+  struct Known;
 
   [[nodiscard]] IErrands& errands() {
     return surroundings_.errands != nullptr ? *surroundings_.errands : at_once_;

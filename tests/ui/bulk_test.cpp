@@ -3,6 +3,7 @@
 // the window lives on, what is told is right, trying again finishes it, and it can be taken back.
 #include <gmock/gmock.h>
 
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QScopeGuard>
 #include <atomic>
@@ -10,6 +11,8 @@
 #include <thread>
 
 #include "hosts/console/errands/qt_errands.h"
+#include "hosts/console/writing/conflict_dialog.h"
+#include "hosts/console/writing/result_dialog.h"
 #include "hosts/console/writing/review_dialog.h"
 #include "hosts/ldap/forwarding_store.h"
 #include "tests/support/long_form.h"
@@ -145,6 +148,8 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
   EXPECT_EQ(HiddenCount(), users.size());
   EXPECT_GT(meter.turns(), 50);
 
+  meter.Enter("letting go of the sheet");
+  open.Destroy();
   meter.Enter("taking back");
   ASSERT_EQ(history.List().size(), 1U);
   const auto undone = history.Undo(history.List().front().id, store, errands);
@@ -152,6 +157,29 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
   EXPECT_EQ(directory.entries(), before);
   std::cout << "bulk: " << Count() << " users, the window answered within " << meter.longest()
             << " ms (" << meter.Text() << ")\n";
+}
+
+TEST_F(BulkSheet, NoColumnIsMeasuredByItsRows) {
+  session::Review review;
+  std::vector<session::WrittenChange> results;
+  std::vector<session::ShownConflict> conflicts;
+  for (const session::DirectoryObject& user : users) {
+    review.changes.push_back({.dn = user.dn, .name = user.name, .fields = {{"a", "A", "0", "1"}}});
+    results.push_back({.name = user.name, .result = {.dn = user.dn}, .reason = "why"});
+    conflicts.emplace_back().name = user.name;
+  }
+  const console::ReviewDialog review_dialog(review, nullptr);
+  const console::ResultDialog result_dialog(results, nullptr);
+  const console::ConflictDialog conflict_dialog(conflicts, nullptr);
+  for (const QDialog* const dialog :
+       {static_cast<const QDialog*>(&review_dialog), static_cast<const QDialog*>(&result_dialog),
+        static_cast<const QDialog*>(&conflict_dialog)}) {
+    const auto& table = *dialog->findChild<QTableView*>();
+    for (int column = 0; column < table.model()->columnCount(); ++column) {
+      EXPECT_NE(table.horizontalHeader()->sectionResizeMode(column), QHeaderView::ResizeToContents)
+          << ToUtf8(dialog->objectName()) << " " << column;
+    }
+  }
 }
 
 /// Counts how often it is asked what an object has.

@@ -18,6 +18,7 @@
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/visible_text.h"
 
@@ -55,10 +56,11 @@ int WritePropertiesPicture(session::DirectorySession& session,
   StreamMessageBox messages(std::cerr);
   QtChoosers choosers(*session.store, session.open_another);
   const ConsolePlatform platform(session.service, messages, choosers, module);
+  const resources::ResourceFile templates = session::WithOwnPages(module).value.value();
   const SheetResult made = MakePropertySheet(objects, session.specifiers,
                                              {.store = *session.store,
                                               .platform = platform.platform(),
-                                              .templates = module,
+                                              .templates = templates,
                                               .open_another = session.open_another},
                                              nullptr);
   if (!made.sheet) return Fail(ToUtf8(made.error));

@@ -28,10 +28,12 @@
 #include "hosts/console/window/object_icons.h"
 #include "hosts/session/connection_status.h"
 #include "hosts/session/noted_additions.h"
+#include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
-MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) {
+MainWindow::MainWindow(const resources::ResourceFile& module)
+    : module_(module), templates_(session::WithOwnPages(module).value.value()) {
   setWindowTitle(QStringLiteral("Pelora Console"));
   setWindowIcon(IconOf(session::ObjectIcon::kDomain));
   MakePane();

@@ -144,6 +144,8 @@ class MainWindow final : public QMainWindow {
   void ShowConnection();
 
   const resources::ResourceFile& module_;
+  /// Those of sheets: with our own pages'.
+  const resources::ResourceFile templates_;
   QtMessageBox message_box_;
   QtErrands errands_;
   QtWritingDesk desk_;

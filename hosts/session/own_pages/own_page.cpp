@@ -27,6 +27,7 @@ std::optional<std::string> InCommon(const OwnField& field, const std::vector<std
                                     const changes::RecordingDirectory& recording) {
   std::optional<std::string> common;
   for (const std::string& name : names) {
+    recording.Breathe();
     std::string shown = field.form->shown(field.attribute, SeenBy(recording, name));
     if (common && *common != shown) return std::nullopt;
     common = std::move(shown);
