@@ -73,7 +73,7 @@ TEST_F(ResetPassword, IsForOneUserAtATime) {
 TEST_F(ResetPassword, WaitsForTwoThatMatchAndStaysWithTheDirectorysReason) {
   store().is_sealed = true;
   OpenSheet& open = Open({kBirgit}, "Account");
-  modal_scripts().Add([this](QWidget& window) {
+  modal_scripts().Add([](QWidget& window) {
     PasswordDialog dialog(window);
     EXPECT_THAT(dialog.Hint(), HasSubstr("twice"));
     EXPECT_FALSE(dialog.Ok().isEnabled());
