@@ -21,7 +21,7 @@ run_packages=(
 test_packages=(
   "${run_packages[@]}"
   libgtest-dev libgmock-dev ldb-tools python3 git
-  clang clang-format clang-tidy shellcheck man-db
+  clang lld clang-format clang-tidy shellcheck man-db
   # a domain controller that the tests run for themselves, and a server of their own beside it
   samba-ad-dc samba-ad-provision samba-dsdb-modules samba-vfs-modules python3-samba winbind
   ldap-utils iproute2 libsasl2-dev libsasl2-modules-gssapi-mit

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # The long forms of tests that ./test.sh runs in short, with a table of what was done.
 #
-#   tests/long.sh [NAME=NUMBER...]
+#   tests/long.sh [only] [NAME=NUMBER...]
 #
 #   fuzz=600         seconds for each fuzzer
 #   kills=1000       of a program that writes to a directory file
@@ -12,21 +12,29 @@
 #   counter=1000     rounds of two writers that count on one number of a domain
 #   edits=1000       rounds of random edits on each tab
 #   bulk=5000        users that one sheet of the console changes
-#   faults=0         calls that fail, of each trial; 0: every one
+#   faults=0         calls that fail, of each trial: always every one
 #   allocations=400  allocations that fail, of each trial; 0: every one
 #   windows=200      the same of each trial in front of the console's windows
 #   wine=1000        sheets opened and closed by the module under Wine
+#   threads=1        the suites of what works beside the windows, under the thread sanitizer
+#   alone=1          every source compiled by itself
 #
-# A row whose number is "none" is left out; so are, with sanitizers=none and alone=none, the suites of the
-# console's windows under the sanitizers, and the compiling of every source by itself. Everything is built as by ./test.sh; the presets asan-all, tsan and windows where their rows are
-# wanted. The table stands in build/long.txt too, what the programs say in build/long.log.
+# A row whose number is "none" is left out; with "only" first, all rows that are not named are. What a row
+# needs is built as by ./test.sh, and the preset tsan where its row is wanted. The table stands
+# in build/long.txt too, what the programs say in build/long.log.
 #
 # A test that has a short and a long form takes its number of rounds from PELORA_LONG.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
 declare -A wanted=([fuzz]=600 [kills]=1000 [rounds]=10000 [domain]=3000 [counter]=1000 [edits]=1000 [bulk]=5000 [faults]=0
-  [allocations]=400 [windows]=200 [wine]=1000 [sanitizers]=1 [alone]=1)
+  [allocations]=400 [windows]=200 [wine]=1000 [threads]=1 [alone]=1)
+if [ "${1:-}" = only ]; then
+  shift
+  for name in "${!wanted[@]}"; do
+    [[ " $*" == *" $name="* ]] || wanted[$name]=none
+  done
+fi
 for argument in "$@"; do
   name="${argument%%=*}"
   if [ "$name" = "$argument" ] || [ -z "${wanted[$name]:-}" ]; then
@@ -56,8 +64,13 @@ fail() {
   row "$1" "FAILED (see $log)"
 }
 
+# build PRESET TARGET...: false when it fails.
+build() { { cmake --preset "$1" -DBUILD_TESTING=ON && cmake --build "build/$1" --target "${@:2}"; } >>"$log" 2>&1; }
+
 # said NAME PROGRAM FILTER [LAUNCHER]: what a test program says, into `output`; false when it fails.
 said() {
+  build native "${2##*/}" || { fail "$1"; return 1; }
+  began="$SECONDS"
   output="$(LDB_MODULES_DISABLE_DEEPBIND=1 PELORA_LONG="$rounds" ${4:+"$4"} "$PWD/build/native/tests/$2" \
     --gtest_filter="$3" 2>&1)"
   local code=$?
@@ -86,28 +99,35 @@ sum() {
   row "$2" "$(awk '{ sum += $1 } END { print sum " in " NR " cases" }' <<<"$numbers")"
 }
 
-# suites NAME PRESET [PATTERN]: suites of another preset, all or those of a name.
+# suites NAME PRESET SUITE...: suites of another preset, all of which have to be there.
 suites() {
-  local tests
-  if ! { cmake --preset "$2" && cmake --build --preset "$2" --target "${@:4}"; } >>"$log" 2>&1; then
-    fail "$1"
-    return
-  fi
-  if ! tests="$(ctest --preset "$2" -R "$3" -j "$(nproc)" 2>&1 | tee -a "$log")"; then
-    fail "$1"
-    return
-  fi
-  row "$1" "$(sed -n 's/^100% tests passed, 0 tests failed out of \([0-9]*\)/\1 suites passed/p' <<<"$tests")"
+  local pattern tests passed
+  pattern="$(IFS='|'; echo "^(${*:3})\$")"
+  build "$2" "${@:3}" || { fail "$1"; return; }
+  began="$SECONDS"
+  tests="$(ctest --preset "$2" -R "$pattern" -j "$(nproc)" 2>&1)" || { echo "$tests" >>"$log"; fail "$1"; return; }
+  echo "$tests" >>"$log"
+  passed="$(sed -n 's/^100% tests passed, 0 tests failed out of \([0-9]*\)/\1/p' <<<"$tests")"
+  if [ "$passed" = "$(($# - 2))" ]; then row "$1" "$passed suites passed"; else fail "$1"; fi
 }
 
-sanitized_windows=(ui_background_reading ui_choosers ui_console_dialog ui_console_features ui_console_sheet
-  ui_console_window ui_exceptions ui_fields ui_new_object ui_object_search ui_tabs ui_texts ui_writing)
-watched_threads=(changes_test session_test ui_background_reading ui_object_search)
-either() { local IFS='|'; echo "^($*)\$"; }
+# under_wine NAME FILTER PATTERN: one row, with what the module's suites say of themselves.
+under_wine() {
+  local told text
+  build windows all || { fail "$1"; return; }
+  began="$SECONDS"
+  rm -rf build/windows/results
+  told="$(GTEST_FILTER="$2" PELORA_LONG="$rounds" tests/windows/run_wine_suites.sh 2>&1)" ||
+    { echo "$told" >>"$log"; fail "$1"; return; }
+  echo "$told" >>"$log"
+  text="$(sed -n "$3" build/windows/results/*.log | tr -d '\r' | head -n 1)"
+  if [ -n "$text" ]; then row "$1" "$text"; else fail "$1"; fi
+}
 
+watched_threads=(changes_test session_test ui_background_reading ui_object_search)
+
+mkdir -p build
 : >"$log"
-cmake --preset native >/dev/null && cmake --build build/native >>"$log" || exit 1
-began="$SECONDS"
 {
   sum faults "faults injected and survived" harness/harness_test '*Faults.*' 'faults injected and survived'
   sum edits "random edits and applies" harness/harness_test '*PageModel.*' 'random edits and applies'
@@ -124,24 +144,12 @@ began="$SECONDS"
     's/^two writers, //p' tests/lab/run_in_lab.sh
   trial rounds "soak" harness/harness_test 'Soak.Nothing*' 's/^soak: //p'
   trial bulk "a bulk in the window" ui/ui_writing 'BulkSheet.AllOfIt*' 's/^bulk: //p'
-  if wants wine; then
-    if { cmake --preset windows && cmake --build build/windows; } >>"$log" 2>&1 &&
-      told="$(GTEST_FILTER='EnduranceTest.*' PELORA_LONG="$rounds" tests/windows/run_wine_suites.sh 2>&1)"; then
-      printf '%s\n' "$told" >>"$log"
-      row "soak under Wine" "$(sed -n 's/^soak under Wine: //p' build/windows/results/*.log | tr -d '\r' | head -n 1)"
-    else
-      printf '%s\n' "${told:-}" >>"$log"
-      fail "soak under Wine"
-    fi
-  fi
-  if wants sanitizers; then
-    suites "windows under ASan and UBSan" asan-all "$(either "${sanitized_windows[@]}")" "${sanitized_windows[@]}"
-    suites "threads under TSan" tsan "$(either "${watched_threads[@]}")" "${watched_threads[@]}"
-  fi
+  if wants wine; then under_wine "soak under Wine" 'EnduranceTest.*' 's/^soak under Wine: //p'; fi
+  if wants threads; then suites "threads under TSan" tsan "${watched_threads[@]}"; fi
   if wants alone; then
     if cmake --preset native -B build/alone -DBUILD_TESTING=ON -DPELORA_UNITY=OFF >>"$log" 2>&1 &&
       cmake --build build/alone >>"$log" 2>&1; then
-      row "sources, each alone" "compiled"
+      row "sources, each alone" "$(find build/alone -name '*.cpp.o' | wc -l) compiled"
     else
       fail "sources, each alone"
     fi

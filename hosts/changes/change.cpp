@@ -34,13 +34,6 @@ constexpr std::string_view kPasswordSet = "pwdLastSet";
 /// Written so, the directory puts the time in its place.
 constexpr const char* kNow = "-1";
 
-/// Whether what was written cannot be taken back: nobody but the directory locks an account, and
-/// what it has made of `kNow` is not known.
-bool IsForGood(const ValueChange& value) {
-  if (IsSecret(value.attribute) || EqualsWithoutCase(value.attribute, kLockedSince)) return true;
-  return EqualsWithoutCase(value.attribute, kPasswordSet) && value.wanted == AttributeValues{kNow};
-}
-
 /// What an attribute goes back to: a time that was set for a password cannot be set again, but that
 /// the password is good.
 AttributeValues FormerValues(const ValueChange& value) {
@@ -75,6 +68,12 @@ bool IsOfPlace(Change::Kind kind) {
 }
 
 }  // namespace
+
+// Nobody but the directory locks an account, and what it has made of `kNow` is not known.
+bool IsForGood(const ValueChange& value) {
+  if (IsSecret(value.attribute) || EqualsWithoutCase(value.attribute, kLockedSince)) return true;
+  return EqualsWithoutCase(value.attribute, kPasswordSet) && value.wanted == AttributeValues{kNow};
+}
 
 const ValueChange* Change::Find(std::string_view attribute) const {
   const auto found = std::ranges::find_if(attributes, [&](const ValueChange& change) {
@@ -166,6 +165,14 @@ ldap::Entry SeenIn(const Change& change) {
     seen.attributes.insert_or_assign(value.attribute, value.seen);
   }
   return seen;
+}
+
+ldap::Entry WantedIn(const Change& change) {
+  ldap::Entry wanted{.dn = change.dn, .attributes = {}};
+  for (const ValueChange& value : change.attributes) {
+    wanted.attributes.insert_or_assign(value.attribute, value.wanted);
+  }
+  return wanted;
 }
 
 }  // namespace pelora::changes

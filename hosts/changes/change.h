@@ -92,10 +92,14 @@ void DropWhatChangesNothing(const ldap::Schema& schema, Change& change);
 /// first, what lies above others comes back before them.
 [[nodiscard]] std::vector<Change> UndosOf(const Change& change);
 
+/// Whether what was written of an attribute cannot be read, and so not be taken back either.
+[[nodiscard]] bool IsForGood(const ValueChange& value);
+
 /// Whether a change can be taken back at all.
 [[nodiscard]] bool CanBeTakenBack(const Change& change);
 
-/// The object that a change is about, as it was seen.
+/// The object that a change is about, as it was seen, and as it is wanted.
 [[nodiscard]] ldap::Entry SeenIn(const Change& change);
+[[nodiscard]] ldap::Entry WantedIn(const Change& change);
 
 }  // namespace pelora::changes

@@ -243,28 +243,21 @@ class ReadWork final : public IWork {
   [[nodiscard]] std::size_t count() const override { return names_.size(); }
   [[nodiscard]] std::string NameOf(std::size_t at) const override { return names_[at]; }
   [[nodiscard]] StoreStatus Read(std::size_t begin, std::size_t end) override {
-    objects_.clear();
-    for (std::size_t at = begin; at < end; ++at) {
-      objects_.push_back({.at = at});
-      if (const ldap::Entry* const entry = AtHand(at)) objects_.back().entry = *entry;
-    }
-    const std::vector<std::string> dns = ReadOf(begin, end);
+    // They are mostly those that were announced.
+    Batch batch = std::exchange(announced_, {});
+    if (batch.begin != begin || batch.objects.size() != end - begin) batch = BatchOf(begin, end);
     begin_ = begin;
-    std::size_t at = begin;
-    const auto skip_others = [&] {
-      while (at < end && !IsRead(at)) ++at;
-    };
-    skip_others();
+    objects_ = std::move(batch.objects);
+    std::size_t next = 0;
     StoreStatus status =
-        store_.ReadMany(dns, options_.attributes, [&](StoreStatus read, ldap::Entry entry) {
-          objects_[at - begin].status = std::move(read);
-          objects_[at - begin].entry = std::move(entry);
-          ++at;
-          skip_others();
+        store_.ReadMany(batch.dns, options_.attributes, [&](StoreStatus read, ldap::Entry entry) {
+          ReadObject& object = objects_[batch.places[next++]];
+          object.status = std::move(read);
+          object.entry = std::move(entry);
           return true;
         });
-    for (; !status.Ok() && at < end; ++at) {
-      if (IsRead(at)) objects_[at - begin].status = status;
+    for (; !status.Ok() && next < batch.places.size(); ++next) {
+      objects_[batch.places[next]].status = status;
     }
     return status;
   }
@@ -272,25 +265,36 @@ class ReadWork final : public IWork {
     return prepare_(std::move(objects_[at - begin_]));
   }
   void Announce(std::size_t begin, std::size_t end) override {
-    if (ahead_ != nullptr) ahead_->Expect(ReadOf(begin, end), options_.attributes);
+    if (ahead_ == nullptr) return;
+    announced_ = BatchOf(begin, end);
+    ahead_->Expect(announced_.dns, options_.attributes);
   }
   [[nodiscard]] bool ReadsAhead() const override { return ahead_ != nullptr; }
   [[nodiscard]] bool IsFresh() const override { return true; }
 
  private:
-  [[nodiscard]] const ldap::Entry* AtHand(std::size_t at) const {
-    return options_.at_hand ? options_.at_hand(at) : nullptr;
-  }
-  [[nodiscard]] bool IsRead(std::size_t at) const {
-    return !names_[at].empty() && AtHand(at) == nullptr;
-  }
-  /// The names of those of some objects that are read.
-  [[nodiscard]] std::vector<std::string> ReadOf(std::size_t begin, std::size_t end) const {
-    std::vector<std::string> read;
+  /// Objects that follow each other, as far as they are at hand, and the names and places (from 0)
+  /// of those that have to be read.
+  struct Batch {
+    std::size_t begin = 0;
+    std::vector<ReadObject> objects;
+    std::vector<std::string> dns;
+    std::vector<std::size_t> places;
+  };
+
+  [[nodiscard]] Batch BatchOf(std::size_t begin, std::size_t end) const {
+    Batch batch{.begin = begin, .objects = {}, .dns = {}, .places = {}};
     for (std::size_t at = begin; at < end; ++at) {
-      if (IsRead(at)) read.push_back(names_[at]);
+      ReadObject& object = batch.objects.emplace_back(ReadObject{.at = at});
+      const ldap::Entry* const entry = options_.at_hand ? options_.at_hand(at) : nullptr;
+      if (entry != nullptr) {
+        object.entry = *entry;
+      } else if (!names_[at].empty()) {
+        batch.places.push_back(at - begin);
+        batch.dns.push_back(names_[at]);
+      }
     }
-    return read;
+    return batch;
   }
 
   ldap::IDirectoryStore& store_;
@@ -302,6 +306,8 @@ class ReadWork final : public IWork {
   /// What was read last, from which object on.
   std::vector<ReadObject> objects_;
   std::size_t begin_ = 0;
+  /// What will be read next.
+  Batch announced_;
 };
 
 class KnownWork final : public IWork {

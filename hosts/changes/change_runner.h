@@ -46,7 +46,7 @@ struct RunOptions {
   /// What is read of each object before its change is prepared. None: all of it.
   std::vector<std::string> attributes{};
   /// The object at a place, when as much has been read of it already: it is not read again. Null
-  /// where it has not; may be none.
+  /// where it has not; may be none. It is asked once for each object that is worked on.
   std::function<const ldap::Entry*(std::size_t at)> at_hand{};
   /// One object at a time, and the end at the first that is not done.
   bool stops_at_first = false;

@@ -5,6 +5,7 @@
 #include <array>
 #include <utility>
 
+#include "hosts/changes/looked_up.h"
 #include "hosts/ldap/as_made.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/name_key.h"
@@ -28,14 +29,6 @@ constexpr auto kRefusals = std::to_array<int>({
 
 bool IsRefusal(const StoreStatus& answer) {
   return std::ranges::find(kRefusals, answer.code) != kRefusals.end();
-}
-
-ldap::Entry WantedIn(const Change& change) {
-  ldap::Entry entry{.dn = change.dn, .attributes = {}};
-  for (const ValueChange& value : change.attributes) {
-    entry.attributes.insert_or_assign(value.attribute, value.wanted);
-  }
-  return entry;
 }
 
 bool GoesAway(const Change& change) {
@@ -75,7 +68,7 @@ Result ChangeWriter::Finish(Change change, IChangeLog::NoteId note, StoreStatus 
   for (int attempt = 1;; ++attempt) {
     if (answer.Ok()) return {.dn = std::move(change.dn), .outcome = Outcome::kChanged};
     // It may have been done: what is noted of it stays.
-    if (answer.code == ldap::kLdapTimeout) return NotDone(std::move(change.dn), answer);
+    if (answer.code == ldap::kLdapTimeout) return Unknown(change, answer);
     Withdraw(note);
     if (!IsRefusal(answer)) return NotDone(std::move(change.dn), answer);
     ldap::Entry there;
@@ -99,14 +92,26 @@ Result ChangeWriter::Finish(Change change, IChangeLog::NoteId note, StoreStatus 
   }
 }
 
+Result ChangeWriter::Unknown(const Change& change, const StoreStatus& answer) {
+  Result result = NotDone(change.dn, answer);
+  if (!may_look_up_) return result;
+  const LookedUp looked_up = LookUp(store_, change);
+  // Where nobody can be reached, each further look would cost as long a wait again.
+  may_look_up_ = looked_up.is_reached;
+  result.message += "; looked at since, " + looked_up.text;
+  return result;
+}
+
 Result ChangeWriter::FinishOther(const Change& change, IChangeLog::NoteId note,
                                  const StoreStatus& answer) {
   Result result = NotDone(change.dn, answer);
   if (answer.Ok()) {
     result = {.dn = change.dn, .outcome = Outcome::kChanged};
+  } else if (result.outcome == Outcome::kUnknown) {
+    result = Unknown(change, answer);
   } else if (GoesAway(change) && answer.code == ldap::kLdapNoSuchObject) {
     result = {.dn = change.dn, .outcome = Outcome::kUnchanged};
-  } else if (change.kind == Change::Kind::kRename && result.outcome != Outcome::kUnknown) {
+  } else if (change.kind == Change::Kind::kRename) {
     result = StandingOfRename(change, answer);
   } else if (answer.code == ldap::kLdapAssertionFailed) {
     result = {.dn = change.dn, .outcome = Outcome::kRefused, .message = answer.text};

@@ -25,8 +25,11 @@ namespace pelora::changes {
 ///   long as nothing of it is in conflict (`Lists::kMerged`), or is a conflict (`kUntouched`);
 /// - everything is as it was seen: failed; the directory had another reason, and its words say so.
 ///
-/// A change that was sent and not answered is unknown and never sent again. A deleted object, a
-/// missing right and the like are failures with the directory's status and words.
+/// A change that was sent and not answered is unknown and never sent again. It is looked up once,
+/// by what was to be written, where the directory can be reached: the message says what was found,
+/// and the outcome stays, for another server may not know of it yet, and a slow one may still do
+/// it. A deleted object, a missing right and the like are failures with the directory's status and
+/// words.
 class ChangeWriter {
  public:
   /// `store` and `log`, which may be null, outlive the writer. What is about to be sent is noted in
@@ -53,6 +56,8 @@ class ChangeWriter {
   /// For additions and deletions, of which nothing is left to be read.
   [[nodiscard]] Result FinishOther(const Change& change, IChangeLog::NoteId note,
                                    const ldap::StoreStatus& answer);
+  /// For a change that was sent and not answered.
+  [[nodiscard]] Result Unknown(const Change& change, const ldap::StoreStatus& answer);
   /// Whether somebody else has given an object its new name.
   [[nodiscard]] bool HasNameAlready(const Change& change, const ldap::StoreStatus& answer);
   /// For a new name that could not be given.
@@ -67,6 +72,8 @@ class ChangeWriter {
   ldap::IDirectoryStore& store_;
   IChangeLog* log_;
   Lists lists_;
+  /// Until nobody could be reached for a look.
+  bool may_look_up_ = true;
 };
 
 }  // namespace pelora::changes

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/changes/recording_directory.h"
 
+#include <array>
 #include <utility>
 
 #include "hosts/changes/recording_memory.h"
@@ -12,11 +13,13 @@ namespace pelora::changes {
 class RecordingDirectory::Parts {
  public:
   Parts(ldap::IDirectoryStore& target, RecordingOptions options)
-      : memory(target.schema(), options.attributes, std::move(options.keeps)),
-        store(target, memory, std::move(options.breathe)),
+      : breathe(std::move(options.breathe)),
+        memory(target.schema(), options.attributes, std::move(options.keeps)),
+        store(target, memory, breathe),
         service(store, std::make_shared<ldap::StoreStatus>(),
                 {.attributes = std::move(options.attributes), .witness = &store}) {}
 
+  std::function<void()> breathe;
   RecordingMemory memory;
   RecordingStore store;
   ldap::StoreDirectoryService service;
@@ -58,9 +61,13 @@ AttributeValues RecordingDirectory::Seen(const std::string& dn, std::string_view
   return parts_->memory.Seen(dn, attribute);
 }
 
-std::vector<Change> RecordingDirectory::TakeRecorded() { return parts_->memory.Unwritten(); }
+std::vector<Change> RecordingDirectory::TakeRecorded() {
+  return parts_->memory.Unwritten(parts_->breathe);
+}
 
 bool RecordingDirectory::HasRecorded() const { return parts_->memory.HasUnwritten(); }
+
+void RecordingDirectory::Record(const Change& change) { parts_->memory.Record(change); }
 
 void RecordingDirectory::Settle(const Change& change, const Result& result) {
   parts_->store.TakeBack(change.dn);
@@ -76,6 +83,24 @@ void RecordingDirectory::Drop(const std::string& dn, std::string_view attribute)
 void RecordingDirectory::Forget(const std::string& dn) {
   parts_->store.TakeBack(dn);
   parts_->memory.Forget(dn);
+}
+
+std::shared_ptr<void> RecordingDirectory::ForgetAll() {
+  return std::make_shared<std::array<std::shared_ptr<void>, 2>>(
+      std::array{parts_->store.TakeAllBack(), parts_->memory.ForgetAll()});
+}
+
+void RecordingDirectory::LeaveOut(const std::string& dn) {
+  parts_->store.TakeBack(dn);
+  parts_->memory.LeaveOut(dn);
+}
+
+void RecordingDirectory::TakeInAgain(std::span<const std::string_view> attributes) {
+  parts_->memory.TakeInAgain(attributes);
+}
+
+void RecordingDirectory::Breathe() const {
+  if (parts_->breathe) parts_->breathe();
 }
 
 }  // namespace pelora::changes

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,8 +24,9 @@ struct RecordingOptions {
   std::vector<std::string> attributes = ldap::BoundAttributes();
   /// Whether what is staged of an attribute is kept. Empty: everything is.
   std::function<bool(std::string_view attribute)> keeps{};
-  /// Called with every value that a page is told and every object that it writes: where there are
-  /// many of them, a face may look after its window meanwhile. May be none.
+  /// Called with every value that a page is told and every object that it writes, that is at hand
+  /// when it is read, or that is taken: where there are many of them, a face may look after its
+  /// window meanwhile. May be none.
   std::function<void()> breathe{};
 };
 
@@ -87,6 +89,11 @@ class RecordingDirectory final : public IDirectoryService {
   /// Whether `TakeRecorded` would give something.
   [[nodiscard]] bool HasRecorded() const;
 
+  /// Records a change of an object in place of what is recorded of the same attributes. For what
+  /// knows by itself what it has seen; of lists `seen` and `wanted` may be what is taken out and
+  /// put in alone.
+  void Record(const Change& change);
+
   /// Tells what became of a change that was taken. Done: what was written is what the page has
   /// seen. Not done: the change stays pending.
   void Settle(const Change& change, const Result& result);
@@ -101,6 +108,20 @@ class RecordingDirectory final : public IDirectoryService {
 
   /// Drops what is known and recorded of an object, what is pending included.
   void Forget(const std::string& dn);
+
+  /// Forgets everything that is known and recorded, and hands it over: of thousands of objects it
+  /// takes its time to go, and may do so on any thread.
+  [[nodiscard]] std::shared_ptr<void> ForgetAll();
+
+  /// As `Forget`, for an object that is not to be changed so: what was recorded of it is not
+  /// recorded again, though a page that could not be written for others stages all of them anew;
+  /// not until it is staged with another value, or taken in again.
+  void LeaveOut(const std::string& dn);
+  /// These attributes were edited once more: what is staged of them counts for every object.
+  void TakeInAgain(std::span<const std::string_view> attributes);
+
+  /// For what goes over many objects beside what is recorded here: see `RecordingOptions`.
+  void Breathe() const;
 
  private:
   class Parts;

@@ -105,8 +105,18 @@ void RecordingMemory::Record(const std::string& dn, std::span<const ldap::Modifi
       continue;
     }
     const ldap::Syntax syntax = SyntaxOf(schema_, change.attribute);
-    const bool changes_something = !AreSameValues(syntax, change.seen, change.wanted);
+    const bool changes_something =
+        !AreSameValues(syntax, change.seen, change.wanted) && !IsLeftOut(object, change);
     Stage(object, std::move(change), changes_something);
+  }
+  Enlist(object);
+}
+
+void RecordingMemory::Record(const Change& change) {
+  Object& object = At(change.dn);
+  for (const ValueChange& value : change.attributes) {
+    const ldap::Syntax syntax = SyntaxOf(schema_, value.attribute);
+    Stage(object, value, !AreSameValues(syntax, value.seen, value.wanted));
   }
   Enlist(object);
 }
@@ -123,9 +133,10 @@ const ldap::Entry* RecordingMemory::Added(const std::string& dn) const {
   return object != nullptr && object->added ? &*object->added : nullptr;
 }
 
-std::vector<Change> RecordingMemory::Unwritten() const {
+std::vector<Change> RecordingMemory::Unwritten(const std::function<void()>& breathe) const {
   std::vector<Change> changes;
   for (const auto& [place, key] : unwritten_) {
+    if (breathe) breathe();
     const Object& object = objects_.at(key);
     changes.push_back(object.added ? AdditionOf(*object.added)
                                    : Change{.kind = Change::Kind::kModify,
@@ -175,6 +186,47 @@ void RecordingMemory::Forget(const std::string& dn) {
   if (found->second.place) unwritten_.erase(*found->second.place);
   last_ = nullptr;
   objects_.erase(found);
+}
+
+std::shared_ptr<void> RecordingMemory::ForgetAll() {
+  last_ = nullptr;
+  left_out_.clear();
+  unwritten_.clear();
+  return std::make_shared<std::map<std::string, Object>>(std::exchange(objects_, {}));
+}
+
+void RecordingMemory::LeaveOut(const std::string& dn) {
+  if (const Object* const object = Find(dn)) {
+    ldap::AttributeMap& left_out = left_out_[ldap::FoldCase(dn)];
+    for (const ValueChange& value : object->unwritten) {
+      left_out.insert_or_assign(value.attribute, value.wanted);
+    }
+  }
+  Forget(dn);
+}
+
+void RecordingMemory::TakeInAgain(std::span<const std::string_view> attributes) {
+  if (left_out_.empty()) return;
+  for (auto& [key, left_out] : left_out_) {
+    for (const std::string_view attribute : attributes) {
+      const auto found = left_out.find(attribute);
+      if (found != left_out.end()) left_out.erase(found);
+    }
+  }
+  std::erase_if(left_out_, [](const auto& object) { return object.second.empty(); });
+}
+
+bool RecordingMemory::IsLeftOut(const Object& object, const ValueChange& change) {
+  if (left_out_.empty()) return false;
+  const auto known = left_out_.find(ldap::FoldCase(object.dn));
+  if (known == left_out_.end()) return false;
+  const auto wanted = known->second.find(change.attribute);
+  if (wanted == known->second.end()) return false;
+  if (AreSameValues(SyntaxOf(schema_, change.attribute), wanted->second, change.wanted)) {
+    return true;
+  }
+  known->second.erase(wanted);
+  return false;
 }
 
 const RecordingMemory::Object* RecordingMemory::Find(const std::string& dn) const {

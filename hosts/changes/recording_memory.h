@@ -52,17 +52,23 @@ class RecordingMemory {
   [[nodiscard]] std::vector<std::string> Unknown(const std::string& dn,
                                                  std::span<const ldap::Modification> staged) const;
   void Record(const std::string& dn, std::span<const ldap::Modification> staged);
+  void Record(const Change& change);
   void RecordAdd(const ldap::Entry& entry);
 
   /// The object whose addition is recorded and not settled; null when there is none.
   [[nodiscard]] const ldap::Entry* Added(const std::string& dn) const;
 
-  [[nodiscard]] std::vector<Change> Unwritten() const;
+  /// `breathe` is called with each of them; may be none.
+  [[nodiscard]] std::vector<Change> Unwritten(const std::function<void()>& breathe = {}) const;
   [[nodiscard]] bool HasUnwritten() const { return !unwritten_.empty(); }
   void Settle(const Change& change, const Result& result);
   void AcceptAsSeen(const Result& result);
   void Drop(const std::string& dn, std::string_view attribute);
   void Forget(const std::string& dn);
+  /// Forgets everything; gives what was known, which belongs to nothing any more.
+  [[nodiscard]] std::shared_ptr<void> ForgetAll();
+  void LeaveOut(const std::string& dn);
+  void TakeInAgain(std::span<const std::string_view> attributes);
 
  private:
   struct Object {
@@ -84,6 +90,8 @@ class RecordingMemory {
   [[nodiscard]] static AttributeValues SeenOf(const Object& object, std::string_view attribute);
   [[nodiscard]] bool IsKept(std::string_view attribute) const;
   [[nodiscard]] ValueChange ChangeOf(const Object& object, const ldap::Modification& staged) const;
+  /// Whether it was left out, and is still wanted as it was then.
+  [[nodiscard]] bool IsLeftOut(const Object& object, const ValueChange& change);
   static void Stage(Object& object, ValueChange change, bool changes_something);
   void Enlist(Object& object);
 
@@ -91,6 +99,8 @@ class RecordingMemory {
   ldap::BindingOptions bindings_;
   Keeps keeps_;
   std::map<std::string, Object> objects_;
+  /// What was left out, by the objects' keys: the values that were wanted.
+  std::map<std::string, ldap::AttributeMap> left_out_;
   /// Places, in the order in which the objects were recorded, and the objects' keys.
   std::map<std::size_t, std::string> unwritten_;
   std::size_t next_place_ = 0;

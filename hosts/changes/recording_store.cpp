@@ -33,7 +33,7 @@ ldap::StoreStatus NotRecorded() {
 
 RecordingStore::RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
                                std::function<void()> breathe)
-    : target_(target), memory_(memory), breathe_(std::move(breathe)) {}
+    : ForwardingStore(target), memory_(memory), breathe_(std::move(breathe)) {}
 
 void RecordingStore::Give(std::shared_ptr<const ldap::Entry> entry) {
   std::string key = ldap::FoldCase(entry->dn);
@@ -41,6 +41,10 @@ void RecordingStore::Give(std::shared_ptr<const ldap::Entry> entry) {
 }
 
 void RecordingStore::TakeBack(const std::string& dn) { given_.erase(ldap::FoldCase(dn)); }
+
+std::shared_ptr<void> RecordingStore::TakeAllBack() {
+  return std::make_shared<decltype(given_)>(std::exchange(given_, {}));
+}
 
 RecordingStore::Asked RecordingStore::AskedOf(std::span<const std::string> attributes) const {
   return {.attributes = attributes,
@@ -74,7 +78,7 @@ ldap::StoreStatus RecordingStore::Read(const std::string& dn,
   std::shared_ptr<const ldap::Entry> at_hand = AtHand(dn, asked);
   if (at_hand) {
     entry = PartOf(*at_hand, attributes);
-  } else if (ldap::StoreStatus status = target_.Read(dn, attributes, entry); !status.Ok()) {
+  } else if (ldap::StoreStatus status = target().Read(dn, attributes, entry); !status.Ok()) {
     return status;
   } else {
     at_hand = std::make_shared<const ldap::Entry>(entry);
@@ -93,7 +97,7 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
     while (count < dns.size() && !AtHand(dns[count], asked)) ++count;
     bool goes_on = true;
     std::size_t at = 0;
-    ldap::StoreStatus status = target_.ReadMany(
+    ldap::StoreStatus status = target().ReadMany(
         dns.first(count), attributes, [&](ldap::StoreStatus read, ldap::Entry entry) {
           if (read.Ok()) Note(dns[at], asked, std::make_shared<const ldap::Entry>(entry));
           ++at;
@@ -107,6 +111,7 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
     ldap::Entry entry = PartOf(*at_hand, attributes);
     Note(dns.front(), asked, std::move(at_hand));
     if (!sink({}, std::move(entry))) break;
+    if (breathe_) breathe_();
     dns = dns.subspan(1);
   }
   return {};

@@ -9,23 +9,25 @@
 #include <vector>
 
 #include "hosts/changes/recording_memory.h"
-#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/forwarding_store.h"
 #include "hosts/ldap/store_object.h"
 
 namespace pelora::changes {
 
 /// A store as a recording sees it: what is read goes through and is remembered, what is written is
 /// recorded and goes nowhere.
-class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReadingWitness {
+class RecordingStore final : public ldap::ForwardingStore, public ldap::IReadingWitness {
  public:
-  /// Both outlive it. `breathe` is called with every value told and every modification; may be
-  /// none.
+  /// Both outlive it. `breathe` is called with every value told, every modification and every
+  /// object that is at hand when it is read; may be none.
   RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
                  std::function<void()> breathe = {});
 
   /// Answers readings of this object from now on, as far as they ask for what bindings read.
   void Give(std::shared_ptr<const ldap::Entry> entry);
   void TakeBack(const std::string& dn);
+  /// Takes back everything, and hands it over.
+  [[nodiscard]] std::shared_ptr<void> TakeAllBack();
 
   void OnTold(const std::string& dn, std::string_view attribute,
               const AttributeValues& values) override {
@@ -33,29 +35,23 @@ class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReading
     if (breathe_) breathe_();
   }
 
-  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
-  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                          ldap::Entry& entry) override;
   ldap::StoreStatus ReadMany(std::span<const std::string> dns,
                              std::span<const std::string> attributes,
                              const ldap::ReadSink& sink) override;
-  ldap::StoreStatus Search(const ldap::SearchRequest& request,
-                           const ldap::EntrySink& sink) override {
-    return target_.Search(request, sink);
-  }
   ldap::StoreStatus Modify(const std::string& dn,
                            std::span<const ldap::Modification> modifications) override;
   ldap::StoreStatus ModifyStrictly(const std::string& dn,
                                    std::span<const ldap::Modification> modifications) override;
+  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
+    IDirectoryStore::ModifyManyStrictly(next, sink);
+  }
   ldap::StoreStatus Add(const ldap::Entry& entry) override;
   ldap::StoreStatus Delete(const ldap::Entry& made) override;
   ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override;
   ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override;
   ldap::StoreStatus Restore(const ldap::Entry& removed) override;
-  void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
-  void StopOn(const std::stop_token& stop) override { target_.StopOn(stop); }
-  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:
   /// What is asked for, and how that stands to what bindings read.
@@ -71,7 +67,6 @@ class RecordingStore final : public ldap::IDirectoryStore, public ldap::IReading
   /// Has it remembered what was read of an object.
   void Note(const std::string& dn, const Asked& asked, std::shared_ptr<const ldap::Entry> entry);
 
-  ldap::IDirectoryStore& target_;
   RecordingMemory& memory_;
   std::map<std::string, std::shared_ptr<const ldap::Entry>> given_;
   std::function<void()> breathe_;

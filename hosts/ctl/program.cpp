@@ -7,6 +7,7 @@
 
 #include "hosts/ctl/command_line/parse_command_line.h"
 #include "hosts/ctl/ctl_error.h"
+#include "hosts/ctl/cut_file_end.h"
 #include "hosts/session/visible_text.h"
 
 namespace pelora::ctl {
@@ -32,6 +33,7 @@ int RunProgram(std::span<const std::string> arguments) {
   Output output(STDOUT_FILENO);
   Output errors(STDERR_FILENO);
   Interruption interruption;
+  const CutFileEnd cut_file_end;
   const resources::ReadResult<resources::ResourceFile> module =
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
   if (!module.value) {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "hosts/ctl/commands/commands.h"
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/objects/read_settings.h"
 #include "server/component_server.h"
@@ -19,11 +20,15 @@ std::string Environment(const char* name) {
 }
 
 session::SessionResult OpenNamed(const CommandLine& line) {
-  if (line.directory) return session::OpenDirectoryFile(*line.directory);
+  // When a file is cut short that is mapped the program ends: `CutFileEnd`. What a person types
+  // would be lost with it.
+  const ldap::LdbStoreOptions mapped{.is_mapped = line.command != &EditCommand()};
+  if (line.directory) return session::OpenDirectoryFile(*line.directory, mapped);
+  if (line.site) return session::OpenServer({}, {}, *line.site);
   if (line.server) return session::OpenServer(*line.server);
-  if (line.sample) return session::OpenSampleDirectory();
+  if (line.sample) return session::OpenSampleDirectory(mapped);
   const std::string file = Environment("PELORA_DIRECTORY");
-  if (!file.empty()) return session::OpenDirectoryFile(file);
+  if (!file.empty()) return session::OpenDirectoryFile(file, mapped);
   const std::string server = Environment("PELORA_SERVER");
   session::SessionResult opened = session::OpenServer(server);
   if (!opened.session && server.empty()) {

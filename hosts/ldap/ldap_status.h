@@ -14,6 +14,7 @@ enum LdapResult : int {
   kLdapSuccess = 0,
   kLdapTimeLimitExceeded = 3,
   kLdapSizeLimitExceeded = 4,
+  kLdapReferral = 10,
   kLdapAdminLimitExceeded = 11,
   kLdapConfidentialityRequired = 13,
   kLdapNoSuchAttribute = 16,

@@ -101,9 +101,9 @@ StoreStatus LdbConnection::Open(const std::string& path, Mode mode,
   // An empty list is a list: the one that the file may hold is not looked at, and nothing that it
   // names is loaded into the program.
   auto options = std::to_array<const char*>({"modules:", nullptr});
+  unsigned flags = mode == Mode::kNew ? LDB_FLG_NOSYNC : LDB_FLG_DONT_CREATE_DB;
   // A file that shrinks under a mapping would end the process.
-  const unsigned flags =
-      LDB_FLG_NOMMAP | (mode == Mode::kNew ? LDB_FLG_NOSYNC : LDB_FLG_DONT_CREATE_DB);
+  if (mode != Mode::kMapped) flags |= LDB_FLG_NOMMAP;
   const std::string url = "tdb://" + path;
   {
     const auto alone = LockLdbLibrary();

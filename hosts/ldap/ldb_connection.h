@@ -24,6 +24,9 @@ class LdbConnection {
   enum class Mode : std::uint8_t {
     /// The file has to be there.
     kExisting,
+    /// The same, and the file is mapped into memory. When somebody cuts it short, the process gets
+    /// SIGBUS.
+    kMapped,
     /// The file is empty or not there. Nothing is waited for: the maker syncs the finished file.
     kNew,
   };

@@ -24,8 +24,10 @@ namespace {
 
 using Purpose = LdbFileLock::Purpose;
 
-/// Changes that are waited for together: what takes its time is the disk.
-constexpr std::size_t kRequestsInTransaction = 2048;
+/// Changes that are waited for together: what takes its time is the disk. The first are few, so
+/// that others can be worked out while they are written; each time there are twice as many.
+constexpr std::size_t kFewestTogether = 256;
+constexpr std::size_t kMostTogether = 2048;
 /// Entries that are read together: others wait meanwhile.
 constexpr std::size_t kReadTogether = 256;
 /// So many entries of a search are handed over before the others are looked for, unless they were
@@ -81,8 +83,8 @@ class LdbStore final : public IDirectoryStore, public IReadsAhead {
   /// Does something in one transaction, which is committed when there is something to commit.
   StoreStatus WriteNow(const Writing& write);
   StoreStatus WriteHeld(const Writing& write);
-  /// The next requests for one transaction; fewer than it may have: there are no more.
-  static std::vector<ModifyRequest> Fetch(const ModifySource& next);
+  /// The next requests for one transaction, `most` of them; fewer: there are no more.
+  static std::vector<ModifyRequest> Fetch(const ModifySource& next, std::size_t most);
   /// Does requests in one transaction; a refused one does not keep the others from being done.
   std::vector<StoreStatus> ModifyTogether(std::span<const ModifyRequest> requests);
   /// Does one of them within the transaction.
@@ -91,7 +93,7 @@ class LdbStore final : public IDirectoryStore, public IReadsAhead {
   /// Reads entries while others wait; the status is that of the file.
   StoreStatus ReadTogether(std::span<const std::string> dns,
                            std::span<const std::string> attributes, std::vector<ReadEntry>& read);
-  /// Reads what was announced, on the thread that writes.
+  /// Reads what was announced and has not been read.
   void ReadAhead();
   /// Sees to it that nothing counts as known that may have changed.
   StoreStatus ForgetWhatChanged();
@@ -246,9 +248,10 @@ StoreStatus LdbStore::ModifyStrictly(const std::string& dn,
   });
 }
 
-std::vector<ModifyRequest> LdbStore::Fetch(const ModifySource& next) {
+std::vector<ModifyRequest> LdbStore::Fetch(const ModifySource& next, std::size_t most) {
   std::vector<ModifyRequest> group;
-  while (group.size() < kRequestsInTransaction) {
+  group.reserve(most);
+  while (group.size() < most) {
     std::optional<ModifyRequest> request = next();
     if (!request) break;
     group.push_back(std::move(*request));
@@ -258,16 +261,19 @@ std::vector<ModifyRequest> LdbStore::Fetch(const ModifySource& next) {
 
 void LdbStore::ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) {
   // Fetched before anything is locked: the source may ask for more.
-  std::vector<ModifyRequest> group = Fetch(next);
-  while (group.size() == kRequestsInTransaction) {
+  std::size_t most = kFewestTogether;
+  std::vector<ModifyRequest> group = Fetch(next, most);
+  while (group.size() == most) {
     // While these are written the next ones are fetched, which takes as long, and needs what was
-    // announced.
+    // announced: nothing can be read before all of them are written.
+    ReadAhead();
+    most = std::min(2 * most, kMostTogether);
     std::future<std::vector<StoreStatus>> writing = std::async([&] {
       std::vector<StoreStatus> written = ModifyTogether(group);
       ReadAhead();
       return written;
     });
-    std::vector<ModifyRequest> following = Fetch(next);
+    std::vector<ModifyRequest> following = Fetch(next, most);
     for (StoreStatus& status : writing.get()) sink(std::move(status));
     group = std::move(following);
   }
@@ -402,7 +408,9 @@ StoreStatus OpenLdbStore(const std::string& path, const LdbStoreOptions& options
     LdbFileLock::Hold hold;
     status = lock->Acquire(Purpose::kOpen, hold);
     if (!status.Ok()) return status;
-    status = LdbConnection::Open(lock->LibraryPath(), LdbConnection::Mode::kExisting, connection);
+    using Mode = LdbConnection::Mode;
+    status = LdbConnection::Open(lock->LibraryPath(),
+                                 options.is_mapped ? Mode::kMapped : Mode::kExisting, connection);
   }
   if (!status.Ok()) {
     return {kLdapServerDown, "cannot open the directory '" + path + "': " + status.text};

@@ -12,6 +12,9 @@ namespace pelora::ldap {
 struct LdbStoreOptions {
   /// How long a request waits for another process that has the file locked.
   std::chrono::milliseconds lock_wait{3000};
+  /// Whether the file is mapped into memory, which is less work for who changes much of it. When
+  /// somebody cuts a mapped file short, the process gets SIGBUS: for programs that can end then.
+  bool is_mapped = false;
 };
 
 /// Opens the embedded directory in the file `path`, as `CreateLdbDirectory` makes it. Samba's ldb

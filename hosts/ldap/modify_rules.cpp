@@ -167,11 +167,9 @@ StoreStatus UnknownAttribute() { return {kLdapNoSuchAttribute, "no such attribut
 
 /// Whether an attribute may have so many values; that it has too many does not keep one from taking
 /// some away.
-StoreStatus CheckCount(const Modification& change, const AttributeType& type,
+StoreStatus CheckCount(Operation operation, const AttributeType& type,
                        const AttributeValues& values) {
-  if (change.operation == Operation::kDelete || !type.is_single_valued || values.size() < 2) {
-    return {};
-  }
+  if (operation == Operation::kDelete || !type.is_single_valued || values.size() < 2) return {};
   return {kLdapConstraintViolation, "takes one value only"};
 }
 
@@ -210,7 +208,8 @@ StoreStatus ModifyRules::Apply(const Entry& before, std::span<const Modification
 StoreStatus ModifyRules::CheckValues(std::span<const Modification> modifications) const {
   for (const Modification& change : modifications) {
     const std::optional<AttributeType> type = schema_.Find(change.attribute);
-    StoreStatus status = type ? CheckChange(change, *type) : UnknownAttribute();
+    StoreStatus status =
+        type ? CheckGiven(change.operation, change.values, *type) : UnknownAttribute();
     if (!status.Ok()) return Named(std::move(status), change.attribute);
   }
   return {};
@@ -218,36 +217,36 @@ StoreStatus ModifyRules::CheckValues(std::span<const Modification> modifications
 
 StoreStatus ModifyRules::CheckNew(const Entry& entry) const {
   for (const auto& [name, values] : entry.attributes) {
-    AttributeValues none;
-    StoreStatus status = ApplyOne({Operation::kReplace, name, values}, ModifyWay::kStrict, none);
+    // Where they are: a password among them is not copied.
+    const std::optional<AttributeType> type = schema_.Find(name);
+    StoreStatus status = type ? CheckGiven(Operation::kReplace, values, *type) : UnknownAttribute();
     if (!status.Ok()) return Named(std::move(status), name);
   }
   return {};
 }
 
-StoreStatus ModifyRules::CheckChange(const Modification& change, const AttributeType& type) const {
+StoreStatus ModifyRules::CheckGiven(Operation operation, const AttributeValues& values,
+                                    const AttributeType& type) const {
   // What is deleted need not be well-formed: it was let in once, or it is not there.
-  if (change.operation == Operation::kDelete) return {};
-  for (const std::string& value : change.values) {
+  if (operation == Operation::kDelete) return {};
+  for (const std::string& value : values) {
     StoreStatus status = CheckValue(type, value);
     if (!status.Ok()) return status;
   }
-  if (change.operation != Operation::kReplace) return {};
-  if (HasTwice(type.syntax, change.values)) {
-    return {kLdapValueExists, "the same value is given twice"};
-  }
-  return CheckCount(change, type, change.values);
+  if (operation != Operation::kReplace || values.size() < 2) return {};
+  if (HasTwice(type.syntax, values)) return {kLdapValueExists, "the same value is given twice"};
+  return CheckCount(operation, type, values);
 }
 
 StoreStatus ModifyRules::ApplyOne(const Modification& change, ModifyWay way,
                                   AttributeValues& values) const {
   const std::optional<AttributeType> type = schema_.Find(change.attribute);
   if (!type) return UnknownAttribute();
-  StoreStatus status = CheckChange(change, *type);
+  StoreStatus status = CheckGiven(change.operation, change.values, *type);
   if (status.Ok() && way == ModifyWay::kStrict) status = CheckExpectations(change, *type, values);
   if (!status.Ok()) return status;
   values = Merge(change, type->syntax, way, std::move(values));
-  return CheckCount(change, *type, values);
+  return CheckCount(change.operation, *type, values);
 }
 
 StoreStatus ModifyRules::CheckValue(const AttributeType& type, const std::string& value) const {

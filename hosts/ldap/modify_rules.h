@@ -50,8 +50,9 @@ class ModifyRules {
   [[nodiscard]] StoreStatus CheckNew(const Entry& entry) const;
 
  private:
-  [[nodiscard]] StoreStatus CheckChange(const Modification& change,
-                                        const AttributeType& type) const;
+  [[nodiscard]] StoreStatus CheckGiven(Modification::Operation operation,
+                                       const AttributeValues& values,
+                                       const AttributeType& type) const;
   /// Changes `values` as the modification says, or refuses it.
   [[nodiscard]] StoreStatus ApplyOne(const Modification& change, ModifyWay way,
                                      AttributeValues& values) const;

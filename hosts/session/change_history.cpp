@@ -7,6 +7,7 @@
 #include <array>
 #include <ctime>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -298,10 +299,10 @@ std::vector<Result> ChangeHistory::Redo(const std::string& id, ldap::IDirectoryS
   std::vector<Result> all;
   for (const std::filesystem::path& file : files) {
     // The undo file takes back what is done again, as it took back what was done first.
-    const std::vector<Result> results =
-        Run(file, "Doing changes again...", nullptr, store, errands);
-    all.insert(all.end(), results.begin(), results.end());
-    if (!IsAllDone(results)) break;
+    std::vector<Result> results = Run(file, "Doing changes again...", nullptr, store, errands);
+    const bool is_all_done = IsAllDone(results);
+    std::ranges::move(results, std::back_inserter(all));
+    if (!is_all_done) break;
     std::error_code ignored;
     std::filesystem::remove(file, ignored);
   }

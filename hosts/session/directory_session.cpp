@@ -60,10 +60,14 @@ DirectorySession::DirectorySession(std::unique_ptr<ldap::NetworkSession> opened)
 
 DirectorySession::~DirectorySession() = default;
 
-SessionResult OpenDirectoryFile(const std::string& path) {
-  ldap::StoreOpener open = [path](std::unique_ptr<ldap::IDirectoryStore>& opened,
-                                  const std::stop_token& /*stop*/) {
-    return ldap::OpenLdbStore(path, {}, opened);
+ldap::ChosenServer DirectorySession::Server() const {
+  return network_ ? network_->chosen() : ldap::ChosenServer();
+}
+
+SessionResult OpenDirectoryFile(const std::string& path, const ldap::LdbStoreOptions& options) {
+  ldap::StoreOpener open = [path, options](std::unique_ptr<ldap::IDirectoryStore>& opened,
+                                           const std::stop_token& /*stop*/) {
+    return ldap::OpenLdbStore(path, options, opened);
   };
   std::unique_ptr<ldap::IDirectoryStore> store;
   ldap::StoreStatus status = open(store, {});
@@ -71,9 +75,11 @@ SessionResult OpenDirectoryFile(const std::string& path) {
   return Complete(std::make_unique<DirectorySession>(path, std::move(store), std::move(open)));
 }
 
-SessionResult OpenServer(const std::string& server, const std::stop_token& stop) {
+SessionResult OpenServer(const std::string& server, const std::stop_token& stop,
+                         const std::string& site) {
   std::unique_ptr<ldap::NetworkSession> network;
-  ldap::StoreStatus status = ldap::NetworkSession::Open({.server = server}, network, stop);
+  ldap::StoreStatus status =
+      ldap::NetworkSession::Open({.server = server, .site = site}, network, stop);
   if (!status.Ok()) return Refused(std::move(status.text));
   SessionResult result = Complete(std::make_unique<DirectorySession>(std::move(network)));
   if (!result.session) return result;
@@ -91,7 +97,7 @@ std::string SampleDirectoryPath() {
   return UserDataFolder() / "pelora-console" / "sample-company.ldb";
 }
 
-SessionResult OpenSampleDirectory() {
+SessionResult OpenSampleDirectory(const ldap::LdbStoreOptions& options) {
   const std::filesystem::path path = SampleDirectoryPath();
   std::error_code failure;
   if (!std::filesystem::exists(path, failure)) {
@@ -100,7 +106,7 @@ SessionResult OpenSampleDirectory() {
     ldap::StoreStatus status = ldap::CreateLdbDirectory(path.string(), ldap::SampleCompanyLdif());
     if (!status.Ok()) return Refused(std::move(status.text));
   }
-  return OpenDirectoryFile(path.string());
+  return OpenDirectoryFile(path.string(), options);
 }
 
 }  // namespace pelora::session

@@ -7,6 +7,7 @@
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/ldb_store.h"
 #include "hosts/ldap/network/network_session.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/ldap/store_opener.h"
@@ -24,6 +25,10 @@ struct DirectorySession {
   ~DirectorySession();
   DirectorySession(const DirectorySession&) = delete;
   DirectorySession& operator=(const DirectorySession&) = delete;
+
+  /// The server that is worked with now, and how it was chosen; none with a file. May be asked on
+  /// any thread.
+  [[nodiscard]] ldap::ChosenServer Server() const;
 
  private:
   std::unique_ptr<ldap::IDirectoryStore> file_store_;
@@ -51,13 +56,16 @@ struct SessionResult {
 };
 
 /// Opens a directory file. A file that cannot be opened stays as it is.
-[[nodiscard]] SessionResult OpenDirectoryFile(const std::string& path);
+[[nodiscard]] SessionResult OpenDirectoryFile(const std::string& path,
+                                              const ldap::LdbStoreOptions& options = {});
 
 /// Connects to a domain controller, with the user's Kerberos ticket; without a name, to one of
-/// those of the ticket's domain. Takes its time: seconds, when a server does not answer. The
-/// session may be opened on one thread and used on another. `stop` ends the opening early, and has
-/// nothing to do with the session afterwards.
-[[nodiscard]] SessionResult OpenServer(const std::string& server, const std::stop_token& stop = {});
+/// those of the ticket's domain: of `site`, or of this machine's site when that is empty, if one
+/// can be had. Takes its time: seconds, when a server does not answer. The session may be opened on
+/// one thread and used on another. `stop` ends the opening early, and has nothing to do with the
+/// session afterwards.
+[[nodiscard]] SessionResult OpenServer(const std::string& server, const std::stop_token& stop = {},
+                                       const std::string& site = {});
 
 /// The folder in the user's data folder where it is kept what was written; need not be there.
 [[nodiscard]] std::string ChangesFolder();
@@ -65,6 +73,6 @@ struct SessionResult {
 /// The sample company's file in the user's data folder: the same for every program of ours.
 [[nodiscard]] std::string SampleDirectoryPath();
 /// Opens the sample company's file, which is made when it is not there yet.
-[[nodiscard]] SessionResult OpenSampleDirectory();
+[[nodiscard]] SessionResult OpenSampleDirectory(const ldap::LdbStoreOptions& options = {});
 
 }  // namespace pelora::session

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <stop_token>
 #include <string>
 
@@ -36,6 +37,10 @@ class IErrands {
   /// few words what is being done. The caller stands still meanwhile, so that the work may use what
   /// is the caller's; it may have further errands run. What the work throws, this throws.
   virtual void Run(const std::string& what, const Work& work) = 0;
+
+  /// Lets go of what takes its time to go, where nobody waits for it, if there is such a place.
+  /// What goes uses nothing that may be gone before it.
+  virtual void LetGo(std::shared_ptr<void> /*what*/) noexcept {}
 
   /// Whether the calling thread is doing an errand just now.
   [[nodiscard]] virtual bool IsWithin() const = 0;

@@ -56,13 +56,23 @@ std::string FieldBook::TextOf(std::string_view attribute,
   return text;
 }
 
+std::string FieldBook::TextIn(const changes::ValueChange& change, bool is_after) const {
+  const changes::AttributeValues& values = is_after ? change.wanted : change.seen;
+  const auto words = words_.find(change.attribute);
+  if (words == words_.end() || !words->second.is_told_in_part) {
+    return TextOf(change.attribute, values);
+  }
+  if (values.empty()) return is_after ? "nobody put in" : "nobody taken out";
+  return (is_after ? "put in: " : "taken out: ") + words->second.text(values);
+}
+
 std::vector<ShownField> FieldBook::FieldsOf(const changes::Change& change) const {
   std::vector<ShownField> fields;
   for (const changes::ValueChange& value : change.attributes) {
     fields.push_back({.attribute = value.attribute,
                       .field = LabelOf(value.attribute),
-                      .before = TextOf(value.attribute, value.seen),
-                      .after = TextOf(value.attribute, value.wanted)});
+                      .before = TextIn(value, false),
+                      .after = TextIn(value, true)});
   }
   std::map<std::string, int> counts;
   for (const ShownField& field : fields) ++counts[field.field];

@@ -45,6 +45,8 @@ class FieldBook {
   [[nodiscard]] std::vector<ShownField> FieldsOf(const changes::Change& change) const;
 
  private:
+  [[nodiscard]] std::string TextIn(const changes::ValueChange& change, bool is_after) const;
+
   FieldLabels labels_;
   std::map<std::string, FieldKind, ldap::AttributeNameLess> kinds_;
   std::map<std::string, AttributeWords, ldap::AttributeNameLess> words_;

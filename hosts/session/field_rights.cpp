@@ -8,8 +8,11 @@ namespace pelora::session {
 void FieldRights::Learn(const ldap::Entry& entry) {
   ++count_;
   const auto said = entry.attributes.find(kAttribute);
-  if (said == entry.attributes.end()) return;
-  ++said_[Allowed(said->second.begin(), said->second.end())];
+  if (said != entry.attributes.end()) {
+    ++said_[Allowed(said->second.begin(), said->second.end())];
+  } else if (says_nothing_for_none_) {
+    ++said_[Allowed()];
+  }
 }
 
 std::string FieldRights::WhyReadOnly(const FieldRow& row) const {

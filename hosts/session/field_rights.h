@@ -13,13 +13,17 @@
 
 namespace pelora::session {
 
-/// Which fields of some objects the user may change, as the directory says with each object. Of an
-/// object with which it says nothing (a file, say) everything may be changed; the directory has the
-/// last word in any case.
+/// Which fields of some objects the user may change, as the directory says with each object. In a
+/// directory that says nothing of rights (a file) everything may be changed; another one says
+/// nothing of an object of which the user may change nothing. The directory has the last word in
+/// any case.
 class FieldRights {
  public:
   /// What is to be read of the objects, beside what their fields need.
   static constexpr const char* kAttribute = "allowedAttributesEffective";
+
+  explicit FieldRights(const ldap::Schema& schema)
+      : says_nothing_for_none_(schema.Find(kAttribute).has_value()) {}
 
   /// Takes down what was read of an object.
   void Learn(const ldap::Entry& entry);
@@ -34,6 +38,7 @@ class FieldRights {
   /// What the directory said, and of how many objects: thousands may have the same rights.
   std::map<Allowed, std::size_t> said_;
   std::size_t count_ = 0;
+  bool says_nothing_for_none_;
 };
 
 /// The controls with which a field is edited.

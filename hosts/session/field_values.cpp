@@ -103,13 +103,18 @@ void GatherValues(PageFields& fields, const ldap::Schema& schema,
   }
   for (std::size_t field = 0; field < count; ++field) {
     std::vector<HeldValue>& values = gathered[field].values;
-    for (auto& [text, names] : objects[field]) {
-      values.push_back({.text = text, .objects = std::move(names)});
+    while (!objects[field].empty()) {
+      auto held = objects[field].extract(objects[field].begin());
+      values.push_back({.text = std::move(held.key()), .objects = std::move(held.mapped())});
+      breathe();
     }
     std::ranges::stable_sort(values, [](const HeldValue& left, const HeldValue& right) {
       return left.objects.size() > right.objects.size();
     });
     breathe();
+  }
+  for (GatheredField& before : fields.gathered) {
+    for (; !before.values.empty(); before.values.pop_back()) breathe();
   }
   fields.gathered = std::move(gathered);
 }

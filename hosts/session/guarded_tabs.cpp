@@ -9,8 +9,11 @@
 #include "hosts/ldap/case_fold.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/resources/field_label.h"
+#include "hosts/session/chosen_default.h"
 #include "hosts/session/feature_counts.h"
 #include "hosts/session/field_values.h"
+#include "hosts/session/folder_name.h"
+#include "hosts/session/own_pages/members_page.h"
 #include "hosts/session/own_pages/own_page.h"
 #include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
@@ -39,16 +42,47 @@ struct GuardedTabs::Tab {
                  .text = surroundings.platform.text,
                  .component_library = surroundings.platform.component_library} {}
 
+  /// Who was left out of what the page was to write is not left out of what is edited once more.
+  void TakeInEdited() {
+    for (const std::size_t field : fields.touched.TakeEdited()) {
+      recording.TakeInAgain(fields.touched.Row(field).attributes);
+    }
+  }
+
   PageFields fields;
   changes::RecordingDirectory recording;
   ToldFailures told;
   std::unique_ptr<IDirectoryService> between;
   Platform platform;
+  /// Told what became of what was recorded, as long as the page is shown. May be none.
+  std::function<void(const std::function<bool(const std::string& dn)>& is_done)> on_committed;
 };
 
-GuardedTabs::GuardedTabs(TabSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
+/// What a sheet knows of its objects: of thousands it takes its time to go.
+struct GuardedTabs::Known {
+  std::vector<std::shared_ptr<const ldap::Entry>> entries;
+  std::map<std::string, std::string> names;
+  std::vector<std::vector<GatheredField>> gathered;
+  std::vector<std::shared_ptr<void>> recorded;
+};
 
-GuardedTabs::~GuardedTabs() = default;
+GuardedTabs::GuardedTabs(TabSurroundings surroundings)
+    : surroundings_(std::move(surroundings)), rights_(surroundings_.store.schema()) {}
+
+GuardedTabs::~GuardedTabs() {
+  try {
+    auto known = std::make_shared<Known>();
+    known->entries = std::move(entries_);
+    known->names = std::move(names_);
+    for (const auto& tab : tabs_) {
+      known->gathered.push_back(std::move(tab->fields.gathered));
+      known->recorded.push_back(tab->recording.ForgetAll());
+    }
+    errands().LetGo(std::move(known));
+  } catch (...) {
+    // Without memory it goes at once.
+  }
+}
 
 void GuardedTabs::Learn(Tab& tab, std::vector<FieldRow> fields, DialogId dialog) {
   const auto page = surroundings_.templates.Dialog(dialog);
@@ -62,6 +96,7 @@ void GuardedTabs::Learn(Tab& tab, std::vector<FieldRow> fields, DialogId dialog)
 
 PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
   PageFields& fields = tab.fields;
+  const auto chosen = std::make_shared<std::optional<ChosenDefault>>();
   return {.on_loaded =
               [this, &fields, page](IDialog& dialog) {
                 fields.dialog = &dialog;
@@ -71,17 +106,24 @@ PageWatch GuardedTabs::WatchOf(Tab& tab, std::size_t page) {
                 TellEdited(page);
               },
           .on_command =
-              [&fields, is_switching = std::make_shared<bool>(false)](ControlId control) {
+              [&fields, chosen, is_switching = std::make_shared<bool>(false)](ControlId control) {
                 fields.touched.Touch(control);
+                *chosen = ChosenDefaultBy(fields, control);
                 if (*is_switching) return;
                 const sheets::ScopedFlag switching(*is_switching);
                 SwitchForAll(fields, control);
               },
-          .on_handled = [this, page] { TellEdited(page); },
+          .on_handled =
+              [this, &fields, chosen, page] {
+                if (*chosen) KeepAlone(fields, **chosen);
+                chosen->reset();
+                TellEdited(page);
+              },
           .on_apply =
               [&tab](IDialog& dialog) {
                 tab.told.Forget();
                 tab.fields.touched.LookBeforeApply(dialog);
+                tab.TakeInEdited();
               },
           .on_applied =
               [&fields] {
@@ -126,6 +168,7 @@ void GuardedTabs::TellEdited(std::size_t page) {
   PageFields& fields = Fields(page);
   if (!fields.IsShown()) return;
   fields.touched.Look(*fields.dialog);
+  pages_.at(page)->TakeInEdited();
   if (on_edited) on_edited(page);
 }
 
@@ -143,7 +186,10 @@ GuardedTabs::Tab& GuardedTabs::MakeTab(std::vector<std::string> attributes) {
   };
   // Its page lives by it, whatever its component answers.
   tabs_.push_back(std::move(added));
-  for (const auto& entry : entries_) tab.recording.Give(entry);
+  for (const auto& entry : entries_) {
+    tab.recording.Give(entry);
+    errands().Breathe();
+  }
   return tab;
 }
 
@@ -169,12 +215,35 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
 }
 
 void GuardedTabs::AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& add_page) {
-  Tab& tab = MakeTab(kind.Attributes());
+  if (!surroundings_.templates.Dialog(kind.of_one).value) return;
+  // No page of its own binds objects by them: none would be all.
+  std::vector<std::string> attributes = kind.Attributes();
+  if (attributes.empty()) attributes.emplace_back("objectClass");
+  Tab& tab = MakeTab(std::move(attributes));
   std::vector<std::string> names;
-  for (const DirectoryObject& object : selection_) names.push_back(object.dn);
+  for (const DirectoryObject& object : selection_) {
+    names.push_back(object.dn);
+    errands().Breathe();
+  }
+  for (const AttributeWords& words : kind.words) book_.Add(words);
+  if (kind.lists == ListedObjects::kNone) {
+    AddFieldPage(tab, kind, std::move(names), add_page);
+  } else {
+    AddMembersPage(tab, kind, std::move(names), add_page);
+  }
+}
+
+void GuardedTabs::AddFieldPage(Tab& tab, const OwnPageKind& kind, std::vector<std::string> names,
+                               const AddPropSheetPage& add_page) {
   auto page = std::make_unique<OwnPage>(
       kind, std::move(names),
-      OwnPageSurroundings{.recording = tab.recording, .platform = tab.platform});
+      OwnPageSurroundings{.recording = tab.recording,
+                          .platform = tab.platform,
+                          .give_password = surroundings_.give_password,
+                          .why_no_password = WhyNoPassword(surroundings_.store, selection_.size()),
+                          .settle = [&fields = tab.fields](ControlId id) {
+                            fields.touched.Settle(id, *fields.dialog);
+                          }});
   const auto page_template = surroundings_.templates.Dialog(page->Template());
   if (!page_template.value) return;
   std::vector<FieldRow> rows;
@@ -191,8 +260,25 @@ void GuardedTabs::AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& ad
     const OwnField& row = *fields.at(field);
     return row.form->shown(row.attribute, SeenBy(tab.recording, object.dn));
   };
-  for (const AttributeWords& words : kind.words) book_.Add(words);
   Learn(tab, std::move(rows), page->Template());
+  (void)AddPage(tab, std::move(page), add_page);
+}
+
+void GuardedTabs::AddMembersPage(Tab& tab, const OwnPageKind& kind, std::vector<std::string> names,
+                                 const AddPropSheetPage& add_page) {
+  // Which groups somebody is in is written into the groups.
+  const bool is_written_here = kind.lists == ListedObjects::kMembers;
+  auto page = std::make_unique<MembersPage>(
+      kind, std::move(names),
+      MembersSurroundings{
+          .recording = tab.recording,
+          .platform = tab.platform,
+          .errands = errands(),
+          .find_names = surroundings_.find_names,
+          .why_read_only = is_written_here
+                               ? rights_.WhyReadOnly({.name = {}, .attributes = {"member"}})
+                               : std::string()});
+  tab.on_committed = [&page = *page](const auto& is_done) { page.OnCommitted(is_done); };
   (void)AddPage(tab, std::move(page), add_page);
 }
 
@@ -202,6 +288,7 @@ ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection,
   for (const DirectoryObject& object : selection) {
     names.push_back(object.dn);
     names_.emplace(ldap::FoldCase(object.dn), object.name);
+    errands().Breathe();
   }
   std::vector<std::string> attributes = ldap::BoundAttributes();
   for (const OwnPageKind* const page : own_pages) {
@@ -255,7 +342,10 @@ TabsOpening GuardedTabs::Open(std::span<const DirectoryObject> selection,
                       status.text + ". " + AdviceOnReading(ldap::HresultOfLdap(status.code)),
             .is_stopped = status.code == ldap::kLdapUserCancelled};
   }
-  selection_.assign(selection.begin(), selection.end());
+  for (const DirectoryObject& object : selection) {
+    selection_.push_back(object);
+    errands().Breathe();
+  }
   const Ref<IDataObject> data_object = MakeSelectionDataObject(selection);
   HRESULT failure = S_OK;
   for (const Guid& class_id : tabs) {
@@ -294,21 +384,27 @@ std::optional<std::size_t> GuardedTabs::Commit() {
                      std::move(tabs));
   const std::optional<std::size_t> left = commit.Run();
   is_outdated_ = is_outdated_ || commit.has_kept_theirs();
-  SettleWritten();
+  SettleWritten(commit);
+  commit.LetGo();
   return left;
 }
 
 std::string GuardedTabs::NameOf(const std::string& dn) const {
   const auto found = names_.find(ldap::FoldCase(dn));
-  return found == names_.end() ? dn : found->second;
+  return found == names_.end() ? OwnNameOf(dn) : found->second;
 }
 
-void GuardedTabs::SettleWritten() {
+void GuardedTabs::SettleWritten(const SheetCommit& commit) {
+  const auto is_done = [&commit](const std::string& dn) { return commit.IsDone(dn); };
   for (std::size_t page = 0; page < pages_.size(); ++page) {
     Tab& tab = *pages_[page];
     if (!tab.fields.IsShown()) continue;
+    if (tab.on_committed) tab.on_committed(is_done);
     if (!tab.recording.HasRecorded()) tab.fields.touched.Settle(*tab.fields.dialog);
     Gather(tab.fields);
+    // What a page did with its fields while it applied is nobody's edit.
+    tab.fields.touched.Look(*tab.fields.dialog);
+    (void)tab.fields.touched.TakeEdited();
     TellEdited(page);
   }
 }

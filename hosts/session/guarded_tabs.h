@@ -18,14 +18,18 @@
 #include "hosts/session/errands.h"
 #include "hosts/session/field_book.h"
 #include "hosts/session/field_rights.h"
+#include "hosts/session/find_names.h"
 #include "hosts/session/own_pages/own_field.h"
 #include "hosts/session/page_fields.h"
+#include "hosts/session/password/reset_password.h"
 #include "hosts/session/watched_page.h"
 #include "hosts/session/writing_desk.h"
 #include "platform/platform.h"
 #include "platform/shell_extension.h"
 
 namespace pelora::session {
+
+class SheetCommit;
 
 /// What the tabs of a sheet work on.
 struct TabSurroundings {
@@ -49,6 +53,10 @@ struct TabSurroundings {
   /// Whether pages of our own stand behind the extension's: see `OwnPagesOf`. `templates` has
   /// theirs then.
   bool has_own_pages = false;
+  /// Gives a user another password from one of these pages. May be none: then none can be given.
+  GivePassword give_password{};
+  /// Finds objects by pasted names for these pages. May be none.
+  NameFinder find_names{};
   /// Sees to it that a control of a page cannot be used, whatever the page says, and tells why. May
   /// be none: the directory refuses what one has no right to.
   std::function<void(IDialog& dialog, ControlId control, const std::string& why)> protect{};
@@ -106,6 +114,7 @@ class GuardedTabs {
 
  private:
   struct Tab;
+  struct Known;
 
   [[nodiscard]] IErrands& errands() {
     return surroundings_.errands != nullptr ? *surroundings_.errands : at_once_;
@@ -120,6 +129,10 @@ class GuardedTabs {
   [[nodiscard]] bool AddPage(Tab& tab, std::unique_ptr<PropSheetPage> page,
                              const AddPropSheetPage& add_page);
   void AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& add_page);
+  void AddFieldPage(Tab& tab, const OwnPageKind& kind, std::vector<std::string> names,
+                    const AddPropSheetPage& add_page);
+  void AddMembersPage(Tab& tab, const OwnPageKind& kind, std::vector<std::string> names,
+                      const AddPropSheetPage& add_page);
   [[nodiscard]] HRESULT AddTab(const Guid& class_id, IDataObject& selection,
                                const AddPropSheetPage& add_page);
   [[nodiscard]] std::string NameOf(const std::string& dn) const;
@@ -132,7 +145,7 @@ class GuardedTabs {
   void Protect(const PageFields& fields);
   [[nodiscard]] std::string WhyReadOnly(const PageFields& fields, const FieldRow& row) const;
   /// Everything is written of the tabs of which nothing is recorded any more.
-  void SettleWritten();
+  void SettleWritten(const SheetCommit& commit);
 
   TabSurroundings surroundings_;
   ErrandsAtOnce at_once_;

@@ -29,7 +29,7 @@ ldap::StoreStatus NotedAdditions::Add(const ldap::Entry& entry) {
   changes::IChangeLog::NoteId note = 0;
   const std::array<changes::Change, 1> addition = {changes::AdditionOf(entry)};
   const bool is_noted = log != nullptr && log->Note(addition, note).Ok();
-  ldap::StoreStatus status = target_.Add(entry);
+  ldap::StoreStatus status = ForwardingStore::Add(entry);
   // What was sent and not answered may have been done.
   const bool may_be_done = status.Ok() || status.code == ldap::kLdapTimeout;
   if (is_noted && !may_be_done) log->Withdraw(note);

@@ -10,6 +10,7 @@
 #include "directory/utf.h"
 #include "hosts/ldap/case_fold.h"
 #include "hosts/resources/mnemonic.h"
+#include "hosts/session/password/password_bytes.h"
 #include "hosts/session/text.h"
 
 namespace pelora::session {
@@ -45,7 +46,7 @@ std::string FieldName(std::string_view label) {
   return resources::WithoutMnemonic(label.substr(0, label.size() - 1));
 }
 
-std::string WhyNoLogonName(const NewObjectKind& kind, const std::string& name) {
+std::string WhyNoAccountName(const NewObjectKind& kind, const std::string& name) {
   const std::string field = FieldName(kind.logon_label);
   if (name.empty()) {
     std::string asked = field;
@@ -60,25 +61,6 @@ std::string WhyNoLogonName(const NewObjectKind& kind, const std::string& name) {
   }
   if (name.ends_with('.')) return field + ": no full stop at the end.";
   return {};
-}
-
-/// A password as the directory takes it: in quotation marks, in UTF-16.
-///
-/// In memory of its own from the beginning, so that it can be handed on without leaving a copy.
-std::string PasswordBytes(std::string_view password) {
-  constexpr std::size_t kBeyondTheObject = 64;
-  std::u16string units = ToUtf16(password);
-  std::string bytes;
-  bytes.reserve(std::max(2 * (units.size() + 2), kBeyondTheObject));
-  const auto add = [&bytes](char16_t unit) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
-  };
-  add(u'"');
-  for (const char16_t unit : units) add(unit);
-  add(u'"');
-  ldap::Wipe(units);
-  return bytes;
 }
 
 /// Stages one value after the other until one fails. Empty texts are left out.
@@ -161,11 +143,20 @@ std::string FullName(std::string_view first_name, std::string_view last_name) {
 std::string SuggestedLogonName(const NewObjectKind& kind, std::string_view name) {
   if (kind.account != AccountForm::kGroup && kind.account != AccountForm::kComputer) return {};
   std::string suggested = Trimmed(name);
-  if (kind.account == AccountForm::kComputer) suggested = ldap::FoldCase(suggested);
+  if (kind.account == AccountForm::kComputer) {
+    suggested = ldap::FoldCase(suggested);
+    // The sign of a computer's account stands behind it in any case.
+    while (suggested.ends_with('$')) suggested.pop_back();
+  }
   std::ranges::replace_if(suggested, &IsRefusedInLogonName, '_');
   suggested = FirstCharacters(suggested, kind.longest_logon_name);
   while (suggested.ends_with('.') || suggested.ends_with(' ')) suggested.pop_back();
   return suggested;
+}
+
+std::string WhyNoLogonName(const NewObjectKind& kind, const OwnValues& values) {
+  if (kind.account == AccountForm::kNone) return {};
+  return WhyNoAccountName(kind, Trimmed(values.logon_name));
 }
 
 std::string WhyIncomplete(const NewObjectKind& kind, const OwnValues& values,
@@ -175,10 +166,7 @@ std::string WhyIncomplete(const NewObjectKind& kind, const OwnValues& values,
   if (CharacterCount(name) > kLongestName) {
     return "The name has more than " + std::to_string(kLongestName) + " characters.";
   }
-  if (kind.account != AccountForm::kNone) {
-    std::string reason = WhyNoLogonName(kind, Trimmed(values.logon_name));
-    if (!reason.empty()) return reason;
-  }
+  if (std::string reason = WhyNoLogonName(kind, values); !reason.empty()) return reason;
   const bool asks_for_password = kind.account == AccountForm::kUser && context.takes_passwords;
   if (asks_for_password && !(values.password == values.confirmation)) {
     return "The passwords must match.";

@@ -49,6 +49,9 @@ void ReadGroupType(std::int32_t group_type, OwnValues& values);
 /// The logon name that follows from the name of a group or computer; empty for a user's.
 [[nodiscard]] std::string SuggestedLogonName(const NewObjectKind& kind, std::string_view name);
 
+/// Why an account cannot have the logon name of the values, as a sentence; empty when it can, and
+/// for a kind without accounts.
+[[nodiscard]] std::string WhyNoLogonName(const NewObjectKind& kind, const OwnValues& values);
 /// Why no object can be made of the values, as a sentence; empty when one can.
 [[nodiscard]] std::string WhyIncomplete(const NewObjectKind& kind, const OwnValues& values,
                                         const OwnContext& context);

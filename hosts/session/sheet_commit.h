@@ -6,6 +6,8 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -50,8 +52,11 @@ struct CommitSurroundings {
 /// Without a desk the first change that is not done ends it and is shown in a box. It counts as
 /// known then: whoever commits once more means it.
 ///
-/// What was not written stays recorded, but for what was taken out at the desk, and conflicts in
-/// which the other's value was to stay.
+/// What was not written stays recorded, but for conflicts in which the other's value was to stay,
+/// and for what was taken out at the desk: that is not written until it is edited once more.
+///
+/// There may be thousands of objects: whatever goes over all of them lets the errands' face breathe
+/// with each.
 class SheetCommit {
  public:
   SheetCommit(CommitSurroundings surroundings, std::vector<CommittedTab> tabs)
@@ -61,6 +66,10 @@ class SheetCommit {
   [[nodiscard]] std::optional<std::size_t> Run();
   /// Whether somebody else's value was left where the sheet shows another.
   [[nodiscard]] bool has_kept_theirs() const { return has_kept_theirs_; }
+  /// Whether what was recorded of an object is in the directory now.
+  [[nodiscard]] bool IsDone(const std::string& dn) const;
+  /// Nobody asks any more what became of the objects.
+  void LetGo();
 
  private:
   /// What is to be written of one object, and which tabs recorded what of it.
@@ -78,32 +87,50 @@ class SheetCommit {
   };
   using Plan = std::vector<Pending>;
   using Results = std::vector<changes::Result>;
+  /// Objects (`ldap::FoldCase`).
+  using Keys = std::set<std::string>;
+  /// What a commit is about, whatever becomes of it.
+  struct Whole {
+    std::vector<std::string> dns;
+    IDialog* owner = nullptr;
+  };
 
-  [[nodiscard]] Plan MakePlan() const;
-  /// Of what is recorded now, the changes of these objects (`ldap::FoldCase`).
-  [[nodiscard]] Plan PlanOf(const std::vector<std::string>& keys) const;
+  /// What is recorded now; of these objects only, when any are given.
+  [[nodiscard]] Plan MakePlan(const Keys* only = nullptr) const;
+  [[nodiscard]] Whole WholeOf(const Plan& plan) const;
   [[nodiscard]] std::optional<std::size_t> PageLeft() const;
 
   [[nodiscard]] std::optional<std::size_t> RunAtOnce(const Plan& plan);
-  [[nodiscard]] std::optional<std::size_t> RunAtDesk(Plan plan);
-  /// False: nothing is to be written. What was taken out is dropped.
+  [[nodiscard]] std::optional<std::size_t> RunAtDesk(Plan& plan);
+  /// False: nothing is to be written. What was taken out is left out.
   [[nodiscard]] bool LookAt(Plan& plan);
+  void TakeOut(Plan& plan, const Review& review);
   /// Sends the changes, and settles what became of them with the tabs.
   [[nodiscard]] Results Write(const Plan& plan, bool stops_at_first);
-  /// Begins to keep what will be written of a plan.
-  void BeginLog(const Plan& plan);
+  /// What is written from now on is kept, in the words for this plan.
+  void KeepAs(const Plan& plan);
   /// Asks about conflicts; the objects for which an answer was given.
-  [[nodiscard]] std::vector<std::string> Resolve(const Plan& plan, const Results& results);
+  [[nodiscard]] Keys Resolve(const Plan& plan, const Results& results);
+  [[nodiscard]] std::vector<ShownConflict> ConflictsOf(const Results& results) const;
+  /// `decided` are the conflicts of this result, in their order.
   void Decide(const Pending& pending, const changes::Result& result,
-              const std::vector<ShownConflict>& decided);
+              std::span<const ShownConflict> decided);
+  /// Those of these objects of which nothing is left in a plan are as they are to be.
+  void SettleDecided(const Keys& keys, const Plan& plan);
   /// Shows what is not done of what was written; the objects that are to be tried again.
-  [[nodiscard]] std::vector<std::string> Tell(const Plan& whole, const Plan& plan,
-                                              const Results& results);
+  [[nodiscard]] Keys Tell(const Whole& whole, const Plan& plan, const Results& results);
+  [[nodiscard]] Keys TellAll(const Whole& whole);
 
   CommitSurroundings surroundings_;
   std::vector<CommittedTab> tabs_;
   /// What became of each object so far, by its name.
   std::map<std::string, changes::Result> ended_;
+  /// In which words it is kept what is written: objects and fields; none once it has begun.
+  struct Words {
+    std::vector<std::string> objects;
+    std::vector<std::string> fields;
+  };
+  std::optional<Words> words_;
   std::unique_ptr<changes::IChangeLog> log_;
   /// Whether conflicts were left open: they have been seen, and need no box.
   bool is_left_open_ = false;

@@ -77,6 +77,10 @@ TouchedFields::Shows TouchedFields::HowShown(const FieldRow& row) {
   }
 }
 
+bool TouchedFields::IsSeenWhole(Shows shows) {
+  return shows != Shows::kLess && shows != Shows::kEntryInPart;
+}
+
 void TouchedFields::Watch(std::vector<FieldRow> fields) {
   for (FieldRow& row : fields) {
     const Shows shows = HowShown(row);
@@ -86,13 +90,21 @@ void TouchedFields::Watch(std::vector<FieldRow> fields) {
 
 void TouchedFields::Settle(IDialog& dialog) {
   has_other_edits_ = false;
+  for (Field& field : fields_) Settle(field, dialog);
+}
+
+void TouchedFields::Settle(ControlId control, IDialog& dialog) {
   for (Field& field : fields_) {
-    if (field.shows != Shows::kLess) field.read = ShownBy(field.row, dialog);
-    field.shown = field.read;
-    if (field.row.kind == FieldKind::kFlag) field.read_style = dialog.Style(field.row.control);
-    if (field.row.take_down) field.put_back = field.row.take_down();
-    field.was_reported = field.is_removed = field.is_unwritten = field.is_chosen = false;
+    if (field.row.control == control) Settle(field, dialog);
   }
+}
+
+void TouchedFields::Settle(Field& field, IDialog& dialog) {
+  if (field.shows != Shows::kLess) field.read = ShownBy(field.row, dialog);
+  field.shown = field.read;
+  if (field.row.kind == FieldKind::kFlag) field.read_style = dialog.Style(field.row.control);
+  if (field.row.take_down) field.put_back = field.row.take_down();
+  field.was_reported = field.is_removed = field.is_unwritten = field.is_chosen = false;
 }
 
 void TouchedFields::LookBeforeApply(IDialog& dialog) {
@@ -124,15 +136,15 @@ void TouchedFields::Touch(ControlId control) {
   for (Field& field : fields_) {
     if (!Edits(field.row, control)) continue;
     field.was_reported = true;
-    is_accounted_for =
-        is_accounted_for || (field.shows != Shows::kLess && field.shows != Shows::kEntryInPart);
+    field.is_edited = field.is_edited || !IsSeenWhole(field.shows);
+    is_accounted_for = is_accounted_for || IsSeenWhole(field.shows);
   }
   if (is_accounted_for) return;
   // A button of which no row tells: it may edit any list, and whatever is not seen whole.
   for (Field& field : fields_) {
     field.was_reported = field.was_reported || field.shows == Shows::kList;
-    has_other_edits_ =
-        has_other_edits_ || field.shows == Shows::kLess || field.shows == Shows::kEntryInPart;
+    field.is_edited = field.is_edited || !IsSeenWhole(field.shows);
+    has_other_edits_ = has_other_edits_ || !IsSeenWhole(field.shows);
   }
   has_other_edits_ = has_other_edits_ || fields_.empty();
 }
@@ -142,10 +154,20 @@ void TouchedFields::Look(IDialog& dialog) {
     if (field.shows == Shows::kLess) continue;
     if (field.shows == Shows::kList && !field.was_reported) continue;
     field.was_reported = false;
-    field.shown = ShownBy(field.row, dialog);
+    std::string now = ShownBy(field.row, dialog);
+    field.is_edited = field.is_edited || now != field.shown;
+    field.shown = std::move(now);
     // Typed over, it is as any other edit.
     field.is_removed = field.is_removed && field.shown.empty();
   }
+}
+
+std::vector<std::size_t> TouchedFields::TakeEdited() {
+  std::vector<std::size_t> edited;
+  for (std::size_t field = 0; field < fields_.size(); ++field) {
+    if (std::exchange(fields_[field].is_edited, false)) edited.push_back(field);
+  }
+  return edited;
 }
 
 void TouchedFields::KeepUnwritten() {
@@ -244,6 +266,7 @@ void TouchedFields::RemoveValue(std::size_t field, IDialog& dialog) {
   dialog.SetText(known.row.control, "");
   known.shown.clear();
   known.is_removed = true;
+  known.is_edited = true;
 }
 
 }  // namespace pelora::session

@@ -33,6 +33,8 @@ class TouchedFields {
 
   /// The dialog has been filled, or written: what it shows now is what nobody has changed.
   void Settle(IDialog& dialog);
+  /// The same of the fields of one control.
+  void Settle(ControlId control, IDialog& dialog);
   /// The page is about to apply: a look.
   void LookBeforeApply(IDialog& dialog);
   /// The page has applied, and may have filled itself on the way: what was unchanged before and is
@@ -45,6 +47,9 @@ class TouchedFields {
   void Touch(ControlId control);
   /// Looks which fields show something else.
   void Look(IDialog& dialog);
+  /// Fields that were edited since this was asked last, though they may show by now what they did
+  /// then; of those that are not seen whole, the ones that may have been.
+  [[nodiscard]] std::vector<std::size_t> TakeEdited();
   /// What the last look found changed could not be written: it stays changed, whatever is shown,
   /// until it is settled. What it was set to may be pending, or written already to some objects.
   void KeepUnwritten();
@@ -68,7 +73,10 @@ class TouchedFields {
 
   /// The row of a list view that stands for a field has been chosen to be as it says for every
   /// object: a change, though it said so before in sum.
-  void ChooseForAll(std::size_t field) { fields_.at(field).is_chosen = true; }
+  void ChooseForAll(std::size_t field) {
+    fields_.at(field).is_chosen = true;
+    fields_.at(field).is_edited = true;
+  }
 
   /// Whether a field can be set back from outside. What stands in a row of a list view cannot be
   /// once it could not be written: others may share its attributes.
@@ -108,6 +116,8 @@ class TouchedFields {
     bool is_removed = false;
     bool is_unwritten = false;
     bool is_chosen = false;
+    /// Since `TakeEdited`.
+    bool is_edited = false;
 
     [[nodiscard]] bool IsChanged() const {
       return is_removed || is_unwritten || is_chosen || shown != read;
@@ -115,6 +125,9 @@ class TouchedFields {
   };
 
   [[nodiscard]] static Shows HowShown(const FieldRow& row);
+  static void Settle(Field& field, IDialog& dialog);
+  /// Whether every edit can be seen.
+  [[nodiscard]] static bool IsSeenWhole(Shows shows);
   void PutBack(const Field& known, IDialog& dialog);
 
   std::vector<Field> fields_;

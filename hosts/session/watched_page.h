@@ -50,8 +50,7 @@ class WatchedPage final : public PropSheetPage, private IDialogController {
     return result;
   }
   std::int32_t OnCommand(ControlId id, ControlNotification notification) override {
-    if (is_applying_) return page_->Controller().OnCommand(id, notification);
-    watch_.on_command(id);
+    if (!is_applying_) watch_.on_command(id);
     const std::int32_t answer = page_->Controller().OnCommand(id, notification);
     TellHandled();
     return answer;

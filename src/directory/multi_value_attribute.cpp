@@ -67,6 +67,19 @@ int MultiValueAttribute::SetDefault(IListBox& list) {
   return Refresh(list);
 }
 
+void MultiValueAttribute::KeepDefault(IListBox& list, RowIndex row) {
+  const auto* const kept = static_cast<const Item*>(list.Data(row));
+  if (kept == nullptr || !kept->is_default) return;
+  bool is_any_taken = false;
+  for (const auto& item : items_) {
+    if (item.get() == kept || !item->is_default) continue;
+    item->is_default = false;
+    item->changed = true;
+    is_any_taken = true;
+  }
+  if (is_any_taken) Refresh(list);
+}
+
 int MultiValueAttribute::Delete(IListBox& list) {
   const std::optional<RowIndex> row = list.Selection();
   if (!row) return 0;

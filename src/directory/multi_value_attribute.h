@@ -57,6 +57,9 @@ class MultiValueAttribute {
   int Modify(IListBox& list, std::string value);
   /// Makes the selected value the default. 1 when the selected row has no record.
   int SetDefault(IListBox& list);
+  /// Takes the mark of the default one off every value but that of a row that has it, deleted ones
+  /// too; nothing when the row has none. For hosts of which what is shown is to be stored.
+  void KeepDefault(IListBox& list, RowIndex row);
   /// Deletes the selected value and selects the row that takes its place, or the last. Always 0.
   int Delete(IListBox& list);
 

@@ -58,6 +58,7 @@ std::vector<FieldRow> CPropPageExtPerson::Rows() {
       .remove = IDC_EMAIL_DELETE,
       .make_default = IDC_EMAIL_DEFAULT,
       .typed_in = {.dialog = IDD_EMAIL_ADDRESS, .text = IDC_EMAIL_ADDRESS},
+      .keep_default = [this](RowIndex row) { addresses_.KeepDefault(AddressList(), row); },
       .take_down = [this] { return TakeDownAddresses(); },
   };
   FieldRow other_addresses = default_address;

@@ -81,6 +81,9 @@ struct FieldRow {
   ControlId make_default = 0;
   /// For lists whose texts are typed: where that is done.
   TextDialog typed_in{};
+  /// For lists with `make_default`, whose rules may leave several values marked as the default one:
+  /// leaves the mark to a row that has it alone, while there is a dialog.
+  std::function<void(RowIndex row)> keep_default{};
   /// `kChoice`: every text, in the order of the control.
   std::vector<std::string_view> choices{};
   /// `kChoice` by buttons: the button of each choice, 0 for one that cannot be chosen; empty where

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <regex>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -34,6 +35,30 @@ TEST(SourceForm, NoFileIsAGiant) {
     if (file.lines.size() > kMostLines) giants.push_back(file.path);
   }
   EXPECT_THAT(giants, IsEmpty());
+}
+
+/// Names of the functions that a header declares with `virtual` before them, or with `override`
+/// behind them, wherever the line ends.
+std::set<std::string> FunctionsOf(const std::string& path, const std::regex& declared) {
+  std::string text;
+  for (const SourceFile& file : ReadSources({"hosts/ldap"})) {
+    if (file.path != path) continue;
+    for (const std::string& line : file.lines) text += line + " ";
+  }
+  std::set<std::string> names;
+  for (std::sregex_iterator at(text.begin(), text.end(), declared), end; at != end; ++at) {
+    names.insert((*at)[1]);
+  }
+  return names;
+}
+
+TEST(SourceForm, EveryEntryOfTheStoresPortIsHandedOn) {
+  const std::set<std::string> entries = FunctionsOf(
+      "hosts/ldap/directory_store.h", std::regex("\\bvirtual (?:const )?[A-Za-z]+&? (\\w+)\\("));
+  EXPECT_GT(entries.size(), 12U);
+  EXPECT_EQ(FunctionsOf("hosts/ldap/forwarding_store.h",
+                        std::regex("\\b(\\w+)\\([^()]*\\) (?:const )?override \\{")),
+            entries);
 }
 
 /// What a command prints, errors included, by lines; and its exit status.

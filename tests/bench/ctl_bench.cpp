@@ -157,12 +157,12 @@ class Bench {
     table.AddBeside("a guarded program, file not mapped", unmapped.Seconds(), tool,
                     theirs.Seconds());
     table.AddBeside("the same, CPU", unmapped.Cpu(), tool, theirs.Cpu());
-    table.AddBeside("apply", ours.Seconds(), "that program, file not mapped", unmapped.Seconds());
+    table.AddBeside("apply", ours.Seconds(), "the guarded program", mapped.Seconds());
     table.Explain("ldbmodify reads no object before it writes, and maps the file into its memory.");
     table.Explain(
         "The guarded programs read, compare and write by the same library, and do nothing");
-    table.Explain("else. Unmapped is as apply works: a mapped file that somebody cuts short ends");
-    table.Explain("the program in the middle of a change. What apply takes beyond that program is");
+    table.Explain(
+        "else; apply maps the file as the first of them does. What it takes beyond that is");
     table.Explain("each object's tab in memory: opened, filled, edited, validated and collected.");
   }
 

@@ -81,17 +81,19 @@ class GuardedSheet {
   void AddAddress(const std::string& address) {
     dialogs_.PlayNext([address](HeadlessUser& user) {
       user.EraseText(IDC_EMAIL_ADDRESS);
-      user.TypeText(IDC_EMAIL_ADDRESS, address);
+      // At once, however long it is.
+      user.dialog().SetText(IDC_EMAIL_ADDRESS, address);
       user.Click(static_cast<ControlId>(kDialogOk));
     });
     Click(IDC_EMAIL_ADD);
   }
   void DeleteAddress(const std::string& address) {
-    const IListBox& list = page().ListBox(IDC_EMAIL_LIST);
-    RowIndex row = 0;
-    while (row < list.Count() && list.Text(row) != address) ++row;
-    EXPECT_EQ(sheet_.User().SelectListRow(IDC_EMAIL_LIST, row), UserAnswer::kDone) << address;
+    SelectAddress(address);
     Click(IDC_EMAIL_DELETE);
+  }
+  void MakeDefault(const std::string& address) {
+    SelectAddress(address);
+    Click(IDC_EMAIL_DEFAULT);
   }
 
   /// The boxes since the last call, one text each, in which "|" stands for the end of a line.
@@ -109,6 +111,13 @@ class GuardedSheet {
   }
 
  private:
+  void SelectAddress(const std::string& address) {
+    const IListBox& list = page().ListBox(IDC_EMAIL_LIST);
+    RowIndex row = 0;
+    while (row < list.Count() && list.Text(row) != address) ++row;
+    EXPECT_EQ(sheet_.User().SelectListRow(IDC_EMAIL_LIST, row), UserAnswer::kDone) << address;
+  }
+
   resources::ResourceFile templates_ =
       resources::ResourceFile::Read(resources::EmbeddedResourceBytes()).value.value();
   ldap::StoreDirectoryService directory_;

@@ -86,6 +86,20 @@ TEST_P(GuardedSheetContract, AnAddressThatOneTakesOutStaysOutThoughAnotherAddsOn
   EXPECT_THAT(Stored("otherMailbox"), ElementsAre("c@pelora.test"));
 }
 
+TEST_P(GuardedSheetContract, AThirdAddressIsTheOnlyDefaultThoughTheOldOneWasDeletedFirst) {
+  GuardedSheet sheet(First(), {User()});
+  sheet.DeleteAddress("A@PELORA.TEST");
+  // Whose turn it is then follows from the order in which the directory gives them.
+  const bool is_bs_turn = sheet.Rows(IDC_EMAIL_LIST).front() == "B@PELORA.TEST";
+  const std::string third = is_bs_turn ? "c@pelora.test" : "b@pelora.test";
+  sheet.MakeDefault(third);
+  EXPECT_EQ(sheet.Rows(IDC_EMAIL_LIST), is_bs_turn ? (Lines{"b@pelora.test", "C@PELORA.TEST"})
+                                                   : (Lines{"B@PELORA.TEST", "c@pelora.test"}));
+  EXPECT_TRUE(sheet.sheet().Ok());
+  EXPECT_THAT(Stored("mail"), ElementsAre(third));
+  EXPECT_THAT(Stored("otherMailbox"), ElementsAre(is_bs_turn ? "b@pelora.test" : "c@pelora.test"));
+}
+
 TEST_P(GuardedSheetContract, ABoxThatWasTickedOnceIsNotTickedAgainOverAnothersWish) {
   GuardedSheet first(First(), {User()});
   first.Click(IDC_PELORA_HIDDEN);

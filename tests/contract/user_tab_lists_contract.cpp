@@ -213,8 +213,17 @@ TEST_P(UserTabContract, ADeletedDefaultLeavesTwoOfThemBehindWhenAThirdIsSet) {
   EXPECT_TRUE(is_first || !Console().KeepsOrder());
   ClickAddress(is_first ? "c@x.test" : "b@x.test");
   User().Click(IDC_EMAIL_DEFAULT);
+  const std::string default_address = is_first ? "mail: c@x.test" : "mail: b@x.test";
+  if (Console().LooksAfterFields()) {
+    // What is shown is stored: the one that was chosen last is the only one.
+    EXPECT_EQ(Addresses(),
+              is_first ? (Lines{"b@x.test", "C@X.TEST"}) : (Lines{"B@X.TEST", "c@x.test"}));
+    EXPECT_EQ(Apply(), (Lines{default_address,
+                              is_first ? "otherMailbox: b@x.test" : "otherMailbox: c@x.test"}));
+    return;
+  }
   EXPECT_EQ(Addresses(), (Lines{"B@X.TEST", "C@X.TEST"}));
-  EXPECT_EQ(Apply(), (Lines{is_first ? "mail: c@x.test" : "mail: b@x.test", "otherMailbox: none"}));
+  EXPECT_EQ(Apply(), (Lines{default_address, "otherMailbox: none"}));
 }
 
 TEST_P(UserTabContract, ButtonsFollowCountSelectionAndNeed) {

@@ -120,6 +120,16 @@ TEST_F(ApplyTest, ARetryTakesWhatIsNotDone) {
   EXPECT_EQ(Apply(table, {"--retry", Write("wrong", "no report\nat all\n")}).code, 2);
 }
 
+TEST_F(ApplyTest, StandardInputIsOneThing) {
+  const ProgramRun run = Ctl({"apply", "-", "--retry", "-"}, "object,peloraHidden\nh.oender,yes\n");
+  EXPECT_EQ(run.code, 2);
+  EXPECT_THAT(run.errors, HasSubstr("standard input cannot be both"));
+  EXPECT_EQ(Stored(kHelga, "peloraHidden"), "");
+  const std::string report = "{\"result\":\"changed\",\"dn\":\"" + std::string(kHelga) + "\"}\n";
+  const std::string table = Write("table.csv", "object,peloraHidden\nh.oender,yes\n");
+  EXPECT_THAT(Ctl({"apply", table, "--retry", "-"}, report).output, IsEmpty());
+}
+
 TEST_F(ApplyTest, ARetryTakesWhatWasOnlyRehearsed) {
   ASSERT_EQ(Ctl({"set", "t.richter", "peloraHidden=yes"}).code, 0);
   const std::string table = "object,peloraHidden\nh.oender,yes\nt.richter,yes\n";
@@ -157,6 +167,8 @@ TEST_F(ApplyTest, AReportIsNotWrittenOverWhatIsRead) {
   EXPECT_EQ(Read(File("table.csv")), table);
   const std::string before = Dump();
   EXPECT_EQ(Apply(table, {"--report", File("company.ldb")}).code, 2);
+  environment["PELORA_DIRECTORY"] = File("company.ldb");
+  EXPECT_EQ(Bare({"apply", Write("table.csv", table), "--report", File("company.ldb")}).code, 2);
   EXPECT_EQ(Dump(), before);
   EXPECT_EQ(Apply(table, {"--report", File("both"), "--undo-file", File("both")}).code, 2);
   EXPECT_EQ(Ctl({"set", "--from", Write("names", "h.oender\n"), "--report", File("names"),

@@ -88,6 +88,21 @@ TEST_F(CheckCommand, RefusesRulesThatThereAreNotAndObjects) {
   EXPECT_EQ(Ctl({"check", kTom}).code, 2);
 }
 
+TEST_F(CheckCommand, OptionsOfChangesNeedAFix) {
+  for (const std::vector<std::string>& options : {std::vector<std::string>{"--dry-run"},
+                                                  {"--undo-file", File("undo.ldif")},
+                                                  {"--report", File("report.jsonl")},
+                                                  {"--stop"}}) {
+    std::vector<std::string> arguments = {"check"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const ProgramRun run = Ctl(arguments);
+    EXPECT_EQ(run.code, 2) << options.front();
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors,
+              "peloractl: " + options.front() + ": a check changes nothing without --fix\n");
+  }
+}
+
 TEST_F(CheckCommand, FixMendsAndThenTellsWhatIsLeft) {
   const ProgramRun run =
       Ctl({"check", "--fix", "--rule", "reference-dangling", "--rule", "feature-conflict"});

@@ -100,6 +100,18 @@ TEST_F(EditTest, LeavingAnErrorGivesUpAndKeepsTheText) {
   EXPECT_EQ(Dump(), before);
 }
 
+TEST_F(EditTest, WhoChangesTheMessageAloneHasLeftTheTextAsItIs) {
+  // A script's expression meets the message above the line too. It would do so for ever: it counts.
+  const std::string rounds = File("rounds");
+  const std::string script =
+      Write("editor.sh", "sed -i 's/peloraQuotaHard: .*/peloraQuotaHard: lots/' \"$1\"\necho >>" +
+                             rounds + "\ntest \"$(wc -l <" + rounds + ")\" -lt 9\n");
+  const ProgramRun run = Edit("sh " + script, {"j.weissflog"});
+  EXPECT_EQ(run.code, 1) << run.errors;
+  EXPECT_EQ(Read(rounds), "\n\n");
+  EXPECT_THAT(run.errors, HasSubstr("the text is in " + File("")));
+}
+
 TEST_F(EditTest, GivingUpEndsWithTheResultOfEachObjectAndTheSums) {
   const ProgramRun run = Edit("sed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: lots/'",
                               {"j.weissflog", "nobody", "--undo-file", File("undo")});
@@ -121,6 +133,23 @@ TEST_F(EditTest, SelectionsAreEditedAndNothingIsSentForNoChange) {
   EXPECT_GT(run.Lines().size(), 2U);
   for (const std::string& line : run.Lines()) EXPECT_THAT(line, StartsWith("unchanged\t"));
   EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EditTest, WhereTheObjectsComeFromStandardInputTheEditorHasTheTerminal) {
+  environment["EDITOR"] =
+      "sh " +
+      Write("editor.sh", "test -t 0 && sed -i 's/^peloraHidden: no/peloraHidden: yes/' \"$1\"\n");
+  const std::string command = std::string("printf 'h.oender\\n' | ") + PELORACTL + " --directory " +
+                              File("company.ldb") + " edit --from -";
+  const ProgramRun run = RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, environment);
+  EXPECT_EQ(run.code, 0) << run.output;
+  EXPECT_EQ(Stored(kHelga, "peloraHidden"), "1");
+  // Without a terminal it has what is left of the input.
+  const ProgramRun without = RunProgram({"/usr/bin/setsid", "-w", PELORACTL, "--directory",
+                                         File("company.ldb"), "edit", "--from", "-"},
+                                        environment, "t.richter\n");
+  EXPECT_EQ(without.code, 2) << without.errors;
+  EXPECT_THAT(without.errors, HasSubstr("failed; the text is in "));
 }
 
 TEST_F(EditTest, TheVisualEditorComesFirst) {

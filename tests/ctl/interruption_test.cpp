@@ -7,6 +7,7 @@
 
 #include <array>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 #include "tests/ctl/peloractl.h"
@@ -62,11 +63,15 @@ class StuckProgram {
       printed += next[0];
     }
   }
+  /// Waits until it has written something, of which the first letter is taken.
+  void WaitForOutput() const {
+    std::array<char, 1> first{};
+    if (read(reader_, first.data(), first.size()) != 1) throw std::runtime_error("no output");
+  }
   /// Waits until it has written something and then no more.
   void WaitUntilStuck() const {
-    std::array<char, 1> first{};
     // Taken off the first line, which says "changed".
-    if (read(reader_, first.data(), first.size()) != 1) throw std::runtime_error("no output");
+    WaitForOutput();
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
   }
   void Signal(int signal) const { kill(child_, signal); }
@@ -134,6 +139,24 @@ TEST_F(InterruptionTest, WhateverHappensTheUndoFileHasWhatWasChanged) {
   const ProgramRun undone = Ctl({"undo", File("undo")});
   EXPECT_EQ(undone.code, 0) << undone.output;
   EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(InterruptionTest, AFileThatIsCutShortEndsTheProgramWithALine) {
+  const std::string errors = File("errors");
+  {
+    const StuckProgram program({"/bin/sh", "-c",
+                                "exec \"$0\" --directory \"$1\" set --stop --json --class user "
+                                "peloraHidden=yes --report \"$2\" 2>\"$3\"",
+                                PELORACTL, File("company.ldb"), File("report"), errors});
+    // All the lines do not find room in the pipe: it is not done before they are taken.
+    program.WaitForOutput();
+    std::filesystem::resize_file(File("company.ldb"), 0);
+    static_cast<void>(program.Drain());
+    EXPECT_EQ(program.Wait(), 1);
+  }
+  EXPECT_THAT(Read(errors), HasSubstr("cut the directory file short"));
+  // What was told until then is reported.
+  EXPECT_THAT(Read(File("report")), HasSubstr("\"result\":"));
 }
 
 TEST_F(InterruptionTest, ProgressIsShownToAPersonAlone) {

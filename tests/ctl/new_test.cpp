@@ -48,7 +48,11 @@ TEST_F(NewTest, AUserIsMadeWithItsSettings) {
 TEST_F(NewTest, ALogonNameThatCannotBeSuggestedIsRefused) {
   const ProgramRun run = New({"user", "Ada Larsen"});
   EXPECT_EQ(run.code, 1);
-  EXPECT_THAT(run.output, StartsWith("refused\t" + Dn("Ada Larsen") + "\t"));
+  EXPECT_THAT(run.output, StartsWith("refused\t" + Dn("Ada Larsen") + "\tsAMAccountName: "));
+  EXPECT_THAT(New({"user", "Ada Larsen", "sAMAccountName=a/b"}).output,
+              HasSubstr("\tsAMAccountName: "));
+  // What is wrong with the name is no matter of the logon name.
+  EXPECT_THAT(New({"user", std::string(65, 'a')}).output, HasSubstr("\tThe name has more than "));
 }
 
 TEST_F(NewTest, APageThatIsNotCompleteIsRefused) {
@@ -131,6 +135,8 @@ TEST_F(NewTest, AComputersNameEndsWithItsSign) {
   EXPECT_EQ(Stored(Dn("mail09"), "peloraHttpPort"), "236");
   EXPECT_EQ(New({"server", "mail10", "sAMAccountName=m10$"}).code, 0);
   EXPECT_EQ(Stored(Dn("mail10"), "sAMAccountName"), "m10$");
+  EXPECT_EQ(New({"server", "mail11$"}).code, 0);
+  EXPECT_EQ(Stored(Dn("mail11$"), "sAMAccountName"), "MAIL11$");
 }
 
 TEST_F(NewTest, ListsAreMadeByTheirOwnWizards) {

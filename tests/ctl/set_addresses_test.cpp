@@ -99,6 +99,21 @@ TEST_F(SetAddressesTest, DefaultAndOthersOfOneCommandBelongTogether) {
   EXPECT_THAT(Others(), UnorderedElementsAre(kSecond, kThird));
 }
 
+TEST_F(SetAddressesTest, AThirdAddressIsTheOnlyDefaultThoughTheOldOneIsRemoved) {
+  // By the rules of the tab's list the order of the two decides whether an address is lost.
+  for (const bool is_default_first : {true, false}) {
+    const std::string make_default = std::string("mail=") + kThird;
+    const std::string remove = std::string("otherMailbox-=") + kFirst;
+    const ProgramRun run = Ctl({"set", "j.weissflog", is_default_first ? make_default : remove,
+                                is_default_first ? remove : make_default});
+    EXPECT_THAT(run.output, StartsWith("changed\t"));
+    EXPECT_EQ(Default(), kThird);
+    EXPECT_THAT(Others(), UnorderedElementsAre(kSecond));
+    ASSERT_EQ(Set(std::string("mail=") + kFirst), "changed");
+    ASSERT_EQ(Others().size(), 2U);
+  }
+}
+
 TEST_F(SetAddressesTest, ADefaultThatTheSameCommandRemovesIsRefused) {
   const ProgramRun run =
       Ctl({"set", "j.weissflog", "mail=new@b.example", "otherMailbox-=new@b.example"});

@@ -184,6 +184,16 @@ TEST_F(SetTest, ListsOfNamesAreSetAddedToAndRemovedFrom) {
   EXPECT_EQ(Stored(kHelga, "peloraSendAsPrivilege"), "");
 }
 
+TEST_F(SetTest, WhichOfSeveralIsToGoFromAListIsNotGuessed) {
+  const std::string address = "h.oender@linden-werke.example";
+  ASSERT_EQ(Set({"t.richter", "otherMailbox+=" + address}), "changed");
+  ASSERT_EQ(Set({"k.boettger", "peloraSendAsPrivilege=h.oender"}), "changed");
+  EXPECT_THAT(Set({"k.boettger", "peloraSendAsPrivilege-=" + address}),
+              AllOf(StartsWith("refused peloraSendAsPrivilege: " + address), HasSubstr(kHelga),
+                    HasSubstr(kTom)));
+  EXPECT_EQ(Fields("k.boettger").at("peloraSendAsPrivilege").size(), 1U);
+}
+
 TEST_F(SetTest, ArchiveServersAreTyped) {
   EXPECT_EQ(Set({"j.weissflog", "peloraUserArchiveServers-=archive01",
                  "peloraUserArchiveServers+=archive03"}),
@@ -227,8 +237,15 @@ TEST_F(SetTest, APagesRuleRefusesWithItsCode) {
   EXPECT_EQ(run.code, 1);
   const json result = json::parse(run.output);
   EXPECT_EQ(result.at("result"), "refused");
-  EXPECT_EQ(result.at("message"), "Validation of input fields failed: Missing File Path");
+  EXPECT_EQ(result.at("message"),
+            "peloraFilePath: Validation of input fields failed: Missing File Path");
   EXPECT_EQ(result.at("code"), "0X80004005");
+  // What is wanted of one field may be refused for another: then what was asked for is named.
+  EXPECT_EQ(Set({"mail01", "peloraFilePath=", "peloraHttpPort=240"}),
+            "refused peloraFilePath: Validation of input fields failed: Missing File Path");
+  EXPECT_EQ(Set({"pc-0101", "peloraAccount=yes", "peloraHttpPort=240"}),
+            "refused peloraAccount, peloraHttpPort: Validation of input fields failed: Missing "
+            "Server Address");
 }
 
 TEST_F(SetTest, SeveralObjectsOfANameAreRefusedWithTheirNames) {

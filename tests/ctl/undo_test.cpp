@@ -54,6 +54,21 @@ TEST_F(UndoTest, WhatWasDoneTwiceIsTakenBackLatestFirst) {
   EXPECT_EQ(Dump(), before);
 }
 
+TEST_F(UndoTest, AFileThatTakesNothingBackIsDone) {
+  const std::string before = Dump();
+  // Nothing of an interrupted run was sent, and it did not live to remove the file.
+  const std::string text =
+      std::string("# change 0\ndn: ") + kTom +
+      "\nchangetype: modify\nadd: peloraHidden\npeloraHidden: 1\n-\n\n# withdrawn 0\n\n";
+  for (const std::string& file : {text, std::string()}) {
+    const ProgramRun run = Ctl({"undo", Write("undo", file)});
+    EXPECT_EQ(run.code, 0) << run.errors;
+    EXPECT_THAT(run.output, IsEmpty());
+    EXPECT_THAT(run.errors, StartsWith("0 changed, 0 unchanged"));
+  }
+  EXPECT_EQ(Dump(), before);
+}
+
 TEST_F(UndoTest, AFileThatIsThereIsNotTaken) {
   const ProgramRun run =
       Ctl({"set", "--undo-file", Write("undo", "precious"), "h.oender", "peloraHidden=yes"});

@@ -52,6 +52,8 @@ TEST_F(UsageTest, WrongArgumentsAreOneLineAndTheCodeTwo) {
       {"new", "user", "Ada", "--in", kUnit, "sn=A", "SN=B"},
       {"list", "--frobnicate"},
       {"--sample", "list"},
+      {"status", "h.oender"},
+      {"status", "--site", "Here"},
   };
   const std::string before = Dump();
   for (const std::vector<std::string>& arguments : wrong) {
@@ -200,6 +202,31 @@ TEST_F(UsageTest, ACommandIsNeverTheHost) {
   // The command was understood, and the server is what is missing.
   EXPECT_EQ(run.code, 3) << run.errors;
   EXPECT_EQ(Bare({"--server", "127.0.0.1:1"}).code, 2);
+}
+
+TEST_F(UsageTest, TheStatusNamesTheDirectory) {
+  const ProgramRun run = Ctl({"status"});
+  EXPECT_EQ(run.code, 0) << run.errors;
+  EXPECT_THAT(run.output, AllOf(StartsWith("Directory file:  "), HasSubstr(File(""))));
+  const auto status = nlohmann::json::parse(Ctl({"status", "--json"}).output);
+  EXPECT_THAT(status.at("directory").get<std::string>(), StartsWith(File("")));
+  EXPECT_TRUE(status.at("server").is_null());
+  EXPECT_EQ(Ctl({"status"}).errors, "");
+}
+
+TEST_F(UsageTest, ASiteIsForAServerThatIsFound) {
+  environment["KRB5CCNAME"] = "FILE:" + File("no-ticket");
+  EXPECT_EQ(Bare({"--site", "Here", "status"}).code, 3);
+  EXPECT_EQ(Bare({"--server", "--site", "Here", "status"}).code, 3);
+  const std::vector<std::vector<std::string>> wrong = {
+      {"--server", "dc1.x.test", "--site", "Here", "status"},
+      {"--sample", "--site", "Here", "status"},
+      {"--directory", "x.ldb", "--site", "Here", "status"},
+      {"--site", "", "status"}};
+  for (const std::vector<std::string>& arguments : wrong) {
+    SCOPED_TRACE(::testing::PrintToString(arguments));
+    EXPECT_EQ(Bare(arguments).code, 2);
+  }
 }
 
 TEST_F(UsageTest, BehindTwoHyphensStandNoOptions) {

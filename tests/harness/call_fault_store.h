@@ -8,15 +8,15 @@
 #include <string>
 #include <utility>
 
-#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/forwarding_store.h"
 
 namespace pelora::testing {
 
 /// Forwards to another store, which outlives it, and makes one request fail, whatever it is. Every
 /// request counts, and each object of a reading of many besides.
-class CallFaultStore final : public ldap::IDirectoryStore {
+class CallFaultStore final : public ldap::ForwardingStore {
  public:
-  explicit CallFaultStore(ldap::IDirectoryStore& target) : target_(target) {}
+  explicit CallFaultStore(ldap::IDirectoryStore& target) : ForwardingStore(target) {}
 
   struct Fault {
     ldap::StoreStatus status;
@@ -40,13 +40,12 @@ class CallFaultStore final : public ldap::IDirectoryStore {
   [[nodiscard]] std::size_t calls() const { return calls_; }
   [[nodiscard]] const std::optional<Met>& met() const { return met_; }
 
-  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
   ldap::StoreStatus ReadRoot(ldap::Entry& root) override {
-    return Ask("rootDSE", [&] { return target_.ReadRoot(root); });
+    return Ask("rootDSE", [&] { return ForwardingStore::ReadRoot(root); });
   }
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                          ldap::Entry& entry) override {
-    return Ask(dn, [&] { return target_.Read(dn, attributes, entry); });
+    return Ask(dn, [&] { return ForwardingStore::Read(dn, attributes, entry); });
   }
   ldap::StoreStatus ReadMany(std::span<const std::string> dns,
                              std::span<const std::string> attributes,
@@ -56,33 +55,34 @@ class CallFaultStore final : public ldap::IDirectoryStore {
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
                            const ldap::EntrySink& sink) override {
-    return Ask(request.base, [&] { return target_.Search(request, sink); });
+    return Ask(request.base, [&] { return ForwardingStore::Search(request, sink); });
   }
   ldap::StoreStatus Modify(const std::string& dn,
                            std::span<const ldap::Modification> modifications) override {
-    return Do(dn, [&] { return target_.Modify(dn, modifications); });
+    return Do(dn, [&] { return ForwardingStore::Modify(dn, modifications); });
   }
   ldap::StoreStatus ModifyStrictly(const std::string& dn,
                                    std::span<const ldap::Modification> modifications) override {
-    return Do(dn, [&] { return target_.ModifyStrictly(dn, modifications); });
+    return Do(dn, [&] { return ForwardingStore::ModifyStrictly(dn, modifications); });
+  }
+  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
+    IDirectoryStore::ModifyManyStrictly(next, sink);
   }
   ldap::StoreStatus Add(const ldap::Entry& entry) override {
-    return Do(entry.dn, [&] { return target_.Add(entry); });
+    return Do(entry.dn, [&] { return ForwardingStore::Add(entry); });
   }
   ldap::StoreStatus Delete(const ldap::Entry& made) override {
-    return Do(made.dn, [&] { return target_.Delete(made); });
+    return Do(made.dn, [&] { return ForwardingStore::Delete(made); });
   }
   ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override {
-    return Do(seen.dn, [&] { return target_.Rename(seen, dn); });
+    return Do(seen.dn, [&] { return ForwardingStore::Rename(seen, dn); });
   }
   ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override {
-    return Do(seen.dn, [&] { return target_.Remove(seen, extent); });
+    return Do(seen.dn, [&] { return ForwardingStore::Remove(seen, extent); });
   }
   ldap::StoreStatus Restore(const ldap::Entry& removed) override {
-    return Do(removed.dn, [&] { return target_.Restore(removed); });
+    return Do(removed.dn, [&] { return ForwardingStore::Restore(removed); });
   }
-  void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
-  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:
   using Request = std::function<ldap::StoreStatus()>;
@@ -104,7 +104,6 @@ class CallFaultStore final : public ldap::IDirectoryStore {
     return fault_.status;
   }
 
-  ldap::IDirectoryStore& target_;
   std::size_t calls_ = 0;
   std::size_t left_ = 0;
   Fault fault_;

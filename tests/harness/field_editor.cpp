@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "directory/ascii_case.h"
+#include "tests/harness/field_deeds.h"
 
 namespace pelora::testing {
 namespace {
@@ -105,25 +106,17 @@ std::vector<FirstValue> FirstValues(std::span<const FieldRow> rows, std::size_t 
 
 Done FieldEditor::Edit(HeadlessUser user, const FieldRow& row) {
   if (row.is_read_only) return Done::kNotEditable;
-  switch (row.kind) {
-    case FieldKind::kFlag:
-      return SetFlag(user, row);
-    case FieldKind::kNumber:
-    case FieldKind::kText:
-      return Type(user, row);
-    case FieldKind::kName:
-    case FieldKind::kServer:
-      return Choose(user, row);
-    case FieldKind::kDefaultEntry:
-      return MakeDefault(user, row);
-    case FieldKind::kList:
-      return AddText(user, row);
-    case FieldKind::kNameList:
-      return AddName(user, row);
-    case FieldKind::kChoice:
-      return row.choice_buttons.empty() ? SelectChoice(user, row) : ClickChoice(user, row);
-  }
-  return Done::kNo;
+  static constexpr FieldDeeds<FieldEditor, Done> kDeeds{
+      .flag = &FieldEditor::SetFlag,
+      .text = &FieldEditor::Type,
+      .object = &FieldEditor::Choose,
+      .default_entry = &FieldEditor::MakeDefault,
+      .texts = &FieldEditor::AddText,
+      .names = &FieldEditor::AddName,
+      .choice = &FieldEditor::SelectChoice,
+      .choice_by_buttons = &FieldEditor::ClickChoice,
+  };
+  return (this->*kDeeds.Of(row))(user, row);
 }
 
 std::vector<std::string> FieldEditor::EditAll(HeadlessUser user, std::span<const FieldRow> rows) {

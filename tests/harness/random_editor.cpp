@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "tests/harness/field_deeds.h"
+
 namespace pelora::testing {
 namespace {
 
@@ -28,14 +30,6 @@ bool SelectEntry(HeadlessUser& user, const FieldRow& row) {
     return user.ClickListViewCell(row.control, at, 0, false) == UserAnswer::kDone;
   }
   return false;
-}
-
-std::size_t CountOfDefaults(HeadlessDialog& page, const FieldRow& row) {
-  if (row.kind != FieldKind::kDefaultEntry && row.kind != FieldKind::kList) return 0;
-  if (!row.entry.empty()) return 0;
-  const std::vector<std::string> rows = RowsOf(page.ListBox(row.control));
-  return static_cast<std::size_t>(std::ranges::count_if(
-      rows, [](const std::string& text) { return text.ends_with(kDefaultEnd); }));
 }
 
 std::string ShownIn(HeadlessDialog& page, const FieldRow& row) {
@@ -86,23 +80,21 @@ std::string MeantIn(HeadlessDialog& page, const FieldRow& row) {
 
 bool RandomEditor::Edit(HeadlessUser user, const FieldRow& row) {
   if (row.is_read_only || !user.dialog().IsShown(row.control)) return false;
-  switch (row.kind) {
-    case FieldKind::kFlag:
-      return user.Click(row.control) == UserAnswer::kDone;
-    case FieldKind::kNumber:
-    case FieldKind::kText:
-      return Type(user, row);
-    case FieldKind::kName:
-    case FieldKind::kServer:
-      return Choose(user, row);
-    case FieldKind::kDefaultEntry:
-    case FieldKind::kList:
-    case FieldKind::kNameList:
-      return ChangeList(user, row);
-    case FieldKind::kChoice:
-      return SelectChoice(user, row);
-  }
-  return false;
+  static constexpr FieldDeeds<RandomEditor, bool> kDeeds{
+      .flag = &RandomEditor::Click,
+      .text = &RandomEditor::Type,
+      .object = &RandomEditor::Choose,
+      .default_entry = &RandomEditor::ChangeList,
+      .texts = &RandomEditor::ChangeList,
+      .names = &RandomEditor::ChangeList,
+      .choice = &RandomEditor::SelectChoice,
+      .choice_by_buttons = &RandomEditor::ClickChoice,
+  };
+  return (this->*kDeeds.Of(row))(user, row);
+}
+
+bool RandomEditor::Click(HeadlessUser& user, const FieldRow& row) {
+  return user.Click(row.control) == UserAnswer::kDone;
 }
 
 bool RandomEditor::Type(HeadlessUser& user, const FieldRow& row) {
@@ -175,9 +167,11 @@ bool RandomEditor::AddText(HeadlessUser& user, const FieldRow& row) {
 
 bool RandomEditor::SelectChoice(HeadlessUser& user, const FieldRow& row) {
   const std::size_t choice = Roll(row.choices.size());
-  if (row.choice_buttons.empty()) {
-    return user.SelectComboRow(row.control, choice) == UserAnswer::kDone;
-  }
+  return user.SelectComboRow(row.control, choice) == UserAnswer::kDone;
+}
+
+bool RandomEditor::ClickChoice(HeadlessUser& user, const FieldRow& row) {
+  const std::size_t choice = Roll(row.choices.size());
   handled_.insert(std::string(row.entry));
   const ControlId button = row.choice_buttons.at(choice);
   return button != 0 && SelectEntry(user, row) && user.Click(button) == UserAnswer::kDone;

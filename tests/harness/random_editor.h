@@ -49,11 +49,13 @@ class RandomEditor {
   void ForgetHandled() { handled_.clear(); }
 
  private:
+  bool Click(HeadlessUser& user, const FieldRow& row);
   bool Type(HeadlessUser& user, const FieldRow& row);
   bool Choose(HeadlessUser& user, const FieldRow& row);
   bool ChangeList(HeadlessUser& user, const FieldRow& row);
   bool AddText(HeadlessUser& user, const FieldRow& row);
   bool SelectChoice(HeadlessUser& user, const FieldRow& row);
+  bool ClickChoice(HeadlessUser& user, const FieldRow& row);
 
   HeadlessModalDialogs& dialogs_;
   FakeChoosers& choosers_;
@@ -68,9 +70,6 @@ class RandomEditor {
 
 /// Selects the row of a list view that stands for a field; whether there is one.
 [[nodiscard]] bool SelectEntry(HeadlessUser& user, const FieldRow& row);
-
-/// How many rows of a list carry the mark of the default one.
-[[nodiscard]] std::size_t CountOfDefaults(HeadlessDialog& page, const FieldRow& row);
 
 /// What stands in a field: its text, its rows one after the other, the number of its choice or of
 /// its box's state.

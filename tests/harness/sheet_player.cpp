@@ -91,7 +91,6 @@ void SheetPlayer::Open() {
     if (!touched.HasOtherEdits()) scene_.sheet().machine().SetModified(page, false);
   };
   meddled_.clear();
-  has_two_defaults_ = false;
   Begin(true);
   ++played_.sheets;
   if (names_.size() > 1) ++played_.of_several;
@@ -145,7 +144,6 @@ void SheetPlayer::EditSomething() {
   const FieldRow& row = Touched(page).Row(field);
   Tell("edited " + row.name + ": " + ShownIn(Page(page), row));
   handled_.emplace(page, field);
-  has_two_defaults_ = has_two_defaults_ || CountOfDefaults(Page(page), row) > 1;
   // Typed over, it is as any other edit.
   if (!ShownIn(Page(page), row).empty()) removed_.erase({page, field});
   ++played_.edits;

@@ -125,9 +125,6 @@ class SheetPlayer {
   std::set<FieldKey> unwritten_;
   /// Attributes that somebody else has changed since the sheet was opened.
   std::set<std::string> meddled_;
-  /// An entry of a list was made the default one after another that was it had been removed: by the
-  /// list's rules two are marked then, and neither is among the others.
-  bool has_two_defaults_ = false;
   /// What was answered since then: what was taken out once stays out.
   RandomDesk::Answers answers_;
   std::string story_;

@@ -71,7 +71,7 @@ std::vector<WantedValue> SheetPlayer::WantedValues(const std::vector<FieldKey>& 
     if (!wanted) continue;
     if (IsMeddledWith(*wanted)) continue;
     // Of lists only what was added and removed is sent.
-    if (wanted->IsList() && (names_.size() > 1 || has_two_defaults_)) continue;
+    if (wanted->IsList() && names_.size() > 1) continue;
     values.push_back(*std::move(wanted));
   }
   return values;

@@ -87,13 +87,16 @@ void SheetScene::ShowAll() {
 
 std::size_t SheetScene::Edit() {
   std::size_t edited = 0;
-  for (const TabRows& tab : rows_) {
-    const auto page = sheet_->machine().pages().Find(tab.dialog);
-    // A tab that could not be opened is not there.
-    if (!page || !sheet_->SelectPage(*page)) continue;
-    edited += editor_.EditAll(sheet_->User(), tab.rows).size();
-  }
+  for (std::size_t page = 0; page < PageCount(); ++page) edited += EditPage(page);
   return edited;
+}
+
+std::size_t SheetScene::EditPage(std::size_t page) {
+  for (const TabRows& tab : rows_) {
+    if (sheet_->machine().pages().Find(tab.dialog) != page) continue;
+    return sheet_->SelectPage(page) ? editor_.EditAll(sheet_->User(), tab.rows).size() : 0;
+  }
+  return 0;
 }
 
 void SheetScene::Close() {

@@ -41,8 +41,9 @@ class SheetScene {
   [[nodiscard]] std::size_t PageCount() const { return sheet_ ? sheet_->PageCount() : 0; }
   /// Shows every page, one after another.
   void ShowAll();
-  /// Edits every field of every page; how many could be.
+  /// Edits every field of every page, or of one; how many could be.
   std::size_t Edit();
+  std::size_t EditPage(std::size_t page);
   bool Ok() { return sheet_->Ok(); }
   bool Cancel() { return sheet_->Cancel(); }
   void Close();

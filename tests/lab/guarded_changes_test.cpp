@@ -8,6 +8,7 @@
 #include "hosts/changes/change_runner.h"
 #include "hosts/changes/change_writer.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/network/network_store.h"
 #include "tests/lab/lab_test.h"
 #include "tests/lab/ldap_stand_in.h"
 #include "tests/support/long_form.h"
@@ -23,6 +24,7 @@ using changes::ValueChange;
 using ldap::AttributeValues;
 using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::SizeIs;
 using Lines = std::vector<std::string>;
@@ -62,6 +64,39 @@ TEST_F(GuardedChangesTest, WhatIsAsItWasSeenIsWritten) {
   EXPECT_EQ(Stored("peloraQuotaHard"), Lines{});
   EXPECT_EQ(Write({"peloraQuotaHard", false, {}, {"5"}}).outcome, Outcome::kChanged);
   EXPECT_EQ(Stored("peloraQuotaHard"), Lines{"peloraQuotaHard: 5"});
+}
+
+TEST_F(GuardedChangesTest, AnotherServerTellsWhatBecameOfWhatWasNotAnswered) {
+  for (const bool is_done : {false, true}) {
+    // Two ways to the one that there is.
+    auto first = std::make_unique<TcpRelay>(ldap::kDirectoryPort);
+    const TcpRelay second(ldap::kDirectoryPort);
+    ldap::DomainServers domain;
+    for (const std::uint16_t port : {first->port(), second.port()}) {
+      domain.servers.push_back({.name = {.host = Server(), .port = port}});
+    }
+    const auto find = [domain](const std::stop_token& /*stop*/, ldap::DomainServers& found) {
+      found = domain;
+      return StoreStatus{};
+    };
+    ldap::NetworkStore store(std::make_shared<ldap::ServerChoice>(NetworkOptions{}, find),
+                             std::make_shared<ldap::SchemaCache>());
+    ASSERT_EQ(ToText(store.Open()), "0");
+    is_done ? first->CutAtNextAnswer() : first->CutAtNextRequest();
+    const Change change = MakeChange(dn_, {"peloraQuotaHard", false, {"100"}, {"200"}});
+    ChangeWriter writer(store);
+    StoreStatus answer = writer.Send(change);
+    EXPECT_EQ(answer.code, ldap::kLdapTimeout);
+    first.reset();
+    const Result result = writer.Finish(change, 0, std::move(answer));
+    EXPECT_EQ(result.outcome, Outcome::kUnknown);
+    EXPECT_THAT(result.message,
+                EndsWith(is_done ? "' was lost; looked at since, everything is as wanted"
+                                 : "' was lost; looked at since, it was not done by then"));
+    EXPECT_EQ(second.connections(), 1);
+  }
+  // It was sent once.
+  EXPECT_EQ(Stored("peloraQuotaHard"), Lines{"peloraQuotaHard: 200"});
 }
 
 struct Race {

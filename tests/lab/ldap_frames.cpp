@@ -89,6 +89,10 @@ void ReadOperation(BerElement* element, StandInRequest& request) {
       if (ber_scanf(element, "{") == LBER_ERROR) Unreadable();
       request.dn = TakeText(element);
       return;
+    case LDAP_REQ_DELETE:
+      request.kind = Kind::kDelete;
+      request.dn = TakeText(element);
+      return;
     case LDAP_REQ_UNBIND:
       request.kind = Kind::kUnbind;
       return;
@@ -124,6 +128,8 @@ ber_tag_t AnswerTo(Kind kind) {
       return LDAP_RES_MODIFY;
     case Kind::kAdd:
       return LDAP_RES_ADD;
+    case Kind::kDelete:
+      return LDAP_RES_DELETE;
     default:
       return LDAP_RES_BIND;
   }
@@ -182,10 +188,19 @@ std::string ReferenceMessage(int id, const std::string& uri) {
 }
 
 std::string ResultMessage(const StandInRequest& request, int code, const std::string& text,
-                          const std::string& page) {
+                          const std::string& page, const std::vector<std::string>& referral) {
   const BerPtr message = NewMessage();
   const berval value = Borrowed(text);
-  ber_printf(message.get(), "{it{esON}", request.id, AnswerTo(request.kind), code, "", &value);
+  ber_printf(message.get(), "{it{esO", request.id, AnswerTo(request.kind), code, "", &value);
+  if (!referral.empty()) {
+    ber_printf(message.get(), "t{", LDAP_TAG_REFERRAL);
+    for (const std::string& address : referral) {
+      const berval bytes = Borrowed(address);
+      ber_printf(message.get(), "O", &bytes);
+    }
+    ber_printf(message.get(), "N}");
+  }
+  ber_printf(message.get(), "N}");
   if (!page.empty()) {
     const BerPtr mark = NewMessage();
     const berval cookie = Borrowed(page);

@@ -10,7 +10,7 @@ namespace pelora::lab {
 
 /// A request as a directory server reads it.
 struct StandInRequest {
-  enum class Kind { kBind, kSearch, kModify, kAdd, kUnbind, kOther };
+  enum class Kind { kBind, kSearch, kModify, kAdd, kDelete, kUnbind, kOther };
   Kind kind = Kind::kOther;
   int id = 0;
   std::string dn;
@@ -34,9 +34,11 @@ struct StandInEntry {
 /// Messages of a server.
 [[nodiscard]] std::string EntryMessage(int id, const StandInEntry& entry);
 [[nodiscard]] std::string ReferenceMessage(int id, const std::string& uri);
-/// `page` is the mark at which the next page of a search begins.
+/// `page` is the mark at which the next page of a search begins; `referral` are addresses of
+/// servers to ask instead.
 [[nodiscard]] std::string ResultMessage(const StandInRequest& request, int code,
-                                        const std::string& text, const std::string& page = {});
+                                        const std::string& text, const std::string& page = {},
+                                        const std::vector<std::string>& referral = {});
 /// The result of a bind, or of a step of one (code 14).
 [[nodiscard]] std::string BindMessage(int id, int code, const std::string& token);
 

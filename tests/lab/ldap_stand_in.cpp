@@ -141,6 +141,7 @@ class LdapStandIn::Worker {
                  const std::vector<StandInRequest>& gathered) {
     for (const StandInRequest& request : gathered) {
       if (request.kind == Kind::kOther) continue;
+      if (answers_++ >= options_.most_answers) return false;
       const bool goes_on = request.kind == Kind::kBind ? AnswerBind(connection, layer, request)
                                                        : Answer(connection, layer, request);
       if (!goes_on) return false;
@@ -182,7 +183,7 @@ class LdapStandIn::Worker {
     while (answer.is_endless && !is_over_) Send(connection, layer.Encode(bytes));
     bytes += answer.raw;
     if (!answer.sends_nonsense && answer.raw.empty()) {
-      bytes += ResultMessage(request, answer.code, answer.text, answer.page);
+      bytes += ResultMessage(request, answer.code, answer.text, answer.page, answer.referral);
     }
     Send(connection, layer.Encode(bytes));
     return true;
@@ -201,6 +202,7 @@ class LdapStandIn::Worker {
   const StandInScript script_;
   FileDescriptor listener_{::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
   std::uint16_t port_ = 0;
+  int answers_ = 0;
   std::atomic<bool> is_over_{false};
   std::thread thread_;
 };

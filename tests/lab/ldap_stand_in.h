@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,6 +31,8 @@ struct StandInAnswer {
   std::string raw{};
   /// Of a search: the mark at which a next page begins.
   std::string page{};
+  /// Addresses of servers to ask instead (code 10).
+  std::vector<std::string> referral{};
 };
 
 using StandInScript = std::function<StandInAnswer(const StandInRequest& request)>;
@@ -52,6 +55,8 @@ class LdapStandIn {
     /// Requests are gathered until no more come, and answered then: so one sees how often a program
     /// waits.
     bool gathers = false;
+    /// After so many answers, those of signing in included, it hangs up at each request.
+    int most_answers = std::numeric_limits<int>::max();
   };
 
   LdapStandIn(Options options, StandInScript script);

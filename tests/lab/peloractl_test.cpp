@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // The built command line on a domain, with the administrator's ticket and with one that may write
 // nothing.
+#include <cstring>
+#include <nlohmann/json.hpp>
+
 #include "tests/lab/peloractl_lab.h"
 
 namespace pelora::lab {
@@ -34,6 +37,26 @@ TEST_F(LabPeloractl, ListAndShowReadWhatIsThere) {
   const ProgramRun shown = Ctl("show --json " + Quoted(ben_));
   EXPECT_EQ(shown.code, 0) << shown.errors;
   EXPECT_THAT(shown.output, HasSubstr("\"accountType\":\"active-user\""));
+}
+
+TEST_F(LabPeloractl, TheStatusSaysWhichServerItIsAndWhy) {
+  const ProgramRun run = Ctl("status --json", kHelper);
+  ASSERT_EQ(run.code, 0) << run.errors;
+  const auto status = nlohmann::json::parse(run.output);
+  EXPECT_EQ(status.at("server"), Server());
+  EXPECT_EQ(status.at("chosen"), "it was named");
+  EXPECT_EQ(status.at("site"), "Default-First-Site-Name");
+  EXPECT_EQ(status.at("readOnly"), false);
+  EXPECT_EQ(status.at("user"), "helper@PELORA.TEST");
+  EXPECT_EQ(status.at("ticketEnd").get<std::string>().size(), std::strlen("2026-11-22T10:00:00Z"));
+  EXPECT_EQ(status.at("sealedBits"), 256);
+  EXPECT_TRUE(status.at("clockDifference").is_number());
+  const ProgramRun found = CtlOn("", "status --site Default-First-Site-Name");
+  EXPECT_EQ(found.code, 0) << found.errors;
+  EXPECT_THAT(found.output, AllOf(HasSubstr("Server:        " + Server()),
+                                  HasSubstr("of the site 'Default-First-Site-Name'\n"),
+                                  HasSubstr("Signed in as:  administrator@PELORA.TEST\n")));
+  EXPECT_EQ(CtlOn("", "status --site Nowhere").code, 3);
 }
 
 TEST_F(LabPeloractl, WhoMayNotWriteIsToldWithTheCode) {

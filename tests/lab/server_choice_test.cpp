@@ -16,13 +16,16 @@ namespace {
 using ldap::LdapConnection;
 using ldap::ServerName;
 
+/// The only one of the domain's.
+constexpr const char* kSite = "Default-First-Site-Name";
+
 StandInAnswer AnswerNothing(const StandInRequest& /*request*/) { return {}; }
 
 ServerName NameOf(const std::string& address) { return *ldap::ParseServerName(address); }
 
-ldap::ServerFinder Finds(const std::vector<ServerName>& found) {
-  return [found](std::vector<ServerName>& servers) {
-    servers = found;
+ldap::ServerFinder Finds(const std::vector<ServerName>& names) {
+  return [names](const std::stop_token& /*stop*/, ldap::DomainServers& found) {
+    for (const ServerName& name : names) found.servers.push_back({.name = name});
     return StoreStatus{};
   };
 }
@@ -46,6 +49,110 @@ TEST(ServerChoice, ADomainWithoutServersIsAFailure) {
   EXPECT_EQ(choice.Connect({}, connection).code, -1);
   EXPECT_FALSE(connection);
   EXPECT_FALSE(choice.current());
+}
+
+TEST(ServerChoice, TheDomainsServersSayWhatTheyAre) {
+  // It waits as long as it has to, and no longer than for one good answer.
+  const NetworkOptions options{.ping_timeout = std::chrono::minutes(5)};
+  ldap::DomainServers found;
+  ASSERT_EQ(ToText(ldap::FindServersOfTicket(options)({}, found)), "0");
+  EXPECT_EQ(found.site, kSite);
+  ASSERT_EQ(found.servers.size(), 1U);
+  const ldap::DomainServer& server = found.servers.front();
+  EXPECT_EQ(server.name.Text(), Server());
+  EXPECT_TRUE(server.is_near);
+  ASSERT_TRUE(server.told);
+  EXPECT_EQ(*server.told, (ldap::NetlogonAnswer{.domain = "pelora.test",
+                                                .host = Server(),
+                                                .site = kSite,
+                                                .client_site = kSite,
+                                                .is_closest = true,
+                                                .is_writable = true}));
+}
+
+TEST(ServerChoice, ASessionSaysHowItsServerWasChosen) {
+  const auto session = OpenSession(NetworkOptions{.site = kSite});
+  const ldap::ChosenServer chosen = session->chosen();
+  EXPECT_EQ(chosen.name.Text(), Server());
+  EXPECT_FALSE(chosen.is_named);
+  EXPECT_TRUE(chosen.is_near);
+  EXPECT_EQ(chosen.wanted_site, kSite);
+  EXPECT_EQ(chosen.sealed_bits, 256U);
+  EXPECT_TRUE(OpenSession()->chosen().is_named);
+  EXPECT_EQ(OpenSession()->chosen().sealed_bits, 256U);
+}
+
+TEST(ServerChoice, ASiteThatIsNoneIsAFailure) {
+  std::unique_ptr<NetworkSession> session;
+  const StoreStatus unknown = NetworkSession::Open({.site = "Nowhere"}, session);
+  EXPECT_EQ(unknown.code, -1);
+  EXPECT_TRUE(unknown.text.starts_with(
+      "the name servers know no directory server of the site 'Nowhere' of the domain "
+      "'pelora.test' (_ldap._tcp.Nowhere._sites.dc._msdcs.pelora.test)"))
+      << unknown.text;
+  EXPECT_EQ(ToText(NetworkSession::Open({.site = "no.where"}, session)),
+            "-9 'no.where' is no name of a site");
+}
+
+TEST(ServerChoice, AServerThatTakesNobodyIsPassedOver) {
+  for (const int code : {7, 51, 52, 80}) {
+    const LdapStandIn unwilling({.bind_code = code}, AnswerNothing);
+    const LdapStandIn willing({}, AnswerNothing);
+    const ServerName name = NameOf(unwilling.Address());
+    ldap::ServerChoice choice({}, Finds({name, NameOf(willing.Address())}));
+    std::shared_ptr<LdapConnection> connection;
+    EXPECT_EQ(ToText(choice.Connect({}, connection)), "0");
+    EXPECT_EQ(choice.current(), NameOf(willing.Address()));
+    ldap::ServerChoice without({}, Finds({name, NameOf(Server() + ":2")}));
+    EXPECT_EQ(ToText(without.Connect({}, connection)),
+              std::to_string(code) + " cannot sign in to '" + name.Text() + "': not like this");
+  }
+}
+
+TEST(ServerChoice, OneThatGoesAwayAtAnyStepOfOpeningIsReplaced) {
+  // Three steps of signing in, and three readings.
+  constexpr int kSteps = 6;
+  for (int answers = 0; answers <= kSteps; ++answers) {
+    SCOPED_TRACE(answers);
+    const LdapStandIn first({.most_answers = answers}, AnswerNothing);
+    const LdapStandIn second({}, AnswerNothing);
+    const auto choice = std::make_shared<ldap::ServerChoice>(
+        NetworkOptions{}, Finds({NameOf(first.Address()), NameOf(second.Address())}));
+    ldap::NetworkStore store(choice, std::make_shared<ldap::SchemaCache>());
+    EXPECT_EQ(ToText(store.Open()), "0");
+    EXPECT_EQ(choice->current()->Text(), (answers == kSteps ? first : second).Address());
+    // What is asked next is answered by the second in any case.
+    Entry root;
+    EXPECT_EQ(ToText(store.ReadRoot(root)), "0");
+    EXPECT_EQ(choice->current()->Text(), second.Address());
+  }
+}
+
+TEST(ServerChoice, OneThatGoesAwayAtAWriteLeavesItUnknownAndTheOtherGoesOn) {
+  for (int answers = 6; answers <= 8; ++answers) {
+    const LdapStandIn first({.most_answers = answers}, AnswerNothing);
+    const LdapStandIn second({}, AnswerNothing);
+    ldap::NetworkStore store(
+        std::make_shared<ldap::ServerChoice>(
+            NetworkOptions{}, Finds({NameOf(first.Address()), NameOf(second.Address())})),
+        std::make_shared<ldap::SchemaCache>());
+    ASSERT_EQ(ToText(store.Open()), "0");
+    std::string codes;
+    for (int write = 0; write < 5; ++write) {
+      codes += std::to_string(Replace(store, "CN=a,DC=x", "mail", {"m"}).code) + " ";
+    }
+    std::string expected = "0 0 0 0 0 ";
+    expected.replace(static_cast<std::size_t>(2 * (answers - 6)), 1, "-5");
+    EXPECT_EQ(codes, expected);
+  }
+}
+
+TEST(ServerChoice, AServerThatWasNamedHasNoOther) {
+  const LdapStandIn server({.most_answers = 4}, AnswerNothing);
+  std::unique_ptr<NetworkSession> session;
+  EXPECT_EQ(ToText(NetworkSession::Open({.server = server.Address()}, session)),
+            "-1 the connection to the server '" + server.Address() + "' was lost");
+  EXPECT_EQ(server.connections(), 1);
 }
 
 /// A store on a domain of two servers, which are two ways to the lab's domain controller.

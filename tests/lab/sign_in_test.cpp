@@ -40,7 +40,7 @@ TEST(SignIn, WithoutANameTheDomainsNameServersTellOne) {
 
 TEST(SignIn, ADomainWithoutServersSaysSo) {
   std::vector<ldap::ServerName> servers = {{}};
-  const StoreStatus status = ldap::FindDomainServers("ELSEWHERE.TEST", kShortWait, servers);
+  const StoreStatus status = ldap::FindDomainServers("ELSEWHERE.TEST", {}, kShortWait, servers);
   EXPECT_EQ(status.code, -1);
   EXPECT_TRUE(status.text.starts_with(
       "the name servers know no directory server of the domain 'elsewhere.test' "
@@ -54,7 +54,7 @@ TEST(SignIn, NameServersThatHangAreNotWaitedForAnyLonger) {
   server.Pause();
   std::vector<ldap::ServerName> servers;
   const auto begin = std::chrono::steady_clock::now();
-  const StoreStatus status = ldap::FindDomainServers("PELORA.TEST", kShortWait, servers);
+  const StoreStatus status = ldap::FindDomainServers("PELORA.TEST", {}, kShortWait, servers);
   EXPECT_EQ(status.code, -1) << status.text;
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(6));
 }

@@ -8,15 +8,15 @@
 #include <utility>
 #include <vector>
 
-#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/forwarding_store.h"
 
 namespace pelora::testing {
 
 /// Forwards to another store, which outlives it, but for the changes that a test makes fail, and
 /// writes down the names of the objects that were to be changed.
-class FaultStore final : public ldap::IDirectoryStore {
+class FaultStore final : public ldap::ForwardingStore {
  public:
-  explicit FaultStore(ldap::IDirectoryStore& target) : target_(target) {}
+  explicit FaultStore(ldap::IDirectoryStore& target) : ForwardingStore(target) {}
 
   /// The `nth` change from now (1: the next) answers `status`. It is not passed on, unless it is to
   /// have been done all the same: its answer is lost then.
@@ -37,38 +37,40 @@ class FaultStore final : public ldap::IDirectoryStore {
   /// Called before a change is passed on. May be none.
   std::function<void()> before_change;
 
-  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
-  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                          ldap::Entry& entry) override {
     if (attributes.empty()) read_whole.push_back(dn);
-    return reading_.Ok() ? target_.Read(dn, attributes, entry) : reading_;
+    return reading_.Ok() ? ForwardingStore::Read(dn, attributes, entry) : reading_;
+  }
+  ldap::StoreStatus ReadMany(std::span<const std::string> dns,
+                             std::span<const std::string> attributes,
+                             const ldap::ReadSink& sink) override {
+    return IDirectoryStore::ReadMany(dns, attributes, sink);
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
                            const ldap::EntrySink& sink) override {
-    return searching_.Ok() ? target_.Search(request, sink) : searching_;
+    return searching_.Ok() ? ForwardingStore::Search(request, sink) : searching_;
   }
   ldap::StoreStatus Modify(const std::string& dn,
                            std::span<const ldap::Modification> modifications) override {
-    return Change(dn, [&] { return target_.Modify(dn, modifications); });
+    return Change(dn, [&] { return ForwardingStore::Modify(dn, modifications); });
   }
   ldap::StoreStatus ModifyStrictly(const std::string& dn,
                                    std::span<const ldap::Modification> modifications) override {
-    return Change(dn, [&] { return target_.ModifyStrictly(dn, modifications); });
+    return Change(dn, [&] { return ForwardingStore::ModifyStrictly(dn, modifications); });
   }
-  ldap::StoreStatus Add(const ldap::Entry& entry) override { return target_.Add(entry); }
-  ldap::StoreStatus Delete(const ldap::Entry& made) override { return target_.Delete(made); }
+  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
+    IDirectoryStore::ModifyManyStrictly(next, sink);
+  }
   ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override {
-    return Change(seen.dn, [&] { return target_.Rename(seen, dn); });
+    return Change(seen.dn, [&] { return ForwardingStore::Rename(seen, dn); });
   }
   ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override {
-    return Change(seen.dn, [&] { return target_.Remove(seen, extent); });
+    return Change(seen.dn, [&] { return ForwardingStore::Remove(seen, extent); });
   }
   ldap::StoreStatus Restore(const ldap::Entry& removed) override {
-    return Change(removed.dn, [&] { return target_.Restore(removed); });
+    return Change(removed.dn, [&] { return ForwardingStore::Restore(removed); });
   }
-  void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
-  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:
   struct Fault {
@@ -89,7 +91,6 @@ class FaultStore final : public ldap::IDirectoryStore {
     return fault.status;
   }
 
-  ldap::IDirectoryStore& target_;
   std::optional<Fault> fault_;
   ldap::StoreStatus reading_;
   ldap::StoreStatus searching_;

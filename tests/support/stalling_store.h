@@ -13,16 +13,16 @@
 #include <utility>
 #include <vector>
 
-#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/forwarding_store.h"
 #include "hosts/ldap/ldap_status.h"
 
 namespace pelora::testing {
 
 /// Forwards to another store, which outlives it, as a server does that is far away or asleep. Its
 /// switches may be used on any thread.
-class StallingStore final : public ldap::IDirectoryStore {
+class StallingStore final : public ldap::ForwardingStore {
  public:
-  explicit StallingStore(ldap::IDirectoryStore& target) : target_(target) {}
+  explicit StallingStore(ldap::IDirectoryStore& target) : ForwardingStore(target) {}
 
   /// Requests wait from now on, until they are let go or stopped.
   void Stall() { is_stalled_ = true; }
@@ -39,49 +39,49 @@ class StallingStore final : public ldap::IDirectoryStore {
     return std::find(threads_.begin(), threads_.end(), thread) != threads_.end();
   }
 
-  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
   ldap::StoreStatus ReadRoot(ldap::Entry& root) override {
-    return Read([&] { return target_.ReadRoot(root); });
+    return Read([&] { return ForwardingStore::ReadRoot(root); });
   }
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                          ldap::Entry& entry) override {
-    return Read([&] { return target_.Read(dn, attributes, entry); });
+    return Read([&] { return ForwardingStore::Read(dn, attributes, entry); });
   }
   ldap::StoreStatus ReadMany(std::span<const std::string> dns,
                              std::span<const std::string> attributes,
                              const ldap::ReadSink& sink) override {
-    return Read([&] { return target_.ReadMany(dns, attributes, sink); });
+    return Read([&] { return ForwardingStore::ReadMany(dns, attributes, sink); });
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
                            const ldap::EntrySink& sink) override {
-    return Read([&] { return target_.Search(request, sink); });
+    return Read([&] { return ForwardingStore::Search(request, sink); });
   }
   ldap::StoreStatus Modify(const std::string& dn,
                            std::span<const ldap::Modification> modifications) override {
-    return Write([&] { return target_.Modify(dn, modifications); });
+    return Write([&] { return ForwardingStore::Modify(dn, modifications); });
   }
   ldap::StoreStatus ModifyStrictly(const std::string& dn,
                                    std::span<const ldap::Modification> modifications) override {
-    return Write([&] { return target_.ModifyStrictly(dn, modifications); });
+    return Write([&] { return ForwardingStore::ModifyStrictly(dn, modifications); });
+  }
+  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
+    IDirectoryStore::ModifyManyStrictly(next, sink);
   }
   ldap::StoreStatus Add(const ldap::Entry& entry) override {
-    return Write([&] { return target_.Add(entry); });
+    return Write([&] { return ForwardingStore::Add(entry); });
   }
   ldap::StoreStatus Delete(const ldap::Entry& made) override {
-    return Write([&] { return target_.Delete(made); });
+    return Write([&] { return ForwardingStore::Delete(made); });
   }
   ldap::StoreStatus Rename(const ldap::Entry& seen, const std::string& dn) override {
-    return Write([&] { return target_.Rename(seen, dn); });
+    return Write([&] { return ForwardingStore::Rename(seen, dn); });
   }
   ldap::StoreStatus Remove(const ldap::Entry& seen, Extent extent) override {
-    return Write([&] { return target_.Remove(seen, extent); });
+    return Write([&] { return ForwardingStore::Remove(seen, extent); });
   }
   ldap::StoreStatus Restore(const ldap::Entry& removed) override {
-    return Write([&] { return target_.Restore(removed); });
+    return Write([&] { return ForwardingStore::Restore(removed); });
   }
-  void CompleteNew(ldap::Entry& entry) const override { target_.CompleteNew(entry); }
   void StopOn(const std::stop_token& stop) override { stop_ = stop; }
-  [[nodiscard]] bool IsSealed() const override { return target_.IsSealed(); }
 
  private:
   ldap::StoreStatus Read(const std::function<ldap::StoreStatus()>& pass) {
@@ -107,7 +107,6 @@ class StallingStore final : public ldap::IDirectoryStore {
     return {};
   }
 
-  ldap::IDirectoryStore& target_;
   std::atomic<bool> is_stalled_ = false;
   std::atomic<long> pause_ = 0;
   std::atomic<int> asked_ = 0;

@@ -3,6 +3,7 @@
 // the window lives on, what is told is right, trying again finishes it, and it can be taken back.
 #include <gmock/gmock.h>
 
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QScopeGuard>
 #include <atomic>
@@ -10,7 +11,10 @@
 #include <thread>
 
 #include "hosts/console/errands/qt_errands.h"
+#include "hosts/console/writing/conflict_dialog.h"
+#include "hosts/console/writing/result_dialog.h"
 #include "hosts/console/writing/review_dialog.h"
+#include "hosts/ldap/forwarding_store.h"
 #include "tests/support/long_form.h"
 #include "tests/support/memory_store.h"
 #include "tests/ui/turn_meter.h"
@@ -23,26 +27,12 @@ using console::ToUtf8;
 using pelora::testing::MemoryStore;
 
 /// Every seventh change is refused, and the connection is lost once; until it is mended.
-class UnwillingStore final : public ldap::IDirectoryStore {
+class UnwillingStore final : public ldap::ForwardingStore {
  public:
-  explicit UnwillingStore(MemoryStore& target) : target_(target) {}
+  explicit UnwillingStore(MemoryStore& target) : ForwardingStore(target) {}
 
   void Mend() { is_mended_ = true; }
 
-  const ldap::Schema& schema() const override { return target_.schema(); }
-  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
-  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
-                         ldap::Entry& entry) override {
-    return target_.Read(dn, attributes, entry);
-  }
-  ldap::StoreStatus Search(const ldap::SearchRequest& request,
-                           const ldap::EntrySink& sink) override {
-    return target_.Search(request, sink);
-  }
-  ldap::StoreStatus Modify(const std::string& dn,
-                           std::span<const ldap::Modification> modifications) override {
-    return target_.Modify(dn, modifications);
-  }
   ldap::StoreStatus ModifyStrictly(const std::string& dn,
                                    std::span<const ldap::Modification> modifications) override {
     constexpr int kEvery = 7;
@@ -52,13 +42,13 @@ class UnwillingStore final : public ldap::IDirectoryStore {
     if (asked_ == kStallsAt) std::this_thread::sleep_for(std::chrono::milliseconds(1500));
     if (!is_mended_ && asked_ == kLostAt) return {-1, "the connection was lost"};
     if (!is_mended_ && asked_ % kEvery == 0) return {50, "no right"};
-    return target_.ModifyStrictly(dn, modifications);
+    return ForwardingStore::ModifyStrictly(dn, modifications);
   }
-  ldap::StoreStatus Add(const ldap::Entry& entry) override { return target_.Add(entry); }
-  ldap::StoreStatus Delete(const ldap::Entry& made) override { return target_.Delete(made); }
+  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
+    IDirectoryStore::ModifyManyStrictly(next, sink);
+  }
 
  private:
-  MemoryStore& target_;
   std::atomic<int> asked_ = 0;
   std::atomic<bool> is_mended_ = false;
 };
@@ -158,6 +148,8 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
   EXPECT_EQ(HiddenCount(), users.size());
   EXPECT_GT(meter.turns(), 50);
 
+  meter.Enter("letting go of the sheet");
+  open.Destroy();
   meter.Enter("taking back");
   ASSERT_EQ(history.List().size(), 1U);
   const auto undone = history.Undo(history.List().front().id, store, errands);
@@ -165,6 +157,29 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
   EXPECT_EQ(directory.entries(), before);
   std::cout << "bulk: " << Count() << " users, the window answered within " << meter.longest()
             << " ms (" << meter.Text() << ")\n";
+}
+
+TEST_F(BulkSheet, NoColumnIsMeasuredByItsRows) {
+  session::Review review;
+  std::vector<session::WrittenChange> results;
+  std::vector<session::ShownConflict> conflicts;
+  for (const session::DirectoryObject& user : users) {
+    review.changes.push_back({.dn = user.dn, .name = user.name, .fields = {{"a", "A", "0", "1"}}});
+    results.push_back({.name = user.name, .result = {.dn = user.dn}, .reason = "why"});
+    conflicts.emplace_back().name = user.name;
+  }
+  const console::ReviewDialog review_dialog(review, nullptr);
+  const console::ResultDialog result_dialog(results, nullptr);
+  const console::ConflictDialog conflict_dialog(conflicts, nullptr);
+  for (const QDialog* const dialog :
+       {static_cast<const QDialog*>(&review_dialog), static_cast<const QDialog*>(&result_dialog),
+        static_cast<const QDialog*>(&conflict_dialog)}) {
+    const auto& table = *dialog->findChild<QTableView*>();
+    for (int column = 0; column < table.model()->columnCount(); ++column) {
+      EXPECT_NE(table.horizontalHeader()->sectionResizeMode(column), QHeaderView::ResizeToContents)
+          << ToUtf8(dialog->objectName()) << " " << column;
+    }
+  }
 }
 
 /// Counts how often it is asked what an object has.

@@ -15,6 +15,7 @@
 #include "hosts/console/program/console_platform.h"
 #include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/session/own_pages/own_pages.h"
 #include "resources/resource.h"
 #include "tests/ui/chooser_user.h"
 #include "tests/ui/console_test.h"
@@ -62,10 +63,11 @@ class ChoosersTest : public ConsoleTest {
   console::SheetResult MakeSheetOfRolf() {
     return console::MakePropertySheet(
         Objects({kRolf}), {},
-        {.store = *session().store, .platform = platform_.platform(), .templates = module()},
+        {.store = *session().store, .platform = platform_.platform(), .templates = templates_},
         nullptr);
   }
 
+  resources::ResourceFile templates_ = session::WithOwnPages(module()).value.value();
   QtChoosers choosers_{*session().store,
                        session().open_another,
                        // Long enough that Enter alone begins a search.

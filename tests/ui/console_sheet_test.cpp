@@ -251,7 +251,7 @@ TEST_F(UserSheet, AStatusThatIsNoFailureIsAWarning) {
 
 TEST_F(UserSheet, ATabWhoseDirectoryDoesNotAnswerIsNotShown) {
   plan().Fail(FaultPoint::kOpenObject, 1, E_FAIL);
-  EXPECT_EQ(Open({kBirgit}).sheet().PageCount(), 3U) << "the features and the pages of our own";
+  EXPECT_EQ(Open({kBirgit}).sheet().PageCount(), 4U) << "the features and the pages of our own";
   plan().Fail(FaultPoint::kOpenObject, 1, E_FAIL);
   plan().Fail(FaultPoint::kOpenObject, 2, E_FAIL);
   EXPECT_THROW((void)Open({kBirgit}), std::runtime_error);

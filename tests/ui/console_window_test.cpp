@@ -324,6 +324,20 @@ TEST_F(Window, ClosingAsksForTheSheetsThatHoldEdits) {
   EXPECT_TRUE(window().close());
 }
 
+TEST_F(Window, TheConnectionIsTold) {
+  std::string told;
+  modal_scripts().Add([&told](QWidget& box) {
+    EXPECT_EQ(ToUtf8(box.objectName()), "connection_box");
+    told = ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
+    box.close();
+  });
+  auto* const connection = window().findChild<QAction*>(QStringLiteral("show_connection"));
+  ASSERT_NE(connection, nullptr);
+  EXPECT_TRUE(connection->isEnabled());
+  connection->trigger();
+  EXPECT_EQ(told, "Directory file: " + file());
+}
+
 TEST_F(Window, FitsOnASmallScreen) {
   EXPECT_LE(window().minimumSizeHint().width(), 1024);
   EXPECT_LE(window().minimumSizeHint().height(), 700);

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <atomic>
 #include <chrono>
+#include <future>
 #include <stdexcept>
 #include <thread>
 
@@ -177,6 +178,16 @@ TEST_F(ErrandsTest, LongWorkInTheWindowLetsItBreathe) {
   const auto end = std::chrono::steady_clock::now() + milliseconds(200);
   while (std::chrono::steady_clock::now() < end) errands.Breathe();
   EXPECT_GE(turns.count, 3);
+}
+
+TEST_F(ErrandsTest, WhatIsLetGoOfGoesBesideTheWindow) {
+  std::promise<std::thread::id> gone;
+  std::future<std::thread::id> where = gone.get_future();
+  QtErrands errands;
+  errands.LetGo(std::shared_ptr<void>(
+      nullptr, [&gone](void* /*what*/) { gone.set_value(std::this_thread::get_id()); }));
+  ASSERT_EQ(where.wait_for(std::chrono::seconds(20)), std::future_status::ready);
+  EXPECT_NE(where.get(), std::this_thread::get_id());
 }
 
 TEST(ErrandDialogText, WhatIsLeftIsSaidInWordsOnceItCanBeKnown) {

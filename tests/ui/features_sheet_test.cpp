@@ -27,7 +27,7 @@ using Lines = std::vector<std::string>;
 
 TEST_F(FeaturesSheet, StandsBehindTheUserTabAndListsTheFeatures) {
   const OpenSheet& open = Open({kHelga, kTom});
-  ASSERT_EQ(open.sheet().PageCount(), 4U);
+  ASSERT_EQ(open.sheet().PageCount(), 5U);
   const auto* tabs = open.sheet().findChild<QTabWidget*>();
   EXPECT_EQ(tabs->tabText(0).toStdString(), "Pelora");
   EXPECT_EQ(tabs->tabText(1).toStdString(), "Pelora Features");

@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QToolTip>
@@ -32,20 +31,11 @@ using ::testing::SizeIs;
 class ListKeyboard : public WindowTest {
  protected:
   ListKeyboard() {
-    // What other tests have left of columns says nothing here.
-    Forget();
-    OpenWindow();
     pane().GoTo(kSales);
     EXPECT_TRUE(QTest::qWaitFor(
         [this] { return pane().Container() != nullptr && pane().Container()->dn == kSales; },
         kPatience));
     Settle();
-  }
-  ~ListKeyboard() override { Forget(); }
-  static void Forget() {
-    QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("pelora-console"),
-              QStringLiteral("console"))
-        .clear();
   }
   static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);

@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include "hosts/console/text/qt_text.h"
+#include "hosts/session/own_pages/own_pages.h"
 
 namespace pelora::test {
 namespace {
@@ -30,11 +31,12 @@ OpenSheet::OpenSheet(session::DirectorySession& session, const resources::Resour
                      const std::vector<session::DirectoryObject>& selection,
                      const SheetFaults& faults)
     : platform_(session.service, message_box_, choosers_, module),
+      templates_(session::WithOwnPages(module).value.value()),
       result_(console::MakePropertySheet(
           selection, {},
           {.store = faults.store != nullptr ? *faults.store : *session.store,
            .platform = platform_.platform(),
-           .templates = module,
+           .templates = templates_,
            .between = Between(faults.plan),
            .errands = faults.errands,
            .desk = faults.desk,

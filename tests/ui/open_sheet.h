@@ -64,6 +64,7 @@ class OpenSheet {
   console::QtMessageBox message_box_;
   pelora::testing::FakeChoosers choosers_;
   console::ConsolePlatform platform_;
+  resources::ResourceFile templates_;
   std::vector<std::string> asked_for_;
   console::SheetResult result_;
   std::optional<contract::QtPlayer> player_;

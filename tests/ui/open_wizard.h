@@ -11,6 +11,7 @@
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/new_object/make_new_object_wizard.h"
 #include "hosts/console/program/console_platform.h"
+#include "hosts/ldap/forwarding_store.h"
 #include "hosts/session/directory_session.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/support/fake_choosers.h"
@@ -20,43 +21,33 @@ namespace pelora::test {
 /// Passes requests on to a store and takes down the entries that are added. It may pose as sealed;
 /// what only a server keeps (passwords) is not passed on then. The next addition can be made to
 /// fail.
-class RecordingStore final : public ldap::IDirectoryStore {
+class RecordingStore final : public ldap::ForwardingStore {
  public:
   RecordingStore(std::unique_ptr<ldap::IDirectoryStore> store, std::vector<ldap::Entry>& adds,
                  bool poses_as_sealed = false)
-      : store_(std::move(store)), adds_(adds), poses_as_sealed_(poses_as_sealed) {}
+      : ForwardingStore(*store),
+        store_(std::move(store)),
+        adds_(adds),
+        poses_as_sealed_(poses_as_sealed) {}
 
-  const ldap::Schema& schema() const override { return store_->schema(); }
-  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return store_->ReadRoot(root); }
-  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
-                         ldap::Entry& entry) override {
-    return store_->Read(dn, attributes, entry);
-  }
-  ldap::StoreStatus Search(const ldap::SearchRequest& request,
-                           const ldap::EntrySink& sink) override {
-    return store_->Search(request, sink);
-  }
   ldap::StoreStatus Modify(const std::string& dn,
                            std::span<const ldap::Modification> modifications) override {
     ADD_FAILURE() << "modified " << dn;
-    return store_->Modify(dn, modifications);
+    return ForwardingStore::Modify(dn, modifications);
   }
-  ldap::StoreStatus ModifyStrictly(const std::string& dn,
-                                   std::span<const ldap::Modification> modifications) override {
-    return store_->ModifyStrictly(dn, modifications);
-  }
-  ldap::StoreStatus Delete(const ldap::Entry& made) override { return store_->Delete(made); }
   void FailNextAdd(ldap::StoreStatus status) { next_failure_ = std::move(status); }
   ldap::StoreStatus Add(const ldap::Entry& entry) override {
     adds_.push_back(entry);
     if (next_failure_) return *std::exchange(next_failure_, std::nullopt);
-    if (!poses_as_sealed_) return store_->Add(entry);
+    if (!poses_as_sealed_) return ForwardingStore::Add(entry);
     ldap::Entry kept = entry;
     kept.attributes.erase("unicodePwd");
     kept.attributes.erase("pwdLastSet");
-    return store_->Add(kept);
+    return ForwardingStore::Add(kept);
   }
-  [[nodiscard]] bool IsSealed() const override { return poses_as_sealed_ || store_->IsSealed(); }
+  [[nodiscard]] bool IsSealed() const override {
+    return poses_as_sealed_ || ForwardingStore::IsSealed();
+  }
 
  private:
   std::unique_ptr<ldap::IDirectoryStore> store_;

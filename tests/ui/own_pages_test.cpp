@@ -1,93 +1,43 @@
 // SPDX-License-Identifier: Apache-2.0
 // The pages of our own behind the extension's: General and Account.
+#include "tests/ui/own_pages.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
-#include <QDir>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QTabWidget>
 
-#include "hosts/console/program/screenshot.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/ads_path.h"
 #include "hosts/session/own_pages/account_time.h"
 #include "hosts/session/own_pages/own_page_ids.h"
 #include "resources/resource.h"
-#include "tests/support/fault_store.h"
-#include "tests/support/observed_store.h"
-#include "tests/ui/console_test.h"
-#include "tests/ui/open_sheet.h"
 
 namespace pelora::test {
 namespace {
 
-using console::ToQString;
 using console::ToUtf8;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using Lines = std::vector<std::string>;
 
 /// Cannot log on.
 constexpr const char* kGuest = "CN=Gast,CN=Users,DC=linden-werke,DC=example";
 
-class OwnPages : public ConsoleTest {
- protected:
-  OwnPages() { QDir().mkpath(QStringLiteral(PELORA_SCREENSHOT_FOLDER)); }
-
-  [[nodiscard]] OpenSheet& Open(const Lines& names, const char* tab) {
-    sheet_ = std::make_unique<OpenSheet>(session(), module(), Objects(names),
-                                         SheetFaults{.store = &store_});
-    const Lines tabs = Tabs();
-    const auto found = std::ranges::find(tabs, tab);
-    if (found == tabs.end()) throw std::runtime_error("there is no such tab");
-    page_ = static_cast<std::size_t>(found - tabs.begin());
-    sheet_->sheet().SelectPage(page_);
-    QCoreApplication::processEvents();
-    return *sheet_;
-  }
-  [[nodiscard]] Lines Tabs() const {
-    Lines titles;
-    const auto* tabs = sheet_->sheet().findChild<QTabWidget*>();
-    for (int tab = 0; tab < tabs->count(); ++tab) {
-      titles.push_back(ToUtf8(console::WithoutMnemonic(tabs->tabText(tab))));
-    }
-    return titles;
-  }
-  [[nodiscard]] console::QtDialog& Page() { return *sheet_->sheet().Dialog(page_); }
-  template <class Widget>
-  [[nodiscard]] Widget& Control(ControlId id) {
-    return dynamic_cast<Widget&>(Page().Find(id)->widget());
-  }
-  [[nodiscard]] std::string Hint(ControlId id) {
-    return ToUtf8(Control<QLineEdit>(id).placeholderText());
-  }
-  void Keep(const char* name) {
-    const QString path =
-        QStringLiteral(PELORA_SCREENSHOT_FOLDER "/%1.png").arg(QLatin1String(name));
-    EXPECT_EQ(console::WriteScreenshot(sheet_->sheet(), path).toStdString(), "");
-  }
-  [[nodiscard]] EntryLines Entry(const char* dn) const { return SearchEntry(file(), dn); }
-  [[nodiscard]] pelora::testing::ObservedStore& store() { return store_; }
-
- private:
-  pelora::testing::ObservedStore store_{*session().store};
-  std::unique_ptr<OpenSheet> sheet_;
-  std::size_t page_ = 0;
-};
-
 TEST_F(OwnPages, StandBehindTheOthersAndAreReadWithThem) {
   OpenSheet& open = Open({kBirgit}, "General");
-  EXPECT_THAT(Tabs(), ElementsAre("Pelora", "Pelora Features", "General", "Account"));
+  EXPECT_THAT(Tabs(), ElementsAre("Pelora", "Pelora Features", "General", "Account", "Member Of"));
   open.sheet().SelectPage(3);
   EXPECT_EQ(std::ranges::count(store().log, std::string("read ") + kBirgit), 1)
       << "once for all pages";
   (void)Open({kContact}, "General");
-  EXPECT_THAT(Tabs(), ElementsAre("Pelora", "General"));
+  EXPECT_THAT(Tabs(), ElementsAre("Pelora", "General", "Member Of"));
   (void)Open({kGroup}, "General");
-  EXPECT_THAT(Tabs(), ElementsAre("Pelora", "General"));
+  EXPECT_THAT(Tabs(), ElementsAre("Pelora", "General", "Members", "Member Of"));
+  (void)Open({kServer}, "Member Of");
+  EXPECT_THAT(Tabs(), ElementsAre("Pelora", "Member Of"));
 }
 
 // What the opening of a sheet takes does not grow with the pages that nobody looks at.
@@ -106,7 +56,7 @@ TEST_F(OwnPages, CostTheOpeningOfASheetNoQuestionAndNoWidget) {
   OpenSheet& open = Open({kBirgit}, "Pelora");
   const Lines asked = {std::string("read ") + kBirgit};
   EXPECT_EQ(asked_of_objects(), asked);
-  ASSERT_EQ(open.sheet().PageCount(), 4U);
+  ASSERT_EQ(open.sheet().PageCount(), 5U);
   EXPECT_TRUE(is_made(open, 0));
   for (std::size_t page = 1; page < 4; ++page) EXPECT_FALSE(is_made(open, page)) << page;
   for (std::size_t page = 1; page < 4; ++page) open.sheet().SelectPage(page);

@@ -2,6 +2,7 @@
 // Fields that the user has no right to change, as the directory says with the objects.
 #include <gmock/gmock.h>
 
+#include "hosts/ldap/forwarding_store.h"
 #include "tests/ui/writing_sheet.h"
 
 namespace pelora::test {
@@ -11,38 +12,26 @@ using console::ToUtf8;
 using ::testing::HasSubstr;
 
 /// Forwards to another store, and says of every object what may be written.
-class RightsStore final : public ldap::IDirectoryStore {
+class RightsStore final : public ldap::ForwardingStore {
  public:
   RightsStore(ldap::IDirectoryStore& target, ldap::AttributeValues allowed)
-      : target_(target), allowed_(std::move(allowed)) {}
+      : ForwardingStore(target), allowed_(std::move(allowed)) {}
 
-  const ldap::Schema& schema() const override { return target_.schema(); }
-  ldap::StoreStatus ReadRoot(ldap::Entry& root) override { return target_.ReadRoot(root); }
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                          ldap::Entry& entry) override {
-    ldap::StoreStatus status = target_.Read(dn, attributes, entry);
+    ldap::StoreStatus status = ForwardingStore::Read(dn, attributes, entry);
     const bool asks =
         std::ranges::find(attributes, "allowedAttributesEffective") != attributes.end();
     if (asks) entry.attributes["allowedAttributesEffective"] = allowed_;
     return status;
   }
-  ldap::StoreStatus Search(const ldap::SearchRequest& request,
-                           const ldap::EntrySink& sink) override {
-    return target_.Search(request, sink);
+  ldap::StoreStatus ReadMany(std::span<const std::string> dns,
+                             std::span<const std::string> attributes,
+                             const ldap::ReadSink& sink) override {
+    return IDirectoryStore::ReadMany(dns, attributes, sink);
   }
-  ldap::StoreStatus Modify(const std::string& dn,
-                           std::span<const ldap::Modification> modifications) override {
-    return target_.Modify(dn, modifications);
-  }
-  ldap::StoreStatus ModifyStrictly(const std::string& dn,
-                                   std::span<const ldap::Modification> modifications) override {
-    return target_.ModifyStrictly(dn, modifications);
-  }
-  ldap::StoreStatus Add(const ldap::Entry& entry) override { return target_.Add(entry); }
-  ldap::StoreStatus Delete(const ldap::Entry& made) override { return target_.Delete(made); }
 
  private:
-  ldap::IDirectoryStore& target_;
   ldap::AttributeValues allowed_;
 };
 

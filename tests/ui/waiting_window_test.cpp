@@ -155,7 +155,7 @@ TEST_F(WaitingWindow, AnOpeningThatIsStoppedLeavesNoSheetAndNeedsNoWord) {
   store().LetGo();
   ShowBirgit();
   ASSERT_NE(sheet(), nullptr);
-  EXPECT_EQ(sheet()->PageCount(), 4U);
+  EXPECT_EQ(sheet()->PageCount(), 5U);
 }
 
 TEST_F(WaitingWindow, ADirectoryThatDoesNotAnswerIsToldInWords) {

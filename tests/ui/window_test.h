@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QSettings>
 #include <QStatusBar>
 #include <QTest>
 #include <QTreeView>
@@ -23,6 +24,10 @@ inline constexpr int kPatience = 20000;
 class WindowTest : public ConsoleTest {
  protected:
   WindowTest() {
+    // What other tests have left of columns and places says nothing here.
+    QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("pelora-console"),
+              QStringLiteral("console"))
+        .clear();
     // What is read beside the window may take its time on a slow machine.
     qApp->setProperty("passed_over", QStringLiteral("errand"));
     OpenWindow();

@@ -132,6 +132,59 @@ TEST_F(WritingSheet, WhatCouldNotBeWrittenIsShownAndTriedAgain) {
   EXPECT_TRUE(IsHidden(kBirgit));
 }
 
+/// At the review: takes the object of a name out, and writes the rest.
+void LeaveOut(QWidget& review, const char* name) {
+  QAbstractItemModel& model = *Part<QTableView>(review, "review_table").model();
+  const QModelIndexList rows =
+      model.match(model.index(0, 0), Qt::DisplayRole, QString::fromUtf8(name), 1, Qt::MatchExactly);
+  ASSERT_EQ(rows.size(), 1) << name;
+  EXPECT_TRUE(model.setData(rows.front(), Qt::Unchecked, Qt::CheckStateRole));
+  Part<QPushButton>(review, "review_write").click();
+}
+
+TEST_F(WritingSheet, WhoWasTakenOutStaysOutThoughOthersAreTriedAgain) {
+  OpenSheet& open = Open({kAnna, kBirgit, kRolf});
+  desk().reviews_everything = true;
+  open.user().Click(IDC_PELORA_HIDDEN);
+  In("review", [](QWidget& window) { LeaveOut(window, "Birgit Krämer"); });
+  In("results", [](QWidget&) {});
+  store().FailChange(2, kNoRight);
+  open.ClickApply();
+  ASSERT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_FALSE(IsHidden(kRolf));
+  In("review", [](QWidget& window) {
+    EXPECT_THAT(RowsOf(Part<QTableView>(window, "review_table")),
+                ElementsAre(StartsWith("Rolf Uhlig|")));
+    Part<QPushButton>(window, "review_write").click();
+  });
+  open.ClickApply();
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_TRUE(IsHidden(kRolf));
+  EXPECT_FALSE(IsHidden(kBirgit));
+}
+
+TEST_F(WritingSheet, WhoWasTakenOutComesAgainWhenTheFieldIsEditedOnceMore) {
+  OpenSheet& open = Open({kAnna, kBirgit, kRolf});
+  open.user().Click(IDC_PELORA_HIDDEN);
+  In("review", [](QWidget& window) { LeaveOut(window, "Birgit Krämer"); });
+  In("results", [](QWidget&) {});
+  store().FailChange(2, kNoRight);
+  open.ClickApply();
+  ASSERT_EQ(modal_scripts().waiting(), 0U);
+  // Back and forth: it says what it did before, and is meant for all of them.
+  open.user().Click(IDC_PELORA_HIDDEN);
+  open.user().Click(IDC_PELORA_HIDDEN);
+  Write();
+  In("results", [](QWidget& window) {
+    EXPECT_EQ(Part<QLabel>(window, "results_summary").text(),
+              QStringLiteral("Everything was done: 2 written."));
+  });
+  open.ClickApply();
+  EXPECT_EQ(modal_scripts().waiting(), 0U);
+  EXPECT_TRUE(IsHidden(kRolf));
+  EXPECT_TRUE(IsHidden(kBirgit));
+}
+
 TEST_F(WritingSheet, WhatIsLeftStaysInTheSheet) {
   OpenSheet& open = Open({kAnna, kBirgit});
   open.user().Click(IDC_PELORA_HIDDEN);

@@ -15,6 +15,7 @@
 #include "hosts/ldap/ldb_message.h"
 #include "hosts/ldap/sample_company.h"
 #include "hosts/ldap/talloc_ptr.h"
+#include "tests/support/full_disk.h"
 #include "tests/unit/ldb_bench.h"
 
 namespace pelora::ldap {
@@ -126,27 +127,6 @@ TEST_F(LdbDamageTest, ACommitThatWasCutShortIsUndone) {
   EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("3"));
 }
 
-/// No file may grow beyond a size while it lives, as on a disk that is full.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t largest_file) {
-    handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    getrlimit(RLIMIT_FSIZE, &limit_);
-    const rlimit small{.rlim_cur = largest_file, .rlim_max = limit_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-  }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &limit_);
-    std::signal(SIGXFSZ, handler_);
-  }
-
- private:
-  rlimit limit_{};
-  void (*handler_)(int) = nullptr;
-};
-
 TEST_F(LdbDamageTest, AFullDiskChangesNothing) {
   const std::unique_ptr<IDirectoryStore> store = Open();
   ASSERT_TRUE(Replace(*store, kUser, "peloraQuotaHard", {"1"}).Ok());
@@ -155,7 +135,7 @@ TEST_F(LdbDamageTest, AFullDiskChangesNothing) {
     many.push_back(std::to_string(10000 + number) + std::string(1000, 'x'));
   }
   {
-    const FullDisk full(ReadFile(path()).size());
+    const testing::FullDisk full(ReadFile(path()).size());
     const std::vector<Modification> changes = {
         {Modification::Operation::kReplace, "peloraQuotaHard", {"2"}},
         {Modification::Operation::kReplace, "otherMailbox", many}};
@@ -173,7 +153,7 @@ TEST_F(LdbDamageTest, AFullDiskChangesNothing) {
 
 TEST_F(LdbDamageTest, NothingIsLeftOfADirectoryThatTheDiskHadNoRoomFor) {
   for (const rlim_t size : {rlim_t{0}, rlim_t{1000}, rlim_t{50000}, rlim_t{200000}}) {
-    const FullDisk full(size);
+    const testing::FullDisk full(size);
     const StoreStatus status = CreateLdbDirectory(File("new.ldb"), SampleCompanyLdif());
     EXPECT_FALSE(status.Ok());
     EXPECT_THAT(status.text, AllOf(HasSubstr("'" + File("new.ldb") + "'"), Not(HasSubstr("\n"))));

@@ -259,6 +259,22 @@ TEST_F(MultiValueAttributeTest, ADeletedDefaultKeepsItsMarkAndLosesItToALaterDef
   ExpectBuilt(R"(["zoe@x"])", "mia@x");
 }
 
+TEST_F(MultiValueAttributeTest, OneOfTwoDefaultsCanBeKeptAlone) {
+  attribute_.Add(list_, "ada@x", !kChanged, kDefault);
+  Load({"bob@x", "mia@x", "zoe@x"});
+  Delete("ADA@X");
+  SetDefault("mia@x");
+  attribute_.KeepDefault(list_, 1);
+  EXPECT_THAT(Rows(), ElementsAre("bob@x", "MIA@X", "zoe@x"));
+  ExpectBuilt(R"(["bob@x", "zoe@x"])", "mia@x");
+  attribute_.KeepDefault(list_, 0);
+  EXPECT_THAT(Rows(), ElementsAre("bob@x", "MIA@X", "zoe@x")) << "it is none";
+  Delete("MIA@X");
+  SetDefault("zoe@x");
+  attribute_.KeepDefault(list_, 1);
+  EXPECT_THAT(Rows(), ElementsAre("bob@x", "ZOE@X"));
+}
+
 TEST_F(MultiValueAttributeTest, OfTwoDefaultsTheLaterRecordIsReportedWhicheverWasSetLast) {
   attribute_.Add(list_, "ada@x", !kChanged, kDefault);
   Load({"bob@x", "mia@x", "zoe@x"});

@@ -9,6 +9,7 @@
 #include "hosts/ldap/network/deleted_names.h"
 #include "hosts/ldap/network/name_filter.h"
 #include "hosts/ldap/network/naming_contexts.h"
+#include "hosts/ldap/network/referral.h"
 #include "hosts/ldap/network/server_name.h"
 #include "hosts/ldap/network/value_ranges.h"
 
@@ -38,6 +39,28 @@ TEST(ServerName, OtherTextsAreNone) {
         "[::1",      "[dc1]",   "[]",         "[:::1]x",       "a%2fb",
         ".dc1"}) {
     EXPECT_EQ(Read(text), "none") << text;
+  }
+}
+
+std::string Referred(const std::vector<std::string>& addresses) {
+  const auto server = ServerOfReferral(addresses);
+  return server ? server->Text() : "none";
+}
+
+TEST(Referral, NamesTheFirstServerThatItNames) {
+  EXPECT_EQ(Referred({"ldap://DC1.x.test/CN=Ada,DC=x,DC=test"}), "dc1.x.test");
+  EXPECT_EQ(Referred({"LDAP://dc1.x.test:3890/DC=x??base"}), "dc1.x.test:3890");
+  EXPECT_EQ(Referred({"ldap://dc1.x.test?x"}), "dc1.x.test");
+  EXPECT_EQ(Referred({"ldap://[2001:db8::7]:390/x"}), "[2001:db8::7]:390");
+  EXPECT_EQ(Referred({"ldaps://dc0.x.test/", "ldap:///DC=x", "ldap://dc1.x.test"}), "dc1.x.test");
+}
+
+TEST(Referral, OtherAddressesNameNone) {
+  EXPECT_EQ(Referred({}), "none");
+  for (const char* const address : {"", "ldap:", "ldap://", "ldap:///DC=x", "ldaps://dc1.x.test",
+                                    "ldapi://%2ftmp", "cldap://dc1", "http://dc1", "ldap://a@dc1/x",
+                                    "ldap://d c1/x", "ldap://dc1:0/x", "dc1.x.test"}) {
+    EXPECT_EQ(Referred({address}), "none") << address;
   }
 }
 
@@ -145,11 +168,12 @@ TEST(DeletedName, OnlyRemovedNamesAreSentOtherwise) {
                                              {Operation::kAdd, "names", {name}},
                                              {Operation::kDelete, "text", {name}},
                                              {Operation::kDelete, "unknown", {name}}};
-  const std::vector<Modification> sent = WithNamesForRemoval(schema, changes);
+  const std::vector<Modification> sent = WithNamesForRemoval(schema, changes).value();
   ASSERT_EQ(sent.size(), changes.size());
   EXPECT_EQ(sent[0].values,
             (AttributeValues{"CN=a", "<GUID=5d0e8c1a-7a54-4c0e-9d7e-3f1f5a2b6c90>"}));
   for (std::size_t at = 1; at < sent.size(); ++at) EXPECT_EQ(sent[at].values, changes[at].values);
+  EXPECT_FALSE(WithNamesForRemoval(schema, std::span(changes).subspan(1)).has_value());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QGuiApplication>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -12,7 +13,9 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "directory/ascii_case.h"
 #include "hosts/console/dialogs/on_screen.h"
+#include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/writing/tables.h"
@@ -24,8 +27,9 @@ constexpr QSize kWantedSize(680, 520);
 
 }  // namespace
 
-AttributesWindow::AttributesWindow(const QString& name, Reader read, QWidget* parent)
-    : QDialog(parent), read_(std::move(read)) {
+AttributesWindow::AttributesWindow(const QString& name, Reader read, QWidget* parent,
+                                   AttributeEditor editor)
+    : QDialog(parent), read_(std::move(read)), editor_(std::move(editor)) {
   setObjectName(QStringLiteral("attributes"));
   setWindowTitle(QStringLiteral("%1 Attributes").arg(Readable(name)));
   setAttribute(Qt::WA_DeleteOnClose);
@@ -40,7 +44,12 @@ AttributesWindow::AttributesWindow(const QString& name, Reader read, QWidget* pa
   line->addWidget(label);
   line->addWidget(filter_);
   MakeTable();
+  note_ = new QLabel(this);
+  note_->setObjectName(QStringLiteral("attributes_note"));
+  ShowPlainly(*note_);
+  note_->setWordWrap(true);
   auto* buttons = new QDialogButtonBox(this);
+  if (editor_.write) MakeEditButtons(*buttons);
   QPushButton* copy = buttons->addButton(QStringLiteral("&Copy"), QDialogButtonBox::ActionRole);
   copy->setObjectName(QStringLiteral("attributes_copy"));
   QPushButton* again = buttons->addButton(QStringLiteral("&Refresh"), QDialogButtonBox::ActionRole);
@@ -58,10 +67,65 @@ AttributesWindow::AttributesWindow(const QString& name, Reader read, QWidget* pa
   heading->setBuddy(table_);
   layout->addWidget(heading);
   layout->addWidget(table_, 1);
+  layout->addWidget(note_);
   layout->addWidget(buttons);
   ResizeToFit(*this, kWantedSize);
   Fill();
   filter_->setFocus();
+}
+
+void AttributesWindow::MakeEditButtons(QDialogButtonBox& buttons) {
+  edit_ = buttons.addButton(QStringLiteral("&Edit..."), QDialogButtonBox::ActionRole);
+  edit_->setObjectName(QStringLiteral("attributes_edit"));
+  QPushButton* another =
+      buttons.addButton(QStringLiteral("&Set Another..."), QDialogButtonBox::ActionRole);
+  another->setObjectName(QStringLiteral("attributes_set"));
+  for (QPushButton* button : {edit_, another}) button->setAutoDefault(false);
+  connect(edit_, &QPushButton::clicked, this, [this] { Edit(); });
+  connect(another, &QPushButton::clicked, this, [this] { SetAnother(); });
+  connect(table_, &QTableWidget::cellDoubleClicked, this, [this] { Edit(); });
+  connect(table_, &QTableWidget::currentCellChanged, this, [this] { ShowNote(); });
+}
+
+std::string AttributesWindow::CurrentAttribute() const {
+  const int row = table_->currentRow();
+  return row < 0 ? std::string() : rows_[static_cast<std::size_t>(row)].attribute;
+}
+
+void AttributesWindow::ShowNote() {
+  if (edit_ == nullptr) return;
+  const std::string attribute = CurrentAttribute();
+  const std::string why = attribute.empty() ? std::string() : editor_.why_read_only(attribute);
+  note_->setText(why.empty() ? QString() : ToQString(attribute + " cannot be edited here. " + why));
+  edit_->setEnabled(!attribute.empty() && why.empty());
+}
+
+void AttributesWindow::Edit() {
+  if (edit_ != nullptr && edit_->isEnabled()) EditOne(CurrentAttribute());
+}
+
+void AttributesWindow::SetAnother() {
+  QStringList names;
+  for (const std::string& name : editor_.settable()) names.push_back(ToQString(name));
+  QInputDialog dialog(this);
+  dialog.setObjectName(QStringLiteral("attribute_choice"));
+  dialog.setWindowTitle(QStringLiteral("Set Another Attribute"));
+  dialog.setLabelText(QStringLiteral("&Attribute that is not set:"));
+  dialog.setComboBoxItems(names);
+  if (!names.isEmpty() && RunModal(dialog) == QDialog::Accepted) {
+    EditOne(ToUtf8(dialog.textValue()));
+  }
+}
+
+void AttributesWindow::EditOne(const std::string& attribute) {
+  AttributeDialog dialog(editor_.edited(attribute), editor_, this);
+  if (RunModal(dialog) != QDialog::Accepted) return;
+  Fill();
+  for (std::size_t row = 0; row < rows_.size(); ++row) {
+    if (!EqualsWithoutCase(rows_[row].attribute, attribute)) continue;
+    table_->setCurrentCell(static_cast<int>(row), 0);
+    return;
+  }
 }
 
 void AttributesWindow::MakeTable() {
@@ -91,6 +155,7 @@ void AttributesWindow::Fill() {
     ++row;
   }
   Narrow();
+  ShowNote();
 }
 
 void AttributesWindow::Narrow() {

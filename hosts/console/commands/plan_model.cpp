@@ -14,6 +14,9 @@ constexpr std::array kHeadings = {"Object", "Before", "After", "Remark"};
 
 }  // namespace
 
+PlanModel::PlanModel(std::span<const session::DirectoryObject> selection, QObject* parent)
+    : TableRows(kHeadings, parent), selection_(selection) {}
+
 void PlanModel::Show(std::vector<session::PlannedObject> planned, bool with_odd) {
   beginResetModel();
   planned_ = std::move(planned);
@@ -23,17 +26,10 @@ void PlanModel::Show(std::vector<session::PlannedObject> planned, bool with_odd)
 
 void PlanModel::SetWithOdd(bool with_odd) {
   with_odd_ = with_odd;
-  if (planned_.empty()) return;
-  Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumnCount - 1));
+  TellAllChanged();
 }
 
-int PlanModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(planned_.size());
-}
-
-int PlanModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : kColumnCount;
-}
+std::size_t PlanModel::CountRows() const { return planned_.size(); }
 
 QString PlanModel::TextOf(const session::PlannedObject& object, int column) const {
   const session::PlannedValues& values = object.values;
@@ -54,19 +50,13 @@ QString PlanModel::TextOf(const session::PlannedObject& object, int column) cons
   return is_stopped ? QStringLiteral("Left out: %1").arg(said) : said;
 }
 
-QVariant PlanModel::data(const QModelIndex& index, int role) const {
+QVariant PlanModel::DataOf(const QModelIndex& index, int role) const {
   const session::PlannedObject& object = planned_[static_cast<std::size_t>(index.row())];
   const QString text = Readable(TextOf(object, index.column()));
   if (role == Qt::ToolTipRole) {
     return PlainToolTip(index.column() == kObject ? ToQString(selection_[object.at].dn) : text);
   }
-  if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) return {};
-  return text.simplified();
-}
-
-QVariant PlanModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return QString::fromLatin1(kHeadings.at(static_cast<std::size_t>(section)));
+  return IsShownText(role) ? QVariant(text.simplified()) : QVariant();
 }
 
 }  // namespace pelora::console

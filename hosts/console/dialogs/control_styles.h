@@ -32,6 +32,7 @@ inline constexpr std::uint32_t kStaticEndEllipsis = 0x4000;
 
 inline constexpr std::uint32_t kListBoxNotify = 1;
 inline constexpr std::uint32_t kListBoxSort = 2;
+inline constexpr std::uint32_t kListBoxExtendedSelection = 0x800;
 
 inline constexpr std::uint32_t kComboBoxSort = 0x100;
 

@@ -70,7 +70,7 @@ void TabStopDelegate::PaintColumns(QPainter* painter, const QStyleOptionViewItem
   painter->restore();
 }
 
-void SingleSelectionList::keyboardSearch(const QString& letters) {
+void RowList::keyboardSearch(const QString& letters) {
   const auto begins = [&letters](const QListWidgetItem& item) {
     const QString shown = item.data(kShownTextRole).toString();
     return (shown.isEmpty() ? item.text() : shown).startsWith(letters, Qt::CaseInsensitive);
@@ -80,24 +80,28 @@ void SingleSelectionList::keyboardSearch(const QString& letters) {
   for (int step = 0; step < count(); ++step) {
     const int row = (first + step) % count();
     if (!begins(*item(row))) continue;
-    return setCurrentRow(row);
+    return setCurrentRow(row, QItemSelectionModel::ClearAndSelect);
   }
 }
 
-QItemSelectionModel::SelectionFlags SingleSelectionList::selectionCommand(
-    const QModelIndex& index, const QEvent* event) const {
+QItemSelectionModel::SelectionFlags RowList::selectionCommand(const QModelIndex& index,
+                                                              const QEvent* event) const {
   const QItemSelectionModel::SelectionFlags command = QListWidget::selectionCommand(index, event);
+  if (selectionMode() != SingleSelection) return command;
   const bool deselects = (command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle));
   return deselects ? QItemSelectionModel::ClearAndSelect : command;
 }
 
 ListBoxControl::ListBoxControl(const resources::DialogItem& item, QWidget& parent,
                                ControlEvents& events)
-    : DialogControl(item, *new SingleSelectionList(&parent), events),
-      list_(static_cast<SingleSelectionList&>(widget())),
+    : DialogControl(item, *new RowList(&parent), events),
+      list_(static_cast<RowList&>(widget())),
       delegate_(new TabStopDelegate(&list_)),
       notifies_((item.style & style::kListBoxNotify) != 0) {
   if ((item.style & style::kListBoxSort) != 0) order_.emplace();
+  if ((item.style & style::kListBoxExtendedSelection) != 0) {
+    list_.setSelectionMode(QAbstractItemView::ExtendedSelection);
+  }
   list_.setItemDelegate(delegate_);
   list_.setUniformItemSizes(true);
   if ((item.style & style::kHorizontalScroll) == 0) {
@@ -131,7 +135,7 @@ bool ListBoxControl::Remove(RowIndex row) {
   const bool was_selected = item->isSelected();
   delete item;
   // The view passes the selection on to a neighbour; nobody chose that one.
-  if (was_selected) Deselect();
+  if (was_selected && list_.selectionMode() == QAbstractItemView::SingleSelection) Deselect();
   return true;
 }
 
@@ -157,9 +161,10 @@ void ListBoxControl::SetData(RowIndex row, void* data) {
 }
 
 std::optional<RowIndex> ListBoxControl::Selection() const {
-  const QModelIndexList selected = list_.selectionModel()->selectedRows();
+  const QItemSelection selected = list_.selectionModel()->selection();
   if (selected.isEmpty()) return std::nullopt;
-  return static_cast<RowIndex>(selected.first().row());
+  const auto first = std::ranges::min_element(selected, {}, &QItemSelectionRange::top);
+  return static_cast<RowIndex>(first->top());
 }
 
 void ListBoxControl::Select(std::optional<RowIndex> row) {

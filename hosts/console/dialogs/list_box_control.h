@@ -34,9 +34,9 @@ class TabStopDelegate final : public QStyledItemDelegate {
   std::vector<int> stops_;
 };
 
-/// A list in which one row stays selected once one is: clicking it again does not deselect it.
-/// Letters that are typed lead to the row that shows them.
-class SingleSelectionList final : public QListWidget {
+/// A list in which, unless several rows can be selected, one stays selected once one is: clicking
+/// it again does not deselect it. Letters that are typed lead to the row that shows them.
+class RowList final : public QListWidget {
  public:
   using QListWidget::QListWidget;
 
@@ -47,6 +47,8 @@ class SingleSelectionList final : public QListWidget {
       const QModelIndex& index, const QEvent* event) const override;
 };
 
+/// Of several selected rows the selection is the first; one that is removed leaves the others
+/// selected.
 class ListBoxControl final : public DialogControl, private IListBox {
  public:
   ListBoxControl(const resources::DialogItem& item, QWidget& parent, ControlEvents& events);
@@ -72,7 +74,7 @@ class ListBoxControl final : public DialogControl, private IListBox {
   [[nodiscard]] QListWidgetItem* Item(RowIndex row) const;
   void Deselect();
 
-  SingleSelectionList& list_;
+  RowList& list_;
   TabStopDelegate* delegate_;
   std::optional<Collation> order_;
   bool notifies_;

@@ -10,6 +10,7 @@
 #include <condition_variable>
 #include <deque>
 #include <exception>
+#include <functional>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -125,7 +126,7 @@ class QtErrands::Thread {
  public:
   Thread() : thread_([this](const std::stop_token& stop) { Loop(stop); }) {}
 
-  void Add(std::shared_ptr<Task> task) {
+  void Add(std::function<void()> task) {
     {
       const std::lock_guard lock(mutex_);
       tasks_.push_back(std::move(task));
@@ -137,20 +138,20 @@ class QtErrands::Thread {
  private:
   void Loop(const std::stop_token& stop) {
     while (true) {
-      std::shared_ptr<Task> task;
+      std::function<void()> task;
       {
         std::unique_lock lock(mutex_);
         if (!added_.wait(lock, stop, [this] { return !tasks_.empty(); })) return;
         task = std::move(tasks_.front());
         tasks_.pop_front();
       }
-      task->Do();
+      task();
     }
   }
 
   std::mutex mutex_;
   std::condition_variable_any added_;
-  std::deque<std::shared_ptr<Task>> tasks_;
+  std::deque<std::function<void()>> tasks_;
   std::jthread thread_;
 };
 
@@ -174,7 +175,7 @@ void QtErrands::Run(const std::string& what, const Work& work) {
     return task->ThrowWhatWasThrown();
   }
   const Waiter waiter(running_);
-  thread_->Add(task);
+  thread_->Add([task] { task->Do(); });
   try {
     if (!WaitStill(*task)) WaitInEvents(task, ToQString(what));
   } catch (...) {
@@ -182,6 +183,14 @@ void QtErrands::Run(const std::string& what, const Work& work) {
   }
   task->Wait();
   task->ThrowWhatWasThrown();
+}
+
+void QtErrands::LetGo(std::shared_ptr<void> what) noexcept {
+  try {
+    thread_->Add([what = std::move(what)]() mutable { what.reset(); });
+  } catch (...) {
+    // It has gone already.
+  }
 }
 
 bool QtErrands::WaitStill(Task& task) { return task.WaitUntil(turned_ + patience_.still); }

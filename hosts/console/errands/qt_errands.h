@@ -34,6 +34,8 @@ class QtErrands final : public session::IErrands {
   QtErrands& operator=(const QtErrands&) = delete;
 
   void Run(const std::string& what, const Work& work) override;
+  /// On the thread beside, behind what it has to do; here, when that cannot be.
+  void LetGo(std::shared_ptr<void> what) noexcept override;
   [[nodiscard]] bool IsWithin() const override;
   void Breathe() override;
 

@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/fields/value_list.h"
 
-#include <QAbstractTableModel>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 
 #include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
+#include "hosts/console/writing/table_rows.h"
 
 namespace pelora::console {
 namespace {
@@ -20,28 +21,25 @@ namespace {
 constexpr int kWidth = 70;
 constexpr int kValueWidth = 24;
 constexpr int kLines = 12;
+constexpr std::array kValueHeadings = {"Value", "Object"};
 
 QString Shown(const session::HeldValue& value) {
   return value.text.empty() ? QStringLiteral("not set") : Readable(ToQString(value.text));
 }
 
 /// One row for each object; texts are made when they are drawn.
-class ValueRows final : public QAbstractTableModel {
+class ValueRows final : public TableRows {
  public:
   ValueRows(std::span<const session::HeldValue> values, QObject* parent)
-      : QAbstractTableModel(parent), values_(values.begin(), values.end()) {
+      : TableRows(kValueHeadings, parent), values_(values.begin(), values.end()) {
     for (const session::HeldValue& value : values_) {
       ends_.push_back((ends_.empty() ? 0 : ends_.back()) + value.objects.size());
     }
   }
 
-  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override {
-    return parent.isValid() || ends_.empty() ? 0 : static_cast<int>(ends_.back());
-  }
-  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override {
-    return parent.isValid() ? 0 : 2;
-  }
-  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+ private:
+  [[nodiscard]] std::size_t CountRows() const override { return ends_.empty() ? 0 : ends_.back(); }
+  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const override {
     if (role != Qt::DisplayRole) return {};
     const auto row = static_cast<std::size_t>(index.row());
     const auto end = std::ranges::upper_bound(ends_, row);
@@ -49,13 +47,7 @@ class ValueRows final : public QAbstractTableModel {
     if (index.column() == 0) return Shown(value);
     return Readable(ToQString(value.objects[row - (*end - value.objects.size())]));
   }
-  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                    int role) const override {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return section == 0 ? QStringLiteral("Value") : QStringLiteral("Object");
-  }
 
- private:
   std::vector<session::HeldValue> values_;
   /// Behind the last row of each value.
   std::vector<std::size_t> ends_;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/new_object/own_page.h"
 
-#include <string.h>
-
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QFormLayout>
@@ -14,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "hosts/console/password/secret_field.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_icons.h"
@@ -227,11 +226,7 @@ void OwnPage::GuardPasswords() {
 
 OwnPage::~OwnPage() {
   for (QLineEdit* edit : {password_, confirmation_}) {
-    if (edit == nullptr) continue;
-    // The text shares the field's own memory, which is written over before it is given back.
-    const QString text = edit->text();
-    explicit_bzero(const_cast<QChar*>(text.constData()),
-                   static_cast<std::size_t>(text.size()) * sizeof(QChar));
+    if (edit != nullptr) WipeField(*edit);
   }
 }
 
@@ -246,11 +241,7 @@ QString OwnPage::WhyIncomplete() const {
 session::OwnValues OwnPage::Values() const {
   session::OwnValues values = OpenValues();
   const auto secret = [](const QLineEdit* edit) {
-    if (edit == nullptr) return session::Secret();
-    std::string text = ToUtf8(edit->text());
-    session::Secret taken(text);
-    ldap::Wipe(text);
-    return taken;
+    return edit != nullptr ? SecretOf(*edit) : session::Secret();
   };
   values.password = secret(password_);
   values.confirmation = secret(confirmation_);

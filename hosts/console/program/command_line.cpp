@@ -33,6 +33,11 @@ void AddOptions(CLI::App& app, CommandLine& line) {
       ->type_name("HOST")
       ->expected(0, 1)
       ->excludes(directory);
+  app.add_option("--site", line.site,
+                 "Find a server of this site of the ticket's domain first, in place of your own\n"
+                 "site's")
+      ->type_name("NAME")
+      ->excludes(directory);
   app.add_option("--open", line.open, "Open the properties of the objects of these names")
       ->type_name("DN")
       ->expected(1, CLI::detail::expected_max_vector_size);
@@ -56,6 +61,11 @@ ParsedCommandLine ParseCommandLine(int argc, const char* const* argv, std::ostre
   AddOptions(app, parsed.command_line);
   try {
     app.parse(argc, argv);
+    CommandLine& line = parsed.command_line;
+    if (!line.site.empty()) {
+      if (!line.server.value_or("").empty()) throw CLI::ExcludesError("--site", "--server HOST");
+      line.server = "";
+    }
   } catch (const CLI::ParseError& error) {
     const bool asked_for = app.exit(error, output, errors) == kExitDone;
     parsed.exit_code = asked_for ? kExitDone : kExitWrongUsage;

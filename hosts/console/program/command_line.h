@@ -23,6 +23,8 @@ struct CommandLine {
   std::optional<std::string> directory;
   /// Server of the domain that is to be shown, in place of a file; empty: one that is found.
   std::optional<std::string> server;
+  /// Site of the ticket's domain whose servers come first when one is found.
+  std::string site;
   /// Distinguished names whose property sheet is to be opened.
   std::vector<std::string> open;
   /// View to show, "NAME" or "NAME=ANSWER"; none: the directory's base.

@@ -18,6 +18,7 @@
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/visible_text.h"
 
@@ -55,10 +56,11 @@ int WritePropertiesPicture(session::DirectorySession& session,
   StreamMessageBox messages(std::cerr);
   QtChoosers choosers(*session.store, session.open_another);
   const ConsolePlatform platform(session.service, messages, choosers, module);
+  const resources::ResourceFile templates = session::WithOwnPages(module).value.value();
   const SheetResult made = MakePropertySheet(objects, session.specifiers,
                                              {.store = *session.store,
                                               .platform = platform.platform(),
-                                              .templates = module,
+                                              .templates = templates,
                                               .open_another = session.open_another},
                                              nullptr);
   if (!made.sheet) return Fail(ToUtf8(made.error));
@@ -116,10 +118,11 @@ void OpenNamed(MainWindow& window, const std::vector<std::string>& names) {
 int ShowDomain(const CommandLine& line, const resources::ResourceFile& module) {
   MainWindow window(module);
   window.show();
-  window.OpenServerBesides(ToQString(*line.server), [&window, &line] {
+  const auto show = [&window, &line] {
     OpenView(window, line);
     OpenNamed(window, line.open);
-  });
+  };
+  window.OpenServerBesides(ToQString(*line.server), show, ToQString(line.site));
   return QApplication::exec();
 }
 
@@ -139,7 +142,7 @@ int ShowWindows(session::SessionResult opened, const std::vector<session::Direct
 }
 
 session::SessionResult OpenNamedDirectory(const CommandLine& line) {
-  if (line.server) return session::OpenServer(*line.server);
+  if (line.server) return session::OpenServer(*line.server, {}, line.site);
   return line.directory ? session::OpenDirectoryFile(*line.directory)
                         : session::OpenSampleDirectory();
 }

@@ -4,8 +4,9 @@
 #include <utility>
 
 #include "hosts/console/fields/checked_dialogs.h"
+#include "hosts/console/password/reset_password_dialog.h"
 #include "hosts/console/text/qt_text.h"
-#include "hosts/session/own_pages/own_pages.h"
+#include "hosts/session/find/find_pasted_names.h"
 #include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
@@ -19,8 +20,7 @@ void Protect(IDialog& dialog, ControlId control, const std::string& why) {
 /// What a sheet's tabs live by, in the order in which it is needed.
 struct SheetParts {
   explicit SheetParts(session::TabSurroundings surroundings)
-      : templates(session::WithOwnPages(surroundings.templates).value.value()),
-        dialogs(surroundings.platform.modal_dialogs),
+      : dialogs(surroundings.platform.modal_dialogs),
         platform{.directory = surroundings.platform.directory,
                  .message_box = surroundings.platform.message_box,
                  .modal_dialogs = dialogs,
@@ -29,17 +29,24 @@ struct SheetParts {
                  .component_library = surroundings.platform.component_library},
         tabs({.store = surroundings.store,
               .platform = platform,
-              .templates = templates,
+              .templates = surroundings.templates,
               .between = std::move(surroundings.between),
               .errands = surroundings.errands,
               .desk = surroundings.desk,
               .history = surroundings.history,
               .has_own_pages = true,
+              .give_password =
+                  [&store = surroundings.store,
+                   &errands = surroundings.errands != nullptr ? *surroundings.errands : at_once](
+                      IDialog* owner, const std::string& dn) {
+                    return AskForPassword(store, errands, dn, WindowOf(owner));
+                  },
+              .find_names = &session::FindPastedNames,
               .protect = &Protect}) {}
 
-  resources::ResourceFile templates;
   CheckedDialogs dialogs;
   Platform platform;
+  session::ErrandsAtOnce at_once;
   session::GuardedTabs tabs;
 };
 
@@ -62,9 +69,10 @@ SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selectio
                               session::TabSurroundings surroundings, QWidget* parent,
                               ShowObject show_object) {
   const ldap::StoreOpener opener = surroundings.open_another;
+  const resources::ResourceFile& templates = surroundings.templates;
   const auto parts = std::make_shared<SheetParts>(std::move(surroundings));
   auto sheet = std::make_unique<QtPropertySheet>(
-      parts->templates, ToQString(session::PropertiesTitle(selection)), parent);
+      templates, ToQString(session::PropertiesTitle(selection)), parent);
   // They go with the sheet's machine, after its pages, and with its fields.
   const std::shared_ptr<session::GuardedTabs> tabs(parts, &parts->tabs);
   sheet->machine().commit = [tabs] { return tabs->Commit(); };

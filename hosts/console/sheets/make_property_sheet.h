@@ -29,8 +29,9 @@ struct SheetResult {
 
 /// Makes the property sheet of a selection, started but not shown. Its tabs are guarded: see
 /// `session::GuardedTabs`; its fields are looked after: see `SheetFields`. Everything in
-/// `surroundings` outlives the sheet. `show_object` opens another object's settings; it may be
-/// none.
+/// `surroundings` outlives the sheet; its templates are those of `session::WithOwnPages`, which is
+/// long to make and the same for all sheets. `show_object` opens another object's settings; it may
+/// be none.
 [[nodiscard]] SheetResult MakePropertySheet(std::span<const session::DirectoryObject> selection,
                                             const ldap::DisplaySpecifiers& specifiers,
                                             session::TabSurroundings surroundings, QWidget* parent,

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
@@ -15,6 +16,7 @@
 #include <optional>
 #include <utility>
 
+#include "hosts/console/attributes/attributes_window.h"
 #include "hosts/console/commands/run_commands.h"
 #include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/dialogs/qt_dialog.h"
@@ -22,10 +24,13 @@
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/connect_dialog.h"
 #include "hosts/console/window/object_icons.h"
+#include "hosts/session/connection_status.h"
+#include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
 
 namespace pelora::console {
-MainWindow::MainWindow(const resources::ResourceFile& module) : module_(module) {
+MainWindow::MainWindow(const resources::ResourceFile& module)
+    : module_(module), templates_(session::WithOwnPages(module).value.value()) {
   setWindowTitle(QStringLiteral("Pelora Console"));
   setWindowIcon(IconOf(session::ObjectIcon::kDomain));
   MakePane();
@@ -100,6 +105,8 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
         QStringLiteral("The directory stays open: there are changes that were not applied."));
     return false;
   }
+  // What they show is the other one's.
+  for (AttributesWindow* const window : findChildren<AttributesWindow*>()) window->close();
   RememberContainer();
   pane_->EndDirectory();
   history_desk_.SetDirectory(&shown->history, &shown->store);
@@ -108,12 +115,22 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   const QString path = ToQString(open.path);
   const QString name = open.is_file ? QFileInfo(path).fileName() : path;
   setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
-  who_->setText(open.user.empty()
-                    ? QStringLiteral("Directory file %1").arg(Readable(name))
-                    : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), name));
   pane_->ShowDirectory(std::move(base), open.open_another, &directory_->fields);
   RecallContainer();
   return true;
+}
+
+void MainWindow::ShowWho() {
+  if (!directory_) return;
+  const session::DirectorySession& open = *directory_->session;
+  const QString path = ToQString(open.path);
+  QString text = open.is_file
+                     ? QStringLiteral("Directory file %1").arg(Readable(QFileInfo(path).fileName()))
+                     : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), path);
+  if (const auto writer = open.Server().writer) {
+    text += QStringLiteral(", changes go to %1").arg(ToQString(writer->Text()));
+  }
+  who_->setText(text);
 }
 
 void MainWindow::StopReading() {
@@ -157,7 +174,9 @@ void MainWindow::UpdateActions() {
     if (auto* const button = qobject_cast<QToolButton*>(shown)) SetPlainToolTip(*button, tip);
   }
   open_container_->setEnabled(listed.size() == 1 && listed.front().kind.is_container);
-  for (QAction* action : {refresh_, undo_, redo_, past_}) action->setEnabled(directory_ != nullptr);
+  for (QAction* action : {refresh_, undo_, redo_, past_, connection_}) {
+    action->setEnabled(directory_ != nullptr);
+  }
   const std::optional<session::DirectoryObject> place = pane_->PlaceForNew();
   new_menu_->menuAction()->setEnabled(place.has_value());
   if (place) {
@@ -172,6 +191,7 @@ void MainWindow::UpdateActions() {
 
   stop_->setEnabled(pane_->state() == ContainerListing::State::kReading || openings_.IsOpening());
   count_->setText(directory_ ? pane_->CountText() : QString());
+  ShowWho();
   const QString opening = QStringLiteral("Opening %1...").arg(openings_.name());
   hint_->setText(openings_.IsOpening() ? opening : listed.empty() ? QString() : reason);
 }
@@ -191,12 +211,13 @@ void MainWindow::AskForServer() {
   if (RunModal(dialog) == QDialog::Accepted) OpenServerBesides(dialog.Server());
 }
 
-void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown) {
+void MainWindow::OpenServerBesides(const QString& server, std::function<void()> on_shown,
+                                   const QString& site) {
   const QString name = server.isEmpty() ? QStringLiteral("The domain") : server;
   OpenBesides(
       name,
-      [server = ToUtf8(server)](const std::stop_token& stop) {
-        return session::OpenServer(server, stop);
+      [server = ToUtf8(server), site = ToUtf8(site)](const std::stop_token& stop) {
+        return session::OpenServer(server, stop, site);
       },
       std::move(on_shown));
 }
@@ -207,6 +228,28 @@ void MainWindow::ShowAbout() {
       QStringLiteral("<b>Pelora Console %1</b><p>Administration of the Pelora groupware's settings "
                      "in the directory.</p><p>Licence: Apache-2.0</p>")
           .arg(QLatin1String(PELORA_VERSION)));
+}
+
+void MainWindow::ShowConnection() {
+  if (!directory_) return;
+  session::ConnectionStatus status;
+  const ldap::StoreStatus read =
+      session::ReadConnectionStatus(*directory_->session, directory_->store, status);
+  if (!read.Ok()) {
+    return ReportLater(QStringLiteral("The server cannot be asked."), ToQString(read.text));
+  }
+  QStringList lines;
+  for (const session::ConnectionRow& row :
+       session::ConnectionRows(status, QDateTime::currentSecsSinceEpoch())) {
+    lines.append(QStringLiteral("%1: %2").arg(ToQString(row.label), ToQString(row.text)));
+  }
+  QMessageBox box(QMessageBox::Information, QStringLiteral("Connection"), {}, QMessageBox::Ok,
+                  this);
+  box.setObjectName(QStringLiteral("connection_box"));
+  SetPlainTexts(box, QStringLiteral("This is what the window works with."),
+                lines.join(QLatin1Char('\n')));
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  RunModal(box);
 }
 
 void MainWindow::ReportLater(const QString& text, const QString& reason) {

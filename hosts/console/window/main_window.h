@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "hosts/console/attributes/attribute_dialog.h"
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/errands/qt_errands.h"
 #include "hosts/console/life/place_actions.h"
@@ -49,8 +50,9 @@ class MainWindow final : public QMainWindow {
                    std::function<void()> on_shown = {});
 
   /// Connects to a domain controller, as `OpenBesides` does; without a name, to one of the
-  /// domain's.
-  void OpenServerBesides(const QString& server, std::function<void()> on_shown = {});
+  /// domain's, and of the site first if one is given.
+  void OpenServerBesides(const QString& server, std::function<void()> on_shown = {},
+                         const QString& site = {});
 
   /// Opens the property sheet of objects, or brings it to the front; a failure is shown.
   /// With an attribute, the page with its field is shown.
@@ -106,6 +108,9 @@ class MainWindow final : public QMainWindow {
   void MakePlaces();
   /// Shows what the directory has of the selected object.
   void ShowAttributes();
+  /// Edits what was read of an object of the directory that is shown.
+  [[nodiscard]] AttributeEditor EditorOf(std::shared_ptr<ldap::Entry> shown,
+                                         std::shared_ptr<session::WritableAttributes> writable);
   /// The kind of the one object that is selected; null when none like it can be made.
   [[nodiscard]] const session::NewObjectKind* KindOfNewLike() const;
   void MakeNewObjectIn(const session::DirectoryObject& container,
@@ -143,8 +148,14 @@ class MainWindow final : public QMainWindow {
   void AskForFile();
   void AskForServer();
   void ShowAbout();
+  /// Says in the status line as whom one works and where.
+  void ShowWho();
+  /// Says with which directory the window works, and how.
+  void ShowConnection();
 
   const resources::ResourceFile& module_;
+  /// Those of sheets: with our own pages'.
+  const resources::ResourceFile templates_;
   QtMessageBox message_box_;
   QtErrands errands_;
   QtWritingDesk desk_;
@@ -186,6 +197,7 @@ class MainWindow final : public QMainWindow {
   QAction* find_ = nullptr;
   QAction* open_last_ = nullptr;
   QAction* filter_ = nullptr;
+  QAction* connection_ = nullptr;
   QAction* about_ = nullptr;
 };
 

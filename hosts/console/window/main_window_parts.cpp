@@ -117,6 +117,10 @@ void MainWindow::MakeActions() {
   filter_ = make({}, QStringLiteral("Fi&lter"), QStringLiteral("Narrow the list to a text"),
                  {QKeySequence(QStringLiteral("Ctrl+Shift+F"))},
                  [this] { pane_->list().filter().setFocus(); });
+  connection_ = make({}, QStringLiteral("&Connection..."),
+                     QStringLiteral("Show which server is used, why, as whom and until when"), {},
+                     [this] { ShowConnection(); });
+  connection_->setObjectName(QStringLiteral("show_connection"));
   about_ = make(ThemeIcon("help-about", QStyle::SP_MessageBoxInformation),
                 QStringLiteral("&About Pelora Console"),
                 QStringLiteral("Show the console's version"), {}, [this] { ShowAbout(); });
@@ -142,7 +146,7 @@ void MainWindow::MakeMenus() {
   view->addSeparator();
   view->addActions(pane_->view_actions().actions());
   QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
-  help->addAction(about_);
+  help->addActions({connection_, about_});
 
   QToolBar* tools = addToolBar(QStringLiteral("Tools"));
   tools->setObjectName(QStringLiteral("tools"));

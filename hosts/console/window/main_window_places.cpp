@@ -36,18 +36,57 @@ void MainWindow::MakePlaces() {
 void MainWindow::ShowAttributes() {
   const std::vector<session::DirectoryObject> selection = Selection();
   if (!directory_ || selection.size() != 1) return;
-  const auto read = [this, dn = selection.front().dn] {
-    ldap::Entry entry;
+  const auto shown = std::make_shared<ldap::Entry>();
+  const auto writable = std::make_shared<session::WritableAttributes>();
+  const auto read = [this, shown, writable, dn = selection.front().dn] {
+    *shown = {};
     ldap::StoreStatus status{.code = -1, .text = "No directory is open."};
-    if (directory_) status = directory_->store.Read(dn, {}, entry);
+    if (directory_) status = directory_->store.Read(dn, {}, *shown);
     if (!status.Ok()) {
       ReportLater(QStringLiteral("The attributes cannot be read."), ToQString(status.text));
       return std::vector<session::AttributeRow>();
     }
-    return session::AttributeRowsOf(directory_->store.schema(), entry);
+    *writable = session::ReadWritable(directory_->store, dn);
+    return session::AttributeRowsOf(directory_->store.schema(), *shown);
   };
-  auto* const window = new AttributesWindow(ToQString(selection.front().name), read, this);
+  auto* const window = new AttributesWindow(ToQString(selection.front().name), read, this,
+                                            EditorOf(shown, writable));
   window->show();
+}
+
+AttributeEditor MainWindow::EditorOf(std::shared_ptr<ldap::Entry> shown,
+                                     std::shared_ptr<session::WritableAttributes> writable) {
+  // The window with the attributes may be there longer than the directory.
+  const auto schema = [this]() -> const ldap::Schema& {
+    static const ldap::Schema kNone;
+    return directory_ ? directory_->store.schema() : kNone;
+  };
+  return {.why_read_only =
+              [schema, shown, writable](const std::string& attribute) {
+                return session::WhyNotEditable(schema(), *writable, *shown, attribute);
+              },
+          .edited =
+              [schema, shown](const std::string& attribute) {
+                return session::Editable(schema(), *shown, attribute);
+              },
+          .settable = [schema, shown,
+                       writable] { return session::Settable(schema(), *writable, *shown); },
+          .why_not_taken =
+              [schema](const std::string& attribute, const ldap::AttributeValues& values) {
+                return session::WhyNotTaken(schema(), attribute, values);
+              },
+          .write =
+              [this, shown](const session::EditableAttribute& seen, ldap::AttributeValues wanted) {
+                if (!directory_) return false;
+                const bool is_written = session::WriteAttribute({.store = directory_->store,
+                                                                 .errands = errands_,
+                                                                 .message_box = message_box_,
+                                                                 .desk = &desk_,
+                                                                 .history = &directory_->history},
+                                                                shown->dn, seen, std::move(wanted));
+                OnApplied();
+                return is_written;
+              }};
 }
 
 }  // namespace pelora::console

@@ -65,7 +65,7 @@ SheetResult MainWindow::MakeSheet(std::span<const session::DirectoryObject> sele
   SheetResult made = MakePropertySheet(selection, directory_->session->specifiers,
                                        {.store = directory_->store,
                                         .platform = directory_->platform.platform(),
-                                        .templates = module_,
+                                        .templates = templates_,
                                         .errands = &errands_,
                                         .desk = &desk_,
                                         .history = &directory_->history,

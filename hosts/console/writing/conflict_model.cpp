@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 
-#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -17,7 +16,7 @@ constexpr std::array kConflictHeadings = {"Object",       "Field",       "You sa
 }  // namespace
 
 ConflictModel::ConflictModel(std::span<const session::ShownConflict> conflicts, QObject* parent)
-    : QAbstractTableModel(parent), conflicts_(conflicts) {
+    : TableRows(kConflictHeadings, parent), conflicts_(conflicts) {
   for (const session::ShownConflict& conflict : conflicts) choices_.push_back(conflict.choice);
 }
 
@@ -55,21 +54,11 @@ void ConflictModel::ChooseForAll(Choice choice) {
   if (!choices_.empty()) dataChanged(index(0, kChoice), index(rowCount() - 1, kChoice));
 }
 
-int ConflictModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(conflicts_.size());
-}
-
-int ConflictModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : kColumnCount;
-}
-
-QVariant ConflictModel::data(const QModelIndex& index, int role) const {
-  return DrawnOrNothing([&] { return DataOf(index, role); });
-}
+std::size_t ConflictModel::CountRows() const { return conflicts_.size(); }
 
 QVariant ConflictModel::DataOf(const QModelIndex& index, int role) const {
   const session::ShownConflict& conflict = conflicts_[static_cast<std::size_t>(index.row())];
-  const bool is_shown = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
+  const bool is_shown = IsShownText(role);
   if (index.column() == kChoice) {
     return is_shown ? QVariant(TextOf(ChoiceOf(index.row()))) : QVariant();
   }
@@ -80,11 +69,6 @@ QVariant ConflictModel::DataOf(const QModelIndex& index, int role) const {
     return PlainToolTip(index.column() == kObject ? ToQString(conflict.dn) : text);
   }
   return is_shown ? QVariant(Readable(text).simplified()) : QVariant();
-}
-
-QVariant ConflictModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return QString::fromLatin1(kConflictHeadings.at(static_cast<std::size_t>(section)));
 }
 
 }  // namespace pelora::console

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QAbstractTableModel>
 #include <span>
 #include <vector>
 
+#include "hosts/console/writing/table_rows.h"
 #include "hosts/session/writing_desk.h"
 
 namespace pelora::console {
 
 /// Fields that somebody else changed meanwhile, one row each, with what is to stay. What is chosen
 /// is the model's alone.
-class ConflictModel final : public QAbstractTableModel {
+class ConflictModel final : public TableRows {
  public:
   using Choice = session::ShownConflict::Choice;
   enum Column { kObject, kField, kSeen, kThere, kWanted, kChoice, kColumnCount };
@@ -27,15 +27,9 @@ class ConflictModel final : public QAbstractTableModel {
   void Choose(int row, Choice choice);
   void ChooseForAll(Choice choice);
 
-  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
-  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                    int role) const override;
-
  private:
-  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const;
-
+  [[nodiscard]] std::size_t CountRows() const override;
+  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const override;
   std::span<const session::ShownConflict> conflicts_;
   std::vector<Choice> choices_;
 };

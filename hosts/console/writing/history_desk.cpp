@@ -10,6 +10,7 @@
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/writing/history_dialog.h"
 #include "hosts/console/writing/result_dialog.h"
+#include "hosts/session/let_go.h"
 #include "hosts/session/shown_failure.h"
 
 namespace pelora::console {
@@ -20,12 +21,15 @@ bool AreAllDone(const std::vector<changes::Result>& results) {
                              [](const changes::Result& result) { return result.IsDone(); });
 }
 
-std::vector<session::WrittenChange> Told(const std::vector<changes::Result>& results) {
+std::vector<session::WrittenChange> Told(const std::vector<changes::Result>& results,
+                                         session::IErrands& errands) {
+  const session::FieldBook book;
   std::vector<session::WrittenChange> told;
   for (const changes::Result& result : results) {
+    errands.Breathe();
     told.push_back({.name = result.dn.empty() ? "The changes" : result.dn,
                     .result = result,
-                    .reason = result.IsDone() ? std::string() : session::ReasonOf(result, {})});
+                    .reason = result.IsDone() ? std::string() : session::ReasonOf(result, book)});
   }
   return told;
 }
@@ -44,9 +48,14 @@ void HistoryDesk::TakeBack(const session::PastChange& past, bool again) {
   };
   std::vector<changes::Result> results = run();
   while (!AreAllDone(results)) {
-    const std::vector<session::WrittenChange> told = Told(results);
-    ResultDialog dialog(told, QApplication::activeWindow());
-    if (RunModal(dialog) != QDialog::Accepted) break;
+    std::vector<session::WrittenChange> told = Told(results, errands_);
+    const bool is_tried_again = [&] {
+      ResultDialog dialog(told, QApplication::activeWindow());
+      return RunModal(dialog) == QDialog::Accepted;
+    }();
+    session::LetGoOf(told, errands_);
+    if (!is_tried_again) break;
+    session::LetGoOf(results, errands_);
     results = run();
   }
   const QString what =
@@ -55,12 +64,21 @@ void HistoryDesk::TakeBack(const session::PastChange& past, bool again) {
     on_told(
         (again ? QStringLiteral("Done again: %1") : QStringLiteral("Taken back: %1")).arg(what));
   }
+  session::LetGoOf(results, errands_);
   on_written();
+}
+
+std::vector<session::PastChange> HistoryDesk::List() {
+  std::vector<session::PastChange> past;
+  // Thousands of names may be in the files.
+  errands_.Run("Reading what was written...",
+               [&](session::IErrand& /*errand*/) { past = history_->List(); });
+  return past;
 }
 
 void HistoryDesk::UndoLast() {
   if (history_ == nullptr) return;
-  const std::vector<session::PastChange> past = history_->List();
+  const std::vector<session::PastChange> past = List();
   const auto last = std::ranges::find_if(
       past, [](const session::PastChange& change) { return !change.is_undone; });
   if (last != past.end() && last->is_final) {
@@ -74,7 +92,7 @@ void HistoryDesk::UndoLast() {
 
 void HistoryDesk::RedoLast() {
   if (history_ == nullptr) return;
-  const std::vector<session::PastChange> past = history_->List();
+  const std::vector<session::PastChange> past = List();
   // What was taken back last stands right above what was not.
   const auto end = std::ranges::find_if(
       past, [](const session::PastChange& change) { return !change.is_undone; });
@@ -84,7 +102,7 @@ void HistoryDesk::RedoLast() {
 
 void HistoryDesk::ShowList() {
   if (history_ == nullptr) return;
-  HistoryDialog dialog([this] { return history_->List(); }, &window_);
+  HistoryDialog dialog([this] { return List(); }, &window_);
   dialog.on_undo = [this](const session::PastChange& past) { TakeBack(past, false); };
   dialog.on_redo = [this](const session::PastChange& past) { TakeBack(past, true); };
   RunModal(dialog);

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <functional>
+#include <vector>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/session/change_history.h"
@@ -33,6 +34,7 @@ class HistoryDesk final {
   std::function<void()> on_written;
 
  private:
+  [[nodiscard]] std::vector<session::PastChange> List();
   /// Takes a go back, or does it again, and tells what became of it.
   void TakeBack(const session::PastChange& past, bool again);
 

@@ -20,15 +20,23 @@ namespace {
 
 constexpr QSize kWantedSize(720, 400);
 constexpr std::size_t kNamed = 3;
+/// With the mouse on it.
+constexpr std::size_t kListed = 20;
 
 QString TimeText(session::ChangeHistory::Clock::time_point when) {
   const auto time = QDateTime::fromSecsSinceEpoch(session::ChangeHistory::Clock::to_time_t(when));
   return QLocale().toString(time, QLocale::ShortFormat);
 }
 
-QString All(const std::vector<std::string>& texts) {
+/// One a line, as many as can be looked at.
+QString Lines(const std::vector<std::string>& texts) {
   QStringList lines;
-  for (const std::string& text : texts) lines.append(ToQString(text));
+  for (std::size_t at = 0; at < texts.size() && at < kListed; ++at) {
+    lines.append(ToQString(texts[at]));
+  }
+  if (texts.size() > kListed) {
+    lines.append(QStringLiteral("and %1 more").arg(texts.size() - kListed));
+  }
   return lines.join(QLatin1Char('\n'));
 }
 
@@ -101,8 +109,8 @@ void HistoryDialog::Fill() {
                                                : QStringLiteral("written")};
     for (int column = 0; column < texts.size(); ++column) {
       auto* item = new QTableWidgetItem(texts[column]);
-      if (column == 1) item->setToolTip(PlainToolTip(All(past.objects)));
-      if (column == 2) item->setToolTip(PlainToolTip(All(past.fields)));
+      if (column == 1) item->setToolTip(PlainToolTip(Lines(past.objects)));
+      if (column == 2) item->setToolTip(PlainToolTip(Lines(past.fields)));
       table_->setItem(row, column, item);
     }
     ++row;

@@ -46,6 +46,16 @@ QString Summary(std::span<const session::WrittenChange> results) {
 
 }  // namespace
 
+int ResultDialog::WidestWord() const {
+  const QFontMetrics metrics = table_->fontMetrics();
+  int widest = 0;
+  for (std::size_t at = 0; at < changes::kOutcomeCount; ++at) {
+    const QString word = WordFor(static_cast<changes::Outcome>(at));
+    widest = std::max(widest, metrics.horizontalAdvance(word));
+  }
+  return widest + 4 * metrics.averageCharWidth();
+}
+
 ResultDialog::ResultDialog(std::span<const session::WrittenChange> results, QWidget* parent)
     : QDialog(parent), results_(results) {
   setObjectName(QStringLiteral("results"));
@@ -98,7 +108,9 @@ void ResultDialog::MakeTable() {
   table_->setAccessibleName(QStringLiteral("Results"));
   SetUpTable(*table_, *model_);
   QHeaderView& header = *table_->horizontalHeader();
-  header.setSectionResizeMode(ResultModel::kResult, QHeaderView::ResizeToContents);
+  // By the words that there are, not by the rows: of those there may be thousands.
+  header.setSectionResizeMode(ResultModel::kResult, QHeaderView::Fixed);
+  header.resizeSection(ResultModel::kResult, std::max(header.minimumSectionSize(), WidestWord()));
   reason_ = new QPlainTextEdit(this);
   reason_->setObjectName(QStringLiteral("results_reason"));
   reason_->setAccessibleName(QStringLiteral("Reason"));

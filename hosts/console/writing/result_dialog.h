@@ -26,6 +26,8 @@ class ResultDialog final : public QDialog {
 
  private:
   void MakeTable();
+  /// The room that an outcome takes.
+  [[nodiscard]] int WidestWord() const;
   void ShowReason();
   void SaveReport();
 

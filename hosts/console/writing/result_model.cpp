@@ -3,7 +3,6 @@
 
 #include <array>
 
-#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -22,7 +21,7 @@ QString WordFor(changes::Outcome outcome) {
 }
 
 ResultModel::ResultModel(std::span<const session::WrittenChange> results, QObject* parent)
-    : QAbstractTableModel(parent), results_(results) {
+    : TableRows(kHeadings, parent), results_(results) {
   ShowOnlyLeft(false);
 }
 
@@ -35,17 +34,7 @@ void ResultModel::ShowOnlyLeft(bool only_left) {
   endResetModel();
 }
 
-int ResultModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
-
-int ResultModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : kColumnCount;
-}
-
-QVariant ResultModel::data(const QModelIndex& index, int role) const {
-  return DrawnOrNothing([&] { return DataOf(index, role); });
-}
+std::size_t ResultModel::CountRows() const { return rows_.size(); }
 
 QVariant ResultModel::DataOf(const QModelIndex& index, int role) const {
   const session::WrittenChange& row = *rows_[static_cast<std::size_t>(index.row())];
@@ -57,15 +46,10 @@ QVariant ResultModel::DataOf(const QModelIndex& index, int role) const {
     }
     return role == kWholeRole ? Readable(whole) : PlainToolTip(whole);
   }
-  if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) return {};
+  if (!IsShownText(role)) return {};
   if (index.column() == kResult) return WordFor(row.result.outcome);
   const std::string& text = index.column() == kObject ? row.name : row.reason;
   return Readable(ToQString(text)).simplified();
-}
-
-QVariant ResultModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return QString::fromLatin1(kHeadings.at(static_cast<std::size_t>(section)));
 }
 
 }  // namespace pelora::console

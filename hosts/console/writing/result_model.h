@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QAbstractTableModel>
 #include <span>
 #include <vector>
 
+#include "hosts/console/writing/table_rows.h"
 #include "hosts/session/writing_desk.h"
 
 namespace pelora::console {
 
 /// What became of objects, one row each: all of them, or those that are not done.
-class ResultModel final : public QAbstractTableModel {
+class ResultModel final : public TableRows {
  public:
   enum Column { kResult, kObject, kReason, kColumnCount };
   /// All that there is to say of a row: object, reason, the directory's own words.
@@ -21,15 +21,9 @@ class ResultModel final : public QAbstractTableModel {
 
   void ShowOnlyLeft(bool only_left);
 
-  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
-  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                    int role) const override;
-
  private:
-  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const;
-
+  [[nodiscard]] std::size_t CountRows() const override;
+  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const override;
   std::span<const session::WrittenChange> results_;
   std::vector<const session::WrittenChange*> rows_;
 };

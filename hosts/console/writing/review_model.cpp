@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 
-#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -19,7 +18,7 @@ QString OneLine(const std::string& text) { return Readable(ToQString(text)).simp
 }  // namespace
 
 ReviewModel::ReviewModel(session::Review& review, QObject* parent)
-    : QAbstractTableModel(parent), review_(review) {
+    : TableRows(kHeadings, parent), review_(review) {
   for (std::size_t change = 0; change < review.changes.size(); ++change) {
     for (std::size_t field = 0; field < review.changes[change].fields.size(); ++field) {
       rows_.push_back({.change = change, .field = field});
@@ -27,17 +26,7 @@ ReviewModel::ReviewModel(session::Review& review, QObject* parent)
   }
 }
 
-int ReviewModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
-
-int ReviewModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : kColumnCount;
-}
-
-QVariant ReviewModel::data(const QModelIndex& index, int role) const {
-  return DrawnOrNothing([&] { return DataOf(index, role); });
-}
+std::size_t ReviewModel::CountRows() const { return rows_.size(); }
 
 QVariant ReviewModel::DataOf(const QModelIndex& index, int role) const {
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
@@ -50,7 +39,7 @@ QVariant ReviewModel::DataOf(const QModelIndex& index, int role) const {
     const std::array texts = {change.dn, field.attribute, field.before, field.after};
     return PlainToolTip(ToQString(texts.at(static_cast<std::size_t>(index.column()))));
   }
-  if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) return {};
+  if (!IsShownText(role)) return {};
   switch (index.column()) {
     case kObject:
       return OneLine(change.name);
@@ -61,11 +50,6 @@ QVariant ReviewModel::DataOf(const QModelIndex& index, int role) const {
     default:
       return OneLine(field.after);
   }
-}
-
-QVariant ReviewModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return QString::fromLatin1(kHeadings.at(static_cast<std::size_t>(section)));
 }
 
 Qt::ItemFlags ReviewModel::flags(const QModelIndex& index) const {
@@ -81,7 +65,7 @@ bool ReviewModel::setData(const QModelIndex& index, const QVariant& value, int r
   if (role != Qt::CheckStateRole || index.column() != kObject) return false;
   const std::size_t change = rows_[static_cast<std::size_t>(index.row())].change;
   review_.changes[change].is_wanted = value.toInt() == Qt::Checked;
-  dataChanged(this->index(0, 0), this->index(rowCount() - 1, kColumnCount - 1));
+  TellAllChanged();
   if (on_changed) on_changed();
   return true;
 }

@@ -1,28 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QAbstractTableModel>
 #include <functional>
 #include <vector>
 
+#include "hosts/console/writing/table_rows.h"
 #include "hosts/session/writing_desk.h"
 
 namespace pelora::console {
 
 /// The rows of a review: one for each field of each object. The box stands by each object's name
 /// and takes all its rows in or out.
-class ReviewModel final : public QAbstractTableModel {
+class ReviewModel final : public TableRows {
  public:
   enum Column { kObject, kField, kOld, kNew, kColumnCount };
 
   /// `review` outlives the model.
   ReviewModel(session::Review& review, QObject* parent);
 
-  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
-  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                    int role) const override;
   [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
@@ -38,7 +33,8 @@ class ReviewModel final : public QAbstractTableModel {
     std::size_t field;
   };
 
-  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const;
+  [[nodiscard]] std::size_t CountRows() const override;
+  [[nodiscard]] QVariant DataOf(const QModelIndex& index, int role) const override;
 
   session::Review& review_;
   std::vector<Row> rows_;

@@ -25,6 +25,8 @@ struct CommandLine {
   /// Empty: one that is found.
   std::optional<std::string> server;
   bool sample = false;
+  /// Whose servers come first when one is found.
+  std::optional<std::string> site;
 
   bool json = false;
   bool quiet = false;

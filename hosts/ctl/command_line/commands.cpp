@@ -11,7 +11,7 @@ namespace pelora::ctl {
 std::span<const Command* const> Commands() {
   static const std::array kCommands = {
       &ShowCommand(), &ListCommand(),  &SetCommand(),  &NewCommand(),    &ApplyCommand(),
-      &EditCommand(), &CheckCommand(), &UndoCommand(), &FieldsCommand(),
+      &EditCommand(), &CheckCommand(), &UndoCommand(), &FieldsCommand(), &StatusCommand(),
   };
   return kCommands;
 }

@@ -223,6 +223,10 @@ ParsedCommandLine ParseCommandLine(std::span<const std::string> arguments) {
   line.server = std::move(server);
   const int named = (line.directory ? 1 : 0) + (line.server ? 1 : 0) + (line.sample ? 1 : 0);
   if (named > 1) throw WrongUsage("only one of --directory, --server and --sample can be given");
+  const bool is_found = !line.directory && !line.sample && line.server.value_or("").empty();
+  if (line.site && !is_found) {
+    throw WrongUsage("--site is for a server that is found, not for a directory that is named");
+  }
   return parsed;
 }
 

@@ -10,6 +10,9 @@ std::span<const Option> ConnectionOptions() {
              "Work on the domain of this domain controller, with your Kerberos ticket;\n"
              "without a name, one of the servers of the ticket's domain",
              &CommandLine::server},
+      Option{"--site", "NAME",
+             "Find a server of this site of the ticket's domain first, in place of your own site's",
+             &CommandLine::site},
       Option{"--sample", "", "Work on the sample company, which is made at first use",
              &CommandLine::sample},
   };

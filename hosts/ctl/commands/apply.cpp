@@ -16,6 +16,9 @@ int RunApply(const CommandLine& line, Program& program) {
     throw WrongUsage("--empty: there is only \"clears\"");
   }
   const std::string& path = line.arguments.front();
+  if (path == "-" && line.retry == "-") {
+    throw WrongUsage("standard input cannot be both the table and the report of --retry");
+  }
   const std::string text = ReadInput(path);
   OfflineCatalogue offline(program.module);
   ChangeTable table(text, InputName(path), offline.catalogue, line.empty.has_value());

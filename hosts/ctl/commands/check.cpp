@@ -75,8 +75,21 @@ int Fix(const CommandLine& line, Program& program, Workplace& workplace) {
   return result_code == kExitInterrupted ? result_code : print.ExitCode();
 }
 
+/// What is about changes means nothing where nothing is changed: whoever gives it expects something
+/// else of the command.
+void RefuseOptionsOfChanges(const CommandLine& line) {
+  const auto refuse = [](std::string_view option) {
+    throw WrongUsage(std::string(option) + ": a check changes nothing without --fix");
+  };
+  if (line.dry_run) refuse("--dry-run");
+  if (line.undo_file) refuse("--undo-file");
+  if (line.report) refuse("--report");
+  if (line.stop) refuse("--stop");
+}
+
 int RunCheck(const CommandLine& line, Program& program) {
   if (!line.arguments.empty()) throw WrongUsage("a check takes no objects, only --base");
+  if (!line.fix) RefuseOptionsOfChanges(line);
   (void)RulesOf(line);
   if (line.fix) CheckOutputs(line);
   Workplace workplace(line, program);

@@ -16,5 +16,6 @@ namespace pelora::ctl {
 [[nodiscard]] const Command& CheckCommand();
 [[nodiscard]] const Command& UndoCommand();
 [[nodiscard]] const Command& FieldsCommand();
+[[nodiscard]] const Command& StatusCommand();
 
 }  // namespace pelora::ctl

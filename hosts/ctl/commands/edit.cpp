@@ -17,7 +17,9 @@ std::string EditUntilRight(EditedSettings& settings, SettingsChanger& changer, T
   std::vector<EditFault> faults;
   while (true) {
     const std::string edited = editor.Edit(text);
-    if (!faults.empty() && edited == text) return faults.front().text;
+    // A comment says nothing, that of the fault to begin with.
+    const bool is_left = WithoutComments(edited) == WithoutComments(text);
+    if (!faults.empty() && is_left) return faults.front().text;
     faults = settings.Take(edited, changer);
     if (faults.empty()) return {};
     text = WithFaults(edited, faults);
@@ -56,7 +58,9 @@ int RunEdit(const CommandLine& line, Program& program) {
     return settings.AssignmentsAt(at);
   };
   if (settings.IsEmpty()) return ChangeObjects(line, program, workplace, targets, assignments_at);
-  TextEditor editor(program.interruption);
+  using Keys = TextEditor::Keys;
+  TextEditor editor(program.interruption,
+                    line.from == "-" ? Keys::kTerminal : Keys::kStandardInput);
   try {
     const std::string fault = EditUntilRight(settings, changer, editor);
     if (!fault.empty()) {

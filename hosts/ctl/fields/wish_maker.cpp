@@ -206,11 +206,14 @@ void WishMaker::MakeNames(const Assignment& assignment, const ldap::AttributeVal
     session::DirectoryObject object;
     const bool is_there = place_of(given) != current.end();
     const std::string problem = is_there ? std::string() : finder_.Read(given, object);
-    if (assignment.operation == Operation::kRemove) {
-      if (problem.empty()) remove(place_of(object.dn));
+    // What nothing is called by is in no list; which of several is meant nobody can know.
+    const bool is_nobody = problem == kNobodyOfThisName;
+    const bool removes = assignment.operation == Operation::kRemove;
+    if (!problem.empty() && !(removes && is_nobody)) Refuse(field, given + ": " + problem);
+    if (removes) {
+      if (!is_nobody) remove(place_of(object.dn));
       continue;
     }
-    if (!problem.empty()) Refuse(field, given + ": " + problem);
     const std::string name = is_there ? *place_of(given) : object.dn;
     wanted.push_back(name);
     if (place_of(name) != current.end()) continue;

@@ -22,9 +22,6 @@ namespace {
 constexpr std::array<std::string_view, 6> kNamingAttributes = {
     "sAMAccountName", "userPrincipalName", "mail", "otherMailbox", "cn", "ou"};
 
-/// More objects than these are not kept as they were read, but read again a part at a time.
-constexpr std::size_t kMostKept = 4096;
-
 /// More names are cheaper to look for among all objects than one by one.
 constexpr std::size_t kMostInOneFilter = 16;
 
@@ -44,7 +41,7 @@ std::string Join(const std::vector<std::string>& names) {
 }
 
 Target TargetOf(const std::string& given, const std::vector<std::string>& found) {
-  if (found.empty()) return {.given = given, .dn = {}, .problem = "no such object"};
+  if (found.empty()) return {.given = given, .dn = {}, .problem = std::string(kNobodyOfThisName)};
   if (found.size() == 1) return {.given = given, .dn = found.front(), .problem = {}};
   return {.given = given, .dn = {}, .problem = "several objects are called so: " + Join(found)};
 }
@@ -192,7 +189,7 @@ std::string ObjectFinder::Read(const std::string& given, session::DirectoryObjec
   const session::DirectoryBrowser browser(*session_.store);
   const ldap::StoreStatus status = browser.ReadObject(target.dn, object);
   if (status.code == ldap::kLdapNoSuchObject || status.code == ldap::kLdapInvalidDnSyntax) {
-    return "no such object";
+    return std::string(kNobodyOfThisName);
   }
   if (!status.Ok()) throw DirectoryFailure(status);
   read_.emplace(key, object);

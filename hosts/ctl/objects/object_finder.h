@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "hosts/session/directory_browser.h"
@@ -35,10 +36,17 @@ struct Selection {
   [[nodiscard]] bool IsGiven() const { return filter || class_word || base; }
 };
 
+/// What is said of a name that nothing is called by.
+inline constexpr std::string_view kNobodyOfThisName = "no such object";
+
 /// Finds the objects that arguments mean: those with Pelora tabs. Throws `DirectoryFailure` when
 /// the directory cannot be asked.
 class ObjectFinder {
  public:
+  /// More selected objects than these are not kept as they were read: whoever works on them reads
+  /// them again, a part at a time.
+  static constexpr std::size_t kMostKept = 4096;
+
   /// The session outlives the finder.
   explicit ObjectFinder(session::DirectorySession& session) : session_(session) {}
 
@@ -48,7 +56,7 @@ class ObjectFinder {
   [[nodiscard]] Target ResolveOne(const std::string& given);
 
   /// The selected objects, in the order of their distinguished names, with these attributes of
-  /// each unless there are very many of them. `objectClass` is among the attributes. Throws
+  /// each unless there are more than `kMostKept`. `objectClass` is among the attributes. Throws
   /// `WrongUsage` for a filter that is none, an unknown class and a base that is not there.
   [[nodiscard]] std::vector<Target> Select(const Selection& selection,
                                            const std::vector<std::string>& attributes);

@@ -13,7 +13,7 @@ namespace {
 std::string WhyNot(const ldap::StoreStatus& status, const ldap::Entry& entry,
                    Workplace& workplace) {
   if (status.code == ldap::kLdapNoSuchObject || status.code == ldap::kLdapInvalidDnSyntax) {
-    return "no such object";
+    return std::string(kNobodyOfThisName);
   }
   if (!status.Ok()) return status.text;
   const bool has_tabs = workplace.finder.HasTabs(session::ObjectOf(entry).kind);

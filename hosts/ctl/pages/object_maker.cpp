@@ -68,7 +68,8 @@ changes::Change ObjectMaker::Make(NewObjectWish wish) {
   if (wish.password) own.values.password = own.values.confirmation = *wish.password;
   if (kind.HasOwnPage()) {
     problem = session::WhyIncomplete(kind, own.values, prepared.own_context);
-    if (!problem.empty()) throw Refusal(problem);
+    const bool is_logon_name = problem == session::WhyNoLogonName(kind, own.values);
+    if (!problem.empty()) throw Refusal((is_logon_name ? "sAMAccountName: " : "") + problem);
   }
   prepared.setup.write_own = [&](IADs& object) {
     auto& made = static_cast<ldap::NewStoreObject&>(object);

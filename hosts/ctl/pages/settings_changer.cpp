@@ -19,10 +19,27 @@
 namespace pelora::ctl {
 namespace {
 
-/// What the last error box said: what is refused, and the status that it showed.
+/// Which of the wishes a page's words are about: the fields that it says are missing, else all that
+/// were asked for, as the page does not say.
+std::string FieldsMeant(const std::string& words, std::span<const Wish> wishes) {
+  std::string said;
+  std::string asked;
+  const auto add = [](std::string& names, const Wish& wish) {
+    names += (names.empty() ? "" : ", ") + wish.field->row.name;
+  };
+  for (const Wish& wish : wishes) {
+    const std::string_view missing = wish.field->row.missing;
+    if (!missing.empty() && words.find(missing) != std::string::npos) add(said, wish);
+    add(asked, wish);
+  }
+  return said.empty() ? asked : said;
+}
+
+/// What the last error box said of what was asked for, and the status that it showed.
 class PageRefusal : public Refusal {
  public:
-  explicit PageRefusal(const HeadlessMessageBox& boxes) : Refusal(TextOf(boxes)) {
+  PageRefusal(const HeadlessMessageBox& boxes, std::span<const Wish> wishes)
+      : Refusal(TextOf(boxes, wishes)) {
     if (boxes.records().empty()) return;
     const std::string& text = boxes.records().back().message.text;
     const std::size_t mark = text.find(kCodeMark);
@@ -36,10 +53,11 @@ class PageRefusal : public Refusal {
  private:
   static constexpr std::string_view kCodeMark = "\r\n\r\nError code: ";
 
-  static std::string TextOf(const HeadlessMessageBox& boxes) {
-    if (boxes.records().empty()) return "the tab refuses it";
-    const std::string& text = boxes.records().back().message.text;
-    return text.substr(0, text.find(kCodeMark));
+  static std::string TextOf(const HeadlessMessageBox& boxes, std::span<const Wish> wishes) {
+    std::string text = "the tab refuses it";
+    if (!boxes.records().empty()) text = boxes.records().back().message.text;
+    text = text.substr(0, text.find(kCodeMark));
+    return FieldsMeant(text, wishes) + ": " + text;
   }
 };
 
@@ -142,17 +160,19 @@ SettingsChanger::SettingsChanger(session::DirectorySession& session,
 
 changes::Prepared SettingsChanger::Prepare(changes::ReadObject object,
                                            std::span<const Assignment> assignments) {
-  const std::string& dn = object.entry.dn;
+  // The tabs share what was read.
+  const auto entry = std::make_shared<const ldap::Entry>(std::move(object.entry));
+  const std::string& dn = entry->dn;
   const int code = object.status.code;
   if (code == ldap::kLdapNoSuchObject || code == ldap::kLdapInvalidDnSyntax) {
-    return Instead(dn, "no such object");
+    return Instead(dn, std::string(kNobodyOfThisName));
   }
   if (!object.status.Ok()) return {.change = {}, .instead = changes::NotRead(dn, object.status)};
-  const session::DirectoryObject described = session::ObjectOf(object.entry);
+  const session::DirectoryObject described = session::ObjectOf(*entry);
   if (!finder_.HasTabs(described.kind)) return Instead(dn, "this object has no Pelora settings");
   changes::Prepared prepared;
   try {
-    prepared.change = WorkOut(object.entry, described, assignments);
+    prepared.change = WorkOut(entry, described, assignments);
   } catch (const PageRefusal& refusal) {
     prepared = Instead(dn, refusal.what(), refusal.code);
   } catch (const Refusal& refusal) {
@@ -164,17 +184,17 @@ changes::Prepared SettingsChanger::Prepare(changes::ReadObject object,
   return prepared;
 }
 
-changes::Change SettingsChanger::WorkOut(const ldap::Entry& entry,
+changes::Change SettingsChanger::WorkOut(const std::shared_ptr<const ldap::Entry>& entry,
                                          const session::DirectoryObject& described,
                                          std::span<const Assignment> assignments) {
-  EntryObject object(entry, session_.store->schema());
-  const std::vector<Wish> wishes = wishes_.Make(assignments, described, entry, object);
+  EntryObject object(*entry, session_.store->schema());
+  const std::vector<Wish> wishes = wishes_.Make(assignments, described, *entry, object);
   changes::Change nothing;
-  nothing.dn = entry.dn;
+  nothing.dn = entry->dn;
   if (wishes.empty()) return nothing;
-  recording_.Give(std::make_shared<const ldap::Entry>(entry));
+  recording_.Give(entry);
   OperatePages(described, wishes);
-  return TakeChange(entry, wishes);
+  return TakeChange(*entry, wishes);
 }
 
 void SettingsChanger::OperatePages(const session::DirectoryObject& described,
@@ -188,8 +208,9 @@ void SettingsChanger::OperatePages(const session::DirectoryObject& described,
     return PageOperator(tabs.UserBefore(*wish.field), platform_, fields);
   });
   // What the page could not do is not done, whatever it shows.
-  if (platform_.message_box.HasToldOfError()) throw PageRefusal(platform_.message_box);
-  if (!tabs.Apply()) throw PageRefusal(platform_.message_box);
+  if (platform_.message_box.HasToldOfError() || !tabs.Apply()) {
+    throw PageRefusal(platform_.message_box, wishes);
+  }
 }
 
 changes::Change SettingsChanger::TakeChange(const ldap::Entry& entry,
@@ -204,10 +225,20 @@ changes::Change SettingsChanger::TakeChange(const ldap::Entry& entry,
   for (const Wish& wish : wishes) {
     for (const std::string& value : wish.hidden_removals) TakeOutHidden(wish, value, change);
   }
+  CheckChoices(entry, change, wishes);
+  return change;
+}
+
+void SettingsChanger::CheckChoices(const ldap::Entry& entry, const changes::Change& change,
+                                   const std::vector<Wish>& wishes) const {
+  const auto is_choice = [](const Wish& wish) {
+    return wish.field->row.kind == FieldKind::kChoice;
+  };
+  if (std::ranges::none_of(wishes, is_choice)) return;
   const ldap::Entry after = Changed(entry, change);
   EntryObject object(after, session_.store->schema());
   for (const Wish& wish : wishes) {
-    if (wish.field->row.kind != FieldKind::kChoice) continue;
+    if (!is_choice(wish)) continue;
     const FieldRow& row = wish.field->row;
     const std::string wanted = ChoiceWord(row.choices.at(wish.choice));
     const std::string is = PrintedText(ReadField(*wish.field, after, object));
@@ -216,7 +247,6 @@ changes::Change SettingsChanger::TakeChange(const ldap::Entry& entry,
     if (!row.choice_buttons.empty()) reason += ", as it stands in both lists";
     throw Refusal(row.name + ": " + reason);
   }
-  return change;
 }
 
 }  // namespace pelora::ctl

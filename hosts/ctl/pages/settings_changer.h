@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -31,12 +32,15 @@ class SettingsChanger {
                                           std::span<const Assignment> assignments);
 
  private:
-  [[nodiscard]] changes::Change WorkOut(const ldap::Entry& entry,
+  [[nodiscard]] changes::Change WorkOut(const std::shared_ptr<const ldap::Entry>& entry,
                                         const session::DirectoryObject& described,
                                         std::span<const Assignment> assignments);
   void OperatePages(const session::DirectoryObject& described, const std::vector<Wish>& wishes);
   [[nodiscard]] changes::Change TakeChange(const ldap::Entry& entry,
                                            const std::vector<Wish>& wishes);
+  /// Throws `Refusal` for a choice that a change does not lead to.
+  void CheckChoices(const ldap::Entry& entry, const changes::Change& change,
+                    const std::vector<Wish>& wishes) const;
 
   session::DirectorySession& session_;
   const resources::ResourceFile& module_;

@@ -76,7 +76,8 @@ void CheckReport(const CommandLine& line, const std::string& input) {
 
 std::unique_ptr<changes::IChangeLog> MakeLog(const CommandLine& line, Program& program,
                                              const session::DirectorySession& session) {
-  CheckOutputs(line);
+  // Only now it is known which directory the environment named.
+  CheckOutputs(line, session.is_file ? session.path : std::string());
   if (line.dry_run) return std::make_unique<LdifPrint>(program.output, session);
   if (!line.undo_file) return nullptr;
   std::unique_ptr<changes::UndoFile> file;

@@ -50,9 +50,11 @@ std::string_view TakeLine(std::string_view& text) {
   return line;
 }
 
+bool SaysNothing(std::string_view line) { return line.empty() || line.starts_with('#'); }
+
 /// Reads one line into the objects; what is wrong with it, or nothing.
 std::string ReadLine(std::string_view line, std::size_t number, std::vector<EditObject>& objects) {
-  if (line.empty() || line.starts_with('#')) return {};
+  if (SaysNothing(line)) return {};
   if (session::FirstInvalidByte(line)) return "this is not UTF-8";
   const std::size_t mark = line.find_first_of(":=");
   if (mark == std::string_view::npos) return "neither a distinguished name nor FIELD: VALUE";
@@ -108,6 +110,15 @@ std::optional<EditFault> ReadEditText(std::string_view text, std::vector<EditObj
     if (!fault.empty()) return EditFault{.line = number, .text = std::move(fault)};
   }
   return std::nullopt;
+}
+
+std::string WithoutComments(std::string_view text) {
+  std::string said;
+  while (!text.empty()) {
+    const std::string_view line = WithoutBlanks(TakeLine(text));
+    if (!SaysNothing(line)) said += std::string(line) + "\n";
+  }
+  return said;
 }
 
 std::string WithFaults(std::string_view text, std::span<const EditFault> faults) {

@@ -48,6 +48,9 @@ struct EditFault {
 [[nodiscard]] std::optional<EditFault> ReadEditText(std::string_view text,
                                                     std::vector<EditObject>& objects);
 
+/// What a text says: its lines that say something.
+[[nodiscard]] std::string WithoutComments(std::string_view text);
+
 /// The text with each fault in a comment above its line; those of an earlier time are taken out.
 [[nodiscard]] std::string WithFaults(std::string_view text, std::span<const EditFault> faults);
 

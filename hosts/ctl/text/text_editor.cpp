@@ -60,9 +60,32 @@ class ChildAttributes {
   posix_spawnattr_t attributes_{};
 };
 
+/// What a child has open in place of what is open here.
+class ChildFiles {
+ public:
+  ChildFiles() { posix_spawn_file_actions_init(&actions_); }
+  ChildFiles(const ChildFiles&) = delete;
+  ChildFiles& operator=(const ChildFiles&) = delete;
+  ~ChildFiles() { posix_spawn_file_actions_destroy(&actions_); }
+
+  /// Standard input is the terminal; without one it stays what it is.
+  void ReadTerminal() {
+    constexpr const char* kTerminal = "/dev/tty";
+    const ldap::FileDescriptor terminal(open(kTerminal, O_RDONLY | O_CLOEXEC));
+    if (terminal) {
+      posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, kTerminal, O_RDONLY, 0);
+    }
+  }
+  [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+ private:
+  posix_spawn_file_actions_t actions_{};
+};
+
 }  // namespace
 
-TextEditor::TextEditor(Interruption& interruption) : interruption_(interruption) {
+TextEditor::TextEditor(Interruption& interruption, Keys keys)
+    : interruption_(interruption), keys_(keys) {
   path_ = TemporaryFolder() + "/peloractl-XXXXXX.txt";
   constexpr int kSuffixLength = 4;
   const ldap::FileDescriptor file(mkostemps(path_.data(), kSuffixLength, O_CLOEXEC));
@@ -102,10 +125,12 @@ void TextEditor::Run() {
   const std::array<char*, 6> arguments = {shell.data(), flag.data(),  script.data(),
                                           name.data(),  path_.data(), nullptr};
   const ChildAttributes attributes;
+  ChildFiles files;
+  if (keys_ == Keys::kTerminal) files.ReadTerminal();
   interruption_.Ignore(true);
   pid_t child = 0;
   const int failed =
-      posix_spawn(&child, "/bin/sh", nullptr, attributes.get(), arguments.data(), environ);
+      posix_spawn(&child, "/bin/sh", files.get(), attributes.get(), arguments.data(), environ);
   int status = -1;
   while (failed == 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "hosts/ctl/interruption.h"
@@ -14,9 +15,16 @@ namespace pelora::ctl {
 /// that leaves it, and tells where it is.
 class TextEditor {
  public:
+  /// What the editor reads its keys from.
+  enum class Keys : std::uint8_t {
+    kStandardInput,
+    /// The terminal of the program, if it has one: standard input was used up for something else.
+    kTerminal,
+  };
+
   /// Makes the file, for its owner alone. Throws `WrongUsage` when it cannot be made. What takes
   /// the signals outlives the object.
-  explicit TextEditor(Interruption& interruption);
+  explicit TextEditor(Interruption& interruption, Keys keys = Keys::kStandardInput);
   TextEditor(const TextEditor&) = delete;
   TextEditor& operator=(const TextEditor&) = delete;
   ~TextEditor();
@@ -35,6 +43,7 @@ class TextEditor {
   void Run();
 
   Interruption& interruption_;
+  Keys keys_;
   std::string path_;
   bool is_kept_ = false;
   bool has_typed_ = false;

@@ -28,13 +28,17 @@ std::string NameForRemoval(std::string_view dn) {
   return "<GUID=" + std::string(identifier) + ">";
 }
 
-std::vector<Modification> WithNamesForRemoval(const Schema& schema,
-                                              std::span<const Modification> modifications) {
+std::optional<std::vector<Modification>> WithNamesForRemoval(
+    const Schema& schema, std::span<const Modification> modifications) {
+  const auto removes_names = [&schema](const Modification& change) {
+    if (change.operation != Modification::Operation::kDelete) return false;
+    const auto type = schema.Find(change.attribute);
+    return type && type->syntax == Syntax::kDistinguishedName;
+  };
+  if (std::ranges::none_of(modifications, removes_names)) return std::nullopt;
   std::vector<Modification> sent(modifications.begin(), modifications.end());
   for (Modification& change : sent) {
-    if (change.operation != Modification::Operation::kDelete) continue;
-    const auto type = schema.Find(change.attribute);
-    if (!type || type->syntax != Syntax::kDistinguishedName) continue;
+    if (!removes_names(change)) continue;
     std::ranges::transform(change.values, change.values.begin(), NameForRemoval);
   }
   return sent;

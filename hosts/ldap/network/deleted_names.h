@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,8 +18,9 @@ namespace pelora::ldap {
 /// other name is sent as it is.
 [[nodiscard]] std::string NameForRemoval(std::string_view dn);
 
-/// The modifications with such names in the values that are removed.
-[[nodiscard]] std::vector<Modification> WithNamesForRemoval(
+/// The modifications with such names in the values that are removed; nothing when they remove no
+/// names at all: what they hold, a password perhaps, is not copied then.
+[[nodiscard]] std::optional<std::vector<Modification>> WithNamesForRemoval(
     const Schema& schema, std::span<const Modification> modifications);
 
 }  // namespace pelora::ldap

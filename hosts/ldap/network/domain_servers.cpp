@@ -7,7 +7,6 @@
 #include <resolv.h>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <random>
 #include <utility>
@@ -19,8 +18,11 @@
 namespace pelora::ldap {
 namespace {
 
-/// Domain controllers register both; the first is theirs alone.
-constexpr auto kServices = std::to_array<const char*>({"_ldap._tcp.dc._msdcs.", "_ldap._tcp."});
+/// What a domain's servers are registered under, the first of which is theirs alone.
+std::vector<std::string> ServicesOf(const std::string& domain, const std::string& site) {
+  if (site.empty()) return {"_ldap._tcp.dc._msdcs." + domain, "_ldap._tcp." + domain};
+  return {"_ldap._tcp." + site + "._sites.dc._msdcs." + domain};
+}
 
 /// Many servers make a long answer.
 constexpr std::size_t kLongestAnswer = 65'535;
@@ -56,23 +58,24 @@ class Resolver {
   bool is_ready_;
 };
 
-std::string DomainOf(const std::string& realm) {
+}  // namespace
+
+std::string DomainOfRealm(const std::string& realm) {
   std::string domain(realm);
   std::ranges::transform(domain, domain.begin(), AsciiLowerCase);
   return domain;
 }
 
-}  // namespace
-
-StoreStatus FindDomainServers(const std::string& realm, std::chrono::milliseconds timeout,
-                              std::vector<ServerName>& servers) {
+StoreStatus FindDomainServers(const std::string& realm, const std::string& site,
+                              std::chrono::milliseconds timeout, std::vector<ServerName>& servers) {
   servers.clear();
-  const std::string domain = DomainOf(realm);
+  const std::string domain = DomainOfRealm(realm);
+  const std::vector<std::string> services = ServicesOf(domain, site);
   Resolver resolver(timeout);
   std::vector<ServiceRecord> records;
   std::string trouble;
-  for (const char* const service : kServices) {
-    records = resolver.Ask(service + domain, trouble);
+  for (const std::string& service : services) {
+    records = resolver.Ask(service, trouble);
     if (!records.empty()) break;
   }
   std::mt19937 generator{std::random_device{}()};
@@ -88,8 +91,9 @@ StoreStatus FindDomainServers(const std::string& realm, std::chrono::millisecond
     }
   }
   if (!servers.empty()) return {};
-  std::string text = "the name servers know no directory server of the domain '" + domain + "' (" +
-                     kServices.front() + domain + ")";
+  const std::string place = site.empty() ? "" : "the site '" + site + "' of ";
+  std::string text = "the name servers know no directory server of " + place + "the domain '" +
+                     domain + "' (" + services.front() + ")";
   if (!trouble.empty()) text += ": " + trouble;
   return {kLdapServerDown, std::move(text)};
 }

@@ -85,6 +85,15 @@ unsigned StrengthOf(gss_ctx_id_t context) {
   return strength;
 }
 
+/// Whom the context is with, as `ldap/host@REALM`; empty when that is not known.
+std::string PeerOf(gss_ctx_id_t context) {
+  Name peer;
+  OM_uint32 minor = 0;
+  const OM_uint32 major = gss_inquire_context(&minor, context, nullptr, peer.out(), nullptr,
+                                              nullptr, nullptr, nullptr, nullptr);
+  return GSS_ERROR(major) ? "" : peer.Text();
+}
+
 }  // namespace
 
 struct KerberosContext::Impl {
@@ -130,12 +139,16 @@ StoreStatus KerberosContext::Step(std::string_view token, std::string& answer) {
   return {};
 }
 
+unsigned KerberosContext::Strength() const { return StrengthOf(impl_->context); }
+
+std::string KerberosContext::PeerRealm() const {
+  const std::string name = PeerOf(impl_->context);
+  const std::size_t at = name.rfind('@');
+  return at == std::string::npos ? std::string() : name.substr(at + 1);
+}
+
 StoreStatus KerberosContext::Check(unsigned least_bits) const {
-  Name peer;
-  OM_uint32 minor = 0;
-  const OM_uint32 major = gss_inquire_context(&minor, impl_->context, nullptr, peer.out(), nullptr,
-                                              nullptr, nullptr, nullptr, nullptr);
-  const std::string name = GSS_ERROR(major) ? "" : peer.Text();
+  const std::string name = PeerOf(impl_->context);
   const bool is_named = EqualsWithoutCase(name.substr(0, name.rfind('@')), impl_->service);
   if (!is_named || (impl_->flags & GSS_C_MUTUAL_FLAG) == 0) {
     return {kLdapInvalidCredentials, "it has not proved to be the server of this name"};

@@ -33,6 +33,10 @@ class KerberosContext {
   /// Whether the established context is with the server that was named, which has proved to be it,
   /// and whether it seals with a key of at least `least_bits`: 49 and 13 otherwise.
   [[nodiscard]] StoreStatus Check(unsigned least_bits) const;
+  /// The strength of the key, in bits as the mechanism rates it; 0 when it does not say.
+  [[nodiscard]] unsigned Strength() const;
+  /// The realm of the server's name, as it has proved it; empty when it has none.
+  [[nodiscard]] std::string PeerRealm() const;
 
   enum class Protection { kSigned, kSealed };
   /// What goes over the wire for `plain`; false when the library cannot make it.

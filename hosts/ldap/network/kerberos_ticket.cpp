@@ -88,6 +88,9 @@ StoreStatus ReadKerberosTicket(KerberosTicket& ticket) {
   if (!GSS_ERROR(major)) major = credential.InquireName(minor);
   if (GSS_ERROR(major)) return NoTicket(TextOfKerberosStatus(major, minor));
   ticket.principal = NameOf(credential);
+  if (seconds_left != GSS_C_INDEFINITE) {
+    ticket.end = std::chrono::system_clock::now() + std::chrono::seconds(seconds_left);
+  }
   return {};
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
+#include <optional>
 #include <string>
 
 #include "hosts/ldap/directory_store.h"
@@ -11,6 +13,8 @@ namespace pelora::ldap {
 struct KerberosTicket {
   /// `name@REALM`.
   std::string principal;
+  /// When it ends; none for one that does not.
+  std::optional<std::chrono::system_clock::time_point> end{};
 
   /// The realm: the domain's name in capitals.
   [[nodiscard]] std::string Realm() const;

@@ -22,6 +22,10 @@ struct ValuesFree {
 };
 using ValuesPtr = std::unique_ptr<berval, ValuesFree>;
 
+struct AddressesFree {
+  void operator()(char** addresses) const { ber_memvfree(reinterpret_cast<void**>(addresses)); }
+};
+
 std::string TextOf(const berval& value) { return {value.bv_val, value.bv_len}; }
 
 AttributeValues ToValues(const berval* values) {
@@ -60,16 +64,25 @@ StoreStatus Unreadable() {
   return {kLdapDecodingError, "the server sent something that cannot be read"};
 }
 
-StoreStatus OutcomeOf(LDAP* handle, LDAPMessage* result, int type, std::string* page) {
+StoreStatus OutcomeOf(LDAP* handle, LDAPMessage* result, int type, std::string* page,
+                      std::vector<std::string>* referral) {
   if (ldap_msgtype(result) != type) return Unreadable();
   int code = LDAP_SUCCESS;
   char* server_text = nullptr;
+  char** raw_addresses = nullptr;
   LDAPControl** raw_controls = nullptr;
-  const int parsed =
-      ldap_parse_result(handle, result, &code, nullptr, &server_text, nullptr, &raw_controls, 0);
+  const int parsed = ldap_parse_result(handle, result, &code, nullptr, &server_text, &raw_addresses,
+                                       &raw_controls, 0);
   const LdapMemoryPtr<char> text(server_text);
+  const std::unique_ptr<char*, AddressesFree> addresses(raw_addresses);
   const LdapControlsPtr controls(raw_controls);
   if (parsed != LDAP_SUCCESS || code < 0) return Unreadable();
+  if (referral != nullptr) {
+    referral->clear();
+    for (char** at = raw_addresses; at != nullptr && *at != nullptr; ++at) {
+      if (code == kLdapReferral) referral->emplace_back(*at);
+    }
+  }
   if (page != nullptr && !ReadPageMark(handle, controls.get(), *page)) return Unreadable();
   if (code == LDAP_SUCCESS) return {};
   const bool has_text = text != nullptr && *text != '\0';

@@ -15,7 +15,6 @@
 #include "hosts/ldap/network/message_wait.h"
 #include "hosts/ldap/network/modify_request.h"
 #include "hosts/ldap/network/request_name.h"
-#include "hosts/ldap/network/sasl_sign_in.h"
 #include "hosts/ldap/network/tcp_connect.h"
 
 namespace pelora::ldap {
@@ -149,8 +148,8 @@ StoreStatus LdapConnection::Connect() {
 
 StoreStatus LdapConnection::SignIn() {
   const BrokenPipeGuard guard;
-  StoreStatus status =
-      SignInWithTicket(handle_.get(), server_.BareHost(), options_.request_timeout, stop_);
+  StoreStatus status = SignInWithTicket(handle_.get(), server_.BareHost(), options_.request_timeout,
+                                        stop_, signed_in_);
   if (!status.Ok()) status.text = "cannot sign in to '" + server_.Text() + "': " + status.text;
   return status;
 }

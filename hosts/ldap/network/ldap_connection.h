@@ -13,6 +13,7 @@
 #include "hosts/ldap/modify_rules.h"
 #include "hosts/ldap/network/ldap_api.h"
 #include "hosts/ldap/network/network_options.h"
+#include "hosts/ldap/network/sasl_sign_in.h"
 #include "hosts/ldap/network/server_name.h"
 
 namespace pelora::ldap {
@@ -40,6 +41,10 @@ class LdapConnection {
   LdapConnection& operator=(const LdapConnection&) = delete;
 
   [[nodiscard]] const ServerName& server() const { return server_; }
+  /// By how many bits the key is long that seals everything.
+  [[nodiscard]] unsigned sealed_bits() const { return signed_in_.sealed_bits; }
+  /// The realm in which the server has proved to be the one of its name.
+  [[nodiscard]] const std::string& realm() const { return signed_in_.realm; }
   [[nodiscard]] const AnswerLimits& limits() const { return options_.limits; }
   /// Valid as long as the connection.
   [[nodiscard]] LDAP* handle() const { return handle_.get(); }
@@ -87,6 +92,7 @@ class LdapConnection {
   ServerName server_;
   NetworkOptions options_;
   std::stop_token stop_;
+  SignedIn signed_in_;
   std::unique_ptr<LDAP, Unbind> handle_;
   bool is_broken_ = false;
 };

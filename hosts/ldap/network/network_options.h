@@ -23,8 +23,14 @@ struct NetworkOptions {
   /// `host` or `host:port`. Empty: a server of the domain that the user's Kerberos ticket is for,
   /// as the domain name system names them.
   std::string server{};
+  /// The site whose servers come first when one is found. Empty: the one that this machine is in,
+  /// as the domain's servers see it.
+  std::string site{};
   /// How long to wait for a connection to be made, and for an answer from the domain name system.
   std::chrono::milliseconds connect_timeout{5'000};
+  /// How long to wait, at most, for the domain's servers to say what they are when one is found.
+  /// Those that do not are tried after the others.
+  std::chrono::milliseconds ping_timeout{500};
   /// How long to wait for each answer, and between the parts of a long one.
   std::chrono::milliseconds request_timeout{30'000};
   AnswerLimits limits{};

@@ -6,7 +6,6 @@
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/network/network_store.h"
 #include "hosts/ldap/network/schema_cache.h"
-#include "hosts/ldap/network/server_choice.h"
 
 namespace pelora::ldap {
 namespace {
@@ -62,6 +61,9 @@ StoreStatus NetworkSession::Open(const NetworkOptions& options,
   if (!options.server.empty() && !ParseServerName(options.server)) {
     return {kLdapParamError, "'" + options.server + "' is no name of a server"};
   }
+  if (!options.site.empty() && !IsSiteName(options.site)) {
+    return {kLdapParamError, "'" + options.site + "' is no name of a site"};
+  }
   auto servers = std::make_shared<ServerChoice>(options);
   const auto schemas = std::make_shared<SchemaCache>();
   StoreOpener opener = MakeOpener(servers, schemas);
@@ -83,6 +85,10 @@ StoreOpener NetworkSession::open_another() const { return parts_->open_another; 
 
 std::string NetworkSession::server() const {
   return parts_->servers->current().value_or(ServerName()).Text();
+}
+
+ChosenServer NetworkSession::chosen() const {
+  return parts_->servers->chosen().value_or(ChosenServer());
 }
 
 }  // namespace pelora::ldap

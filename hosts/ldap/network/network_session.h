@@ -8,6 +8,7 @@
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/network/network_directory_service.h"
 #include "hosts/ldap/network/network_options.h"
+#include "hosts/ldap/network/server_choice.h"
 #include "hosts/ldap/store_opener.h"
 
 namespace pelora::ldap {
@@ -21,8 +22,8 @@ namespace pelora::ldap {
 class NetworkSession {
  public:
   /// Connects at once. On failure `session` is left empty and `text` is one line that says why, as
-  /// with `LdapConnection::Open`; a server name that is none is -9. `stop` is as with
-  /// `StoreOpener`.
+  /// with `LdapConnection::Open`; a server name that is none is -9, and so is a site's. `stop` is
+  /// as with `StoreOpener`.
   static StoreStatus Open(const NetworkOptions& options, std::unique_ptr<NetworkSession>& session,
                           const std::stop_token& stop = {});
   ~NetworkSession();
@@ -36,6 +37,8 @@ class NetworkSession {
   [[nodiscard]] StoreOpener open_another() const;
   /// The home server, as people write it: `dc1.example.org`, with the port if it is an unusual one.
   [[nodiscard]] std::string server() const;
+  /// How it came to be that one. May be asked on any thread.
+  [[nodiscard]] ChosenServer chosen() const;
 
  private:
   struct Parts;

@@ -15,6 +15,7 @@
 #include "hosts/ldap/network/entry_reader.h"
 #include "hosts/ldap/network/ldap_answer.h"
 #include "hosts/ldap/network/paged_search.h"
+#include "hosts/ldap/network/referral.h"
 #include "hosts/ldap/network/subschema.h"
 #include "hosts/ldap/remove_bottom_up.h"
 #include "hosts/ldap/tree_controls.h"
@@ -37,22 +38,35 @@ NetworkStore::NetworkStore(std::shared_ptr<ServerChoice> servers,
 
 StoreStatus NetworkStore::Open() {
   connection_.reset();
+  // It may be another server this time, which takes changes itself or names others for them.
+  writer_.reset();
   std::shared_ptr<LdapConnection> opened;
   StoreStatus status = servers_->Connect(stop_, opened);
+  if (!status.Ok()) return status;
+  status = Begin(opened);
+  if (status.code != kLdapServerDown && status.code != kLdapTimeout) return status;
+  std::shared_ptr<LdapConnection> other;
+  const bool has_other = servers_->ConnectElsewhere(opened->server(), stop_, other).Ok();
+  return has_other ? Begin(other) : status;
+}
+
+StoreStatus NetworkStore::Begin(const std::shared_ptr<LdapConnection>& opened) {
   Entry root;
-  if (status.Ok()) status = EntryReader(*opened).Read(kRootName, {}, root);
+  StoreStatus status = EntryReader(*opened).Read(kRootName, {}, root);
   if (status.Ok()) status = LearnSchema(*opened, root);
   if (!status.Ok()) return status;
   contexts_ = NamingContexts(ValuesOf(root, "namingContexts"));
   const AttributeValues& controls = ValuesOf(root, "supportedControl");
   deletes_trees_ = std::ranges::find(controls, kTreeDeleteControl) != controls.end();
-  connection_ = std::move(opened);
+  connection_ = opened;
   return {};
 }
 
 void NetworkStore::StopOn(const std::stop_token& stop) {
   stop_ = stop;
-  if (connection_ != nullptr) connection_->StopOn(stop_);
+  for (const auto& connection : {connection_, writer_}) {
+    if (connection != nullptr) connection->StopOn(stop_);
+  }
 }
 
 StoreStatus NetworkStore::LearnSchema(LdapConnection& connection, const Entry& root) {
@@ -94,39 +108,63 @@ StoreStatus NetworkStore::DoReading(const Reading& read) {
   return read(*second);
 }
 
-NetworkStore::SentWrite NetworkStore::SendWriting(const std::string& what, int answer_type,
-                                                  const Sending& send) {
-  SentWrite sent{.what = what, .answer_type = answer_type};
+std::shared_ptr<LdapConnection> NetworkStore::ConnectionForWriting() const {
+  // A lost one leads back to the server that has named it: it may name another by now.
+  return writer_ != nullptr && writer_->IsUsable() ? writer_ : connection_;
+}
+
+void NetworkStore::SendOver(std::shared_ptr<LdapConnection> connection, SentWrite& sent) {
+  sent.is_referred = connection == writer_;
+  sent.connection = std::move(connection);
+  sent.status = sent.write.check ? sent.write.check(*sent.connection) : StoreStatus{};
+  // A timeout here leaves nothing in doubt.
+  if (sent.status.code == kLdapTimeout) sent.status.code = kLdapServerDown;
+  if (sent.status.Ok()) sent.status = sent.write.send(*sent.connection, sent.id);
+}
+
+NetworkStore::SentWrite NetworkStore::SendWriting(Write write) {
+  SentWrite sent{.write = std::move(write)};
   // As long as nothing is sent, another connection is as good: one that is found lost, and one that
   // is lost before all of the request is on its way.
   for (const bool is_last : {false, true}) {
-    if (connection_ == nullptr || !connection_->IsUsable()) {
+    if (const auto present = ConnectionForWriting(); present == nullptr || !present->IsUsable()) {
       sent.status = Open();
-      // A timeout here leaves nothing in doubt.
+      // Nor here.
       if (sent.status.code == kLdapTimeout) sent.status.code = kLdapServerDown;
       if (!sent.status.Ok()) break;
     }
-    sent.connection = connection_;
-    sent.status = send(*sent.connection, sent.id);
+    SendOver(ConnectionForWriting(), sent);
     if (sent.status.code != kLdapServerDown || is_last) break;
   }
   return sent;
 }
 
-StoreStatus NetworkStore::AwaitWriting(const SentWrite& sent) {
+StoreStatus NetworkStore::AwaitWriting(const SentWrite& sent, std::vector<std::string>& referral) {
   if (!sent.status.Ok()) return sent.status;
   LdapMessagePtr answer;
   StoreStatus status = sent.connection->Await(sent.id, LdapConnection::Amount::kNext, answer);
   if (status.Ok()) {
-    status = OutcomeOf(sent.connection->handle(), answer.get(), sent.answer_type);
+    status = OutcomeOf(sent.connection->handle(), answer.get(), sent.write.answer_type, nullptr,
+                       &referral);
   }
   // A server's own codes are not negative: it has said that it was done, or that it was not.
   if (status.code >= 0) return status;
-  return {kLdapTimeout, "whether " + sent.what + " was done is not known: " + status.text};
+  return {kLdapTimeout, "whether " + sent.write.what + " was done is not known: " + status.text};
 }
 
-StoreStatus NetworkStore::DoWriting(const std::string& what, int answer_type, const Sending& send) {
-  return AwaitWriting(SendWriting(what, answer_type, send));
+StoreStatus NetworkStore::Settle(SentWrite sent) {
+  std::vector<std::string> referral;
+  StoreStatus status = AwaitWriting(sent, referral);
+  const std::optional<ServerName> named = ServerOfReferral(referral);
+  // Only the server that one works with is asked where to write.
+  if (!named || sent.is_referred || sent.connection->server() == *named) return status;
+  const bool is_open = writer_ != nullptr && writer_->server() == *named && writer_->IsUsable();
+  if (!is_open) {
+    status = servers_->ConnectForWriting(*named, *sent.connection, stop_, writer_);
+    if (!status.Ok()) return status;
+  }
+  SendOver(writer_, sent);
+  return AwaitWriting(sent, referral);
 }
 
 StoreStatus NetworkStore::ReadRoot(Entry& root) {
@@ -170,45 +208,55 @@ NetworkStore::SentWrite NetworkStore::SendModify(const std::string& dn,
                                                  std::span<const Modification> modifications,
                                                  ModifyWay way) {
   StoreStatus status = ModifyRules(*schema_, IsName).CheckValues(modifications);
-  if (!status.Ok()) return {.what = dn, .status = std::move(status)};
-  const std::vector<Modification> sent = WithNamesForRemoval(*schema_, modifications);
-  return SendWriting("the change of '" + dn + "'", LDAP_RES_MODIFY,
-                     [&](LdapConnection& connection, LdapConnection::RequestId& id) {
-                       return connection.SendModify(dn, sent, way, id);
-                     });
+  if (!status.Ok()) return {.write = {}, .status = std::move(status)};
+  // The caller's values stay where they are until the write is settled: one may be a password.
+  return SendWriting(
+      {.what = "the change of '" + dn + "'",
+       .answer_type = LDAP_RES_MODIFY,
+       .send = [dn, way, modifications, with_names = WithNamesForRemoval(*schema_, modifications)](
+                   LdapConnection& connection, LdapConnection::RequestId& id) {
+         const std::span<const Modification> sent =
+             with_names ? std::span<const Modification>(*with_names) : modifications;
+         return connection.SendModify(dn, sent, way, id);
+       }});
 }
 
 StoreStatus NetworkStore::Modify(const std::string& dn,
                                  std::span<const Modification> modifications) {
   if (modifications.empty()) return {};
-  return AwaitWriting(SendModify(dn, modifications, ModifyWay::kPermissive));
+  return Settle(SendModify(dn, modifications, ModifyWay::kPermissive));
 }
 
 StoreStatus NetworkStore::ModifyStrictly(const std::string& dn,
                                          std::span<const Modification> modifications) {
   if (modifications.empty()) return {};
-  return AwaitWriting(SendModify(dn, modifications, ModifyWay::kStrict));
+  return Settle(SendModify(dn, modifications, ModifyWay::kStrict));
 }
 
 void NetworkStore::ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) {
   std::deque<SentWrite> under_way;
   bool is_more = true;
   while (is_more || !under_way.empty()) {
-    // What could not be sent is told before more is fetched that could not be either.
-    const bool has_room = under_way.size() < kWritesUnderWay &&
-                          (under_way.empty() || under_way.back().connection != nullptr);
+    // What could not be sent is told before more is fetched that could not be either; what goes to
+    // another server than what is under way waits, so that everything is done in its order.
+    const bool has_room =
+        under_way.empty() ||
+        (under_way.size() < kWritesUnderWay && under_way.back().connection != nullptr &&
+         under_way.back().connection == ConnectionForWriting());
     if (is_more && has_room) {
-      const std::optional<ModifyRequest> request = next();
-      is_more = request.has_value();
-      if (!request) continue;
+      std::optional<ModifyRequest> wanted = next();
+      is_more = wanted.has_value();
+      if (!wanted) continue;
+      const auto request = std::make_shared<const ModifyRequest>(*std::move(wanted));
       under_way.push_back(
           request->modifications.empty()
-              ? SentWrite{.what = {}, .status = {}, .connection = nullptr}
+              ? SentWrite{.write = {}, .status = {}, .connection = nullptr}
               : SendModify(request->dn, request->modifications, ModifyWay::kStrict));
+      under_way.back().write.request = request;
     } else {
-      const SentWrite sent = std::move(under_way.front());
+      SentWrite sent = std::move(under_way.front());
       under_way.pop_front();
-      sink(sent.connection == nullptr ? sent.status : AwaitWriting(sent));
+      sink(sent.connection == nullptr ? sent.status : Settle(std::move(sent)));
     }
   }
 }
@@ -216,64 +264,79 @@ void NetworkStore::ModifyManyStrictly(const ModifySource& next, const ModifySink
 StoreStatus NetworkStore::Add(const Entry& entry) {
   StoreStatus status = ModifyRules(*schema_, IsName).CheckNew(entry);
   if (!status.Ok()) return status;
-  return DoWriting("the making of '" + entry.dn + "'", LDAP_RES_ADD,
-                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
-                     return connection.SendAdd(entry, id);
-                   });
+  return DoWriting({.what = "the making of '" + entry.dn + "'",
+                    .answer_type = LDAP_RES_ADD,
+                    .send = [&](LdapConnection& connection, LdapConnection::RequestId& id) {
+                      return connection.SendAdd(entry, id);
+                    }});
 }
 
 StoreStatus NetworkStore::Delete(const Entry& made) {
-  Entry now;
-  StoreStatus status = Read(made.dn, {}, now);
-  if (status.Ok()) status = CheckKept(*schema_, made, now);
-  // The server numbers its changes: an object that has only been made has one.
-  if (status.Ok() && ValuesOf(now, "uSNChanged") != ValuesOf(now, "uSNCreated")) {
-    status = {kLdapAssertionFailed, "the object was changed since it was made"};
-  }
-  if (!status.Ok()) return status;
-  return DoWriting("the deletion of '" + made.dn + "'", LDAP_RES_DELETE,
-                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
-                     return connection.SendDelete(made.dn, id);
-                   });
+  const auto is_as_made = [&](LdapConnection& connection) {
+    Entry now;
+    StoreStatus status = EntryReader(connection).Read(made.dn, {}, now);
+    if (status.Ok()) status = CheckKept(*schema_, made, now);
+    // The server numbers its changes: an object that has only been made has one.
+    if (status.Ok() && ValuesOf(now, "uSNChanged") != ValuesOf(now, "uSNCreated")) {
+      status = {kLdapAssertionFailed, "the object was changed since it was made"};
+    }
+    return status;
+  };
+  return DoWriting(
+      {.what = "the deletion of '" + made.dn + "'",
+       .answer_type = LDAP_RES_DELETE,
+       .send = [&](LdapConnection& connection,
+                   LdapConnection::RequestId& id) { return connection.SendDelete(made.dn, id); },
+       .check = is_as_made});
 }
 
-StoreStatus NetworkStore::Meet(const Entry& seen) {
-  Entry now;
-  // Without a single name everything would be read.
-  std::vector<std::string> names = AttributeNames(seen);
-  names.emplace_back("objectClass");
-  StoreStatus status = Read(seen.dn, names, now);
-  return status.Ok() ? CheckSame(*schema_, seen, now) : status;
+NetworkStore::Reading NetworkStore::Meeting(const Entry& seen) const {
+  return [this, &seen](LdapConnection& connection) {
+    Entry now;
+    // Without a single name everything would be read.
+    std::vector<std::string> names = AttributeNames(seen);
+    names.emplace_back("objectClass");
+    StoreStatus status = EntryReader(connection).Read(seen.dn, names, now);
+    return status.Ok() ? CheckSame(*schema_, seen, now) : status;
+  };
 }
 
 StoreStatus NetworkStore::Rename(const Entry& seen, const std::string& dn) {
-  if (StoreStatus met = Meet(seen); !met.Ok()) return met;
-  return DoWriting("the new name of '" + seen.dn + "'", LDAP_RES_MODDN,
-                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
-                     return connection.SendRename(seen.dn, dn, id);
-                   });
+  return DoWriting({.what = "the new name of '" + seen.dn + "'",
+                    .answer_type = LDAP_RES_MODDN,
+                    .send =
+                        [&](LdapConnection& connection, LdapConnection::RequestId& id) {
+                          return connection.SendRename(seen.dn, dn, id);
+                        },
+                    .check = Meeting(seen)});
 }
 
-StoreStatus NetworkStore::SendRemoval(const std::string& dn, Extent extent) {
-  return DoWriting("the deletion of '" + dn + "'", LDAP_RES_DELETE,
-                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
-                     return connection.SendDelete(dn, id, extent);
-                   });
+StoreStatus NetworkStore::SendRemoval(const std::string& dn, Extent extent, Reading check) {
+  return DoWriting(
+      {.what = "the deletion of '" + dn + "'",
+       .answer_type = LDAP_RES_DELETE,
+       .send = [&](LdapConnection& connection,
+                   LdapConnection::RequestId& id) { return connection.SendDelete(dn, id, extent); },
+       .check = std::move(check)});
 }
 
 StoreStatus NetworkStore::Remove(const Entry& seen, Extent extent) {
-  if (StoreStatus met = Meet(seen); !met.Ok()) return met;
-  if (extent == Extent::kAlone || deletes_trees_) return SendRemoval(seen.dn, extent);
-  return RemoveBottomUp(*this, seen.dn,
-                        [this](const std::string& dn) { return SendRemoval(dn, Extent::kAlone); });
+  if (extent == Extent::kAlone || deletes_trees_) {
+    return SendRemoval(seen.dn, extent, Meeting(seen));
+  }
+  if (StoreStatus met = DoReading(Meeting(seen)); !met.Ok()) return met;
+  return RemoveBottomUp(*this, seen.dn, [this](const std::string& dn) {
+    return SendRemoval(dn, Extent::kAlone, {});
+  });
 }
 
 StoreStatus NetworkStore::Restore(const Entry& removed) {
-  return DoWriting("the restoring of '" + removed.dn + "'", LDAP_RES_MODIFY,
-                   [&](LdapConnection& connection, LdapConnection::RequestId& id) {
-                     return connection.SendRestore(FirstValue(removed, "objectGUID"), removed.dn,
-                                                   id);
-                   });
+  return DoWriting({.what = "the restoring of '" + removed.dn + "'",
+                    .answer_type = LDAP_RES_MODIFY,
+                    .send = [&](LdapConnection& connection, LdapConnection::RequestId& id) {
+                      return connection.SendRestore(FirstValue(removed, "objectGUID"), removed.dn,
+                                                    id);
+                    }});
 }
 
 }  // namespace pelora::ldap

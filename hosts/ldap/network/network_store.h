@@ -21,6 +21,10 @@ namespace pelora::ldap {
 /// write is sent once. When no answer to it is had, or one that cannot be read, it may have been
 /// done or not: that is -5, with a text that says so, and -1 means that it was not sent.
 ///
+/// A server that takes no changes refers to one that does: what is written goes there from then on,
+/// over a connection of its own, and what is read still comes from where it came from. A referral
+/// by that one, and one to an answer to a reading, is followed nowhere (10).
+///
 /// What the schema does not allow (an integer of more than 32 bits, a value that is too long, an
 /// empty one) is refused before anything is sent, with the codes of `ModifyRules`.
 class NetworkStore final : public IDirectoryStore {
@@ -30,7 +34,8 @@ class NetworkStore final : public IDirectoryStore {
   NetworkStore(const NetworkStore&) = delete;
   NetworkStore& operator=(const NetworkStore&) = delete;
 
-  /// Connects and reads what the store has to know before it is of use.
+  /// Connects and reads what the store has to know before it is of use. A server that was found and
+  /// goes away in the middle of that is given up for another one.
   StoreStatus Open();
 
   [[nodiscard]] const Schema& schema() const override { return *schema_; }
@@ -59,25 +64,45 @@ class NetworkStore final : public IDirectoryStore {
   using Sending =
       std::function<StoreStatus(LdapConnection& connection, LdapConnection::RequestId& id)>;
 
-  /// A write that is under way, or that could not be sent.
-  struct SentWrite {
+  /// A write that is to be sent.
+  struct Write {
     std::string what;
     int answer_type = 0;
+    Sending send;
+    /// What has to be so before it is sent, where it is sent to; may be none.
+    Reading check{};
+    /// What `send` speaks of, when nobody else keeps it until the write is settled.
+    std::shared_ptr<const ModifyRequest> request{};
+  };
+
+  /// A write that is under way, or that could not be sent.
+  struct SentWrite {
+    Write write;
     StoreStatus status{};
     std::shared_ptr<LdapConnection> connection{};
     LdapConnection::RequestId id = 0;
+    /// It went to the server that another one has named.
+    bool is_referred = false;
   };
 
+  /// Reads over a new connection what the store has to know, and keeps the connection.
+  StoreStatus Begin(const std::shared_ptr<LdapConnection>& opened);
   StoreStatus DoReading(const Reading& read);
-  /// `answer_type` is what the server's answer has to be.
-  StoreStatus DoWriting(const std::string& what, int answer_type, const Sending& send);
-  SentWrite SendWriting(const std::string& what, int answer_type, const Sending& send);
-  static StoreStatus AwaitWriting(const SentWrite& sent);
+  StoreStatus DoWriting(Write write) { return Settle(SendWriting(std::move(write))); }
+  SentWrite SendWriting(Write write);
+  /// The connection over which the next write goes; null when one has to be opened.
+  [[nodiscard]] std::shared_ptr<LdapConnection> ConnectionForWriting() const;
+  /// What became of a write, on whichever server it is done in the end.
+  StoreStatus Settle(SentWrite sent);
+  /// What the server that it was sent to says of it; `referral` is as with `OutcomeOf`.
+  static StoreStatus AwaitWriting(const SentWrite& sent, std::vector<std::string>& referral);
+  /// Sends a write once, if what has to be so is so.
+  void SendOver(std::shared_ptr<LdapConnection> connection, SentWrite& sent);
   SentWrite SendModify(const std::string& dn, std::span<const Modification> modifications,
                        ModifyWay way);
   /// Whether the object that was seen is there.
-  StoreStatus Meet(const Entry& seen);
-  StoreStatus SendRemoval(const std::string& dn, Extent extent);
+  [[nodiscard]] Reading Meeting(const Entry& seen) const;
+  StoreStatus SendRemoval(const std::string& dn, Extent extent, Reading check);
   /// The schema that the server at the other end has now.
   StoreStatus LearnSchema(LdapConnection& connection, const Entry& root);
 
@@ -86,6 +111,8 @@ class NetworkStore final : public IDirectoryStore {
   std::stop_token stop_;
   /// Shared with the request under way: one that a sink makes may replace it.
   std::shared_ptr<LdapConnection> connection_;
+  /// To the server that the other one has named for changes, if it has.
+  std::shared_ptr<LdapConnection> writer_;
   NamingContexts contexts_;
   bool deletes_trees_ = false;
   std::shared_ptr<const Schema> schema_ = std::make_shared<Schema>();

@@ -133,7 +133,9 @@ StoreStatus AgreeOnSealing(Exchange& exchange, KerberosContext& context, const s
 }  // namespace
 
 StoreStatus SignInWithTicket(LDAP* handle, const std::string& host,
-                             std::chrono::milliseconds timeout, const std::stop_token& stop) {
+                             std::chrono::milliseconds timeout, const std::stop_token& stop,
+                             SignedIn& signed_in) {
+  signed_in = {};
   KerberosTicket ticket;
   StoreStatus status = ReadKerberosTicket(ticket);
   if (!status.Ok()) return status;
@@ -144,6 +146,7 @@ StoreStatus SignInWithTicket(LDAP* handle, const std::string& host,
   status = Establish(exchange, *context, token);
   if (status.Ok()) status = AgreeOnSealing(exchange, *context, token, most_sent);
   if (!status.Ok()) return status;
+  signed_in = {.sealed_bits = context->Strength(), .realm = context->PeerRealm()};
   Sockbuf* socket = nullptr;
   const bool is_installed =
       ldap_get_option(handle, LDAP_OPT_SOCKBUF, &socket) == LDAP_OPT_SUCCESS &&

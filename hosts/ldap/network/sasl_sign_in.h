@@ -13,6 +13,14 @@ namespace pelora::ldap {
 /// What every connection has to have: sealing by a key of at least so many bits.
 inline constexpr unsigned kMinimumStrength = 56;
 
+/// What came of signing in.
+struct SignedIn {
+  /// By how many bits the key is long that seals.
+  unsigned sealed_bits = 0;
+  /// The realm in which the server has proved to be the one of its name.
+  std::string realm;
+};
+
 /// Signs in to the server of the name `host` (an address or a name, without a port) through GSSAPI
 /// with the user's Kerberos ticket, signing and sealing everything that follows. Nothing else is
 /// tried, and nothing that the server says makes it less.
@@ -20,6 +28,6 @@ inline constexpr unsigned kMinimumStrength = 56;
 /// The codes are those of `LdapConnection::Open`; the text does not name the server.
 [[nodiscard]] StoreStatus SignInWithTicket(LDAP* handle, const std::string& host,
                                            std::chrono::milliseconds timeout,
-                                           const std::stop_token& stop);
+                                           const std::stop_token& stop, SignedIn& signed_in);
 
 }  // namespace pelora::ldap

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/network/server_choice.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -13,27 +15,60 @@ namespace {
 
 /// Whether another server might do better.
 bool IsUnreachable(const StoreStatus& status) {
-  return status.code == kLdapServerDown || status.code == kLdapTimeout ||
-         status.code == kLdapConnectError;
+  constexpr auto kCodes = std::to_array<int>(
+      {kLdapServerDown, kLdapTimeout, kLdapConnectError, kLdapBusy, kLdapUnavailable});
+  return std::ranges::find(kCodes, status.code) != kCodes.end();
+}
+
+std::optional<ChosenServer> Named(const NetworkOptions& options) {
+  std::optional<ServerName> name = ParseServerName(options.server);
+  if (!name) return std::nullopt;
+  return ChosenServer{.name = *std::move(name), .is_named = true};
 }
 
 }  // namespace
 
 ServerFinder FindServersOfTicket(const NetworkOptions& options) {
-  return [timeout = options.connect_timeout](std::vector<ServerName>& servers) {
+  return [options](const std::stop_token& stop, DomainServers& found) {
     KerberosTicket ticket;
     StoreStatus status = ReadKerberosTicket(ticket);
-    return status.Ok() ? FindDomainServers(ticket.Realm(), timeout, servers) : status;
+    if (!status.Ok()) return status;
+    const std::string realm = ticket.Realm();
+    const DomainQuestions ask{
+        .look_up =
+            [&](const std::string& site, std::vector<ServerName>& servers) {
+              return FindDomainServers(realm, site, options.connect_timeout, servers);
+            },
+        .ping =
+            [&](std::span<const ServerName> servers, const IsGoodAnswer& is_good) {
+              return PingServers(servers, DomainOfRealm(realm), options.ping_timeout, stop,
+                                 is_good);
+            }};
+    return FindNearestServers(ask, options.site, found);
   };
 }
 
 ServerChoice::ServerChoice(const NetworkOptions& options, ServerFinder find)
-    : options_(options), find_(std::move(find)), named_(ParseServerName(options.server)) {}
+    : options_(options),
+      find_(std::move(find)),
+      is_named_(ParseServerName(options.server).has_value()),
+      chosen_(Named(options)) {}
+
+std::optional<ChosenServer> ServerChoice::chosen() const {
+  const std::lock_guard lock(mutex_);
+  return chosen_;
+}
 
 std::optional<ServerName> ServerChoice::current() const {
-  if (named_) return named_;
   const std::lock_guard lock(mutex_);
-  return found_;
+  return chosen_ ? std::optional(chosen_->name) : std::nullopt;
+}
+
+void ServerChoice::NoteSealing(const LdapConnection& connection) {
+  const std::lock_guard lock(mutex_);
+  if (chosen_ && chosen_->name == connection.server()) {
+    chosen_->sealed_bits = connection.sealed_bits();
+  }
 }
 
 StoreStatus ServerChoice::Connect(const std::stop_token& stop,
@@ -42,30 +77,68 @@ StoreStatus ServerChoice::Connect(const std::stop_token& stop,
   const std::optional<ServerName> chosen = current();
   if (!chosen) return FindOther({}, stop, connection);
   StoreStatus status = LdapConnection::Open(*chosen, options_, stop, connection);
-  if (named_ || !IsUnreachable(status)) return status;
+  if (status.Ok()) NoteSealing(*connection);
+  if (is_named_ || !IsUnreachable(status)) return status;
   StoreStatus other = FindOther(chosen, stop, connection);
   // Where none can be reached, that the name servers are gone too says nothing of the reason.
   return IsUnreachable(other) ? status : other;
 }
 
+StoreStatus ServerChoice::ConnectElsewhere(const ServerName& left, const std::stop_token& stop,
+                                           std::shared_ptr<LdapConnection>& connection) {
+  connection.reset();
+  if (is_named_) return {kLdapServerDown, "no other server was named"};
+  return FindOther(left, stop, connection);
+}
+
+StoreStatus ServerChoice::ConnectForWriting(const ServerName& name, const LdapConnection& home,
+                                            const std::stop_token& stop,
+                                            std::shared_ptr<LdapConnection>& connection) {
+  connection.reset();
+  std::shared_ptr<LdapConnection> opened;
+  StoreStatus status = LdapConnection::Open(name, options_, stop, opened);
+  if (status.Ok() && opened->realm() != home.realm()) {
+    status = {kLdapReferral,
+              "'" + name.Text() + "' is of another realm, '" + opened->realm() + "'"};
+  }
+  if (!status.Ok()) {
+    if (status.code == kLdapTimeout) status.code = kLdapServerDown;
+    status.text = "the server '" + home.server().Text() + "' takes no changes and names '" +
+                  name.Text() + "' for them: " + status.text;
+    return status;
+  }
+  connection = std::move(opened);
+  const std::lock_guard lock(mutex_);
+  if (chosen_ && chosen_->name == home.server()) chosen_->writer = name;
+  return {};
+}
+
 StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable,
                                     const std::stop_token& stop,
                                     std::shared_ptr<LdapConnection>& connection) {
-  std::vector<ServerName> servers;
-  StoreStatus status = find_(servers);
+  DomainServers found;
+  StoreStatus status = find_(stop, found);
   if (!status.Ok()) return status;
-  status = {kLdapServerDown, "the domain has no other server"};
-  for (const ServerName& server : servers) {
+  StoreStatus failure = {kLdapServerDown, "the domain has no other server"};
+  for (DomainServer& server : found.servers) {
     // Records of different weight may name one server several times.
-    if (server == unreachable) continue;
-    status = LdapConnection::Open(server, options_, stop, connection);
-    if (IsUnreachable(status)) continue;
-    if (!status.Ok()) return status;
+    if (server.name == unreachable) continue;
+    status = LdapConnection::Open(server.name, options_, stop, connection);
+    if (status.code == kLdapUserCancelled) return status;
+    if (!status.Ok()) {
+      // One that says why it is of no use says more than one that is not there.
+      if (failure.code == kLdapServerDown) failure = std::move(status);
+      continue;
+    }
     const std::lock_guard lock(mutex_);
-    found_ = server;
+    chosen_ = ChosenServer{.name = std::move(server.name),
+                           .wanted_site = std::move(found.site),
+                           .told = std::move(server.told),
+                           .is_near = server.is_near,
+                           .sealed_bits = connection->sealed_bits()};
     return {};
   }
-  return status;
+  return failure;
 }
 
 }  // namespace pelora::ldap

@@ -114,7 +114,9 @@ bool SelectionCommand::Write(std::span<const PlannedObject> planned, bool with_o
     if (!recording.store().Modify(entry.dn, object.values.modifications).Ok()) return false;
   }
   SheetCommit commit(surroundings_, {{.recording = &recording, .page = 0, .dialog = nullptr}});
-  return !commit.Run().has_value();
+  const bool is_all_written = !commit.Run().has_value();
+  commit.LetGo();
+  return is_all_written;
 }
 
 std::string PlanText(std::span<const PlannedObject> planned, bool with_odd) {

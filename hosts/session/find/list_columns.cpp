@@ -3,12 +3,12 @@
 
 #include <algorithm>
 #include <array>
-#include <ctime>
 #include <set>
 #include <utility>
 
 #include "directory/ascii_case.h"
 #include "hosts/ldap/entry_values.h"
+#include "hosts/session/directory_time.h"
 #include "hosts/session/fields/entry_object.h"
 #include "hosts/session/fields/field_value.h"
 #include "hosts/session/folder_name.h"
@@ -179,28 +179,9 @@ void ListColumns::SetCell(ListedObject& listed, std::string_view column, std::st
 }
 
 std::string TimeText(const std::string& value) {
-  // What follows the seconds is a fraction and the zone, which is always that of Greenwich.
-  constexpr std::size_t kDigits = 14;
-  const std::string digits = value.substr(0, kDigits);
-  const bool is_time = digits.size() == kDigits && value.ends_with('Z') &&
-                       digits.find_first_not_of("0123456789") == std::string::npos;
-  if (!is_time) return value;
-  const auto number = [&digits](std::size_t place, std::size_t length) {
-    return std::stoi(digits.substr(place, length));
-  };
-  std::tm greenwich{};
-  greenwich.tm_year = number(0, 4) - 1900;
-  greenwich.tm_mon = number(4, 2) - 1;
-  greenwich.tm_mday = number(6, 2);
-  greenwich.tm_hour = number(8, 2);
-  greenwich.tm_min = number(10, 2);
-  greenwich.tm_sec = number(12, 2);
-  const std::time_t seconds = timegm(&greenwich);
-  std::tm local{};
-  if (localtime_r(&seconds, &local) == nullptr) return value;
-  std::array<char, 32> text{};
-  const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M", &local);
-  return length == 0 ? value : std::string(text.data(), length);
+  const auto time = ReadDirectoryTime(value);
+  const std::string text = time ? WallTimeText(*time) : std::string();
+  return text.empty() ? value : text;
 }
 
 }  // namespace pelora::session

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "hosts/session/folder_name.h"
 #include "hosts/session/own_pages/account_fields.h"
 #include "hosts/session/own_pages/own_page_ids.h"
 
@@ -51,6 +52,18 @@ constexpr std::array kGroupFields = {
 constexpr std::array<std::string_view, 3> kPersons = {"user", "inetOrgPerson", "contact"};
 constexpr std::array<std::string_view, 2> kUsers = {"user", "inetOrgPerson"};
 constexpr std::array<std::string_view, 1> kGroups = {"group"};
+constexpr std::array<std::string_view, 5> kMayBeMembers = {"user", "inetOrgPerson", "contact",
+                                                           "computer", "group"};
+
+std::string NamesInWords(const ldap::AttributeValues& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? "" : "; ") + OwnNameOf(name);
+  return text;
+}
+
+constexpr std::array kMemberWords = {
+    AttributeWords{"member", "Members", &NamesInWords, true},
+};
 
 }  // namespace
 
@@ -88,7 +101,21 @@ std::span<const OwnPageKind> OwnPageKinds() {
                   .classes = kUsers,
                   .fields = AccountFields(),
                   .also_read = AccountAlsoRead(),
-                  .words = AccountWords()},
+                  .words = AccountWords(),
+                  .reset_password = IDC_OWN_RESET_PASSWORD,
+                  .reset_note = IDC_OWN_RESET_NOTE},
+      OwnPageKind{.of_one = IDD_OWN_MEMBERS,
+                  .of_several = IDD_OWN_MEMBERS,
+                  .classes = kGroups,
+                  .fields = {},
+                  .words = kMemberWords,
+                  .lists = ListedObjects::kMembers},
+      OwnPageKind{.of_one = IDD_OWN_MEMBER_OF,
+                  .of_several = IDD_OWN_MEMBER_OF,
+                  .classes = kMayBeMembers,
+                  .fields = {},
+                  .words = kMemberWords,
+                  .lists = ListedObjects::kGroups},
   };
   return kKinds;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <span>
@@ -48,6 +49,17 @@ struct AttributeWords {
   std::string_view attribute;
   std::string_view label;
   std::string (*text)(const ldap::AttributeValues& values) = nullptr;
+  /// A change holds what is taken out and what is put in alone, and is told so.
+  bool is_told_in_part = false;
+};
+
+/// Which objects a page lists instead of showing fields.
+enum class ListedObjects : std::uint8_t {
+  kNone,
+  /// Those that are in a group.
+  kMembers,
+  /// The groups that an object is in.
+  kGroups,
 };
 
 /// A page of our own, which stands behind the extension's.
@@ -62,6 +74,11 @@ struct OwnPageKind {
   /// What is read beside the fields' attributes.
   std::span<const std::string_view> also_read{};
   std::span<const AttributeWords> words{};
+  /// The button by which a user is given another password, and where it says why he cannot be; 0:
+  /// none.
+  ControlId reset_password = 0;
+  ControlId reset_note = 0;
+  ListedObjects lists = ListedObjects::kNone;
 
   [[nodiscard]] std::vector<std::string> Attributes() const;
 };

@@ -19,12 +19,15 @@ constexpr std::string_view kChecked = "1";
 constexpr const char* kErrorCaption = "Pelora Error";
 /// Written so, the directory puts the time in its place.
 constexpr const char* kNow = "-1";
+constexpr std::string_view kPasswordSet = "pwdLastSet";
+constexpr const char* kToBeChanged = "0";
 
 /// What the objects show in a field; none where they differ.
 std::optional<std::string> InCommon(const OwnField& field, const std::vector<std::string>& names,
                                     const changes::RecordingDirectory& recording) {
   std::optional<std::string> common;
   for (const std::string& name : names) {
+    recording.Breathe();
     std::string shown = field.form->shown(field.attribute, SeenBy(recording, name));
     if (common && *common != shown) return std::nullopt;
     common = std::move(shown);
@@ -39,17 +42,18 @@ StoredValues SeenBy(const changes::RecordingDirectory& recording, const std::str
 }
 
 OwnPage::OwnPage(const OwnPageKind& kind, std::vector<std::string> names,
-                 const OwnPageSurroundings& surroundings)
+                 OwnPageSurroundings surroundings)
     : kind_(kind),
       names_(std::move(names)),
       attributes_(kind.Attributes()),
-      surroundings_(surroundings),
+      surroundings_(std::move(surroundings)),
       template_(names_.size() == 1 ? kind.of_one : kind.of_several) {
   for (const OwnField& field : kind.fields) fields_.push_back({.row = &field});
 }
 
 std::int32_t OwnPage::OnInitDialog(IDialog& dialog) {
   dialog_ = &dialog;
+  ShowReset();
   if (Read()) ShowAll();
   return 0;
 }
@@ -91,7 +95,37 @@ void OwnPage::Show(const OwnField& field) {
   }
 }
 
+void OwnPage::ShowReset() {
+  if (kind_.reset_password == 0) return;
+  const bool can_be_given = surroundings_.give_password && surroundings_.why_no_password.empty();
+  dialog_->SetEnabled(kind_.reset_password, can_be_given);
+  dialog_->SetText(kind_.reset_note, surroundings_.why_no_password);
+}
+
+void OwnPage::ResetPassword() {
+  const PasswordGiven given = surroundings_.give_password(dialog_, names_.front());
+  if (given == PasswordGiven::kNo) return;
+  // The directory has set this along with the password: it is known, and nobody's edit.
+  const std::string& name = names_.front();
+  surroundings_.recording.Settle(
+      {.dn = name,
+       .attributes = {{.attribute = std::string(kPasswordSet),
+                       .wanted = {given == PasswordGiven::kYesToBeChanged ? kToBeChanged : kNow}}}},
+      {.dn = name, .outcome = changes::Outcome::kChanged});
+  const sheets::ScopedFlag loading(is_loading_);
+  for (Field& field : fields_) {
+    if (field.row->attribute != kPasswordSet) continue;
+    surroundings_.recording.Drop(name, kPasswordSet);
+    Show(*field.row);
+    field.is_changed = false;
+    if (surroundings_.settle) surroundings_.settle(field.row->control);
+  }
+  dialog_->SetText(kind_.reset_note, "The password was reset.");
+}
+
 std::int32_t OwnPage::OnCommand(ControlId id, ControlNotification notification) {
+  const bool is_button = notification == ControlNotification::kClicked && id != 0;
+  if (is_button && id == kind_.reset_password) ResetPassword();
   for (Field& field : fields_) {
     const OwnField& row = *field.row;
     const bool is_click = notification == ControlNotification::kClicked;

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "hosts/changes/recording_directory.h"
 #include "hosts/session/own_pages/own_field.h"
+#include "hosts/session/password/reset_password.h"
 #include "platform/platform.h"
 #include "platform/shell_extension.h"
 
@@ -17,6 +19,11 @@ struct OwnPageSurroundings {
   /// Reads what `OwnPageKind::Attributes` names. What the page stages is recorded there.
   changes::RecordingDirectory& recording;
   const Platform& platform;
+  /// Gives a user another password; may be none, or there is a reason why it cannot be done.
+  GivePassword give_password{};
+  std::string why_no_password{};
+  /// What a control shows now is what nobody has changed. May be none.
+  std::function<void(ControlId control)> settle{};
 };
 
 /// A page of our own over some objects: shows each field of all of them together, as the tabs of
@@ -25,7 +32,7 @@ class OwnPage final : public PropSheetPage, private IDialogController {
  public:
   /// `names` are the objects' distinguished names.
   OwnPage(const OwnPageKind& kind, std::vector<std::string> names,
-          const OwnPageSurroundings& surroundings);
+          OwnPageSurroundings surroundings);
 
   [[nodiscard]] DialogId Template() const override { return template_; }
   /// The template's.
@@ -50,6 +57,8 @@ class OwnPage final : public PropSheetPage, private IDialogController {
   [[nodiscard]] std::string ShownNow(const OwnField& field) const;
   [[nodiscard]] bool IsUndecided(const OwnField& field) const;
   void Choose(const OwnField& field);
+  void ShowReset();
+  void ResetPassword();
   [[nodiscard]] bool Apply();
   /// Shows why what was edited cannot be stored; false when something cannot.
   [[nodiscard]] bool Validate();

@@ -14,6 +14,8 @@
 #define IDD_OWN_PERSONS 402
 #define IDD_OWN_GROUP 403
 #define IDD_OWN_ACCOUNT 404
+#define IDD_OWN_MEMBERS 405
+#define IDD_OWN_MEMBER_OF 406
 
 /* What somebody is called, and where he is found. */
 #define IDC_OWN_FIRST_NAME 2001
@@ -36,5 +38,16 @@
 #define IDC_OWN_MUST_CHANGE 2022
 #define IDC_OWN_NEVER_EXPIRES 2023
 #define IDC_OWN_LAST_DAY 2024
+#define IDC_OWN_RESET_PASSWORD 2025
+#define IDC_OWN_RESET_NOTE 2026
+
+/* Who is in a group, and which groups somebody is in. */
+#define IDC_OWN_MEMBERS_LABEL 2030
+#define IDC_OWN_MEMBERS 2031
+#define IDC_OWN_MEMBERS_ADD 2032
+#define IDC_OWN_MEMBERS_REMOVE 2033
+#define IDC_OWN_MEMBERS_PASTED 2034
+#define IDC_OWN_MEMBERS_ADD_PASTED 2035
+#define IDC_OWN_MEMBERS_NOTE 2036
 
 #endif

@@ -29,12 +29,14 @@ namespace {
 
 using console::MainWindow;
 using console::ToUtf8;
+using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 constexpr int kPatience = 60000;
 
@@ -159,7 +161,7 @@ TEST_F(DomainConsole, AServerThatFallsAsleepHoldsUpNobody) {
   server.Resume();
   DoubleClick("Ada Brandt");
   ASSERT_EQ(Sheets().size(), 1);
-  EXPECT_EQ(Sheets().front()->PageCount(), 4U);
+  EXPECT_EQ(Sheets().front()->PageCount(), 5U);
 }
 
 TEST_F(DomainConsole, AUserIsChangedAndNothingElse) {
@@ -261,7 +263,7 @@ TEST_F(DomainConsole, TabsAreThoseOfTheDisplaySpecifiers) {
   std::vector<std::string> titles;
   const auto* tabs = Sheets().front()->findChild<QTabWidget*>();
   for (int tab = 0; tab < tabs->count(); ++tab) titles.push_back(ToUtf8(tabs->tabText(tab)));
-  EXPECT_THAT(titles, ElementsAre("Pelora Features", "Pelora", "General", "Account"));
+  EXPECT_THAT(titles, ElementsAre("Pelora Features", "Pelora", "General", "Account", "Member Of"));
   administrator.Set(specifier, "adminPropertyPages", before.at("adminPropertyPages"));
 }
 
@@ -310,6 +312,20 @@ TEST_F(DomainConsole, AServerThatHangsHoldsNeitherTheWindowNorItsEnd) {
   EXPECT_TRUE(window().IsReading());
   EndWindow();
   EXPECT_LT(std::chrono::steady_clock::now() - begin, kAtOnce);
+}
+
+TEST_F(DomainConsole, TheConnectionIsTold) {
+  Connect();
+  std::string told;
+  modal_scripts().Add([&told](QWidget& box) {
+    EXPECT_EQ(box.objectName(), QStringLiteral("connection_box"));
+    told = console::ToUtf8(qobject_cast<QMessageBox*>(&box)->informativeText());
+    box.close();
+  });
+  Trigger("&Connection...");
+  EXPECT_THAT(told, AllOf(StartsWith("Server: " + lab::Server() + "\nChosen: it was named\n"),
+                          HasSubstr("\nWriting: it takes changes\n"),
+                          HasSubstr("\nSealing: Kerberos, 256 bits\n")));
 }
 
 TEST_F(DomainConsole, AnOpeningThatHangsHoldsNeitherTheWindowNorItsEnd) {

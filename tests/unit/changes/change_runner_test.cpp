@@ -158,9 +158,16 @@ TEST_F(ChangeRunnerTest, AnnouncesWhatIsReadNextAndReadsMoreAndMoreTogether) {
   }
   const auto batches = [this](const RunOptions& options) {
     StoreAhead store(*store_);
-    RunChanges(store, names_, prepare_, options, [](std::size_t /*at*/, const Result& result) {
+    std::size_t asked = 0;
+    RunOptions all = options;
+    all.at_hand = [&asked](std::size_t at) -> const ldap::Entry* {
+      EXPECT_EQ(at, asked++);
+      return nullptr;
+    };
+    RunChanges(store, names_, prepare_, all, [](std::size_t /*at*/, const Result& result) {
       EXPECT_EQ(result.outcome, Outcome::kFailed);
     });
+    EXPECT_EQ(asked, names_.size());
     return store.asked;
   };
   EXPECT_THAT(batches({}), ElementsAre(256, 512, 232));
@@ -182,7 +189,9 @@ TEST_F(ChangeRunnerTest, WhatIsAtHandIsNotReadAgain) {
     return SetQuota(object, "7");
   };
   RunOptions options;
+  std::vector<std::size_t> asked;
   options.at_hand = [&](std::size_t at) -> const ldap::Entry* {
+    asked.push_back(at);
     return at == 2 ? &at_hand : at == 3 ? &outdated : nullptr;
   };
   Run(options);
@@ -192,6 +201,7 @@ TEST_F(ChangeRunnerTest, WhatIsAtHandIsNotReadAgain) {
             "peloraQuotaHard was 4 when it was read, is 1 now, and was to become 7");
   // The two that are not at hand, and the one that is in dispute.
   EXPECT_EQ(interrupted_.reads, 3U);
+  EXPECT_THAT(asked, ElementsAre(0, 1, 2, 3, 4));
 }
 
 TEST_F(ChangeRunnerTest, HoldsNoMoreThanAWindowOfManyObjects) {
@@ -270,8 +280,32 @@ TEST_F(ChangeRunnerTest, WhatWasSentWhenTheConnectionWasLostIsUnknown) {
   // The third of those fetched together goes over a new connection; then there is none.
   EXPECT_THAT(words_, ElementsAre("changed", "unknown", "unknown", "changed", "changed", "failed",
                                   "changed", "changed"));
-  EXPECT_EQ(results_[1].message, "not known");
+  EXPECT_EQ(results_[1].message, "not known; looked at since, it was not done by then");
   EXPECT_THAT(log_.withdrawn, ElementsAre(5U));
+}
+
+TEST_F(ChangeRunnerTest, ALookThatIsLostLeavesNothingInDoubt) {
+  MakeContacts(4);
+  interrupted_.before_write = [](std::size_t count) -> std::optional<StoreStatus> {
+    if (count == 1) return StoreStatus{ldap::kLdapTimeout, "not known"};
+    return std::nullopt;
+  };
+  // What becomes of the refused one is to be looked up where the connection is gone.
+  interrupted_.before_read = [this]() -> std::optional<StoreStatus> {
+    if (interrupted_.writes == 0) return std::nullopt;
+    return StoreStatus{ldap::kLdapTimeout, "no connection"};
+  };
+  prepare_ = [&](const ReadObject& object) {
+    if (object.at == 2) {
+      EXPECT_TRUE(Replace(*store_, names_[2], "peloraQuotaHard", {"5"}).Ok());
+    }
+    return SetQuota(object, "7");
+  };
+  Run({.log = &log_});
+  EXPECT_THAT(words_, ElementsAre("changed", "unknown", "failed", "changed"));
+  EXPECT_EQ(results_[2].message, "no connection");
+  EXPECT_THAT(log_.withdrawn, ElementsAre(2U));
+  EXPECT_THAT(Quotas(), ElementsAre("7", "1", "5", "7"));
 }
 
 TEST_F(ChangeRunnerTest, WithoutAConnectionTheRestIsSkipped) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/changes/change_writer.h"
 
+#include "hosts/changes/looked_up.h"
 #include "hosts/ldap/ldap_status.h"
 #include "tests/unit/changes/changes_bench.h"
 
@@ -161,11 +162,74 @@ TEST_F(ChangeWriterTest, AWriteThatIsNotAnsweredIsUnknownAndNotRepeated) {
   };
   const Result result = Write(Quota({}, {"200"}));
   EXPECT_EQ(result.outcome, Outcome::kUnknown);
-  EXPECT_EQ(result.message, "no answer");
+  EXPECT_EQ(result.message, "no answer; looked at since, it was not done by then");
   EXPECT_EQ(interrupted_.writes, 1U);
-  EXPECT_EQ(interrupted_.reads, 0U);
+  EXPECT_EQ(interrupted_.reads, 1U);
   // It may have been done, and then it may have to be taken back.
   EXPECT_THAT(log_.withdrawn, IsEmpty());
+}
+
+TEST_F(ChangeWriterTest, WhatIsNotAnsweredIsLookedUpByWhatWasToBeWritten) {
+  Store("peloraQuotaHard", {"100"});
+  std::string there;
+  // What the directory holds when no answer comes, whoever wrote it.
+  interrupted_.before_write = [&](std::size_t) {
+    Store("peloraQuotaHard", {there});
+    return StoreStatus{ldap::kLdapTimeout, "no answer"};
+  };
+  const auto told = [&](const std::string& value) {
+    there = value;
+    const Result result = Write(Quota({"100"}, {"200"}));
+    EXPECT_EQ(result.outcome, Outcome::kUnknown);
+    return result.message;
+  };
+  EXPECT_EQ(told("200"), "no answer; looked at since, everything is as wanted");
+  EXPECT_EQ(told("100"), "no answer; looked at since, it was not done by then");
+  EXPECT_EQ(told("300"), "no answer; looked at since, it is neither as it was nor as wanted");
+  EXPECT_THAT(log_.withdrawn, IsEmpty());
+}
+
+TEST_F(ChangeWriterTest, WhereNobodyCanBeAskedThatIsSaidAndNotTriedAgain) {
+  interrupted_.before_write = [](std::size_t) {
+    return StoreStatus{ldap::kLdapTimeout, "no answer"};
+  };
+  interrupted_.before_read = [] { return StoreStatus{ldap::kLdapServerDown, "no connection"}; };
+  EXPECT_EQ(Write(Quota({}, {"200"})).message,
+            "no answer; looked at since, it cannot be read: no connection");
+  EXPECT_EQ(Write(Quota({}, {"200"})).message, "no answer");
+  EXPECT_EQ(interrupted_.reads, 1U);
+}
+
+TEST_F(ChangeWriterTest, AnObjectOfEachKindIsLookedUp) {
+  const auto told = [this](const Change& change) { return LookUp(*store_, change).text; };
+  const std::string nobody = std::string("CN=Nobody,") + kBase;
+  Change made{.kind = Change::Kind::kAdd,
+              .dn = kUser,
+              .attributes = {{.attribute = "cn", .wanted = {"Heike Naumann"}}}};
+  EXPECT_EQ(told(made), "everything is as wanted");
+  made.attributes.push_back({.attribute = "unicodePwd", .wanted = {"secret"}});
+  EXPECT_EQ(told(made), "everything is as wanted");
+  made.attributes.front().wanted = {"Somebody"};
+  EXPECT_EQ(told(made), "it is neither as it was nor as wanted");
+  made.dn = nobody;
+  EXPECT_EQ(told(made), "it was not done by then");
+  for (const auto kind : {Change::Kind::kDelete, Change::Kind::kRemove}) {
+    EXPECT_EQ(told({.kind = kind, .dn = nobody, .attributes = {}}), "everything is as wanted");
+    EXPECT_EQ(told({.kind = kind, .dn = kUser, .attributes = {}}), "it was not done by then");
+  }
+  EXPECT_EQ(told({.kind = Change::Kind::kRestore, .dn = kUser, .attributes = {}}),
+            "everything is as wanted");
+  EXPECT_EQ(told({.kind = Change::Kind::kRestore, .dn = nobody, .attributes = {}}),
+            "it was not done by then");
+  const std::vector<ValueChange> seen = {{.attribute = "sAMAccountName", .seen = {"h.naumann"}}};
+  const auto named = [&](const std::string& from, const std::string& to) {
+    return told({.kind = Change::Kind::kRename, .dn = from, .attributes = seen, .new_dn = to});
+  };
+  EXPECT_EQ(named(nobody, kUser), "everything is as wanted");
+  EXPECT_EQ(named(kUser, nobody), "it was not done by then");
+  EXPECT_EQ(named(nobody, nobody + "," + kBase), "it is neither as it was nor as wanted");
+  EXPECT_EQ(told(MakeChange(kUser, {.attribute = "unicodePwd", .wanted = {"secret"}})),
+            "what was to be written cannot be read");
 }
 
 TEST_F(ChangeWriterTest, ADeletedObjectIsAFailure) {

@@ -15,7 +15,7 @@
 #include "hosts/changes/change.h"
 #include "hosts/changes/change_log.h"
 #include "hosts/changes/result.h"
-#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/forwarding_store.h"
 #include "tests/unit/ldb_bench.h"
 
 namespace pelora::changes {
@@ -47,9 +47,9 @@ class MemoryLog final : public IChangeLog {
 };
 
 /// Forwards to a store, and lets a test come in between or answer instead.
-class InterruptedStore : public IDirectoryStore {
+class InterruptedStore : public ldap::ForwardingStore {
  public:
-  explicit InterruptedStore(IDirectoryStore& target) : target_(target) {}
+  explicit InterruptedStore(IDirectoryStore& target) : ForwardingStore(target) {}
 
   /// Called before every strict modification; may give what is answered instead of doing it.
   std::function<std::optional<StoreStatus>(std::size_t count)> before_write;
@@ -58,22 +58,17 @@ class InterruptedStore : public IDirectoryStore {
   std::size_t writes = 0;
   std::size_t reads = 0;
 
-  [[nodiscard]] const ldap::Schema& schema() const override { return target_.schema(); }
-  StoreStatus ReadRoot(Entry& root) override { return target_.ReadRoot(root); }
   StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                    Entry& entry) override {
     ++reads;
     if (before_read) {
       if (std::optional<StoreStatus> answer = before_read()) return *answer;
     }
-    return target_.Read(dn, attributes, entry);
+    return ForwardingStore::Read(dn, attributes, entry);
   }
-  StoreStatus Search(const ldap::SearchRequest& request, const ldap::EntrySink& sink) override {
-    return target_.Search(request, sink);
-  }
-  StoreStatus Modify(const std::string& dn,
-                     std::span<const ldap::Modification> modifications) override {
-    return target_.Modify(dn, modifications);
+  StoreStatus ReadMany(std::span<const std::string> dns, std::span<const std::string> attributes,
+                       const ldap::ReadSink& sink) override {
+    return IDirectoryStore::ReadMany(dns, attributes, sink);
   }
   StoreStatus ModifyStrictly(const std::string& dn,
                              std::span<const ldap::Modification> modifications) override {
@@ -81,7 +76,7 @@ class InterruptedStore : public IDirectoryStore {
     if (before_write) {
       if (std::optional<StoreStatus> answer = before_write(count)) return *answer;
     }
-    return target_.ModifyStrictly(dn, modifications);
+    return ForwardingStore::ModifyStrictly(dn, modifications);
   }
   /// Fetches so many requests before it does the first of them, as a network's store does.
   std::size_t fetches_ahead = 1;
@@ -99,11 +94,6 @@ class InterruptedStore : public IDirectoryStore {
       }
     }
   }
-  StoreStatus Add(const Entry& entry) override { return target_.Add(entry); }
-  StoreStatus Delete(const Entry& made) override { return target_.Delete(made); }
-
- private:
-  IDirectoryStore& target_;
 };
 
 /// The sample company in a file, open.

@@ -229,6 +229,35 @@ TEST_F(RecordingDirectoryTest, EachObjectHasItsOwnPending) {
   EXPECT_FALSE(directory_.HasRecorded());
 }
 
+TEST_F(RecordingDirectoryTest, WhatWasLeftOutIsNotRecordedAgainUntilItIsAnother) {
+  Store("peloraQuotaHard", {"100"});
+  Apply("peloraQuotaHard", Variant::Integer(200));
+  directory_.LeaveOut(kUser);
+  EXPECT_FALSE(directory_.HasRecorded());
+  Apply("peloraQuotaHard", Variant::Integer(200));
+  EXPECT_FALSE(directory_.HasRecorded()) << "the page stages it with every apply";
+  Apply("peloraQuotaSoft", Variant::Integer(50));
+  EXPECT_EQ(Recorded().attribute, "peloraQuotaSoft") << "that is another attribute";
+  directory_.Forget(kUser);
+  Apply("peloraQuotaHard", Variant::Integer(300));
+  EXPECT_THAT(Recorded().wanted, ElementsAre("300"));
+  Apply("peloraQuotaHard", Variant::Integer(200));
+  EXPECT_THAT(Recorded().wanted, ElementsAre("200")) << "it was another in between";
+}
+
+TEST_F(RecordingDirectoryTest, WhatWasLeftOutAndIsTakenInAgainIsRecorded) {
+  Apply("peloraQuotaHard", Variant::Integer(200));
+  directory_.LeaveOut(kUser);
+  const std::vector<std::string_view> other = {"peloraQuotaSoft"};
+  directory_.TakeInAgain(other);
+  Apply("peloraQuotaHard", Variant::Integer(200));
+  EXPECT_FALSE(directory_.HasRecorded());
+  const std::vector<std::string_view> same = {"PELORAQUOTAHARD"};
+  directory_.TakeInAgain(same);
+  Apply("peloraQuotaHard", Variant::Integer(200));
+  EXPECT_THAT(Recorded().wanted, ElementsAre("200"));
+}
+
 TEST_F(RecordingDirectoryTest, AConflictThatWasShownIsReplacedKnowingly) {
   Store("peloraQuotaHard", {"100"});
   Load("peloraQuotaHard");

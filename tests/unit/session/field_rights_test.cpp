@@ -17,13 +17,24 @@ ldap::Entry Entry(ldap::AttributeValues allowed) {
 }
 
 TEST(FieldRights, WithoutAWordOfTheDirectorysEverythingMayBeEdited) {
-  FieldRights rights;
+  FieldRights rights{ldap::Schema()};
   rights.Learn({.dn = "CN=x", .attributes = {}});
   EXPECT_EQ(rights.WhyReadOnly(RowOf({"peloraHidden"})), "");
 }
 
+TEST(FieldRights, WhereRightsAreSpokenOfNothingIsSaidForNone) {
+  ldap::Schema schema;
+  schema.Add(FieldRights::kAttribute, {});
+  FieldRights rights(schema);
+  rights.Learn({.dn = "CN=x", .attributes = {}});
+  EXPECT_EQ(rights.WhyReadOnly(RowOf({"peloraHidden"})), "You have no right to change this.");
+  rights.Learn(Entry({"peloraHidden"}));
+  EXPECT_EQ(rights.WhyReadOnly(RowOf({"peloraHidden"})),
+            "You have no right to change this of 1 of the 2 objects.");
+}
+
 TEST(FieldRights, AFieldNeedsTheRightToAllThatItWrites) {
-  FieldRights rights;
+  FieldRights rights{ldap::Schema()};
   rights.Learn(Entry({"PELORAADMIN", "peloraHidden"}));
   EXPECT_EQ(rights.WhyReadOnly(RowOf({"peloraHidden"})), "");
   EXPECT_EQ(rights.WhyReadOnly(RowOf({"peloraAdmin", "peloraHidden"})), "");
@@ -32,7 +43,7 @@ TEST(FieldRights, AFieldNeedsTheRightToAllThatItWrites) {
 }
 
 TEST(FieldRights, ASelectionNeedsTheRightToAllOfIt) {
-  FieldRights rights;
+  FieldRights rights{ldap::Schema()};
   rights.Learn(Entry({"peloraHidden"}));
   rights.Learn(Entry({"cn"}));
   rights.Learn({.dn = "CN=y", .attributes = {}});

@@ -75,6 +75,24 @@ TEST_F(TouchedFieldsTest, OnlyWhatShowsSomethingElseIsWanted) {
   EXPECT_EQ(Wanted(), "peloraHidden PELORAQUOTAHARD peloraResourceType otherMailbox unknown");
 }
 
+TEST_F(TouchedFieldsTest, WhatWasEditedBackAndForthWasEdited) {
+  using Fields = std::vector<std::size_t>;
+  fields_.Look(dialog_);
+  EXPECT_EQ(fields_.TakeEdited(), Fields()) << "filling is no edit";
+  dialog_.SetText(IDC_QUOTA_HARD, "700");
+  fields_.Look(dialog_);
+  dialog_.SetText(IDC_QUOTA_HARD, "500");
+  fields_.Look(dialog_);
+  EXPECT_FALSE(fields_.IsChanged(1));
+  EXPECT_EQ(fields_.TakeEdited(), Fields({1}));
+  EXPECT_EQ(fields_.TakeEdited(), Fields()) << "told once";
+  fields_.RemoveValue(1, dialog_);
+  EXPECT_EQ(fields_.TakeEdited(), Fields({1}));
+  dialog_.SetText(IDC_QUOTA_HARD, "500");
+  fields_.Settle(dialog_);
+  EXPECT_EQ(fields_.TakeEdited(), Fields()) << "the page did that";
+}
+
 /// A page that notes what it hears.
 class Listening final : public IDialogController {
  public:
