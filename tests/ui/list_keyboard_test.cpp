@@ -120,7 +120,9 @@ class ColumnUser {
   explicit ColumnUser(QWidget& dialog)
       : dialog_(dialog), list_(*dialog.findChild<QListWidget*>(QStringLiteral("columns"))) {
     dialog.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog, kPatience));
+    // The toolkit calls a window active as soon as the one behind it is.
+    EXPECT_TRUE(
+        QTest::qWaitFor([&dialog] { return QApplication::activeWindow() == &dialog; }, kPatience));
   }
 
   void GoTo(const char* column) {
@@ -133,6 +135,9 @@ class ColumnUser {
   }
   void Toggle() { QTest::keyClick(&list_, Qt::Key_Space); }
   void Press(Qt::Key letter) { QTest::keyClick(&list_, letter, Qt::AltModifier); }
+  /// Lets a button be seen going down and up again, which takes it a while.
+  void MoveUp() { Click(Qt::Key_U, QStringLiteral("Move &Up")); }
+  void MoveDown() { Click(Qt::Key_D, QStringLiteral("Move &Down")); }
   void MakeWide(const char* characters) {
     Press(Qt::Key_W);
     auto& width = *dialog_.findChild<QSpinBox*>(QStringLiteral("column_width"));
@@ -143,6 +148,14 @@ class ColumnUser {
   void Accept() { QTest::keyClick(&dialog_, Qt::Key_Return); }
 
  private:
+  void Click(Qt::Key letter, const QString& text) {
+    const auto buttons = dialog_.findChildren<QPushButton*>();
+    const auto button = std::ranges::find(buttons, text, &QPushButton::text);
+    ASSERT_NE(button, buttons.end());
+    const QSignalSpy clicked(*button, &QPushButton::clicked);
+    Press(letter);
+    EXPECT_TRUE(QTest::qWaitFor([&clicked] { return clicked.count() == 1; }, kPatience));
+  }
   [[nodiscard]] std::string Name() const {
     return ToUtf8(list_.currentItem()->data(Qt::UserRole).toString());
   }
@@ -158,14 +171,14 @@ TEST_F(ListKeyboard, ColumnsAreChosenOrderedAndSizedWithoutAMouse) {
     user.GoTo("logon");
     user.Toggle();
     user.MakeWide("11");
-    for (int step = 0; step < 2; ++step) user.Press(Qt::Key_U);
+    for (int step = 0; step < 2; ++step) user.MoveUp();
     user.GoTo("type");
     user.MakeWide("9");
-    user.Press(Qt::Key_U);
+    user.MoveUp();
     user.GoTo("name");
     user.Toggle();
     user.MakeWide("50");
-    user.Press(Qt::Key_D);
+    user.MoveDown();
     user.Accept();
   });
   pane().ChooseColumns();
