@@ -9,7 +9,6 @@
 #include <optional>
 
 #include "hosts/console/dialogs/control_styles.h"
-#include "hosts/console/dialogs/mnemonics.h"
 #include "hosts/console/dialogs/module_icon.h"
 #include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/text/plain_text.h"
@@ -138,10 +137,6 @@ LabelControl::LabelControl(const resources::DialogItem& item, QWidget& parent,
 void LabelControl::SetText(std::string_view text) {
   text_ = text;
   Show();
-  const QString caption = Caption();
-  // Another text still leads to its control.
-  if (caption.isEmpty() || label_.window() == &label_) return;
-  ShowCaption(WithMnemonics({caption}, MnemonicsIn(*label_.window(), &label_)).front());
 }
 
 void LabelControl::SetBuddy(QWidget& buddy) {
