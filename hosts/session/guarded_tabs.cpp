@@ -13,50 +13,17 @@
 #include "hosts/session/feature_counts.h"
 #include "hosts/session/field_values.h"
 #include "hosts/session/folder_name.h"
-#include "hosts/session/own_pages/members_page.h"
-#include "hosts/session/own_pages/own_page.h"
+#include "hosts/session/guarded_tab.h"
 #include "hosts/session/own_pages/own_pages.h"
 #include "hosts/session/property_tabs.h"
 #include "hosts/session/selection_data_object.h"
 #include "hosts/session/sheet_commit.h"
-#include "hosts/session/told_failures.h"
 #include "hosts/session/touched_fields.h"
 #include "hosts/session/watched_page.h"
 #include "hosts/sheets/scoped_flag.h"
 #include "platform/field_rows.h"
 
 namespace pelora::session {
-
-struct GuardedTabs::Tab {
-  Tab(const TabSurroundings& surroundings, IErrands& errands, std::vector<std::string> attributes)
-      : recording(surroundings.store,
-                  {.attributes = std::move(attributes),
-                   .keeps = [this](auto attribute) { return fields.touched.IsWanted(attribute); },
-                   .breathe = [&errands] { errands.Breathe(); }}),
-        told(recording, surroundings.platform.message_box, errands),
-        between(surroundings.between ? surroundings.between(told) : nullptr),
-        platform{.directory = between ? *between : told,
-                 .message_box = told,
-                 .modal_dialogs = surroundings.platform.modal_dialogs,
-                 .choosers = surroundings.platform.choosers,
-                 .text = surroundings.platform.text,
-                 .component_library = surroundings.platform.component_library} {}
-
-  /// Who was left out of what the page was to write is not left out of what is edited once more.
-  void TakeInEdited() {
-    for (const std::size_t field : fields.touched.TakeEdited()) {
-      recording.TakeInAgain(fields.touched.Row(field).attributes);
-    }
-  }
-
-  PageFields fields;
-  changes::RecordingDirectory recording;
-  ToldFailures told;
-  std::unique_ptr<IDirectoryService> between;
-  Platform platform;
-  /// Told what became of what was recorded, as long as the page is shown. May be none.
-  std::function<void(const std::function<bool(const std::string& dn)>& is_done)> on_committed;
-};
 
 /// What a sheet knows of its objects: of thousands it takes its time to go.
 struct GuardedTabs::Known {
@@ -212,74 +179,6 @@ HRESULT GuardedTabs::AddTab(const Guid& class_id, IDataObject& selection,
                    }
                    return AddPage(tab, std::move(page), add_page);
                  });
-}
-
-void GuardedTabs::AddOwnPage(const OwnPageKind& kind, const AddPropSheetPage& add_page) {
-  if (!surroundings_.templates.Dialog(kind.of_one).value) return;
-  // No page of its own binds objects by them: none would be all.
-  std::vector<std::string> attributes = kind.Attributes();
-  if (attributes.empty()) attributes.emplace_back("objectClass");
-  Tab& tab = MakeTab(std::move(attributes));
-  std::vector<std::string> names;
-  for (const DirectoryObject& object : selection_) {
-    names.push_back(object.dn);
-    errands().Breathe();
-  }
-  for (const AttributeWords& words : kind.words) book_.Add(words);
-  if (kind.lists == ListedObjects::kNone) {
-    AddFieldPage(tab, kind, std::move(names), add_page);
-  } else {
-    AddMembersPage(tab, kind, std::move(names), add_page);
-  }
-}
-
-void GuardedTabs::AddFieldPage(Tab& tab, const OwnPageKind& kind, std::vector<std::string> names,
-                               const AddPropSheetPage& add_page) {
-  auto page = std::make_unique<OwnPage>(
-      kind, std::move(names),
-      OwnPageSurroundings{.recording = tab.recording,
-                          .platform = tab.platform,
-                          .give_password = surroundings_.give_password,
-                          .why_no_password = WhyNoPassword(surroundings_.store, selection_.size()),
-                          .settle = [&fields = tab.fields](ControlId id) {
-                            fields.touched.Settle(id, *fields.dialog);
-                          }});
-  const auto page_template = surroundings_.templates.Dialog(page->Template());
-  if (!page_template.value) return;
-  std::vector<FieldRow> rows;
-  std::vector<const OwnField*> fields;
-  for (const OwnField& field : kind.fields) {
-    const bool is_on_page =
-        std::ranges::any_of(page_template.value->items,
-                            [&field](const auto& item) { return item.id == field.control; });
-    if (!is_on_page) continue;
-    rows.push_back(field.Row());
-    fields.push_back(&field);
-  }
-  tab.fields.shown = [&tab, fields](std::size_t field, const DirectoryObject& object) {
-    const OwnField& row = *fields.at(field);
-    return row.form->shown(row.attribute, SeenBy(tab.recording, object.dn));
-  };
-  Learn(tab, std::move(rows), page->Template());
-  (void)AddPage(tab, std::move(page), add_page);
-}
-
-void GuardedTabs::AddMembersPage(Tab& tab, const OwnPageKind& kind, std::vector<std::string> names,
-                                 const AddPropSheetPage& add_page) {
-  // Which groups somebody is in is written into the groups.
-  const bool is_written_here = kind.lists == ListedObjects::kMembers;
-  auto page = std::make_unique<MembersPage>(
-      kind, std::move(names),
-      MembersSurroundings{
-          .recording = tab.recording,
-          .platform = tab.platform,
-          .errands = errands(),
-          .find_names = surroundings_.find_names,
-          .why_read_only = is_written_here
-                               ? rights_.WhyReadOnly({.name = {}, .attributes = {"member"}})
-                               : std::string()});
-  tab.on_committed = [&page = *page](const auto& is_done) { page.OnCommitted(is_done); };
-  (void)AddPage(tab, std::move(page), add_page);
 }
 
 ldap::StoreStatus GuardedTabs::Read(std::span<const DirectoryObject> selection,

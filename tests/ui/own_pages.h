@@ -38,6 +38,7 @@ class OwnPages : public ConsoleTest {
     QCoreApplication::processEvents();
     return *sheet_;
   }
+  void Close() { sheet_.reset(); }
   [[nodiscard]] Lines Tabs() const {
     Lines titles;
     const auto* tabs = sheet_->sheet().findChild<QTabWidget*>();

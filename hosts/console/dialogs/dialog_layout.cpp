@@ -39,6 +39,8 @@ void AddUnseenLabel(QWidget& list, const QString& name) {
   label->hide();
 }
 
+}  // namespace
+
 void GiveKeys(const DialogControls& controls, const QString& taken) {
   QStringList captions;
   std::vector<DialogControl*> bearers;
@@ -53,8 +55,6 @@ void GiveKeys(const DialogControls& controls, const QString& taken) {
     bearers[at]->ShowCaption(marked[static_cast<qsizetype>(at)]);
   }
 }
-
-}  // namespace
 
 DialogUnits FittingUnits(const DialogTemplate& dialog, const DialogControls& controls,
                          const QFont& font) {

@@ -46,4 +46,8 @@ class DialogLayout {
 void ConnectControls(const resources::DialogTemplate& dialog, const DialogControls& controls,
                      const QString& taken_keys);
 
+/// Marks in each control's text the letter that leads to it with Alt: its own, or else one that is
+/// not in `taken`. To be done again when texts were changed.
+void GiveKeys(const DialogControls& controls, const QString& taken);
+
 }  // namespace pelora::console

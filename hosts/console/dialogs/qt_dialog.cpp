@@ -61,7 +61,10 @@ QtDialog::~QtDialog() {
 
 std::int32_t QtDialog::Open() {
   is_open_ = true;
-  return controller_.OnInitDialog(*this);
+  const std::int32_t answer = controller_.OnInitDialog(*this);
+  // It may have given controls other texts.
+  GiveKeys(controls_, host_.taken_keys);
+  return answer;
 }
 
 DialogControl* QtDialog::Find(ControlId id) const {
