@@ -2,14 +2,13 @@
 #include "hosts/ldap/ldb_store.h"
 
 #include <algorithm>
-#include <chrono>
 #include <functional>
 #include <future>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "hosts/ldap/entries_ahead.h"
+#include "hosts/ldap/first_entries.h"
 #include "hosts/ldap/known_entries.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/ldb_changes.h"
@@ -30,10 +29,6 @@ constexpr std::size_t kFewestTogether = 256;
 constexpr std::size_t kMostTogether = 2048;
 /// Entries that are read together: others wait meanwhile.
 constexpr std::size_t kReadTogether = 256;
-/// So many entries of a search are handed over before the others are looked for, unless they were
-/// so long in coming that to begin anew would cost more than it is worth.
-constexpr std::size_t kFirstEntries = 200;
-constexpr std::chrono::milliseconds kSoon{50};
 
 class LdbStore final : public IDirectoryStore, public IReadsAhead {
  public:
@@ -205,34 +200,8 @@ void LdbStore::ReadAhead() {
 }
 
 StoreStatus LdbStore::Search(const SearchRequest& request, const EntrySink& sink) {
-  // Whoever waits for many entries has the first of them at once; where they are all there are,
-  // that is the whole search.
-  std::vector<Entry> first;
-  bool is_whole = true;
-  const auto begin = std::chrono::steady_clock::now();
-  StoreStatus status = Find(request, [&](Entry entry) {
-    first.push_back(std::move(entry));
-    const bool is_early = std::chrono::steady_clock::now() - begin < kSoon;
-    is_whole = first.size() < kFirstEntries || !is_early;
-    return is_whole;
-  });
-  if (!status.Ok()) return status;
-  std::unordered_set<std::string> given;
-  // The lock is gone: the sink may ask for more.
-  for (Entry& entry : first) {
-    if (!is_whole) given.insert(entry.dn);
-    if (!sink(std::move(entry))) return {};
-  }
-  if (is_whole) return {};
-  std::vector<Entry> rest;
-  status = Find(request, [&](Entry entry) {
-    if (!given.contains(entry.dn)) rest.push_back(std::move(entry));
-    return true;
-  });
-  for (Entry& entry : rest) {
-    if (!status.Ok() || !sink(std::move(entry))) break;
-  }
-  return status;
+  const auto find = [&](const LdbConnection::Take& take) { return Find(request, take); };
+  return HandOverFirstEntriesEarly(find, sink);
 }
 
 StoreStatus LdbStore::Modify(const std::string& dn, std::span<const Modification> modifications) {
