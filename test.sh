@@ -50,12 +50,12 @@ configure native -DPELORA_SUITES_ELSEWHERE="$PWD/build/asan/suites.txt"
 # The extension itself, inside a property sheet of the system it is written for. It has one processor.
 build windows
 start windows-suites tests/windows/run_wine_suites.sh
-build native
-finish
-start native-suites ctest --preset native -j "$(nproc)"
 build asan
 finish
-ctest --preset asan -j "$(nproc)" || failed=1
+start asan-suites ctest --preset asan -j "$(nproc)"
+build native
+finish
+ctest --preset native -j "$(nproc)" || failed=1
 
 python3 tests/totals.py build/{native,asan,windows}/suites.txt || failed=1
 exit "$failed"
