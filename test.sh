@@ -4,7 +4,7 @@
 #
 # Suites run while the next build is under way: they wait more than they compute.
 set -uo pipefail
-cd "$(dirname "$0")"
+cd "$(dirname "$0")" || exit 1
 
 ./install.sh test || exit 1
 # Directory tests run beside a domain of their own: where that cannot be, it is said at once.
