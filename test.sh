@@ -4,7 +4,7 @@
 #
 # Suites run while the next build is under way: they wait more than they compute.
 set -uo pipefail
-cd "$(dirname "$0")"
+cd "$(dirname "$0")" || exit 1
 
 ./install.sh test || exit 1
 # Directory tests run beside a domain of their own: where that cannot be, it is said at once.
@@ -50,12 +50,12 @@ configure native -DPELORA_SUITES_ELSEWHERE="$PWD/build/asan/suites.txt"
 # The extension itself, inside a property sheet of the system it is written for. It has one processor.
 build windows
 start windows-suites tests/windows/run_wine_suites.sh
-build native
-finish
-start native-suites ctest --preset native -j "$(nproc)"
 build asan
 finish
-ctest --preset asan -j "$(nproc)" || failed=1
+start asan-suites ctest --preset asan -j "$(nproc)"
+build native
+finish
+ctest --preset native -j "$(nproc)" || failed=1
 
 python3 tests/totals.py build/{native,asan,windows}/suites.txt || failed=1
 exit "$failed"
