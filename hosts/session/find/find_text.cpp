@@ -77,9 +77,11 @@ FindText::FindText(std::string_view text) {
   std::vector<std::string_view> pieces = DividedAt("\n\r;", text);
   std::erase_if(pieces, [](std::string_view piece) { return Trimmed(piece).empty(); });
   if (pieces.empty()) return;
-  const bool is_line = pieces.size() == 1;
-  const std::string only = Trimmed(pieces.front());
-  if (is_line && !IsDistinguishedName(only) && DividedAt(",", only).size() == 1) {
+  // Commas with nothing on one side divide nothing: they are part of a name that is still typed.
+  std::vector<std::string_view> parts = DividedAt(",", pieces.front());
+  std::erase_if(parts, [](std::string_view part) { return Trimmed(part).empty(); });
+  const std::string only = Trimmed(parts.size() == 1 ? parts.front() : pieces.front());
+  if (pieces.size() == 1 && parts.size() == 1 && !IsDistinguishedName(only)) {
     // A person's name and address is the address, not words that all have to be there.
     const std::string unwrapped = Unwrapped(only);
     words_ = only.ends_with('>') ? std::vector{unwrapped} : WordsOf(only);

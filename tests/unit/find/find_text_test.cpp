@@ -21,6 +21,9 @@ std::vector<std::string> Given(const FindText& text) {
 TEST(TextToFind, OfOneLineIsWords) {
   EXPECT_THAT(FindText("birgit").words(), ElementsAre("birgit"));
   EXPECT_THAT(FindText(" Birgit \t Krämer \n").words(), ElementsAre("Birgit", "Krämer"));
+  // A list of one is none: a name with a comma is still being typed.
+  EXPECT_THAT(FindText(", Dr.").words(), ElementsAre("Dr."));
+  EXPECT_THAT(FindText("Meyer,").words(), ElementsAre("Meyer"));
   EXPECT_THAT(FindText("\"Birgit Krämer\"").words(), ElementsAre("Birgit Krämer"));
   EXPECT_THAT(FindText("a@example.org").words(), ElementsAre("a@example.org"));
   EXPECT_THAT(FindText("mailto:a@example.org").words(), ElementsAre("a@example.org"));
