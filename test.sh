@@ -54,8 +54,8 @@ build asan
 finish
 start asan-suites ctest --preset asan -j "$(nproc)"
 build native
-finish
 ctest --preset native -j "$(nproc)" || failed=1
+finish
 
 python3 tests/totals.py build/{native,asan,windows}/suites.txt || failed=1
 exit "$failed"

@@ -34,6 +34,8 @@ function(pelora_use_test_headers)
       target_precompile_headers(pelora_test_headers PRIVATE <hosts/windows/system_headers.h>)
     endif()
     pelora_test_code(pelora_test_headers)
+    # Built for those who use it.
+    set_target_properties(pelora_test_headers PROPERTIES EXCLUDE_FROM_ALL ON)
     # In angle brackets it is found by the include path: clones at different places share it.
     target_precompile_headers(pelora_test_headers PRIVATE <tests/support/test_headers.h>)
   endif()
@@ -50,6 +52,7 @@ function(pelora_use_qt_test_headers)
     add_library(pelora_qt_test_headers OBJECT "${PROJECT_SOURCE_DIR}/tests/support/test_headers.cpp")
     target_link_libraries(pelora_qt_test_headers PRIVATE pelora_qt_dialogs GTest::gmock)
     pelora_test_code(pelora_qt_test_headers)
+    set_target_properties(pelora_qt_test_headers PROPERTIES EXCLUDE_FROM_ALL ON)
     target_precompile_headers(pelora_qt_test_headers PRIVATE
       <hosts/console/qt_headers.h> <tests/support/test_headers.h>)
   endif()
