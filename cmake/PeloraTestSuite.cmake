@@ -79,15 +79,16 @@ function(pelora_count_suite name file result)
   set(${result} TRUE PARENT_SCOPE)
 endfunction()
 
-# pelora_test_suite(NAME [QT] SOURCES source... LIBRARIES library... [ENVIRONMENT NAME=VALUE...]
+# pelora_test_suite(NAME [QT] [LONG] SOURCES source... LIBRARIES library... [ENVIRONMENT NAME=VALUE...]
 #                   [LAUNCHER command...])
 #
-# Builds one GoogleTest program and registers it as one suite. QT says that it tests widgets. A launcher is
+# Builds one GoogleTest program and registers it as one suite. QT says that it tests widgets, LONG that it
+# runs for more than half a minute: such suites begin first, or the last of them runs alone. A launcher is
 # a command that runs it, with the program's own command line behind its own. The program leaves its
 # results in results/NAME.xml below the build folder, where test.sh counts them; a suite whose file is
 # missing did not run, and that is an error.
 function(pelora_test_suite name)
-  cmake_parse_arguments(suite "QT" "" "SOURCES;LIBRARIES;ENVIRONMENT;LAUNCHER" ${ARGN})
+  cmake_parse_arguments(suite "QT;LONG" "" "SOURCES;LIBRARIES;ENVIRONMENT;LAUNCHER" ${ARGN})
   add_executable(${name} ${suite_SOURCES})
   target_link_libraries(${name} PRIVATE pelora_options GTest::gmock_main ${suite_LIBRARIES})
   pelora_test_code(${name})
@@ -108,6 +109,9 @@ function(pelora_test_suite name)
     # Sanitizers do not get along with the way in which libldb binds its modules' symbols.
     list(APPEND suite_ENVIRONMENT LDB_MODULES_DISABLE_DEEPBIND=1
       "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
+  endif()
+  if(suite_LONG)
+    set_tests_properties(${name} PROPERTIES COST 1000)
   endif()
   set_tests_properties(${name} PROPERTIES TIMEOUT 600
     ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp;${suite_ENVIRONMENT}")
