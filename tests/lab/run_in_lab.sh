@@ -30,8 +30,8 @@ deploy="$root/deploy"
 made_of=("$here/make_domain.sh" "$here/provision_domain.py" "$here/lab_settings.sh" "$here/lab_objects.ldif"
   "$deploy/pelora-deploy" "$deploy/schema.ldif")
 state="$(cat "${made_of[@]}" | sha256sum | cut -c1-16)"
-# One with many more users, for measuring.
-kind="${PELORA_LAB_BENCH:+bench}"
+# One with many more users, for measuring: see make_domain.sh.
+kind="${PELORA_LAB_BENCH:+bench-$PELORA_LAB_BENCH}"
 kind="${kind:-domain}"
 archive="$folder/$kind-$state.tar"
 
