@@ -36,7 +36,8 @@ struct DirectorySession {
   std::unique_ptr<ldap::NetworkSession> network_;
 
  public:
-  /// The file's path, byte for byte as it was given, or the server's name.
+  /// The file's path, byte for byte as it was given, or the name of the server that it was opened
+  /// on: another one may have taken over since (`Server`).
   std::string path;
   bool is_file = true;
   /// As whom it is worked with: `name@REALM`; empty with a file.

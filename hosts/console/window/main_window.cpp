@@ -111,11 +111,8 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   pane_->EndDirectory();
   history_desk_.SetDirectory(&shown->history, &shown->store);
   directory_ = std::move(shown);
-  const session::DirectorySession& open = *directory_->session;
-  const QString path = ToQString(open.path);
-  const QString name = open.is_file ? QFileInfo(path).fileName() : path;
-  setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
-  pane_->ShowDirectory(std::move(base), open.open_another, &directory_->fields);
+  ShowWho();
+  pane_->ShowDirectory(std::move(base), directory_->session->open_another, &directory_->fields);
   RecallContainer();
   return true;
 }
@@ -123,11 +120,15 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
 void MainWindow::ShowWho() {
   if (!directory_) return;
   const session::DirectorySession& open = *directory_->session;
-  const QString path = ToQString(open.path);
+  // Another server may have taken over meanwhile.
+  const ldap::ChosenServer server = open.Server();
+  const QString name = Readable(open.is_file ? QFileInfo(ToQString(open.path)).fileName()
+                                             : ToQString(server.name.Text()));
+  setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
   QString text = open.is_file
-                     ? QStringLiteral("Directory file %1").arg(Readable(QFileInfo(path).fileName()))
-                     : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), path);
-  if (const auto writer = open.Server().writer) {
+                     ? QStringLiteral("Directory file %1").arg(name)
+                     : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), name);
+  if (const auto writer = server.writer) {
     text += QStringLiteral(", changes go to %1").arg(ToQString(writer->Text()));
   }
   who_->setText(text);
@@ -206,8 +207,9 @@ void MainWindow::AskForFile() {
 }
 
 void MainWindow::AskForServer() {
-  const bool is_server = session() != nullptr && !session()->is_file;
-  ConnectDialog dialog(is_server ? ToQString(session()->path) : QString(), this);
+  // One that was found is found again by an empty line, or a nearer one.
+  const bool is_named = session() != nullptr && session()->Server().is_named;
+  ConnectDialog dialog(is_named ? ToQString(session()->path) : QString(), this);
   if (RunModal(dialog) == QDialog::Accepted) OpenServerBesides(dialog.Server());
 }
 

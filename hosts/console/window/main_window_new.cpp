@@ -52,7 +52,7 @@ void MainWindow::MakeNewLikeThis() {
 
 KeptPatterns MainWindow::PatternsAt(const session::DirectoryObject& container) {
   const std::optional<ldap::Entry> company = session::FindCompany(directory_->store, container.dn);
-  const std::string directory = session()->path;
+  const std::string directory = directory_->name;
   const std::string whose = company ? company->dn : std::string();
   Remembered& remembered = pane_->remembered();
   return {.patterns = remembered.Patterns(directory, whose),

@@ -5,6 +5,8 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QMimeData>
+#include <algorithm>
+#include <array>
 
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -16,10 +18,12 @@ namespace {
 constexpr const char* kGeometry = "window/geometry";
 constexpr const char* kState = "window/state";
 constexpr const char* kSplit = "window/split";
-/// "file" or "server", a blank, and the name.
+/// "file", "server" or "domain", a blank, and the name.
 constexpr const char* kLast = "last/directory";
 constexpr QLatin1String kFile("file ");
 constexpr QLatin1String kServer("server ");
+/// Of a server that was found: another one may be nearer next time.
+constexpr QLatin1String kDomain("domain ");
 
 QString Key(const char* name) { return QString::fromLatin1(name); }
 
@@ -41,7 +45,10 @@ void MainWindow::Recall() {
   restoreState(remembered.Bytes(Key(kState)));
   pane_->restoreState(remembered.Bytes(Key(kSplit)));
   last_ = QString::fromUtf8(remembered.Bytes(Key(kLast)));
-  open_last_->setVisible(last_.startsWith(kFile) || last_.startsWith(kServer));
+  const bool is_known =
+      std::ranges::any_of(std::array{kFile, kServer, kDomain},
+                          [this](QLatin1String kind) { return last_.startsWith(kind); });
+  open_last_->setVisible(is_known);
   const QString name = last_.mid(last_.indexOf(QLatin1Char(' ')) + 1);
   const bool is_file = last_.startsWith(kFile);
   open_last_->setText(
@@ -56,12 +63,20 @@ void MainWindow::Remember() {
   remembered.SetBytes(Key(kSplit), pane_->saveState());
   RememberContainer();
   if (session() == nullptr) return;
-  const QString last = (session()->is_file ? kFile : kServer) + ToQString(session()->path);
+  QString last;
+  if (session()->is_file) {
+    last = kFile + ToQString(session()->path);
+  } else if (session()->Server().is_named) {
+    last = kServer + ToQString(session()->path);
+  } else {
+    const std::string& user = session()->user;
+    last = kDomain + ToQString(user.substr(user.find('@') + 1));
+  }
   remembered.SetBytes(Key(kLast), last.toUtf8());
 }
 
 QString MainWindow::ContainerKey() const {
-  const QByteArray name = ToQString(session()->path).toUtf8().toPercentEncoding();
+  const QByteArray name = QByteArray::fromStdString(directory_->name).toPercentEncoding();
   return QStringLiteral("containers/%1").arg(QString::fromLatin1(name));
 }
 
@@ -80,7 +95,8 @@ void MainWindow::OpenLast() {
   if (last_.startsWith(kFile)) {
     OpenFile(name);
   } else {
-    OpenServerBesides(name);
+    // The ticket says of which domain one is to be found.
+    OpenServerBesides(last_.startsWith(kDomain) ? QString() : name);
   }
 }
 

@@ -5,12 +5,17 @@
 #include <string>
 #include <utility>
 
+#include "hosts/ldap/entry_values.h"
+
 namespace pelora::console {
 namespace {
 
-/// By which the directory's history is found again, from wherever the console is started.
-std::string NameOf(const session::DirectorySession& session) {
-  return session.is_file ? std::filesystem::absolute(session.path).string() : session.path;
+std::string NameOf(const session::DirectorySession& session, ldap::IDirectoryStore& store) {
+  if (session.is_file) return std::filesystem::absolute(session.path).string();
+  ldap::Entry root;
+  std::string domain;
+  if (store.ReadRoot(root).Ok()) domain = ldap::FirstValue(root, "defaultNamingContext");
+  return domain.empty() ? session.path : domain;
 }
 
 }  // namespace
@@ -20,7 +25,8 @@ ShownDirectory::ShownDirectory(std::unique_ptr<session::DirectorySession> opened
                                const resources::ResourceFile& module)
     : session(std::move(opened)),
       store(*session->store, errands),
-      history(session::ChangesFolder(), NameOf(*session), session->store->schema()),
+      name(NameOf(*session, store)),
+      history(session::ChangesFolder(), name, session->store->schema()),
       service(store),
       choosers(store, session->open_another),
       platform(service, message_box, choosers, module),

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "hosts/console/choosers/qt_choosers.h"
 #include "hosts/console/program/console_platform.h"
@@ -19,7 +20,7 @@ namespace pelora::console {
 /// A directory that a window shows, with everything that works on it. It outlives the pages, the
 /// wizards and the readers that are made with it.
 struct ShownDirectory {
-  /// Nothing is read yet. All but the session outlive the object.
+  /// Nothing is read yet but what the directory is called. All but the session outlive the object.
   ShownDirectory(std::unique_ptr<session::DirectorySession> opened, session::IErrands& errands,
                  IMessageBox& message_box, const resources::ResourceFile& module);
   ShownDirectory(const ShownDirectory&) = delete;
@@ -28,6 +29,9 @@ struct ShownDirectory {
   const std::unique_ptr<session::DirectorySession> session;
   /// The session's directory for the window's thread, which is not to wait.
   session::BesideStore store;
+  /// By which the directory is known again, from wherever the console is started and whichever of a
+  /// domain's servers it works with: a file's path, or the domain's distinguished name.
+  const std::string name;
   session::ChangeHistory history;
   ldap::StoreDirectoryService service;
   QtChoosers choosers;

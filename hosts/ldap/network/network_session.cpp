@@ -57,6 +57,12 @@ NetworkSession::~NetworkSession() = default;
 StoreStatus NetworkSession::Open(const NetworkOptions& options,
                                  std::unique_ptr<NetworkSession>& session,
                                  const std::stop_token& stop) {
+  return Open(options, FindServersOfTicket(options), session, stop);
+}
+
+StoreStatus NetworkSession::Open(const NetworkOptions& options, ServerFinder find,
+                                 std::unique_ptr<NetworkSession>& session,
+                                 const std::stop_token& stop) {
   session.reset();
   if (!options.server.empty() && !ParseServerName(options.server)) {
     return {kLdapParamError, "'" + options.server + "' is no name of a server"};
@@ -64,7 +70,7 @@ StoreStatus NetworkSession::Open(const NetworkOptions& options,
   if (!options.site.empty() && !IsSiteName(options.site)) {
     return {kLdapParamError, "'" + options.site + "' is no name of a site"};
   }
-  auto servers = std::make_shared<ServerChoice>(options);
+  auto servers = std::make_shared<ServerChoice>(options, std::move(find));
   const auto schemas = std::make_shared<SchemaCache>();
   StoreOpener opener = MakeOpener(servers, schemas);
   std::unique_ptr<IDirectoryStore> store;

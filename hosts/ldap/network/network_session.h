@@ -26,6 +26,10 @@ class NetworkSession {
   /// as with `StoreOpener`.
   static StoreStatus Open(const NetworkOptions& options, std::unique_ptr<NetworkSession>& session,
                           const std::stop_token& stop = {});
+  /// The same with servers that `find` finds, when none is named.
+  static StoreStatus Open(const NetworkOptions& options, ServerFinder find,
+                          std::unique_ptr<NetworkSession>& session,
+                          const std::stop_token& stop = {});
   ~NetworkSession();
   NetworkSession(const NetworkSession&) = delete;
   NetworkSession& operator=(const NetworkSession&) = delete;
