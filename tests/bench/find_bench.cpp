@@ -1,19 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
-// Measures how a directory file with very many users is listed, scrolled and searched in the
-// console's list, and prints a table of limits.
+// Measures how a directory with very many users is listed, scrolled and searched in the console's
+// list, and prints a table of limits.
 //
-//   find_bench FOLDER [USERS]
+//   find_bench file FOLDER [USERS]
+//   find_bench domain
 //
-// In FOLDER the file is made, with 100,000 users unless another number is given, and kept for the
-// next time. The exit code is 1 when a limit is exceeded.
+// In FOLDER a directory file is made, with 100,000 users unless another number is given, and kept
+// for the next time. The domain is the lab's, and has as many as it was made with. The exit code is
+// 1 when a limit is exceeded.
 #include <QApplication>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTreeView>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "hosts/console/reading/directory_reader.h"
 #include "hosts/console/window/container_listing.h"
@@ -39,6 +44,10 @@ constexpr double kMemory = 300;
 /// Beside the tool's search for the same.
 constexpr double kFind = 1.2;
 constexpr int kRounds = 5;
+constexpr const char* kNobody = "nobody at all";
+constexpr const char* kWord = "4242";
+/// What the list asks for.
+constexpr const char* kAsked = "objectClass name description sAMAccountName mail";
 
 /// Names in no order: as people come and go.
 std::string NameOf(int number, int users) {
@@ -126,20 +135,46 @@ class ShownList {
   console::ContainerListing listing_{pane_};
 };
 
-std::string SearchByTool(const std::string& file, const std::string& word) {
-  const std::string filter = session::WithoutHidden(session::FilterOfWords({word}));
-  return "ldbsearch -H '" + file + "' -b DC=linden-werke,DC=example '" + filter +
-         "' objectClass name description sAMAccountName mail > /dev/null 2>&1";
+/// A directory, and the tool that searches it for what is to stand in between.
+struct Measured {
+  std::unique_ptr<session::DirectorySession> session;
+  std::string tool;
+  std::string search;
+
+  void SearchFor(const std::string& word) const {
+    const std::string filter = session::WithoutHidden(session::FilterOfWords({word}));
+    RunTool(search + " '" + filter + "' " + kAsked + " > /dev/null 2>&1");
+  }
+};
+
+Measured Opened(session::SessionResult opened, std::string tool, std::string search) {
+  if (!opened.session) throw std::runtime_error(opened.error);
+  return {std::move(opened.session), std::move(tool), std::move(search)};
 }
 
-int Run(const std::string& folder, int users) {
+Measured OpenFile(const std::string& folder, int users) {
   const std::string file = LargeFile(folder, users);
-  session::SessionResult opened = session::OpenDirectoryFile(file);
-  if (!opened.session) throw std::runtime_error(opened.error);
+  return Opened(session::OpenDirectoryFile(file), "ldbsearch",
+                "ldbsearch -H '" + file + "' -b DC=linden-werke,DC=example");
+}
+
+Measured OpenDomain() {
+  return Opened(session::OpenServer(Server()), "ldapsearch",
+                Tool("ldapsearch") + "-LLL -E pr=1000/noprompt -b '" + Base() + "'");
+}
+
+/// How much else the machine had to do.
+std::string Load() {
+  double load = 0;
+  return getloadavg(&load, 1) == 1 ? "load " + std::to_string(load) : "load unknown";
+}
+
+int Run(const Measured& measured) {
   BenchTable table;
-  ShownList list(*opened.session);
-  // The file is in the machine's memory from now on, as a directory's is.
-  list.Find("nobody at all");
+  table.Explain(Load());
+  ShownList list(*measured.session);
+  // The directory is in the machine's memory from now on.
+  list.Find(kNobody);
   {
     test::TurnMeter meter;
     const double first = SecondsOf([&] {
@@ -158,6 +193,7 @@ int Run(const std::string& folder, int users) {
     list.Scroll();
     table.Add("longest turn while scrolling", static_cast<double>(meter.longest()), "a frame",
               kTurn, 1, "ms");
+    table.Explain("turns: " + meter.Text());
   }
   for (const int column : {3, 0}) {
     table.Explain("ordered by column " + std::to_string(column) + " in " +
@@ -174,18 +210,19 @@ int Run(const std::string& folder, int users) {
                 " s");
   list.pane().filter().clear();
   table.Add("memory", MostMemory(), "the limit", kMemory, 1, "MB");
-  const std::string word = "4242";
   const Pair pair = MediansOf(
       kRounds,
       [&] {
-        list.Find("nobody at all");
-        list.Find(word);
+        list.Find(kNobody);
+        list.Find(kWord);
       },
       [&] {
-        RunTool(SearchByTool(file, "nobody at all"));
-        RunTool(SearchByTool(file, word));
+        measured.SearchFor(kNobody);
+        measured.SearchFor(kWord);
       });
-  table.Add("find by part of a name", pair.first, "ldbsearch, the same filter", pair.second, kFind);
+  table.Add("find by part of a name", pair.first, measured.tool + ", the same filter", pair.second,
+            kFind);
+  table.Explain("found " + std::to_string(list.pane().ShownCount()) + "; " + Load());
   return table.AllHold() ? 0 : 1;
 }
 
@@ -193,14 +230,19 @@ int Run(const std::string& folder, int users) {
 }  // namespace pelora::lab
 
 int main(int argc, char** argv) {
-  if (argc < 2) {
-    std::cerr << "usage: find_bench FOLDER [USERS]" << std::endl;
+  using namespace pelora::lab;
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  const bool is_domain = words == std::vector<std::string>{"domain"};
+  const bool is_file = (words.size() == 2 || words.size() == 3) && words.front() == "file";
+  if (!is_domain && !is_file) {
+    std::cerr << "usage: find_bench file FOLDER [USERS] | find_bench domain" << std::endl;
     return 2;
   }
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   try {
-    return pelora::lab::Run(argv[1], argc > 2 ? std::stoi(argv[2]) : pelora::lab::kUsers);
+    const int users = words.size() == 3 ? std::stoi(words[2]) : kUsers;
+    return Run(is_domain ? OpenDomain() : OpenFile(words[1], users));
   } catch (const std::exception& failure) {
     std::cerr << "find_bench: " << failure.what() << std::endl;
     return 2;
