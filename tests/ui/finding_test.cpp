@@ -168,7 +168,7 @@ TEST_F(Finding, WhatARuleFindsIsOpenedAtItsField) {
   EXPECT_EQ(sheet.focusWidget(), &field->widget());
   // The sheet is open by now, and is led there again.
   sheet.Dialog(sheet.CurrentPage())->Find(IDC_PELORA_HIDDEN)->widget().setFocus();
-  window().activateWindow();
+  contract::Activate(window());
   pane().list().view().setFocus();
   Press(Qt::Key_Return);
   EXPECT_EQ(window().sheets().Open().size(), 1);
@@ -349,7 +349,7 @@ TEST_F(Finding, TellsKindsOfAccountsApart) {
 }
 
 TEST_F(Finding, ScrollsAndSortsManyThousands) {
-  constexpr int kMany = 100'000;
+  constexpr int kMany = 20'000;
   std::vector<session::ListedObject> objects;
   for (int at = 0; at < kMany; ++at) {
     const std::string number = std::to_string((at * 7919) % kMany);
@@ -367,7 +367,7 @@ TEST_F(Finding, ScrollsAndSortsManyThousands) {
     return ToUtf8(many.view().model()->index(row, column).data().toString());
   };
   EXPECT_EQ(many.ShownCount(), kMany);
-  EXPECT_EQ(text(0, 1), "99999");
+  EXPECT_EQ(text(0, 1), "19999");
   EXPECT_EQ(text(kMany - 1, 1), "0");
   many.view().sortByColumn(0, Qt::AscendingOrder);
   EXPECT_EQ(text(0, 0), "User 0");

@@ -119,10 +119,7 @@ class ColumnUser {
  public:
   explicit ColumnUser(QWidget& dialog)
       : dialog_(dialog), list_(*dialog.findChild<QListWidget*>(QStringLiteral("columns"))) {
-    dialog.activateWindow();
-    // The toolkit calls a window active as soon as the one behind it is.
-    EXPECT_TRUE(
-        QTest::qWaitFor([&dialog] { return QApplication::activeWindow() == &dialog; }, kPatience));
+    contract::Activate(dialog);
   }
 
   void GoTo(const char* column) {
@@ -220,7 +217,8 @@ TEST_F(ListKeyboard, TheDialogHasTheColumnsAsTheMouseHasLeftThem) {
 
 // Many thousands.
 
-constexpr int kMany = 100'000;
+/// A bench measures five times as many.
+constexpr int kMany = 20'000;
 constexpr int kArrival = 1000;
 
 session::ListedObject Numbered(int number) {
@@ -305,10 +303,10 @@ TEST_F(ManyObjects, AreNarrowedAsTheyArriveAndInOneStep) {
   EXPECT_GT(before, 0);
   Arrive(kMany / 2, kMany / 2);
   EXPECT_GT(pane_.ShownCount(), before);
-  ASSERT_EQ(pane_.ShownCount(), 111) << "999, 9990 to 9999, 99900 to 99999";
+  ASSERT_EQ(pane_.ShownCount(), 11) << "999, 9990 to 9999";
   EXPECT_EQ(Text(0, 0), "User 999");
   EXPECT_EQ(Text(1, 0), "User 9990");
-  EXPECT_EQ(Text(2, 0), "User 99900");
+  EXPECT_EQ(Text(2, 0), "User 9991");
   pane_.filter().clear();
   EXPECT_EQ(pane_.ShownCount(), kMany);
 }

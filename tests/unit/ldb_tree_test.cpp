@@ -153,6 +153,23 @@ TEST_F(LdbTreeTest, WhatWasDeletedBeforeARefusalIsSaid) {
   EXPECT_EQ(status.text, "2 of 9 objects were deleted before: no rights");
 }
 
+TEST_F(LdbTreeTest, WhatSomebodyElseDeletesMeanwhileHoldsUpNothingButTheObjectItself) {
+  const auto remove = [this](const std::string& dn) {
+    return store_->Remove({.dn = dn, .attributes = {}}, Extent::kAlone);
+  };
+  std::vector<std::string> gone;
+  const auto twice = [&](const std::string& dn) {
+    gone.push_back(dn);
+    EXPECT_TRUE(remove(dn).Ok()) << "somebody else";
+    return remove(dn);
+  };
+  const std::size_t count = NamesBelow(kWorks).size();
+  const StoreStatus status = RemoveBottomUp(*store_, kWorks, twice);
+  EXPECT_EQ(status.code, kLdapNoSuchObject);
+  EXPECT_THAT(status.text, HasSubstr("8 of 9 objects were deleted before: "));
+  EXPECT_THAT(gone, SizeIs(count));
+}
+
 TEST(ObjectName, GetsAnotherFirstPartOrAnotherContainer) {
   EXPECT_EQ(FirstPart("CN=a\\,b,OU=c,DC=d"), "CN=a\\,b");
   EXPECT_EQ(ContainerOf("CN=a\\,b,OU=c,DC=d"), "OU=c,DC=d");

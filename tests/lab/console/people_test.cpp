@@ -298,6 +298,32 @@ TEST_F(People, TwoAdministratorsMembersBothStayAndUndoTakesBackItsOwn) {
   EXPECT_THAT(Stored(group, "member"), UnorderedElementsAre(left, theirs));
 }
 
+TEST_F(People, MoreMembersThanADirectoryGivesAtOnceAreListedAndOnlyWhatChangesIsSent) {
+  // Active Directory gives 1,500 of them at a time, Samba all that there are.
+  constexpr int kUsers = 1100;
+  constexpr int kContacts = 402;
+  Lines members;
+  for (int number = 0; number < kUsers; ++number) {
+    members.push_back("CN=Person " + std::to_string(number) + ",OU=Many," + lab::Base());
+  }
+  for (int number = 0; number < kContacts; ++number) {
+    members.push_back(Add("Friend " + std::to_string(number), {{"objectClass", {"contact"}}}));
+  }
+  const std::string late = AddUser("late");
+  const std::string group = AddGroup("long", members);
+  OpenSheet& open = Open({group}, "Members");
+  EXPECT_EQ(Page().ListBox(IDC_OWN_MEMBERS).Count(), members.size());
+  Choose({late});
+  RemoveRow("Person 1017");
+  open.ClickApply();
+  std::erase(members, "CN=Person 1017,OU=Many," + lab::Base());
+  members.push_back(late);
+  Lines stored = Stored(group, "member");
+  std::ranges::sort(stored);
+  std::ranges::sort(members);
+  EXPECT_EQ(stored, members);
+}
+
 TEST_F(People, MemberOfIsWrittenIntoTheGroupsAndSaysThePrimaryOne) {
   const std::string eva = AddUser("eva");
   const std::string before = AddGroup("before", {eva});

@@ -237,6 +237,11 @@ TEST(RecycleBin, IsOnWhereTheDomainSaysSoAndGivesBack) {
   EXPECT_TRUE(ReadKeepsDeleted(store, keeps).Ok());
   EXPECT_FALSE(keeps);
   store.entry.attributes["msDS-EnabledFeature"] = {
+      "CN=Privileged Access Management Feature,CN=Optional Features,CN=Configuration,DC=x"};
+  EXPECT_TRUE(ReadKeepsDeleted(store, keeps).Ok());
+  EXPECT_FALSE(keeps) << "another feature";
+  store.entry.attributes["msDS-EnabledFeature"] = {
+      "CN=Privileged Access Management Feature,CN=Optional Features,CN=Configuration,DC=x",
       "CN=Recycle Bin Feature,CN=Optional Features,CN=Configuration,DC=x"};
   EXPECT_TRUE(ReadKeepsDeleted(store, keeps).Ok());
   EXPECT_TRUE(keeps);
