@@ -8,12 +8,16 @@
 #include <QEvent>
 #include <QMessageBox>
 #include <QPointer>
+#include <QTest>
 #include <QTimer>
 
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::contract {
 namespace {
+
+constexpr int kPatience = 20000;
+constexpr const char* kPassedOver = "passed_over";
 
 std::string Describe(const QWidget& window) {
   const auto* box = qobject_cast<const QMessageBox*>(&window);
@@ -42,7 +46,7 @@ void ModalScripts::Play() {
   const QPointer<QWidget> window = QApplication::activeModalWidget();
   if (!window) return;
   // A window that comes up on a slow machine only is no script's, where a test says so.
-  if (qApp->property("passed_over") == window->objectName()) return;
+  if (qApp->property(kPassedOver) == window->objectName()) return;
   if (scripts_.empty()) {
     // It says that something takes its time, which on a slow machine anything may.
     if (window->objectName() == QStringLiteral("errand")) return;
@@ -55,6 +59,19 @@ void ModalScripts::Play() {
     ADD_FAILURE() << "the script leaves its window standing: " << Describe(*window);
   }
   static_cast<QDialog*>(window.data())->done(0);
+}
+
+PassedOver::PassedOver(const char* name) {
+  qApp->setProperty(kPassedOver, QString::fromLatin1(name));
+}
+
+PassedOver::~PassedOver() { qApp->setProperty(kPassedOver, QVariant()); }
+
+void Activate(QWidget& window) {
+  window.activateWindow();
+  EXPECT_TRUE(
+      QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; }, kPatience))
+      << Describe(window);
 }
 
 }  // namespace pelora::contract

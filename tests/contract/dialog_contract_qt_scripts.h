@@ -30,4 +30,18 @@ class ModalScripts final : public QObject {
   std::deque<ModalScript> scripts_;
 };
 
+/// While it lives, windows of a name are no script's. The name stands for those that come up on a
+/// slow machine only: "Please Wait", unless another one is given.
+class PassedOver {
+ public:
+  explicit PassedOver(const char* name = "errand");
+  ~PassedOver();
+  PassedOver(const PassedOver&) = delete;
+  PassedOver& operator=(const PassedOver&) = delete;
+};
+
+/// Brings a window to the front, as the desktop would, and waits until keys go to it. (The toolkit
+/// calls a dialog active as soon as the window behind it is.)
+void Activate(QWidget& window);
+
 }  // namespace pelora::contract

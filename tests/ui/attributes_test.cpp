@@ -27,11 +27,9 @@ constexpr int kPatience = 20000;
 class Attributes : public WritingSheet {
  protected:
   Attributes() : window_(module()) {
-    // What is read beside the window may take its time.
-    qApp->setProperty("passed_over", QStringLiteral("errand"));
     if (!window_.SetSession(TakeSession())) throw std::runtime_error("no session");
     window_.show();
-    window_.activateWindow();
+    contract::Activate(window_);
     window_.pane().GoTo(kSales);
     Await([this] {
       const auto* const container = window_.pane().Container();
@@ -45,7 +43,6 @@ class Attributes : public WritingSheet {
   }
   ~Attributes() override {
     Await([] { return true; });
-    qApp->setProperty("passed_over", QVariant());
   }
   void Await(const std::function<bool()>& is_so) {
     QCoreApplication::processEvents();
@@ -90,6 +87,7 @@ class Attributes : public WritingSheet {
   [[nodiscard]] console::MainWindow& window() { return window_; }
 
  private:
+  const contract::PassedOver errands_{};
   console::MainWindow window_;
 };
 

@@ -81,12 +81,6 @@ class BulkSheet : public WritingSheet {
     return ldif.toPlainText().contains(QStringLiteral("CN=User %1,").arg(Count() - 1));
   }
 
-  /// Whether the window that tells what is waited for is nobody's business.
-  static void PassOverErrands(bool are_passed_over) {
-    qApp->setProperty("passed_over",
-                      are_passed_over ? QVariant(QStringLiteral("errand")) : QVariant());
-  }
-
   MemoryStore directory;
   std::vector<session::DirectoryObject> users;
 };
@@ -98,8 +92,7 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
   session::ChangeHistory history(folder().File("changes"), "x", store.schema());
   TurnMeter meter;
   // What takes its time on a slow machine only is waited for without a word.
-  PassOverErrands(true);
-  const auto heed_errands = qScopeGuard([] { PassOverErrands(false); });
+  std::optional<contract::PassedOver> errands_unseen(std::in_place);
 
   meter.Enter("opening");
   OpenSheet open(
@@ -116,7 +109,7 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
     const auto& ldif = Part<QPlainTextEdit>(window, "review_ldif");
     EXPECT_TRUE(QTest::qWaitFor([&] { return IsWhole(ldif); }, 60000));
     meter.Enter("writing");
-    PassOverErrands(false);
+    errands_unseen.reset();
     Part<QPushButton>(window, "review_write").click();
   });
   // The stalling is long enough to be told of.
@@ -132,7 +125,7 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
                   " not begun.");
     EXPECT_EQ(HiddenCount(), 85U);
     store.Mend();
-    PassOverErrands(true);
+    errands_unseen.emplace();
     meter.Enter("writing once more");
     Part<QPushButton>(window, "results_retry").click();
   });

@@ -50,8 +50,7 @@ class ChooserLooks : public ConsoleTest {
   /// Looks at the next chooser, which stands open, keeps a picture of it and cancels it.
   void Look(const char* name, std::function<void(ChooserUser&)> prepare) {
     modal_scripts().Add([name, prepare = std::move(prepare)](QWidget& window) {
-      window.activateWindow();
-      EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+      contract::Activate(window);
       ChooserUser user(window);
       prepare(user);
       EXPECT_EQ(FaultsOfSight(window), Lines());

@@ -43,8 +43,7 @@ class ChoosersTest : public ConsoleTest {
     modal_scripts().Add([script = std::move(script)](QWidget& window) {
       ChooserUser user(window);
       // The desktop of the tests activates no window by itself.
-      window.activateWindow();
-      EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+      contract::Activate(window);
       script(user);
     });
   }

@@ -168,7 +168,7 @@ TEST_F(Window, OpensPropertiesInEveryWay) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_THAT(Sheets(), IsEmpty());
     // No window manager hands the activation on.
-    window().activateWindow();
+    contract::Activate(window());
     list().setFocus();
     QCoreApplication::processEvents();
   };

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QLabel>
+#include <QLineEdit>
+#include <QTableWidget>
 #include <QTest>
 #include <QTreeView>
 
@@ -18,6 +21,7 @@
 #include "hosts/console/life/place_dialog.h"
 #include "hosts/console/life/rename_dialog.h"
 #include "hosts/console/new_object/pattern_dialog.h"
+#include "hosts/console/password/reset_password_dialog.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/connect_dialog.h"
 #include "hosts/console/window/main_window.h"
@@ -97,6 +101,9 @@ class Tour {
     console::PatternDialog patterns({.logon_name = kLongWord, .address = kLongWord}, Long(), {},
                                     nullptr);
     Look(patterns, "patterns");
+    patterns.findChild<QLineEdit*>(QStringLiteral("pattern_address"))
+        ->setText(QStringLiteral("{nobody}@example.org"));
+    Look(patterns, "patterns-wrong");
   }
 
   void LookAtDialogsOfTabs() {
@@ -196,17 +203,52 @@ class Tour {
     Look(move, "move");
     console::RenameDialog rename(Long(), nullptr);
     Look(rename, "rename");
-    auto* const attributes = new console::AttributesWindow(
-        Long(),
-        [] { return std::vector<session::AttributeRow>{{.attribute = "cn", .value = kLongWord}}; },
-        nullptr);
-    Look(*attributes, "attributes");
-    attributes->close();
     console::ErrandDialog errand(Long(), nullptr);
     // Nobody waits for this one.
     errand.setWindowModality(Qt::NonModal);
     errand.ShowProgress(1200, 5000);
     Look(errand, "errand");
+  }
+
+  void LookAtAttributes() {
+    const console::AttributeEditor editor{
+        .why_read_only = [](const std::string& /*attribute*/) { return kLongText; },
+        .edited = [](const std::string& /*attribute*/) { return session::EditableAttribute{}; },
+        .settable = [] { return std::vector<std::string>{std::string(64, 'W')}; },
+        .why_not_taken = [](const std::string& /*attribute*/,
+                            const ldap::AttributeValues& /*values*/) { return kLongText; },
+        .write = [](const session::EditableAttribute& /*seen*/,
+                    const ldap::AttributeValues& /*wanted*/) { return false; }};
+    auto* const attributes = new console::AttributesWindow(
+        Long(),
+        [] { return std::vector<session::AttributeRow>{{.attribute = "cn", .value = kLongWord}}; },
+        nullptr, editor);
+    attributes->findChild<QTableWidget*>()->setCurrentCell(0, 0);
+    Look(*attributes, "attributes");
+    PlayTo("set-another");
+    attributes->findChild<QPushButton*>(QStringLiteral("attributes_set"))->click();
+    attributes->close();
+    for (const auto& [form, name] :
+         {std::pair(session::ValueForm::kLines, "attribute-lines"),
+          std::pair(session::ValueForm::kNumber, "attribute-number"),
+          std::pair(session::ValueForm::kBoolean, "attribute-boolean")}) {
+      console::AttributeDialog dialog({.attribute = kLongWord, .form = form, .values = {kLongWord}},
+                                      editor, nullptr);
+      Look(dialog, name);
+    }
+  }
+
+  void LookAtPasswords() {
+    const auto refuse = [](const session::Secret& /*password*/, bool /*must_change*/) {
+      return kLongText + kLongText;
+    };
+    console::ResetPasswordDialog dialog(Long(), {.least = 12, .is_mixed = true}, refuse, nullptr);
+    Look(dialog, "reset-password");
+    for (const char* field : {"new_password", "new_password_again"}) {
+      dialog.findChild<QLineEdit*>(QLatin1String(field))->insert(QStringLiteral("Linden-2031-x"));
+    }
+    dialog.accept();
+    Look(dialog, "reset-password-refused");
   }
 
   void LookAtBoxes() {
@@ -232,6 +274,31 @@ class Tour {
     Look(window, "main");
   }
 
+  /// Those that the main window opens over what it shows.
+  void LookAtWindowsOfMain() {
+    const contract::PassedOver errands;
+    console::MainWindow window(company_.module());
+    EXPECT_TRUE(window.SetSession(session::OpenDirectoryFile(company_.file()).session));
+    window.show();
+    const auto is_shown = [&window] {
+      const auto* const container = window.pane().Container();
+      return !window.IsReading() && container != nullptr && container->dn == kSales;
+    };
+    window.pane().GoTo(kSales);
+    EXPECT_TRUE(QTest::qWaitFor(is_shown, kPatience));
+    window.pane().list().Select({kBirgit});
+    contract::Activate(window);
+    window.pane().list().view().setFocus();
+    for (const char* name : {"change_selection", "show_connection", "show_about"}) {
+      QAction* const action = window.findChild<QAction*>(QLatin1String(name));
+      EXPECT_TRUE(action->isEnabled()) << name;
+      PlayTo(name);
+      action->trigger();
+      EXPECT_EQ(scripts_.waiting(), 0U) << name;
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window.IsReading(); }, kPatience));
+  }
+
  private:
   static QString Long() { return console::ToQString(kLongText); }
 
@@ -243,8 +310,7 @@ class Tour {
   void Look(QWidget& window, const std::string& name) {
     SCOPED_TRACE(name);
     window.show();
-    window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    contract::Activate(window);
     QCoreApplication::processEvents();
     look_(window, name);
   }
@@ -279,12 +345,15 @@ void ForEveryWindow(OpenCompany& company, contract::ModalScripts& scripts,
                     const LookAtWindow& look) {
   Tour tour(company, company.session(), scripts, look);
   tour.LookAtMainWindow();
+  tour.LookAtWindowsOfMain();
   tour.LookAtSheets();
   tour.LookAtDialogsOfTabs();
   tour.LookAtWizards();
   tour.LookAtChoosers();
   tour.LookAtWindowsOfLists();
   tour.LookAtWriting();
+  tour.LookAtAttributes();
+  tour.LookAtPasswords();
   tour.LookAtBoxes();
 }
 

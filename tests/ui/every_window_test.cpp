@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What holds for every window of the console, on a screen of 640 by 450: nothing is off the screen,
-// every control can be reached, with the mouse and without, and has a name. Pictures of two dots
+// every text shows whole, every control can be reached, with the mouse and without, and has a name.
+// Pictures of two dots
 // for each are kept for people to look at.
 #include "tests/ui/every_window.h"
 
@@ -63,6 +64,7 @@ class EveryWindow : public ConsoleTest {
       ++count;
       if (is_kept(name)) KeepPicture(window, name + ending);
       EXPECT_THAT(OutOfReach(window), ::testing::IsEmpty());
+      EXPECT_THAT(FaultsOfTexts(window), ::testing::IsEmpty());
     });
     EXPECT_GE(count, 50);
   }

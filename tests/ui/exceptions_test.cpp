@@ -60,8 +60,7 @@ TEST_F(Exceptions, OneOfAClickIsToldAndNothingThatWasTypedIsLost) {
   std::function<void()> act = [] { throw std::runtime_error("the cellar is full"); };
   QObject::connect(&button, &QPushButton::clicked, [&act] { act(); });
   window.show();
-  window.activateWindow();
-  QCoreApplication::processEvents();
+  contract::Activate(window);
   QTest::keyClicks(&typed, QStringLiteral("claret"));
   AwaitBox();
   QTest::mouseClick(&button, Qt::LeftButton);
@@ -123,8 +122,7 @@ TEST_F(Exceptions, OneOfTheFocusThatMovesIsToldToo) {
   QWidget window;
   QLineEdit field(&window);
   window.show();
-  window.activateWindow();
-  QCoreApplication::processEvents();
+  contract::Activate(window);
   AwaitBox();
   console::DoGuarded([] { throw std::runtime_error("the glass is broken"); });
   EXPECT_TRUE(WasTold(1));

@@ -16,6 +16,7 @@
 #include <QSet>
 #include <QToolButton>
 
+#include "hosts/console/dialogs/hint_label.h"
 #include "hosts/console/dialogs/mnemonics.h"
 #include "hosts/console/dialogs/static_controls.h"
 #include "hosts/console/text/qt_text.h"
@@ -66,6 +67,10 @@ bool IsReachedOtherwise(const QWidget& input) {
 
 std::string NameOf(const QWidget& widget) {
   return ToUtf8(widget.objectName()) + " (" + widget.metaObject()->className() + ")";
+}
+
+std::string SizeText(QSize size) {
+  return std::to_string(size.width()) + "x" + std::to_string(size.height());
 }
 
 template <class Widget>
@@ -140,6 +145,23 @@ class Letters {
 }  // namespace
 
 std::vector<std::string> FaultsOfKeys(const QWidget& window) { return Letters(window).faults(); }
+
+std::vector<std::string> FaultsOfTexts(const QWidget& window) {
+  std::vector<std::string> faults;
+  for (const auto* label : Shown<QLabel>(window)) {
+    if (!label->wordWrap() || label->text().isEmpty()) continue;
+    const bool is_hint = dynamic_cast<const console::HintLabel*>(label) != nullptr;
+    if (!is_hint && dynamic_cast<const console::NameLabel*>(label) != nullptr) continue;
+    const int broken = Qt::TextWordWrap | (is_hint ? Qt::TextWrapAnywhere : 0);
+    const QRect room = label->contentsRect();
+    const QRect lines(0, 0, room.width(), QWIDGETSIZE_MAX);
+    const QSize taken = label->fontMetrics().boundingRect(lines, broken, label->text()).size();
+    if (taken.width() <= room.width() && taken.height() <= room.height()) continue;
+    faults.push_back(NameOf(*label) + " of " + SizeText(room.size()) + " for " + SizeText(taken) +
+                     ": " + ToUtf8(label->text()));
+  }
+  return faults;
+}
 
 std::vector<std::string> FaultsOfNames(const QWidget& window) {
   std::vector<std::string> faults;

@@ -11,6 +11,9 @@ namespace pelora::test {
 /// leads, and letters that lead to two. OK, Cancel and Close have Enter and Escape.
 [[nodiscard]] std::vector<std::string> FaultsOfKeys(const QWidget& window);
 
+/// Texts on several lines that do not show whole, one line each. Names may end in dots.
+[[nodiscard]] std::vector<std::string> FaultsOfTexts(const QWidget& window);
+
 /// Controls for which a screen reader has no name, one line each.
 [[nodiscard]] std::vector<std::string> FaultsOfNames(const QWidget& window);
 

@@ -72,8 +72,7 @@ TEST_F(FeaturesSheet, TheQuestionAndTheDialogAfterItBelongToTheSheet) {
     };
   };
   for (const bool agrees : {false, true}) {
-    open.sheet().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&open.sheet()));
+    contract::Activate(open.sheet());
     modal_scripts().Add(answer(agrees ? "&Yes" : "&No"));
     if (agrees) {
       modal_scripts().Add([&](QWidget& window) {

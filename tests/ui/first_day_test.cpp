@@ -57,8 +57,6 @@ class FirstDay : public ::testing::TestWithParam<Hand> {
     // What is kept for the user is kept for the test alone.
     qputenv("XDG_DATA_HOME", QByteArray::fromStdString(folder_.File("data")));
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(folder_.File("config")));
-    // What is read beside the window may take its time.
-    qApp->setProperty("passed_over", QStringLiteral("errand"));
     // A click that follows another one is no double click.
     QApplication::setDoubleClickInterval(1);
     window_.emplace(*module_.value);
@@ -72,7 +70,6 @@ class FirstDay : public ::testing::TestWithParam<Hand> {
     EXPECT_EQ(scripts_.waiting(), 0U) << "a window did not come up";
     RecordProperty("steps", person_.steps());
     RecordProperty("acts", person_.acts());
-    qApp->setProperty("passed_over", QVariant());
   }
 
   [[nodiscard]] Person& person() { return person_; }
@@ -249,6 +246,7 @@ class FirstDay : public ::testing::TestWithParam<Hand> {
     EXPECT_TRUE(pane().find().text().hasFocus());
   }
 
+  const contract::PassedOver errands_{};
   pelora::testing::TemporaryFolder folder_;
   resources::ReadResult<resources::ResourceFile> module_;
   contract::ModalScripts scripts_;

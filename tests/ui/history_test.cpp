@@ -24,11 +24,8 @@ class HistoryWindow : public WritingSheet {
   HistoryWindow() : objects_(Objects({kBirgit})), window_(module()) {
     if (!window_.SetSession(TakeSession())) throw std::runtime_error("no session");
     window_.show();
-    // What takes its time on a slow machine only is waited for without a word.
-    qApp->setProperty("passed_over", QStringLiteral("errand"));
   }
   ~HistoryWindow() override {
-    qApp->setProperty("passed_over", QVariant());
     EXPECT_TRUE(QTest::qWaitFor([this] { return !window_.IsReading(); }, kPatience));
   }
   /// Ticks or clears the box of a user and writes it.
@@ -48,6 +45,7 @@ class HistoryWindow : public WritingSheet {
   [[nodiscard]] std::string Said() { return ToUtf8(window_.statusBar()->currentMessage()); }
 
  private:
+  const contract::PassedOver errands_{};
   std::vector<session::DirectoryObject> objects_;
   console::MainWindow window_;
 };

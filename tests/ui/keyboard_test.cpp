@@ -31,8 +31,7 @@ std::string NameOf(ControlId id) { return "control_" + std::to_string(id); }
 class TheKeyboard : public ConsoleTest {
  protected:
   void Focus(console::QtPropertySheet& sheet, ControlId id, std::size_t page = 0) {
-    sheet.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&sheet));
+    contract::Activate(sheet);
     QWidget& widget = sheet.Dialog(page)->Find(id)->widget();
     EXPECT_TRUE(QTest::qWaitFor(
         [&widget] {
@@ -63,7 +62,7 @@ TEST_F(TheKeyboard, StaysInTheFieldAfterApply) {
 TEST_F(TheKeyboard, GoesFromAGreyApplyToOk) {
   OpenSheet open(session(), module(), Objects({kBirgit}));
   open.user().Click(IDC_PELORA_HIDDEN);
-  open.sheet().activateWindow();
+  contract::Activate(open.sheet());
   open.sheet().ApplyButton().setFocus();
   QTest::keyClick(&open.sheet().ApplyButton(), Qt::Key_Space);
   EXPECT_FALSE(open.IsApplyEnabled());
@@ -104,8 +103,7 @@ class WindowKeyboard : public TheKeyboard {
   WindowKeyboard() : window_(module()) {
     EXPECT_TRUE(window_.SetSession(TakeSession()));
     window_.show();
-    window_.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+    contract::Activate(window_);
     Settle();
   }
   void Settle() {
@@ -161,8 +159,7 @@ TEST_F(WindowKeyboard, GoesOnInTheSheetThatIsOpenedAnew) {
       [&] { return window_.sheets().Open().size() == 1 && window_.sheets().Open()[0] != sheet; },
       kPatience));
   console::QtPropertySheet* const anew = window_.sheets().Open().front();
-  anew->activateWindow();
-  EXPECT_TRUE(QTest::qWaitForWindowActive(anew));
+  contract::Activate(*anew);
   EXPECT_EQ(Keyboard(), NameOf(IDC_PELORA_HIDDEN));
   Settle();
 }

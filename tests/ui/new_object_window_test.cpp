@@ -29,15 +29,11 @@ constexpr int kPatience = 20000;
 class NewObjectWindow : public ConsoleTest {
  protected:
   NewObjectWindow() : window_(module()) {
-    // What is read beside the window may take its time on a slow machine.
-    qApp->setProperty("passed_over", QStringLiteral("errand"));
     EXPECT_TRUE(window_.SetSession(TakeSession()));
     window_.show();
-    window_.activateWindow();
+    contract::Activate(window_);
     Settle();
   }
-
-  ~NewObjectWindow() override { qApp->setProperty("passed_over", QVariant()); }
 
   void Settle() {
     QCoreApplication::processEvents();
@@ -92,6 +88,7 @@ class NewObjectWindow : public ConsoleTest {
   MainWindow& window() { return window_; }
 
  private:
+  const contract::PassedOver errands_{};
   MainWindow window_;
 };
 

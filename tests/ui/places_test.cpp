@@ -36,17 +36,12 @@ const std::string kRooms = "OU=Räume und Geräte," + kCompany;
 class PlacesWindow : public WritingSheet {
  protected:
   PlacesWindow() : window_(module()) {
-    // What is read beside the window may take its time.
-    qApp->setProperty("passed_over", QStringLiteral("errand"));
     if (!window_.SetSession(TakeSession())) throw std::runtime_error("no session");
     window_.show();
-    window_.activateWindow();
+    contract::Activate(window_);
     GoTo(kSales);
   }
-  ~PlacesWindow() override {
-    Settle();
-    qApp->setProperty("passed_over", QVariant());
-  }
+  ~PlacesWindow() override { Settle(); }
 
   void Settle() {
     QCoreApplication::processEvents();
@@ -165,6 +160,7 @@ class PlacesWindow : public WritingSheet {
   }
 
  private:
+  const contract::PassedOver errands_{};
   console::MainWindow window_;
 };
 

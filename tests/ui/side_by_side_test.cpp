@@ -132,7 +132,7 @@ TEST_F(SideBySide, TheSameObjectsAreOpenedOnceInWhateverOrder) {
   (void)Open({kRolf});
   Show({kRolf, kBirgit});
   EXPECT_EQ(Sheets().size(), 2);
-  EXPECT_TRUE(QTest::qWaitForWindowActive(&both));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &both; }, kPatience));
 }
 
 TEST_F(SideBySide, ASheetThatWasPutAwayComesBack) {
@@ -244,8 +244,7 @@ TEST_F(SideBySide, WhoStandsOpenIsNotOpenedASecondTimeFromWithinADialog) {
   GiveRolfHisAddress();
   QtPropertySheet& birgit = Open({kBirgit});
   (void)Open({kRolf});
-  birgit.activateWindow();
-  EXPECT_TRUE(QTest::qWaitForWindowActive(&birgit));
+  contract::Activate(birgit);
   modal_scripts().Add(OpenItsOwner());
   Answer("open_already", "OK");
   Click(birgit, IDC_EMAIL_ADD);
@@ -352,8 +351,7 @@ TEST_F(SideBySide, APageGrowsWithItsSheetAndIsScrolledInASmallOne) {
   EXPECT_TRUE(window.contains(place_of(sheet.ApplyButton())));
   QWidget& last = sheet.Dialog(0)->Find(IDC_SENDAS_ADD)->widget();
   EXPECT_FALSE(window.contains(place_of(last)));
-  sheet.activateWindow();
-  EXPECT_TRUE(QTest::qWaitForWindowActive(&sheet));
+  contract::Activate(sheet);
   last.setFocus();
   EXPECT_TRUE(window.contains(place_of(last))) << "what has the keyboard is in sight";
 }

@@ -28,11 +28,8 @@ class WindowTest : public ConsoleTest {
     QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("pelora-console"),
               QStringLiteral("console"))
         .clear();
-    // What is read beside the window may take its time on a slow machine.
-    qApp->setProperty("passed_over", QStringLiteral("errand"));
     OpenWindow();
   }
-  ~WindowTest() override { qApp->setProperty("passed_over", QVariant()); }
 
   /// Shows a new window in place of the one before.
   void OpenWindow() {
@@ -40,7 +37,7 @@ class WindowTest : public ConsoleTest {
     window_.emplace(module());
     EXPECT_TRUE(window_->SetSession(session::OpenDirectoryFile(file()).session));
     window_->show();
-    window_->activateWindow();
+    contract::Activate(*window_);
     Settle();
   }
   /// Waits until the window has read what it is to show.
@@ -70,6 +67,7 @@ class WindowTest : public ConsoleTest {
   }
 
  private:
+  const contract::PassedOver errands_{};
   std::optional<console::MainWindow> window_;
 };
 

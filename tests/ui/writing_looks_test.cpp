@@ -158,8 +158,7 @@ TEST(WritingLooks, TabGoesFromTheTableToTheButtons) {
   session::Review review = SampleReview();
   console::ReviewDialog window(review, nullptr);
   window.show();
-  window.activateWindow();
-  QCoreApplication::processEvents();
+  contract::Activate(window);
   EXPECT_TRUE(Part<QTableView>(window, "review_table").hasFocus());
   QTest::keyClick(window.focusWidget(), Qt::Key_Space);
   EXPECT_FALSE(review.changes.front().is_wanted) << "the keyboard takes objects out, too";

@@ -327,8 +327,7 @@ TEST(Conflicts, AreChosenOneByOneByTheKeyboard) {
   std::vector<session::ShownConflict> conflicts = ManyConflicts(3);
   console::ConflictDialog dialog(conflicts, nullptr);
   dialog.show();
-  dialog.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+  contract::Activate(dialog);
   auto& table = Part<QTableView>(dialog, "conflicts_table");
   ASSERT_EQ(QApplication::focusWidget(), &table);
   QTest::keyClick(&table, Qt::Key_Down);

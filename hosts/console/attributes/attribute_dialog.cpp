@@ -11,7 +11,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "hosts/console/text/plain_text.h"
+#include "hosts/console/dialogs/hint_label.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
@@ -42,12 +43,7 @@ AttributeDialog::AttributeDialog(session::EditableAttribute edited, const Attrib
   auto* const label = new QLabel(Asked(edited_), this);
   label->setBuddy(field);
   field->setAccessibleName(ToQString(edited_.attribute));
-  hint_ = new QLabel(this);
-  hint_->setObjectName(QStringLiteral("attribute_hint"));
-  ShowPlainly(*hint_);
-  hint_->setWordWrap(true);
-  hint_->setMinimumHeight(kHintLines * fontMetrics().lineSpacing());
-  hint_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  hint_ = new HintLabel("attribute_hint", kHintLines, this);
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   write_ = buttons->addButton(QStringLiteral("&Write"), QDialogButtonBox::AcceptRole);
   write_->setObjectName(QStringLiteral("attribute_write"));
@@ -60,8 +56,8 @@ AttributeDialog::AttributeDialog(session::EditableAttribute edited, const Attrib
   layout->addWidget(hint_);
   layout->addWidget(buttons);
   field->setFocus();
-  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
   OnTyped();
+  ResizeToTexts(*this, kWidth);
 }
 
 QWidget* AttributeDialog::MakeField() {
@@ -96,7 +92,7 @@ void AttributeDialog::OnTyped() {
   if (write_ == nullptr) return;
   const ldap::AttributeValues values = ValuesOf(edited_, Typed());
   const std::string why = editor_.why_not_taken(edited_.attribute, values);
-  hint_->setText(Readable(ToQString(why)));
+  hint_->Say(ToQString(why));
   write_->setEnabled(why.empty() && values != edited_.values);
 }
 

@@ -8,12 +8,13 @@
 #include "hosts/session/attribute_editing.h"
 
 class QComboBox;
-class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 
 namespace pelora::console {
+
+class HintLabel;
 
 /// How attributes of an object are edited. All of these are there, or none.
 struct AttributeEditor {
@@ -51,7 +52,7 @@ class AttributeDialog final : public QDialog {
   QPlainTextEdit* text_ = nullptr;
   QLineEdit* number_ = nullptr;
   QComboBox* boolean_ = nullptr;
-  QLabel* hint_ = nullptr;
+  HintLabel* hint_ = nullptr;
   QPushButton* write_ = nullptr;
 };
 

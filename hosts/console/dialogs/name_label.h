@@ -10,7 +10,7 @@ namespace pelora::console {
 /// A label for a text of any length, which widens no window: what there is no room for ends in dots
 /// or, where the label breaks its text, is cut off. With the mouse on it the whole text is shown.
 /// The text is never taken for markup.
-class NameLabel final : public QLabel {
+class NameLabel : public QLabel {
  public:
   explicit NameLabel(QWidget* parent = nullptr);
 

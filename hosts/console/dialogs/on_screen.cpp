@@ -20,6 +20,14 @@ int Within(int begin, int length, int first, int end) {
   return std::max(first, std::min(begin, end - length));
 }
 
+/// The height that all of a window with a layout takes.
+int HeightFor(const QWidget& window, int width) {
+  const QLayout& layout = *window.layout();
+  // Without lines to be broken a layout has no height for a width.
+  return layout.hasHeightForWidth() ? layout.totalHeightForWidth(width)
+                                    : window.sizeHint().height();
+}
+
 /// Waits for a window to be shown.
 class Shown final : public QObject {
  public:
@@ -55,11 +63,27 @@ void ResizeToFit(QWidget& window, int width, const QList<ListHeight>& lists) {
   ResizeToFit(window, wanted);
 }
 
+void ResizeToTexts(QWidget& window, int characters) {
+  const int width = std::max(
+      window.minimumSizeHint().width(),
+      std::min(characters * window.fontMetrics().averageCharWidth(), RoomOnScreen(window).width()));
+  ResizeToFit(window, QSize(width, HeightFor(window, width)));
+}
+
+void GrowToTexts(QWidget& window) {
+  QLayout* const layout = window.layout();
+  if (layout == nullptr || !layout->hasHeightForWidth()) return;
+  layout->activate();
+  const int needed =
+      std::min(layout->totalMinimumHeightForWidth(window.width()), RoomOnScreen(window).height());
+  if (needed > window.height()) window.resize(window.width(), needed);
+}
+
 void KeepOnScreen(QWidget& window) {
   const int width = RoomOnScreen(window).width();
   // A box that found its own size keeps it.
   if (window.minimumWidth() > width && window.layout() != nullptr) {
-    window.setFixedSize(width, window.layout()->totalHeightForWidth(width));
+    window.setFixedSize(width, HeightFor(window, width));
   }
   window.resize(window.size().boundedTo(RoomOnScreen(window)));
   const QRect screen = window.screen()->availableGeometry();

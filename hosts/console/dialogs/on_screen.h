@@ -23,6 +23,13 @@ struct ListHeight {
 };
 void ResizeToFit(QWidget& window, int width, const QList<ListHeight>& lists);
 
+/// Gives a window that holds lines and texts so many average characters of width, and the height
+/// that all of its texts take there, as far as the screen has room.
+void ResizeToTexts(QWidget& window, int characters);
+
+/// Makes a window higher when its texts need it, as far as the screen has room.
+void GrowToTexts(QWidget& window);
+
 /// Makes a window no larger than there is room on its screen, and moves it there when it lies
 /// beside it, wholly or in part.
 void KeepOnScreen(QWidget& window);

@@ -5,10 +5,11 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "hosts/console/dialogs/hint_label.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -19,7 +20,9 @@ namespace {
 
 constexpr int kLongestName = 200;
 constexpr int kLongestFilter = 10'000;
-constexpr int kWidth = 560;
+/// In average characters.
+constexpr int kWidth = 80;
+constexpr int kFaultLines = 2;
 
 class ViewEditor final : public QDialog {
  public:
@@ -29,10 +32,9 @@ class ViewEditor final : public QDialog {
         base_(new QLineEdit(ToQString(view.base), this)),
         below_(new QCheckBox(QStringLiteral("With all that lies &below"), this)),
         filter_(new QLineEdit(ToQString(view.filter), this)),
-        fault_(new QLabel(this)),
+        fault_(new HintLabel("view_fault", kFaultLines, this)),
         buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this)) {
     setWindowTitle(QStringLiteral("Save View"));
-    resize(kWidth, sizeHint().height());
     name_->setObjectName(QStringLiteral("view_name"));
     name_->setMaxLength(kLongestName);
     base_->setPlaceholderText(QStringLiteral("Where \"In\" says"));
@@ -40,9 +42,6 @@ class ViewEditor final : public QDialog {
     filter_->setObjectName(QStringLiteral("view_filter"));
     filter_->setMaxLength(kLongestFilter);
     filter_->setPlaceholderText(QStringLiteral("All objects"));
-    fault_->setObjectName(QStringLiteral("view_fault"));
-    fault_->setWordWrap(true);
-    ShowPlainly(*fault_);
     auto* layout = new QFormLayout(this);
     layout->addRow(QStringLiteral("&Name:"), name_);
     layout->addRow(QStringLiteral("&In:"), base_);
@@ -57,6 +56,7 @@ class ViewEditor final : public QDialog {
     connect(buttons_, &QDialogButtonBox::rejected, this, &QDialog::reject);
     name_->selectAll();
     Judge();
+    ResizeToTexts(*this, kWidth);
   }
 
   void Take(session::View& view) const {
@@ -70,7 +70,7 @@ class ViewEditor final : public QDialog {
   void Judge() {
     const std::string filter = ToUtf8(filter_->text().trimmed());
     const auto fault = filter.empty() ? std::nullopt : session::FindQueryFault(filter);
-    fault_->setText(fault ? FaultText(filter, *fault) : QString());
+    fault_->Say(fault ? FaultText(filter, *fault) : QString());
     buttons_->button(QDialogButtonBox::Ok)
         ->setEnabled(!fault && !name_->text().trimmed().isEmpty());
   }
@@ -89,7 +89,7 @@ class ViewEditor final : public QDialog {
   QLineEdit* base_;
   QCheckBox* below_;
   QLineEdit* filter_;
-  QLabel* fault_;
+  HintLabel* fault_;
   QDialogButtonBox* buttons_;
 };
 

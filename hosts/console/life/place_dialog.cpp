@@ -18,7 +18,8 @@ namespace pelora::console {
 namespace {
 
 constexpr QSize kWantedSize(640, 420);
-constexpr int kWidth = 480;
+/// In average characters.
+constexpr int kWidth = 68;
 /// Longer names are not repeated before the line in which they are typed.
 constexpr int kLongestAsked = 24;
 
@@ -84,7 +85,7 @@ PlaceDialog::PlaceDialog(const session::PlaceQuestion& question, QWidget* parent
   if (table_ != nullptr) {
     ResizeToFit(*this, kWantedSize);
   } else {
-    ResizeToFit(*this, QSize(kWidth, sizeHint().height()));
+    ResizeToTexts(*this, kWidth);
   }
   (typed_ != nullptr ? static_cast<QWidget*>(typed_) : cancel)->setFocus();
 }

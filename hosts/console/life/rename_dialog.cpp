@@ -9,6 +9,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "hosts/console/dialogs/on_screen.h"
+
 namespace pelora::console {
 namespace {
 
@@ -48,7 +50,7 @@ RenameDialog::RenameDialog(const QString& name, QWidget* parent)
   layout->addWidget(note);
   layout->addWidget(buttons);
   name_->setFocus();
-  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
+  ResizeToTexts(*this, kWidth);
 }
 
 QString RenameDialog::Name() const { return name_->text().trimmed(); }

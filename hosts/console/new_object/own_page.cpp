@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "hosts/console/dialogs/hint_label.h"
 #include "hosts/console/password/secret_field.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
@@ -52,10 +53,7 @@ OwnPage::OwnPage(const session::NewObjectKind& kind, session::OwnContext context
     AddPatterns(*form);
     AddPasswords(*form);
   }
-  hint_ = new QLabel(this);
-  hint_->setObjectName(QStringLiteral("own_hint"));
-  ShowPlainly(*hint_);
-  hint_->setWordWrap(true);
+  hint_ = new HintLabel("own_hint", 1, this);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins({});
   layout->addLayout(form);
@@ -214,7 +212,7 @@ void OwnPage::Changed() {
   if (hint_ == nullptr) return;
   Follow();
   GuardPasswords();
-  hint_->setText(WhyIncomplete());
+  hint_->Say(WhyIncomplete());
   if (on_changed) on_changed();
 }
 

@@ -13,11 +13,12 @@
 class QButtonGroup;
 class QCheckBox;
 class QFormLayout;
-class QLabel;
 class QLineEdit;
 class QListWidget;
 
 namespace pelora::console {
+
+class HintLabel;
 
 /// The console's own first page of a new-object wizard: the name, and what the kind needs beside
 /// it. The full name of a person follows the first and the last name, a group's or computer's logon
@@ -88,7 +89,7 @@ class OwnPage final : public QWidget {
   QLineEdit* password_ = nullptr;
   QLineEdit* confirmation_ = nullptr;
   QCheckBox* must_change_ = nullptr;
-  QLabel* hint_ = nullptr;
+  HintLabel* hint_ = nullptr;
   /// The administrator has written something else than what followed.
   bool name_is_own_ = false;
   bool logon_name_is_own_ = false;

@@ -9,7 +9,9 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "hosts/console/dialogs/hint_label.h"
 #include "hosts/console/dialogs/name_label.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
@@ -18,6 +20,7 @@ namespace {
 
 /// In average characters.
 constexpr int kWidth = 64;
+constexpr int kSaidLines = 2;
 
 /// Somebody to show patterns with, where nobody has been written yet.
 session::OwnValues Named(session::OwnValues example) {
@@ -50,10 +53,7 @@ PatternDialog::PatternDialog(const session::NamePatterns& patterns, const QStrin
                      "nothing."),
       this);
   note->setWordWrap(true);
-  said_ = new QLabel(this);
-  said_->setObjectName(QStringLiteral("pattern_said"));
-  said_->setWordWrap(true);
-  ShowPlainly(*said_);
+  said_ = new HintLabel("pattern_said", kSaidLines, this);
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   keep_ = buttons->addButton(QStringLiteral("&Keep"), QDialogButtonBox::AcceptRole);
   keep_->setObjectName(QStringLiteral("pattern_keep"));
@@ -70,7 +70,7 @@ PatternDialog::PatternDialog(const session::NamePatterns& patterns, const QStrin
   layout->addWidget(said_);
   layout->addWidget(buttons);
   Update();
-  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
+  ResizeToTexts(*this, kWidth);
 }
 
 QLineEdit* PatternDialog::AddEdit(const char* name, const std::string& text,
@@ -93,7 +93,7 @@ void PatternDialog::Update() {
   const session::NamePatterns patterns = Patterns();
   const QString wrong = ToQString(session::WhyWrong(patterns));
   keep_->setEnabled(wrong.isEmpty());
-  if (!wrong.isEmpty()) return said_->setText(wrong);
+  if (!wrong.isEmpty()) return said_->Say(wrong);
   session::OwnValues example = example_;
   QStringList made;
   const std::string logon_name =
@@ -102,10 +102,9 @@ void PatternDialog::Update() {
   for (const std::string& text : {logon_name, session::AddressOf(patterns, example)}) {
     if (!text.empty()) made.append(ToQString(text));
   }
-  said_->setText(made.isEmpty()
-                     ? QStringLiteral("Nothing follows.")
-                     : QStringLiteral("%1 gets: %2")
-                           .arg(ToQString(example.name), made.join(QStringLiteral("  "))));
+  said_->Say(made.isEmpty() ? QStringLiteral("Nothing follows.")
+                            : QStringLiteral("%1 gets: %2")
+                                  .arg(ToQString(example.name), made.join(QStringLiteral("  "))));
 }
 
 }  // namespace pelora::console

@@ -5,11 +5,12 @@
 
 #include "hosts/session/commands/name_patterns.h"
 
-class QLabel;
 class QLineEdit;
 class QPushButton;
 
 namespace pelora::console {
+
+class HintLabel;
 
 /// Asks what logon names and addresses of new users are made of. What is no pattern cannot be
 /// kept, and the dialog says why.
@@ -28,7 +29,7 @@ class PatternDialog final : public QDialog {
   session::OwnValues example_;
   QLineEdit* logon_name_ = nullptr;
   QLineEdit* address_ = nullptr;
-  QLabel* said_ = nullptr;
+  HintLabel* said_ = nullptr;
   QPushButton* keep_ = nullptr;
 };
 

@@ -4,13 +4,14 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "hosts/console/dialogs/hint_label.h"
 #include "hosts/console/dialogs/mnemonics.h"
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/password/secret_field.h"
 #include "hosts/console/text/plain_text.h"
@@ -24,15 +25,6 @@ namespace {
 constexpr int kWidth = 64;
 /// A reason may need so many; the window does not jump for it.
 constexpr int kHintLines = 3;
-
-QLabel* AddText(QLayout& layout, const char* name, QWidget& parent) {
-  auto* const label = new QLabel(&parent);
-  label->setObjectName(QLatin1String(name));
-  ShowPlainly(*label);
-  label->setWordWrap(true);
-  layout.addWidget(label);
-  return label;
-}
 
 }  // namespace
 
@@ -52,11 +44,12 @@ ResetPasswordDialog::ResetPasswordDialog(const QString& name, session::PasswordR
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(form);
   if (const std::string asked = TextOf(rules_); !asked.empty()) {
-    AddText(*layout, "password_rules", *this)->setText(ToQString(asked));
+    auto* const said = new HintLabel("password_rules", 1, this);
+    said->Say(ToQString(asked));
+    layout->addWidget(said);
   }
-  hint_ = AddText(*layout, "password_hint", *this);
-  hint_->setMinimumHeight(kHintLines * fontMetrics().lineSpacing());
-  hint_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  hint_ = new HintLabel("password_hint", kHintLines, this);
+  layout->addWidget(hint_);
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel, this);
   reset_ = buttons->addButton(QStringLiteral("&Reset"), QDialogButtonBox::AcceptRole);
   reset_->setObjectName(QStringLiteral("reset_password_ok"));
@@ -66,8 +59,8 @@ ResetPasswordDialog::ResetPasswordDialog(const QString& name, session::PasswordR
   layout->addStretch();
   layout->addWidget(buttons);
   password_->setFocus();
-  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
   OnTyped();
+  ResizeToTexts(*this, kWidth);
 }
 
 ResetPasswordDialog::~ResetPasswordDialog() {
@@ -100,7 +93,7 @@ void ResetPasswordDialog::OnTyped() {
   if (is_empty) guard_.reset();
   if (!is_empty && !guard_) guard_.emplace();
   const std::string why = WhyNotReady();
-  hint_->setText(ToQString(why));
+  hint_->Say(ToQString(why));
   reset_->setEnabled(why.empty());
 }
 
@@ -108,7 +101,7 @@ void ResetPasswordDialog::accept() {
   if (!WhyNotReady().empty()) return;
   const std::string reason = give_(SecretOf(*password_), MustChange());
   if (reason.empty()) return QDialog::accept();
-  hint_->setText(Readable(ToQString(reason)));
+  hint_->Say(ToQString(reason));
   password_->setFocus();
   password_->selectAll();
 }

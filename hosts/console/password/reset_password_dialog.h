@@ -12,11 +12,12 @@
 
 class QCheckBox;
 class QFormLayout;
-class QLabel;
 class QLineEdit;
 class QPushButton;
 
 namespace pelora::console {
+
+class HintLabel;
 
 /// Asks for another password of one user, twice, and gives it to him. It says what the domain asks
 /// for, and stays open with the directory's reason when the password was not taken.
@@ -47,7 +48,7 @@ class ResetPasswordDialog final : public QDialog {
   QLineEdit* password_ = nullptr;
   QLineEdit* again_ = nullptr;
   QCheckBox* must_change_ = nullptr;
-  QLabel* hint_ = nullptr;
+  HintLabel* hint_ = nullptr;
   QPushButton* reset_ = nullptr;
   std::optional<session::DumpGuard> guard_;
 };

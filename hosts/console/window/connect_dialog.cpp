@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/text/plain_text.h"
 
 namespace pelora::console {
@@ -43,7 +44,7 @@ ConnectDialog::ConnectDialog(const QString& server, QWidget* parent)
   layout->addLayout(form);
   layout->addWidget(note);
   layout->addWidget(buttons);
-  resize(kWidth * fontMetrics().averageCharWidth(), sizeHint().height());
+  ResizeToTexts(*this, kWidth);
 }
 
 QString ConnectDialog::Server() const { return server_->text().trimmed(); }

@@ -124,6 +124,7 @@ void MainWindow::MakeActions() {
   about_ = make(ThemeIcon("help-about", QStyle::SP_MessageBoxInformation),
                 QStringLiteral("&About Pelora Console"),
                 QStringLiteral("Show the console's version"), {}, [this] { ShowAbout(); });
+  about_->setObjectName(QStringLiteral("show_about"));
 }
 
 void MainWindow::MakeMenus() {

@@ -36,8 +36,7 @@ class DomainChoosers : public ConsoleTest {
   /// What is to be done in the next chooser, once everything there is has been found.
   void Play(std::function<void(ChooserUser&)> script) {
     modal_scripts().Add([script = std::move(script)](QWidget& window) {
-      window.activateWindow();
-      EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+      contract::Activate(window);
       ChooserUser user(window);
       user.WaitForSearch();
       script(user);
