@@ -5,9 +5,9 @@
 
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QScopeGuard>
 #include <atomic>
 #include <iostream>
+#include <optional>
 #include <thread>
 
 #include "hosts/console/errands/qt_errands.h"
