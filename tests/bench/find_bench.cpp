@@ -2,8 +2,8 @@
 // Measures how a directory with very many users is listed, scrolled and searched in the console's
 // list, and prints a table of limits.
 //
-//   find_bench file FOLDER [USERS]
-//   find_bench domain
+//   find_bench FOLDER [USERS]
+//   find_bench --domain
 //
 // In FOLDER a directory file is made, with 100,000 users unless another number is given, and kept
 // for the next time. The domain is the lab's, and has as many as it was made with. The exit code is
@@ -232,17 +232,16 @@ int Run(const Measured& measured) {
 int main(int argc, char** argv) {
   using namespace pelora::lab;
   const std::vector<std::string> words(argv + 1, argv + argc);
-  const bool is_domain = words == std::vector<std::string>{"domain"};
-  const bool is_file = (words.size() == 2 || words.size() == 3) && words.front() == "file";
-  if (!is_domain && !is_file) {
-    std::cerr << "usage: find_bench file FOLDER [USERS] | find_bench domain" << std::endl;
+  const bool is_domain = words == std::vector<std::string>{"--domain"};
+  if (words.empty() || words.size() > 2) {
+    std::cerr << "usage: find_bench FOLDER [USERS] | find_bench --domain" << std::endl;
     return 2;
   }
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   try {
-    const int users = words.size() == 3 ? std::stoi(words[2]) : kUsers;
-    return Run(is_domain ? OpenDomain() : OpenFile(words[1], users));
+    const int users = words.size() == 2 ? std::stoi(words[1]) : kUsers;
+    return Run(is_domain ? OpenDomain() : OpenFile(words[0], users));
   } catch (const std::exception& failure) {
     std::cerr << "find_bench: " << failure.what() << std::endl;
     return 2;

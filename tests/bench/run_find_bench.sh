@@ -15,8 +15,8 @@ users="${2:-100000}"
 cmake --build "$build" --target find_bench
 code=0
 echo "In a file:"
-"$build/tests/bench/find_bench" file "$build/bench" "$users" || code=$?
+"$build/tests/bench/find_bench" "$build/bench" "$users" || code=$?
 echo "In a domain:"
 export PELORA_LAB_BENCH="$users"
-"$root/tests/lab/run_in_lab.sh" "$build/tests/bench/find_bench" domain || code=$?
+"$root/tests/lab/run_in_lab.sh" "$build/tests/bench/find_bench" --domain || code=$?
 exit "$code"
