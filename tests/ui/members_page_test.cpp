@@ -215,6 +215,29 @@ TEST_F(MembersPage, WhatWasRefusedIsKeptAndWrittenByTheNextApply) {
   EXPECT_FALSE(open.IsApplyEnabled());
 }
 
+TEST_F(MembersPage, WhatWasRefusedAndIsTakenBackThenIsNotWrittenAnyMore) {
+  for (const bool lists_groups : {false, true}) {
+    pelora::testing::FaultStore faulty(*session().store);
+    faults().store = &faulty;
+    const EntryLines before = Entry(kCircular);
+    OpenSheet& open = lists_groups ? Open({kAnna}, "Member Of") : Open({kCircular}, "Members");
+    Choose(open, {lists_groups ? kCircular : kAnna});
+    faulty.FailChange(1, {50, kInsufficient});
+    ShownBox box;
+    modal_scripts().Add(Confirm(box));
+    open.ClickApply();
+    EXPECT_THAT(box.text, HasSubstr(kInsufficient));
+    // Something else keeps the page to be applied.
+    Choose(open, {lists_groups ? kGroup : kHelga});
+    Select({lists_groups ? "Rundschreiben" : "Meyer, Anna"});
+    open.user().Click(IDC_OWN_MEMBERS_REMOVE);
+    open.ClickOk();
+    const Lines written = lists_groups ? Lines() : Lines{"+ " + Member(kHelga)};
+    EXPECT_EQ(Difference(before, Entry(kCircular)), written);
+    Close();
+  }
+}
+
 TEST_F(MembersPage, AListThatCannotBeReadCannotBeEdited) {
   pelora::testing::FaultStore faulty(*session().store);
   faults().store = &faulty;

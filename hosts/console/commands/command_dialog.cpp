@@ -59,6 +59,9 @@ CommandDialog::CommandDialog(session::SelectionCommand& command,
   table->setObjectName(QStringLiteral("commands_table"));
   table->setAccessibleName(QStringLiteral("What becomes of each object"));
   SetUpTable(*table, *model_);
+  auto* heading = new QLabel(QStringLiteral("What &becomes of each object:"), this);
+  heading->setBuddy(table);
+  layout->addWidget(heading);
   layout->addWidget(table, 1);
   sums_ = new QLabel(this);
   sums_->setObjectName(QStringLiteral("commands_sums"));

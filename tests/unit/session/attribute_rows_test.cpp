@@ -31,6 +31,8 @@ TEST(AttributeRows, NumbersOfObjectsHaveTheirUsualForm) {
   EXPECT_EQ(Rows("objectguid", {guid}), "objectguid\t00112233-4455-6677-8899-aabbccddeeff\n");
   const std::string sid("\x01\x02\x00\x00\x00\x00\x00\x05\x15\x00\x00\x00\x00\x00\x00\x80", 16);
   EXPECT_EQ(Rows("objectSid", {sid}), "objectSid\tS-1-5-21-2147483648\n");
+  const std::string known("\x01\x01\x00\x00\x00\x00\x00\x05\x01\x02\x03\x04", 12);
+  EXPECT_EQ(Rows("objectSid", {known}), "objectSid\tS-1-5-67305985\n") << "0x04030201";
 }
 
 TEST(AttributeRows, OtherBytesAreHexadecimal) {
