@@ -19,7 +19,8 @@ ShownDirectory::ShownDirectory(std::unique_ptr<session::DirectorySession> opened
                                session::IErrands& errands, IMessageBox& message_box,
                                const resources::ResourceFile& module)
     : session(std::move(opened)),
-      store(*session->store, errands),
+      beside(*session->store, errands),
+      store(beside),
       history(session::ChangesFolder(), NameOf(*session), session->store->schema()),
       service(store),
       choosers(store, session->open_another),

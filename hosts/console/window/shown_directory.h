@@ -5,6 +5,7 @@
 
 #include "hosts/console/choosers/qt_choosers.h"
 #include "hosts/console/program/console_platform.h"
+#include "hosts/ldap/known_root.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/session/beside_store.h"
@@ -27,7 +28,9 @@ struct ShownDirectory {
 
   const std::unique_ptr<session::DirectorySession> session;
   /// The session's directory for the window's thread, which is not to wait.
-  session::BesideStore store;
+  session::BesideStore beside;
+  /// The same, without a second question of what each tab asks first.
+  ldap::KnownRoot store;
   session::ChangeHistory history;
   ldap::StoreDirectoryService service;
   QtChoosers choosers;
