@@ -27,13 +27,7 @@ ldap::StoreStatus BesideStore::Ask(const char* what,
 }
 
 ldap::StoreStatus BesideStore::ReadRoot(ldap::Entry& root) {
-  if (root_) {
-    root = *root_;
-    return {};
-  }
-  ldap::StoreStatus status = Ask(kReading, [&] { return store_.ReadRoot(root); });
-  if (status.Ok()) root_ = root;
-  return status;
+  return Ask(kReading, [&] { return store_.ReadRoot(root); });
 }
 
 ldap::StoreStatus BesideStore::Read(const std::string& dn, std::span<const std::string> attributes,

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <span>
 #include <string>
 
@@ -14,8 +13,6 @@ namespace pelora::session {
 /// Forwards to a store, each request as an errand: for what asks a directory on the thread of a
 /// window and must not hold it up while a server makes up its mind. A request that is stopped is
 /// given up (-8; a change that was sent by then is unknown, -5).
-///
-/// What the directory says of itself is asked for once.
 ///
 /// What a request is handed, its sinks too, is called where the errand is done. Requests that are
 /// made within another errand are made there and then.
@@ -55,8 +52,6 @@ class BesideStore final : public ldap::IDirectoryStore {
 
   ldap::IDirectoryStore& store_;
   IErrands& errands_;
-  /// What the directory says of itself does not change; every tab asks for it.
-  std::optional<ldap::Entry> root_;
 };
 
 }  // namespace pelora::session

@@ -11,14 +11,19 @@
 #include <QTest>
 #include <QThread>
 #include <QTreeView>
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <mutex>
 #include <optional>
 #include <semaphore>
 
+#include "hosts/console/reading/directory_questions.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
+#include "hosts/session/typed/address_owner.h"
+#include "tests/support/memory_store.h"
+#include "tests/support/observed_store.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/scripted_store.h"
 
@@ -520,6 +525,27 @@ TEST_F(BackgroundOpening, TheLastOpeningCounts) {
   gate_.release();
   QTest::qWait(20);
   EXPECT_THAT(Names(), ElementsAre("Bob"));
+}
+
+TEST(DirectoryQuestions, TheDirectoryIsAskedOnceWhatItIs) {
+  pelora::testing::MemoryStore directory;
+  pelora::testing::ObservedStore asked(directory);
+  console::DirectoryQuestions questions(
+      [&asked](std::unique_ptr<ldap::IDirectoryStore>& store, const std::stop_token& /*stop*/) {
+        store = std::make_unique<ldap::ForwardingStore>(static_cast<ldap::IDirectoryStore&>(asked));
+        return ldap::StoreStatus{};
+      });
+  int answered = 0;
+  for (const char* const address : {"a@x.example", "b@x.example", "c@x.example"}) {
+    questions.Ask([&answered, address](ldap::IDirectoryStore& store) {
+      const bool is_free = !session::FindAddressOwner(store, address, {});
+      return [&answered, is_free] { answered += is_free ? 1 : 0; };
+    });
+  }
+  ASSERT_TRUE(QTest::qWaitFor([&] { return !questions.IsAsking(); }, kPatience));
+  EXPECT_EQ(answered, 3);
+  EXPECT_EQ(std::ranges::count(asked.log, "read root"), 1);
+  EXPECT_EQ(asked.log.size(), 4U) << "and three searches";
 }
 
 }  // namespace

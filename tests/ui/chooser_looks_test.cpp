@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // How the console's choosers look; pictures of them are kept.
-#include <QDir>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -10,12 +9,12 @@
 #include "hosts/console/choosers/qt_choosers.h"
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/program/console_platform.h"
-#include "hosts/console/program/screenshot.h"
 #include "hosts/console/text/qt_text.h"
 #include "pages/email_address_dlg.h"
 #include "tests/ui/chooser_user.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/faults_of_sight.h"
+#include "tests/ui/keep_picture.h"
 
 namespace pelora::test {
 namespace {
@@ -55,10 +54,7 @@ class ChooserLooks : public ConsoleTest {
       prepare(user);
       EXPECT_EQ(FaultsOfSight(window), Lines());
       EXPECT_EQ(SharedMnemonics(window), Lines());
-      const QDir folder(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
-      EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
-      const QString file = folder.filePath(QLatin1String(name) + QStringLiteral(".png"));
-      EXPECT_EQ(console::WriteScreenshot(window, file), QString());
+      KeepPicture(window, name);
       user.Click("Cancel");
     });
   }

@@ -5,8 +5,6 @@ pelora_test_suite(ui_choosers QT
     chooser_user.cpp chooser_user.h faults_of_sight.cpp faults_of_sight.h
     scripted_store.h "${qt_main}"
   LIBRARIES pelora_choosers_contract pelora_ui_test_support)
-target_compile_definitions(ui_choosers PRIVATE
-  "PELORA_SCREENSHOT_FOLDER=\"${PROJECT_BINARY_DIR}/screenshots\"")
 pelora_test_suite(ui_object_search QT
   SOURCES object_search_test.cpp scripted_store.h "${qt_main}"
   LIBRARIES pelora_ui_test_support)

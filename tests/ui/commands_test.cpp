@@ -3,7 +3,6 @@
 // they are looked at and written.
 #include <gmock/gmock.h>
 
-#include <QDir>
 #include <QLineEdit>
 #include <map>
 #include <optional>
@@ -13,6 +12,7 @@
 #include "hosts/session/fields/field_catalogue.h"
 #include "tests/support/fake_choosers.h"
 #include "tests/ui/faults_of_sight.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/writing_sheet.h"
 
 namespace pelora::test {
@@ -165,8 +165,7 @@ TEST_F(Commands, NamesGoIntoTheDelegatesOfAll) {
 TEST_F(Commands, AllOfItCanBeSeenAndIsNamed) {
   Type("commands_address", "{first}.{last}@linden-werke.example");
   EXPECT_THAT(FaultsOfSight(*dialog_), ::testing::IsEmpty());
-  QDir().mkpath(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
-  EXPECT_TRUE(dialog_->grab().save(QStringLiteral(PELORA_SCREENSHOT_FOLDER "/commands.png")));
+  KeepPicture(*dialog_, "commands");
 }
 
 }  // namespace

@@ -13,6 +13,10 @@ class DarkTheme {
     QPalette dark(QColor(0x31, 0x36, 0x3B));
     dark.setColor(QPalette::Base, QColor(0x23, 0x26, 0x29));
     dark.setColor(QPalette::Text, QColor(0xEF, 0xF0, 0xF1));
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+      dark.setColor(QPalette::Disabled, role, QColor(0x80, 0x86, 0x8B));
+    }
     QApplication::setPalette(dark);
   }
   ~DarkTheme() { QApplication::setPalette(light_); }

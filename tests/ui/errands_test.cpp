@@ -190,6 +190,18 @@ TEST_F(ErrandsTest, WhatIsLetGoOfGoesBesideTheWindow) {
   EXPECT_NE(where.get(), std::this_thread::get_id());
 }
 
+TEST(ErrandDialogText, HowFarItIsAndHowLongItTakesYetStandTogether) {
+  console::ErrandDialog dialog(QStringLiteral("Writing..."), nullptr);
+  const auto* const left = dialog.findChild<QLabel*>(QStringLiteral("errand_left"));
+  ASSERT_NE(left, nullptr);
+  dialog.ShowProgress(1200, 5000, 900);
+  EXPECT_EQ(left->text(), QStringLiteral("1200 of 5000"));
+  dialog.ShowProgress(1200, 5000, 31'000);
+  EXPECT_EQ(left->text(), QStringLiteral("1200 of 5000, about 99 seconds left"));
+  dialog.ShowProgress(5000, 5000, 120'000);
+  EXPECT_EQ(left->text(), QStringLiteral("5000 of 5000"));
+}
+
 TEST(ErrandDialogText, WhatIsLeftIsSaidInWordsOnceItCanBeKnown) {
   EXPECT_EQ(console::TimeLeft(0, 100, 5000), QString());
   EXPECT_EQ(console::TimeLeft(10, 100, 500), QString()) << "too early to know";

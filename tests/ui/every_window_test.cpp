@@ -8,13 +8,13 @@
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
-#include <QDir>
 #include <QScreen>
 #include <QScrollArea>
 
 #include "hosts/console/text/qt_text.h"
 #include "tests/ui/dark_theme.h"
 #include "tests/ui/faults_of_use.h"
+#include "tests/ui/keep_picture.h"
 
 namespace pelora::test {
 namespace {
@@ -49,20 +49,14 @@ std::vector<std::string> OutOfReach(const QWidget& window) {
 
 class EveryWindow : public ConsoleTest {
  protected:
-  void KeepPicture(QWidget& window, const std::string& name) {
-    const QPixmap picture = window.grab();
-    EXPECT_EQ(picture.devicePixelRatio(), 2);
-    const QDir folder(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
-    EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
-    EXPECT_TRUE(picture.save(folder.filePath(console::ToQString("small-" + name + ".png"))));
-  }
   /// Opens every window; of so many of them pictures are kept under names that end so.
   void ExpectAllWithinReach(const std::string& ending,
                             const std::function<bool(const std::string& name)>& is_kept) {
     int count = 0;
     ForEveryWindow(*this, modal_scripts(), [&](QWidget& window, const std::string& name) {
       ++count;
-      if (is_kept(name)) KeepPicture(window, name + ending);
+      EXPECT_EQ(window.devicePixelRatio(), 2);
+      if (is_kept(name)) KeepPicture(window, "small-" + name + ending);
       EXPECT_THAT(OutOfReach(window), ::testing::IsEmpty());
       EXPECT_THAT(FaultsOfTexts(window), ::testing::IsEmpty());
     });

@@ -9,6 +9,7 @@
 
 #include "tests/ui/dark_theme.h"
 #include "tests/ui/features_sheet.h"
+#include "tests/ui/keep_picture.h"
 
 namespace pelora::test {
 namespace {
@@ -91,7 +92,7 @@ TEST_F(FeaturesSheet, InALightThemeAnOpenStatusIsLightGrey) {
   ASSERT_EQ(Rows(), (Lines{"archiver: Ambiguous", "imap: Enabled", "pop3: Ambiguous"}));
   // The row with the keyboard is drawn otherwise.
   View().clearFocus();
-  Keep(open.sheet(), "features-tab-light");
+  KeepPicture(open.sheet(), "features-tab-light");
   const QColor grey(192, 192, 192);
   EXPECT_EQ(TextColor(View(), kArchiverRow, 1), grey);
   EXPECT_EQ(TextColor(View(), kPop3Row, 1), grey);
@@ -109,7 +110,7 @@ TEST_F(FeaturesSheet, InADarkThemeAnOpenStatusIsAsMuted) {
   const DarkTheme dark;
   OpenSheet& open = Open({kHelga, kTom, kJuergen});
   View().clearFocus();
-  Keep(open.sheet(), "features-tab-dark");
+  KeepPicture(open.sheet(), "features-tab-dark");
   EXPECT_GT(Contrast(View(), kImapRow, 1), 170);
   EXPECT_GT(Contrast(View(), kPop3Row, 0), 170);
   for (const RowIndex row : {kArchiverRow, kPop3Row}) {

@@ -5,13 +5,11 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
-#include <QDir>
 #include <QTreeWidget>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "hosts/console/program/screenshot.h"
 #include "resources/resource.h"
 #include "tests/support/fault_store.h"
 #include "tests/ui/console_test.h"
@@ -28,8 +26,6 @@ inline constexpr RowIndex kPop3Row = 2;
 /// The property sheet of users of the sample company, open at the features.
 class FeaturesSheet : public ConsoleTest {
  protected:
-  FeaturesSheet() { QDir().mkpath(QStringLiteral(PELORA_SCREENSHOTS)); }
-
   [[nodiscard]] OpenSheet& Open(const std::vector<std::string>& names) {
     sheet_ = std::make_unique<OpenSheet>(session(), module(), Objects(names),
                                          SheetFaults{.store = &store_});
@@ -67,10 +63,6 @@ class FeaturesSheet : public ConsoleTest {
         .toStdString();
   }
   [[nodiscard]] pelora::testing::FaultStore& store() { return store_; }
-  static void Keep(QWidget& window, const char* name) {
-    const QString path = QStringLiteral(PELORA_SCREENSHOTS "/%1.png").arg(QLatin1String(name));
-    EXPECT_EQ(console::WriteScreenshot(window, path).toStdString(), "");
-  }
 
  private:
   pelora::testing::FaultStore store_{*session().store};

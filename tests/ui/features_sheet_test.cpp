@@ -16,6 +16,7 @@
 
 #include "hosts/console/writing/qt_writing_desk.h"
 #include "platform/dialog_controller.h"
+#include "tests/ui/keep_picture.h"
 
 namespace pelora::test {
 namespace {
@@ -51,7 +52,7 @@ TEST_F(FeaturesSheet, TheDialogOfTheArchiveServersStandsOverTheSheet) {
     EXPECT_EQ(window.parentWidget(), &open.sheet()) << "its owner";
     user.Type(IDC_ARCHIVER_NAME, "archive03");
     user.Click(IDC_ARCHIVER_ADD);
-    Keep(window, "archive-servers");
+    KeepPicture(window, "archive-servers");
     EXPECT_EQ(FaultsOfSight(*window.findChild<QLineEdit*>()->parentWidget()), Lines());
     user.Click(kDialogOk);
   });

@@ -2,15 +2,14 @@
 #include "tests/ui/new_object_test.h"
 
 #include <QCoreApplication>
-#include <QDir>
 
 #include "hosts/console/text/qt_text.h"
 #include "resources/resource.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/open_sheet.h"
 
 namespace pelora::test {
 
-using console::ToQString;
 using console::ToUtf8;
 
 RecordedCompany::RecordedCompany(bool is_sealed) {
@@ -57,12 +56,6 @@ bool NewObjectTest::IsThere(const std::string& dn) {
   return OpenFile()->store->Read(dn, {}, entry).Ok();
 }
 
-void NewObjectTest::Picture(const std::string& name) {
-  const QString folder = QStringLiteral(PELORA_SCREENSHOT_FOLDER);
-  EXPECT_TRUE(QDir().mkpath(folder));
-  QCoreApplication::processEvents();
-  EXPECT_TRUE(wizard().wizard().grab().save(folder + QLatin1Char('/') + ToQString(name) +
-                                            QStringLiteral(".png")));
-}
+void NewObjectTest::Picture(const std::string& name) { KeepPicture(wizard().wizard(), name); }
 
 }  // namespace pelora::test

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QLineEdit>
 #include <QTabWidget>
 #include <algorithm>
@@ -13,10 +12,10 @@
 #include <string>
 #include <vector>
 
-#include "hosts/console/program/screenshot.h"
 #include "hosts/console/text/qt_text.h"
 #include "tests/support/observed_store.h"
 #include "tests/ui/console_test.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/open_sheet.h"
 
 namespace pelora::test {
@@ -25,8 +24,6 @@ namespace pelora::test {
 class OwnPages : public ConsoleTest {
  protected:
   using Lines = std::vector<std::string>;
-
-  OwnPages() { QDir().mkpath(QStringLiteral(PELORA_SCREENSHOT_FOLDER)); }
 
   [[nodiscard]] OpenSheet& Open(const Lines& names, const char* tab) {
     sheet_ = std::make_unique<OpenSheet>(session(), module(), Objects(names), faults_);
@@ -55,11 +52,7 @@ class OwnPages : public ConsoleTest {
   [[nodiscard]] std::string Hint(ControlId id) {
     return console::ToUtf8(Control<QLineEdit>(id).placeholderText());
   }
-  void Keep(const char* name) {
-    const QString path =
-        QStringLiteral(PELORA_SCREENSHOT_FOLDER "/%1.png").arg(QLatin1String(name));
-    EXPECT_EQ(console::WriteScreenshot(sheet_->sheet(), path).toStdString(), "");
-  }
+  void Keep(const char* name) { KeepPicture(sheet_->sheet(), name); }
   [[nodiscard]] EntryLines Entry(const char* dn) const { return SearchEntry(file(), dn); }
   [[nodiscard]] pelora::testing::ObservedStore& store() { return store_; }
   /// What the next sheets are opened with.

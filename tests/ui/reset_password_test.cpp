@@ -88,10 +88,7 @@ TEST_F(ResetPassword, WaitsForTwoThatMatchAndStaysWithTheDirectorysReason) {
     // A file has no passwords.
     EXPECT_THAT(dialog.Hint(), HasSubstr("does not take this password"));
     EXPECT_TRUE(window.isVisible());
-    EXPECT_EQ(console::WriteScreenshot(
-                  window, QStringLiteral(PELORA_SCREENSHOT_FOLDER "/reset-password.png"))
-                  .toStdString(),
-              "");
+    KeepPicture(window, "reset-password");
     dialog.Cancel();
   });
   open.user().Click(IDC_OWN_RESET_PASSWORD);

@@ -2,7 +2,7 @@
 // Fields that the user has no right to change, as the directory says with the objects.
 #include <gmock/gmock.h>
 
-#include "hosts/ldap/forwarding_store.h"
+#include "tests/ui/rights_store.h"
 #include "tests/ui/writing_sheet.h"
 
 namespace pelora::test {
@@ -10,30 +10,6 @@ namespace {
 
 using console::ToUtf8;
 using ::testing::HasSubstr;
-
-/// Forwards to another store, and says of every object what may be written.
-class RightsStore final : public ldap::ForwardingStore {
- public:
-  RightsStore(ldap::IDirectoryStore& target, ldap::AttributeValues allowed)
-      : ForwardingStore(target), allowed_(std::move(allowed)) {}
-
-  ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
-                         ldap::Entry& entry) override {
-    ldap::StoreStatus status = ForwardingStore::Read(dn, attributes, entry);
-    const bool asks =
-        std::ranges::find(attributes, "allowedAttributesEffective") != attributes.end();
-    if (asks) entry.attributes["allowedAttributesEffective"] = allowed_;
-    return status;
-  }
-  ldap::StoreStatus ReadMany(std::span<const std::string> dns,
-                             std::span<const std::string> attributes,
-                             const ldap::ReadSink& sink) override {
-    return IDirectoryStore::ReadMany(dns, attributes, sink);
-  }
-
- private:
-  ldap::AttributeValues allowed_;
-};
 
 TEST_F(WritingSheet, FieldsWithoutARightCannotBeUsedAndSayWhy) {
   RightsStore store(*session().store, {"peloraHidden", "PELORAQUOTAHARD"});

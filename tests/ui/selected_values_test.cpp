@@ -4,7 +4,6 @@
 
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QDir>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -17,7 +16,7 @@
 #include "hosts/console/fields/page_marks.h"
 #include "hosts/console/text/qt_text.h"
 #include "tests/ui/dark_theme.h"
-#include "tests/ui/faults_of_sight.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/user_tab.h"
 
 namespace pelora::test {
@@ -273,10 +272,7 @@ TEST_F(SelectedFeatures, ARowSaysOfHowManyItIsSo) {
   for (const console::Hint& hint : marks.hints()) hints.push_back(hint.text.toStdString());
   EXPECT_THAT(hints, ElementsAre("3 unset", "1 off, 2 unset"));
   tab().ClickListViewCell(IDC_FEATURE_LIST, Pop3(), 0, false);
-  const QDir folder(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
-  EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
-  EXPECT_TRUE(sheet().sheet().grab().toImage().save(
-      folder.filePath(QStringLiteral("features-of-three.png"))));
+  KeepPicture(sheet().sheet(), "features-of-three");
 }
 
 TEST_F(SelectedFeatures, ItIsSwitchedForAllWhateverTheRowSaysInSum) {
@@ -303,30 +299,6 @@ TEST_F(SelectedFeatures, ADoubleClickMakesApplyLiveAndEscapeAsks) {
                                          ElementsAre("- peloraDisabledFeatures: pop3",
                                                      "+ peloraEnabledFeatures: pop3"),
                                          ElementsAre("+ peloraEnabledFeatures: pop3")));
-}
-
-/// Keeps pictures of a sheet with something of everything.
-TEST_F(SelectedValues, Pictures) {
-  for (const bool is_dark : {false, true}) {
-    const QPalette light = QApplication::palette();
-    if (is_dark) {
-      QPalette dark(QColor(0x31, 0x36, 0x3B));
-      dark.setColor(QPalette::Base, QColor(0x23, 0x26, 0x29));
-      dark.setColor(QPalette::Text, QColor(0xEF, 0xF0, 0xF1));
-      QApplication::setPalette(dark);
-    }
-    OpenThree();
-    user().Type(IDC_QUOTA_WARN, "5000");
-    user().Type(IDC_QUOTA_SOFT, "12abc");
-    QCoreApplication::processEvents();
-    const QDir folder(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
-    EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
-    const QString name = is_dark ? QStringLiteral("fields-dark.png") : QStringLiteral("fields.png");
-    const QImage picture = sheet().sheet().grab().toImage();
-    EXPECT_TRUE(picture.save(folder.filePath(name)));
-    EXPECT_EQ(FaultsOfSight(page().widget()), Lines());
-    QApplication::setPalette(light);
-  }
 }
 
 }  // namespace

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every tab in the console, over the sample company in a directory file.
 #include <QCoreApplication>
-#include <QDir>
 #include <QTest>
 #include <algorithm>
 #include <deque>
 
 #include "directory/attribute_catalogue.h"
-#include "hosts/console/program/screenshot.h"
 #include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/ads_path.h"
@@ -21,12 +19,12 @@
 #include "tests/support/fault_store.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/faults_of_sight.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/open_sheet.h"
 
 namespace pelora::contract {
 namespace {
 
-using console::ToQString;
 using Names = std::vector<std::string>;
 
 class QtConsole final : public TabConsole {
@@ -112,12 +110,7 @@ class QtConsole final : public TabConsole {
   void FailCommit(std::size_t nth) override { store_.FailChange(nth, {50, "no right to do that"}); }
 
   [[nodiscard]] Names FaultsOfSight() override { return test::FaultsOfSight(Dialog().widget()); }
-  void SavePicture(const std::string& name) override {
-    const QDir folder(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
-    EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
-    const QString file = folder.filePath(ToQString(name + ".png"));
-    EXPECT_EQ(console::WriteScreenshot(sheet_->sheet(), file), QString());
-  }
+  void SavePicture(const std::string& name) override { test::KeepPicture(sheet_->sheet(), name); }
 
   [[nodiscard]] TabValues Stored(const std::string& name) override {
     Names wanted;

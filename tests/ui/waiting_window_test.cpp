@@ -8,12 +8,15 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
+#include <optional>
 #include <thread>
 
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
 #include "hosts/ldap/ldb_store.h"
 #include "resources/resource.h"
+#include "tests/support/observed_store.h"
 #include "tests/support/stalling_store.h"
 #include "tests/ui/console_test.h"
 
@@ -36,7 +39,8 @@ class WaitingWindow : public ConsoleTest {
     std::unique_ptr<ldap::IDirectoryStore> file_store;
     if (!ldap::OpenLdbStore(file(), {}, file_store).Ok()) throw std::runtime_error(file());
     file_store_ = std::move(file_store);
-    auto stalling = std::make_unique<pelora::testing::StallingStore>(*file_store_);
+    asked_.emplace(*file_store_);
+    auto stalling = std::make_unique<pelora::testing::StallingStore>(*asked_);
     store_ = stalling.get();
     objects_ = Objects({kBirgit});
     window_ = std::make_unique<MainWindow>(module());
@@ -73,6 +77,8 @@ class WaitingWindow : public ConsoleTest {
     QTest::mouseClick(sheet()->findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
   }
   [[nodiscard]] int turn_count() const { return turn_count_; }
+  /// How often it was asked what the directory says of itself.
+  [[nodiscard]] auto RootsRead() const { return std::ranges::count(asked_->log, "read root"); }
 
   /// Waits for the dialog that says what is waited for, and does something in it.
   void InErrand(const std::function<void(QWidget& window)>& act) {
@@ -97,6 +103,7 @@ class WaitingWindow : public ConsoleTest {
 
  private:
   std::unique_ptr<ldap::IDirectoryStore> file_store_;
+  std::optional<pelora::testing::ObservedStore> asked_;
   pelora::testing::StallingStore* store_ = nullptr;
   std::vector<session::DirectoryObject> objects_;
   std::unique_ptr<MainWindow> window_;
@@ -114,6 +121,16 @@ TEST_F(WaitingWindow, NothingIsAskedOnTheWindowsThread) {
   EXPECT_EQ(sheet(), nullptr);
   EXPECT_GT(store().asked(), 0);
   EXPECT_FALSE(store().WasAskedBy(std::this_thread::get_id()));
+}
+
+TEST_F(WaitingWindow, TheDirectoryIsAskedOnceWhatItIs) {
+  for (int times = 0; times < 2; ++times) {
+    ShowBirgit();
+    ASSERT_NE(sheet(), nullptr);
+    Press(QDialogButtonBox::Ok);
+    ASSERT_EQ(sheet(), nullptr);
+  }
+  EXPECT_EQ(RootsRead(), 1);
 }
 
 TEST_F(WaitingWindow, TheWindowLivesOnWhileASheetIsOpenedAndApplied) {

@@ -3,7 +3,6 @@
 // the directory holds is text. Pictures are kept for people to look at.
 #include <gmock/gmock.h>
 
-#include <QDir>
 #include <QSet>
 
 #include "hosts/console/attributes/attributes_window.h"
@@ -16,6 +15,7 @@
 #include "hosts/console/writing/review_dialog.h"
 #include "tests/ui/dark_theme.h"
 #include "tests/ui/faults_of_sight.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/writing_sheet.h"
 
 namespace pelora::test {
@@ -38,10 +38,7 @@ void LookAt(QDialog& window, const std::string& name) {
     EXPECT_FALSE(keys.contains(key)) << name << ": " << key.toStdString();
     keys.insert(key);
   }
-  const QDir folder(QStringLiteral(PELORA_SCREENSHOT_FOLDER));
-  EXPECT_TRUE(folder.mkpath(QStringLiteral(".")));
-  EXPECT_TRUE(
-      window.grab().save(folder.filePath(console::ToQString(name) + QStringLiteral(".png"))));
+  KeepPicture(window, name);
 }
 
 session::Review SampleReview() {

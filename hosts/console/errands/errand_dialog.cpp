@@ -57,13 +57,13 @@ ErrandDialog::ErrandDialog(const QString& what, QWidget* parent) : QDialog(paren
   ShowProgress(0, 0);
 }
 
-void ErrandDialog::ShowProgress(std::size_t done, std::size_t total) {
+void ErrandDialog::ShowProgress(std::size_t done, std::size_t total, qint64 milliseconds) {
   // A bar without a range moves by itself.
   bar_->setRange(0, static_cast<int>(total));
   bar_->setValue(static_cast<int>(done));
   if (!stop_->isEnabled()) return;
   const QString count = total == 0 ? QString() : QStringLiteral("%1 of %2").arg(done).arg(total);
-  const QString left = TimeLeft(done, total, since_.elapsed());
+  const QString left = TimeLeft(done, total, milliseconds);
   left_->setText(left.isEmpty() ? count : count + QStringLiteral(", ") + left);
 }
 

@@ -18,7 +18,11 @@ class ErrandDialog final : public QDialog {
   ErrandDialog(const QString& what, QWidget* parent);
 
   /// How far it is; a total of 0: nobody knows.
-  void ShowProgress(std::size_t done, std::size_t total);
+  void ShowProgress(std::size_t done, std::size_t total) {
+    ShowProgress(done, total, since_.elapsed());
+  }
+  /// The same, after so long.
+  void ShowProgress(std::size_t done, std::size_t total, qint64 milliseconds);
 
   /// Stop was asked for; called once.
   std::function<void()> on_stop;

@@ -2,9 +2,11 @@
 #include "hosts/console/reading/directory_questions.h"
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "hosts/console/reading/post.h"
+#include "hosts/ldap/known_root.h"
 
 namespace pelora::console {
 
@@ -23,7 +25,9 @@ void DirectoryQuestions::Ask(Question question) {
 }
 
 void DirectoryQuestions::Work(const std::stop_token& stop) {
-  std::unique_ptr<ldap::IDirectoryStore> store;
+  std::unique_ptr<ldap::IDirectoryStore> opened;
+  // Most questions begin with what the directory says of itself.
+  std::optional<ldap::KnownRoot> store;
   while (true) {
     Question question;
     {
@@ -35,7 +39,7 @@ void DirectoryQuestions::Work(const std::stop_token& stop) {
     Answer answer;
     try {
       // The next question opens it anew: the connection may be back by then.
-      if (!store && !opener_(store, stop).Ok()) store.reset();
+      if (!store && opener_(opened, stop).Ok()) store.emplace(*opened);
       if (store) {
         store->StopOn(stop);
         answer = question(*store);
@@ -43,6 +47,7 @@ void DirectoryQuestions::Work(const std::stop_token& stop) {
     } catch (...) {
       // As from a directory that cannot be opened.
       store.reset();
+      opened.reset();
     }
     const auto tell = [this, answer = std::move(answer)] {
       --awaited_;

@@ -24,7 +24,8 @@ ShownDirectory::ShownDirectory(std::unique_ptr<session::DirectorySession> opened
                                session::IErrands& errands, IMessageBox& message_box,
                                const resources::ResourceFile& module)
     : session(std::move(opened)),
-      store(*session->store, errands),
+      beside(*session->store, errands),
+      store(beside),
       name(NameOf(*session, store)),
       history(session::ChangesFolder(), name, session->store->schema()),
       service(store),

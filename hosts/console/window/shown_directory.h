@@ -6,6 +6,7 @@
 
 #include "hosts/console/choosers/qt_choosers.h"
 #include "hosts/console/program/console_platform.h"
+#include "hosts/ldap/known_root.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/session/beside_store.h"
@@ -28,7 +29,9 @@ struct ShownDirectory {
 
   const std::unique_ptr<session::DirectorySession> session;
   /// The session's directory for the window's thread, which is not to wait.
-  session::BesideStore store;
+  session::BesideStore beside;
+  /// The same, without a second question of what each tab asks first.
+  ldap::KnownRoot store;
   /// By which the directory is known again, from wherever the console is started and whichever of a
   /// domain's servers it works with: a file's path, or the domain's distinguished name.
   const std::string name;
