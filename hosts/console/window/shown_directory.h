@@ -29,7 +29,8 @@ struct ShownDirectory {
   const std::unique_ptr<session::DirectorySession> session;
   /// The session's directory for the window's thread, which is not to wait.
   session::BesideStore beside;
-  /// The same, without a second question of what each tab asks first.
+  /// The same, without a second question of what each tab asks first. For whatever does not ask how
+  /// things stand at the moment.
   ldap::KnownRoot store;
   session::ChangeHistory history;
   ldap::StoreDirectoryService service;
