@@ -11,10 +11,10 @@ cd "$(dirname "$0")/.."
 export GTEST_FILTER='*TabLooks.NothingIsCutOffAndNothingOverlaps*:*.AnOpenStatusIsDrawnGreyUntilItIsChosen'
 GTEST_FILTER+=':*.InALightThemeAnOpenStatusIsLightGrey'
 
-cmake --preset native -DBUILD_TESTING=ON
-cmake --build --preset native --target ui_tabs ui_console_features pelora_tab_sheet
-build/native/tests/ui/ui_tabs
-build/native/tests/ui/ui_console_features
+cmake --preset asan -DBUILD_TESTING=ON
+cmake --build --preset asan --target ui_tabs ui_console_features pelora_tab_sheet
+LDB_MODULES_DISABLE_DEEPBIND=1 build/asan/tests/ui/ui_tabs
+LDB_MODULES_DISABLE_DEEPBIND=1 build/asan/tests/ui/ui_console_features
 
 cmake --preset windows
 cmake --build --preset windows --target windows_extension_test
@@ -22,5 +22,5 @@ mkdir -p build/tabs
 grep windows_extension_test build/windows/windows_suites.txt >build/tabs/windows_suites.txt
 tests/windows/run_wine_suites.sh "$PWD/build/tabs"
 
-build/native/tests/ui/pelora_tab_sheet build/windows/screenshots build/native/screenshots \
+build/asan/tests/ui/pelora_tab_sheet build/windows/screenshots build/asan/screenshots \
   docs/images/tabs.png

@@ -18,8 +18,8 @@ namespace pelora::changes {
 /// recorded and goes nowhere.
 class RecordingStore final : public ldap::ForwardingStore, public ldap::IReadingWitness {
  public:
-  /// Both outlive it. `breathe` is called with every value told, every modification and every
-  /// object that is at hand when it is read; may be none.
+  /// Both outlive it. `breathe` is called with every value told, every modification, every object
+  /// that is at hand when it is read, and every bound object that goes; may be none.
   RecordingStore(ldap::IDirectoryStore& target, RecordingMemory& memory,
                  std::function<void()> breathe = {});
 
@@ -34,6 +34,7 @@ class RecordingStore final : public ldap::ForwardingStore, public ldap::IReading
     memory_.NoteTold(dn, attribute, values);
     if (breathe_) breathe_();
   }
+  void OnReleased() noexcept override;
 
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                          ldap::Entry& entry) override;

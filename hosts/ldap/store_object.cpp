@@ -64,6 +64,10 @@ StoreObject::StoreObject(IDirectoryStore& store, Identity identity,
   is_filled_ = true;
 }
 
+StoreObject::~StoreObject() {
+  if (options_->witness != nullptr) options_->witness->OnReleased();
+}
+
 HRESULT StoreObject::QueryInterface(const Guid& iid, void** object) {
   if (object == nullptr) return E_POINTER;
   *object = nullptr;

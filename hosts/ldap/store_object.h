@@ -16,7 +16,7 @@
 
 namespace pelora::ldap {
 
-/// Is told what bound objects answer.
+/// Is told what bound objects answer, and when they go.
 class IReadingWitness {
  public:
   virtual ~IReadingWitness() = default;
@@ -24,6 +24,8 @@ class IReadingWitness {
   /// What is answered from what was staged is not told.
   virtual void OnTold(const std::string& dn, std::string_view attribute,
                       const AttributeValues& values) = 0;
+  /// An object is about to go: of thousands, which go one after the other, that takes its time.
+  virtual void OnReleased() noexcept = 0;
 };
 
 /// How objects are bound.
@@ -74,7 +76,7 @@ class StoreObject final : public Counted<IADs> {
   [[nodiscard]] HRESULT SetInfo() override;
 
  private:
-  ~StoreObject() override = default;
+  ~StoreObject() override;
 
   [[nodiscard]] Modification* FindStaged(std::string_view name);
   [[nodiscard]] HRESULT Stage(Modification::Operation operation, std::string_view name,

@@ -9,6 +9,7 @@ namespace {
 struct Allocations {
   bool are_counted = false;
   std::size_t count = 0;
+  std::size_t released = 0;
   std::size_t failing = 0;
   bool (*counts)(const void* code) = nullptr;
 
@@ -27,6 +28,11 @@ void* Allocate(std::size_t size, const void* code) {
   void* const memory = std::malloc(size == 0 ? 1 : size);
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
+}
+
+void Release(void* memory) noexcept {
+  if (allocations.are_counted && memory != nullptr) ++allocations.released;
+  std::free(memory);
 }
 
 void* AllocateOrNone(std::size_t size, const void* code) noexcept {
@@ -49,21 +55,25 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
 void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   return AllocateOrNone(size, __builtin_return_address(0));
 }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept { std::free(memory); }
-void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { Release(memory); }
+void operator delete[](void* memory) noexcept { Release(memory); }
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept { Release(memory); }
+void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept { Release(memory); }
+void operator delete(void* memory, std::size_t /*size*/) noexcept { Release(memory); }
+void operator delete[](void* memory, std::size_t /*size*/) noexcept { Release(memory); }
 
 namespace pelora::testing {
 
 FailingAllocations::FailingAllocations(std::size_t nth, bool (*counts)(const void* code)) {
-  allocations = {.are_counted = true, .count = 0, .failing = nth, .counts = counts};
+  allocations = {.are_counted = true, .count = 0, .released = 0, .failing = nth, .counts = counts};
 }
 
 FailingAllocations::~FailingAllocations() { allocations.are_counted = false; }
 
 std::size_t FailingAllocations::count() { return allocations.count; }
+
+std::size_t FailingAllocations::count_with_releases() {
+  return allocations.count + allocations.released;
+}
 
 }  // namespace pelora::testing

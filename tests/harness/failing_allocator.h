@@ -19,6 +19,8 @@ class FailingAllocations {
 
   /// How many there have been since it stands.
   [[nodiscard]] static std::size_t count();
+  /// The same with what was given back: how much was done with memory.
+  [[nodiscard]] static std::size_t count_with_releases();
 };
 
 }  // namespace pelora::testing

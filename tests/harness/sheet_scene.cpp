@@ -70,8 +70,12 @@ std::vector<ldap::Entry> SheetScene::FirstEntries() const {
 
 std::string SheetScene::Open() {
   Close();
-  tabs_ = std::make_unique<session::GuardedTabs>(session::TabSurroundings{
-      .store = store_, .platform = platform_, .templates = templates_, .desk = desk_});
+  tabs_ = std::make_unique<session::GuardedTabs>(session::TabSurroundings{.store = store_,
+                                                                          .platform = platform_,
+                                                                          .templates = templates_,
+                                                                          .errands = errands_,
+                                                                          .desk = desk_,
+                                                                          .history = history_});
   sheet_.emplace(templates_);
   std::vector<session::DirectoryObject> selection;
   for (const std::string& name : names_) selection.push_back(ObjectNamed(name, object_class_));

@@ -33,6 +33,10 @@ class SheetScene {
   /// Where sheets that are opened from now on are written; outlives the scene. Without one,
   /// failures are boxes.
   void SitAt(session::IWritingDesk& desk) { desk_ = &desk; }
+  /// Who has done what takes its time in those sheets, and where it is kept what they wrote; both
+  /// outlive the scene.
+  void RunErrandsBy(session::IErrands& errands) { errands_ = &errands; }
+  void KeepIn(session::ChangeHistory& history) { history_ = &history; }
 
   /// Opens a sheet; what is not shown, and why, or empty. As many tabs are in it as let themselves
   /// be opened.
@@ -81,6 +85,8 @@ class SheetScene {
   FieldEditor editor_;
   std::vector<TabRows> rows_;
   session::IWritingDesk* desk_ = nullptr;
+  session::IErrands* errands_ = nullptr;
+  session::ChangeHistory* history_ = nullptr;
   // The tabs outlive the sheet's pages.
   std::unique_ptr<session::GuardedTabs> tabs_;
   std::optional<HeadlessPropertySheet> sheet_;

@@ -4,9 +4,13 @@
 
 #include <gmock/gmock.h>
 
+#include <QLabel>
 #include <QListWidget>
+#include <QStyleOptionComboBox>
 
+#include "hosts/console/dialogs/combo_box_control.h"
 #include "hosts/console/dialogs/list_box_control.h"
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/text/qt_text.h"
 #include "resources/resource.h"
 #include "tests/ui/console_test.h"
@@ -76,6 +80,72 @@ TEST(DefaultAddress, AmongOthersInCapitalsIsTheOneThatWasRead) {
   EXPECT_EQ(console::MarkDefault(list, QStringLiteral("b@x")), 1);
   EXPECT_EQ(console::MarkDefault(list, {}), -1) << "nobody can tell";
   EXPECT_THAT(BoldRows(list), ElementsAre());
+}
+
+TEST(DefaultAddress, LeavesRoomForTheWordBehindItHoweverLongItIs) {
+  QListWidget list;
+  list.setItemDelegate(new console::TabStopDelegate(&list));
+  list.resize(220, 80);
+  Fill(list, {"BIRGIT.KRAEMER.AND.SOMEBODY.ELSE@LINDEN-WERKE.EXAMPLE", "a@x"});
+  ASSERT_EQ(console::MarkDefault(list, {}), 0);
+  const int kept_free = list.item(0)->data(console::kKeptFreeRole).toInt();
+  EXPECT_GT(kept_free, list.fontMetrics().horizontalAdvance(console::DefaultWord()));
+  EXPECT_FALSE(list.item(1)->data(console::kKeptFreeRole).isValid());
+  list.show();
+  const QRect row = list.visualItemRect(list.item(0));
+  const QImage picture = list.viewport()->grab(row).toImage();
+  const auto is_ink = [&picture](int x) {
+    for (int y = 0; y < picture.height(); ++y) {
+      if (qGray(picture.pixel(x, y)) < 128) return true;
+    }
+    return false;
+  };
+  int last = picture.width() - 1;
+  while (last > 0 && !is_ink(last)) --last;
+  EXPECT_GT(last, 0) << "the address";
+  EXPECT_LT(last, row.width() - kept_free);
+}
+
+TEST(ListedChoice, WhatIsSaidWithoutAChoiceEndsInDots) {
+  console::DropDownList list(nullptr);
+  list.addItem(QStringLiteral("one"));
+  list.setCurrentIndex(-1);
+  list.setPlaceholderText(QStringLiteral("i"));
+  list.resize(120, list.sizeHint().height());
+  list.show();
+  const QImage few = list.grab().toImage();
+  list.setPlaceholderText(QStringLiteral("different: active user (2), room (1)"));
+  const QImage many = list.grab().toImage();
+  const QRect room = [&list] {
+    QStyleOptionComboBox option;
+    option.initFrom(&list);
+    return list.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField,
+                                        &list);
+  }();
+  // Of a text that is cut off, letters would stand at the very edge.
+  for (int x = room.right() - 1; x <= room.right(); ++x) {
+    for (int y = room.top(); y <= room.bottom(); ++y) {
+      EXPECT_EQ(many.pixel(x, y), few.pixel(x, y)) << x << "," << y;
+    }
+  }
+  EXPECT_NE(many, few);
+}
+
+TEST(NameLabels, BreakBetweenWordsAsLongAsEachHasRoom) {
+  const QString text =
+      QStringLiteral("A password can be given only over a sealed connection to a server.");
+  console::NameLabel label;
+  label.setWordWrap(true);
+  label.setText(text);
+  QLabel usual(text);
+  usual.setWordWrap(true);
+  for (const int letters : {20, 24, 28, 32, 36}) {
+    const QSize size(letters * label.fontMetrics().averageCharWidth(),
+                     6 * label.fontMetrics().height());
+    label.resize(size);
+    usual.resize(size);
+    EXPECT_EQ(label.grab().toImage(), usual.grab().toImage()) << letters;
+  }
 }
 
 class ShownRows : public ConsoleTest {};

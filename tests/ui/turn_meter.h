@@ -24,18 +24,17 @@ class TurnMeter {
   TurnMeter(const TurnMeter&) = delete;
   TurnMeter& operator=(const TurnMeter&) = delete;
 
-  /// What goes on from now on.
+  /// What goes on from now on; empty: what says nothing of the window, until the next.
   void Enter(const std::string& phase) {
     Note();
+    if (phase_.empty()) Begin();
     phase_ = phase;
   }
   [[nodiscard]] int turns() const { return turns_; }
   /// In milliseconds.
-  [[nodiscard]] qint64 longest() {
-    Note();
-    return std::ranges::max_element(gaps_, {}, [](const auto& gap) { return gap.second.passed; })
-        ->second.passed;
-  }
+  [[nodiscard]] qint64 longest() { return Longest(&Gap::passed); }
+  /// The longest that the window's thread was at work without a turn, in milliseconds.
+  [[nodiscard]] qint64 longest_at_work() { return Longest(&Gap::at_work); }
   /// "opening 12 (9 at work), writing 31 (30 at work)": the longest of each, in milliseconds.
   [[nodiscard]] std::string Text() {
     Note();
@@ -53,6 +52,12 @@ class TurnMeter {
     qint64 at_work = 0;
   };
 
+  [[nodiscard]] qint64 Longest(qint64 Gap::*part) {
+    Note();
+    qint64 longest = 0;
+    for (const auto& [phase, gap] : gaps_) longest = std::max(longest, gap.*part);
+    return longest;
+  }
   void Turn() {
     ++turns_;
     Note();
@@ -63,6 +68,7 @@ class TurnMeter {
     worked_ = Worked();
   }
   void Note() {
+    if (phase_.empty()) return;
     Gap& gap = gaps_[phase_];
     gap.passed = std::max(gap.passed, since_.elapsed());
     gap.at_work = std::max(gap.at_work, Worked() - worked_);

@@ -3,6 +3,7 @@
 // be stopped, and a directory that does not answer is told of in words.
 #include <gmock/gmock.h>
 
+#include <QAction>
 #include <QDialogButtonBox>
 #include <QMessageBox>
 #include <QPushButton>
@@ -57,7 +58,7 @@ class WaitingWindow : public ConsoleTest {
     turns_.start(1);
   }
   ~WaitingWindow() override {
-    store_->LetGo();
+    if (store_ != nullptr) store_->LetGo();
     window_.reset();
   }
 
@@ -75,6 +76,16 @@ class WaitingWindow : public ConsoleTest {
   }
   void Press(QDialogButtonBox::StandardButton button) {
     QTest::mouseClick(sheet()->findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+  }
+  /// Shows the same directory as that of a server, which does not stall.
+  void ShowAsServer() {
+    auto& directory = static_cast<ldap::IDirectoryStore&>(*asked_);
+    auto server = std::make_unique<session::DirectorySession>(
+        "server", std::make_unique<ldap::ForwardingStore>(directory), session().open_another);
+    server->is_file = false;
+    ASSERT_TRUE(window_->SetSession(std::move(server)));
+    store_ = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !window_->IsReading(); }, kPatience));
   }
   [[nodiscard]] int turn_count() const { return turn_count_; }
   /// How often it was asked what the directory says of itself.
@@ -131,6 +142,20 @@ TEST_F(WaitingWindow, TheDirectoryIsAskedOnceWhatItIs) {
     ASSERT_EQ(sheet(), nullptr);
   }
   EXPECT_EQ(RootsRead(), 1);
+}
+
+TEST_F(WaitingWindow, HowTheConnectionIsDoingIsAskedEveryTime) {
+  ShowAsServer();
+  const auto before = RootsRead();
+  for (int times = 0; times < 2; ++times) {
+    modal_scripts().Add([](QWidget& box) {
+      EXPECT_EQ(box.objectName(), QStringLiteral("connection_box"));
+      box.close();
+    });
+    window().findChild<QAction*>(QStringLiteral("show_connection"))->trigger();
+    EXPECT_EQ(modal_scripts().waiting(), 0U);
+  }
+  EXPECT_EQ(RootsRead() - before, 2);
 }
 
 TEST_F(WaitingWindow, TheWindowLivesOnWhileASheetIsOpenedAndApplied) {

@@ -293,6 +293,8 @@ TEST_F(StoreObjectTest, ReferencesAreCounted) {
 class NotingWitness final : public IReadingWitness {
  public:
   std::vector<std::string> lines;
+  int released = 0;
+  void OnReleased() noexcept override { ++released; }
   void OnTold(const std::string& dn, std::string_view attribute,
               const AttributeValues& values) override {
     std::string line = dn + " " + std::string(attribute) + ":";
@@ -312,6 +314,9 @@ TEST_F(StoreObjectTest, AWitnessIsToldWhatTheDirectorySaysAndNotWhatWasStaged) {
   ASSERT_EQ(object_->Put("mail", Variant::String("m@x")), S_OK);
   EXPECT_EQ(Value("mail"), Variant::String("m@x"));
   EXPECT_THAT(witness.lines, ElementsAre("CN=Ada,DC=x otherMailbox: a@x b@x", "CN=Ada,DC=x mail:"));
+  EXPECT_EQ(witness.released, 0);
+  object_.Reset();
+  EXPECT_EQ(witness.released, 1);
 }
 
 TEST_F(StoreObjectTest, WhatAWitnessIsToldOfAFailedReadingIsNothing) {
@@ -322,6 +327,7 @@ TEST_F(StoreObjectTest, WhatAWitnessIsToldOfAFailedReadingIsNothing) {
   store_.failure = {kLdapBusy, "locked"};
   EXPECT_EQ(Status("mail"), HresultOfLdap(kLdapBusy));
   EXPECT_THAT(witness.lines, IsEmpty());
+  object_.Reset();
 }
 
 }  // namespace

@@ -2,9 +2,12 @@
 #include "hosts/console/dialogs/combo_box_control.h"
 
 #include <QScopedValueRollback>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
 #include <QWheelEvent>
 
 #include "hosts/console/dialogs/control_styles.h"
+#include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
@@ -19,6 +22,22 @@ DropDownList::DropDownList(QWidget* parent) : QComboBox(parent) { setFocusPolicy
 void DropDownList::wheelEvent(QWheelEvent* event) {
   if (hasFocus()) return QComboBox::wheelEvent(event);
   event->ignore();
+}
+
+void DropDownList::paintEvent(QPaintEvent* event) {
+  if (currentIndex() != kNoRow || placeholderText().isEmpty()) return QComboBox::paintEvent(event);
+  DrawnOrNothing([this] {
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QRect room =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    option.palette.setBrush(QPalette::ButtonText, palette().placeholderText());
+    option.currentText = fontMetrics().elidedText(placeholderText(), Qt::ElideRight,
+                                                  room.width() - fontMetrics().averageCharWidth());
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+  });
 }
 
 ComboBoxControl::ComboBoxControl(const resources::DialogItem& item, QWidget& parent,

@@ -17,6 +17,8 @@ class DropDownList final : public QComboBox {
 
  protected:
   void wheelEvent(QWheelEvent* event) override;
+  /// What it says while nothing is chosen ends in dots where there is no room for it.
+  void paintEvent(QPaintEvent* event) override;
 };
 
 class ComboBoxControl final : public DialogControl, private IComboBox {

@@ -43,13 +43,18 @@ void TabStopDelegate::PaintColumns(QPainter* painter, const QStyleOptionViewItem
                                    const QModelIndex& index) const {
   QStyleOptionViewItem row = option;
   initStyleOption(&row, index);
+  const QWidget* view = option.widget;
+  const QStyle* style = view != nullptr ? view->style() : QApplication::style();
   if (!row.text.contains(QLatin1Char('\t'))) {
-    QStyledItemDelegate::paint(painter, option, index);
+    const int kept_free = index.data(kKeptFreeRole).toInt();
+    if (kept_free > 0) {
+      const int room = std::max(0, row.rect.width() - kept_free);
+      row.text = row.fontMetrics.elidedText(row.text, Qt::ElideRight, room);
+    }
+    style->drawControl(QStyle::CE_ItemViewItem, &row, painter, view);
     return;
   }
   const QStringList columns = row.text.split(QLatin1Char('\t'));
-  const QWidget* view = option.widget;
-  const QStyle* style = view != nullptr ? view->style() : QApplication::style();
   row.text.clear();
   style->drawControl(QStyle::CE_ItemViewItem, &row, painter, view);
 

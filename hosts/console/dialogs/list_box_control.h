@@ -12,6 +12,8 @@ namespace pelora::console {
 
 /// What a row shows in place of its text, which stays what it is for the page; nothing: its text.
 inline constexpr int kShownTextRole = Qt::UserRole + 1;
+/// How much of a row's end its text leaves free, in dots, for what is said there; nothing: none.
+inline constexpr int kKeptFreeRole = Qt::UserRole + 2;
 
 /// Draws a row whose text is divided by tab characters in columns that begin at the tab stops.
 /// Behind the last stop, and without any, columns are eight characters wide.

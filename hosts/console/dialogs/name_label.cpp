@@ -13,7 +13,19 @@ namespace pelora::console {
 namespace {
 
 constexpr int kLeastLetters = 6;
-constexpr int kBroken = Qt::TextWordWrap | Qt::TextWrapAnywhere;
+
+/// How a text is broken into lines: between words, and within them only when one alone is longer
+/// than a line.
+int Breaking(const QFontMetrics& metrics, int width, const QString& text) {
+  const QRect lines(0, 0, width, QWIDGETSIZE_MAX);
+  const bool have_words_room = metrics.boundingRect(lines, Qt::TextWordWrap, text).width() <= width;
+  return have_words_room ? Qt::TextWordWrap : Qt::TextWordWrap | Qt::TextWrapAnywhere;
+}
+
+QSize BrokenSize(const QFontMetrics& metrics, int width, const QString& text) {
+  const QRect lines(0, 0, width, QWIDGETSIZE_MAX);
+  return metrics.boundingRect(lines, Breaking(metrics, width, text), text).size();
+}
 
 }  // namespace
 
@@ -21,7 +33,7 @@ NameLabel::NameLabel(QWidget* parent) : QLabel(parent) { ShowPlainly(*this); }
 
 QSize NameLabel::RoomOfText(int width) const {
   if (!wordWrap()) return fontMetrics().size(Qt::TextSingleLine, text());
-  return fontMetrics().boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), kBroken, text()).size();
+  return BrokenSize(fontMetrics(), width, text());
 }
 
 QSize NameLabel::minimumSizeHint() const {
@@ -49,8 +61,7 @@ QString NameLabel::ShownText() const {
   // A line may reach over the edge by what hardly anybody sees.
   const int room = std::max(fontMetrics().height(), height() + fontMetrics().height() / 3);
   const auto fits = [this, room](const QString& shown) {
-    const QRect lines(0, 0, width(), QWIDGETSIZE_MAX);
-    return fontMetrics().boundingRect(lines, kBroken, shown).height() <= room;
+    return BrokenSize(fontMetrics(), width(), shown).height() <= room;
   };
   if (fits(text())) return text();
   const auto cut = [this](qsizetype letters) { return text().left(letters) + QChar(0x2026); };
@@ -66,8 +77,10 @@ QString NameLabel::ShownText() const {
 void NameLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const int aligned = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment()));
-  style()->drawItemText(&painter, rect(), wordWrap() ? aligned | kBroken : aligned, palette(),
-                        isEnabled(), ShownText(), foregroundRole());
+  const QString shown = ShownText();
+  const int breaking = wordWrap() ? Breaking(fontMetrics(), width(), shown) : 0;
+  style()->drawItemText(&painter, rect(), aligned | breaking, palette(), isEnabled(), shown,
+                        foregroundRole());
 }
 
 void ShowWholeText(QWidget& widget, const QHelpEvent& event, const QString& text) {

@@ -97,7 +97,7 @@ void FieldNotes::OnFocusMoved(PageCare& page, const QWidget* now) {
 void FieldNotes::AddOffer(FootNote& note, PageCare& page, std::size_t field) {
   const FieldRow& row = page.fields().touched.Row(field);
   if (row.kind == FieldKind::kServer && note.level == FootNote::Level::kOdd) {
-    note.action = QStringLiteral("C&lear");
+    note.action = QStringLiteral("Remo&ve");
     note.act = [&page, field] { page.RemoveValue(field); };
   }
   if (const session::DirectoryObject* const owner = page.OwnerOf(field); owner && show_object) {

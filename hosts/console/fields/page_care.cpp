@@ -95,7 +95,7 @@ void PageCare::ShowRows() {
     if (row.kind != FieldKind::kDefaultEntry) continue;
     const auto stored = fields_.seen(fields_.selection.front(), row.attributes.front());
     const int at = MarkDefault(*list, stored.empty() ? QString() : ToQString(stored.front()));
-    if (at >= 0) hints_.push_back({.control = list, .text = QStringLiteral("default"), .row = at});
+    if (at >= 0) hints_.push_back({.control = list, .text = DefaultWord(), .row = at});
   }
 }
 

@@ -14,6 +14,8 @@ namespace pelora::console {
 namespace {
 
 constexpr int kNone = -1;
+/// Between a text and the word behind it, and behind that.
+constexpr int kLettersBetween = 2;
 
 /// The row of the default address among those that stand in capitals.
 int DefaultRow(const QListWidget& list, const QString& stored) {
@@ -54,14 +56,20 @@ void ShowOwnNames(QListWidget& list) {
   }
 }
 
+QString DefaultWord() { return QStringLiteral("default"); }
+
 int MarkDefault(QListWidget& list, const QString& stored) {
   const int marked = DefaultRow(list, stored);
+  const QFontMetrics metrics = list.fontMetrics();
+  const int kept_free =
+      metrics.horizontalAdvance(DefaultWord()) + kLettersBetween * metrics.averageCharWidth();
   for (int row = 0; row < list.count(); ++row) {
     QListWidgetItem& item = *list.item(row);
     const bool is_default = row == marked;
     QFont font = list.font();
     font.setBold(is_default);
     item.setFont(font);
+    item.setData(kKeptFreeRole, is_default ? QVariant(kept_free) : QVariant());
     const QString text = Readable(item.text());
     item.setData(Qt::AccessibleTextRole,
                  is_default ? QStringLiteral("%1 (default)").arg(text) : text);

@@ -18,6 +18,11 @@ void ShowOwnNames(QListWidget& list);
 /// The rows hold addresses, the default one in capitals: its row becomes bold, and screen readers
 /// are told. `stored` is the default address as it was read. Gives the row; -1 where there is none,
 /// or others are in capitals, too, and nobody can tell.
+///
+/// The row's text leaves its end free for `DefaultWord`, which whoever marks the page says there.
 int MarkDefault(QListWidget& list, const QString& stored);
+
+/// What is said at the end of the default address's row.
+[[nodiscard]] QString DefaultWord();
 
 }  // namespace pelora::console

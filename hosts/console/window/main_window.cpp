@@ -235,8 +235,9 @@ void MainWindow::ShowAbout() {
 void MainWindow::ShowConnection() {
   if (!directory_) return;
   session::ConnectionStatus status;
+  // What is known of the directory says neither how late it is there nor who answers by now.
   const ldap::StoreStatus read =
-      session::ReadConnectionStatus(*directory_->session, directory_->store, status);
+      session::ReadConnectionStatus(*directory_->session, directory_->beside, status);
   if (!read.Ok()) {
     return ReportLater(QStringLiteral("The server cannot be asked."), ToQString(read.text));
   }

@@ -30,7 +30,8 @@ struct ShownDirectory {
   const std::unique_ptr<session::DirectorySession> session;
   /// The session's directory for the window's thread, which is not to wait.
   session::BesideStore beside;
-  /// The same, without a second question of what each tab asks first.
+  /// The same, without a second question of what each tab asks first. For whatever does not ask how
+  /// things stand at the moment.
   ldap::KnownRoot store;
   /// By which the directory is known again, from wherever the console is started and whichever of a
   /// domain's servers it works with: a file's path, or the domain's distinguished name.
