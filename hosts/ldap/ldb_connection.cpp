@@ -270,7 +270,14 @@ StoreStatus LdbConnection::BeginTransaction() const {
 }
 
 StoreStatus LdbConnection::CommitTransaction() const {
-  return Outcome(ldb_transaction_commit(handle()));
+  static_cast<void>(handle_->TakeMessage());
+  const int code = ldb_transaction_commit(handle());
+  if (code != LDB_SUCCESS) return Outcome(code);
+  // Everything is written and yet to be taken back where the record of how it was before could not
+  // be struck out: the library counts that as done.
+  const std::string trouble = handle_->TakeMessage();
+  if (trouble.empty()) return {};
+  return {kLdapTimeout, OneLine("whether it was done is not known: " + trouble)};
 }
 
 void LdbConnection::CancelTransaction() const {

@@ -82,6 +82,7 @@ class LdbConnection {
   [[nodiscard]] StoreStatus ReadSequenceNumber(std::uint64_t& number) const;
 
   [[nodiscard]] StoreStatus BeginTransaction() const;
+  /// `kLdapTimeout`: it may have been done, or whoever looks at the file next takes it back.
   [[nodiscard]] StoreStatus CommitTransaction() const;
   void CancelTransaction() const;
 

@@ -42,7 +42,7 @@ std::string UpperCaseAscii(std::string text) {
   return text;
 }
 
-void SetClass(DialogItem& item, const std::variant<std::uint16_t, std::string>& name) {
+void SetClass(DialogItem& item, const ResourceName& name) {
   const auto* atom = std::get_if<std::uint16_t>(&name);
   item.window_class =
       atom != nullptr ? "#" + std::to_string(*atom) : UpperCaseAscii(std::get<std::string>(name));
@@ -55,7 +55,7 @@ void SetClass(DialogItem& item, const std::variant<std::uint16_t, std::string>& 
   item.kind = known->kind;
 }
 
-void SetTitle(DialogItem& item, std::variant<std::uint16_t, std::string> title) {
+void SetTitle(DialogItem& item, ResourceName title) {
   if (const auto* number = std::get_if<std::uint16_t>(&title)) {
     item.title_resource = *number;
   } else {
@@ -103,7 +103,7 @@ std::uint16_t ReadHeader(BlockReader& reader, DialogTemplate& dialog) {
   dialog.height = reader.ReadSigned16();
   (void)ReadNumberOrString(reader);  // menu
   (void)ReadNumberOrString(reader);  // window class
-  const std::variant<std::uint16_t, std::string> title = ReadNumberOrString(reader);
+  const ResourceName title = ReadNumberOrString(reader);
   if (const auto* text = std::get_if<std::string>(&title)) dialog.title = *text;
   if ((dialog.style & kHasFont) != 0) dialog.font = ReadFont(reader);
   return count;

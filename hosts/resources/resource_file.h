@@ -7,15 +7,12 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "hosts/resources/dialog_template.h"
+#include "hosts/resources/resource_name.h"
 
 namespace pelora::resources {
-
-/// Type or name of a resource: a number or a string.
-using ResourceName = std::variant<std::uint16_t, std::string>;
 
 inline constexpr std::uint16_t kIconType = 3;
 inline constexpr std::uint16_t kDialogType = 5;

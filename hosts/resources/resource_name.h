@@ -4,12 +4,15 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
-#include <variant>
 
 #include "directory/utf.h"
 #include "hosts/resources/block_reader.h"
+#include "platform/one_of.h"
 
 namespace pelora::resources {
+
+/// Type or name of a resource, or what a template writes for one: a number or a string.
+using ResourceName = OneOf<std::uint16_t, std::string>;
 
 /// A text of a template in UTF-8. Most of them are plain, and templates are read for every sheet.
 [[nodiscard]] inline std::string TextOf(const std::u16string& units) {
@@ -23,8 +26,7 @@ namespace pelora::resources {
 
 /// Reads what templates and resource files write for a name: the mark 0xFFFF and a number, or a
 /// string (a lone 0 is the empty string).
-[[nodiscard]] inline std::variant<std::uint16_t, std::string> ReadNumberOrString(
-    BlockReader& reader) {
+[[nodiscard]] inline ResourceName ReadNumberOrString(BlockReader& reader) {
   constexpr std::uint16_t kNumberFollows = 0xFFFF;
   BlockReader ahead = reader;
   if (ahead.Read<std::uint16_t>() == kNumberFollows) {

@@ -7,6 +7,7 @@
 #include "hosts/session/directory_session.h"
 #include "tests/contract/guarded_sheet.h"
 #include "tests/contract/guarded_sheet_contract.h"
+#include "tests/harness/unwritable_disk.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/sample_file.h"
 
@@ -60,7 +61,7 @@ class SheetOnAFile : public ::testing::Test {
 };
 
 TEST_F(SheetOnAFile, AFullDiskIsToldAndOkOnceThereIsRoomWritesIt) {
-  const std::string long_address = std::string(2'000'000, 'x') + "@pelora.test";
+  const std::string long_address = std::string(300'000, 'x') + "@pelora.test";
   sheet_.AddAddress(long_address);
   {
     const pelora::testing::FullDisk full(pelora::testing::ReadFile(path()).size());
@@ -72,6 +73,27 @@ TEST_F(SheetOnAFile, AFullDiskIsToldAndOkOnceThereIsRoomWritesIt) {
   }
   EXPECT_TRUE(sheet_.sheet().Ok());
   EXPECT_THAT(company_.Others(), Contains(long_address));
+}
+
+TEST_F(SheetOnAFile, ADiskThatBecameReadOnlyIsToldAndOkOnceItIsWritableWritesIt) {
+  const std::string before = pelora::testing::ReadFile(path());
+  sheet_.AddAddress("new@pelora.test");
+  {
+    const pelora::testing::UnwritableDisk read_only;
+    for (int time = 0; time < 2; ++time) {
+      EXPECT_FALSE(sheet_.sheet().Ok());
+      EXPECT_TRUE(sheet_.sheet().IsOpen());
+      EXPECT_THAT(sheet_.TakeBoxes(),
+                  ElementsAre(AllOf(HasSubstr("The directory says: "), HasSubstr(path()),
+                                    HasSubstr("Read-only file system"),
+                                    HasSubstr("What you typed is kept here"))));
+    }
+    // What is there can be looked at.
+    EXPECT_THAT(company_.Others(), Not(Contains("new@pelora.test")));
+  }
+  EXPECT_TRUE(pelora::testing::ReadFile(path()) == before);
+  EXPECT_TRUE(sheet_.sheet().Ok());
+  EXPECT_THAT(company_.Others(), Contains("new@pelora.test"));
 }
 
 TEST_F(SheetOnAFile, AFileThatWasReplacedIsToldAndLeftAlone) {

@@ -13,6 +13,7 @@
 #include "hosts/changes/change_runner.h"
 #include "hosts/ctl/pages/settings_changer.h"
 #include "hosts/ldap/bound_attributes.h"
+#include "hosts/session/fields/field_value.h"
 #include "server/component_server.h"
 #include "server/console_registration.h"
 #include "tests/harness/failing_allocator.h"
@@ -185,6 +186,29 @@ INSTANTIATE_TEST_SUITE_P(EveryTab, PageMemory,
                            return std::string(std::get<0>(row.param)->name) +
                                   (std::get<1>(row.param) == 1 ? "OfOne" : "OfThree");
                          });
+
+/// Copies a value that may be of one of several kinds while each of its allocations fails.
+template <typename Value>
+void StarveCopies(const Value& value) {
+  const Action copy = [&value] {
+    const Value another = value;
+    return another == value;
+  };
+  const std::size_t allocations = CountOf(copy);
+  EXPECT_GT(allocations, 0U);
+  for (std::size_t allocation = 1; allocation <= allocations; ++allocation) {
+    EXPECT_EQ(Starved(allocation, copy), std::nullopt);
+  }
+}
+
+TEST(CopyMemory, OfWhatMayBeOfSeveralKindsNothingIsLeftHalfMade) {
+  const std::string text(100, 'x');
+  StarveCopies(session::FieldValue(text));
+  StarveCopies(session::FieldValue(Lines{text, text}));
+  StarveCopies(resources::ResourceName(text));
+  StarveCopies(Variant::String(text));
+  StarveCopies(Variant::StringArray({text, text}));
+}
 
 /// Objects in memory, under the console's sheets or the command line's runner.
 class StoreMemory : public ::testing::Test {

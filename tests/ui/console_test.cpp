@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/ui/console_test.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QProcess>
+#include <QTest>
 #include <algorithm>
 
 #include "hosts/console/text/qt_text.h"
@@ -54,6 +57,13 @@ EntryLines SearchEntry(const std::string& file, const std::string& dn) {
 void ModifyEntry(const std::string& file, const std::string& ldif) {
   (void)RunTool(QStringLiteral("ldbmodify"), {QStringLiteral("-H"), ToQString(file)},
                 QByteArray::fromStdString(ldif));
+}
+
+std::string Copied(QWidget& part) {
+  QGuiApplication::clipboard()->clear();
+  QTest::keyClick(&part, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&part, Qt::Key_C, Qt::ControlModifier);
+  return ToUtf8(QGuiApplication::clipboard()->text());
 }
 
 std::vector<std::string> Difference(const EntryLines& before, const EntryLines& after) {

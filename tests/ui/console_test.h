@@ -26,6 +26,9 @@ using EntryLines = std::vector<std::string>;
 /// Runs ldbmodify on a change in LDIF.
 void ModifyEntry(const std::string& file, const std::string& ldif);
 
+/// What select-all and copy take of a part of a window.
+[[nodiscard]] std::string Copied(QWidget& part);
+
 /// What a change did to an entry: "+ line" and "- line".
 [[nodiscard]] std::vector<std::string> Difference(const EntryLines& before,
                                                   const EntryLines& after);

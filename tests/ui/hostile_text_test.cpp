@@ -2,6 +2,9 @@
 // What somebody wrote into the directory is text in every window, whatever it looks like.
 #include <gmock/gmock.h>
 
+#include <QLabel>
+#include <QMessageBox>
+#include <QProxyStyle>
 #include <QTest>
 #include <QTextDocument>
 #include <QTreeView>
@@ -189,6 +192,30 @@ TEST(Readable, CutsWhatNobodyReads) {
   const QString shown = console::Readable(QString(100'000, QLatin1Char('x')));
   EXPECT_EQ(shown.size(), 2001);
   EXPECT_LT(console::PlainToolTip(QString(100'000, QLatin1Char('<'))).size(), 10'000);
+}
+
+/// A desktop on which nothing that boxes say can be selected unless they ask for it.
+class AloofStyle final : public QProxyStyle {
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* more) const override {
+    return hint == SH_MessageBox_TextInteractionFlags
+               ? Qt::NoTextInteraction
+               : QProxyStyle::styleHint(hint, option, widget, more);
+  }
+};
+
+TEST(PlainTexts, OfABoxCanBeCopied) {
+  AloofStyle style;
+  QMessageBox box;
+  box.setStyle(&style);
+  console::SetPlainTexts(box, QStringLiteral("What is wrong"), QStringLiteral("and why\nit is so"));
+  box.show();
+  const auto part = [&box](const char* name) -> QWidget& {
+    return *box.findChild<QLabel*>(QLatin1String(name));
+  };
+  EXPECT_EQ(Copied(part("qt_msgbox_label")), "What is wrong");
+  EXPECT_EQ(Copied(part("qt_msgbox_informativelabel")), "and why\nit is so");
 }
 
 }  // namespace

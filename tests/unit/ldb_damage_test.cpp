@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <random>
 
@@ -15,6 +16,7 @@
 #include "hosts/ldap/ldb_message.h"
 #include "hosts/ldap/sample_company.h"
 #include "hosts/ldap/talloc_ptr.h"
+#include "tests/harness/unwritable_disk.h"
 #include "tests/support/full_disk.h"
 #include "tests/unit/ldb_bench.h"
 
@@ -47,6 +49,28 @@ class LdbDamageTest : public LdbBench {
     EXPECT_EQ(found.Ok(), found.text.empty()) << what;
     static_cast<void>(Replace(*store, kUser, "description", {"written to a damaged file"}));
     return true;
+  }
+
+  /// A change of several values, by which they all become one number.
+  static std::vector<Modification> Numbered(int number) {
+    const std::string text = std::to_string(number);
+    return {{Modification::Operation::kReplace, "peloraQuotaHard", {text}},
+            {Modification::Operation::kReplace, "otherMailbox", {text + std::string(3000, 'x')}},
+            {Modification::Operation::kReplace, "description", {text}}};
+  }
+  /// The number that all of them are; 0: they are several.
+  static int NumberOf(const AttributeMap& attributes) {
+    const int number = std::stoi(attributes.at("peloraQuotaHard").front());
+    const bool is_whole = std::ranges::all_of(Numbered(number), [&](const Modification& one) {
+      return attributes.at(one.attribute) == one.values;
+    });
+    return is_whole ? number : 0;
+  }
+  static int NumberIn(IDirectoryStore& store) {
+    Entry entry;
+    const StoreStatus read = store.Read(kUser, {}, entry);
+    EXPECT_TRUE(read.Ok()) << read.text;
+    return read.Ok() ? NumberOf(entry.attributes) : 0;
   }
 };
 
@@ -127,12 +151,54 @@ TEST_F(LdbDamageTest, ACommitThatWasCutShortIsUndone) {
   EXPECT_THAT(OnUser("peloraQuotaHard"), ElementsAre("3"));
 }
 
+TEST_F(LdbDamageTest, ADiskThatBecomesReadOnlyInTheMiddleLeavesAllOrNothing) {
+  const std::unique_ptr<IDirectoryStore> store = Open();
+  int now = 1000;
+  ASSERT_TRUE(store->Modify(kUser, Numbered(now)).Ok());
+  bool was_refused = true;
+  std::size_t writes = 0;
+  for (; was_refused; ++writes) {
+    SCOPED_TRACE("after " + std::to_string(writes) + " writes");
+    StoreStatus status;
+    {
+      const testing::UnwritableDisk read_only(writes);
+      status = store->Modify(kUser, Numbered(now + 1));
+      was_refused = testing::UnwritableDisk::count() > writes;
+      EXPECT_EQ(status.Ok(), !was_refused);
+      if (was_refused) {
+        EXPECT_THAT(status.text, AllOf(HasSubstr("'" + path() + "'"),
+                                       HasSubstr("Read-only file system"), Not(HasSubstr("\n"))));
+      }
+      // What is read meanwhile is whole, or it is not read.
+      Entry entry;
+      const StoreStatus read = store->Read(kUser, {}, entry);
+      EXPECT_EQ(read.Ok(), read.text.empty());
+      if (read.Ok()) {
+        EXPECT_THAT(NumberOf(entry.attributes), ::testing::AnyOf(now, now + 1));
+      }
+    }
+    const int found = NumberIn(*Open());
+    if (status.code == kLdapTimeout) {
+      EXPECT_THAT(found, ::testing::AnyOf(now, now + 1));
+    } else {
+      EXPECT_EQ(found, status.Ok() ? now + 1 : now);
+    }
+    // The same store goes on.
+    EXPECT_EQ(NumberIn(*store), found);
+    now = found + 2;
+    EXPECT_TRUE(store->Modify(kUser, Numbered(now)).Ok());
+    EXPECT_EQ(NumberIn(*Open()), now);
+    if (HasFailure()) return;
+  }
+  EXPECT_GT(writes, 4U);
+}
+
 TEST_F(LdbDamageTest, AFullDiskChangesNothing) {
   const std::unique_ptr<IDirectoryStore> store = Open();
   ASSERT_TRUE(Replace(*store, kUser, "peloraQuotaHard", {"1"}).Ok());
   AttributeValues many;
-  for (int number = 0; number < 2000; ++number) {
-    many.push_back(std::to_string(10000 + number) + std::string(1000, 'x'));
+  for (int number = 0; number < 20; ++number) {
+    many.push_back(std::to_string(10000 + number) + std::string(20'000, 'x'));
   }
   {
     const testing::FullDisk full(ReadFile(path()).size());

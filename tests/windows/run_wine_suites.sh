@@ -12,8 +12,8 @@ set -uo pipefail
 
 root="$(cd "$(dirname "$0")/../.." && pwd)"
 build="${1:-$root/build/windows}"
-# Longer than any program takes; each has a watchdog of its own besides.
-limit=600
+# Longer than any program takes, in seconds; each has a watchdog of its own besides.
+limit="${PELORA_WINE_LIMIT:-600}"
 
 export WINEPREFIX="${PELORA_WINEPREFIX:-$root/build/wineprefix}"
 export WINEARCH=win64 WINEDEBUG=-all

@@ -36,8 +36,6 @@ std::int32_t QtMessageBox::Show(IDialog* owner, const Message& message) {
   box.setWindowTitle(ToQString(message.caption.value_or(kDefaultCaption)));
   box.setIcon(IconOf(message.icon));
   SetPlainTexts(box, text);
-  // What it says is passed on to whoever can help.
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   box.setStandardButtons(asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);
   const int answer = RunModal(box);
   if (!asks) return kDialogOk;

@@ -48,8 +48,11 @@ void SetPlainTexts(QMessageBox& box, const QString& text, const QString& additio
   box.setTextFormat(Qt::PlainText);
   box.setText(Readable(text));
   box.setInformativeText(Readable(addition));
-  // The format that a box has is that of its text alone.
-  for (QLabel* label : box.findChildren<QLabel*>()) ShowPlainly(*label);
+  // What a box is told of formats and selecting concerns its text alone.
+  for (QLabel* label : box.findChildren<QLabel*>()) {
+    ShowPlainly(*label);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  }
 }
 
 }  // namespace pelora::console

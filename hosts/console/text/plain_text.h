@@ -26,7 +26,8 @@ void SetPlainToolTip(QWidget& widget, const QString& text);
 /// From now on the label takes no text for markup.
 void ShowPlainly(QLabel& label);
 
-/// Sets what a box says, and what it adds in smaller letters.
+/// Sets what a box says, and what it adds in smaller letters. All of it can be selected and copied:
+/// what goes wrong is passed on to whoever can help.
 void SetPlainTexts(QMessageBox& box, const QString& text, const QString& addition = {});
 
 }  // namespace pelora::console

@@ -251,7 +251,6 @@ void MainWindow::ShowConnection() {
   box.setObjectName(QStringLiteral("connection_box"));
   SetPlainTexts(box, QStringLiteral("This is what the window works with."),
                 lines.join(QLatin1Char('\n')));
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   RunModal(box);
 }
 

@@ -33,8 +33,6 @@ void QtWritingDesk::ShowFailure(IDialog* owner, const session::ShownFailure& fai
   box.setWindowTitle(QStringLiteral("Pelora Error"));
   box.setIcon(QMessageBox::Critical);
   SetPlainTexts(box, ToQString(failure.summary), ToQString(failure.advice));
-  // What it says is passed on to whoever can help.
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   box.setDetailedText(Readable(ToQString(failure.details)));
   box.setStandardButtons(QMessageBox::Ok);
   RunModal(box);

@@ -5,18 +5,17 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/session/fields/field_catalogue.h"
 #include "platform/ads.h"
+#include "platform/one_of.h"
 
 namespace pelora::session {
 
 /// What a field holds: nothing, a flag, a number, a text, or a list of texts.
-using FieldValue =
-    std::variant<std::monostate, bool, std::int64_t, std::string, std::vector<std::string>>;
+using FieldValue = OneOf<std::monostate, bool, std::int64_t, std::string, std::vector<std::string>>;
 
 /// Whether a stored name is that of a deleted object, which lists do not show.
 [[nodiscard]] bool IsHiddenName(const std::string& name);
