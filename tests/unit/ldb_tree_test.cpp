@@ -47,6 +47,12 @@ class LdbTreeTest : public LdbBench {
     return names;
   }
 
+  [[nodiscard]] SearchThere SearchHere() {
+    return [this](const SearchRequest& request, const EntrySink& sink) {
+      return store_->Search(request, sink);
+    };
+  }
+
   std::unique_ptr<IDirectoryStore> store_ = Open();
   StoreStatus status_;
 };
@@ -137,7 +143,7 @@ TEST_F(LdbTreeTest, WithoutAServersHelpEverythingGoesFromTheBottomUp) {
     return store_->Remove({.dn = dn, .attributes = {}}, Extent::kAlone);
   };
   const std::size_t count = NamesBelow(kWorks).size();
-  EXPECT_TRUE(RemoveBottomUp(*store_, kWorks, remove).Ok());
+  EXPECT_TRUE(RemoveBottomUp(kWorks, SearchHere(), remove).Ok());
   EXPECT_THAT(gone, SizeIs(count));
   EXPECT_EQ(gone.back(), kWorks);
   EXPECT_FALSE(IsThere(kWorks));
@@ -145,7 +151,7 @@ TEST_F(LdbTreeTest, WithoutAServersHelpEverythingGoesFromTheBottomUp) {
 
 TEST_F(LdbTreeTest, WhatWasDeletedBeforeARefusalIsSaid) {
   int left = 2;
-  const StoreStatus status = RemoveBottomUp(*store_, kWorks, [&](const std::string& dn) {
+  const StoreStatus status = RemoveBottomUp(kWorks, SearchHere(), [&](const std::string& dn) {
     if (left-- == 0) return StoreStatus{kLdapInsufficientAccessRights, "no rights"};
     return store_->Remove({.dn = dn, .attributes = {}}, Extent::kAlone);
   });
