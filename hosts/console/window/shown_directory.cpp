@@ -22,7 +22,7 @@ ShownDirectory::ShownDirectory(std::unique_ptr<session::DirectorySession> opened
       store(*session->store, errands),
       history(session::ChangesFolder(), NameOf(*session), session->store->schema()),
       service(store),
-      choosers(store, session->open_another),
+      choosers(store, session->open_another, {.find_places = session->find_places}),
       platform(service, message_box, choosers, module),
       fields(session->specifiers, platform.platform(), module) {}
 
