@@ -112,9 +112,6 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   history_desk_.SetDirectory(&shown->history, &shown->store);
   directory_ = std::move(shown);
   const session::DirectorySession& open = *directory_->session;
-  const QString path = ToQString(open.path);
-  const QString name = open.is_file ? QFileInfo(path).fileName() : path;
-  setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
   pane_->ShowDirectory(std::move(base), open.open_another, &directory_->fields);
   RecallContainer();
   return true;
@@ -123,10 +120,13 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
 void MainWindow::ShowWho() {
   if (!directory_) return;
   const session::DirectorySession& open = *directory_->session;
-  const QString path = ToQString(open.path);
+  // Another server may have taken over.
+  const QString name = open.is_file ? QFileInfo(ToQString(open.path)).fileName()
+                                    : ToQString(open.Server().name.Text());
+  setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
   QString text = open.is_file
-                     ? QStringLiteral("Directory file %1").arg(Readable(QFileInfo(path).fileName()))
-                     : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), path);
+                     ? QStringLiteral("Directory file %1").arg(Readable(name))
+                     : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), name);
   if (const auto writer = open.Server().writer) {
     text += QStringLiteral(", changes go to %1").arg(ToQString(writer->Text()));
   }

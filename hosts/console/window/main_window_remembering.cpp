@@ -44,9 +44,10 @@ void MainWindow::Recall() {
   open_last_->setVisible(last_.startsWith(kFile) || last_.startsWith(kServer));
   const QString name = last_.mid(last_.indexOf(QLatin1Char(' ')) + 1);
   const bool is_file = last_.startsWith(kFile);
-  open_last_->setText(
-      QStringLiteral("Open &Again: %1")
-          .arg(AsPlainLabel(Readable(is_file ? QFileInfo(name).fileName() : name))));
+  open_last_->setText(QStringLiteral("Open &Again: %1")
+                          .arg(name.isEmpty() ? QStringLiteral("the domain")
+                                              : AsPlainLabel(Readable(
+                                                    is_file ? QFileInfo(name).fileName() : name))));
 }
 
 void MainWindow::Remember() {
@@ -56,7 +57,10 @@ void MainWindow::Remember() {
   remembered.SetBytes(Key(kSplit), pane_->saveState());
   RememberContainer();
   if (session() == nullptr) return;
-  const QString last = (session()->is_file ? kFile : kServer) + ToQString(session()->path);
+  // A server that was found is found anew: another one may be the nearest by then, or the only one.
+  const bool is_found = !session()->is_file && !session()->Server().is_named;
+  const QString name = is_found ? QString() : ToQString(session()->path);
+  const QString last = (session()->is_file ? kFile : kServer) + name;
   remembered.SetBytes(Key(kLast), last.toUtf8());
 }
 
