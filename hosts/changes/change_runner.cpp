@@ -20,6 +20,12 @@ constexpr std::size_t kTogether = 256;
 /// As many of a store that reads ahead: it can be at it while the last ones are worked out.
 constexpr std::size_t kMostTogether = 2048;
 
+/// Whether a change was not sent for a reason that keeps the others from being sent, too: no server
+/// can be reached, or the ticket to sign in with has ended.
+bool IsWithoutServer(const StoreStatus& answer) {
+  return answer.code == ldap::kLdapServerDown || answer.code == ldap::kLdapInvalidCredentials;
+}
+
 /// Where a run's changes come from.
 class IWork {
  public:
@@ -95,8 +101,7 @@ class Run {
   /// Answers come in the order of the requests: this one is that of the first job without a result.
   void TakeAnswer(StoreStatus answer) {
     Job& job = jobs_.front();
-    // Not sent, and nowhere to send the others to.
-    if (answer.code == ldap::kLdapServerDown) is_ended_ = true;
+    if (IsWithoutServer(answer)) is_ended_ = true;
     job.result = writer_.Finish(std::move(job.change), job.note.value_or(0), std::move(answer));
     Tell();
   }

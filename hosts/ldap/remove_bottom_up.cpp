@@ -16,15 +16,15 @@ void SortBottomUp(std::vector<Entry>& entries) {
                            [](const Entry& entry) { return NameKey(entry.dn).size(); });
 }
 
-StoreStatus RemoveBottomUp(IDirectoryStore& store, const std::string& dn,
+StoreStatus RemoveBottomUp(const std::string& dn, const SearchThere& search,
                            const std::function<StoreStatus(const std::string& dn)>& remove) {
   std::vector<Entry> entries;
   StoreStatus status =
-      store.Search({.base = dn, .scope = SearchScope::kSubtree, .attributes = {"objectClass"}},
-                   [&entries](Entry entry) {
-                     entries.push_back(std::move(entry));
-                     return true;
-                   });
+      search({.base = dn, .scope = SearchScope::kSubtree, .attributes = {"objectClass"}},
+             [&entries](Entry entry) {
+               entries.push_back(std::move(entry));
+               return true;
+             });
   SortBottomUp(entries);
   std::size_t gone = 0;
   for (const Entry& entry : entries) {

@@ -13,8 +13,11 @@ std::vector<std::string> ChooseObjects(IChoosers& choosers, IDialog* owner,
   constexpr std::uint32_t kSeveral = 0x1;
   std::unique_ptr<IDsObjectPicker> picker;
   if (FAILED(choosers.CreateObjectPicker(picker))) return {};
-  const ObjectPickerInit init = {.scope = {.up_level_both_modes = choice.types},
-                                 .options = choice.takes_several ? kSeveral : 0};
+  // Every kind of place but a workgroup.
+  constexpr std::uint32_t kEverywhere = 0x37F;
+  const ObjectPickerInit init = {
+      .scope = {.types = kEverywhere, .up_level_both_modes = choice.types},
+      .options = choice.takes_several ? kSeveral : 0};
   Ref<IDataObject> chosen;
   if (FAILED(picker->Initialize(init)) || FAILED(picker->InvokeDialog(owner, chosen))) return {};
   std::vector<std::string> paths;

@@ -15,8 +15,18 @@
 namespace pelora::session {
 namespace {
 
-/// The class of a server's settings, when it is a read-only one.
+/// The class of a server's settings when it is a read-only one, and their category: Samba tells it
+/// by that alone.
 constexpr const char* kReadOnlySettings = "nTDSDSARO";
+constexpr const char* kReadOnlyCategory = "CN=NTDS-DSA-RO";
+
+bool IsReadOnly(const ldap::Entry& settings) {
+  const bool has_class = std::ranges::any_of(
+      ldap::ValuesOf(settings, "objectClass"),
+      [](const std::string& name) { return EqualsWithoutCase(name, kReadOnlySettings); });
+  const std::string category = ldap::FirstValue(settings, "objectCategory");
+  return has_class || EqualsWithoutCase(ldap::FirstPart(category), kReadOnlyCategory);
+}
 
 std::time_t Now() { return std::time(nullptr); }
 
@@ -98,13 +108,10 @@ ldap::StoreStatus ReadServerStatus(ldap::IDirectoryStore& store, std::time_t (*n
   const std::string settings_dn = ldap::FirstValue(root, "dsServiceName");
   if (settings_dn.empty()) return {};
   ldap::Entry settings;
-  const std::array<std::string, 1> classes = {"objectClass"};
-  read = store.Read(settings_dn, classes, settings);
-  if (!read.Ok()) return read;
-  status.is_read_only = std::ranges::any_of(
-      ldap::ValuesOf(settings, "objectClass"),
-      [](const std::string& name) { return EqualsWithoutCase(name, kReadOnlySettings); });
-  return {};
+  const std::array<std::string, 2> kinds = {"objectClass", "objectCategory"};
+  read = store.Read(settings_dn, kinds, settings);
+  if (read.Ok()) status.is_read_only = IsReadOnly(settings);
+  return read;
 }
 
 ldap::StoreStatus ReadConnectionStatus(const DirectorySession& session,

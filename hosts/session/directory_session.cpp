@@ -56,7 +56,8 @@ DirectorySession::DirectorySession(std::unique_ptr<ldap::NetworkSession> opened)
       is_file(false),
       store(&network_->store()),
       service(network_->service()),
-      open_another(network_->open_another()) {}
+      open_another(network_->open_another()),
+      find_places(network_->find_places()) {}
 
 DirectorySession::~DirectorySession() = default;
 

@@ -9,6 +9,7 @@
 #include "hosts/ldap/display_specifiers.h"
 #include "hosts/ldap/ldb_store.h"
 #include "hosts/ldap/network/network_session.h"
+#include "hosts/ldap/search_place.h"
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/ldap/store_opener.h"
 
@@ -48,6 +49,8 @@ struct DirectorySession {
   ldap::DisplaySpecifiers specifiers;
   /// Opens the same directory for use on another thread.
   ldap::StoreOpener open_another;
+  /// Finds the domains around the directory's own; none with a file.
+  ldap::PlaceFinder find_places;
 };
 
 /// A session, or one line that names the directory and says why there is none.

@@ -1,13 +1,16 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Does something to the lab's server, and returns when it is done.
+# Does something to servers of the lab, and returns when it is done.
 #
-#   control_server.sh start|kill|pause|resume
+#   control_server.sh start|kill|pause|resume [CONTROLLER...]
+#
+# Without a name it is the first one.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 source "$here/lab_settings.sh"
-pid_file="$lab_home/server.pid"
-log="$lab_home/server.log"
+
+pid_file() { echo "$lab_home/$1.pid"; }
+log_of() { echo "$lab_home/$1.log"; }
 
 is_alive() {
   local state
@@ -15,8 +18,8 @@ is_alive() {
 }
 
 is_ready() {
-  ldapsearch -x -LLL -o nettimeout=1 -l 1 -H "ldap://$server" -s base -b '' dn >/dev/null 2>&1 &&
-    (exec 3<>/dev/tcp/127.0.0.1/88) 2>/dev/null
+  ldapsearch -x -LLL -o nettimeout=1 -l 1 -H "ldap://$1.$domain" -s base -b '' dn >/dev/null 2>&1 &&
+    (exec 3<>"/dev/tcp/${address_of[$1]}/88") 2>/dev/null
 }
 
 start() {
@@ -24,25 +27,36 @@ start() {
   local input=/dev/null
   [ ! -p "$lab_home/alive" ] || input="$lab_home/alive"
   # Nothing of it is to outlive the machine.
-  TDB_NO_FSYNC=1 setsid samba -s "$smb_conf" -i -M single --debug-stdout <"$input" >>"$log" 2>&1 &
-  local pid=$!
-  echo "$pid" >"$pid_file"
-  local deadline=$((SECONDS + 60))
-  until is_ready; do
-    is_alive "$pid" || { tail -n 20 "$log" >&2; fail "the server ended at once"; }
-    [ "$SECONDS" -lt "$deadline" ] || fail "the server does not answer"
+  TDB_NO_FSYNC=1 setsid samba -s "$(folder_of "$1")/etc/smb.conf" -i -M single --debug-stdout \
+    <"$input" >>"$(log_of "$1")" 2>&1 &
+  echo "$!" >"$(pid_file "$1")"
+}
+
+await() {
+  local pid deadline=$((SECONDS + 60))
+  pid="$(cat "$(pid_file "$1")")"
+  until is_ready "$1"; do
+    is_alive "$pid" || { tail -n 20 "$(log_of "$1")" >&2; fail "the server $1 ended at once"; }
+    [ "$SECONDS" -lt "$deadline" ] || fail "the server $1 does not answer"
     sleep 0.02
   done
 }
 
-case "${1:-}" in
-  start) start ;;
-  kill)
-    pid="$(cat "$pid_file")"
-    kill -KILL "$pid"
-    while is_alive "$pid"; do sleep 0.01; done
-    ;;
-  pause) kill -STOP "$(cat "$pid_file")" ;;
-  resume) kill -CONT "$(cat "$pid_file")" ;;
-  *) fail "usage: $0 start|kill|pause|resume" ;;
-esac
+action="${1:-}"
+[ $# -gt 1 ] || set -- "$action" "$host"
+for controller in "${@:2}"; do
+  [ -n "${address_of[$controller]:-}" ] || fail "there is no controller '$controller'"
+  case "$action" in
+    start) start "$controller" ;;
+    kill)
+      pid="$(cat "$(pid_file "$controller")")"
+      kill -KILL "$pid"
+      while is_alive "$pid"; do sleep 0.01; done
+      ;;
+    pause) kill -STOP "$(cat "$(pid_file "$controller")")" ;;
+    resume) kill -CONT "$(cat "$(pid_file "$controller")")" ;;
+    *) fail "usage: $0 start|kill|pause|resume [CONTROLLER...]" ;;
+  esac
+done
+# All of them start beside each other.
+[ "$action" != start ] || for controller in "${@:2}"; do await "$controller"; done

@@ -10,7 +10,7 @@
 #   PELORA_LAB_SERVER   the domain controller's name
 #   PELORA_LAB_BASE     the domain's distinguished name
 #   PELORA_LAB_TICKETS  folder of ticket caches, one per user: administrator, helper (who may read only)
-#   PELORA_LAB_CONTROL  script that stops, kills, pauses and starts the server
+#   PELORA_LAB_CONTROL  script that kills, pauses and starts servers (control_server.sh)
 #   PELORA_LAB_NAMES    script that runs a command with names of a file's: FILE COMMAND [ARGUMENT...]
 #   KRB5CCNAME          the administrator's tickets; KRB5_CONFIG, KRB5_KTNAME besides
 set -euo pipefail
@@ -21,24 +21,17 @@ shift
 
 mkdir "$lab_home/tickets"
 tar --no-same-owner -xf "$archive" -C "$lab_home"
-sed -i "s#$lab_made_home/#$lab_home/#g" "$smb_conf"
-cat >"$lab_home/krb5.conf" <<SETTINGS
-[libdefaults]
-  default_realm = $realm
-  dns_lookup_kdc = false
-  dns_lookup_realm = false
-[realms]
-  $realm = {
-    kdc = 127.0.0.1
-  }
-SETTINGS
+for controller in "${controllers[@]}"; do
+  sed -i "s#$lab_made_home/#$lab_home/#g" "$(folder_of "$controller")/etc/smb.conf"
+done
+write_krb5_conf >"$lab_home/krb5.conf"
 
 export PELORA_LAB_HOME="$lab_home" PELORA_LAB_TICKETS="$lab_home/tickets"
 export PELORA_LAB_SERVER="$server" PELORA_LAB_BASE="$base"
 export PELORA_LAB_CONTROL="$here/control_server.sh" PELORA_LAB_NAMES="$here/with_names.sh"
 export KRB5_CONFIG="$lab_home/krb5.conf" KRB5_KTNAME="FILE:$lab_home/ldap.keytab"
 
-"$PELORA_LAB_CONTROL" start
+"$PELORA_LAB_CONTROL" start "${controllers[@]}"
 for user in administrator helper; do
   kinit -c "FILE:$PELORA_LAB_TICKETS/$user" "$user" <<<"$password" >/dev/null ||
     fail "no ticket for $user"

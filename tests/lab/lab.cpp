@@ -49,8 +49,9 @@ std::string OutputOf(const std::string& command) {
   return output;
 }
 
-void ControlServer(const std::string& action) {
-  static_cast<void>(OutputOf(Quoted(Variable("PELORA_LAB_CONTROL")) + " " + action));
+void ControlServer(const std::string& action, const std::string& controller) {
+  static_cast<void>(
+      OutputOf(Quoted(Variable("PELORA_LAB_CONTROL")) + " " + action + " " + controller));
 }
 
 RunningServer::~RunningServer() {
@@ -59,22 +60,22 @@ RunningServer::~RunningServer() {
 }
 
 void RunningServer::Kill() {
-  ControlServer("kill");
+  ControlServer("kill", controller_);
   is_killed_ = true;
 }
 
 void RunningServer::Start() {
-  ControlServer("start");
+  ControlServer("start", controller_);
   is_killed_ = false;
 }
 
 void RunningServer::Pause() {
-  ControlServer("pause");
+  ControlServer("pause", controller_);
   is_paused_ = true;
 }
 
 void RunningServer::Resume() {
-  ControlServer("resume");
+  ControlServer("resume", controller_);
   is_paused_ = false;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace pelora::lab {
@@ -23,12 +24,15 @@ inline constexpr const char* kHelper = "helper";
 /// The ticket cache of a user, as the Kerberos library names it.
 [[nodiscard]] std::string TicketsOf(const std::string& user);
 
-/// Does "start", "kill", "pause" or "resume" to the server, and returns when it is done.
-void ControlServer(const std::string& action);
+/// The first of the domain's controllers, and often the only one.
+inline constexpr const char* kFirstController = "dc1";
+/// Does "start", "kill", "pause" or "resume" to a controller, and returns when it is done.
+void ControlServer(const std::string& action, const std::string& controller = kFirstController);
 /// The server is there, however the test left it.
 class RunningServer {
  public:
-  RunningServer() = default;
+  explicit RunningServer(std::string controller = kFirstController)
+      : controller_(std::move(controller)) {}
   RunningServer(const RunningServer&) = delete;
   RunningServer& operator=(const RunningServer&) = delete;
   ~RunningServer();
@@ -39,6 +43,7 @@ class RunningServer {
   void Resume();
 
  private:
+  const std::string controller_;
   bool is_killed_ = false;
   bool is_paused_ = false;
 };

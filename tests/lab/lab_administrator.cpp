@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <stdexcept>
+#include <utility>
 
 #include "hosts/ldap/network/broken_pipe_guard.h"
 #include "hosts/ldap/network/ldap_api.h"
@@ -65,7 +66,10 @@ struct LabAdministrator::Impl {
   LDAP* handle = nullptr;
 };
 
-LabAdministrator::LabAdministrator() : impl_(std::make_unique<Impl>()) { Reconnect(); }
+LabAdministrator::LabAdministrator(std::string server)
+    : server_(server.empty() ? Server() : std::move(server)), impl_(std::make_unique<Impl>()) {
+  Reconnect();
+}
 
 LabAdministrator::~LabAdministrator() = default;
 
@@ -73,7 +77,7 @@ void LabAdministrator::Reconnect() {
   impl_ = std::make_unique<Impl>();
   const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(kAdministrator));
   const int version = LDAP_VERSION3;
-  Require(ldap_initialize(&impl_->handle, ("ldap://" + Server()).c_str()), "initialize");
+  Require(ldap_initialize(&impl_->handle, ("ldap://" + server_).c_str()), "initialize");
   ldap_set_option(impl_->handle, LDAP_OPT_PROTOCOL_VERSION, &version);
   ldap_set_option(impl_->handle, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
   ldap_set_option(impl_->handle, LDAP_OPT_X_SASL_NOCANON, LDAP_OPT_ON);

@@ -17,7 +17,8 @@ using Attributes = std::map<std::string, std::vector<std::string>>;
 /// LDAP library's plain calls, on a connection of his own. What he cannot do throws.
 class LabAdministrator {
  public:
-  LabAdministrator();
+  /// Works with a server: the domain's first one unless another is named.
+  explicit LabAdministrator(std::string server = {});
   ~LabAdministrator();
   LabAdministrator(const LabAdministrator&) = delete;
   LabAdministrator& operator=(const LabAdministrator&) = delete;
@@ -35,6 +36,7 @@ class LabAdministrator {
 
  private:
   struct Impl;
+  std::string server_;
   std::unique_ptr<Impl> impl_;
 };
 

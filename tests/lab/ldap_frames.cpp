@@ -48,12 +48,14 @@ std::vector<std::string> TakeNames(BerElement* element) {
 
 void ReadSearch(BerElement* element, StandInRequest& request) {
   berval base{};
+  ber_int_t scope = 0;
   ber_int_t number = 0;
-  if (ber_scanf(element, "{meeiib", &base, &number, &number, &number, &number, &number) ==
+  if (ber_scanf(element, "{meeiib", &base, &scope, &number, &number, &number, &number) ==
       LBER_ERROR) {
     Unreadable();
   }
   request.dn = Text(base);
+  request.goes_below = scope != LDAP_SCOPE_BASE;
   request.names = TakeNames(element);
   ber_len_t length = 0;
   char* last = nullptr;

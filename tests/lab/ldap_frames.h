@@ -17,6 +17,7 @@ struct StandInRequest {
   /// Of a search: what is asked for, and the names that its filter lists.
   std::vector<std::string> attributes;
   std::vector<std::string> names;
+  bool goes_below = false;
   /// Of a bind.
   std::string mechanism;
   std::string token;

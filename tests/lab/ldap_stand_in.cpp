@@ -32,12 +32,15 @@ std::string Describe(const char* name, const char* syntax) {
 }
 
 /// What a store asks of a server when it opens.
-bool AnswerOpening(const StandInRequest& request, StandInAnswer& answer) {
+bool AnswerOpening(const StandInRequest& request, const std::string& realm, StandInAnswer& answer) {
   if (request.kind != Kind::kSearch) return false;
   if (request.dn.empty()) {
     answer.entries = {{"",
                        {{"namingContexts", {"DC=x"}},
                         {"defaultNamingContext", {"DC=x"}},
+                        {"configurationNamingContext", {"CN=Configuration,DC=x"}},
+                        {"rootDomainNamingContext", {"DC=x"}},
+                        {"ldapServiceName", {"x:home$@" + realm}},
                         {"schemaNamingContext", {"CN=Schema,DC=x"}},
                         {"subschemaSubentry", {"CN=Aggregate,DC=x"}}}}};
     return true;
@@ -170,7 +173,7 @@ class LdapStandIn::Worker {
   bool Answer(const FileDescriptor& connection, SaslLayer& layer, const StandInRequest& request) {
     ++requests;
     StandInAnswer answer;
-    if (!AnswerOpening(request, answer)) answer = script_(request);
+    if (!AnswerOpening(request, options_.realm, answer)) answer = script_(request);
     if (answer.hangs_up) return false;
     if (answer.is_silent) return true;
     std::string bytes;

@@ -52,6 +52,8 @@ class LdapStandIn {
     int bind_code = 0;
     /// Whose key it holds, by its host's name; the domain controller's when it is empty.
     std::string name{};
+    /// The realm of which it says to be.
+    std::string realm = "PELORA.TEST";
     /// Requests are gathered until no more come, and answered then: so one sees how often a program
     /// waits.
     bool gathers = false;

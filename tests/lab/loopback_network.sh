@@ -11,6 +11,10 @@ set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 folder="${PELORA_LAB_FOLDER:-$here/../../build/lab}"
 source="$here/loopback_network.cpp"
+[ "${PELORA_LAB_KIND:-}" != controllers ] || {
+  echo "lab: several controllers need several addresses, and so namespaces" >&2
+  exit 1
+}
 
 mkdir -p "$folder"
 library="$(realpath "$folder")/loopback_network-$(sha256sum <"$source" | cut -c1-16).so"
@@ -24,7 +28,7 @@ PELORA_LAB_HOME="$(mktemp -d /tmp/lab.XXXXXX)"
 export PELORA_LAB_HOME
 source "$here/lab_settings.sh"
 leave() {
-  [ ! -e "$lab_home/server.pid" ] || kill -KILL "$(cat "$lab_home/server.pid")" 2>/dev/null || true
+  [ ! -e "$lab_home/$host.pid" ] || kill -KILL "$(cat "$lab_home/$host.pid")" 2>/dev/null || true
   rm -rf "$lab_home"
 }
 trap leave EXIT

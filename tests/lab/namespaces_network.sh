@@ -18,11 +18,17 @@ fi
 shift
 
 ip link set lo up
+for controller in "${controllers[@]:1}"; do
+  ip address add "${address_of[$controller]}/32" dev lo
+done
 mount -t tmpfs -o mode=0755 tmpfs "$(dirname "$lab_home")"
 mkdir "$lab_home"
 [ -d "$here" ] || fail "the sources lie below $(dirname "$lab_home"), where the lab has its files"
 write_hosts "$lab_home/hosts"
 mount --bind "$lab_home/hosts" /etc/hosts
-printf 'nameserver 127.0.0.1\n' >"$lab_home/resolv.conf"
+for controller in "${controllers[@]}"; do
+  # A read-only one would ask the others.
+  [ "$controller" = rodc ] || echo "nameserver ${address_of[$controller]}"
+done >"$lab_home/resolv.conf"
 mount --bind "$lab_home/resolv.conf" "$(realpath /etc/resolv.conf)"
 exec "$@"

@@ -50,7 +50,8 @@ class LabPeloractl : public ::testing::Test {
   [[nodiscard]] ProgramRun CtlOn(const std::string& server, const std::string& arguments,
                                  const std::string& user = kAdministrator) const {
     const EnvironmentVariable tickets("KRB5CCNAME", TicketsOf(user));
-    const std::string command = std::string(PELORACTL) + " --server " + server + " " + arguments +
+    const std::string command = std::string(PELORACTL) +
+                                (server.empty() ? "" : " --server " + server) + " " + arguments +
                                 " > '" + folder_.File("out") + "' 2> '" + folder_.File("err") + "'";
     const int status = std::system(command.c_str());
     return {.code = WEXITSTATUS(status),

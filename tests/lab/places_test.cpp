@@ -172,7 +172,10 @@ TEST_F(PlacesTest, AUnitGoesInOneRequestAndWhatRefersToItIsSaidBefore) {
 }
 
 TEST_F(PlacesTest, AServerWithoutTreeDeletionIsHelpedFromTheBottomUp) {
-  Check(ldap::RemoveBottomUp(store(), container_, [this](const std::string& dn) {
+  const auto search = [this](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {
+    return store().Search(request, sink);
+  };
+  Check(ldap::RemoveBottomUp(container_, search, [this](const std::string& dn) {
     return store().Remove({.dn = dn, .attributes = {}}, ldap::IDirectoryStore::Extent::kAlone);
   }));
   EXPECT_FALSE(IsThere(container_));

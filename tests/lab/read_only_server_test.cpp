@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <map>
 #include <mutex>
 #include <optional>
 
@@ -31,9 +32,19 @@ class ReadOnlyServer : public ::testing::Test {
     return {.code = ldap::kLdapReferral, .text = "not here", .referral = Referral()};
   }
   StandInAnswer Write(const StandInRequest& request) {
-    if (!IsChange(request)) return {.entries = {{request.dn, {{"mail", {writers_mail_}}}}}};
     const std::lock_guard lock(mutex_);
+    if (!IsChange(request)) {
+      StandInAnswer found{.entries = {{request.dn, {{"mail", {writers_mail_}}}}}};
+      if (!request.goes_below) return found;
+      for (const std::string& below : below_) found.entries.push_back({below, {}});
+      return found;
+    }
     written_.push_back(request.dn);
+    // Who has others below stays.
+    if (request.kind == Kind::kDelete && request.dn == kName && !below_.empty()) {
+      return {.code = ldap::kLdapNotAllowedOnNonLeaf};
+    }
+    std::erase(below_, request.dn);
     return answer_;
   }
   [[nodiscard]] std::vector<std::string> Referral() const {
@@ -52,6 +63,8 @@ class ReadOnlyServer : public ::testing::Test {
   /// What the other one answers to a change.
   StandInAnswer answer_;
   std::string writers_mail_ = "near";
+  /// What lies below the object there, and has not come to the other server yet.
+  std::vector<std::string> below_;
   std::mutex mutex_;
   std::vector<std::string> written_;
   LdapStandIn writer_{{}, [this](const auto& request) { return Write(request); }};
@@ -164,6 +177,29 @@ TEST_F(ReadOnlyServer, WhatIsDeletedIsLookedAtWhereThatIsDone) {
   writers_mail_ = "near";
   EXPECT_EQ(ToText(remove()), "0");
   EXPECT_EQ(written(), std::vector<std::string>{kName});
+}
+
+TEST_F(ReadOnlyServer, WhatLiesBelowIsLookedForWhereItIsDeleted) {
+  below_ = {"CN=b," + kName, "CN=c," + kName};
+  const Entry seen{.dn = kName, .attributes = {}};
+  EXPECT_EQ(ToText(store().Remove(seen, ldap::IDirectoryStore::Extent::kWithAllBelow)), "0");
+  EXPECT_EQ(written(), (std::vector<std::string>{kName, "CN=b," + kName, "CN=c," + kName, kName}));
+}
+
+TEST_F(ReadOnlyServer, OneThatIsNotOfTheSameRealmGetsNothing) {
+  // It is of the lab's realm, and the one that names it says to be of another.
+  const auto refer = [this](const auto& request) { return Read(request); };
+  for (const auto& [realm, reason] : std::map<std::string, std::string>{
+           {"ELSEWHERE.TEST", "nobody vouches for it in the realm 'ELSEWHERE.TEST': "},
+           {"", "it does not say of which realm they are"}}) {
+    const LdapStandIn foreign({.realm = realm}, refer);
+    const auto session = OpenSession({.server = foreign.Address()});
+    const StoreStatus status = Replace(session->store(), kName, "mail", {"m"});
+    EXPECT_LT(status.code, 11) << status.text;
+    EXPECT_NE(status.text.find(reason), std::string::npos) << status.text;
+  }
+  EXPECT_EQ(written().size(), 0U);
+  EXPECT_EQ(writer_.requests(), 0);
 }
 
 TEST_F(ReadOnlyServer, OneThatIsNotOfItsNameGetsNothing) {

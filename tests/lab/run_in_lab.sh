@@ -10,7 +10,8 @@
 # inside_lab.sh sets; its exit code is the script's.
 #
 # A domain is provisioned once and kept in PELORA_LAB_FOLDER (build/lab unless given); each run works on a
-# copy. It is made anew when what it is made from has changed.
+# copy. It is made anew when what it is made from has changed. With PELORA_LAB_KIND=controllers it is one of
+# three controllers and two sites (make_controllers.sh).
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 root="$(cd "$here/../.." && pwd)"
@@ -29,19 +30,28 @@ mkdir -p "$folder"
 deploy="$root/deploy"
 made_of=("$here/make_domain.sh" "$here/provision_domain.py" "$here/lab_settings.sh" "$here/lab_objects.ldif"
   "$deploy/pelora-deploy" "$deploy/schema.ldif")
-state="$(cat "${made_of[@]}" | sha256sum | cut -c1-16)"
 # One with many more users, for measuring: see make_domain.sh.
-kind="${PELORA_LAB_BENCH:+bench-$PELORA_LAB_BENCH}"
-kind="${kind:-domain}"
-archive="$folder/$kind-$state.tar"
+domain_kind="${PELORA_LAB_BENCH:+bench-$PELORA_LAB_BENCH}"
+domain_kind="${domain_kind:-domain}"
+
+# make KIND SCRIPT ARGUMENT...: has a script make an archive, its last argument, unless it is there. Its name, which
+# says what it is made from, is in `archive` then.
+make() {
+  archive="$folder/$1-$(cat "${made_of[@]}" | sha256sum | cut -c1-16).tar"
+  [ ! -s "$archive" ] || return 0
+  rm -f "$folder/$1"-*.tar*
+  "$launcher" "${@:2}" "$archive.new" >"$folder/$1.log" 2>&1 ||
+    { tail -n 20 "$folder/$1.log" >&2; fail "the domain cannot be made; see $folder/$1.log"; }
+  mv "$archive.new" "$archive"
+}
 
 exec {lock}>"$folder/lock"
 flock "$lock"
-if [ ! -s "$archive" ]; then
-  rm -f "$folder/$kind"-*.tar*
-  "$launcher" "$here/make_domain.sh" "$deploy" "$archive.new" >"$folder/make_domain.log" 2>&1 ||
-    { tail -n 20 "$folder/make_domain.log" >&2; fail "the domain cannot be made; see $folder/make_domain.log"; }
-  mv "$archive.new" "$archive"
+PELORA_LAB_KIND='' make "$domain_kind" "$here/make_domain.sh" "$deploy"
+if [ "${PELORA_LAB_KIND:-}" = controllers ]; then
+  made_of+=("$here/make_controllers.sh" "$here/prepare_sites.py" "$here/link_controllers.py"
+    "$here/control_server.sh")
+  make controllers "$here/make_controllers.sh" "$archive"
 fi
 exec {lock}>&-
 

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <map>
 
 #include "hosts/ldap/network/domain_servers.h"
 #include "tests/lab/lab_test.h"
@@ -95,6 +96,41 @@ TEST(SignIn, AnExpiredTicketIsToldFromNone) {
       Open({.server = Server()}),
       "49 cannot sign in to 'dc1.pelora.test': the Kerberos ticket has expired: get a new one "
       "with \"kinit\"");
+}
+
+/// A copy of the administrator's tickets, with the note of the Kerberos library's that this
+/// machine's clock is so many seconds behind the one that is used.
+std::string TicketsOfAClockAhead(std::int32_t seconds) {
+  const std::string from = TicketsOf(kAdministrator).substr(std::string("FILE:").size());
+  std::ifstream file(from, std::ios::binary);
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(bytes.at(at)); };
+  if (byte(0) != 5 || byte(1) != 4) throw std::runtime_error("another kind of ticket cache");
+  const std::size_t notes = static_cast<std::size_t>(byte(2)) << 8U | byte(3);
+  // One note of eight bytes: whole seconds and their millionths.
+  std::string offset("\0\x0c\0\x01\0\x08", 6);
+  for (const unsigned shift : {24U, 16U, 8U, 0U}) {
+    offset += static_cast<char>(static_cast<std::uint32_t>(seconds) >> shift & 0xFFU);
+  }
+  offset.append(4, '\0');
+  const std::string to = Home() + "/tickets_ahead";
+  std::ofstream(to, std::ios::binary) << bytes.substr(0, 2) << offset << bytes.substr(4 + notes);
+  return "FILE:" + to;
+}
+
+TEST(SignIn, AClockThatIsTooFarOffIsToldAsSuch) {
+  // One that is behind finds that the ticket does not hold yet.
+  for (const auto& [seconds, words] : std::map<std::int32_t, std::string>{
+           {600, "Clock skew too great"}, {-600, "Ticket not yet valid"}}) {
+    const EnvironmentVariable tickets("KRB5CCNAME", TicketsOfAClockAhead(seconds));
+    EXPECT_EQ(
+        Open({.server = Server()}),
+        "-2 cannot sign in to 'dc1.pelora.test': the clocks of this machine and of the domain "
+        "differ by more than Kerberos takes, mostly five minutes: set this machine's clock (" +
+            words + ")");
+  }
+  const EnvironmentVariable tickets("KRB5CCNAME", TicketsOfAClockAhead(60));
+  EXPECT_EQ(Open({.server = Server()}), "open on dc1.pelora.test");
 }
 
 TEST(SignIn, NoModuleOfAnotherLibraryIsNeeded) {

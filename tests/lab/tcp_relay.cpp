@@ -26,10 +26,12 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using ldap::FileDescriptor;
 
-sockaddr_in LoopbackAddress(std::uint16_t port) {
+sockaddr_in AddressOf(const std::string& host, std::uint16_t port) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  if (inet_pton(AF_INET, host.c_str(), &address.sin_addr) != 1) {
+    throw std::runtime_error("no address: " + host);
+  }
   address.sin_port = htons(port);
   return address;
 }
@@ -75,8 +77,8 @@ struct Orders {
 
 class TcpRelay::Worker {
  public:
-  explicit Worker(std::uint16_t target) : target_(target) {
-    const sockaddr_in address = LoopbackAddress(0);
+  Worker(const std::string& host, std::uint16_t port) : target_(AddressOf(host, port)) {
+    const sockaddr_in address = AddressOf(host, 0);
     sockaddr_in bound{};
     socklen_t size = sizeof bound;
     std::array<int, 2> wake{};
@@ -106,6 +108,10 @@ class TcpRelay::Worker {
   [[nodiscard]] int connections() const {
     const std::lock_guard lock(mutex_);
     return accepted_;
+  }
+  [[nodiscard]] bool has_held() const {
+    const std::lock_guard lock(mutex_);
+    return has_held_;
   }
   template <class Change>
   void Order(Change change) {
@@ -177,9 +183,8 @@ class TcpRelay::Worker {
     connection.program = FileDescriptor(accept(listener_.get(), nullptr, nullptr));
     connection.server = MakeSocket();
     ++accepted_;
-    const sockaddr_in address = LoopbackAddress(target_);
-    if (connect(connection.server.get(), reinterpret_cast<const sockaddr*>(&address),
-                sizeof address) != 0) {
+    if (connect(connection.server.get(), reinterpret_cast<const sockaddr*>(&target_),
+                sizeof target_) != 0) {
       return;
     }
     SendAtOnce(connection.program);
@@ -222,6 +227,7 @@ class TcpRelay::Worker {
       return;
     }
     if (orders_.bytes_left) {
+      has_held_ = has_held_ || bytes.size() > *orders_.bytes_left;
       bytes.resize(std::min(bytes.size(), *orders_.bytes_left));
       *orders_.bytes_left -= bytes.size();
     }
@@ -245,7 +251,7 @@ class TcpRelay::Worker {
     }
   }
 
-  const std::uint16_t target_;
+  const sockaddr_in target_;
   FileDescriptor listener_ = MakeSocket();
   std::uint16_t port_ = 0;
   FileDescriptor wake_out_;
@@ -253,12 +259,14 @@ class TcpRelay::Worker {
   mutable std::mutex mutex_;
   Orders orders_;
   int accepted_ = 0;
+  bool has_held_ = false;
   bool is_over_ = false;
   std::list<Connection> connections_;
   std::thread thread_;
 };
 
-TcpRelay::TcpRelay(std::uint16_t port) : worker_(std::make_unique<Worker>(port)) {}
+TcpRelay::TcpRelay(std::uint16_t port, const std::string& address)
+    : worker_(std::make_unique<Worker>(address, port)) {}
 
 TcpRelay::~TcpRelay() = default;
 
@@ -290,6 +298,8 @@ void TcpRelay::GoAtNextAnswer() {
 void TcpRelay::HoldAnswersAfter(std::size_t bytes) {
   worker_->Order([&](Orders& orders) { orders.bytes_left = bytes; });
 }
+
+bool TcpRelay::HasHeld() const { return worker_->has_held(); }
 
 void TcpRelay::HoldRequests() {
   worker_->Order([](Orders& orders) { orders.hold_requests = true; });

@@ -13,8 +13,8 @@ namespace pelora::lab {
 /// each other until it is told otherwise. It understands none of it.
 class TcpRelay {
  public:
-  /// To `port` of this machine.
-  explicit TcpRelay(std::uint16_t port);
+  /// To `port` of this machine, or of one of its addresses, on which the relay listens too.
+  explicit TcpRelay(std::uint16_t port, const std::string& address = "127.0.0.1");
   ~TcpRelay();
   TcpRelay(const TcpRelay&) = delete;
   TcpRelay& operator=(const TcpRelay&) = delete;
@@ -38,6 +38,8 @@ class TcpRelay {
   /// Passes on so many bytes of what the server says from now on, and nothing after them. Zero
   /// bytes: nothing more comes back.
   void HoldAnswersAfter(std::size_t bytes);
+  /// Whether something was held back since.
+  [[nodiscard]] bool HasHeld() const;
   /// Takes nothing more from the programs, so that their writes find no room in the end.
   void HoldRequests();
 

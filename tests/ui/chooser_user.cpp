@@ -30,6 +30,23 @@ std::string ChooserUser::Title() const { return ToUtf8(window_.windowTitle()); }
 
 QLineEdit& ChooserUser::Text() const { return Find<QLineEdit>("search_text"); }
 
+QComboBox& ChooserUser::Places() const { return Find<QComboBox>("search_place"); }
+
+std::vector<std::string> ChooserUser::WaitForPlaces() {
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Places().isVisible(); }, kPatience));
+  std::vector<std::string> names;
+  for (int at = 0; at < Places().count(); ++at) names.push_back(ToUtf8(Places().itemText(at)));
+  return names;
+}
+
+void ChooserUser::LookIn(int place) {
+  Places().setFocus();
+  while (Places().currentIndex() != place) {
+    QTest::keyClick(&Places(), Places().currentIndex() < place ? Qt::Key_Down : Qt::Key_Up);
+  }
+  WaitForSearch();
+}
+
 QTreeView& ChooserUser::Results() const { return Find<QTreeView>("search_results"); }
 
 QListWidget& ChooserUser::Chosen() const { return Find<QListWidget>("chosen_objects"); }

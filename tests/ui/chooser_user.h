@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -19,6 +20,7 @@ class ChooserUser {
 
   [[nodiscard]] std::string Title() const;
   [[nodiscard]] QLineEdit& Text() const;
+  [[nodiscard]] QComboBox& Places() const;
   [[nodiscard]] QTreeView& Results() const;
   [[nodiscard]] QListWidget& Chosen() const;
   [[nodiscard]] QTreeView& Tree() const;
@@ -33,6 +35,10 @@ class ChooserUser {
   void Press(Qt::Key key);
   /// Waits until the search has ended.
   void WaitForSearch();
+  /// Waits until there are several places to look in; their names.
+  [[nodiscard]] std::vector<std::string> WaitForPlaces();
+  /// Goes to the next or an earlier place by the keyboard, and waits until the search has ended.
+  void LookIn(int place);
   /// Types over the text and waits until everything has been found.
   void Search(const char* text);
 

@@ -48,6 +48,12 @@ class LdbTreeTest : public LdbBench {
     return names;
   }
 
+  [[nodiscard]] static SearchThere SearchIn(IDirectoryStore& store) {
+    return [&store](const SearchRequest& request, const EntrySink& sink) {
+      return store.Search(request, sink);
+    };
+  }
+
   std::unique_ptr<IDirectoryStore> store_ = Open();
   StoreStatus status_;
 };
@@ -159,7 +165,7 @@ TEST_F(LdbTreeTest, WithoutAServersHelpEverythingGoesFromTheBottomUp) {
   };
   const std::size_t count = NamesBelow(kWorks).size();
   TopFirst server(*store_);
-  EXPECT_TRUE(RemoveBottomUp(server, kWorks, remove).Ok());
+  EXPECT_TRUE(RemoveBottomUp(kWorks, SearchIn(server), remove).Ok());
   EXPECT_THAT(gone, SizeIs(count));
   EXPECT_EQ(gone.back(), kWorks);
   EXPECT_FALSE(IsThere(kWorks));
@@ -167,7 +173,7 @@ TEST_F(LdbTreeTest, WithoutAServersHelpEverythingGoesFromTheBottomUp) {
 
 TEST_F(LdbTreeTest, WhatWasDeletedBeforeARefusalIsSaid) {
   int left = 2;
-  const StoreStatus status = RemoveBottomUp(*store_, kWorks, [&](const std::string& dn) {
+  const StoreStatus status = RemoveBottomUp(kWorks, SearchIn(*store_), [&](const std::string& dn) {
     if (left-- == 0) return StoreStatus{kLdapInsufficientAccessRights, "no rights"};
     return store_->Remove({.dn = dn, .attributes = {}}, Extent::kAlone);
   });

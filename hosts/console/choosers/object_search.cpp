@@ -20,21 +20,24 @@ session::ListingEnd Failed() {
 /// The part that works on the search's thread.
 class ObjectSearch::Worker final : public QObject {
  public:
-  Worker(ObjectSearch& owner, ldap::StoreOpener opener)
-      : owner_(owner), opener_(std::move(opener)) {}
+  Worker(ObjectSearch& owner, ldap::StoreOpener opener, ldap::PlaceFinder find_places)
+      : owner_(owner), find_places_(std::move(find_places)) {
+    places_.push_back({.place = {.domain = {}, .bases = {""}, .open = std::move(opener)}});
+  }
 
-  void Run(const std::stop_token& stop, const session::ObjectQuery& query) {
+  void Run(const std::stop_token& stop, const session::ObjectQuery& query, std::size_t place) {
     if (stop.stop_requested()) return;
     session::ListingEnd ending;
     try {
-      ending = Search(stop, query);
+      ending = Search(stop, query, places_.at(place));
     } catch (...) {
       ending = Failed();
     }
     // The next search opens the directory anew: the connection may have been lost.
     const bool has_failed = ending.end.reason == session::SearchEnd::Reason::kFailed;
-    if (has_failed && !stop.stop_requested()) store_.reset();
+    if (has_failed && !stop.stop_requested()) places_.at(place).store.reset();
     Post([&owner = owner_, stop, ending] { owner.Finish(stop, ending); });
+    if (!has_failed && !stop.stop_requested()) FindPlaces();
   }
 
  private:
@@ -65,13 +68,22 @@ class ObjectSearch::Worker final : public QObject {
     PostSurely(owner_.receiver_, action);
   }
 
-  session::ListingEnd Search(const std::stop_token& stop, const session::ObjectQuery& query) {
+  /// A place, and what it is searched over once it has been.
+  struct OpenPlace {
+    ldap::SearchPlace place;
+    std::unique_ptr<ldap::IDirectoryStore> store{};
+  };
+
+  session::ListingEnd Search(const std::stop_token& stop, const session::ObjectQuery& query,
+                             OpenPlace& where) {
     const auto inbox = std::make_shared<Inbox>();
-    if (const auto status = store_ ? ldap::StoreStatus{} : opener_(store_, stop); !status.Ok()) {
-      return {.end = session::EndOf(status)};
+    if (where.store == nullptr) {
+      const ldap::StoreStatus status = where.place.open(where.store, stop);
+      if (!status.Ok()) return {.end = session::EndOf(status)};
     }
-    store_->StopOn(stop);
-    return session::FindObjects(*store_, query, [&](session::FoundObject found) {
+    where.store->StopOn(stop);
+    const auto& bases = where.place.bases;
+    return session::FindObjectsBelow(*where.store, bases, query, [&](session::FoundObject found) {
       if (stop.stop_requested()) return false;
       // One announcement stands for all that is found until it arrives.
       if (inbox->Add(std::move(found))) {
@@ -81,13 +93,31 @@ class ObjectSearch::Worker final : public QObject {
     });
   }
 
+  /// Once, beside what the person does with what has been found.
+  void FindPlaces() {
+    OpenPlace& own = places_.front();
+    if (!find_places_ || own.store == nullptr) return;
+    std::vector<ldap::SearchPlace> found;
+    // A directory that does not say has one place until it does.
+    if (!find_places_(*own.store, found).Ok()) return;
+    find_places_ = {};
+    std::vector<std::string> domains;
+    for (std::size_t at = 0; at < found.size(); ++at) {
+      domains.push_back(found[at].domain);
+      if (at > 0) places_.push_back({.place = std::move(found[at])});
+    }
+    if (domains.size() < 2) return;
+    Post([&owner = owner_, domains] { owner.Tell(domains); });
+  }
+
   ObjectSearch& owner_;
-  ldap::StoreOpener opener_;
-  std::unique_ptr<ldap::IDirectoryStore> store_;
+  ldap::PlaceFinder find_places_;
+  /// The directory's own domain first.
+  std::vector<OpenPlace> places_;
 };
 
-ObjectSearch::ObjectSearch(ldap::StoreOpener opener)
-    : worker_(new Worker(*this, std::move(opener))) {
+ObjectSearch::ObjectSearch(ldap::StoreOpener opener, ldap::PlaceFinder find_places)
+    : worker_(new Worker(*this, std::move(opener), std::move(find_places))) {
   worker_->moveToThread(&thread_);
   // Its store ends where it was used.
   QObject::connect(&thread_, &QThread::finished, worker_, &QObject::deleteLater);
@@ -100,13 +130,13 @@ ObjectSearch::~ObjectSearch() {
   thread_.wait();
 }
 
-void ObjectSearch::Start(session::ObjectQuery query) {
+void ObjectSearch::Start(session::ObjectQuery query, std::size_t place) {
   Stop();
   stop_ = std::stop_source();
   QMetaObject::invokeMethod(
       worker_,
-      [worker = worker_, stop = stop_.get_token(), query = std::move(query)] {
-        worker->Run(stop, query);
+      [worker = worker_, stop = stop_.get_token(), query = std::move(query), place] {
+        worker->Run(stop, query, place);
       },
       Qt::QueuedConnection);
   is_running_ = true;
@@ -132,6 +162,10 @@ void ObjectSearch::Finish(const std::stop_token& stop, const session::ListingEnd
   if (stop.stop_requested()) return;
   is_running_ = false;
   if (on_finished) on_finished(ending);
+}
+
+void ObjectSearch::Tell(std::vector<std::string> domains) {
+  if (on_places) on_places(std::move(domains));
 }
 
 }  // namespace pelora::console

@@ -26,6 +26,8 @@ constexpr std::uint32_t kQuerySingle = 0x4;
 constexpr std::uint32_t kQueryHiddenObjects = 0x4;
 constexpr std::uint32_t kComputers = 0x800;
 constexpr std::int32_t kBrowserFailed = -1;
+/// Scope types: the forest's other domains, its global catalog, and domains outside of it.
+constexpr std::uint32_t kOtherDomains = 0x8 | 0x10 | 0x20;
 
 /// What the types of a picker's scope are called.
 struct TypeName {
@@ -82,12 +84,14 @@ class ObjectPicker final : public IDsObjectPicker {
     chosen.Reset();
     if (!init_) return E_UNEXPECTED;
     const bool multiple = (init_->options & kPickSeveral) != 0;
+    const bool looks_around = (init_->scope.types & kOtherDomains) != 0;
     auto objects = RunSearch({.title = TitleOf(init_->scope, multiple),
                               .type_filter = session::TypeFilter(init_->scope),
                               .multiple = multiple,
                               .shows_addresses = TypesOf(init_->scope) != kComputers,
                               .limit = options_.limit,
-                              .typing_pause = options_.typing_pause},
+                              .typing_pause = options_.typing_pause,
+                              .find_places = looks_around ? options_.find_places : nullptr},
                              opener_, owner);
     if (!objects) return S_FALSE;
     chosen = session::MakeChosenDataObject(*objects);

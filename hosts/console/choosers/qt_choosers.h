@@ -3,6 +3,7 @@
 
 #include <chrono>
 
+#include "hosts/ldap/search_place.h"
 #include "hosts/ldap/store_opener.h"
 #include "platform/choosers.h"
 
@@ -14,14 +15,16 @@ struct ChooserOptions {
   std::size_t limit = 1000;
   /// A search begins when nothing has been typed for so long.
   std::chrono::milliseconds typing_pause{250};
+  /// Where else than in the directory's own domain objects may be looked for; none: nowhere.
+  ldap::PlaceFinder find_places{};
 };
 
 /// The console's own directory choosers: a search for objects, one for containers, and the tree of
 /// containers, all of the directory that is shown. They hand over what the platform's hand over.
 ///
-/// Of an object picker's set-up the up-level filter bits and the choice of several count; the
-/// directory's own domain is the only place to look in. Of a query window's set-up the choice of a
-/// single object and that of hidden ones count.
+/// Of an object picker's set-up the up-level filter bits and the choice of several count, and
+/// whether other domains than the directory's own are a place to look in. Of a query window's
+/// set-up the choice of a single object and that of hidden ones count.
 class QtChoosers final : public IChoosers {
  public:
   /// `store` outlives the choosers; searches run on a thread of their own over stores from

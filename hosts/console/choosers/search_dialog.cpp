@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/choosers/search_dialog.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -42,10 +43,11 @@ SearchDialog::SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWid
       init_(std::move(init)),
       found_(new FoundObjectModel(this)),
       shown_(new QSortFilterProxyModel(this)),
-      search_(std::move(opener)) {
+      search_(std::move(opener), init_.find_places) {
   setObjectName(QStringLiteral("search_dialog"));
   setWindowTitle(init_.title);
   auto* layout = new QVBoxLayout(this);
+  MakePlaces(*layout);
   MakeText(*layout);
   MakeResults(*layout);
   if (init_.multiple) MakeChosen(*layout);
@@ -60,11 +62,36 @@ SearchDialog::SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWid
     OnFound(std::move(objects));
   };
   search_.on_finished = [this](const session::ListingEnd& ending) { OnFinished(ending); };
+  search_.on_places = [this](const std::vector<std::string>& domains) { OnPlaces(domains); };
   UpdateButtons();
   StartSearch();
 }
 
 SearchDialog::~SearchDialog() = default;
+
+void SearchDialog::MakePlaces(QVBoxLayout& layout) {
+  places_ = new QComboBox(this);
+  places_->setObjectName(QStringLiteral("search_place"));
+  connect(places_, &QComboBox::activated, this, &SearchDialog::StartSearch);
+  places_label_ = new QLabel(QStringLiteral("&Look in:"), this);
+  places_label_->setBuddy(places_);
+  places_->hide();
+  places_label_->hide();
+  auto* line = new QHBoxLayout;
+  line->addWidget(places_label_);
+  line->addWidget(places_, 1);
+  layout.addLayout(line);
+}
+
+void SearchDialog::OnPlaces(const std::vector<std::string>& domains) {
+  places_->clear();
+  for (const std::string& domain : domains) {
+    places_->addItem(domain.empty() ? QStringLiteral("All domains of the forest")
+                                    : ToQString(domain));
+  }
+  places_->show();
+  places_label_->show();
+}
 
 void SearchDialog::MakeText(QVBoxLayout& layout) {
   text_ = new ListLine(this);
@@ -189,7 +216,10 @@ void SearchDialog::StartSearch() {
   found_->Clear();
   UpdateButtons();
   status_->setText(DescribeRunning(0));
-  search_.Start({.filter = init_.type_filter, .text = ToUtf8(text_->text()), .limit = init_.limit});
+  // Before there is a choice, none is made: the directory's own domain.
+  const auto place = static_cast<std::size_t>(std::max(0, places_->currentIndex()));
+  search_.Start({.filter = init_.type_filter, .text = ToUtf8(text_->text()), .limit = init_.limit},
+                place);
 }
 
 void SearchDialog::OnFound(std::vector<session::FoundObject> objects) {

@@ -10,6 +10,7 @@
 #include "hosts/console/choosers/found_object_model.h"
 #include "hosts/console/choosers/object_search.h"
 
+class QComboBox;
 class QDialogButtonBox;
 class QLabel;
 class QLineEdit;
@@ -33,11 +34,14 @@ struct SearchDialogInit {
   std::size_t limit = 1000;
   /// The search begins when nothing has been typed for so long.
   std::chrono::milliseconds typing_pause{250};
+  /// Where else may be looked; none: nowhere.
+  ldap::PlaceFinder find_places{};
 };
 
 /// Finds directory objects by what is typed or pasted (`FindText`) and lets the administrator
 /// choose one or several. Without any text it shows what there is. The search never holds up the
-/// window, shows what it finds at once, and says so when there is more than it shows.
+/// window, shows what it finds at once, and says so when there is more than it shows. Where there
+/// is more than one domain, the administrator says in which to look; what was chosen stays.
 ///
 /// Where several may be chosen they are gathered in a list of their own, over any number of
 /// searches; what is selected when OK is clicked counts as well, and what a list finds is selected.
@@ -53,6 +57,8 @@ class SearchDialog final : public QDialog {
   [[nodiscard]] std::vector<session::DirectoryObject> Chosen() const;
 
  private:
+  void MakePlaces(QVBoxLayout& layout);
+  void OnPlaces(const std::vector<std::string>& domains);
   void MakeText(QVBoxLayout& layout);
   void MakeResults(QVBoxLayout& layout);
   /// Sets the widths of the first columns, in average characters; 0 hides one.
@@ -80,6 +86,9 @@ class SearchDialog final : public QDialog {
   QTimer pause_;
   FoundObjectModel* found_;
   QSortFilterProxyModel* shown_;
+  /// In view once there is a choice.
+  QLabel* places_label_ = nullptr;
+  QComboBox* places_ = nullptr;
   QLineEdit* text_ = nullptr;
   QTreeView* results_ = nullptr;
   QLabel* status_ = nullptr;

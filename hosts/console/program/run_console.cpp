@@ -54,7 +54,7 @@ int WritePropertiesPicture(session::DirectorySession& session,
                            const std::vector<session::DirectoryObject>& objects,
                            const resources::ResourceFile& module, const QString& path) {
   StreamMessageBox messages(std::cerr);
-  QtChoosers choosers(*session.store, session.open_another);
+  QtChoosers choosers(*session.store, session.open_another, {.find_places = session.find_places});
   const ConsolePlatform platform(session.service, messages, choosers, module);
   const resources::ResourceFile templates = session::WithOwnPages(module).value.value();
   const SheetResult made = MakePropertySheet(objects, session.specifiers,

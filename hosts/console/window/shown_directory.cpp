@@ -29,7 +29,7 @@ ShownDirectory::ShownDirectory(std::unique_ptr<session::DirectorySession> opened
       name(NameOf(*session, store)),
       history(session::ChangesFolder(), name, session->store->schema()),
       service(store),
-      choosers(store, session->open_another),
+      choosers(store, session->open_another, {.find_places = session->find_places}),
       platform(service, message_box, choosers, module),
       fields(session->specifiers, platform.platform(), module) {}
 

@@ -58,19 +58,10 @@ class Resolver {
   bool is_ready_;
 };
 
-}  // namespace
-
-std::string DomainOfRealm(const std::string& realm) {
-  std::string domain(realm);
-  std::ranges::transform(domain, domain.begin(), AsciiLowerCase);
-  return domain;
-}
-
-StoreStatus FindDomainServers(const std::string& realm, const std::string& site,
-                              std::chrono::milliseconds timeout, std::vector<ServerName>& servers) {
+/// Who offers the first of some services that anybody offers; `what` is of which they are servers.
+StoreStatus FindServers(const std::vector<std::string>& services, const std::string& what,
+                        std::chrono::milliseconds timeout, std::vector<ServerName>& servers) {
   servers.clear();
-  const std::string domain = DomainOfRealm(realm);
-  const std::vector<std::string> services = ServicesOf(domain, site);
   Resolver resolver(timeout);
   std::vector<ServiceRecord> records;
   std::string trouble;
@@ -91,11 +82,41 @@ StoreStatus FindDomainServers(const std::string& realm, const std::string& site,
     }
   }
   if (!servers.empty()) return {};
-  const std::string place = site.empty() ? "" : "the site '" + site + "' of ";
-  std::string text = "the name servers know no directory server of " + place + "the domain '" +
-                     domain + "' (" + services.front() + ")";
+  std::string text =
+      "the name servers know no directory server of " + what + " (" + services.front() + ")";
   if (!trouble.empty()) text += ": " + trouble;
   return {kLdapServerDown, std::move(text)};
+}
+
+}  // namespace
+
+std::string DomainOfRealm(const std::string& realm) {
+  std::string domain(realm);
+  std::ranges::transform(domain, domain.begin(), AsciiLowerCase);
+  return domain;
+}
+
+std::string RealmOfDomain(const std::string& domain) {
+  std::string realm(domain);
+  std::ranges::transform(realm, realm.begin(), [](char letter) {
+    const bool is_small = letter >= 'a' && letter <= 'z';
+    return is_small ? static_cast<char>(letter - 'a' + 'A') : letter;
+  });
+  return realm;
+}
+
+StoreStatus FindDomainServers(const std::string& realm, const std::string& site,
+                              std::chrono::milliseconds timeout, std::vector<ServerName>& servers) {
+  const std::string domain = DomainOfRealm(realm);
+  const std::string place = site.empty() ? "" : "the site '" + site + "' of ";
+  return FindServers(ServicesOf(domain, site), place + "the domain '" + domain + "'", timeout,
+                     servers);
+}
+
+StoreStatus FindCatalogServers(const std::string& forest, std::chrono::milliseconds timeout,
+                               std::vector<ServerName>& servers) {
+  return FindServers({"_ldap._tcp.gc._msdcs." + forest, "_gc._tcp." + forest},
+                     "the global catalog of '" + forest + "'", timeout, servers);
 }
 
 }  // namespace pelora::ldap

@@ -97,16 +97,19 @@ std::string PeerOf(gss_ctx_id_t context) {
 }  // namespace
 
 struct KerberosContext::Impl {
-  /// `ldap/host` in whichever realm the ticket servers know it.
+  /// `ldap/host`, and its realm.
   std::string service;
+  std::string realm;
   Name target;
   gss_ctx_id_t context = GSS_C_NO_CONTEXT;
   OM_uint32 flags = 0;
   bool is_established = false;
 };
 
-KerberosContext::KerberosContext(std::string host) : impl_(std::make_unique<Impl>()) {
+KerberosContext::KerberosContext(std::string host, std::string realm)
+    : impl_(std::make_unique<Impl>()) {
   impl_->service = "ldap/" + std::move(host);
+  impl_->realm = std::move(realm);
 }
 
 KerberosContext::~KerberosContext() {
@@ -121,7 +124,7 @@ StoreStatus KerberosContext::Step(std::string_view token, std::string& answer) {
   OM_uint32 major = GSS_S_COMPLETE;
   if (impl_->target.get() == GSS_C_NO_NAME) {
     // A principal's own name is taken as it stands; that of a service on a host would be looked up.
-    const std::string principal = impl_->service + '@';
+    const std::string principal = impl_->service + '@' + impl_->realm;
     gss_buffer_desc text = Borrowed(principal);
     major = gss_import_name(&minor, &text, GSS_KRB5_NT_PRINCIPAL_NAME, impl_->target.out());
   }
@@ -140,12 +143,6 @@ StoreStatus KerberosContext::Step(std::string_view token, std::string& answer) {
 }
 
 unsigned KerberosContext::Strength() const { return StrengthOf(impl_->context); }
-
-std::string KerberosContext::PeerRealm() const {
-  const std::string name = PeerOf(impl_->context);
-  const std::size_t at = name.rfind('@');
-  return at == std::string::npos ? std::string() : name.substr(at + 1);
-}
 
 StoreStatus KerberosContext::Check(unsigned least_bits) const {
   const std::string name = PeerOf(impl_->context);

@@ -19,8 +19,10 @@ namespace pelora::ldap {
 /// server would be taken for this one.
 class KerberosContext {
  public:
-  /// `host` is an address or a host's name, without a port.
-  explicit KerberosContext(std::string host);
+  /// `host` is an address or a host's name, without a port. With a `realm` the ticket is one of
+  /// that realm and of no other; without, of whichever the ticket servers know the name in (the
+  /// library does not say which that was).
+  explicit KerberosContext(std::string host, std::string realm = {});
   ~KerberosContext();
   KerberosContext(const KerberosContext&) = delete;
   KerberosContext& operator=(const KerberosContext&) = delete;
@@ -35,8 +37,6 @@ class KerberosContext {
   [[nodiscard]] StoreStatus Check(unsigned least_bits) const;
   /// The strength of the key, in bits as the mechanism rates it; 0 when it does not say.
   [[nodiscard]] unsigned Strength() const;
-  /// The realm of the server's name, as it has proved it; empty when it has none.
-  [[nodiscard]] std::string PeerRealm() const;
 
   enum class Protection { kSigned, kSealed };
   /// What goes over the wire for `plain`; false when the library cannot make it.

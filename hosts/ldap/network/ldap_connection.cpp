@@ -51,17 +51,18 @@ int ScopeOf(SearchScope scope) {
 struct UnfitPort {
   std::uint16_t port;
   const char* reason;
+  bool is_catalogs = false;
 };
 constexpr auto kUnfitPorts = std::to_array<UnfitPort>({
     // What is missing there would look unset, and be written so.
-    {3268, "the global catalog holds a part of each object only"},
+    {kCatalogPort, "the global catalog holds a part of each object only", true},
     {3269, "the global catalog holds a part of each object only"},
     {636, "what is sealed by Kerberos goes to port 389, without TLS"},
 });
 
-StoreStatus CheckPort(const ServerName& server) {
+StoreStatus CheckPort(const ServerName& server, bool is_catalog) {
   for (const UnfitPort& unfit : kUnfitPorts) {
-    if (server.port != unfit.port) continue;
+    if (server.port != unfit.port || (unfit.is_catalogs && is_catalog)) continue;
     return {kLdapUnwillingToPerform,
             "the server '" + server.Text() + "' is of no use: " + unfit.reason};
   }
@@ -92,7 +93,7 @@ StoreStatus LdapConnection::Open(const ServerName& server, const NetworkOptions&
                                  std::shared_ptr<LdapConnection>& connection) {
   connection.reset();
   const std::shared_ptr<LdapConnection> opened(new LdapConnection(server, options, stop));
-  StoreStatus status = CheckPort(server);
+  StoreStatus status = CheckPort(server, options.is_catalog);
   if (status.Ok()) status = opened->Connect();
   if (status.Ok()) status = opened->SignIn();
   if (status.Ok()) connection = opened;
@@ -148,8 +149,9 @@ StoreStatus LdapConnection::Connect() {
 
 StoreStatus LdapConnection::SignIn() {
   const BrokenPipeGuard guard;
-  StoreStatus status = SignInWithTicket(handle_.get(), server_.BareHost(), options_.request_timeout,
-                                        stop_, signed_in_);
+  const WantedServer wanted{.host = server_.BareHost(), .realm = options_.realm};
+  StoreStatus status =
+      SignInWithTicket(handle_.get(), wanted, options_.request_timeout, stop_, signed_in_);
   if (!status.Ok()) status.text = "cannot sign in to '" + server_.Text() + "': " + status.text;
   return status;
 }

@@ -32,8 +32,9 @@ class LdapConnection {
 
   /// Connects and signs in. On failure `connection` is left empty: the server is not reached (-1,
   /// -5), there is no usable ticket (49), there is none for a server of this name (-2), the server
-  /// would sign or seal less than is asked for (13), or the port is that of a global catalog or of
-  /// TLS (53), or `stop` put an end to it (-8); `text` is one line that names the server.
+  /// would sign or seal less than is asked for (13), it is not of the realm that is asked for (-2),
+  /// the port is that of a global catalog, which nobody has asked for, or of TLS (53), or `stop`
+  /// put an end to it (-8); `text` is one line that names the server.
   static StoreStatus Open(const ServerName& server, const NetworkOptions& options,
                           const std::stop_token& stop, std::shared_ptr<LdapConnection>& connection);
   ~LdapConnection();
@@ -43,8 +44,6 @@ class LdapConnection {
   [[nodiscard]] const ServerName& server() const { return server_; }
   /// By how many bits the key is long that seals everything.
   [[nodiscard]] unsigned sealed_bits() const { return signed_in_.sealed_bits; }
-  /// The realm in which the server has proved to be the one of its name.
-  [[nodiscard]] const std::string& realm() const { return signed_in_.realm; }
   [[nodiscard]] const AnswerLimits& limits() const { return options_.limits; }
   /// Valid as long as the connection.
   [[nodiscard]] LDAP* handle() const { return handle_.get(); }

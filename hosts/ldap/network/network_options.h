@@ -34,6 +34,11 @@ struct NetworkOptions {
   /// How long to wait for each answer, and between the parts of a long one.
   std::chrono::milliseconds request_timeout{30'000};
   AnswerLimits limits{};
+  /// The realm of which a server has to prove to be; empty: whichever knows it.
+  std::string realm{};
+  /// A global catalog is wanted: nothing is written there, and what is missing is not taken for
+  /// unset.
+  bool is_catalog = false;
 };
 
 }  // namespace pelora::ldap

@@ -4,21 +4,40 @@
 #include <utility>
 
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/network/domain_controllers.h"
+#include "hosts/ldap/network/domains_store.h"
 #include "hosts/ldap/network/network_store.h"
 #include "hosts/ldap/network/schema_cache.h"
 
 namespace pelora::ldap {
 namespace {
 
-StoreOpener MakeOpener(std::shared_ptr<ServerChoice> servers,
-                       std::shared_ptr<SchemaCache> schemas) {
-  return [servers = std::move(servers), schemas = std::move(schemas)](
-             std::unique_ptr<IDirectoryStore>& store, const std::stop_token& stop) {
+StoreStatus OpenStore(std::shared_ptr<ServerChoice> servers, std::shared_ptr<SchemaCache> schemas,
+                      const std::stop_token& stop, std::unique_ptr<NetworkStore>& store) {
+  auto opened = std::make_unique<NetworkStore>(std::move(servers), std::move(schemas));
+  opened->StopOn(stop);
+  StoreStatus status = opened->Open();
+  store = status.Ok() ? std::move(opened) : nullptr;
+  return status;
+}
+
+/// For the home server, with the domains around its own.
+StoreOpener MakeOpener(std::shared_ptr<ServerChoice> servers, std::shared_ptr<SchemaCache> schemas,
+                       std::shared_ptr<DomainControllers> controllers) {
+  DomainOpener open_domain = [controllers = std::move(controllers)](
+                                 const KnownDomain& domain, const std::stop_token& stop,
+                                 std::unique_ptr<IDirectoryStore>& store) {
+    return controllers->Open(domain, stop, store);
+  };
+  return [servers = std::move(servers), schemas = std::move(schemas),
+          open_domain = std::move(open_domain)](std::unique_ptr<IDirectoryStore>& store,
+                                                const std::stop_token& stop) {
     store.reset();
-    auto opened = std::make_unique<NetworkStore>(servers, schemas);
-    opened->StopOn(stop);
-    StoreStatus status = opened->Open();
-    if (status.Ok()) store = std::move(opened);
+    std::unique_ptr<NetworkStore> home;
+    StoreStatus status = OpenStore(servers, schemas, stop, home);
+    if (!status.Ok()) return status;
+    store = std::make_unique<DomainsStore>(std::move(home), open_domain);
+    store->StopOn(stop);
     return status;
   };
 }
@@ -30,22 +49,27 @@ ServerStoreOpener MakeServerOpener(const NetworkOptions& options,
                                                  std::unique_ptr<IDirectoryStore>& store) {
     NetworkOptions to_server = options;
     to_server.server = server.Text();
-    return MakeOpener(std::make_shared<ServerChoice>(to_server), schemas)(store, {});
+    std::unique_ptr<NetworkStore> opened;
+    StoreStatus status = OpenStore(std::make_shared<ServerChoice>(to_server), schemas, {}, opened);
+    store = std::move(opened);
+    return status;
   };
 }
 
 }  // namespace
 
 struct NetworkSession::Parts {
-  Parts(std::unique_ptr<IDirectoryStore> opened, StoreOpener opener,
+  Parts(std::unique_ptr<IDirectoryStore> opened, StoreOpener opener, PlaceFinder finder,
         std::shared_ptr<ServerChoice> choice, const ServerName& home, ServerStoreOpener open_server)
       : store(std::move(opened)),
         open_another(std::move(opener)),
+        find_places(std::move(finder)),
         servers(std::move(choice)),
         service(home, *store, std::move(open_server)) {}
 
   std::unique_ptr<IDirectoryStore> store;
   StoreOpener open_another;
+  PlaceFinder find_places;
   std::shared_ptr<ServerChoice> servers;
   NetworkDirectoryService service;
 };
@@ -72,14 +96,16 @@ StoreStatus NetworkSession::Open(const NetworkOptions& options, ServerFinder fin
   }
   auto servers = std::make_shared<ServerChoice>(options, std::move(find));
   const auto schemas = std::make_shared<SchemaCache>();
-  StoreOpener opener = MakeOpener(servers, schemas);
+  const auto controllers = std::make_shared<DomainControllers>(options, schemas);
+  StoreOpener opener = MakeOpener(servers, schemas, controllers);
   std::unique_ptr<IDirectoryStore> store;
   StoreStatus status = opener(store, stop);
   if (!status.Ok()) return status;
   const ServerName home = servers->current().value_or(ServerName());
-  session.reset(new NetworkSession(std::make_unique<Parts>(std::move(store), std::move(opener),
-                                                           std::move(servers), home,
-                                                           MakeServerOpener(options, schemas))));
+  PlaceFinder find_places = FindSearchPlaces(opener, controllers);
+  session.reset(new NetworkSession(
+      std::make_unique<Parts>(std::move(store), std::move(opener), std::move(find_places),
+                              std::move(servers), home, MakeServerOpener(options, schemas))));
   return {};
 }
 
@@ -88,6 +114,8 @@ IDirectoryStore& NetworkSession::store() { return *parts_->store; }
 NetworkDirectoryService& NetworkSession::service() { return parts_->service; }
 
 StoreOpener NetworkSession::open_another() const { return parts_->open_another; }
+
+PlaceFinder NetworkSession::find_places() const { return parts_->find_places; }
 
 std::string NetworkSession::server() const {
   return parts_->servers->current().value_or(ServerName()).Text();

@@ -9,13 +9,15 @@
 #include "hosts/ldap/network/network_directory_service.h"
 #include "hosts/ldap/network/network_options.h"
 #include "hosts/ldap/network/server_choice.h"
+#include "hosts/ldap/search_place.h"
 #include "hosts/ldap/store_opener.h"
 
 namespace pelora::ldap {
 
 /// A program's work with a directory on the network: its home server, the store on it for the
 /// thread that opened the session, and the directory port over it. Everything bound from it goes
-/// before it.
+/// before it. What lies in another domain of the forest, or in one that is trusted, is asked of a
+/// controller of that domain, and written there (`DomainsStore`).
 ///
 ///   std::unique_ptr<NetworkSession> session;
 ///   const StoreStatus status = NetworkSession::Open({.server = "dc1.example.org"}, session);
@@ -39,6 +41,8 @@ class NetworkSession {
   /// Opens stores of the same server, each with a connection of its own, for worker threads; the
   /// schema is not read again for them. Outlives the session, if need be.
   [[nodiscard]] StoreOpener open_another() const;
+  /// Finds the domains around the directory's own, for choosers. Outlives the session, if need be.
+  [[nodiscard]] PlaceFinder find_places() const;
   /// The home server, as people write it: `dc1.example.org`, with the port if it is an unusual one.
   [[nodiscard]] std::string server() const;
   /// How it came to be that one. May be asked on any thread.

@@ -27,6 +27,12 @@ constexpr const char* kRootName = "";
 /// Enough to keep a server busy that is some milliseconds away.
 constexpr std::size_t kWritesUnderWay = 64;
 
+/// The realm of `forest:host$@REALM`, as a server names itself.
+std::string RealmOfService(const std::string& name) {
+  const std::size_t at = name.rfind('@');
+  return at == std::string::npos ? std::string() : name.substr(at + 1);
+}
+
 /// Names are the server's to judge.
 bool IsName(const std::string& /*text*/) { return true; }
 
@@ -55,6 +61,8 @@ StoreStatus NetworkStore::Begin(const std::shared_ptr<LdapConnection>& opened) {
   StoreStatus status = EntryReader(*opened).Read(kRootName, {}, root);
   if (status.Ok()) status = LearnSchema(*opened, root);
   if (!status.Ok()) return status;
+  realm_ = RealmOfService(FirstValue(root, "ldapServiceName"));
+  own_base_ = FirstValue(root, "defaultNamingContext");
   contexts_ = NamingContexts(ValuesOf(root, "namingContexts"));
   const AttributeValues& controls = ValuesOf(root, "supportedControl");
   deletes_trees_ = std::ranges::find(controls, kTreeDeleteControl) != controls.end();
@@ -129,8 +137,11 @@ NetworkStore::SentWrite NetworkStore::SendWriting(Write write) {
   for (const bool is_last : {false, true}) {
     if (const auto present = ConnectionForWriting(); present == nullptr || !present->IsUsable()) {
       sent.status = Open();
-      // Nor here.
-      if (sent.status.code == kLdapTimeout) sent.status.code = kLdapServerDown;
+      // Nor here; nor does it matter whether it was the server that could not be had or the ticket
+      // for it.
+      if (sent.status.code == kLdapTimeout || sent.status.code == kLdapLocalError) {
+        sent.status.code = kLdapServerDown;
+      }
       if (!sent.status.Ok()) break;
     }
     SendOver(ConnectionForWriting(), sent);
@@ -160,7 +171,7 @@ StoreStatus NetworkStore::Settle(SentWrite sent) {
   if (!named || sent.is_referred || sent.connection->server() == *named) return status;
   const bool is_open = writer_ != nullptr && writer_->server() == *named && writer_->IsUsable();
   if (!is_open) {
-    status = servers_->ConnectForWriting(*named, *sent.connection, stop_, writer_);
+    status = servers_->ConnectForWriting(*named, sent.connection->server(), realm_, stop_, writer_);
     if (!status.Ok()) return status;
   }
   SendOver(writer_, sent);
@@ -324,8 +335,17 @@ StoreStatus NetworkStore::Remove(const Entry& seen, Extent extent) {
   if (extent == Extent::kAlone || deletes_trees_) {
     return SendRemoval(seen.dn, extent, Meeting(seen));
   }
-  if (StoreStatus met = DoReading(Meeting(seen)); !met.Ok()) return met;
-  return RemoveBottomUp(*this, seen.dn, [this](const std::string& dn) {
+  // What others lie below stays for now; from then on it is known where deletions are done, which
+  // may be ahead of where one reads.
+  StoreStatus status = SendRemoval(seen.dn, Extent::kAlone, Meeting(seen));
+  if (status.code != kLdapNotAllowedOnNonLeaf) return status;
+  const auto search = [this](const SearchRequest& request, const EntrySink& sink) -> StoreStatus {
+    const std::shared_ptr<LdapConnection> there = ConnectionForWriting();
+    if (there == nullptr) return {kLdapServerDown, "the connection to the server was lost"};
+    std::size_t count = 0;
+    return SearchInPages(*there, request, sink, count);
+  };
+  return RemoveBottomUp(seen.dn, search, [this](const std::string& dn) {
     return SendRemoval(dn, Extent::kAlone, {});
   });
 }

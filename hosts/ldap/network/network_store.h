@@ -38,6 +38,10 @@ class NetworkStore final : public IDirectoryStore {
   /// goes away in the middle of that is given up for another one.
   StoreStatus Open();
 
+  /// The parts of the directory that the server has, as it said when it was opened.
+  [[nodiscard]] const NamingContexts& contexts() const { return contexts_; }
+  /// The distinguished name of the server's own domain.
+  [[nodiscard]] const std::string& own_base() const { return own_base_; }
   [[nodiscard]] const Schema& schema() const override { return *schema_; }
   StoreStatus ReadRoot(Entry& root) override;
   StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
@@ -113,7 +117,10 @@ class NetworkStore final : public IDirectoryStore {
   std::shared_ptr<LdapConnection> connection_;
   /// To the server that the other one has named for changes, if it has.
   std::shared_ptr<LdapConnection> writer_;
+  /// The realm of the server that is read, as it says itself.
+  std::string realm_;
   NamingContexts contexts_;
+  std::string own_base_;
   bool deletes_trees_ = false;
   std::shared_ptr<const Schema> schema_ = std::make_shared<Schema>();
 };

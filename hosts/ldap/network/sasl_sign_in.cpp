@@ -81,10 +81,27 @@ class Exchange {
   std::stop_token stop_;
 };
 
+/// What is behind words of the Kerberos library's that do not say it.
+struct Explanation {
+  std::string_view words;
+  const char* reason;
+};
+constexpr const char* kClock =
+    "the clocks of this machine and of the domain differ by more than Kerberos takes, mostly five "
+    "minutes: set this machine's clock";
+constexpr auto kExplanations = std::to_array<Explanation>({
+    // An alias or an address was typed.
+    {"not found in Kerberos database", "name it by its full DNS name, as the domain does"},
+    {"Clock skew too great", kClock},
+    // So it is with a clock that is behind.
+    {"Ticket not yet valid", kClock},
+});
+
 StoreStatus Explain(StoreStatus failure) {
-  // An alias or an address was typed.
-  if (failure.text.find("not found in Kerberos database") != std::string::npos) {
-    failure.text = "name it by its full DNS name, as the domain does (" + failure.text + ")";
+  for (const Explanation& explanation : kExplanations) {
+    if (failure.text.find(explanation.words) == std::string::npos) continue;
+    failure.text = explanation.reason + (" (" + failure.text + ")");
+    break;
   }
   return failure;
 }
@@ -132,21 +149,24 @@ StoreStatus AgreeOnSealing(Exchange& exchange, KerberosContext& context, const s
 
 }  // namespace
 
-StoreStatus SignInWithTicket(LDAP* handle, const std::string& host,
+StoreStatus SignInWithTicket(LDAP* handle, const WantedServer& server,
                              std::chrono::milliseconds timeout, const std::stop_token& stop,
                              SignedIn& signed_in) {
   signed_in = {};
   KerberosTicket ticket;
   StoreStatus status = ReadKerberosTicket(ticket);
   if (!status.Ok()) return status;
-  auto context = std::make_unique<KerberosContext>(host);
+  auto context = std::make_unique<KerberosContext>(server.host, server.realm);
   Exchange exchange(handle, timeout, stop);
   std::string token;
   std::size_t most_sent = 0;
   status = Establish(exchange, *context, token);
+  if (status.code == kLdapLocalError && !server.realm.empty()) {
+    status.text = "nobody vouches for it in the realm '" + server.realm + "': " + status.text;
+  }
   if (status.Ok()) status = AgreeOnSealing(exchange, *context, token, most_sent);
   if (!status.Ok()) return status;
-  signed_in = {.sealed_bits = context->Strength(), .realm = context->PeerRealm()};
+  signed_in = {.sealed_bits = context->Strength()};
   Sockbuf* socket = nullptr;
   const bool is_installed =
       ldap_get_option(handle, LDAP_OPT_SOCKBUF, &socket) == LDAP_OPT_SUCCESS &&

@@ -17,16 +17,21 @@ inline constexpr unsigned kMinimumStrength = 56;
 struct SignedIn {
   /// By how many bits the key is long that seals.
   unsigned sealed_bits = 0;
-  /// The realm in which the server has proved to be the one of its name.
-  std::string realm;
 };
 
-/// Signs in to the server of the name `host` (an address or a name, without a port) through GSSAPI
-/// with the user's Kerberos ticket, signing and sealing everything that follows. Nothing else is
-/// tried, and nothing that the server says makes it less.
+/// Whom one wants to sign in to.
+struct WantedServer {
+  /// An address or a name, without a port.
+  std::string host;
+  /// The realm of which it has to prove to be; empty: whichever knows it.
+  std::string realm{};
+};
+
+/// Signs in to a server through GSSAPI with the user's Kerberos ticket, signing and sealing
+/// everything that follows. Nothing else is tried, and nothing that the server says makes it less.
 ///
 /// The codes are those of `LdapConnection::Open`; the text does not name the server.
-[[nodiscard]] StoreStatus SignInWithTicket(LDAP* handle, const std::string& host,
+[[nodiscard]] StoreStatus SignInWithTicket(LDAP* handle, const WantedServer& server,
                                            std::chrono::milliseconds timeout,
                                            const std::stop_token& stop, SignedIn& signed_in);
 

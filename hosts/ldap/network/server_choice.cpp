@@ -32,8 +32,12 @@ ServerFinder FindServersOfTicket(const NetworkOptions& options) {
   return [options](const std::stop_token& stop, DomainServers& found) {
     KerberosTicket ticket;
     StoreStatus status = ReadKerberosTicket(ticket);
-    if (!status.Ok()) return status;
-    const std::string realm = ticket.Realm();
+    return status.Ok() ? FindServersOfRealm(options, ticket.Realm())(stop, found) : status;
+  };
+}
+
+ServerFinder FindServersOfRealm(const NetworkOptions& options, const std::string& realm) {
+  return [options, realm](const std::stop_token& stop, DomainServers& found) {
     const DomainQuestions ask{
         .look_up =
             [&](const std::string& site, std::vector<ServerName>& servers) {
@@ -91,25 +95,25 @@ StoreStatus ServerChoice::ConnectElsewhere(const ServerName& left, const std::st
   return FindOther(left, stop, connection);
 }
 
-StoreStatus ServerChoice::ConnectForWriting(const ServerName& name, const LdapConnection& home,
-                                            const std::stop_token& stop,
+StoreStatus ServerChoice::ConnectForWriting(const ServerName& name, const ServerName& home,
+                                            const std::string& realm, const std::stop_token& stop,
                                             std::shared_ptr<LdapConnection>& connection) {
   connection.reset();
+  NetworkOptions of_same_realm = options_;
+  of_same_realm.realm = realm;
   std::shared_ptr<LdapConnection> opened;
-  StoreStatus status = LdapConnection::Open(name, options_, stop, opened);
-  if (status.Ok() && opened->realm() != home.realm()) {
-    status = {kLdapReferral,
-              "'" + name.Text() + "' is of another realm, '" + opened->realm() + "'"};
-  }
+  StoreStatus status = realm.empty()
+                           ? StoreStatus{kLdapReferral, "it does not say of which realm they are"}
+                           : LdapConnection::Open(name, of_same_realm, stop, opened);
   if (!status.Ok()) {
     if (status.code == kLdapTimeout) status.code = kLdapServerDown;
-    status.text = "the server '" + home.server().Text() + "' takes no changes and names '" +
-                  name.Text() + "' for them: " + status.text;
+    status.text = "the server '" + home.Text() + "' takes no changes and names '" + name.Text() +
+                  "' for them: " + status.text;
     return status;
   }
   connection = std::move(opened);
   const std::lock_guard lock(mutex_);
-  if (chosen_ && chosen_->name == home.server()) chosen_->writer = name;
+  if (chosen_ && chosen_->name == home) chosen_->writer = name;
   return {};
 }
 

@@ -22,6 +22,9 @@ using ServerFinder = std::function<StoreStatus(const std::stop_token& stop, Doma
 /// The servers of the domain that the user's ticket is for, the nearest first. Each name server is
 /// waited for as long as a connection.
 [[nodiscard]] ServerFinder FindServersOfTicket(const NetworkOptions& options);
+/// The same of the domain that a realm is of.
+[[nodiscard]] ServerFinder FindServersOfRealm(const NetworkOptions& options,
+                                              const std::string& realm);
 
 /// The server that a program works with, and how it came to be that one.
 struct ChosenServer {
@@ -60,11 +63,12 @@ class ServerChoice {
   StoreStatus ConnectElsewhere(const ServerName& left, const std::stop_token& stop,
                                std::shared_ptr<LdapConnection>& connection);
 
-  /// Connects to the server that `home`, a connection to the chosen one, has named for changes. It
-  /// has to be of the same realm; what comes of it is as with `LdapConnection::Open` but for -5,
-  /// which is -1: nothing was sent. The text says who named it.
-  StoreStatus ConnectForWriting(const ServerName& name, const LdapConnection& home,
-                                const std::stop_token& stop,
+  /// Connects to the server that `home`, the chosen one, has named for changes. It has to be of
+  /// `realm`, the realm of `home`, which has to say so itself (10); what comes of it is as with
+  /// `LdapConnection::Open` but for -5, which is -1: nothing was sent. The text says who
+  /// named it.
+  StoreStatus ConnectForWriting(const ServerName& name, const ServerName& home,
+                                const std::string& realm, const std::stop_token& stop,
                                 std::shared_ptr<LdapConnection>& connection);
 
   /// None until the first connection, when none was named.

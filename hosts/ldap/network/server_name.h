@@ -11,6 +11,8 @@ namespace pelora::ldap {
 
 /// The port on which directory servers listen.
 inline constexpr std::uint16_t kDirectoryPort = 389;
+/// The same for a forest's global catalog.
+inline constexpr std::uint16_t kCatalogPort = 3268;
 
 /// A directory server: one name for one server, however it was spelled.
 struct ServerName {

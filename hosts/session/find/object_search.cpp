@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/session/find/object_search.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "hosts/ldap/entry_values.h"
@@ -43,6 +44,29 @@ ListingEnd FindObjects(ldap::IDirectoryStore& store, const ObjectQuery& query,
     });
   }
   return finder.EndBy(status, has_more);
+}
+
+ListingEnd FindObjectsBelow(ldap::IDirectoryStore& store, std::span<const std::string> bases,
+                            ObjectQuery query, const FoundSink& sink) {
+  ListingEnd all;
+  bool is_wanted = true;
+  const FoundSink counted = [&](FoundObject found) {
+    --query.limit;
+    is_wanted = sink(std::move(found));
+    return is_wanted;
+  };
+  for (std::size_t at = 0; at < bases.size() && is_wanted; ++at) {
+    query.base = bases[at];
+    ListingEnd end = FindObjects(store, ObjectQuery(query), counted);
+    if (at > 0) {
+      std::erase_if(end.not_found, [&all](const std::string& name) {
+        return std::ranges::find(all.not_found, name) == all.not_found.end();
+      });
+    }
+    all = std::move(end);
+    if (all.end.reason != SearchEnd::Reason::kComplete) break;
+  }
+  return all;
 }
 
 }  // namespace pelora::session

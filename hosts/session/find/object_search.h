@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <limits>
+#include <span>
 #include <string>
 
 #include "hosts/session/directory_browser.h"
@@ -38,5 +39,11 @@ using FoundSink = std::function<bool(FoundObject found)>;
 /// view are is the filter's business.
 [[nodiscard]] ListingEnd FindObjects(ldap::IDirectoryStore& store, const ObjectQuery& query,
                                      const FoundSink& sink);
+
+/// Searches a directory below several objects, none of which lies below another, in their order.
+/// What a list names is missing when it is below none of them.
+[[nodiscard]] ListingEnd FindObjectsBelow(ldap::IDirectoryStore& store,
+                                          std::span<const std::string> bases, ObjectQuery query,
+                                          const FoundSink& sink);
 
 }  // namespace pelora::session

@@ -116,6 +116,29 @@ class DomainConsole : public ConsoleTest {
   std::unique_ptr<MainWindow> window_;
 };
 
+TEST_F(DomainConsole, AServerThatWasFoundIsFoundAnewTheNextTime) {
+  const auto again = [](MainWindow& window) {
+    for (QAction* action : window.findChildren<QAction*>()) {
+      if (action->text().startsWith(QStringLiteral("Open &Again"))) return action;
+    }
+    throw std::runtime_error("nothing is opened again");
+  };
+  Connect("");
+  EXPECT_EQ(ToUtf8(window().windowTitle()), lab::Server() + " - Pelora Console");
+  EndWindow();
+  {
+    MainWindow next(module());
+    EXPECT_EQ(ToUtf8(again(next)->text()), "Open &Again: PELORA.TEST");
+    bool is_shown = false;
+    next.OpenServerBesides(console::ToQString(lab::Server()), [&] { is_shown = true; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return is_shown; }, kPatience));
+    EXPECT_TRUE(next.close());
+  }
+  // One that was named is that one.
+  MainWindow last(module());
+  EXPECT_EQ(ToUtf8(again(last)->text()), "Open &Again: " + lab::Server());
+}
+
 TEST_F(DomainConsole, ShowsWhatADomainHolds) {
   Connect();
   EXPECT_EQ(ToUtf8(window().windowTitle()), lab::Server() + " - Pelora Console");

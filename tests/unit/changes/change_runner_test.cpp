@@ -320,6 +320,17 @@ TEST_F(ChangeRunnerTest, WithoutAConnectionTheRestIsSkipped) {
   EXPECT_EQ(log_.withdrawn.size(), 7U);
 }
 
+TEST_F(ChangeRunnerTest, WhenTheTicketHasEndedTheRestIsSkipped) {
+  MakeContacts(8);
+  interrupted_.before_write = [](std::size_t count) -> std::optional<StoreStatus> {
+    if (count == 1) return StoreStatus{ldap::kLdapInvalidCredentials, "the ticket has expired"};
+    return std::nullopt;
+  };
+  const Tally tally = Run({.log = &log_});
+  EXPECT_EQ(tally.Text(), "1 changed, 0 unchanged, 0 refused, 1 failed, 0 unknown, 6 skipped");
+  EXPECT_EQ(results_[1].message, "the ticket has expired");
+}
+
 TEST_F(ChangeRunnerTest, ARehearsalNotesAndSendsNothing) {
   MakeContacts(4);
   ASSERT_TRUE(Replace(*store_, names_[1], "peloraQuotaHard", {"7"}).Ok());

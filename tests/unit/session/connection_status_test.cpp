@@ -76,6 +76,18 @@ TEST(ConnectionStatus, AReadOnlyServerSaysSo) {
   EXPECT_EQ(JsonLine(ConnectionJson(status)["writer"]), R"("dc1.x.test")");
 }
 
+TEST(ConnectionStatus, AReadOnlyServerOfSambasIsToldByItsCategory) {
+  ldap::ScriptedStore store = Server();
+  store.entry.attributes["objectClass"] = {"top", "nTDSDSA"};
+  store.entry.attributes["objectCategory"] = {"CN=NTDS-DSA,CN=Schema,CN=Configuration,DC=x"};
+  ConnectionStatus status;
+  ASSERT_TRUE(ReadServerStatus(store, &FixedNow, status).Ok());
+  EXPECT_FALSE(status.is_read_only);
+  store.entry.attributes["objectCategory"] = {"CN=NTDS-DSA-RO,CN=Schema,CN=Configuration,DC=x"};
+  ASSERT_TRUE(ReadServerStatus(store, &FixedNow, status).Ok());
+  EXPECT_TRUE(status.is_read_only);
+}
+
 TEST(ConnectionStatus, AClockThatIsOffIsToldInWords) {
   EXPECT_EQ(ClockAt("20261122100001.0Z"), "as this machine's");
   EXPECT_EQ(ClockAt("20261122095959.0Z"), "as this machine's");
