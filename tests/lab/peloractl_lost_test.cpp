@@ -1,9 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 // The built command line in the middle of many objects, when the server goes away.
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
 #include <atomic>
 #include <nlohmann/json.hpp>
+#include <stdexcept>
 #include <thread>
 
+#include "hosts/ldap/file_descriptor.h"
 #include "tests/lab/peloractl_lab.h"
 
 namespace pelora::lab {
@@ -12,7 +20,8 @@ namespace {
 using ::testing::HasSubstr;
 
 constexpr int kObjects = 1000;
-/// How many results are there when the connection goes.
+/// How many results are there when the connection goes: in the middle of those that are written
+/// after one reading, so that a change is under way, and no reading.
 constexpr std::ptrdiff_t kDoneBefore = 300;
 
 class LostConnection : public LabPeloractl {
@@ -36,28 +45,46 @@ class LostConnection : public LabPeloractl {
     }
     return path;
   }
-  [[nodiscard]] static std::ptrdiff_t LinesOf(const std::string& path) {
-    const std::string text = Contents(path);
-    return std::count(text.begin(), text.end(), '\n');
-  }
-  /// Applies a table through a relay, and does something when the first results are there.
-  [[nodiscard]] ProgramRun Apply(const std::string& table, std::unique_ptr<TcpRelay>& relay,
+  /// Applies a table through a relay, and does something when the first results are there. They are
+  /// read from a pipe that holds few of them: meanwhile the program does not get any further.
+  [[nodiscard]] ProgramRun Apply(const std::string& table, TcpRelay& relay,
                                  const std::function<void()>& in_the_middle) const {
-    const std::string server = Server() + ":" + std::to_string(relay->port());
-    const std::string report = folder_.File("report");
-    // A run that ends before that has no middle, and says itself what became of it.
+    const std::string pipe = folder_.File("pipe");
+    if (mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR) != 0) throw std::runtime_error("no pipe");
+    // With a writer of our own it never ends, whenever the program opens it.
+    const ldap::FileDescriptor end(open(pipe.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+    constexpr int kLeast = 4096;
+    if (!end || fcntl(end.get(), F_SETPIPE_SZ, kLeast) < 0) throw std::runtime_error("no pipe");
     std::atomic<bool> has_ended = false;
-    std::thread other([&] {
-      while (!has_ended && LinesOf(report) < kDoneBefore) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    std::thread reader([&] {
+      std::ofstream report(folder_.File("report"), std::ios::binary | std::ios::trunc);
+      bool is_before = true;
+      for (std::ptrdiff_t lines = 0;;) {
+        const bool is_last = has_ended;
+        const std::string bytes = Next(end);
+        if (bytes.empty() && is_last) return;
+        report << bytes;
+        lines += std::ranges::count(bytes, '\n');
+        if (is_before && lines >= kDoneBefore) {
+          is_before = false;
+          in_the_middle();
+        }
       }
-      if (!has_ended) in_the_middle();
     });
-    std::ofstream(report, std::ios::trunc).close();
-    ProgramRun run = CtlOn(server, "apply '" + table + "' --report '" + report + "'");
+    const std::string server = Server() + ":" + std::to_string(relay.port());
+    ProgramRun run = CtlOn(server, "apply '" + table + "' --report '" + pipe + "'");
     has_ended = true;
-    other.join();
+    reader.join();
     return run;
+  }
+  /// What is in a pipe, at most a few lines, after waiting a moment for it; may be nothing.
+  [[nodiscard]] static std::string Next(const ldap::FileDescriptor& end) {
+    pollfd watched{.fd = end.get(), .events = POLLIN, .revents = 0};
+    poll(&watched, 1, 20);
+    std::string bytes(1024, '\0');
+    const ssize_t size = read(end.get(), bytes.data(), bytes.size());
+    bytes.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+    return bytes;
   }
   /// What the report says, by result, and whether it is so.
   [[nodiscard]] std::map<std::string, int> Judged() const {
@@ -81,11 +108,11 @@ class LostConnection : public LabPeloractl {
 };
 
 TEST_F(LostConnection, IsMadeAnewAndWhatWasUnderWayIsUnknownUntilItIsRetried) {
-  auto relay = std::make_unique<TcpRelay>(ldap::kDirectoryPort);
+  TcpRelay relay(ldap::kDirectoryPort);
   const std::string table = Table();
-  const ProgramRun run = Apply(table, relay, [&] { relay->Cut(); });
-  EXPECT_EQ(run.code, 1) << run.errors;
-  EXPECT_EQ(relay->connections(), 2);
+  const ProgramRun run = Apply(table, relay, [&] { relay.CutAtNextAnswer(); });
+  ASSERT_EQ(run.code, 1) << run.errors;
+  EXPECT_EQ(relay.connections(), 2);
   const std::map<std::string, int> counts = Judged();
   ASSERT_EQ(counts.size(), 2U) << ::testing::PrintToString(counts);
   EXPECT_GT(counts.at("unknown"), 0);
@@ -102,10 +129,10 @@ TEST_F(LostConnection, IsMadeAnewAndWhatWasUnderWayIsUnknownUntilItIsRetried) {
 }
 
 TEST_F(LostConnection, EndsTheRunWhenThereIsNoOtherAndARetryDoesTheRest) {
-  auto relay = std::make_unique<TcpRelay>(ldap::kDirectoryPort);
+  TcpRelay relay(ldap::kDirectoryPort);
   const std::string table = Table();
-  const ProgramRun run = Apply(table, relay, [&] { relay.reset(); });
-  EXPECT_EQ(run.code, 1) << run.errors;
+  const ProgramRun run = Apply(table, relay, [&] { relay.GoAtNextAnswer(); });
+  ASSERT_EQ(run.code, 1) << run.errors;
   std::map<std::string, int> counts = Judged();
   SCOPED_TRACE(::testing::PrintToString(counts));
   EXPECT_GT(counts["unknown"], 0);

@@ -66,6 +66,7 @@ struct Orders {
   bool cut = false;
   bool cut_at_request = false;
   bool cut_at_answer = false;
+  bool go_at_answer = false;
   bool hold_requests = false;
   std::optional<std::size_t> bytes_left;
 };
@@ -217,6 +218,7 @@ class TcpRelay::Worker {
     std::string bytes = Receive(connection.server, connection.is_over);
     if (connection.has_asked && std::exchange(orders_.cut_at_answer, false)) {
       connection.is_over = true;
+      if (std::exchange(orders_.go_at_answer, false)) listener_ = FileDescriptor();
       return;
     }
     if (orders_.bytes_left) {
@@ -279,6 +281,10 @@ void TcpRelay::CutAtNextRequest() {
 
 void TcpRelay::CutAtNextAnswer() {
   worker_->Order([](Orders& orders) { orders.cut_at_answer = true; });
+}
+
+void TcpRelay::GoAtNextAnswer() {
+  worker_->Order([](Orders& orders) { orders.cut_at_answer = orders.go_at_answer = true; });
 }
 
 void TcpRelay::HoldAnswersAfter(std::size_t bytes) {

@@ -30,8 +30,11 @@ class TcpRelay {
   void Cut();
   /// Ends the connection on which the next request comes, which the server does not get.
   void CutAtNextRequest();
-  /// Passes on the next request and ends the connection when the server answers it.
+  /// Passes on requests until the server says something, which is kept back, and ends the
+  /// connection then.
   void CutAtNextAnswer();
+  /// The same, and no other connection is taken from then on.
+  void GoAtNextAnswer();
   /// Passes on so many bytes of what the server says from now on, and nothing after them. Zero
   /// bytes: nothing more comes back.
   void HoldAnswersAfter(std::size_t bytes);
