@@ -52,7 +52,8 @@ build windows
 start windows-suites tests/windows/run_wine_suites.sh
 build asan
 finish
-start asan-suites ctest --preset asan -j "$(nproc)"
+# Half as many again as there are processors: some suites wait for servers.
+start asan-suites ctest --preset asan -j "$(($(nproc) * 3 / 2))"
 build native
 ctest --preset native -j "$(nproc)" || failed=1
 finish
