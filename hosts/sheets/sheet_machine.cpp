@@ -70,21 +70,24 @@ bool SheetMachine::ApplyAll() {
 
 bool SheetMachine::ApplyShownPages() {
   const ScopedFlag applying(is_applying_);
-  for (std::size_t page = 0; page < pages_.Count(); ++page) {
-    if (!pages_.WasShown(page) || ApplyPage(page)) continue;
-    // It took its own mark back or left it; those before it are to be applied again.
-    if (commit) TakeUpUnsavedEdits(page);
-    return false;
-  }
-  if (!commit) return true;
   try {
-    return CommitAll();
+    return ApplyAndCommit();
   } catch (...) {
     // Nobody knows how far it came: what was to be written can be written once more.
     TakeUpUnsavedEdits(marks_.size());
     view_.UpdateButtons();
     throw;
   }
+}
+
+bool SheetMachine::ApplyAndCommit() {
+  for (std::size_t page = 0; page < pages_.Count(); ++page) {
+    if (!pages_.WasShown(page) || ApplyPage(page)) continue;
+    // It took its own mark back or left it; those before it are to be applied again.
+    if (commit) TakeUpUnsavedEdits(page);
+    return false;
+  }
+  return !commit || CommitAll();
 }
 
 bool SheetMachine::ApplyPage(std::size_t page) {

@@ -91,6 +91,7 @@ class SheetMachine {
   void Activate(std::size_t page);
   [[nodiscard]] bool ApplyAll();
   [[nodiscard]] bool ApplyShownPages();
+  [[nodiscard]] bool ApplyAndCommit();
   [[nodiscard]] bool ApplyPage(std::size_t page);
   /// Whether what the pages wrote is where it belongs.
   [[nodiscard]] bool CommitAll();

@@ -2,6 +2,7 @@
 // What somebody wrote into the directory is text in every window, whatever it looks like.
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
 #include <QLabel>
 #include <QMessageBox>
 #include <QProxyStyle>
@@ -210,12 +211,17 @@ TEST(PlainTexts, OfABoxCanBeCopied) {
   QMessageBox box;
   box.setStyle(&style);
   console::SetPlainTexts(box, QStringLiteral("What is wrong"), QStringLiteral("and why\nit is so"));
+  box.setDetailedText(QStringLiteral("Code: 1\nObject: CN=x"));
   box.show();
   const auto part = [&box](const char* name) -> QWidget& {
     return *box.findChild<QLabel*>(QLatin1String(name));
   };
   EXPECT_EQ(Copied(part("qt_msgbox_label")), "What is wrong");
   EXPECT_EQ(Copied(part("qt_msgbox_informativelabel")), "and why\nit is so");
+  for (QAbstractButton* button : box.buttons()) {
+    if (box.buttonRole(button) == QMessageBox::ActionRole) button->click();
+  }
+  EXPECT_EQ(Copied(box), "Code: 1\nObject: CN=x");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,6 +37,7 @@ class PageController final : public IDialogController {
     log_.push_back("apply " + name_);
     // A page takes its mark back before it writes.
     dialog_->SetPageModified(false);
+    if (runs_out_of_memory) throw std::bad_alloc();
     return apply_answer;
   }
   void OnDestroy() override { dialog_ = nullptr; }
@@ -44,6 +46,7 @@ class PageController final : public IDialogController {
   void TakeBack() { dialog_->SetPageModified(false); }
 
   std::int32_t apply_answer = kPageApplied;
+  bool runs_out_of_memory = false;
 
  private:
   std::vector<std::string>& log_;
@@ -114,6 +117,21 @@ TEST_F(SheetMachineTest, OkDoesNotCloseOverACommitThatFails) {
   EXPECT_FALSE(sheet.Ok());
   failing.reset();
   EXPECT_TRUE(sheet.Ok());
+}
+
+TEST_F(SheetMachineTest, WhereMemoryRunsOutInAPageAllHaveTheirChangesStill) {
+  first.Edit();
+  second.Edit();
+  second.runs_out_of_memory = true;
+  EXPECT_THROW(sheet.Apply(), std::bad_alloc);
+  EXPECT_THAT(log, ElementsAre("apply first", "apply second"));
+  EXPECT_TRUE(sheet.IsApplyEnabled());
+  EXPECT_TRUE(sheet.machine().HasUnsavedEdits());
+  log.clear();
+  second.runs_out_of_memory = false;
+  EXPECT_TRUE(sheet.Apply());
+  EXPECT_THAT(log, ElementsAre("apply first", "apply second", "commit"));
+  EXPECT_FALSE(sheet.machine().HasUnsavedEdits());
 }
 
 TEST_F(SheetMachineTest, APageBeforeOneThatDoesNotApplyHasItsChangesStill) {

@@ -50,7 +50,9 @@ QtPropertySheet* SheetWindows::Raise(std::span<const session::DirectoryObject> s
 void SheetWindows::Show(std::unique_ptr<QtPropertySheet> sheet,
                         std::span<const session::DirectoryObject> selection) {
   windows_.removeIf([](const Window& window) { return window.sheet.isNull(); });
-  QtPropertySheet* shown = sheet.release();
+  // Until it is shown whoever gave it away owns it: where memory runs out it goes before what it
+  // works with.
+  QtPropertySheet* const shown = sheet.get();
   windows_.append({.names = NamesOf(selection), .sheet = shown});
   const std::vector<session::DirectoryObject> objects(selection.begin(), selection.end());
   QObject::connect(shown, &QDialog::finished, shown, [this, shown, objects] {
@@ -59,6 +61,7 @@ void SheetWindows::Show(std::unique_ptr<QtPropertySheet> sheet,
     shown->deleteLater();
   });
   places_.Recall(*shown, selection);
+  (void)sheet.release();
   shown->show();
   PutBeside(*shown, Open());
 }
