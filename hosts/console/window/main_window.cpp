@@ -114,6 +114,7 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   const session::DirectorySession& open = *directory_->session;
   pane_->ShowDirectory(std::move(base), open.open_another, &directory_->fields);
   RecallContainer();
+  ShowWho();
   return true;
 }
 
