@@ -114,6 +114,7 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   ShowWho();
   pane_->ShowDirectory(std::move(base), directory_->session->open_another, &directory_->fields);
   RecallContainer();
+  ShowWho();
   return true;
 }
 
