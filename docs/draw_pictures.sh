@@ -13,7 +13,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # The build in which ./test.sh runs these suites.
 build=build/asan
 kept=$build/screenshots
-suites=(ui_tabs ui_console_features ui_choosers ui_new_object ui_writing ui_fields)
+suites=(ui_console_window ui_tabs ui_console_features ui_choosers ui_new_object ui_writing ui_fields)
 
 # Picture of the handbook, and the picture that a test of the console's looks keeps.
 pictures=(
@@ -50,6 +50,20 @@ pictures=(
   dark state-dark
   right-to-left state-right-to-left
   commands commands
+  finding finding-list
+  finding-view finding-view
+  columns columns
+  rename rename-light
+  move life-move
+  delete life-delete
+  delete-unit life-delete-unit
+  members own-members
+  member-of own-member-of
+  reset-password reset-password
+  attributes attributes
+  attribute attribute
+  patterns patterns
+  new-like new-like
   choosing chooser_users_and_groups
   choosing-computer chooser_computer
   choosing-container chooser_container_tree

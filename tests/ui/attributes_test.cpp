@@ -8,6 +8,7 @@
 #include <QTreeView>
 
 #include "hosts/console/window/main_window.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/writing_sheet.h"
 
 namespace pelora::test {
@@ -104,6 +105,7 @@ TEST_F(Attributes, AListIsEditedInLinesAndTakenBack) {
     EXPECT_THAT(HintIn(window), HasSubstr("twice"));
     EXPECT_FALSE(WriteButton(window).isEnabled());
     TypeText(window, "eins@x.example\nzwei@x.example\n");
+    KeepPicture(window, "attribute");
     WriteButton(window).click();
   });
   EXPECT_THAT(Difference(before, SearchEntry(file(), kBirgit)),
@@ -116,6 +118,7 @@ TEST_F(Attributes, AListIsEditedInLinesAndTakenBack) {
 
 TEST_F(Attributes, WhatCannotBeEditedSaysWhy) {
   GoTo("objectClass");
+  KeepPicture(Shown(), "attributes");
   EXPECT_THAT(Note(), HasSubstr("objectClass cannot be edited here. It is set when"));
   EXPECT_FALSE(EditButton().isEnabled());
   GoTo("peloraUserServer");

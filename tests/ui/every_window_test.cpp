@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What holds for every window of the console, on a screen of 640 by 450: nothing is off the screen,
 // every text shows whole, every control can be reached, with the mouse and without, and has a name.
-// Pictures of two dots
-// for each are kept for people to look at.
+// Pictures of two dots for each are kept for people to look at.
 #include "tests/ui/every_window.h"
 
 #include <gmock/gmock.h>
@@ -56,9 +55,9 @@ class EveryWindow : public ConsoleTest {
     ForEveryWindow(*this, modal_scripts(), [&](QWidget& window, const std::string& name) {
       ++count;
       EXPECT_EQ(window.devicePixelRatio(), 2);
-      if (is_kept(name)) KeepPicture(window, "small-" + name + ending);
       EXPECT_THAT(OutOfReach(window), ::testing::IsEmpty());
       EXPECT_THAT(FaultsOfTexts(window), ::testing::IsEmpty());
+      if (is_kept(name)) KeepPicture(window, "small-" + name + ending);
     });
     EXPECT_GE(count, 50);
   }

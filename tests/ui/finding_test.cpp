@@ -17,6 +17,7 @@
 #include "hosts/console/finding/column_dialog.h"
 #include "hosts/console/window/object_icons.h"
 #include "resources/resource.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/window_test.h"
 
 namespace pelora::test {
@@ -109,6 +110,7 @@ TEST_F(Finding, TakesAPastedListOfUsersOfDifferentUnits) {
   EXPECT_THAT(Names(), UnorderedElementsAre("Jürgen Weißflog", "Birgit Krämer", "Helga Önder",
                                             "Meyer, Anna", "Frank Seidel"));
   EXPECT_THAT(StatusTexts(), HasSubstr("1 not found: nobody@example.org"));
+  KeepPicture(window(), "finding-list");
   Press(Qt::Key_Down);
   Press(Qt::Key_A, Qt::ControlModifier);
   EXPECT_THAT(window().Selection(), SizeIs(5));
@@ -135,6 +137,7 @@ TEST_F(Finding, KnowsWhoIsOver500AndSortsByNumber) {
   std::vector<int> numbers;
   for (const std::string& text : Column(hard)) numbers.push_back(std::stoi(text));
   EXPECT_TRUE(std::ranges::is_sorted(numbers)) << ::testing::PrintToString(numbers);
+  KeepPicture(window(), "finding-view");
   EXPECT_THAT(numbers, Contains(5000));
   EXPECT_THAT(numbers, Contains(700));
   Answer("1000");

@@ -14,6 +14,7 @@
 #include <QToolTip>
 
 #include "hosts/console/finding/column_dialog.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/window_test.h"
 
 namespace pelora::test {
@@ -143,6 +144,9 @@ class ColumnUser {
     QTest::keyClicks(&width, QString::fromLatin1(characters));
   }
   void Accept() { QTest::keyClick(&dialog_, Qt::Key_Return); }
+  [[nodiscard]] std::string First() const {
+    return ToUtf8(list_.item(0)->data(Qt::UserRole).toString());
+  }
 
  private:
   void Click(Qt::Key letter, const QString& text) {
@@ -176,6 +180,8 @@ TEST_F(ListKeyboard, ColumnsAreChosenOrderedAndSizedWithoutAMouse) {
     user.Toggle();
     user.MakeWide("50");
     user.MoveDown();
+    EXPECT_EQ(user.First(), "name") << "before the others, here too";
+    KeepPicture(dialog, "columns");
     user.Accept();
   });
   pane().ChooseColumns();

@@ -12,6 +12,7 @@
 #include "hosts/console/new_object/new_object_wizard.h"
 #include "hosts/session/distinguished_name.h"
 #include "resources/resource.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/window_test.h"
 
 namespace pelora::test {
@@ -152,6 +153,7 @@ TEST_F(NewLike, AUserTakesOverWhatSeveralMayShareAndTheSummarySaysAllOfIt) {
                       EndsWith("\n\nAs Jürgen Weißflog has it:\n"
                                "Use user quota: yes\nWarning at: 4000\nSoft limit: 4500\n"
                                "Hard limit: 5000\narchiver: archive01;archive02\nimap: enabled")));
+    KeepPicture(wizard.wizard(), "new-like");
     wizard.Finish();
   });
   const EntryLines stored =
@@ -356,6 +358,7 @@ TEST_F(NewLike, WhatIsNoPatternIsNotKept) {
       address.setText(QStringLiteral("{logon}@linden-werke.example"));
       EXPECT_TRUE(keep.isEnabled());
       EXPECT_EQ(ToUtf8(said.text()), "Ada Meyer gets: ada.meyer  ada.meyer@linden-werke.example");
+      KeepPicture(dialog, "patterns");
       dynamic_cast<QDialog&>(dialog).reject();
     });
     wizard.ClickOwn("own_patterns");

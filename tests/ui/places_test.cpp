@@ -15,6 +15,7 @@
 #include "hosts/console/life/object_drag.h"
 #include "hosts/console/window/main_window.h"
 #include "hosts/ldap/object_name.h"
+#include "tests/ui/keep_picture.h"
 #include "tests/ui/writing_sheet.h"
 
 namespace pelora::test {
@@ -232,6 +233,7 @@ TEST_F(PlacesWindow, SeveralUsersMoveByTheDialogAndGoBack) {
     choose("IT");
     GoOn([](QWidget& question) {
       EXPECT_EQ(ToUtf8(Part<QLabel>(question, "place_text").text()), "Move 2 objects to IT?");
+      KeepPicture(question, "life-move");
     });
     QTest::keyClick(&containers, Qt::Key_Return);
   });
@@ -272,6 +274,7 @@ TEST_F(PlacesWindow, ADeletionSaysWhatRefersToTheObjectAndThatItIsForGood) {
     EXPECT_THAT(RowsOf(Part<QTableView>(window, "place_references")),
                 Contains(HasSubstr("Vertrieb Alle|Members|")));
     EXPECT_FALSE(Part<QPushButton>(window, "place_go_on").isDefault()) << "Enter deletes nothing";
+    KeepPicture(window, "life-delete");
   });
   Press(Qt::Key_Delete);
   EXPECT_EQ(modal_scripts().waiting(), 0U);
@@ -298,6 +301,7 @@ TEST_F(PlacesWindow, AUnitThatIsNotEmptyWantsItsNameTyped) {
     auto& go_on = Part<QPushButton>(window, "place_go_on");
     EXPECT_TRUE(typed.hasFocus());
     EXPECT_FALSE(go_on.isEnabled());
+    KeepPicture(window, "life-delete-unit");
     QTest::keyClick(&typed, Qt::Key_Return);
     EXPECT_TRUE(window.isVisible());
     typed.insert(QStringLiteral("Räume und"));

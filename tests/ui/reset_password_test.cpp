@@ -81,6 +81,7 @@ TEST_F(ResetPassword, WaitsForTwoThatMatchAndStaysWithTheDirectorysReason) {
     EXPECT_THAT(dialog.Hint(), HasSubstr("must match"));
     dialog.Type("new_password_again", "Linden-203");
     EXPECT_FALSE(dialog.Ok().isEnabled());
+    KeepPicture(window, "reset-password");
     dialog.TypeTwice("Linden-2031");
     EXPECT_EQ(dialog.Hint(), "");
     EXPECT_TRUE(dialog.Ok().isEnabled());
@@ -88,7 +89,6 @@ TEST_F(ResetPassword, WaitsForTwoThatMatchAndStaysWithTheDirectorysReason) {
     // A file has no passwords.
     EXPECT_THAT(dialog.Hint(), HasSubstr("does not take this password"));
     EXPECT_TRUE(window.isVisible());
-    KeepPicture(window, "reset-password");
     dialog.Cancel();
   });
   open.user().Click(IDC_OWN_RESET_PASSWORD);

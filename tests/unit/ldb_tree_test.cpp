@@ -192,7 +192,7 @@ TEST_F(LdbTreeTest, WhatSomebodyElseDeletesMeanwhileHoldsUpNothingButTheObjectIt
     return remove(dn);
   };
   const std::size_t count = NamesBelow(kWorks).size();
-  const StoreStatus status = RemoveBottomUp(*store_, kWorks, twice);
+  const StoreStatus status = RemoveBottomUp(kWorks, SearchIn(*store_), twice);
   EXPECT_EQ(status.code, kLdapNoSuchObject);
   EXPECT_THAT(status.text, HasSubstr("8 of 9 objects were deleted before: "));
   EXPECT_THAT(gone, SizeIs(count));

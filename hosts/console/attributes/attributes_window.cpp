@@ -2,6 +2,7 @@
 #include "hosts/console/attributes/attributes_window.h"
 
 #include <QClipboard>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QGuiApplication>
 #include <QInputDialog>
@@ -24,6 +25,7 @@ namespace pelora::console {
 namespace {
 
 constexpr QSize kWantedSize(680, 520);
+constexpr int kNameCharacters = 40;
 
 }  // namespace
 
@@ -112,6 +114,11 @@ void AttributesWindow::SetAnother() {
   dialog.setWindowTitle(QStringLiteral("Set Another Attribute"));
   dialog.setLabelText(QStringLiteral("&Attribute that is not set:"));
   dialog.setComboBoxItems(names);
+  // However long a name is, it widens no window.
+  for (QComboBox* const list : dialog.findChildren<QComboBox*>()) {
+    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    list->setMinimumContentsLength(kNameCharacters);
+  }
   if (!names.isEmpty() && RunModal(dialog) == QDialog::Accepted) {
     EditOne(ToUtf8(dialog.textValue()));
   }
