@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "hosts/ldap/file_descriptor.h"
+#include "tests/lab/message_count.h"
 
 namespace pelora::lab {
 namespace {
@@ -56,6 +57,7 @@ struct Connection {
   FileDescriptor server;
   std::deque<Parcel> to_server;
   std::deque<Parcel> to_program;
+  MessageCount requests;
   bool has_asked = false;
   bool is_over = false;
 };
@@ -106,6 +108,10 @@ class TcpRelay::Worker {
   [[nodiscard]] int connections() const {
     const std::lock_guard lock(mutex_);
     return accepted_;
+  }
+  [[nodiscard]] Traffic traffic() const {
+    const std::lock_guard lock(mutex_);
+    return traffic_;
   }
   template <class Change>
   void Order(Change change) {
@@ -210,6 +216,10 @@ class TcpRelay::Worker {
   void TakeRequest(Connection& connection) {
     std::string bytes = Receive(connection.program, connection.is_over);
     connection.has_asked = true;
+    const std::size_t before = connection.requests.messages();
+    connection.requests.Take(bytes);
+    traffic_.requests += connection.requests.messages() - before;
+    traffic_.bytes_to_server += bytes.size();
     if (std::exchange(orders_.cut_at_request, false)) connection.is_over = true;
     connection.to_server.push_back({Clock::now() + orders_.delay / 2, std::move(bytes)});
   }
@@ -225,6 +235,7 @@ class TcpRelay::Worker {
       bytes.resize(std::min(bytes.size(), *orders_.bytes_left));
       *orders_.bytes_left -= bytes.size();
     }
+    traffic_.bytes_to_program += bytes.size();
     connection.to_program.push_back({Clock::now() + orders_.delay / 2, std::move(bytes)});
   }
 
@@ -253,6 +264,7 @@ class TcpRelay::Worker {
   mutable std::mutex mutex_;
   Orders orders_;
   int accepted_ = 0;
+  Traffic traffic_;
   bool is_over_ = false;
   std::list<Connection> connections_;
   std::thread thread_;
@@ -263,6 +275,8 @@ TcpRelay::TcpRelay(std::uint16_t port) : worker_(std::make_unique<Worker>(port))
 TcpRelay::~TcpRelay() = default;
 
 std::uint16_t TcpRelay::port() const { return worker_->port(); }
+
+TcpRelay::Traffic TcpRelay::traffic() const { return worker_->traffic(); }
 
 int TcpRelay::connections() const { return worker_->connections(); }
 
