@@ -23,6 +23,7 @@
 #include "hosts/ldap/ldif_reader.h"
 #include "hosts/ldap/modify_rules.h"
 #include "hosts/ldap/new_entry.h"
+#include "hosts/ldap/tdb_file.h"
 
 namespace pelora::ldap {
 namespace {
@@ -83,26 +84,30 @@ StoreStatus ReadContent(const LdbConnection& connection, std::string_view ldif, 
   return {};
 }
 
+StoreStatus SystemFailure(int error) {
+  return {error == EEXIST ? kLdapAlreadyExists : kLdapServerDown,
+          std::generic_category().message(error)};
+}
+
 StoreStatus WriteContent(const std::string& path, const Content& content) {
+  if (MakeTdbFile(path, content.entries.size()) == nullptr) return SystemFailure(errno);
   std::unique_ptr<LdbConnection> connection;
   StoreStatus status = LdbConnection::Open(path, LdbConnection::Mode::kNew, connection);
   if (!status.Ok()) return status;
   LdbTransaction transaction(*connection);
   status = transaction.Begin();
-  for (const Entry& record : {MakeOptionsRecord(), MakeAttributesRecord(content.schema),
-                              MakeIndexRecord(), MakeRootRecord(content.base)}) {
+  for (const Entry& record :
+       {MakeOptionsRecord(), MakeAttributesRecord(content.schema), MakeRootRecord(content.base)}) {
     if (status.Ok()) status = connection->Add(record);
   }
   for (const LdifEntry& entry : content.entries) {
     if (!status.Ok()) return status;
     status = AtEntry(connection->Add(entry.entry), entry);
   }
+  // In the end, for all of them at once: an entry that is added to an index copies the whole list
+  // of those that lie in its container.
+  if (status.Ok()) status = connection->Add(MakeIndexRecord());
   return status.Ok() ? transaction.Commit() : status;
-}
-
-StoreStatus SystemFailure(int error) {
-  return {error == EEXIST ? kLdapAlreadyExists : kLdapServerDown,
-          std::generic_category().message(error)};
 }
 
 /// Removes its file unless that got its final name.

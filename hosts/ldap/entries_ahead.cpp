@@ -25,12 +25,12 @@ void EntriesAhead::Read(const Reading& reading) {
 std::vector<ReadEntry> EntriesAhead::Take(std::span<const std::string> dns,
                                           std::span<const std::string> attributes) {
   const std::lock_guard alone(mutex_);
-  std::vector<ReadEntry> read = std::exchange(read_, {});
   const bool is_expected =
       std::ranges::equal(dns, dns_) && std::ranges::equal(attributes, attributes_);
+  // Whoever asks for something else meanwhile asks the directory.
+  if (!is_expected) return {};
   dns_.clear();
-  if (!is_expected) read.clear();
-  return read;
+  return std::exchange(read_, {});
 }
 
 }  // namespace pelora::ldap

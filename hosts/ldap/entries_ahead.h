@@ -25,12 +25,13 @@ class EntriesAhead {
                                             std::span<const std::string> attributes,
                                             std::vector<ReadEntry>& read)>;
 
-  /// These will be asked for. Nothing else is, from now on.
+  /// These will be asked for, though other things may be before. Nothing else is expected from now
+  /// on.
   void Expect(std::span<const std::string> dns, std::span<const std::string> attributes);
   /// Reads what is expected and has not been read. When that fails, whoever asks for it learns why.
   void Read(const Reading& reading);
-  /// What has been read of the first of these; empty when they are not what was expected, or there
-  /// was no time. Waits for a reading that is under way. Nothing is expected any more.
+  /// What has been read of the first of these, when they are what was expected: nothing is from now
+  /// on. Empty when there was no time, and of anything else. Waits for a reading that is under way.
   [[nodiscard]] std::vector<ReadEntry> Take(std::span<const std::string> dns,
                                             std::span<const std::string> attributes);
   void Clear() { Expect({}, {}); }

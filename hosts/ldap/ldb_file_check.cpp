@@ -1,34 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/ldb_file_check.h"
 
-#include <fcntl.h>
-#include <tdb.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <memory>
 #include <string_view>
 
 #include "hosts/ldap/ldap_status.h"
-#include "hosts/ldap/ldb_library.h"
 #include "hosts/ldap/ldb_schema.h"
+#include "hosts/ldap/tdb_file.h"
 
 namespace pelora::ldap {
 namespace {
 
 constexpr std::string_view kMagic = "TDB file\n";
-
-struct TdbClose {
-  void operator()(tdb_context* database) const {
-    const auto alone = LockLdbLibrary();
-    tdb_close(database);
-  }
-};
-using TdbPtr = std::unique_ptr<tdb_context, TdbClose>;
-
-/// The library would tell the world; what is wrong is said here in one line instead.
-extern "C" void DropTdbMessage(tdb_context*, tdb_debug_level, const char*, ...) {}
 
 StoreStatus Refuse(const std::string& path, std::string_view reason) {
   return {kLdapServerDown, "cannot open the directory '" + path + "': " + std::string(reason)};
@@ -39,13 +25,6 @@ bool HasMagic(int file) {
   const ssize_t count = pread(file, start.data(), start.size(), 0);
   return count == static_cast<ssize_t>(start.size()) &&
          std::string_view(start.data(), start.size()) == kMagic;
-}
-
-TdbPtr OpenTdb(const LdbFileLock& lock) {
-  const tdb_logging_context quiet{.log_fn = DropTdbMessage, .log_private = nullptr};
-  const auto alone = LockLdbLibrary();
-  return TdbPtr(tdb_open_ex(lock.LibraryPath().c_str(), 0, TDB_DEFAULT, O_RDWR | O_CLOEXEC, 0,
-                            &quiet, nullptr));
 }
 
 bool HasRecord(tdb_context* database, std::string_view name) {
@@ -69,7 +48,7 @@ StoreStatus CheckLdbFile(const std::string& path, const LdbFileLock& lock) {
   LdbFileLock::Hold hold;
   StoreStatus status = lock.Acquire(LdbFileLock::Purpose::kOpen, hold);
   if (!status.Ok()) return status;
-  const TdbPtr database = OpenTdb(lock);
+  const TdbPtr database = OpenTdbFile(lock.LibraryPath());
   if (database == nullptr && errno == EBUSY) return {};
   if (database == nullptr || tdb_check(database.get(), nullptr, nullptr) != 0) {
     return Refuse(path, "the file is damaged");

@@ -17,8 +17,10 @@ namespace {
 /// libldb knows these by itself.
 constexpr auto kBuiltIn = std::to_array<std::string_view>({"objectClass", "distinguishedName"});
 
+/// What single objects are searched for by. The list of those that have a value is written anew
+/// with each object that gets it: what thousands have alike (a class, an account) would make each
+/// new one dearer than the one before, and is found as quickly by looking at all of them.
 constexpr auto kIndexed = std::to_array<const char*>({
-    "objectClass",
     "cn",
     "ou",
     "name",
@@ -26,8 +28,8 @@ constexpr auto kIndexed = std::to_array<const char*>({
     "sAMAccountName",
     "userPrincipalName",
     "mail",
-    "lDAPDisplayName",
-    "peloraAccount",
+    "otherMailbox",
+    "member",
 });
 
 /// Absent is fine; present, it has to be a number.

@@ -165,6 +165,7 @@ StoreStatus LdbStore::ReadTogether(std::span<const std::string> dns,
 
 StoreStatus LdbStore::ReadMany(std::span<const std::string> dns,
                                std::span<const std::string> attributes, const ReadSink& sink) {
+  if (dns.empty()) return {};
   std::vector<ReadEntry> ahead = ahead_.Take(dns, attributes);
   for (ReadEntry& one : ahead) {
     if (!sink(std::move(one.status), std::move(one.entry))) return {};

@@ -10,9 +10,9 @@ namespace pelora::ldap {
 /// them: while the next changes are worked out, it reads what they will be worked out from.
 class IReadsAhead {
  public:
-  /// The next `ReadMany` within the same `ModifyManyStrictly` will be about these, and may be
-  /// answered with what they were at some moment between now and then. What was announced before is
-  /// not expected any more.
+  /// A `ReadMany` within the same `ModifyManyStrictly` will be about these, and may be answered
+  /// with what they were at some moment between now and then. Others may come before it. What was
+  /// announced before is not expected any more.
   virtual void Expect(std::span<const std::string> dns,
                       std::span<const std::string> attributes) = 0;
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <functional>
 #include <stdexcept>
@@ -42,6 +43,14 @@ struct Pair {
   return {MedianOf(std::move(firsts)), MedianOf(std::move(seconds))};
 }
 
+/// What a program and a tool took beside their time, when they were run once more for it: what
+/// cannot be said of one of them is zero in both.
+struct Counts {
+  std::size_t requests = 0;
+  std::size_t bytes = 0;
+  std::size_t allocations = 0;
+};
+
 /// What was measured, one line each, printed as it comes.
 class BenchTable {
  public:
@@ -63,6 +72,12 @@ class BenchTable {
                 against.c_str(), theirs, unit, ours / theirs);
     std::fflush(stdout);
   }
+  /// What the last line's two took beside their time; against nothing where `theirs` is none.
+  void AddCounts(const Counts& ours, const Counts& theirs) {
+    AddCount("requests", ours.requests, theirs.requests);
+    AddCount("bytes", ours.bytes, theirs.bytes);
+    AddCount("allocations", ours.allocations, theirs.allocations);
+  }
   /// A line in words.
   void Explain(const std::string& text) {
     std::printf("    %s\n", text.c_str());
@@ -71,12 +86,24 @@ class BenchTable {
   [[nodiscard]] bool AllHold() const { return all_hold_; }
 
  private:
+  static void AddCount(const char* what, std::size_t ours, std::size_t theirs) {
+    if (ours == 0) return;
+    std::printf("    %-32s %8zu     ", what, ours);
+    if (theirs > 0) {
+      std::printf("%-30s %8zu     %5.2f", "", theirs,
+                  static_cast<double>(ours) / static_cast<double>(theirs));
+    }
+    std::printf("\n");
+    std::fflush(stdout);
+  }
+
   bool all_hold_ = true;
 };
 
 /// How one of the LDAP tools is called.
-[[nodiscard]] inline std::string Tool(const std::string& name) {
-  return name + " -N -Q -Y GSSAPI -H ldap://" + Server() + " ";
+[[nodiscard]] inline std::string Tool(const std::string& name,
+                                      const std::string& server = Server()) {
+  return name + " -N -Q -Y GSSAPI -H ldap://" + server + " ";
 }
 
 inline void RunTool(const std::string& command) {

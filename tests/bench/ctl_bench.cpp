@@ -17,6 +17,8 @@
 #include "hosts/ldap/sample_company.h"
 #include "tests/bench/bench_table.h"
 #include "tests/bench/child_usage.h"
+#include "tests/bench/counted_run.h"
+#include "tests/bench/server_clock.h"
 #include "tests/lab/tcp_relay.h"
 
 namespace pelora::lab {
@@ -27,6 +29,8 @@ constexpr std::uint16_t kDirectoryPort = 389;
 constexpr int kUsersOfFile = 10'000;
 constexpr int kRowsOfLargeTable = 100'000;
 constexpr int kRoundsOfApply = 5;
+/// Of what stands in the table to compare.
+constexpr double kNoLimit = 0;
 
 /// What the columns of the list need, and what the rules of the check look at.
 constexpr const char* kListed =
@@ -79,6 +83,12 @@ class Runs {
     seconds_.push_back(usage.seconds);
     cpu_.push_back(usage.cpu_seconds);
   }
+  /// The same of a command for the shell, and of the server's processor time.
+  void DoBesideServer(const std::string& command) {
+    const double before = ServerSeconds();
+    seconds_.push_back(SecondsOf([&command] { RunTool(command); }));
+    cpu_.push_back(ServerSeconds() - before);
+  }
   [[nodiscard]] double Seconds() const { return MedianOf(seconds_); }
   [[nodiscard]] double Cpu() const { return MedianOf(cpu_); }
 
@@ -102,26 +112,28 @@ class Bench {
 
   void SetFromAfar(const std::string& container, BenchTable& table) {
     TcpRelay relay(kDirectoryPort);
+    const std::string server = Server() + ":" + std::to_string(relay.port());
     relay.SetDelay(kDelay);
-    MeasureSet(container, Server() + ":" + std::to_string(relay.port()), 3,
-               "set on 1,000 users 5 ms away", 0.25, table);
+    MeasureSet(container, server, 3, "set on 1,000 users 5 ms away", 0.25, table);
+    // What the way itself takes.
+    relay.SetDelay(std::chrono::milliseconds(0));
+    MeasureSet(container, server, 3, "the same way without the delay", kNoLimit, table);
   }
 
   void List(const std::string& container, BenchTable& table) {
-    const std::string ours =
-        Program(Server()) + " list user --csv --all --base " + Quoted(container) + " > /dev/null";
-    const Pair pair = MediansOf(
-        5, [&] { RunTool(ours); }, [&] { RunTool(Search(container, kListed)); });
-    table.Add("list --csv of 10,000 users", pair.first, "ldapsearch, as many", pair.second, 1.1);
+    const Command ours = [&](const std::string& server) {
+      return Program(server) + " list user --csv --all --base " + Quoted(container) +
+             " > /dev/null";
+    };
+    Search("list --csv of 10,000 users", ours, container, kListed, 1.1, table);
   }
 
   void Check(const std::string& container, BenchTable& table) {
     // It finds things, which is an exit code of its own.
-    const std::string ours =
-        Program(Server()) + " check --base " + Quoted(container) + " > /dev/null || test $? = 1";
-    const Pair pair = MediansOf(
-        5, [&] { RunTool(ours); }, [&] { RunTool(Search(container, kChecked)); });
-    table.Add("check of 10,000 users", pair.first, "ldapsearch, as many", pair.second, 1.3);
+    const Command ours = [&](const std::string& server) {
+      return Program(server) + " check --base " + Quoted(container) + " > /dev/null || test $? = 1";
+    };
+    Search("check of 10,000 users", ours, container, kChecked, 1.3, table);
   }
 
   void Apply(BenchTable& table) {
@@ -152,6 +164,11 @@ class Bench {
     const std::string tool = "ldbmodify, as many";
     table.Add("apply of 10,000 rows on a file", ours.Seconds(), tool, theirs.Seconds(), 1.5);
     table.AddBeside("the same, CPU", ours.Cpu(), tool, theirs.Cpu());
+    anew();
+    const Counts of_ours = CountsOf(OnFile(file) + " apply " + Quoted(rows) + " > /dev/null 2>&1");
+    anew();
+    table.AddCounts(of_ours,
+                    CountsOf("ldbmodify -H " + Quoted(file) + " " + Quoted(ldif) + " > /dev/null"));
     table.AddBeside("a guarded program", mapped.Seconds(), tool, theirs.Seconds());
     table.AddBeside("the same, CPU", mapped.Cpu(), tool, theirs.Cpu());
     table.AddBeside("a guarded program, file not mapped", unmapped.Seconds(), tool,
@@ -198,9 +215,18 @@ class Bench {
   [[nodiscard]] std::string OnFile(const std::string& file) const {
     return Quoted(program_) + " --directory " + Quoted(file);
   }
-  [[nodiscard]] static std::string Search(const std::string& base, const std::string& attributes) {
-    return Tool("ldapsearch") + "-LLL -E pr=1000/noprompt -b " + Quoted(base) +
-           " '(objectClass=user)' " + attributes + " > /dev/null";
+
+  /// Measures what reads, against the tool's search for the same attributes.
+  static void Search(const std::string& what, const Command& ours, const std::string& base,
+                     const std::string& attributes, double limit, BenchTable& table) {
+    const Command theirs = [&](const std::string& server) {
+      return Tool("ldapsearch", server) + "-LLL -E pr=1000/noprompt -b " + Quoted(base) +
+             " '(objectClass=user)' " + attributes + " > /dev/null";
+    };
+    const Pair pair = MediansOf(
+        5, [&] { RunTool(ours(Server())); }, [&] { RunTool(theirs(Server())); });
+    table.Add(what, pair.first, "ldapsearch, as many", pair.second, limit);
+    table.AddCounts(CountsOf(ours), CountsOf(theirs));
   }
 
   void MeasureSet(const std::string& container, const std::string& server, int rounds,
@@ -208,23 +234,37 @@ class Bench {
     const std::string ldif = folder_ + "/set.ldif";
     const std::string objects = " set --class user --base " + Quoted(container) + " ";
     int limit_of_quota = 1000;
-    std::vector<double> ours;
-    std::vector<double> theirs;
+    const auto set = [&](const std::string& at) {
+      return Program(at) + objects + "peloraQuotaHard=" + std::to_string(++limit_of_quota) +
+             " --quiet > /dev/null";
+    };
+    // As many other changes, for the tool.
+    const auto write_ldif = [&] {
+      RunTool(Program(Server()) + objects + "peloraQuotaHard=" + std::to_string(++limit_of_quota) +
+              " --dry-run > " + Quoted(ldif) + " 2> /dev/null");
+    };
+    const Command modify = [&](const std::string& at) {
+      return Tool("ldapmodify", at) + "-f " + Quoted(ldif) + " > /dev/null";
+    };
+    Runs ours;
+    Runs theirs;
     RunTool(Program(Server()) + objects + "peloraQuotaOverride=yes peloraQuotaHard=999 --quiet" +
             " > /dev/null");
     for (int round = 0; round < rounds; ++round) {
-      const std::string wish = "peloraQuotaHard=" + std::to_string(++limit_of_quota);
-      ours.push_back(
-          SecondsOf([&] { RunTool(Program(server) + objects + wish + " --quiet > /dev/null"); }));
-      const std::string next = "peloraQuotaHard=" + std::to_string(++limit_of_quota);
-      RunTool(Program(Server()) + objects + next + " --dry-run > " + Quoted(ldif) +
-              " 2> /dev/null");
-      theirs.push_back(SecondsOf([&] {
-        RunTool("ldapmodify -N -Q -Y GSSAPI -H ldap://" + server + " -f " + Quoted(ldif) +
-                " > /dev/null");
-      }));
+      ours.DoBesideServer(set(server));
+      write_ldif();
+      theirs.DoBesideServer(modify(server));
     }
-    table.Add(what, MedianOf(ours), "ldapmodify, as many", MedianOf(theirs), limit);
+    const std::string tool = "ldapmodify, as many";
+    if (limit > kNoLimit) {
+      table.Add(what, ours.Seconds(), tool, theirs.Seconds(), limit);
+    } else {
+      table.AddBeside(what, ours.Seconds(), tool, theirs.Seconds());
+    }
+    table.AddBeside("the server's processor meanwhile", ours.Cpu(), "for the tool", theirs.Cpu());
+    const Counts of_ours = CountsOf(Command(set));
+    write_ldif();
+    table.AddCounts(of_ours, CountsOf(modify));
   }
 
   /// A table that changes a limit of each user of the large file, and of others who are not there.

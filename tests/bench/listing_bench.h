@@ -9,8 +9,9 @@
 namespace pelora::lab {
 
 /// Measures how long the console's list of objects takes until it shows all that a container holds,
-/// sorted, against one search of the ldapsearch tool for the same. Needs an application.
-void MeasureListing(ldap::NetworkSession& session, const std::string& container, int rounds,
-                    BenchTable& table);
+/// sorted, against one search of the ldapsearch tool for the same, and against what a smaller
+/// container takes. Needs an application.
+void MeasureListing(ldap::NetworkSession& session, const std::string& container,
+                    const std::string& small_container, int rounds, BenchTable& table);
 
 }  // namespace pelora::lab

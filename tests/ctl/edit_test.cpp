@@ -112,6 +112,37 @@ TEST_F(EditTest, WhoChangesTheMessageAloneHasLeftTheTextAsItIs) {
   EXPECT_THAT(run.errors, HasSubstr("the text is in " + File("")));
 }
 
+TEST_F(EditTest, AScriptThatIsWrongEachTimeIsNotCalledForEver) {
+  // It would be, and fails in the end so that the test does not.
+  const std::string rounds = File("rounds");
+  const std::string script = Write("editor.sh", "echo lots >>\"$1\"\necho >>" + rounds +
+                                                    "\ntest \"$(wc -l <" + rounds + ")\" -lt 30\n");
+  const std::string before = Dump();
+  const ProgramRun run = Edit("sh " + script, {"j.weissflog"});
+  EXPECT_EQ(run.code, 1) << run.errors;
+  EXPECT_EQ(Read(rounds), std::string(10, '\n'));
+  EXPECT_THAT(run.errors, HasSubstr("the text is in " + File("")));
+  EXPECT_THAT(TextLeft(), EndsWith("lots\n"));
+  EXPECT_EQ(Dump(), before);
+}
+
+TEST_F(EditTest, APersonMayBeWrongAsOftenAsItTakes) {
+  const std::string rounds = File("rounds");
+  environment["EDITOR"] =
+      "sh " +
+      Write("editor.sh",
+            "echo >>" + rounds + "\nif test \"$(wc -l <" + rounds +
+                ")\" -lt 14; then echo lots >>\"$1\"\n"
+                "else sed -i '/^lots$/d; s/^peloraHidden: no/peloraHidden: yes/' \"$1\"; fi\n");
+  const std::string command =
+      std::string(PELORACTL) + " --directory " + File("company.ldb") + " edit h.oender";
+  // The terminal is one of the run's own.
+  const ProgramRun run = RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, environment);
+  EXPECT_EQ(run.code, 0) << run.output;
+  EXPECT_EQ(Read(rounds), std::string(14, '\n'));
+  EXPECT_EQ(Stored(kHelga, "peloraHidden"), "1");
+}
+
 TEST_F(EditTest, GivingUpEndsWithTheResultOfEachObjectAndTheSums) {
   const ProgramRun run = Edit("sed -i 's/^peloraQuotaHard: .*/peloraQuotaHard: lots/'",
                               {"j.weissflog", "nobody", "--undo-file", File("undo")});

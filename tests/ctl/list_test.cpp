@@ -59,6 +59,16 @@ TEST_F(ListTest, ColumnsAreChosen) {
   EXPECT_EQ(rows[1][2], "5000");
 }
 
+TEST_F(ListTest, AColumnIsNamedOnce) {
+  for (const char* format : {"--csv", "--json", "--quiet"}) {
+    const ProgramRun run = Ctl({"list", "user", format, "--columns", "name,MAIL,dn,mail"});
+    EXPECT_EQ(run.code, 2) << run.output;
+    EXPECT_EQ(run.output, "");
+    EXPECT_THAT(run.errors, HasSubstr("the column \"mail\" is named twice"));
+  }
+  EXPECT_EQ(Ctl({"list", "user", "--columns", "dn,name,DN"}).code, 2);
+}
+
 TEST_F(ListTest, JsonIsKeyedByColumn) {
   const ProgramRun run = Ctl({"list", "server", "--json", "--columns", "name,peloraHttpPort,mail"});
   const json first = json::parse(run.Lines().front());

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "hosts/ldap/file_descriptor.h"
+#include "tests/lab/message_count.h"
 
 namespace pelora::lab {
 namespace {
@@ -58,6 +59,7 @@ struct Connection {
   FileDescriptor server;
   std::deque<Parcel> to_server;
   std::deque<Parcel> to_program;
+  MessageCount requests;
   bool has_asked = false;
   bool is_over = false;
 };
@@ -112,6 +114,10 @@ class TcpRelay::Worker {
   [[nodiscard]] bool has_held() const {
     const std::lock_guard lock(mutex_);
     return has_held_;
+  }
+  [[nodiscard]] Traffic traffic() const {
+    const std::lock_guard lock(mutex_);
+    return traffic_;
   }
   template <class Change>
   void Order(Change change) {
@@ -215,6 +221,10 @@ class TcpRelay::Worker {
   void TakeRequest(Connection& connection) {
     std::string bytes = Receive(connection.program, connection.is_over);
     connection.has_asked = true;
+    const std::size_t before = connection.requests.messages();
+    connection.requests.Take(bytes);
+    traffic_.requests += connection.requests.messages() - before;
+    traffic_.bytes_to_server += bytes.size();
     if (std::exchange(orders_.cut_at_request, false)) connection.is_over = true;
     connection.to_server.push_back({Clock::now() + orders_.delay / 2, std::move(bytes)});
   }
@@ -231,6 +241,7 @@ class TcpRelay::Worker {
       bytes.resize(std::min(bytes.size(), *orders_.bytes_left));
       *orders_.bytes_left -= bytes.size();
     }
+    traffic_.bytes_to_program += bytes.size();
     connection.to_program.push_back({Clock::now() + orders_.delay / 2, std::move(bytes)});
   }
 
@@ -260,6 +271,7 @@ class TcpRelay::Worker {
   Orders orders_;
   int accepted_ = 0;
   bool has_held_ = false;
+  Traffic traffic_;
   bool is_over_ = false;
   std::list<Connection> connections_;
   std::thread thread_;
@@ -271,6 +283,8 @@ TcpRelay::TcpRelay(std::uint16_t port, const std::string& address)
 TcpRelay::~TcpRelay() = default;
 
 std::uint16_t TcpRelay::port() const { return worker_->port(); }
+
+TcpRelay::Traffic TcpRelay::traffic() const { return worker_->traffic(); }
 
 int TcpRelay::connections() const { return worker_->connections(); }
 

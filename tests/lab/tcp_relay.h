@@ -10,9 +10,16 @@
 namespace pelora::lab {
 
 /// Stands between programs and a server, on a port of this machine, and passes on what they say to
-/// each other until it is told otherwise. It understands none of it.
+/// each other until it is told otherwise. It understands none of it but where a message ends.
 class TcpRelay {
  public:
+  /// What went through it, of all connections together.
+  struct Traffic {
+    std::size_t requests = 0;
+    std::size_t bytes_to_server = 0;
+    std::size_t bytes_to_program = 0;
+  };
+
   /// To `port` of this machine, or of one of its addresses, on which the relay listens too.
   explicit TcpRelay(std::uint16_t port, const std::string& address = "127.0.0.1");
   ~TcpRelay();
@@ -23,6 +30,8 @@ class TcpRelay {
   [[nodiscard]] std::uint16_t port() const;
   /// How many connections have been made to it.
   [[nodiscard]] int connections() const;
+  /// What the programs and the server have said so far.
+  [[nodiscard]] Traffic traffic() const;
 
   /// Holds everything back for half of `delay`, so that an answer takes that much longer.
   void SetDelay(std::chrono::microseconds delay);

@@ -10,18 +10,23 @@
 namespace pelora::ctl {
 namespace {
 
-/// Has the settings edited until nothing is wrong with them. What was wrong when the text was left
-/// as it is all the same.
+/// How often a text is opened where nobody sits at a terminal: a script that is wrong each time in
+/// another way would be called for ever.
+constexpr int kMostTimesWithoutTerminal = 10;
+
+/// Has the settings edited until nothing is wrong with them. What is wrong when it is given up:
+/// when the text was left as it is all the same, or by a script that does not come to an end.
 std::string EditUntilRight(EditedSettings& settings, SettingsChanger& changer, TextEditor& editor) {
   std::string text = settings.Text();
   std::vector<EditFault> faults;
-  while (true) {
+  for (int time = 1;; ++time) {
     const std::string edited = editor.Edit(text);
     // A comment says nothing, that of the fault to begin with.
     const bool is_left = WithoutComments(edited) == WithoutComments(text);
     if (!faults.empty() && is_left) return faults.front().text;
     faults = settings.Take(edited, changer);
     if (faults.empty()) return {};
+    if (time >= kMostTimesWithoutTerminal && !editor.HasTerminal()) return faults.front().text;
     text = WithFaults(edited, faults);
   }
 }

@@ -32,7 +32,8 @@ struct Row {
 /// What is shown of each object.
 class Columns {
  public:
-  /// Throws `WrongUsage` for a name that is neither a field nor one of the object's own.
+  /// Throws `WrongUsage` for a name that is neither a field nor one of the object's own, and for
+  /// one that is named twice.
   Columns(const std::string& names, FieldCatalogue& fields) {
     std::string_view left = names;
     while (true) {
@@ -82,13 +83,22 @@ class Columns {
 
  private:
   void Add(std::string_view given, FieldCatalogue& fields) {
+    std::string name = NameOf(given, fields);
+    // In a table that is applied later it would be wrong, and in JSON one would hide the other.
+    if (std::ranges::find(names_, name) != names_.end()) {
+      throw WrongUsage("the column \"" + name + "\" is named twice");
+    }
+    names_.push_back(std::move(name));
+  }
+
+  static std::string NameOf(std::string_view given, FieldCatalogue& fields) {
     for (const std::string_view own :
          {kName, std::string_view("name"), std::string_view("class")}) {
-      if (EqualsWithoutCase(given, own)) return names_.emplace_back(own), void();
+      if (EqualsWithoutCase(given, own)) return std::string(own);
     }
     const Field* field = fields.FindAnywhere(given);
     if (field == nullptr) throw WrongUsage("there is no column \"" + std::string(given) + "\"");
-    names_.push_back(field->row.name);
+    return field->row.name;
   }
 
   /// As the fields spell themselves.

@@ -32,6 +32,13 @@ std::string TemporaryFolder() {
   return folder != nullptr && *folder != '\0' ? folder : "/tmp";
 }
 
+constexpr const char* kTerminal = "/dev/tty";
+
+/// Whether the program has a terminal of its own.
+bool HasOwnTerminal() {
+  return static_cast<bool>(ldap::FileDescriptor(open(kTerminal, O_RDONLY | O_CLOEXEC)));
+}
+
 [[noreturn]] void Fail(const std::string& path) {
   throw WrongUsage(path + ": " + std::generic_category().message(errno));
 }
@@ -70,9 +77,7 @@ class ChildFiles {
 
   /// Standard input is the terminal; without one it stays what it is.
   void ReadTerminal() {
-    constexpr const char* kTerminal = "/dev/tty";
-    const ldap::FileDescriptor terminal(open(kTerminal, O_RDONLY | O_CLOEXEC));
-    if (terminal) {
+    if (HasOwnTerminal()) {
       posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, kTerminal, O_RDONLY, 0);
     }
   }
@@ -113,6 +118,10 @@ std::string TextEditor::Edit(const std::string& text) {
   std::string edited = ReadInput(path_);
   has_typed_ = has_typed_ || edited != text;
   return edited;
+}
+
+bool TextEditor::HasTerminal() const {
+  return keys_ == Keys::kTerminal ? HasOwnTerminal() : isatty(STDIN_FILENO) == 1;
 }
 
 void TextEditor::Run() {

@@ -33,6 +33,9 @@ class TextEditor {
   /// written or read, and when the editor fails; the file is kept then.
   [[nodiscard]] std::string Edit(const std::string& text);
 
+  /// Whether the editor reads a terminal's keys, so that a person may sit there.
+  [[nodiscard]] bool HasTerminal() const;
+
   void Keep() { is_kept_ = true; }
   [[nodiscard]] bool IsKept() const { return is_kept_; }
   /// Whether somebody has changed a text.
