@@ -96,17 +96,15 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
     std::size_t count = 0;
     while (count < dns.size() && !AtHand(dns[count], asked)) ++count;
     bool goes_on = true;
-    if (count > 0) {
-      std::size_t at = 0;
-      ldap::StoreStatus status = target().ReadMany(
-          dns.first(count), attributes, [&](ldap::StoreStatus read, ldap::Entry entry) {
-            if (read.Ok()) Note(dns[at], asked, std::make_shared<const ldap::Entry>(entry));
-            ++at;
-            goes_on = sink(std::move(read), std::move(entry));
-            return goes_on;
-          });
-      if (!status.Ok() || !goes_on) return status;
-    }
+    std::size_t at = 0;
+    ldap::StoreStatus status = target().ReadMany(
+        dns.first(count), attributes, [&](ldap::StoreStatus read, ldap::Entry entry) {
+          if (read.Ok()) Note(dns[at], asked, std::make_shared<const ldap::Entry>(entry));
+          ++at;
+          goes_on = sink(std::move(read), std::move(entry));
+          return goes_on;
+        });
+    if (!status.Ok() || !goes_on) return status;
     dns = dns.subspan(count);
     if (dns.empty()) break;
     std::shared_ptr<const ldap::Entry> at_hand = AtHand(dns.front(), asked);

@@ -59,13 +59,14 @@ TEST_F(ApplyTest, WhatListPrintsCanBeApplied) {
 TEST_F(ApplyTest, WhatIsNoTextIsListedAsTextAndStaysAsItIs) {
   ASSERT_EQ(RunProgram({"/usr/bin/ldbmodify", "-H", File("company.ldb")}, {{"PATH", "/usr/bin"}},
                        std::string("dn: ") + kTom +
-                           "\nchangetype: modify\nadd: otherMailbox\notherMailbox:: Zv9m\n-\n"
+                           "\nchangetype: modify\nadd: "
+                           "peloraUserArchiveServers\npeloraUserArchiveServers:: Zv9m\n-\n"
                            "replace: peloraUserServer\npeloraUserServer:: Zv9m\n")
                 .code,
             0);
   const std::string before = Dump();
   const ProgramRun listed =
-      Ctl({"list", "user", "--csv", "--columns", "dn,otherMailbox,peloraUserServer"});
+      Ctl({"list", "user", "--csv", "--columns", "dn,peloraUserArchiveServers,peloraUserServer"});
   EXPECT_THAT(listed.output, HasSubstr("\",f\\\\xFFf,f\\xFFf\r\n"));
   const ProgramRun run = Apply(listed.output);
   EXPECT_EQ(run.code, 0) << run.output;

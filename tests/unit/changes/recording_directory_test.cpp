@@ -2,7 +2,6 @@
 #include "hosts/changes/recording_directory.h"
 
 #include "hosts/changes/change_writer.h"
-#include "hosts/ldap/forwarding_store.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/new_store_object.h"
 #include "tests/support/observed_store.h"
@@ -55,34 +54,6 @@ class RecordingDirectoryTest : public ChangesBench {
   testing::ObservedStore observed_{*store_};
   RecordingDirectory directory_{observed_};
 };
-
-/// Counts how often many are asked for, and be it none of them.
-class CountedReads final : public ldap::ForwardingStore {
- public:
-  using ForwardingStore::ForwardingStore;
-  ldap::StoreStatus ReadMany(std::span<const std::string> dns,
-                             std::span<const std::string> attributes,
-                             const ldap::ReadSink& sink) override {
-    ++count;
-    return ForwardingStore::ReadMany(dns, attributes, sink);
-  }
-  int count = 0;
-};
-
-TEST_F(RecordingDirectoryTest, OfWhatIsAtHandTheDirectoryIsNotAskedEvenForNothing) {
-  CountedReads reads(*store_);
-  RecordingDirectory directory(reads, {.attributes = {"mail"}, .keeps = {}});
-  // What somebody else reads ahead meanwhile would be taken for not wanted.
-  static_cast<void>(Bind(directory));
-  EXPECT_EQ(reads.count, 1);
-  ldap::Entry entry;
-  const std::vector<std::string> attributes = {"mail", "objectClass"};
-  ASSERT_TRUE(store_->Read(kUser, attributes, entry).Ok());
-  directory.Forget(kUser);
-  directory.Give(std::make_shared<const ldap::Entry>(std::move(entry)));
-  EXPECT_TRUE(Bind(directory));
-  EXPECT_EQ(reads.count, 1);
-}
 
 TEST_F(RecordingDirectoryTest, ACommitIsRecordedAndSendsNothing) {
   Store("peloraQuotaHard", {"100"});
