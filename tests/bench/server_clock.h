@@ -16,7 +16,8 @@ namespace pelora::lab {
 /// process.
 [[nodiscard]] inline double ServerSeconds() {
   std::string number;
-  std::ifstream(Home() + "/server.pid") >> number;
+  const std::string name = Server();
+  std::ifstream(Home() + "/" + name.substr(0, name.find('.')) + ".pid") >> number;
   std::string line;
   std::getline(std::ifstream("/proc/" + number + "/stat"), line);
   // The second word is the program's name, which may hold blanks.
