@@ -164,7 +164,9 @@ TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
   // On a machine that has nothing else to do, and for which the long form is meant.
   constexpr qint64 kLimit = 50;
   const bool is_long_form = pelora::testing::RoundsOr(0) != 0;
-  if (is_long_form) EXPECT_LE(meter.longest_at_work(), kLimit) << meter.Text();
+  if (is_long_form) {
+    EXPECT_LE(meter.longest_at_work(), kLimit) << meter.Text();
+  }
   std::cout << "bulk: " << Count() << " users, the window answered within " << meter.longest()
             << " ms (" << meter.Text() << ")\n";
 }
