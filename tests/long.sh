@@ -21,7 +21,7 @@
 #   alone=1          every source compiled by itself
 #
 #   preset=asan      the build whose programs are run: the sanitized one, or native, which is several times
-#                    as fast
+#                    as fast; a bulk always takes the native one
 #
 # A row whose number is "none" is left out; with "only" first, all rows that are not named are. What a row
 # needs is built as by ./test.sh, and the preset tsan where its row is wanted. The table stands

@@ -114,7 +114,6 @@ bool MainWindow::SetSession(std::unique_ptr<session::DirectorySession> session) 
   ShowWho();
   pane_->ShowDirectory(std::move(base), directory_->session->open_another, &directory_->fields);
   RecallContainer();
-  ShowWho();
   return true;
 }
 
