@@ -162,6 +162,7 @@ std::optional<StandInRequest> TakeRequest(std::string& bytes) {
   if (element == nullptr || ber_scanf(element.get(), "{i", &id) == LBER_ERROR) Unreadable();
   request.id = id;
   ReadOperation(element.get(), request);
+  request.is_page = frame.find(LDAP_CONTROL_PAGEDRESULTS) != std::string::npos;
   return request;
 }
 

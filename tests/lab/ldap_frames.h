@@ -18,6 +18,8 @@ struct StandInRequest {
   std::vector<std::string> attributes;
   std::vector<std::string> names;
   bool goes_below = false;
+  /// It asks for a page of a longer one.
+  bool is_page = false;
   /// Of a bind.
   std::string mechanism;
   std::string token;

@@ -21,13 +21,14 @@ const std::string kUnreadable = "-4 the server sent something that cannot be rea
 
 /// A session with a server that answers every request in the same way.
 struct Misbehaving {
-  explicit Misbehaving(StandInAnswer answer, NetworkOptions options = {})
-      : server({}, [answer = std::move(answer)](const StandInRequest&) { return answer; }) {
+  explicit Misbehaving(StandInAnswer answer, const NetworkOptions& options = {})
+      : Misbehaving(
+            StandInScript([answer = std::move(answer)](const StandInRequest&) { return answer; }),
+            options) {}
+  explicit Misbehaving(StandInScript script, NetworkOptions options = {})
+      : server({}, std::move(script)) {
     options.server = server.Address();
     session = OpenSession(options);
-  }
-  explicit Misbehaving(StandInScript script) : server({}, std::move(script)) {
-    session = OpenSession({.server = server.Address()});
   }
 
   [[nodiscard]] ldap::IDirectoryStore& store() const { return session->store(); }
@@ -146,6 +147,7 @@ TEST(Misbehaving, AnAnswerOfAnotherTypeIsNone) {
 
 TEST(Misbehaving, APageMarkWithoutAValueIsAnError) {
   const auto bare = [](const StandInRequest& request) {
+    if (!request.is_page) return StandInAnswer{.code = ldap::kLdapSizeLimitExceeded};
     const std::string name = "1.2.840.113556.1.4.319";
     std::string control = std::string("\x30\x18\x04\x16") + name;
     control = "\xa0\x1a" + control;
@@ -212,12 +214,16 @@ TEST(Misbehaving, AResultThatNeverComesEndsAtTheLimit) {
 }
 
 TEST(Misbehaving, PagesWithoutAnEndEndAtTheLimit) {
-  Misbehaving server({.page = "and so on"}, {.limits = {.most_parts = 50}});
+  const auto one_more = [](const StandInRequest& request) {
+    return request.is_page ? StandInAnswer{.page = "and so on"}
+                           : StandInAnswer{.code = ldap::kLdapSizeLimitExceeded};
+  };
+  Misbehaving server(one_more, {.limits = {.most_parts = 50}});
   server.server.Forget();
   EXPECT_EQ(Search(server.store()), "0 found, 4 the search on the server '" +
                                         server.server.Address() +
                                         "' finds no end: given up after 50 pages");
-  EXPECT_EQ(server.server.requests(), 50);
+  EXPECT_EQ(server.server.requests(), 51);
 }
 
 TEST(Misbehaving, PartsWithoutAnEndEndAtTheLimit) {

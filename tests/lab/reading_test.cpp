@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Searching and reading: pages, parts of long attributes, many entries at once, and what the server
+// Searching and reading: parts of long attributes, many entries at once, and what the server
 // has to say against it.
 #include <gtest/gtest.h>
 

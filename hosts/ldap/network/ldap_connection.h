@@ -45,6 +45,9 @@ class LdapConnection {
   /// By how many bits the key is long that seals everything.
   [[nodiscard]] unsigned sealed_bits() const { return signed_in_.sealed_bits; }
   [[nodiscard]] const AnswerLimits& limits() const { return options_.limits; }
+  /// Whether the server has said that it gives no more of a search than a page at a time.
+  [[nodiscard]] bool gives_pages() const { return gives_pages_; }
+  void NoteThatItGivesPages() { gives_pages_ = true; }
   /// Valid as long as the connection.
   [[nodiscard]] LDAP* handle() const { return handle_.get(); }
 
@@ -94,6 +97,7 @@ class LdapConnection {
   SignedIn signed_in_;
   std::unique_ptr<LDAP, Unbind> handle_;
   bool is_broken_ = false;
+  bool gives_pages_ = false;
 };
 
 }  // namespace pelora::ldap

@@ -14,9 +14,9 @@
 #include "hosts/ldap/network/deleted_names.h"
 #include "hosts/ldap/network/entry_reader.h"
 #include "hosts/ldap/network/ldap_answer.h"
-#include "hosts/ldap/network/paged_search.h"
 #include "hosts/ldap/network/referral.h"
 #include "hosts/ldap/network/subschema.h"
+#include "hosts/ldap/network/whole_search.h"
 #include "hosts/ldap/remove_bottom_up.h"
 #include "hosts/ldap/tree_controls.h"
 
@@ -211,7 +211,7 @@ StoreStatus NetworkStore::Search(const SearchRequest& request, const EntrySink& 
       return {kLdapServerDown, "the connection to the server '" + connection.server().Text() +
                                    "' was lost during the search"};
     }
-    return SearchInPages(connection, request, sink, count);
+    return SearchWhole(connection, request, sink, count);
   });
 }
 
@@ -343,7 +343,7 @@ StoreStatus NetworkStore::Remove(const Entry& seen, Extent extent) {
     const std::shared_ptr<LdapConnection> there = ConnectionForWriting();
     if (there == nullptr) return {kLdapServerDown, "the connection to the server was lost"};
     std::size_t count = 0;
-    return SearchInPages(*there, request, sink, count);
+    return SearchWhole(*there, request, sink, count);
   };
   return RemoveBottomUp(seen.dn, search, [this](const std::string& dn) {
     return SendRemoval(dn, Extent::kAlone, {});
