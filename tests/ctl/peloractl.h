@@ -28,15 +28,15 @@ struct ProgramRun {
                                     const std::map<std::string, std::string>& environment = {},
                                     const std::string& input = {});
 
-/// The built program on a directory file of the test's own, which holds the sample company.
+/// The program on a directory file of the test's own, which holds the sample company.
 class PeloractlTest : public ::testing::Test {
  protected:
   PeloractlTest();
 
-  /// Runs the program on the directory.
+  /// Runs the program on the directory, in a process of its own that is not loaded anew.
   [[nodiscard]] ProgramRun Ctl(std::vector<std::string> arguments,
                                const std::string& input = {}) const;
-  /// The same without a directory named.
+  /// The same without a directory named, by the built program.
   [[nodiscard]] ProgramRun Bare(std::vector<std::string> arguments) const;
   /// The settings of an object, as `show --json` prints them.
   [[nodiscard]] nlohmann::json Fields(const std::string& object) const;
