@@ -88,6 +88,7 @@ ValueChange* Change::Find(std::string_view attribute) {
 
 AttributeValues Without(ldap::Syntax syntax, const AttributeValues& values,
                         const AttributeValues& others) {
+  if (values.empty() || others.empty()) return values;
   std::set<std::string> keys;
   for (const std::string& other : others) keys.insert(ldap::EditingKey(syntax, other));
   AttributeValues left;
@@ -98,8 +99,9 @@ AttributeValues Without(ldap::Syntax syntax, const AttributeValues& values,
 }
 
 bool AreSameValues(ldap::Syntax syntax, const AttributeValues& left, const AttributeValues& right) {
-  return left.size() == right.size() && Without(syntax, left, right).empty() &&
-         Without(syntax, right, left).empty();
+  if (left.size() != right.size()) return false;
+  return left == right ||
+         (Without(syntax, left, right).empty() && Without(syntax, right, left).empty());
 }
 
 ldap::Syntax SyntaxOf(const ldap::Schema& schema, std::string_view attribute) {

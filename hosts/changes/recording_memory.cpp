@@ -59,6 +59,13 @@ bool RecordingMemory::IncludesBound(std::span<const std::string> attributes) con
   });
 }
 
+bool RecordingMemory::AreThoseOfBindings(std::span<const std::string> attributes) const {
+  const std::vector<std::string>& bound = bindings_.attributes;
+  return !bound.empty() && attributes.size() == bound.size() + 1 &&
+         attributes.back() == "objectClass" &&
+         std::equal(bound.begin(), bound.end(), attributes.begin());
+}
+
 void RecordingMemory::NoteBound(const std::string& dn, std::shared_ptr<const ldap::Entry> entry,
                                 bool is_whole) {
   Object& object = At(dn);
@@ -78,7 +85,7 @@ void RecordingMemory::NoteRead(const std::string& dn, std::span<const std::strin
 
 void RecordingMemory::NoteTold(const std::string& dn, std::string_view attribute,
                                const AttributeValues& values) {
-  At(dn).told.insert_or_assign(std::string(attribute), values);
+  At(dn).told.Set(attribute, values);
 }
 
 std::vector<std::string> RecordingMemory::Unknown(
@@ -87,7 +94,7 @@ std::vector<std::string> RecordingMemory::Unknown(
   std::vector<std::string> names;
   if (object != nullptr && (object->is_read_whole || object->added)) return names;
   for (const ldap::Modification& change : staged) {
-    const bool is_known = object != nullptr && (object->told.contains(change.attribute) ||
+    const bool is_known = object != nullptr && (object->told.Find(change.attribute) != nullptr ||
                                                 object->read.contains(change.attribute) ||
                                                 (object->bound && IsBound(change.attribute)));
     if (!is_known && IsKept(change.attribute)) names.push_back(change.attribute);
@@ -151,7 +158,7 @@ void RecordingMemory::Settle(const Change& change, const Result& result) {
   Object& object = At(change.dn);
   if (change.kind == Change::Kind::kAdd) object.added.reset();
   for (const ValueChange& value : change.attributes) {
-    object.told.insert_or_assign(value.attribute, value.wanted);
+    object.told.Set(value.attribute, value.wanted);
     const auto left = std::ranges::find_if(object.unwritten, [&](const ValueChange& unwritten) {
       return EqualsWithoutCase(unwritten.attribute, value.attribute);
     });
@@ -167,7 +174,7 @@ void RecordingMemory::Settle(const Change& change, const Result& result) {
 void RecordingMemory::AcceptAsSeen(const Result& result) {
   Object& object = At(result.dn);
   for (const Conflict& conflict : result.conflicts) {
-    object.told.insert_or_assign(conflict.attribute, conflict.there);
+    object.told.Set(conflict.attribute, conflict.there);
     for (ValueChange& value : object.unwritten) {
       if (EqualsWithoutCase(value.attribute, conflict.attribute)) value.seen = conflict.there;
     }
@@ -230,6 +237,8 @@ bool RecordingMemory::IsLeftOut(const Object& object, const ValueChange& change)
 }
 
 const RecordingMemory::Object* RecordingMemory::Find(const std::string& dn) const {
+  if (objects_.empty()) return nullptr;
+  if (last_ != nullptr && last_->dn == dn) return last_;
   const auto found = objects_.find(ldap::FoldCase(dn));
   return found == objects_.end() ? nullptr : &found->second;
 }
@@ -252,7 +261,7 @@ AttributeValues RecordingMemory::SeenOf(const Object& object, std::string_view a
     return found == values.end() ? nullptr : &found->second;
   };
   const AttributeValues* seen =
-      object.added ? value_in(object.added->attributes) : value_in(object.told);
+      object.added ? value_in(object.added->attributes) : object.told.Find(attribute);
   if (seen == nullptr && !object.added) seen = value_in(object.read);
   if (seen == nullptr && !object.added && object.bound) seen = value_in(object.bound->attributes);
   return seen != nullptr ? *seen : AttributeValues();

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "hosts/changes/change.h"
+#include "hosts/changes/named_values.h"
 #include "hosts/changes/result.h"
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/store_object.h"
@@ -34,6 +35,8 @@ class RecordingMemory {
   [[nodiscard]] bool AreBound(std::span<const std::string> attributes) const;
   /// Whether whoever reads these attributes (none: all) reads everything that bindings do.
   [[nodiscard]] bool IncludesBound(std::span<const std::string> attributes) const;
+  /// Whether they are, in their order, what bindings read, `objectClass` behind it: both, then.
+  [[nodiscard]] bool AreThoseOfBindings(std::span<const std::string> attributes) const;
 
   /// Everything that bindings read was read of an object, and nothing is left out when it was read
   /// whole. Many memories may share what was read.
@@ -78,7 +81,7 @@ class RecordingMemory {
     std::shared_ptr<const ldap::Entry> bound;
     bool is_read_whole = false;
     ldap::AttributeMap read;
-    ldap::AttributeMap told;
+    NamedValues told;
     /// What is not written yet, and its place among the objects of which something is not.
     std::vector<ValueChange> unwritten;
     std::optional<ldap::Entry> added;

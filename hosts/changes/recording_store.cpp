@@ -47,6 +47,10 @@ std::shared_ptr<void> RecordingStore::TakeAllBack() {
 }
 
 RecordingStore::Asked RecordingStore::AskedOf(std::span<const std::string> attributes) const {
+  // Mostly they are the very ones.
+  if (memory_.AreThoseOfBindings(attributes)) {
+    return {.attributes = attributes, .are_bound = true, .include_bound = true};
+  }
   return {.attributes = attributes,
           .are_bound = memory_.AreBound(attributes),
           .include_bound = memory_.IncludesBound(attributes)};
@@ -94,7 +98,8 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
   // As many as follow each other and are not at hand are asked for together.
   while (!dns.empty()) {
     std::size_t count = 0;
-    while (count < dns.size() && !AtHand(dns[count], asked)) ++count;
+    std::shared_ptr<const ldap::Entry> at_hand = AtHand(dns.front(), asked);
+    while (!at_hand && ++count < dns.size()) at_hand = AtHand(dns[count], asked);
     bool goes_on = true;
     std::size_t at = 0;
     ldap::StoreStatus status = target().ReadMany(
@@ -107,7 +112,9 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
     if (!status.Ok() || !goes_on) return status;
     dns = dns.subspan(count);
     if (dns.empty()) break;
-    std::shared_ptr<const ldap::Entry> at_hand = AtHand(dns.front(), asked);
+    // The sink may have taken back what was at hand before it was asked.
+    if (count > 0) at_hand = AtHand(dns.front(), asked);
+    if (!at_hand) continue;
     ldap::Entry entry = PartOf(*at_hand, attributes);
     Note(dns.front(), asked, std::move(at_hand));
     if (!sink({}, std::move(entry))) break;

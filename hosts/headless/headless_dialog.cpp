@@ -2,6 +2,7 @@
 #include "hosts/headless/headless_dialog.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace pelora {
 namespace {
@@ -11,18 +12,15 @@ constexpr int kBaseWidth = 6;
 /// A bordered control's sunken edge, on each side.
 constexpr int kEdge = 2;
 
-auto* FindIn(auto& controls, ControlId id) {
-  const auto found = std::ranges::find_if(
-      controls, [id](const HeadlessControl& control) { return control.item.id == id; });
-  return found == controls.end() ? nullptr : &*found;
-}
-
 }  // namespace
 
 HeadlessDialog::HeadlessDialog(const resources::DialogTemplate& described,
                                IDialogController& controller, Role role)
     : controller_(controller), role_(role), title_(described.title) {
+  controls_.reserve(described.items.size());
+  ids_.reserve(described.items.size());
   for (const resources::DialogItem& item : described.items) {
+    ids_.push_back(item.id);
     controls_.emplace_back(item, [this, id = item.id](const ListViewItemChange& change) {
       ListViewChanged(id, change);
     });
@@ -42,9 +40,15 @@ void HeadlessDialog::Close() {
   controller_.OnDestroy();
 }
 
-HeadlessControl* HeadlessDialog::Find(ControlId id) { return FindIn(controls_, id); }
+HeadlessControl* HeadlessDialog::Find(ControlId id) {
+  return const_cast<HeadlessControl*>(std::as_const(*this).Find(id));
+}
 
-const HeadlessControl* HeadlessDialog::Find(ControlId id) const { return FindIn(controls_, id); }
+const HeadlessControl* HeadlessDialog::Find(ControlId id) const {
+  const auto found = std::ranges::find(ids_, id);
+  if (found == ids_.end()) return nullptr;
+  return &controls_[static_cast<std::size_t>(found - ids_.begin())];
+}
 
 HeadlessControl* HeadlessDialog::FindCheckBox(ControlId id) {
   HeadlessControl* control = Find(id);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "hosts/headless/headless_control.h"
 #include "hosts/resources/dialog_template.h"
@@ -39,7 +39,7 @@ class HeadlessDialog final : public IDialog {
   [[nodiscard]] Role role() const { return role_; }
   [[nodiscard]] const std::string& title() const { return title_; }
   /// In tab order.
-  [[nodiscard]] const std::deque<HeadlessControl>& controls() const { return controls_; }
+  [[nodiscard]] const std::vector<HeadlessControl>& controls() const { return controls_; }
   /// The first control of that id; null when there is none.
   [[nodiscard]] HeadlessControl* Find(ControlId id);
   [[nodiscard]] const HeadlessControl* Find(ControlId id) const;
@@ -79,8 +79,9 @@ class HeadlessDialog final : public IDialog {
   IDialogController& controller_;
   Role role_;
   std::string title_;
-  /// A deque, since list views keep the place of their control.
-  std::deque<HeadlessControl> controls_;
+  /// In the same order; the numbers by themselves are searched through quickly.
+  std::vector<HeadlessControl> controls_;
+  std::vector<ControlId> ids_;
   sheets::MissingListBox missing_list_box_;
   sheets::MissingComboBox missing_combo_box_;
   sheets::MissingListView missing_list_view_;

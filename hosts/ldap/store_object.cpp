@@ -83,9 +83,14 @@ HRESULT StoreObject::Get(std::string_view name, Variant& value) {
   if (const Modification* const staged = FindStaged(name); staged != nullptr) {
     values = &staged->values;
   } else {
-    const HRESULT read = Provide(name);
-    if (FAILED(read)) return read;
-    const auto cached = cache_.find(name);
+    auto cached = cache_.find(name);
+    if (cached == cache_.end() || outdated_.contains(name)) {
+      const bool was_filled = is_filled_;
+      const HRESULT read = Provide(name);
+      if (FAILED(read)) return read;
+      // A name that is read by itself is noted as such.
+      if (!was_filled || asked_.contains(name)) cached = cache_.find(name);
+    }
     if (cached != cache_.end()) values = &cached->second;
     if (options_->witness != nullptr) {
       const AttributeValues none;

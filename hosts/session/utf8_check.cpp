@@ -58,6 +58,10 @@ std::size_t CharacterLength(std::string_view text) {
 std::optional<std::size_t> FirstInvalidByte(std::string_view text) {
   std::size_t place = 0;
   while (place < text.size()) {
+    if (ByteAt(text, place) < 0x80) {
+      ++place;
+      continue;
+    }
     const std::size_t length = CharacterLength(text.substr(place));
     if (length == 0) return place;
     place += length;

@@ -23,14 +23,18 @@ std::uint64_t ReadUint64(std::span<const std::byte> block, std::size_t offset) {
 }
 
 std::optional<std::string> ReadWideString(std::span<const std::byte> block, std::size_t offset) {
-  std::u16string text;
-  for (; offset < block.size() && block.size() - offset >= 2; offset += 2) {
-    const auto unit =
-        static_cast<char16_t>(ReadByte(block, offset) | (ReadByte(block, offset + 1) << 8));
-    if (unit == u'\0') return ToUtf8(text);
-    text += unit;
+  const auto unit_at = [block](std::size_t at) {
+    return static_cast<char16_t>(ReadByte(block, at) | (ReadByte(block, at + 1) << 8));
+  };
+  std::size_t end = offset;
+  while (end < block.size() && block.size() - end >= 2 && unit_at(end) != u'\0') end += 2;
+  if (end >= block.size() || block.size() - end < 2) return std::nullopt;
+  std::u16string text((end - offset) / 2, u'\0');
+  for (char16_t& unit : text) {
+    unit = unit_at(offset);
+    offset += 2;
   }
-  return std::nullopt;
+  return ToUtf8(text);
 }
 
 void WriteUint32(std::span<std::byte> block, std::size_t offset, std::uint32_t number) {

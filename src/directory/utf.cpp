@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "directory/utf.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 namespace pelora {
 namespace {
@@ -80,12 +82,27 @@ char32_t TakeCodePoint(std::string_view& text) {
   return point;
 }
 
+/// How much of a text, from its beginning, are characters of ASCII: mostly all of it.
+template <class Text>
+std::size_t PlainLength(const Text& text) {
+  std::size_t length = 0;
+  while (length < text.size() &&
+         static_cast<std::make_unsigned_t<typename Text::value_type>>(text[length]) < 0x80) {
+    ++length;
+  }
+  return length;
+}
+
 }  // namespace
 
 std::string ToUtf8(std::u16string_view text) {
+  const std::size_t plain = PlainLength(text);
   std::string result;
   result.reserve(text.size());
-  for (std::size_t at = 0; at < text.size(); ++at) {
+  result.resize(plain);
+  std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain), result.begin(),
+                 [](char16_t unit) { return static_cast<char>(unit); });
+  for (std::size_t at = plain; at < text.size(); ++at) {
     char32_t point = text[at];
     if (IsHighSurrogate(point) && at + 1 < text.size() && IsLowSurrogate(text[at + 1])) {
       ++at;
@@ -97,8 +114,11 @@ std::string ToUtf8(std::u16string_view text) {
 }
 
 std::u16string ToUtf16(std::string_view text) {
+  const std::size_t plain = PlainLength(text);
   std::u16string result;
   result.reserve(text.size());
+  result.assign(text.begin(), text.begin() + plain);
+  text.remove_prefix(plain);
   while (!text.empty()) AppendUtf16(result, TakeCodePoint(text));
   return result;
 }

@@ -47,6 +47,7 @@ void CDialogPage::OnDestroy() { dialog_ = nullptr; }
 
 void CDialogPage::Route(std::vector<Command> commands) {
   std::erase_if(commands, [this](const Command& command) { return Lacks(command.control); });
+  commands_.reserve(commands_.size() + commands.size());
   std::ranges::move(commands, std::back_inserter(commands_));
 }
 

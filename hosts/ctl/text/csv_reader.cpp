@@ -80,6 +80,7 @@ bool CsvReader::ReadQuoted(std::string& cell) {
   const std::size_t first_line = line_;
   ++place_;
   while (true) {
+    TakePlain(cell);
     if (AtEnd()) return Fail(first_line, "the closing quotation mark is missing");
     const char character = text_[place_++];
     if (IsEndless()) return Fail(row_line_, kEndless);
@@ -98,6 +99,16 @@ bool CsvReader::ReadQuoted(std::string& cell) {
   }
   if (AtEnd() || text_[place_] == separator_ || AtLineEnd()) return true;
   return Fail(line_, "something stands behind the closing quotation mark");
+}
+
+void CsvReader::TakePlain(std::string& cell) {
+  const std::size_t begin = place_;
+  const std::size_t most = row_begin_ + kMostOfRow;
+  const auto is_plain = [](char character) {
+    return character != kQuote && character != '\n' && character != '\0';
+  };
+  while (!AtEnd() && place_ < most && is_plain(text_[place_])) ++place_;
+  cell.append(text_.substr(begin, place_ - begin));
 }
 
 bool CsvReader::Fail(std::size_t line, std::string_view text) {

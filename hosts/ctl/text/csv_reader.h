@@ -46,6 +46,8 @@ class CsvReader {
  private:
   [[nodiscard]] bool ReadCell(std::string& cell);
   [[nodiscard]] bool ReadQuoted(std::string& cell);
+  /// Takes what means nothing but itself within quotation marks, and no more than a row may have.
+  void TakePlain(std::string& cell);
   [[nodiscard]] bool SkipEmptyLines();
   /// Whether the row that is being read goes on for longer than rows do.
   [[nodiscard]] bool IsEndless() const { return place_ - row_begin_ > kMostOfRow; }
