@@ -12,7 +12,7 @@
 #   counter=1000     rounds of two writers that count on one number of a domain
 #   controllers=1    the suite on a domain of three controllers and two sites
 #   edits=1000       rounds of random edits on each tab
-#   bulk=5000        users that one sheet of the console changes
+#   bulk=5000        users that one sheet of the console changes, and another one on a domain
 #   faults=0         calls that fail, of each trial: always every one
 #   allocations=400  allocations that fail, of each trial; 0: every one
 #   windows=200      the same of each trial in front of the console's windows
@@ -162,6 +162,8 @@ mkdir -p build
   trial rounds "soak" harness/harness_test 'Soak.Nothing*' 's/^soak: //p'
   # How long the window lets one wait is measured as it is handed out.
   preset=native trial bulk "a bulk in the window" ui/ui_writing 'BulkSheet.AllOfIt*' 's/^bulk: //p'
+  preset=native trial bulk "a bulk on a domain" lab/console/lab_console_test 'DomainBulk.AllOfIt*' \
+    's/^bulk on a domain: //p' tests/lab/run_in_lab.sh
   if wants wine; then
     under_wine "soak under Wine" windows_extension_test 'EnduranceTest.*' 's/^soak under Wine: //p'
   fi

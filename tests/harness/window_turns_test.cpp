@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "hosts/ldap/forwarding_store.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/session/change_history.h"
 #include "hosts/session/let_go.h"
@@ -19,6 +18,7 @@
 #include "tests/harness/sheet_scene.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/unwilling_store.h"
 
 namespace pelora::testing {
 namespace {
@@ -56,27 +56,11 @@ class CountedErrands final : public session::IErrands {
   std::size_t turns_ = 0;
 };
 
-/// Refuses every second change until it is mended.
-class UnwillingStore final : public ldap::ForwardingStore {
- public:
-  explicit UnwillingStore(MemoryStore& target) : ForwardingStore(target) {}
-
-  void Mend() { is_mended_ = true; }
-
-  ldap::StoreStatus ModifyStrictly(const std::string& dn,
-                                   std::span<const ldap::Modification> modifications) override {
-    const bool is_refused = !is_mended_ && ++asked_ % 2 == 0;
-    if (is_refused) return {ldap::kLdapInsufficientAccessRights, "no right"};
-    return ForwardingStore::ModifyStrictly(dn, modifications);
-  }
-  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
-    IDirectoryStore::ModifyManyStrictly(next, sink);
-  }
-
- private:
-  std::size_t asked_ = 0;
-  bool is_mended_ = false;
-};
+/// Every second change is refused.
+ldap::StoreStatus Refuse(int asked) {
+  if (asked % 2 == 0) return {ldap::kLdapInsufficientAccessRights, "no right"};
+  return {};
+}
 
 /// Somebody who writes everything, over what others have written meanwhile, and tries again what
 /// was refused.
@@ -156,7 +140,7 @@ Pieces WriteMany(std::size_t count) {
   }
   const TemporaryFolder folder;
   MemoryStore directory;
-  UnwillingStore store(directory);
+  UnwillingStore store(directory, Refuse);
   CountedErrands errands;
   StubbornDesk desk(errands, directory, store);
   session::ChangeHistory history(folder.File("changes"), "x", directory.schema());

@@ -5,7 +5,6 @@
 
 #include <QHeaderView>
 #include <QLineEdit>
-#include <atomic>
 #include <iostream>
 #include <optional>
 #include <thread>
@@ -15,9 +14,9 @@
 #include "hosts/console/writing/history_desk.h"
 #include "hosts/console/writing/result_dialog.h"
 #include "hosts/console/writing/review_dialog.h"
-#include "hosts/ldap/forwarding_store.h"
 #include "tests/support/long_form.h"
 #include "tests/support/memory_store.h"
+#include "tests/support/unwilling_store.h"
 #include "tests/ui/turn_meter.h"
 #include "tests/ui/writing_sheet.h"
 
@@ -26,33 +25,18 @@ namespace {
 
 using console::ToUtf8;
 using pelora::testing::MemoryStore;
+using pelora::testing::UnwillingStore;
 
-/// Every seventh change is refused, and the connection is lost once; until it is mended.
-class UnwillingStore final : public ldap::ForwardingStore {
- public:
-  explicit UnwillingStore(MemoryStore& target) : ForwardingStore(target) {}
-
-  void Mend() { is_mended_ = true; }
-
-  ldap::StoreStatus ModifyStrictly(const std::string& dn,
-                                   std::span<const ldap::Modification> modifications) override {
-    constexpr int kEvery = 7;
-    constexpr int kStallsAt = 40;
-    constexpr int kLostAt = 100;
-    ++asked_;
-    if (asked_ == kStallsAt) std::this_thread::sleep_for(std::chrono::milliseconds(1500));
-    if (!is_mended_ && asked_ == kLostAt) return {-1, "the connection was lost"};
-    if (!is_mended_ && asked_ % kEvery == 0) return {50, "no right"};
-    return ForwardingStore::ModifyStrictly(dn, modifications);
-  }
-  void ModifyManyStrictly(const ldap::ModifySource& next, const ldap::ModifySink& sink) override {
-    IDirectoryStore::ModifyManyStrictly(next, sink);
-  }
-
- private:
-  std::atomic<int> asked_ = 0;
-  std::atomic<bool> is_mended_ = false;
-};
+/// Every seventh change is refused, and the connection is lost once; one answer takes its time.
+ldap::StoreStatus Refuse(int asked) {
+  constexpr int kEvery = 7;
+  constexpr int kStallsAt = 40;
+  constexpr int kLostAt = 100;
+  if (asked == kStallsAt) std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+  if (asked == kLostAt) return {-1, "the connection was lost"};
+  if (asked % kEvery == 0) return {50, "no right"};
+  return {};
+}
 
 /// What a test itself does with thousands of objects is nobody's waiting.
 constexpr const char* kCounting = "";
@@ -91,7 +75,7 @@ class BulkSheet : public WritingSheet {
 
 TEST_F(BulkSheet, AllOfItIsDoneInTheEndAndCanBeTakenBack) {
   const MemoryStore::Entries before = directory.entries();
-  UnwillingStore store(directory);
+  UnwillingStore store(directory, Refuse);
   console::QtErrands errands({.silent = std::chrono::milliseconds(1000)});
   session::ChangeHistory history(folder().File("changes"), "x", store.schema());
   TurnMeter meter;

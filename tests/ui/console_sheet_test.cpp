@@ -251,7 +251,11 @@ TEST_F(UserSheet, AStatusThatIsNoFailureIsAWarning) {
 
 TEST_F(UserSheet, ATabWhoseDirectoryDoesNotAnswerIsNotShown) {
   plan().Fail(FaultPoint::kOpenObject, 1, E_FAIL);
-  EXPECT_EQ(Open({kBirgit}).sheet().PageCount(), 4U) << "the features and the pages of our own";
+  const OpenSheet& open = Open({kBirgit});
+  EXPECT_EQ(open.sheet().PageCount(), 4U) << "the features and the pages of our own";
+  EXPECT_THAT(open.Missing(),
+              ::testing::StartsWith("Some of the properties of Birgit Krämer cannot be shown "
+                                    "(error code 0X80004005). "));
   plan().Fail(FaultPoint::kOpenObject, 1, E_FAIL);
   plan().Fail(FaultPoint::kOpenObject, 2, E_FAIL);
   EXPECT_THROW((void)Open({kBirgit}), std::runtime_error);

@@ -4,11 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTableWidget>
 #include <QTest>
+#include <QTextEdit>
 #include <QTreeView>
+#include <set>
 
 #include "hosts/console/attributes/attributes_window.h"
 #include "hosts/console/choosers/container_browser.h"
@@ -30,6 +33,7 @@
 #include "hosts/console/writing/qt_writing_desk.h"
 #include "hosts/console/writing/result_dialog.h"
 #include "hosts/console/writing/review_dialog.h"
+#include "hosts/session/find/ready_views.h"
 #include "hosts/session/new_object_kind.h"
 #include "resources/resource.h"
 #include "tests/ui/open_sheet.h"
@@ -256,7 +260,17 @@ class Tour {
     PlayTo("box");
     box.Show(nullptr, {.text = kLongText + "\n" + kLongWord, .caption = kLongText});
     console::QtWritingDesk desk;
-    PlayTo("failure");
+    scripts_.Add([this](QWidget& window) {
+      Look(window, "failure");
+      const auto* const details = window.findChild<QTextEdit*>(QStringLiteral("box_details"));
+      ASSERT_NE(details, nullptr);
+      for (const bool is_shown : {true, false}) {
+        QTest::keyClick(&window, Qt::Key_D, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return details->isVisible() == is_shown; }, kPatience));
+        Look(window, is_shown ? "failure-details" : "failure-without-details");
+      }
+      window.close();
+    });
     desk.ShowFailure(nullptr, {.summary = kLongWord, .advice = kLongText, .details = kLongWord});
   }
 
@@ -272,6 +286,7 @@ class Tour {
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window.IsReading(); }, kPatience));
     window.findChild<QTreeView*>(QStringLiteral("object_list"))->selectAll();
     Look(window, "main");
+    LookAtQuestions(window);
   }
 
   /// Those that the main window opens over what it shows.
@@ -289,17 +304,42 @@ class Tour {
     window.pane().list().Select({kBirgit});
     contract::Activate(window);
     window.pane().list().view().setFocus();
-    for (const char* name : {"change_selection", "show_connection", "show_about"}) {
-      QAction* const action = window.findChild<QAction*>(QLatin1String(name));
-      EXPECT_TRUE(action->isEnabled()) << name;
+    scripts_.Add([this](QWidget& commands) { LookAtCommands(commands); });
+    Trigger(window, "change_selection");
+    for (const char* name : {"show_connection", "show_about"}) {
       PlayTo(name);
-      action->trigger();
-      EXPECT_EQ(scripts_.waiting(), 0U) << name;
+      Trigger(window, name);
     }
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window.IsReading(); }, kPatience));
   }
 
  private:
+  /// Some views have one.
+  void LookAtQuestions(console::MainWindow& window) {
+    auto* const views = window.findChild<QComboBox*>(QStringLiteral("find_view"));
+    std::set<session::ViewQuestion> seen;
+    for (std::size_t row = 0; row < session::ReadyViews().size(); ++row) {
+      if (!seen.insert(session::ReadyViews()[row].question).second) continue;
+      views->setCurrentIndex(static_cast<int>(row));
+      Q_EMIT views->activated(static_cast<int>(row));
+      EXPECT_TRUE(QTest::qWaitFor([&] { return !window.IsReading(); }, kPatience));
+      Look(window, "main-view-" + std::to_string(row));
+    }
+  }
+  void Trigger(QWidget& window, const char* name) {
+    QAction* const action = window.findChild<QAction*>(QLatin1String(name));
+    EXPECT_TRUE(action->isEnabled()) << name;
+    action->trigger();
+    EXPECT_EQ(scripts_.waiting(), 0U) << name;
+  }
+  void LookAtCommands(QWidget& window) {
+    auto* const what = window.findChild<QComboBox*>(QStringLiteral("commands_what"));
+    for (int row = 0; row < what->count(); ++row) {
+      what->setCurrentIndex(row);
+      Look(window, "commands-" + std::to_string(row));
+    }
+    window.close();
+  }
   static QString Long() { return console::ToQString(kLongText); }
 
   static void AwaitRows(const QWidget& window, const char* list, int rows) {

@@ -14,6 +14,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QSet>
+#include <QTextEdit>
 #include <QToolButton>
 
 #include "hosts/console/dialogs/hint_label.h"
@@ -33,7 +34,8 @@ bool IsInput(const QWidget& widget) {
          qobject_cast<const QComboBox*>(&widget) != nullptr ||
          qobject_cast<const QAbstractSpinBox*>(&widget) != nullptr ||
          qobject_cast<const QAbstractItemView*>(&widget) != nullptr ||
-         qobject_cast<const QPlainTextEdit*>(&widget) != nullptr;
+         qobject_cast<const QPlainTextEdit*>(&widget) != nullptr ||
+         qobject_cast<const QTextEdit*>(&widget) != nullptr;
 }
 
 /// A line in which a control of its own is typed into.
@@ -47,9 +49,7 @@ bool NeedsNoLetter(const QAbstractButton& button) {
   static const QSet<QString> known = {QStringLiteral("OK"), QStringLiteral("Cancel"),
                                       QStringLiteral("Close")};
   const bool is_tool = qobject_cast<const QToolButton*>(&button) != nullptr;
-  // The toolkit words it anew with every click.
-  const bool is_details = button.text().endsWith(QLatin1String("Details..."));
-  return is_tool || is_details || button.text().isEmpty() ||
+  return is_tool || button.text().isEmpty() ||
          known.contains(console::WithoutMnemonic(button.text()));
 }
 
@@ -60,6 +60,7 @@ bool IsReachedOtherwise(const QWidget& input) {
       QStringLiteral("control_284"), QStringLiteral("control_311"), QStringLiteral("control_1002"),
       QStringLiteral("control_1007"), QStringLiteral("results_reason"),
       QStringLiteral("review_ldif"), QStringLiteral("conflicts_choice"),
+      QStringLiteral("box_details"),
       // Down leads from the line above to the list, and Tab to the tree.
       QStringLiteral("object_list"), QStringLiteral("container_tree")};
   return known.contains(input.objectName()) || (input.focusPolicy() & Qt::TabFocus) == 0;
@@ -93,8 +94,9 @@ class Letters {
     for (const auto* label : Shown<QLabel>(window)) {
       if (label->buddy() != nullptr) Add(label->text(), label->buddy());
     }
-    if (const auto* bar = window.findChild<QMenuBar*>()) AddMenus(bar->actions());
+    if (const auto* bar = window.findChild<QMenuBar*>()) AddMenu(bar->actions());
     for (const auto* input : Shown<QWidget>(window)) {
+      if (input->contextMenuPolicy() == Qt::ActionsContextMenu) AddMenu(input->actions());
       if (!IsInput(*input) || IsPart(*input) || reached_.contains(input)) continue;
       const bool has_keyboard = window.focusWidget() == input;
       if (has_keyboard || IsReachedOtherwise(*input)) continue;
@@ -121,20 +123,8 @@ class Letters {
     if (group == nullptr || MnemonicOf(frame.title()).isNull()) return;
     Add(frame.title(), group->next());
   }
-  void AddMenus(const QList<QAction*>& actions) {
-    QMap<QChar, QString> used;
-    for (const QAction* action : actions) {
-      if (action->isSeparator() || !action->isVisible()) continue;
-      const QChar letter = MnemonicOf(action->text());
-      if (letter.isNull())
-        faults_.push_back("no letter in menu \"" + ToUtf8(action->text()) + "\"");
-      if (used.contains(letter)) {
-        faults_.push_back("one letter for \"" + ToUtf8(action->text()) + "\" and \"" +
-                          ToUtf8(used.value(letter)) + "\"");
-      }
-      used.insert(letter, action->text());
-      if (action->menu() != nullptr) AddMenus(action->menu()->actions());
-    }
+  void AddMenu(const QList<QAction*>& entries) {
+    for (std::string& fault : FaultsOfMenu(entries)) faults_.push_back(std::move(fault));
   }
 
   QMap<QChar, QString> letters_;
@@ -145,6 +135,27 @@ class Letters {
 }  // namespace
 
 std::vector<std::string> FaultsOfKeys(const QWidget& window) { return Letters(window).faults(); }
+
+std::vector<std::string> FaultsOfMenu(const QList<QAction*>& entries) {
+  std::vector<std::string> faults;
+  QMap<QChar, QString> used;
+  for (const QAction* entry : entries) {
+    if (entry->isSeparator() || !entry->isVisible()) continue;
+    const QChar letter = MnemonicOf(entry->text());
+    if (letter.isNull()) {
+      faults.push_back("no letter in menu \"" + ToUtf8(entry->text()) + "\"");
+    } else if (used.contains(letter)) {
+      faults.push_back("one letter for \"" + ToUtf8(entry->text()) + "\" and \"" +
+                       ToUtf8(used.value(letter)) + "\"");
+    }
+    used.insert(letter, entry->text());
+    if (entry->menu() == nullptr) continue;
+    for (std::string& fault : FaultsOfMenu(entry->menu()->actions())) {
+      faults.push_back(std::move(fault));
+    }
+  }
+  return faults;
+}
 
 std::vector<std::string> FaultsOfTexts(const QWidget& window) {
   std::vector<std::string> faults;

@@ -8,6 +8,7 @@
 #include "hosts/console/dialogs/message_box.h"
 #include "hosts/console/program/console_platform.h"
 #include "hosts/console/sheets/make_property_sheet.h"
+#include "hosts/console/text/qt_text.h"
 #include "hosts/session/directory_session.h"
 #include "tests/contract/dialog_contract_qt_player.h"
 #include "tests/contract/dialog_contract_qt_scripts.h"
@@ -40,6 +41,8 @@ class OpenSheet {
   [[nodiscard]] const std::vector<std::string>& asked_for() const { return asked_for_; }
 
   [[nodiscard]] console::QtPropertySheet& sheet() const { return *result_.sheet; }
+  /// What is said of tabs that could not be shown; empty when all of them are.
+  [[nodiscard]] std::string Missing() const { return console::ToUtf8(result_.missing); }
   /// The dialog of the first page.
   [[nodiscard]] console::QtDialog& dialog() const { return *sheet().Dialog(0); }
   [[nodiscard]] contract::QtPlayer& user() { return *player_; }

@@ -349,7 +349,7 @@ TEST_F(PlacesWindow, DistinguishedNamesAreCopiedFromBothMenus) {
   for (QTreeView* view : {&list(), &tree()}) {
     const auto actions = view->actions();
     const auto copy = std::ranges::find_if(actions, [](const QAction* action) {
-      return ToUtf8(action->text()) == "Copy Distinguished &Names";
+      return ToUtf8(action->text()) == "Copy D&istinguished Names";
     });
     ASSERT_NE(copy, actions.end());
   }

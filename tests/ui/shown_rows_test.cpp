@@ -5,12 +5,14 @@
 #include <gmock/gmock.h>
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QStyleOptionComboBox>
 
 #include "hosts/console/dialogs/combo_box_control.h"
 #include "hosts/console/dialogs/list_box_control.h"
 #include "hosts/console/dialogs/name_label.h"
+#include "hosts/console/fields/page_marks.h"
 #include "hosts/console/text/qt_text.h"
 #include "resources/resource.h"
 #include "tests/ui/console_test.h"
@@ -146,6 +148,89 @@ TEST(NameLabels, BreakBetweenWordsAsLongAsEachHasRoom) {
     usual.resize(size);
     EXPECT_EQ(label.grab().toImage(), usual.grab().toImage()) << letters;
   }
+}
+
+/// A page with one field, and a list below it.
+class DrawnMarks : public ::testing::Test {
+ protected:
+  DrawnMarks() {
+    host_.resize(200, 140);
+    page_.setGeometry(host_.rect());
+    field_.setGeometry(kField);
+    list_.setGeometry(60, 50, 80, 80);
+    for (QWidget* const control : {static_cast<QWidget*>(&field_), static_cast<QWidget*>(&list_)}) {
+      control->setFocusPolicy(Qt::NoFocus);
+    }
+    Fill(list_, {"a", "b", "c"});
+    host_.show();
+    plain_ = host_.grab().toImage();
+  }
+
+  [[nodiscard]] QImage Draw(std::vector<console::Mark> marks,
+                            std::vector<console::Hint> hints = {}) {
+    marks_.SetMarks(std::move(marks), std::move(hints));
+    return host_.grab().toImage();
+  }
+  /// Where something is drawn on a line of the picture that is not there without it.
+  [[nodiscard]] std::vector<int> Drawn(const QImage& picture, int line) const {
+    std::vector<int> columns;
+    for (int column = 0; column < picture.width(); ++column) {
+      if (picture.pixel(column, line) != plain_.pixel(column, line)) columns.push_back(column);
+    }
+    return columns;
+  }
+  /// All of it.
+  [[nodiscard]] QRect Drawn(const QImage& picture) const {
+    QRect all;
+    for (int line = 0; line < picture.height(); ++line) {
+      for (const int column : Drawn(picture, line)) all |= QRect(column, line, 1, 1);
+    }
+    return all;
+  }
+
+  static constexpr QRect kField{60, 15, 80, 24};
+  static constexpr int kMiddle = 27;
+  QWidget host_;
+  QWidget page_{&host_};
+  QLineEdit field_{&page_};
+  QListWidget list_{&page_};
+  console::PageMarks marks_{page_};
+
+ private:
+  QImage plain_;
+};
+
+TEST_F(DrawnMarks, AreABarBeforeTheFieldAndAFrameWhereItIsJudged) {
+  using console::MarkKind;
+  const QImage changed = Draw({{.control = &field_, .kind = MarkKind::kChanged}});
+  EXPECT_THAT(Drawn(changed, kMiddle), ElementsAre(56, 57, 58));
+  EXPECT_EQ(Drawn(changed), QRect(56, kField.top(), 3, kField.height())) << "and no frame";
+  const QImage odd = Draw({{.control = &field_, .kind = MarkKind::kOdd}});
+  EXPECT_EQ(Drawn(odd), QRect(56, kField.top(), 84, kField.height()));
+  const QImage wrong = Draw({{.control = &field_, .kind = MarkKind::kWrong}});
+  EXPECT_THAT(Drawn(wrong, kMiddle), ElementsAre(55, 56, 57, 58, 60, 139));
+  EXPECT_LT(Drawn(odd, kField.top()).size(), Drawn(wrong, kField.top()).size() - 10) << "broken";
+  EXPECT_NE(changed.pixel(57, kMiddle), odd.pixel(57, kMiddle));
+  EXPECT_NE(odd.pixel(57, kMiddle), wrong.pixel(57, kMiddle));
+  EXPECT_EQ(Drawn(Draw({})), QRect()) << "set back it is as it was";
+  host_.setLayoutDirection(Qt::RightToLeft);
+  EXPECT_THAT(Drawn(Draw({{.control = &field_, .kind = MarkKind::kChanged}}), kMiddle),
+              ElementsAre(141, 142, 143));
+}
+
+TEST_F(DrawnMarks, SayWhatIsHintedAtAtTheEndOfTheFieldOrItsRow) {
+  const QRect in_field = Drawn(Draw({}, {{.control = &field_, .text = QStringLiteral("not set")}}));
+  EXPECT_FALSE(in_field.isEmpty());
+  EXPECT_TRUE(QRect(80, 15, 60, 24).contains(in_field));
+  const QRect row =
+      list_.visualItemRect(list_.item(1)).translated(list_.viewport()->mapTo(&host_, QPoint(0, 0)));
+  const QRect in_row =
+      Drawn(Draw({}, {{.control = &list_, .text = QStringLiteral("on"), .row = 1}}));
+  EXPECT_FALSE(in_row.isEmpty());
+  EXPECT_TRUE(row.contains(in_row));
+  EXPECT_GT(in_row.left(), row.center().x());
+  EXPECT_EQ(Drawn(Draw({}, {{.control = &list_, .text = QStringLiteral("on"), .row = 7}})),
+            QRect());
 }
 
 class ShownRows : public ConsoleTest {};

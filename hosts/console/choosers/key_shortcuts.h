@@ -25,7 +25,7 @@ inline void OnKeys(QWidget& widget, std::initializer_list<Qt::Key> keys,
 /// Gives a view the menu of the right mouse button, and Ctrl+Shift+C, to copy distinguished names.
 /// `names` gives those of what is selected.
 inline void OfferNames(QWidget& view, const std::function<QStringList()>& names) {
-  auto* const copy = new QAction(QStringLiteral("Copy Distinguished &Names"), &view);
+  auto* const copy = new QAction(QStringLiteral("Copy D&istinguished Names"), &view);
   copy->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+C")));
   copy->setShortcutContext(Qt::WidgetShortcut);
   QObject::connect(copy, &QAction::triggered, &view, [names] {

@@ -132,7 +132,9 @@ void CommandDialog::MakeInputs(QFormLayout& form) {
   form.addRow(QStringLiteral("Which addr&esses:"), gone_);
   form.addRow(QStringLiteral("New &address:"), address_);
   form.addRow(QString(), default_);
-  form.addRow(QStringLiteral("Names:"), names_line_);
+  auto* const names_label = new QLabel(QStringLiteral("&Names:"), this);
+  form.addRow(names_label, names_line_);
+  names_label->setBuddy(names_);
   leaves_odd_out_ = new QCheckBox(QStringLiteral("Leave &out what is odd or in use"), this);
   leaves_odd_out_->setObjectName(QStringLiteral("commands_leave_odd"));
   leaves_odd_out_->setChecked(true);

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 
+#include "hosts/console/dialogs/mnemonics.h"
 #include "hosts/console/fields/page_care.h"
 #include "hosts/console/fields/value_list.h"
 #include "hosts/console/text/qt_text.h"
@@ -17,6 +18,21 @@ namespace {
 const QKeySequence& BackKey() {
   static const QKeySequence key(Qt::CTRL | Qt::Key_R);
   return key;
+}
+
+/// Gives every entry a letter of its own, whoever brought it.
+void GiveLetters(const QMenu& menu) {
+  // Behind it stands the entry's key.
+  constexpr QChar kTab(u'\t');
+  QStringList texts;
+  for (const QAction* const action : menu.actions()) {
+    texts.append(action->text().section(kTab, 0, 0));
+  }
+  const QStringList marked = WithMnemonics(texts, {});
+  for (qsizetype at = 0; at < texts.size(); ++at) {
+    QAction& action = *menu.actions().at(at);
+    action.setText(marked.at(at) + action.text().mid(texts.at(at).size()));
+  }
 }
 
 }  // namespace
@@ -65,6 +81,7 @@ void FieldMenu::Open(QWidget& control, std::size_t field, const QPoint& place) {
                               : QStringLiteral("&Remove the value"),
                     this, [this, field] { page_.RemoveValue(field); });
   }
+  GiveLetters(*menu);
   menu->popup(place);
 }
 

@@ -161,7 +161,7 @@ void FindBar::ShowQuestion() {
   answer_->setVisible(asks);
   question_->setText(ToQString(session::QuestionText(question)));
   answer_->setText(ToQString(session::PresetAnswer(question, Today())));
-  answer_->setAccessibleName(question_->text());
+  answer_->setAccessibleName(WithoutMnemonic(question_->text()));
 }
 
 const session::ReadyView* FindBar::Ready() const {

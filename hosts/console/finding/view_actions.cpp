@@ -41,8 +41,8 @@ ViewActions::ViewActions(DirectoryPane& pane) : QObject(&pane), pane_(pane) {
   Add("&Columns...", "", "Choose what the list shows of each object", nullptr);
   connect(actions_.back(), &QAction::triggered, &pane_, [this] { pane_.ChooseColumns(); });
   AddSeparator();
-  Add("C&opy Rows", "Ctrl+C", "Copy the selected rows, or all, as text", &ViewActions::Copy);
-  Add("Copy Distinguished &Names", "Ctrl+Shift+C",
+  Add("Cop&y Rows", "Ctrl+C", "Copy the selected rows, or all, as text", &ViewActions::Copy);
+  Add("Copy D&istinguished Names", "Ctrl+Shift+C",
       "Copy the distinguished names of the selected objects", &ViewActions::CopyNames);
   copy_names_ = actions_.back();
   Add("&Export Table...", "",

@@ -10,6 +10,7 @@
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/writing/history_dialog.h"
 #include "hosts/console/writing/result_dialog.h"
+#include "hosts/session/folder_name.h"
 #include "hosts/session/let_go.h"
 #include "hosts/session/shown_failure.h"
 
@@ -27,7 +28,7 @@ std::vector<session::WrittenChange> Told(const std::vector<changes::Result>& res
   std::vector<session::WrittenChange> told;
   for (const changes::Result& result : results) {
     errands.Breathe();
-    told.push_back({.name = result.dn.empty() ? "The changes" : result.dn,
+    told.push_back({.name = result.dn.empty() ? "The changes" : session::OwnNameOf(result.dn),
                     .result = result,
                     .reason = result.IsDone() ? std::string() : session::ReasonOf(result, book)});
   }

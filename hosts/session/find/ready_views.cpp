@@ -75,10 +75,10 @@ struct Question {
 };
 
 constexpr std::array kQuestions = {
-    Question{kMegabytes, "MB:", "500"},
-    Question{kServer, "Server:", ""},
-    Question{kFeature, "Feature:", "pop3"},
-    Question{kDate, "Date:", ""},
+    Question{kMegabytes, "&MB:", "500"},
+    Question{kServer, "&Server:", ""},
+    Question{kFeature, "Fea&ture:", "pop3"},
+    Question{kDate, "D&ate:", ""},
 };
 
 constexpr int kDaysOfPreset = 7;

@@ -28,7 +28,7 @@ struct ReadyView {
 /// Every ready view but those of the check's rules, the one of all objects first.
 [[nodiscard]] std::span<const ReadyView> ReadyViews();
 
-/// What the question is called beside its field; empty for no question.
+/// What the question is called beside its field, with its letter; empty for no question.
 [[nodiscard]] std::string_view QuestionText(ViewQuestion question);
 /// What is taken as long as nobody answers; a date is that of a week before `today`.
 [[nodiscard]] std::string PresetAnswer(ViewQuestion question, std::chrono::year_month_day today);
