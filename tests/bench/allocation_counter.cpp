@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Loaded before a program (LD_PRELOAD), counts how often it asks for memory, and adds a line with
-// the number to the file that PELORA_ALLOCATIONS names when the program ends.
+// the number to the file that PELORA_ALLOCATIONS names when the program ends. A program that looks
+// for `pelora_allocations` is told the number so far.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -36,6 +37,8 @@ __attribute__((destructor)) void Tell() {
 }  // namespace
 
 extern "C" {
+
+unsigned long pelora_allocations() { return allocations.load(); }
 
 void* malloc(std::size_t size) {
   Count();
