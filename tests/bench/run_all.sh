@@ -6,7 +6,7 @@
 #   tests/bench/run_all.sh [--long] [BUILD-FOLDER]
 #
 # Takes some minutes, and wants a machine that does nothing else. The first run makes the users, which takes many
-# more. --long makes files of 100,000 users, too, and a domain of as many, which takes an hour and is kept; where that
+# more. --long makes files of 100,000 users, too, and a domain of as many, which takes a while and is kept; where that
 # domain is there already, it is measured without.
 set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
