@@ -11,6 +11,7 @@
 #   domain=3000      rounds of each of three writers at once on a domain
 #   counter=1000     rounds of two writers that count on one number of a domain
 #   controllers=1    the suite on a domain of three controllers and two sites
+#   trusted=1        the suite on a domain beside another one that it trusts
 #   edits=1000       rounds of random edits on each tab
 #   bulk=5000        users that one sheet of the console changes, and another one on a domain
 #   faults=0         calls that fail, of each trial: always every one
@@ -31,7 +32,7 @@
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
-declare -A wanted=([fuzz]=600 [kills]=1000 [rounds]=10000 [domain]=3000 [counter]=1000 [controllers]=1 [edits]=1000 [bulk]=5000
+declare -A wanted=([fuzz]=600 [kills]=1000 [rounds]=10000 [domain]=3000 [counter]=1000 [controllers]=1 [trusted]=1 [edits]=1000 [bulk]=5000
   [faults]=0 [allocations]=400 [windows]=200 [wine]=10000 [threads]=1 [alone]=1)
 preset=asan
 if [ "${1:-}" = only ]; then
@@ -157,7 +158,9 @@ mkdir -p build
     's/^rounds of three writers on a domain: //p' tests/lab/run_in_lab.sh
   trial counter "two writers on a domain" lab/lab_changes_test '*NoAcceptedChangeIsLost' \
     's/^two writers, //p' tests/lab/run_in_lab.sh
-  PELORA_LAB_KIND=controllers trial controllers "several controllers" lab/lab_controllers_test '*' \
+  PELORA_LAB_KIND=controllers trial controllers "several controllers" lab/lab_controllers_test \
+    '-TrustedDomain.*' 's/^\[  PASSED  \] \([0-9]* tests\).*/\1 passed/p' tests/lab/run_in_lab.sh
+  PELORA_LAB_KIND=trusted trial trusted "a trusted domain" lab/lab_controllers_test 'TrustedDomain.*' \
     's/^\[  PASSED  \] \([0-9]* tests\).*/\1 passed/p' tests/lab/run_in_lab.sh
   trial rounds "soak" harness/harness_test 'Soak.Nothing*' 's/^soak: //p'
   # How long the window lets one wait is measured as it is handed out.

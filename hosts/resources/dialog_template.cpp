@@ -6,6 +6,7 @@
 #include <utility>
 #include <variant>
 
+#include "directory/ascii_case.h"
 #include "hosts/resources/block_reader.h"
 #include "hosts/resources/resource_name.h"
 
@@ -35,17 +36,15 @@ constexpr std::array kWindowClasses{
     WindowClass{0, "SYSLISTVIEW32", ControlKind::kListView},
 };
 
-std::string UpperCaseAscii(std::string text) {
-  for (char& letter : text) {
-    if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
-  }
+std::string InCapitals(std::string text) {
+  std::ranges::transform(text, text.begin(), AsciiUpperCase);
   return text;
 }
 
 void SetClass(DialogItem& item, const ResourceName& name) {
   const auto* atom = std::get_if<std::uint16_t>(&name);
   item.window_class =
-      atom != nullptr ? "#" + std::to_string(*atom) : UpperCaseAscii(std::get<std::string>(name));
+      atom != nullptr ? "#" + std::to_string(*atom) : InCapitals(std::get<std::string>(name));
   const auto* known = std::ranges::find_if(kWindowClasses, [&](const WindowClass& candidate) {
     return atom != nullptr ? candidate.atom == *atom && *atom != 0
                            : item.window_class == candidate.name;

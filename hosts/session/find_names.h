@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -19,13 +20,16 @@ struct FoundNames {
   std::vector<std::string> ambiguous{};
   /// How many were not looked for: there were too many.
   std::size_t left_out = 0;
+  /// Domains in which nobody could be looked for, in words; what was found elsewhere is whole.
+  std::vector<std::string> unreached{};
   /// A failure: some may not have been found for it.
   ldap::StoreStatus status{};
 };
 
 /// Finds the objects of a list of names, logon names, addresses and distinguished names, among
-/// those that an LDAP filter lets through.
-using NameFinder = std::function<FoundNames(ldap::IDirectoryStore& store, const std::string& text,
-                                            const std::string& filter)>;
+/// those that an LDAP filter lets through. `stop` ends what is asked of others than `store`.
+using NameFinder =
+    std::function<FoundNames(ldap::IDirectoryStore& store, const std::string& text,
+                             const std::string& filter, const std::stop_token& stop)>;
 
 }  // namespace pelora::session

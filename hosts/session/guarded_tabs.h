@@ -11,6 +11,7 @@
 
 #include "hosts/changes/recording_directory.h"
 #include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/search_place.h"
 #include "hosts/ldap/store_opener.h"
 #include "hosts/resources/resource_file.h"
 #include "hosts/session/change_history.h"
@@ -50,6 +51,9 @@ struct TabSurroundings {
   /// Opens the same directory for use on another thread. May be none: then nothing is looked up
   /// beside the window.
   ldap::StoreOpener open_another{};
+  /// Finds the domains around the directory's own, in which pasted names are looked for, too. May
+  /// be none.
+  ldap::PlaceFinder find_places{};
   /// Whether pages of our own stand behind the extension's: see `OwnPagesOf`. `templates` has
   /// theirs then.
   bool has_own_pages = false;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Loaded before a program (LD_PRELOAD), counts how often it asks for memory, and adds a line with
 // the number to the file that PELORA_ALLOCATIONS names when the program ends. Memory comes from
-// whichever allocator the program has.
+// whichever allocator the program has. A program that looks for `pelora_allocations` is told the
+// number so far.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <unistd.h>
@@ -38,6 +39,8 @@ __attribute__((destructor)) void Tell() {
 }  // namespace
 
 extern "C" {
+
+unsigned long pelora_allocations() { return allocations.load(); }
 
 void* malloc(std::size_t size) {
   static const auto next = Next<void* (*)(std::size_t)>("malloc");

@@ -3,14 +3,19 @@
 // instead, in one run and on one machine, and prints the ratios. Runs in the lab
 // (run_directory_bench.sh).
 //
-//   directory_bench CONTAINER [LARGE-CONTAINER]
+//   directory_bench [--quick] CONTAINER LARGE-CONTAINER
+//   directory_bench --count WORK CONTAINER USERS
 //
 // CONTAINER is an organizational unit with some users right below it, LARGE-CONTAINER one with ten
-// times as many. The exit code is 1 when a ratio exceeds its limit.
+// times as many. The exit code is 1 when a ratio exceeds its limit. With --quick everything is done
+// once and nothing is counted; with --count one thing is done and only counted, for the program
+// itself (counted_work.h).
 #include <QApplication>
+#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,7 +24,11 @@
 #include "pages/objects/prop_page_user.h"
 #include "resources/resource.h"
 #include "tests/bench/bench_table.h"
+#include "tests/bench/counted_run.h"
+#include "tests/bench/counted_work.h"
 #include "tests/bench/listing_bench.h"
+#include "tests/bench/shown_list.h"
+#include "tests/bench/takings.h"
 #include "tests/lab/lab_page.h"
 #include "tests/lab/lab_test.h"
 
@@ -86,21 +95,48 @@ std::string WriteChanges(const std::vector<std::string>& users, int round) {
   return path;
 }
 
+std::vector<std::string> FirstOf(const std::vector<std::string>& all, std::size_t count) {
+  const std::size_t taken = count == 0 ? all.size() : std::min(count, all.size());
+  return {all.begin(), all.begin() + static_cast<std::ptrdiff_t>(taken)};
+}
+
+/// What is done when only that is counted.
+std::function<void()> PrepareWork(NetworkSession& session, const CountedWork& work) {
+  if (work.work == kListObjects) {
+    const auto list = std::make_shared<ShownList>(session);
+    list->LookAway();
+    return [list, container = work.container] { list->Show(container); };
+  }
+  const std::vector<std::string> users =
+      FirstOf(UsersBelow(session.store(), work.container), work.users);
+  if (work.work == kOpenTab) return [&session, users] { OpenTab(session, users); };
+  if (work.work != kApplyTab) throw std::runtime_error("no work is called " + work.work);
+  const auto tab = std::make_shared<EditedTab>(session, users);
+  return [tab] { tab->Apply(); };
+}
+
 class Bench {
  public:
-  /// Everything is done so many times, within reason; or once.
-  Bench(const std::string& container, bool is_quick)
+  /// Everything is done so many times, within reason, and counted; or once, without a `count`.
+  Bench(const std::string& container, WorkCounter count)
       : container_(container),
-        is_quick_(is_quick),
+        count_(std::move(count)),
         users_(UsersBelow(session_->store(), container)) {}
 
   void Open(BenchTable& table) {
-    const std::string search = Tool("ldapsearch") + "-LLL -E pr=1000/noprompt -b '" + container_ +
-                               "' -s one '(objectClass=user)' " + kAttributes + " >/dev/null";
-    const Pair open = MediansOf(
-        Rounds(7), [&] { OpenTab(*session_, users_); }, [&] { RunTool(search); });
-    table.Add("open a tab on " + Count(), open.first, "ldapsearch, one paged search", open.second,
-              0.60);
+    const Command search = [this](const std::string& server) {
+      return Tool("ldapsearch", server) + "-LLL -E pr=1000/noprompt -b '" + container_ +
+             "' -s one '(objectClass=user)' " + kAttributes + " >/dev/null";
+    };
+    Takings ours;
+    Takings theirs;
+    for (int round = 0; round < Rounds(7); ++round) {
+      ours.Do([&] { OpenTab(*session_, users_); });
+      theirs.Do([&] { RunTool(search(Server())); });
+    }
+    AddBesideTool(table, "open a tab on " + Count(), ours, "ldapsearch, one paged search", theirs,
+                  0.60);
+    AddCounts(table, {.work = kOpenTab, .container = container_}, search);
   }
 
   void OpenFromAfar(BenchTable& table) {
@@ -124,67 +160,85 @@ class Bench {
   void Apply(BenchTable& table) {
     EditedTab tab(*session_, users_);
     const std::vector<std::string> files = {WriteChanges(users_, 0), WriteChanges(users_, 1)};
-    int round = 0;
-    const Pair apply = MediansOf(
-        Rounds(5), [&] { tab.Apply(); },
-        [&] {
-          RunTool(Tool("ldapmodify") + "-f " + files[static_cast<std::size_t>(++round % 2)] +
-                  " >/dev/null");
-        });
-    table.Add("apply one change to " + Count(), apply.first, "ldapmodify, as many", apply.second,
-              1.02);
+    int turn = 0;
+    const Command modify = [&](const std::string& server) {
+      return Tool("ldapmodify", server) + "-f " + files[static_cast<std::size_t>(++turn % 2)] +
+             " >/dev/null";
+    };
+    Takings ours;
+    Takings theirs;
+    for (int round = 0; round < Rounds(5); ++round) {
+      ours.Do([&] { tab.Apply(); });
+      theirs.Do([&] { RunTool(modify(Server())); });
+    }
+    AddBesideTool(table, "apply one change to " + Count(), ours, "ldapmodify, as many", theirs,
+                  1.02);
+    AddCounts(table, {.work = kApplyTab, .container = container_}, modify);
   }
 
   void List(BenchTable& table, const std::string& large_container) {
-    MeasureListing(*session_, large_container, container_, Rounds(5), table);
+    MeasureListing(*session_, large_container, container_, Rounds(5), count_, table);
   }
 
   /// What a large selection costs, in terms of a tenth of it: of the same container, for how large
   /// that is costs the server something too.
   void Grow(BenchTable& table, const std::string& large_container) {
     const std::vector<std::string> many = UsersBelow(session_->store(), large_container);
-    const auto tenth = static_cast<std::ptrdiff_t>(std::max<std::size_t>(1, many.size() / 10));
-    const std::vector<std::string> few(many.begin(), many.begin() + tenth);
-    const double times = static_cast<double>(many.size()) / static_cast<double>(few.size());
+    const std::vector<std::string> few = FirstOf(many, std::max<std::size_t>(1, many.size() / 10));
+    const double limit =
+        static_cast<double>(many.size()) / static_cast<double>(few.size()) * kMoreThanLinear;
     const std::string label = std::to_string(many.size()) + " users";
     const std::string few_label = "on " + std::to_string(few.size()) + " of them";
-    const Pair open = MediansOf(
-        Rounds(3), [&] { OpenTab(*session_, many); }, [&] { OpenTab(*session_, few); });
-    table.Add("open a tab on " + label, open.first, few_label, open.second,
-              times * kMoreThanLinear);
+    const auto add = [&](const std::string& what, const Takings& of_many, const Takings& of_few,
+                         const std::string& work) {
+      AddGrowth(table, what + label, of_many, few_label, of_few, limit);
+      if (!count_) return;
+      table.AddCounts(count_({.work = work, .container = large_container}),
+                      count_({.work = work, .container = large_container, .users = few.size()}));
+    };
+    Takings open_many;
+    Takings open_few;
+    for (int round = 0; round < Rounds(3); ++round) {
+      open_many.Do([&] { OpenTab(*session_, many); });
+      for (int turn = 0; turn < 3; ++turn) open_few.Do([&] { OpenTab(*session_, few); });
+    }
+    add("open a tab on ", open_many, open_few, kOpenTab);
 
     EditedTab many_tab(*session_, many);
-    std::vector<double> of_many;
-    std::vector<double> of_few;
+    Takings apply_many;
+    Takings apply_few;
     for (int round = 0; round < Rounds(3); ++round) {
-      of_many.push_back(SecondsOf([&] { many_tab.Apply(); }));
+      apply_many.Do([&] { many_tab.Apply(); });
       // There and back: what is written is always something else than what was there.
       EditedTab few_tab(*session_, few);
-      for (int turn = 0; turn < 2; ++turn) of_few.push_back(SecondsOf([&] { few_tab.Apply(); }));
+      for (int turn = 0; turn < 2; ++turn) apply_few.Do([&] { few_tab.Apply(); });
     }
-    table.Add("apply one change to " + label, MedianOf(of_many), few_label, MedianOf(of_few),
-              times * kMoreThanLinear);
+    add("apply one change to ", apply_many, apply_few, kApplyTab);
   }
 
  private:
-  [[nodiscard]] int Rounds(int rounds) const { return is_quick_ ? 1 : rounds; }
+  [[nodiscard]] int Rounds(int rounds) const { return count_ ? rounds : 1; }
   [[nodiscard]] std::string Count() const { return std::to_string(users_.size()) + " users"; }
+  void AddCounts(BenchTable& table, const CountedWork& work, const Command& tool) const {
+    if (count_) table.AddCounts(count_(work), CountsOf(tool));
+  }
 
   std::string container_;
-  bool is_quick_;
+  WorkCounter count_;
   std::unique_ptr<NetworkSession> session_ = OpenSession();
   std::vector<std::string> users_;
 };
 
-int Run(const std::vector<std::string>& containers, bool is_quick) {
+/// All hold, unless there is no `count`.
+int Run(const std::vector<std::string>& containers, const WorkCounter& count) {
   BenchTable table;
-  Bench bench(containers.front(), is_quick);
+  Bench bench(containers.front(), count);
   bench.Open(table);
   bench.OpenFromAfar(table);
   bench.Apply(table);
   bench.List(table, containers.back());
   bench.Grow(table, containers.back());
-  return is_quick || table.AllHold() ? 0 : 1;
+  return count == nullptr || table.AllHold() ? 0 : 1;
 }
 
 }  // namespace
@@ -192,9 +246,11 @@ int Run(const std::vector<std::string>& containers, bool is_quick) {
 
 int main(int argc, char** argv) {
   std::vector<std::string> arguments(argv + 1, argv + argc);
-  const bool is_quick = !arguments.empty() && arguments.front() == "--quick";
-  if (is_quick) arguments.erase(arguments.begin());
-  if (arguments.size() != 2) {
+  const std::string way = arguments.empty() ? std::string() : arguments.front();
+  const bool is_quick = way == "--quick";
+  const bool is_count = way == pelora::lab::kCountArgument;
+  if (is_quick || is_count) arguments.erase(arguments.begin());
+  if (arguments.size() != (is_count ? 3U : 2U)) {
     std::cerr << "usage: directory_bench [--quick] CONTAINER LARGE-CONTAINER" << std::endl;
     return 2;
   }
@@ -204,7 +260,12 @@ int main(int argc, char** argv) {
   int toolkit_argc = 1;
   const QApplication application(toolkit_argc, argv);
   try {
-    return pelora::lab::Run(arguments, is_quick);
+    if (is_count) {
+      pelora::lab::CountWork(arguments, pelora::lab::PrepareWork);
+      return 0;
+    }
+    return pelora::lab::Run(arguments,
+                            is_quick ? pelora::lab::WorkCounter() : pelora::lab::CountIn(argv[0]));
   } catch (const std::exception& error) {
     std::cerr << "directory_bench: " << error.what() << std::endl;
     return 2;

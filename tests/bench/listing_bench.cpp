@@ -1,75 +1,63 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/bench/listing_bench.h"
 
-#include <QApplication>
-
-#include "hosts/console/window/container_listing.h"
-#include "hosts/console/window/object_list_pane.h"
+#include "tests/bench/counted_run.h"
+#include "tests/bench/shown_list.h"
+#include "tests/bench/takings.h"
 
 namespace pelora::lab {
 namespace {
 
-using State = console::ContainerListing::State;
-
-/// The list as the console's window has it: filled by a reader on a thread of its own, over a
-/// connection of its own, and on the screen while it fills.
-class ShownList {
- public:
-  explicit ShownList(ldap::NetworkSession& session) : reader_(session.open_another()) {
-    pane_.resize(600, 800);
-    pane_.show();
-    listing_.SetReader(&reader_);
-  }
-  ShownList(const ShownList&) = delete;
-  ShownList& operator=(const ShownList&) = delete;
-  ~ShownList() { listing_.SetReader(nullptr); }
-
-  /// Lists a container that is not shown yet, and is done when it shows all of it.
-  void Show(const std::string& container) {
-    listing_.Show({.listing = {.base = container, .below = false}, .columns = {"type", "remark"}});
-    while (listing_.state() == State::kReading) {
-      QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    QApplication::processEvents();
-    if (listing_.state() != State::kWhole) throw std::runtime_error("not listed: " + container);
-  }
-  [[nodiscard]] int Count() const { return pane_.ShownCount(); }
-
- private:
-  console::ObjectListPane pane_{nullptr};
-  console::DirectoryReader reader_;
-  console::ContainerListing listing_{pane_};
-};
+/// What the list shows of an object: by most of it, which picture it has and what it is called.
+constexpr const char* kListed =
+    "objectClass name description peloraAccount peloraResourceType peloraSharedStoreOnly "
+    "userAccountControl";
+constexpr const char* kNamesAlone = "objectClass name description";
 
 }  // namespace
 
 void MeasureListing(ldap::NetworkSession& session, const std::string& container,
-                    const std::string& small_container, int rounds, BenchTable& table) {
+                    const std::string& small_container, int rounds, const WorkCounter& count,
+                    BenchTable& table) {
   ShownList list(session);
-  const std::string search = Tool("ldapsearch") + "-LLL -E pr=1000/noprompt -b '" + container +
-                             "' -s one '(&(objectClass=*)(!(showInAdvancedViewOnly=TRUE)))' "
-                             "objectClass name description >/dev/null";
-  const std::string elsewhere = "CN=Builtin," + Base();
-  int count = 0;
+  const auto search_for = [&container](const char* attributes) {
+    return Command([&container, attributes](const std::string& server) {
+      return Tool("ldapsearch", server) + "-LLL -E pr=1000/noprompt -b '" + container +
+             "' -s one '(&(objectClass=*)(!(showInAdvancedViewOnly=TRUE)))' " + attributes +
+             " >/dev/null";
+    });
+  };
+  const Command search = search_for(kListed);
+  int many = 0;
   int few = 0;
-  std::vector<double> ours;
-  std::vector<double> of_few;
-  std::vector<double> theirs;
+  Takings of_many;
+  Takings of_few;
+  Takings of_tool;
+  Takings of_names;
   for (int round = 0; round < rounds; ++round) {
-    // Another container first: what is shown already would be refreshed only.
-    list.Show(elsewhere);
-    ours.push_back(SecondsOf([&] { list.Show(container); }));
-    count = list.Count();
-    list.Show(elsewhere);
-    of_few.push_back(SecondsOf([&] { list.Show(small_container); }));
+    list.LookAway();
+    of_many.Do([&] { list.Show(container); });
+    many = list.Count();
+    list.LookAway();
+    of_few.Do([&] { list.Show(small_container); });
     few = list.Count();
-    theirs.push_back(SecondsOf([&] { RunTool(search); }));
+    of_tool.Do([&] { RunTool(search(Server())); });
+    of_names.Do([&] { RunTool(search_for(kNamesAlone)(Server())); });
   }
-  const std::string what = "list " + std::to_string(count) + " objects";
-  table.Add(what, MedianOf(ours), "ldapsearch, one paged search", MedianOf(theirs), 1.00);
+  const std::string what = "list " + std::to_string(many) + " objects";
+  AddBesideTool(table, what, of_many, "ldapsearch, one paged search", of_tool, 1.00);
+  Counts counts_of_many;
+  if (count) {
+    counts_of_many = count({.work = kListObjects, .container = container});
+    table.AddCounts(counts_of_many, CountsOf(search));
+  }
+  table.AddBeside("the same", of_many.Seconds(), "ldapsearch, less of each", of_names.Seconds());
   constexpr double kMoreThanLinear = 1.02;
-  table.Add(what, MedianOf(ours), "list " + std::to_string(few) + " others", MedianOf(of_few),
-            static_cast<double>(count) / few * kMoreThanLinear);
+  AddGrowth(table, what, of_many, "list " + std::to_string(few) + " others", of_few,
+            static_cast<double>(many) / few * kMoreThanLinear);
+  if (count) {
+    table.AddCounts(counts_of_many, count({.work = kListObjects, .container = small_container}));
+  }
 }
 
 }  // namespace pelora::lab

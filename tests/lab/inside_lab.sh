@@ -32,6 +32,7 @@ export PELORA_LAB_CONTROL="$here/control_server.sh" PELORA_LAB_NAMES="$here/with
 export KRB5_CONFIG="$lab_home/krb5.conf" KRB5_KTNAME="FILE:$lab_home/ldap.keytab"
 
 "$PELORA_LAB_CONTROL" start "${controllers[@]}"
+[ "${PELORA_LAB_KIND:-}" != trusted ] || "$here/start_partner.sh"
 for user in administrator helper; do
   kinit -c "FILE:$PELORA_LAB_TICKETS/$user" "$user" <<<"$password" >/dev/null ||
     fail "no ticket for $user"

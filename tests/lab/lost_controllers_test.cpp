@@ -31,6 +31,44 @@ class LostControllers : public SeveralControllers {
   [[nodiscard]] static std::string Through(const TcpRelay& relay) {
     return HostOf(kNear) + ":" + std::to_string(relay.port());
   }
+  [[nodiscard]] static std::string Numbered(int number) {
+    return "CN=Person " + std::to_string(number) + ",OU=Many," + Base();
+  }
+
+  /// Does something on the near one, through a relay, again and again; it is killed at an ever
+  /// later step, until it has all been done before. How often it was killed. `check` looks at what
+  /// became of it when it is there again.
+  static int KillAtEveryStep(
+      const std::function<void(ldap::NetworkStore& store)>& act,
+      const std::function<void()>& check = [] {}) {
+    int killed = 0;
+    for (std::size_t bytes = 0, step = 300;; bytes += step, step *= 2) {
+      SCOPED_TRACE(bytes);
+      RunningServer near(kNear);
+      TcpRelay relay(ldap::kDirectoryPort, kNearAddress);
+      ToldStore told({Through(relay), HostOf(kFirstController)});
+      EXPECT_EQ(ToText(told.store.Open()), "0");
+      relay.HoldAnswersAfter(bytes);
+      std::atomic<bool> is_done = false;
+      std::thread killer([&] {
+        Await([&] { return relay.HasHeld() || is_done; });
+        if (relay.HasHeld()) near.Kill();
+      });
+      act(told.store);
+      is_done = true;
+      killer.join();
+      const bool is_killed = relay.HasHeld();
+      if (is_killed) {
+        ++killed;
+        // What was lost in the end is noticed by what comes next.
+        EXPECT_EQ(ReadValue(told.store, Numbered(0), "cn"), "Person 0");
+        EXPECT_EQ(told.server(), HostOf(kFirstController));
+        near.Start();
+      }
+      check();
+      if (!is_killed || ::testing::Test::HasFailure()) return killed;
+    }
+  }
 };
 
 TEST_F(LostControllers, AtAnyStepOfOpeningTheOtherTakesOver) {
@@ -57,6 +95,90 @@ TEST_F(LostControllers, AtAnyStepOfOpeningTheOtherTakesOver) {
     EXPECT_EQ(ReadValue(told.store, user_, "description"), "before");
   }
   EXPECT_GE(killed, 5);
+}
+
+TEST_F(LostControllers, AtAnyStepOfReadingManyTheOtherGoesOn) {
+  std::vector<std::string> names;
+  for (int number = 0; number < 300; ++number) names.push_back(Numbered(number));
+  const int killed = KillAtEveryStep([&](ldap::NetworkStore& store) {
+    std::vector<std::string> read;
+    EXPECT_EQ(ToText(store.ReadMany(names, {},
+                                    [&](const StoreStatus& status, const Entry& entry) {
+                                      EXPECT_EQ(ToText(status), "0");
+                                      read.push_back(entry.dn);
+                                      return true;
+                                    })),
+              "0");
+    EXPECT_EQ(read, names);
+  });
+  EXPECT_GE(killed, 5);
+}
+
+TEST_F(LostControllers, AtAnyStepOfFindingAllIsFoundOrItIsTold) {
+  int told = 0;
+  const int killed = KillAtEveryStep([&](ldap::NetworkStore& store) {
+    std::size_t found = 0;
+    const auto find = [&] {
+      found = 0;
+      return store.Search({.base = "OU=Many," + Base(),
+                           .scope = ldap::SearchScope::kSubtree,
+                           .filter = "(objectClass=user)",
+                           .attributes = {"cn"}},
+                          [&found](const Entry& /*entry*/) { return ++found > 0; });
+    };
+    StoreStatus status = find();
+    if (!status.Ok()) {
+      ++told;
+      EXPECT_THAT(ToText(status), AllOf(StartsWith("-1 "), HasSubstr("was lost")));
+      status = find();
+    }
+    EXPECT_EQ(ToText(status), "0");
+    EXPECT_EQ(found, 1100U);
+  });
+  EXPECT_GE(killed, 5);
+  // Some came before anything had been found: those went on unseen.
+  EXPECT_GT(told, 0);
+  EXPECT_LT(told, killed);
+}
+
+TEST_F(LostControllers, AtAnyStepOfApplyingWhatIsToldAsDoneIsDone) {
+  constexpr int kFirst = 500;
+  constexpr int kCount = 200;
+  int round = 0;
+  std::vector<int> codes;
+  const auto apply = [&](ldap::NetworkStore& store) {
+    codes.clear();
+    int next = 0;
+    const std::string value = "round " + std::to_string(++round);
+    store.ModifyManyStrictly(
+        [&]() -> std::optional<ldap::ModifyRequest> {
+          if (next == kCount) return std::nullopt;
+          return ldap::ModifyRequest{
+              .dn = Numbered(kFirst + next++),
+              .modifications = {{ldap::Modification::Operation::kReplace, "description", {value}}}};
+        },
+        [&](const StoreStatus& status) { codes.push_back(status.code); });
+  };
+  const auto check = [&] {
+    Replicate(kFirstController, kNear);
+    Replicate(kNear, kFirstController);
+    ASSERT_EQ(codes.size(), static_cast<std::size_t>(kCount));
+    LabAdministrator administrator;
+    int unknown = 0;
+    for (int number = 0; number < kCount; ++number) {
+      const int code = codes[static_cast<std::size_t>(number)];
+      if (code == ldap::kLdapTimeout) {
+        ++unknown;
+        continue;
+      }
+      EXPECT_EQ(code, 0) << number;
+      EXPECT_EQ(administrator.Stored(Numbered(kFirst + number))["description"],
+                std::vector<std::string>{"round " + std::to_string(round)})
+          << number;
+    }
+    EXPECT_LE(unknown, 64);
+  };
+  EXPECT_GE(KillAtEveryStep(apply, check), 4);
 }
 
 TEST_F(LostControllers, InTheMiddleOfAReadingTheOtherGoesOn) {

@@ -25,6 +25,11 @@ mount -t tmpfs -o mode=0755 tmpfs "$(dirname "$lab_home")"
 mkdir "$lab_home"
 [ -d "$here" ] || fail "the sources lie below $(dirname "$lab_home"), where the lab has its files"
 write_hosts "$lab_home/hosts"
+if [ "${PELORA_LAB_KIND:-}" = trusted ]; then
+  source "$here/trusted_settings.sh"
+  ip address add "$partner_address/32" dev lo
+  echo "$partner_address $partner_server $partner_host" >>"$lab_home/hosts"
+fi
 mount --bind "$lab_home/hosts" /etc/hosts
 for controller in "${controllers[@]}"; do
   # A read-only one would ask the others.

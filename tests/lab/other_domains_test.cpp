@@ -273,6 +273,42 @@ TEST(OtherDomainsControllers, TheGlobalCatalogIsSearchedSealed) {
                                        "catalog of 'gone.example' "));
 }
 
+TEST(OtherDomainsControllers, TheGlobalCatalogTakesNoChanges) {
+  const std::string user = "CN=Berta Önder,OU=Linden," + Base();
+  LabAdministrator administrator;
+  administrator.Set(user, "description", {"as it was"});
+  DomainControllers controllers({}, std::make_shared<ldap::SchemaCache>());
+  std::unique_ptr<ldap::IDirectoryStore> catalog;
+  ASSERT_EQ(ToText(controllers.OpenCatalog({.catalog_host = Server()}, {}, catalog)), "0");
+  const auto refused = [](const std::string& what) {
+    return "53 the global catalog takes no changes: " + what + " is for a controller of its domain";
+  };
+  EXPECT_EQ(ToText(Replace(*catalog, user, "description", {"by the catalog"})),
+            refused("the change of '" + user + "'"));
+  std::vector<std::string> many;
+  std::vector<ldap::ModifyRequest> waiting(
+      3, {.dn = user,
+          .modifications = {{ldap::Modification::Operation::kReplace, "description", {"many"}}}});
+  catalog->ModifyManyStrictly(
+      [&]() -> std::optional<ldap::ModifyRequest> {
+        if (waiting.empty()) return std::nullopt;
+        ldap::ModifyRequest next = std::move(waiting.back());
+        waiting.pop_back();
+        return next;
+      },
+      [&](const StoreStatus& status) { many.push_back(ToText(status)); });
+  EXPECT_EQ(many, std::vector<std::string>(3, refused("the change of '" + user + "'")));
+  const Entry seen{.dn = user, .attributes = {}};
+  EXPECT_EQ(ToText(catalog->Add({.dn = user, .attributes = {{"objectClass", {"contact"}}}})),
+            refused("the making of '" + user + "'"));
+  EXPECT_EQ(ToText(catalog->Rename(seen, "CN=Other,OU=Linden," + Base())),
+            refused("the new name of '" + user + "'"));
+  EXPECT_EQ(ToText(catalog->Delete(seen)), refused("the deletion of '" + user + "'"));
+  EXPECT_EQ(ToText(catalog->Remove(seen, ldap::IDirectoryStore::Extent::kAlone)),
+            refused("the deletion of '" + user + "'"));
+  EXPECT_THAT(administrator.Stored(user)["description"], ElementsAre("as it was"));
+}
+
 /// Domains and bases of places, as one line each.
 std::vector<std::string> Lines(const std::vector<ldap::SearchPlace>& places) {
   std::vector<std::string> lines;

@@ -11,7 +11,8 @@
 #
 # A domain is provisioned once and kept in PELORA_LAB_FOLDER (build/lab unless given); each run works on a
 # copy. It is made anew when what it is made from has changed. With PELORA_LAB_KIND=controllers it is one of
-# three controllers and two sites (make_controllers.sh).
+# three controllers and two sites (make_controllers.sh), with PELORA_LAB_KIND=trusted one of one controller beside a
+# second domain that it trusts (make_trusted.sh).
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 root="$(cd "$here/../.." && pwd)"
@@ -52,6 +53,9 @@ if [ "${PELORA_LAB_KIND:-}" = controllers ]; then
   made_of+=("$here/make_controllers.sh" "$here/prepare_sites.py" "$here/link_controllers.py"
     "$here/control_server.sh")
   make controllers "$here/make_controllers.sh" "$archive"
+elif [ "${PELORA_LAB_KIND:-}" = trusted ]; then
+  made_of+=("$here/make_trusted.sh" "$here/trust_domain.py" "$here/trusted_settings.sh")
+  make trusted "$here/make_trusted.sh" "$deploy" "$archive"
 fi
 exec {lock}>&-
 

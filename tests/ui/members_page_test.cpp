@@ -12,6 +12,7 @@
 #include "hosts/session/own_pages/own_page_ids.h"
 #include "tests/support/fault_store.h"
 #include "tests/ui/own_pages.h"
+#include "tests/ui/scripted_store.h"
 
 namespace pelora::test {
 namespace {
@@ -175,6 +176,30 @@ TEST_F(MembersPage, APastedListIsPutInAndTheRestOfItStays) {
   EXPECT_THAT(Note(), HasSubstr("There is nothing for: nobody@example.org."));
   open.ClickApply();
   EXPECT_THAT(Entry(kGroup), AllOf(Contains(Member(kAnna)), Contains(Member(kHelga))));
+}
+
+TEST_F(MembersPage, WhoIsPastedIsLookedForInOtherDomainsToo) {
+  const std::string ann = "CN=Ann of north,DC=north,DC=example";
+  session().find_places = [&ann](ldap::IDirectoryStore& /*store*/, auto& places) {
+    const ldap::StoreOpener with_ann = OpenScripted([&ann](const auto& /*request*/, auto& sink) {
+      sink({.dn = ann, .attributes = {{"name", {"Ann of north"}}}});
+      return ldap::StoreStatus{};
+    });
+    const ldap::StoreOpener gone = [](auto& /*store*/, const std::stop_token& /*stop*/) {
+      return ldap::StoreStatus{-1, "not reached"};
+    };
+    places.push_back({"linden-werke.example", {"DC=linden-werke,DC=example"}, {}});
+    places.push_back({"north.example", {"DC=north,DC=example"}, with_ann});
+    places.push_back({"gone.example", {"DC=gone,DC=example"}, gone});
+    return ldap::StoreStatus{};
+  };
+  OpenSheet& open = Open({kGroup}, "Members");
+  Paste("Ann of north; nobody@example.org");
+  EXPECT_THAT(Rows(), Contains("Ann of north\tnorth.example"));
+  EXPECT_EQ(Page().Text(IDC_OWN_MEMBERS_PASTED), "nobody@example.org\r\n");
+  EXPECT_THAT(Note(), AllOf(HasSubstr("There is nothing for: nobody@example.org."),
+                            HasSubstr("Nobody could be looked for in gone.example.")));
+  EXPECT_TRUE(open.IsApplyEnabled());
 }
 
 TEST_F(MembersPage, WhatOthersDoMeanwhileStays) {

@@ -42,7 +42,8 @@ OpenSheet::OpenSheet(session::DirectorySession& session, const resources::Resour
            .errands = faults.errands,
            .desk = faults.desk,
            .history = faults.history,
-           .open_another = session.open_another},
+           .open_another = session.open_another,
+           .find_places = session.find_places},
           nullptr, [this](const session::DirectoryObject& object, QWidget& /*from*/) {
             asked_for_.push_back(object.name);
           })) {

@@ -39,7 +39,8 @@ OpenWizard::OpenWizard(session::DirectorySession& session, const resources::Reso
       result_(console::MakeNewObjectWizard(KindOf(kind), container,
                                            {.store = *session.store,
                                             .specifiers = session.specifiers,
-                                            .open_another = session.open_another},
+                                            .open_another = session.open_another,
+                                            .find_places = session.find_places},
                                            platform_.platform(), module, nullptr)) {
   if (!result_.wizard) throw std::runtime_error(ToUtf8(result_.error));
   wizard().notes().show_object = [this](const session::DirectoryObject& object, QWidget&) {

@@ -40,14 +40,15 @@ struct ToldPlatform {
 /// Whoever can be in a group, as a picker's scope has it: users, groups, contacts, computers.
 constexpr std::uint32_t kMemberTypes = 0x2 | 0x3F0 | 0x400 | 0x800;
 
-std::vector<session::DirectoryObject> ChosenMembers(const ldap::StoreOpener& opener,
+std::vector<session::DirectoryObject> ChosenMembers(const WizardDirectory& directory,
                                                     QWidget& from) {
   ObjectPickerScope scope;
   scope.up_level_both_modes = kMemberTypes;
   SearchDialog dialog({.title = QStringLiteral("Select Members"),
                        .type_filter = session::TypeFilter(scope),
-                       .multiple = true},
-                      opener, from.window());
+                       .multiple = true,
+                       .find_places = directory.find_places},
+                      directory.open_another, from.window());
   if (RunModal(dialog) != QDialog::Accepted) return {};
   return dialog.Chosen();
 }
@@ -74,8 +75,8 @@ WizardResult MakeNewObjectWizard(const session::NewObjectKind& kind,
       std::move(prepared.setup), parent);
   wizard->surroundings = told;
   if (wizard->own_page() != nullptr && directory.open_another) {
-    wizard->own_page()->choose_members = [opener = directory.open_another](QWidget& from) {
-      return ChosenMembers(opener, from);
+    wizard->own_page()->choose_members = [directory](QWidget& from) {
+      return ChosenMembers(directory, from);
     };
   }
   wizard->explain_failure = [told] { return ToQString(told->words()); };

@@ -6,6 +6,7 @@
 #include "hosts/console/new_object/new_object_wizard.h"
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/display_specifiers.h"
+#include "hosts/ldap/search_place.h"
 #include "hosts/ldap/store_opener.h"
 #include "hosts/session/directory_browser.h"
 #include "platform/platform.h"
@@ -24,6 +25,8 @@ struct WizardDirectory {
   const ldap::DisplaySpecifiers& specifiers;
   /// Opens it for use on another thread. May be none: then nothing is looked up beside the window.
   ldap::StoreOpener open_another{};
+  /// Finds the domains around its own, in which members are looked for, too. May be none.
+  ldap::PlaceFinder find_places{};
 };
 
 /// Makes the wizard that makes an object of a kind in a container: with the components that the

@@ -61,7 +61,8 @@ int WritePropertiesPicture(session::DirectorySession& session,
                                              {.store = *session.store,
                                               .platform = platform.platform(),
                                               .templates = templates,
-                                              .open_another = session.open_another},
+                                              .open_another = session.open_another,
+                                              .find_places = session.find_places},
                                              nullptr);
   if (!made.sheet) return Fail(ToUtf8(made.error));
   if (messages.has_shown()) return kExitFailure;

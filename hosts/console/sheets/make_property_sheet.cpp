@@ -41,7 +41,12 @@ struct SheetParts {
                       IDialog* owner, const std::string& dn) {
                     return AskForPassword(store, errands, dn, WindowOf(owner));
                   },
-              .find_names = &session::FindPastedNames,
+              .find_names =
+                  [find_places = surroundings.find_places](
+                      ldap::IDirectoryStore& store, const std::string& text,
+                      const std::string& filter, const std::stop_token& stop) {
+                    return session::FindPastedNames(store, text, filter, find_places, stop);
+                  },
               .protect = &Protect}) {}
 
   CheckedDialogs dialogs;

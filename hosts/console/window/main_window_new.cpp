@@ -73,7 +73,8 @@ void MainWindow::MakeNewObjectIn(const session::DirectoryObject& container,
       MakeNewObjectWizard(kind, container,
                           {.store = store,
                            .specifiers = directory_->session->specifiers,
-                           .open_another = directory_->session->open_another},
+                           .open_another = directory_->session->open_another,
+                           .find_places = directory_->session->find_places},
                           directory_->platform.platform(), module_, this, std::move(start));
   if (!made.wizard) return ReportLater(QStringLiteral("There is no wizard."), made.error);
   made.wizard->notes().show_object = [this](const session::DirectoryObject& object, QWidget& from) {

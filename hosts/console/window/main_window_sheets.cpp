@@ -69,7 +69,8 @@ SheetResult MainWindow::MakeSheet(std::span<const session::DirectoryObject> sele
                                         .errands = &errands_,
                                         .desk = &desk_,
                                         .history = &directory_->history,
-                                        .open_another = directory_->session->open_another},
+                                        .open_another = directory_->session->open_another,
+                                        .find_places = directory_->session->find_places},
                                        &parent, std::move(show_object));
   if (!made.sheet && !made.is_stopped) {
     ReportLater(QStringLiteral("There are no properties to show."), made.error);

@@ -53,20 +53,12 @@ std::shared_ptr<ServerChoice> DomainControllers::ChoiceFor(const KnownDomain& do
   return choice;
 }
 
-StoreStatus DomainControllers::OpenOn(std::shared_ptr<ServerChoice> choice,
-                                      const std::stop_token& stop,
-                                      std::unique_ptr<IDirectoryStore>& store) const {
-  store.reset();
-  auto opened = std::make_unique<NetworkStore>(std::move(choice), schemas_);
-  opened->StopOn(stop);
-  StoreStatus status = opened->Open();
-  if (status.Ok()) store = std::move(opened);
-  return status;
-}
-
 StoreStatus DomainControllers::Open(const KnownDomain& domain, const std::stop_token& stop,
                                     std::unique_ptr<IDirectoryStore>& store) {
-  return OpenOn(ChoiceFor(domain), stop, store);
+  std::unique_ptr<NetworkStore> opened;
+  StoreStatus status = NetworkStore::Open(ChoiceFor(domain), schemas_, stop, opened);
+  store = std::move(opened);
+  return status;
 }
 
 StoreStatus DomainControllers::OpenCatalog(const KnownDomains& domains, const std::stop_token& stop,
@@ -74,10 +66,12 @@ StoreStatus DomainControllers::OpenCatalog(const KnownDomains& domains, const st
   NetworkOptions options = options_;
   options.server.clear();
   options.is_catalog = true;
-  return OpenOn(std::make_shared<ServerChoice>(
-                    options, FindCatalogs(domains.catalog_host, domains.forest_name,
-                                          options.connect_timeout)),
-                stop, store);
+  auto choice = std::make_shared<ServerChoice>(
+      options, FindCatalogs(domains.catalog_host, domains.forest_name, options.connect_timeout));
+  std::unique_ptr<NetworkStore> opened;
+  StoreStatus status = NetworkStore::Open(std::move(choice), schemas_, stop, opened);
+  store = std::move(opened);
+  return status;
 }
 
 PlaceFinder FindSearchPlaces(StoreOpener own, std::shared_ptr<DomainControllers> controllers) {

@@ -34,14 +34,13 @@ class DomainControllers {
   StoreStatus Open(const KnownDomain& domain, const std::stop_token& stop,
                    std::unique_ptr<IDirectoryStore>& store);
   /// Opens a store on a server of the forest's global catalog: the one that is worked with, if it
-  /// is one, or else the first of those that the name servers tell that can be reached.
+  /// is one, or else the first of those that the name servers tell that can be reached. It is for
+  /// reading: what would be a change is refused (53).
   StoreStatus OpenCatalog(const KnownDomains& domains, const std::stop_token& stop,
                           std::unique_ptr<IDirectoryStore>& store);
 
  private:
   std::shared_ptr<ServerChoice> ChoiceFor(const KnownDomain& domain);
-  StoreStatus OpenOn(std::shared_ptr<ServerChoice> choice, const std::stop_token& stop,
-                     std::unique_ptr<IDirectoryStore>& store) const;
 
   const NetworkOptions options_;
   const std::shared_ptr<SchemaCache> schemas_;

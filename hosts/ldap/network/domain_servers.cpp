@@ -98,10 +98,7 @@ std::string DomainOfRealm(const std::string& realm) {
 
 std::string RealmOfDomain(const std::string& domain) {
   std::string realm(domain);
-  std::ranges::transform(realm, realm.begin(), [](char letter) {
-    const bool is_small = letter >= 'a' && letter <= 'z';
-    return is_small ? static_cast<char>(letter - 'a' + 'A') : letter;
-  });
+  std::ranges::transform(realm, realm.begin(), AsciiUpperCase);
   return realm;
 }
 

@@ -12,6 +12,7 @@
 
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/network/broken_pipe_guard.h"
+#include "hosts/ldap/network/in_seconds.h"
 #include "hosts/ldap/network/message_wait.h"
 #include "hosts/ldap/network/modify_request.h"
 #include "hosts/ldap/network/request_name.h"
@@ -28,12 +29,6 @@ constexpr const char* kPermissiveModify = "1.2.840.113556.1.4.1413";
 
 /// A server that was silent for so long when it was told to stop is not trusted again.
 constexpr Milliseconds kLongSilence{1000};
-
-std::string InSeconds(Milliseconds duration) {
-  const auto tenths = duration.count() / 100;
-  const std::string fraction = tenths % 10 == 0 ? "" : "." + std::to_string(tenths % 10);
-  return std::to_string(tenths / 10) + fraction + " seconds";
-}
 
 int ScopeOf(SearchScope scope) {
   switch (scope) {

@@ -12,15 +12,6 @@
 namespace pelora::ldap {
 namespace {
 
-StoreStatus OpenStore(std::shared_ptr<ServerChoice> servers, std::shared_ptr<SchemaCache> schemas,
-                      const std::stop_token& stop, std::unique_ptr<NetworkStore>& store) {
-  auto opened = std::make_unique<NetworkStore>(std::move(servers), std::move(schemas));
-  opened->StopOn(stop);
-  StoreStatus status = opened->Open();
-  store = status.Ok() ? std::move(opened) : nullptr;
-  return status;
-}
-
 /// For the home server, with the domains around its own.
 StoreOpener MakeOpener(std::shared_ptr<ServerChoice> servers, std::shared_ptr<SchemaCache> schemas,
                        std::shared_ptr<DomainControllers> controllers) {
@@ -34,7 +25,7 @@ StoreOpener MakeOpener(std::shared_ptr<ServerChoice> servers, std::shared_ptr<Sc
                                                 const std::stop_token& stop) {
     store.reset();
     std::unique_ptr<NetworkStore> home;
-    StoreStatus status = OpenStore(servers, schemas, stop, home);
+    StoreStatus status = NetworkStore::Open(servers, schemas, stop, home);
     if (!status.Ok()) return status;
     store = std::make_unique<DomainsStore>(std::move(home), open_domain);
     store->StopOn(stop);
@@ -50,7 +41,8 @@ ServerStoreOpener MakeServerOpener(const NetworkOptions& options,
     NetworkOptions to_server = options;
     to_server.server = server.Text();
     std::unique_ptr<NetworkStore> opened;
-    StoreStatus status = OpenStore(std::make_shared<ServerChoice>(to_server), schemas, {}, opened);
+    StoreStatus status =
+        NetworkStore::Open(std::make_shared<ServerChoice>(to_server), schemas, {}, opened);
     store = std::move(opened);
     return status;
   };

@@ -42,6 +42,17 @@ NetworkStore::NetworkStore(std::shared_ptr<ServerChoice> servers,
                            std::shared_ptr<SchemaCache> schemas)
     : servers_(std::move(servers)), schemas_(std::move(schemas)) {}
 
+StoreStatus NetworkStore::Open(std::shared_ptr<ServerChoice> servers,
+                               std::shared_ptr<SchemaCache> schemas, const std::stop_token& stop,
+                               std::unique_ptr<NetworkStore>& store) {
+  store.reset();
+  auto opened = std::make_unique<NetworkStore>(std::move(servers), std::move(schemas));
+  opened->StopOn(stop);
+  StoreStatus status = opened->Open();
+  if (status.Ok()) store = std::move(opened);
+  return status;
+}
+
 StoreStatus NetworkStore::Open() {
   connection_.reset();
   // It may be another server this time, which takes changes itself or names others for them.
@@ -132,6 +143,12 @@ void NetworkStore::SendOver(std::shared_ptr<LdapConnection> connection, SentWrit
 
 NetworkStore::SentWrite NetworkStore::SendWriting(Write write) {
   SentWrite sent{.write = std::move(write)};
+  if (servers_->is_of_catalog()) {
+    sent.status = {kLdapUnwillingToPerform,
+                   "the global catalog takes no changes: " + sent.write.what +
+                       " is for a controller of its domain"};
+    return sent;
+  }
   // As long as nothing is sent, another connection is as good: one that is found lost, and one that
   // is lost before all of the request is on its way.
   for (const bool is_last : {false, true}) {

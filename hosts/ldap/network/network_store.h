@@ -25,6 +25,8 @@ namespace pelora::ldap {
 /// over a connection of its own, and what is read still comes from where it came from. A referral
 /// by that one, and one to an answer to a reading, is followed nowhere (10).
 ///
+/// A global catalog takes no changes at all (53): nothing is sent there.
+///
 /// What the schema does not allow (an integer of more than 32 bits, a value that is too long, an
 /// empty one) is refused before anything is sent, with the codes of `ModifyRules`.
 class NetworkStore final : public IDirectoryStore {
@@ -34,6 +36,10 @@ class NetworkStore final : public IDirectoryStore {
   NetworkStore(const NetworkStore&) = delete;
   NetworkStore& operator=(const NetworkStore&) = delete;
 
+  /// Makes a store and opens it; as `StoreOpener` otherwise.
+  static StoreStatus Open(std::shared_ptr<ServerChoice> servers,
+                          std::shared_ptr<SchemaCache> schemas, const std::stop_token& stop,
+                          std::unique_ptr<NetworkStore>& store);
   /// Connects and reads what the store has to know before it is of use. A server that was found and
   /// goes away in the middle of that is given up for another one.
   StoreStatus Open();

@@ -71,6 +71,8 @@ class ServerChoice {
                                 const std::string& realm, const std::stop_token& stop,
                                 std::shared_ptr<LdapConnection>& connection);
 
+  /// Whether the servers are those of a global catalog, where nothing is written.
+  [[nodiscard]] bool is_of_catalog() const { return options_.is_catalog; }
   /// None until the first connection, when none was named.
   [[nodiscard]] std::optional<ServerName> current() const;
   [[nodiscard]] std::optional<ChosenServer> chosen() const;

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/network/in_seconds.h"
 
 namespace pelora::ldap {
 namespace {
@@ -43,7 +44,10 @@ StoreStatus LookUp(const ServerName& server, AddressesPtr& addresses) {
           code == EAI_SYSTEM ? std::generic_category().message(errno) : gai_strerror(code)};
 }
 
-/// What became of a connection under way: 0, or the machine's error.
+/// In place of the machine's error: the time is over. The machine gives up by itself, too, later.
+constexpr int kNoneInTime = -1;
+
+/// What became of a connection under way: 0, or the machine's error, or `kNoneInTime`.
 int AwaitConnected(int socket, Milliseconds timeout, const std::stop_token& stop) {
   const Clock::time_point end = Clock::now() + timeout;
   while (!stop.stop_requested()) {
@@ -58,9 +62,14 @@ int AwaitConnected(int socket, Milliseconds timeout, const std::stop_token& stop
       socklen_t size = sizeof error;
       return getsockopt(socket, SOL_SOCKET, SO_ERROR, &error, &size) == 0 ? error : errno;
     }
-    if (slice == left) return ETIMEDOUT;
+    if (slice == left) return kNoneInTime;
   }
   return ECANCELED;
+}
+
+std::string TextOf(int error, Milliseconds timeout) {
+  if (error != kNoneInTime) return std::generic_category().message(error);
+  return "it took no connection within " + InSeconds(timeout);
 }
 
 int Connect(const addrinfo& address, Milliseconds timeout, const std::stop_token& stop,
@@ -94,7 +103,7 @@ StoreStatus ConnectByTcp(const ServerName& server, Milliseconds timeout,
     if (error == 0) return {};
   }
   if (stop.stop_requested()) return {kLdapUserCancelled, "stopped"};
-  return {kLdapServerDown, std::generic_category().message(error)};
+  return {kLdapServerDown, TextOf(error, timeout)};
 }
 
 }  // namespace pelora::ldap

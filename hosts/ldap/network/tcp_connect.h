@@ -15,7 +15,7 @@ namespace pelora::ldap {
 /// addresses takes as long as the machine's resolver does.
 ///
 /// The socket does not block. On failure (-1; -8 when it was stopped) it is none, and the text is
-/// the machine's reason: the name is not known, the last address refuses or does not answer.
+/// the reason: the name is not known, the last address refuses or took no connection in that time.
 [[nodiscard]] StoreStatus ConnectByTcp(const ServerName& server, std::chrono::milliseconds timeout,
                                        const std::stop_token& stop, FileDescriptor& socket);
 

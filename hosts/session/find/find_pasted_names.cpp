@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <set>
 #include <span>
 #include <utility>
@@ -46,7 +47,18 @@ class Matches {
       for (const std::size_t at : found->second) Take(at, entry.dn);
     }
   }
-  void Take(std::size_t at, const std::string& dn) { objects_[at].emplace(ldap::NameKey(dn), dn); }
+  void Take(std::size_t at, const std::string& dn) {
+    if (!settled_.contains(at)) objects_[at].emplace(ldap::NameKey(dn), dn);
+  }
+  /// What is somebody by now stays that, whoever else is found. The names that are nobody yet.
+  [[nodiscard]] std::vector<Item> Settle() {
+    for (const auto& [at, objects] : objects_) settled_.insert(at);
+    std::vector<Item> left;
+    for (std::size_t at = 0; at < items_.size(); ++at) {
+      if (!settled_.contains(at) && !items_[at].is_dn) left.push_back(items_[at]);
+    }
+    return left;
+  }
 
   void GiveTo(FoundNames& found) const {
     std::set<std::string> known;
@@ -65,6 +77,7 @@ class Matches {
   std::span<const Item> items_;
   std::map<std::string, std::set<std::size_t>> places_;
   std::map<std::size_t, std::map<std::string, std::string>> objects_;
+  std::set<std::size_t> settled_;
 };
 
 ldap::StoreStatus FindNamed(ldap::IDirectoryStore& store, std::span<const Item> items,
@@ -88,6 +101,16 @@ ldap::StoreStatus FindNamed(ldap::IDirectoryStore& store, std::span<const Item> 
   return {};
 }
 
+/// Whether each of some names is one of others, or lies below one.
+bool AreBelow(const std::vector<std::string>& names, const std::vector<std::string>& others) {
+  return std::ranges::all_of(names, [&others](const std::string& name) {
+    return std::ranges::any_of(others, [key = ldap::NameKey(name)](const std::string& other) {
+      const std::string above = ldap::NameKey(other);
+      return key == above || ldap::LiesBelow(key, above);
+    });
+  });
+}
+
 ldap::StoreStatus FindByDn(ldap::IDirectoryStore& store, std::span<const Item> items,
                            const std::string& filter, Matches& matches) {
   for (std::size_t at = 0; at < items.size(); ++at) {
@@ -105,10 +128,42 @@ ldap::StoreStatus FindByDn(ldap::IDirectoryStore& store, std::span<const Item> i
   return {};
 }
 
+/// The same in the domains around the directory's own; those that cannot be asked are told.
+/// Distinguished names find their domain by themselves.
+ldap::StoreStatus FindAround(ldap::IDirectoryStore& store, const ldap::PlaceFinder& find_places,
+                             const std::string& filter, const std::stop_token& stop,
+                             Matches& matches, FoundNames& found) {
+  std::vector<Item> left = matches.Settle();
+  if (left.empty() || !find_places) return {};
+  std::vector<ldap::SearchPlace> places;
+  ldap::StoreStatus status = find_places(store, places);
+  // A directory that does not say has one domain.
+  if (!status.Ok()) return status.code < 0 ? status : ldap::StoreStatus{};
+  std::vector<std::string> looked_in;
+  for (std::size_t at = 1; at < places.size() && !left.empty(); ++at) {
+    const ldap::SearchPlace& place = places[at];
+    if (AreBelow(place.bases, looked_in)) continue;
+    std::unique_ptr<ldap::IDirectoryStore> opened;
+    status = place.open(opened, stop);
+    for (const std::string& base : place.bases) {
+      if (status.Ok()) status = FindNamed(*opened, left, base, filter, matches);
+    }
+    if (status.code == ldap::kLdapUserCancelled) return status;
+    if (status.Ok()) {
+      looked_in.insert(looked_in.end(), place.bases.begin(), place.bases.end());
+    } else {
+      found.unreached.push_back(place.domain.empty() ? "the whole forest" : place.domain);
+    }
+    left = matches.Settle();
+  }
+  return {};
+}
+
 }  // namespace
 
 FoundNames FindPastedNames(ldap::IDirectoryStore& store, const std::string& text,
-                           const std::string& filter) {
+                           const std::string& filter, const ldap::PlaceFinder& find_places,
+                           const std::stop_token& stop) {
   FoundNames found;
   const FindText find(text);
   const std::vector<Item> items = ItemsOf(find, text);
@@ -120,6 +175,9 @@ FoundNames FindPastedNames(ldap::IDirectoryStore& store, const std::string& text
   found.status =
       FindNamed(store, items, ldap::FirstValue(root, "defaultNamingContext"), filter, matches);
   if (found.status.Ok()) found.status = FindByDn(store, items, filter, matches);
+  if (found.status.Ok()) {
+    found.status = FindAround(store, find_places, filter, stop, matches, found);
+  }
   if (found.status.Ok()) matches.GiveTo(found);
   return found;
 }

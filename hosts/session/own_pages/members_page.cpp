@@ -136,7 +136,8 @@ void MembersPage::AddPasted() {
   surroundings_.errands.Run("Looking for the names...", [&](IErrand& errand) {
     ldap::IDirectoryStore& store = surroundings_.recording.store();
     store.StopOn(errand.stop());
-    found = surroundings_.find_names(store, text, ListsGroups() ? kIsGroup : kMayBeMember);
+    found = surroundings_.find_names(store, text, ListsGroups() ? kIsGroup : kMayBeMember,
+                                     errand.stop());
     store.StopOn({});
   });
   if (!found.status.Ok()) return Note("The names cannot be found: " + found.status.text + ".");
@@ -151,7 +152,8 @@ void MembersPage::AddPasted() {
       found.left_out == 0 ? ""
                           : "The last " + std::to_string(found.left_out) + " were not looked for.";
   Note(Joined({Sentence("There is nothing for:", found.not_found),
-               Sentence("There are several for:", found.ambiguous), too_many, foreign}));
+               Sentence("There are several for:", found.ambiguous),
+               Sentence("Nobody could be looked for in", found.unreached), too_many, foreign}));
 }
 
 std::string MembersPage::LeaveOutForeign(std::vector<std::string>& groups) {
