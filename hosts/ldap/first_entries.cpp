@@ -5,7 +5,8 @@
 #include <string>
 #include <unordered_set>
 #include <utility>
-#include <vector>
+
+#include "hosts/ldap/packed_entries.h"
 
 namespace pelora::ldap {
 namespace {
@@ -18,30 +19,27 @@ constexpr std::chrono::milliseconds kSoon{50};
 }  // namespace
 
 StoreStatus HandOverFirstEntriesEarly(const SearchOnce& search, const EntrySink& sink) {
-  std::vector<Entry> first;
+  PackedEntries found;
   bool is_whole = true;
   const auto begin = std::chrono::steady_clock::now();
-  StoreStatus status = search([&](Entry entry) {
-    first.push_back(std::move(entry));
+  StoreStatus status = search([&](const Entry& entry) {
+    found.Add(entry);
     const bool is_early = std::chrono::steady_clock::now() - begin < kSoon;
-    is_whole = first.size() < kFirstEntries || !is_early;
+    is_whole = found.Count() < kFirstEntries || !is_early;
     return is_whole;
   });
   if (!status.Ok()) return status;
   std::unordered_set<std::string> given;
-  for (Entry& entry : first) {
+  const bool is_wanted = found.HandOver([&](Entry entry) {
     if (!is_whole) given.insert(entry.dn);
-    if (!sink(std::move(entry))) return {};
-  }
-  if (is_whole) return {};
-  std::vector<Entry> rest;
-  status = search([&](Entry entry) {
-    if (!given.contains(entry.dn)) rest.push_back(std::move(entry));
+    return sink(std::move(entry));
+  });
+  if (is_whole || !is_wanted) return {};
+  status = search([&](const Entry& entry) {
+    if (!given.contains(entry.dn)) found.Add(entry);
     return true;
   });
-  for (Entry& entry : rest) {
-    if (!status.Ok() || !sink(std::move(entry))) break;
-  }
+  if (status.Ok()) found.HandOver(sink);
   return status;
 }
 

@@ -57,6 +57,8 @@ struct ObjectKind {
   ObjectIcon icon = ObjectIcon::kOther;
   bool is_container = false;
   bool is_internal = false;
+
+  [[nodiscard]] bool operator==(const ObjectKind&) const = default;
 };
 
 [[nodiscard]] ObjectKind KindOf(std::span<const std::string> object_classes);

@@ -356,6 +356,51 @@ TEST(DirectoryReader, GivesUpAtItsEndWhatNobodyStopped) {
   EXPECT_FALSE(told);
 }
 
+/// A reader of users without end, which counts those that the directory has given.
+class EndlessReading : public ::testing::Test {
+ protected:
+  static constexpr std::size_t kMost = console::DirectoryReader::kMostAtATime;
+
+  std::atomic<std::size_t> given_ = 0;
+  std::optional<console::DirectoryReader> reader_{
+      std::in_place, OpenScripted([this](const auto& /*request*/, const auto& sink) {
+        while (sink(UserEntry("user " + std::to_string(++given_)))) {
+        }
+        return ldap::StoreStatus{};
+      })};
+};
+
+TEST_F(EndlessReading, GoesNoFurtherThanIsFetchedAndHandsOverInPieces) {
+  std::size_t fetched = 0;
+  const auto reading = reader_->Start(
+      {.container = "DC=x"},
+      [&](const auto& objects) {
+        EXPECT_LE(objects.size(), kMost);
+        fetched += objects.size();
+        QThread::msleep(5);
+        // As many wait, and one that finds no room.
+        EXPECT_LE(given_, fetched + kMost + 1);
+      },
+      [](const auto& /*end*/) {});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return fetched > 20 * kMost; }, kPatience));
+}
+
+TEST_F(EndlessReading, EndsWhileItWaitsForSomebodyToFetch) {
+  auto reading = reader_->Start(
+      {.container = "DC=x"}, [](const auto& /*objects*/) {}, [](const auto& /*end*/) {});
+  // Nothing is fetched as long as the window does not turn.
+  while (given_ <= kMost) QThread::msleep(1);
+  reading.Stop();
+  bool is_next = false;
+  const auto next = reader_->Start(
+      {.container = "DC=x"}, [&](const auto& /*objects*/) { is_next = true; },
+      [](const auto& /*end*/) {});
+  EXPECT_TRUE(QTest::qWaitFor([&] { return is_next; }, kPatience));
+  const std::size_t before = given_;
+  while (given_ < before + kMost) QThread::msleep(1);
+  reader_.reset();
+}
+
 TEST_F(BackgroundReading, AWindowCanCloseWhileItReadsWithoutEnd) {
   std::atomic<int> given = 0;
   Open([&given](const ldap::SearchRequest& request, const ldap::EntrySink& sink) {

@@ -364,7 +364,8 @@ TEST_F(Finding, ScrollsAndSortsManyThousands) {
   many.SetColumns(
       {{.name = "name", .title = "Name"},
        {.name = "size", .title = "Size", .order = session::ListColumn::Order::kNumber}});
-  many.AddObjects(std::move(objects));
+  many.Gather(std::move(objects));
+  many.ShowGathered();
   many.view().sortByColumn(1, Qt::DescendingOrder);
   const auto text = [&many](int row, int column) {
     return ToUtf8(many.view().model()->index(row, column).data().toString());

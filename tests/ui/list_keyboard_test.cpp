@@ -201,6 +201,22 @@ TEST_F(ListKeyboard, ColumnsAreChosenOrderedAndSizedWithoutAMouse) {
   EXPECT_EQ(widths(), before) << "they are remembered";
 }
 
+TEST_F(ListKeyboard, TheDialogHasTheNameFirstWhereverItLies) {
+  const std::vector<session::ListColumn> all = {{.name = "type", .title = "Type"},
+                                                {.name = "name", .title = "Name"}};
+  const std::vector<std::vector<console::LyingColumn>> cases = {
+      {{.name = "type", .width = 9}, {.name = "name", .width = 20}},
+      {{.name = "type", .width = 9}},
+      {}};
+  for (const std::vector<console::LyingColumn>& lying : cases) {
+    const console::ColumnDialog dialog(all, lying, nullptr);
+    const auto& columns = *dialog.findChild<QListWidget*>(QStringLiteral("columns"));
+    ASSERT_EQ(columns.count(), 2);
+    EXPECT_EQ(ToUtf8(columns.item(0)->data(Qt::UserRole).toString()), "name");
+    EXPECT_EQ(columns.item(0)->checkState(), Qt::Checked);
+  }
+}
+
 TEST_F(ListKeyboard, TheDialogHasTheColumnsAsTheMouseHasLeftThem) {
   list().header()->moveSection(2, 1);
   ASSERT_THAT(Heads(), ElementsAre("Name", "Description", "Type"));
@@ -247,7 +263,8 @@ class ManyObjects : public ::testing::Test {
     for (int at = first; at < first + count; ++at) {
       objects.push_back(Numbered(static_cast<int>(at * 7919LL % kMany)));
     }
-    pane_.AddObjects(std::move(objects));
+    pane_.Gather(std::move(objects));
+    pane_.ShowGathered();
   }
   void ArriveAll() {
     for (int first = 0; first < kMany; first += kArrival) Arrive(first, kArrival);
@@ -317,13 +334,59 @@ TEST_F(ManyObjects, AreNarrowedAsTheyArriveAndInOneStep) {
   EXPECT_EQ(pane_.ShownCount(), kMany);
 }
 
+TEST_F(ManyObjects, AreInOrderWhenOthersStandInTheirPlace) {
+  const auto shown = [this] {
+    std::vector<std::string> names;
+    for (int row = 0; row < pane_.ShownCount(); ++row) names.push_back(Text(row, 0));
+    return names;
+  };
+  const auto gather = [this](const std::vector<int>& numbers) {
+    std::vector<session::ListedObject> objects;
+    for (const int number : numbers) objects.push_back(Numbered(number));
+    pane_.Gather(std::move(objects));
+  };
+  gather({5, 1, 3});
+  pane_.ShowGathered();
+  ASSERT_THAT(shown(), ElementsAre("User 1", "User 3", "User 5"));
+  gather({9, 7});
+  EXPECT_EQ(pane_.GatheredCount(), 2U);
+  EXPECT_THAT(shown(), ElementsAre("User 1", "User 3", "User 5"));
+  pane_.DropGathered();
+  gather({4, 2, 6, 8});
+  pane_.ShowGatheredOnly();
+  EXPECT_THAT(shown(), ElementsAre("User 2", "User 4", "User 6", "User 8"));
+  gather({3});
+  pane_.ShowGathered();
+  EXPECT_THAT(shown(), ElementsAre("User 2", "User 3", "User 4", "User 6", "User 8"));
+}
+
+TEST_F(ManyObjects, KeepWhatRepeatsOnce) {
+  std::vector<session::ListedObject> objects;
+  for (int at = 0; at < 4; ++at) {
+    const std::string folder = at % 2 == 0 ? "x/Sales" : "x/Works";
+    objects.push_back(
+        {.object = {.dn = "CN=" + folder, .name = folder, .description = {}, .kind = {}},
+         .cells = {"User " + std::to_string(at), folder}});
+  }
+  pane_.Gather(std::move(objects));
+  pane_.ShowGathered();
+  const auto characters = [this](int row) {
+    return pane_.view().model()->index(row, 1).data().toString().constData();
+  };
+  EXPECT_EQ(Text(2, 1), "x/Sales");
+  EXPECT_EQ(characters(0), characters(2));
+  EXPECT_EQ(characters(1), characters(3));
+  EXPECT_NE(characters(0), characters(1));
+}
+
 TEST_F(ManyObjects, ThatAreEqualStayAsTheyCame) {
   std::vector<session::ListedObject> objects;
   for (const char* text : {"b", "a", "c"}) {
     objects.push_back({.object = {.dn = text, .name = text, .description = {}, .kind = {}},
                        .cells = {text, "1"}});
   }
-  pane_.AddObjects(std::move(objects));
+  pane_.Gather(std::move(objects));
+  pane_.ShowGathered();
   for (const auto order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
     pane_.view().sortByColumn(1, order);
     EXPECT_THAT((std::vector{Text(0, 0), Text(1, 0), Text(2, 0)}), ElementsAre("b", "a", "c"));

@@ -241,6 +241,21 @@ TEST_F(NewLike, ADynamicListIsFilledInOnItsPage) {
   });
 }
 
+TEST_F(NewLike, TheNameOfADeletedObjectIsNotTakenOver) {
+  ModifyEntry(file(), std::string("dn: ") + kDynamicList +
+                          "\nchangetype: modify\nreplace: peloraBase\npeloraBase: "
+                          "OU=Weg\\0ADEL:8e1bf9a0-0f5c-4c55-9f10-4a1b6f6c2d11,"
+                          "CN=Deleted Objects,DC=linden-werke,DC=example\n");
+  MakeLike(kDynamicList, [](Wizard& wizard) {
+    wizard.page().SetText(IDC_OBJECT_NAME, "Alle");
+    wizard.Next();
+    EXPECT_EQ(wizard.page().Text(IDC_SEARCH_QUERY),
+              "(&(objectClass=user)(!(objectClass=computer)))");
+    EXPECT_EQ(wizard.page().Text(IDC_SEARCH_BASE), "");
+    wizard.wizard().done(QDialog::Rejected);
+  });
+}
+
 TEST_F(NewLike, IsOfferedForOneObjectOfAKindThatCanBeMade) {
   Select({kBirgit});
   EXPECT_TRUE(action().isEnabled());

@@ -83,8 +83,8 @@ class DirectoryReader::Worker final : public QObject {
     const ldap::StoreStatus status = store_ ? ldap::StoreStatus{} : opener_(store_, stop);
     if (!status.Ok()) return session::EndOf(status);
     store_->StopOn(stop);
-    return task->order.work(*store_, {.announce = [&] { Post([task] { task->Deliver(); }); },
-                                      .is_listening = [&] { return task->IsWanted(); }});
+    return task->order.work(*store_,
+                            {.announce = [&] { Post([task] { task->Deliver(); }); }, .stop = stop});
   }
 
   QObject& receiver_;

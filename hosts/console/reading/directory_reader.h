@@ -3,6 +3,8 @@
 
 #include <QObject>
 #include <QThread>
+#include <condition_variable>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -18,13 +20,16 @@ namespace pelora::console {
 
 /// Lists containers, and reads what else is asked for, on a thread of its own, over a store of its
 /// own, one after the other in the order of the calls; what is found is handed over at once, as
-/// fast as the user interface takes it.
+/// fast as the user interface takes it: no more than `kMostAtATime` items by one call, and the
+/// reader's thread waits while as many have not been fetched.
 ///
 /// Everything here happens on the thread of the user interface, the callbacks too. Destroying the
 /// reader ends what it was asked for without a word; the request under way is given up, answered or
 /// not.
 class DirectoryReader final {
  public:
+  static constexpr std::size_t kMostAtATime = 1000;
+
   template <class Item>
   using ItemSink = std::function<void(std::vector<Item> items)>;
   using FoundSink = ItemSink<session::DirectoryObject>;
@@ -75,8 +80,8 @@ class DirectoryReader final {
                       [inbox, work = std::move(work)](ldap::IDirectoryStore& store,
                                                       const OtherSide& other_side) {
                         return work(store, [&](Item item) {
-                          if (inbox->Add(std::move(item))) other_side.announce();
-                          return other_side.is_listening();
+                          if (inbox->Add(std::move(item), other_side.stop)) other_side.announce();
+                          return !other_side.stop.stop_requested();
                         });
                       },
                   .deliver =
@@ -95,21 +100,26 @@ class DirectoryReader final {
   template <class Item>
   class Inbox {
    public:
-    /// Whether the other side is to be told that there is something to fetch: one announcement
-    /// stands for all that is found until it arrives.
-    [[nodiscard]] bool Add(Item item) {
-      const std::lock_guard lock(mutex_);
+    /// Waits for room, unless nothing is wanted any more. Whether the other side is to be told that
+    /// there is something to fetch: one announcement stands for all that is found until it arrives.
+    [[nodiscard]] bool Add(Item item, const std::stop_token& stop) {
+      std::unique_lock lock(mutex_);
+      if (items_.size() >= kMostAtATime) {
+        fetched_.wait(lock, stop, [this] { return items_.size() < kMostAtATime; });
+      }
       items_.push_back(std::move(item));
       return !std::exchange(is_announced_, true);
     }
     [[nodiscard]] std::vector<Item> Fetch() {
       const std::lock_guard lock(mutex_);
       is_announced_ = false;
+      fetched_.notify_one();
       return std::exchange(items_, {});
     }
 
    private:
     std::mutex mutex_;
+    std::condition_variable_any fetched_;
     std::vector<Item> items_;
     bool is_announced_ = false;
   };
@@ -117,7 +127,8 @@ class DirectoryReader final {
   /// The user interface as the reader's thread sees it.
   struct OtherSide {
     std::function<void()> announce;
-    std::function<bool()> is_listening;
+    /// Told when it does not listen any more.
+    std::stop_token stop;
   };
   struct Order {
     /// Called on the reader's thread, the others on the user interface's.

@@ -1,15 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/window/container_listing.h"
 
+#include <QElapsedTimer>
 #include <QTreeView>
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/object_list_pane.h"
 
 namespace pelora::console {
+namespace {
+
+/// Showing what has arrived costs a walk over all that is there: at most one part in so many of the
+/// time goes by with it, unless so much has arrived that putting it in order would be felt.
+constexpr int kPartOfTime = 8;
+constexpr std::size_t kMostUnseen = 4000;
+
+}  // namespace
+
+ContainerListing::ContainerListing(ObjectListPane& list) : list_(list) {
+  show_.setSingleShot(true);
+  QObject::connect(&show_, &QTimer::timeout, [this] {
+    if (list_.GatheredCount() > 0) ShowArrived();
+  });
+}
 
 void ContainerListing::SetReader(DirectoryReader* reader, session::FieldCatalogue* fields) {
   reading_.Stop();
@@ -22,7 +36,7 @@ void ContainerListing::SetReader(DirectoryReader* reader, session::FieldCatalogu
   order_ = {};
   has_order_ = false;
   *ending_ = {};
-  list_.SetObjects({});
+  Empty();
   Enter(State::kWhole);
 }
 
@@ -38,7 +52,7 @@ void ContainerListing::Show(ListOrder order) {
     columns_ = std::make_shared<session::ListColumns>(names, fields_);
     list_.SetColumns(columns_->columns());
   }
-  list_.SetObjects({});
+  Empty();
   list_.view().scrollToTop();
   Start(true);
 }
@@ -50,13 +64,26 @@ void ContainerListing::Refresh() {
 void ContainerListing::Stop() {
   if (!reading_.IsRunning()) return;
   reading_.Stop();
-  arrived_.clear();
+  show_.stop();
+  if (shows_at_once_) {
+    list_.ShowGathered();
+  } else {
+    list_.DropGathered();
+  }
   Enter(State::kStopped);
+}
+
+void ContainerListing::Empty() {
+  show_.stop();
+  list_.DropGathered();
+  list_.ShowGatheredOnly();
 }
 
 void ContainerListing::Start(bool at_once) {
   if (reader_ == nullptr) return;
-  arrived_.clear();
+  show_.stop();
+  list_.DropGathered();
+  shows_at_once_ = at_once;
   arrived_count_ = 0;
   // Of a reading of its own: one that was stopped may still be writing into its.
   ending_ = std::make_shared<session::ListingEnd>();
@@ -66,28 +93,39 @@ void ContainerListing::Start(bool at_once) {
         *ending = session::ListObjects(store, listing, *columns, *check_fields, take);
         return ending->end;
       },
-      [this, at_once](std::vector<session::ListedObject> objects) {
-        Take(std::move(objects), at_once);
-      },
-      [this, at_once](const session::SearchEnd& end) { Finish(end, at_once); });
+      [this](std::vector<session::ListedObject> objects) { Take(std::move(objects)); },
+      [this](const session::SearchEnd& end) { Finish(end); });
   Enter(State::kReading);
 }
 
-void ContainerListing::Take(std::vector<session::ListedObject> objects, bool at_once) {
+void ContainerListing::Take(std::vector<session::ListedObject> objects) {
   arrived_count_ += objects.size();
-  if (at_once) {
-    list_.AddObjects(std::move(objects));
-  } else {
-    std::ranges::move(objects, std::back_inserter(arrived_));
-  }
+  list_.Gather(std::move(objects));
+  const bool is_time = !show_.isActive() || list_.GatheredCount() >= kMostUnseen;
+  if (shows_at_once_ && is_time) ShowArrived();
   Enter(State::kReading);
 }
 
-void ContainerListing::Finish(const session::SearchEnd& end, bool at_once) {
+void ContainerListing::ShowArrived() {
+  QElapsedTimer time;
+  time.start();
+  list_.ShowGathered();
+  const qint64 pause = time.elapsed() * (kPartOfTime - 1);
+  if (pause > 0) show_.start(static_cast<int>(pause));
+}
+
+void ContainerListing::Finish(const session::SearchEnd& end) {
   using enum session::SearchEnd::Reason;
   const bool is_usable = end.reason != kFailed;
+  show_.stop();
   try {
-    if (!at_once && is_usable) list_.SetObjects(std::exchange(arrived_, {}));
+    if (shows_at_once_) {
+      list_.ShowGathered();
+    } else if (is_usable) {
+      list_.ShowGatheredOnly();
+    } else {
+      list_.DropGathered();
+    }
   } catch (...) {
     Enter(State::kFailed);
     throw;

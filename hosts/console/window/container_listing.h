@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QStringList>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -29,7 +30,7 @@ class ContainerListing final {
   enum class State : std::uint8_t { kWhole, kReading, kStopped, kCutShort, kTooMany, kFailed };
 
   /// `list` outlives the listing.
-  explicit ContainerListing(ObjectListPane& list) : list_(list) {}
+  explicit ContainerListing(ObjectListPane& list);
 
   /// The reader of the directory that is shown, and the fields of its objects, which outlive the
   /// reading; null, to which the listing falls back before the reader ends, lists nothing. Without
@@ -56,9 +57,12 @@ class ContainerListing final {
   std::function<void(const QString& reason)> on_failed;
 
  private:
+  /// The list is left without objects.
+  void Empty();
   void Start(bool at_once);
-  void Take(std::vector<session::ListedObject> objects, bool at_once);
-  void Finish(const session::SearchEnd& end, bool at_once);
+  void Take(std::vector<session::ListedObject> objects);
+  void ShowArrived();
+  void Finish(const session::SearchEnd& end);
   void Enter(State state);
 
   ObjectListPane& list_;
@@ -71,8 +75,10 @@ class ContainerListing final {
   State state_ = State::kWhole;
   std::size_t arrived_count_ = 0;
   std::shared_ptr<session::ListingEnd> ending_ = std::make_shared<session::ListingEnd>();
-  /// Of a refresh under way.
-  std::vector<session::ListedObject> arrived_;
+  /// What arrives is shown as it does; otherwise when it is all there, in place of what is shown.
+  bool shows_at_once_ = true;
+  /// Runs after what had arrived was shown, until more is.
+  QTimer show_;
   DirectoryReader::Reading reading_;
 };
 

@@ -2,7 +2,6 @@
 #include "hosts/console/window/object_list_model.h"
 
 #include <algorithm>
-#include <iterator>
 #include <limits>
 #include <string_view>
 #include <unordered_set>
@@ -18,60 +17,49 @@ namespace pelora::console {
 
 void ObjectListModel::SetColumns(std::vector<session::ListColumn> columns) {
   beginResetModel();
-  rows_.clear();
+  rows_.KeepFirst(0);
+  shown_ = 0;
   columns_ = std::move(columns);
-  ForgetOrder();
+  ordered_column_ = -1;
   endResetModel();
 }
 
-std::vector<ObjectListModel::Row> ObjectListModel::RowsOf(
-    std::vector<session::ListedObject> objects) const {
-  std::vector<Row> rows;
-  rows.reserve(objects.size());
-  const Row* before = rows_.empty() ? nullptr : &rows_.back();
-  for (session::ListedObject& listed : objects) {
-    Row row{
-        .object = std::move(listed.object), .attribute = std::move(listed.attribute), .texts = {}};
-    row.texts.reserve(static_cast<qsizetype>(columns_.size()));
-    for (std::size_t column = 0; column < columns_.size(); ++column) {
-      QString text = column < listed.cells.size() ? ToQString(listed.cells[column]) : QString();
-      const bool repeats =
-          before != nullptr && before->texts[static_cast<qsizetype>(column)] == text;
-      // A copy shares its characters with what it is a copy of.
-      row.texts.append(repeats ? before->texts[static_cast<qsizetype>(column)] : std::move(text));
-    }
-    rows.push_back(std::move(row));
-    before = &rows.back();
-  }
-  return rows;
+void ObjectListModel::Gather(std::vector<session::ListedObject> objects) {
+  for (session::ListedObject& listed : objects) rows_.Add(std::move(listed), columns_.size());
+  // Not when they are shown, all at once.
+  if (ordered_column_ >= 0) LearnOrder(ordered_column_);
 }
 
-void ObjectListModel::SetObjects(std::vector<session::ListedObject> objects) {
-  std::vector<Row> rows = RowsOf(std::move(objects));
-  beginResetModel();
-  rows_ = std::move(rows);
-  ForgetOrder();
-  endResetModel();
+void ObjectListModel::DropGathered() {
+  ForgetOrder(shown_, rows_.Count());
+  rows_.KeepFirst(shown_);
 }
 
-void ObjectListModel::AddObjects(std::vector<session::ListedObject> objects) {
-  if (objects.empty()) return;
-  std::vector<Row> rows = RowsOf(std::move(objects));
-  // Growing to what is needed and no more would move all rows at every arrival.
-  if (rows_.size() + rows.size() > rows_.capacity()) {
-    rows_.reserve(std::max(rows_.size() + rows.size(), rows_.capacity() * 2));
-  }
-  const int first = rowCount({});
-  // Nothing may fail from here on: views count on the end of what has begun.
-  beginInsertRows({}, first, first + static_cast<int>(rows.size()) - 1);
-  std::ranges::move(rows, std::back_inserter(rows_));
+void ObjectListModel::ShowGathered() {
+  if (GatheredCount() == 0) return;
+  // The rows are there: nothing may fail from here on, views count on the end of what has begun.
+  beginInsertRows({}, rowCount({}), static_cast<int>(rows_.Count()) - 1);
+  shown_ = rows_.Count();
   endInsertRows();
 }
 
-void ObjectListModel::ForgetOrder() {
-  ordered_column_ = -1;
-  text_order_.clear();
-  number_order_.clear();
+void ObjectListModel::ShowGatheredOnly() {
+  beginResetModel();
+  ForgetOrder(0, shown_);
+  rows_.DropFirst(shown_);
+  shown_ = rows_.Count();
+  endResetModel();
+}
+
+void ObjectListModel::ForgetOrder(std::size_t first, std::size_t last) {
+  const auto forget = [first, last](auto& order) {
+    const auto at = [&order](std::size_t row) {
+      return order.begin() + static_cast<std::ptrdiff_t>(std::min(row, order.size()));
+    };
+    order.erase(at(first), at(last));
+  };
+  forget(text_order_);
+  forget(number_order_);
 }
 
 void ObjectListModel::LearnOrder(int column) const {
@@ -83,8 +71,8 @@ void ObjectListModel::LearnOrder(int column) const {
   const bool is_number =
       columns_[static_cast<std::size_t>(column)].order == session::ListColumn::Order::kNumber;
   const std::size_t known = is_number ? number_order_.size() : text_order_.size();
-  for (std::size_t row = known; row < rows_.size(); ++row) {
-    const QString& text = rows_[row].texts[column];
+  for (std::size_t row = known; row < rows_.Count(); ++row) {
+    const QString& text = rows_.TextAt(row, column);
     if (!is_number) {
       text_order_.push_back(collation_.KeyOf(text));
       continue;
@@ -104,7 +92,7 @@ bool ObjectListModel::IsBefore(int column, int left, int right) const {
 }
 
 int ObjectListModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+  return parent.isValid() ? 0 : static_cast<int>(shown_);
 }
 
 int ObjectListModel::columnCount(const QModelIndex& parent) const {
@@ -117,8 +105,8 @@ QVariant ObjectListModel::data(const QModelIndex& index, int role) const {
 
 QVariant ObjectListModel::DataOf(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const Row& row = rows_[static_cast<std::size_t>(index.row())];
-  const QString& text = row.texts[index.column()];
+  const auto row = static_cast<std::size_t>(index.row());
+  const QString& text = rows_.TextAt(row, index.column());
   const bool is_number = columns_[static_cast<std::size_t>(index.column())].order ==
                          session::ListColumn::Order::kNumber;
   switch (role) {
@@ -129,10 +117,10 @@ QVariant ObjectListModel::DataOf(const QModelIndex& index, int role) const {
     case Qt::TextAlignmentRole:
       return is_number ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     case Qt::DecorationRole:
-      return index.column() == kName ? QVariant(IconOf(row.object.kind.icon, row.object.mark))
+      return index.column() == kName ? QVariant(IconOf(rows_.KindAt(row).icon, rows_.MarkAt(row)))
                                      : QVariant();
     case Qt::AccessibleDescriptionRole:
-      return index.column() == kName ? QVariant(TextOf(row.object.mark)) : QVariant();
+      return index.column() == kName ? QVariant(TextOf(rows_.MarkAt(row))) : QVariant();
     default:
       return {};
   }
@@ -155,7 +143,7 @@ QMimeData* ObjectListModel::mimeData(const QModelIndexList& indexes) const {
   // What a rule finds has a row each, several of one object.
   std::unordered_set<std::string_view> known;
   for (const QModelIndex& index : indexes) {
-    const std::string& dn = ObjectAt(index.row()).dn;
+    const std::string& dn = DnAt(index.row());
     if (index.column() == kName && known.insert(dn).second) dns.push_back(dn);
   }
   return DraggedObjects(dns);

@@ -222,7 +222,7 @@ std::string ObjectListPane::AsCsv() const {
   std::string table = session::CsvRow(cells);
   std::unordered_set<std::string_view> known;
   for (const int row : RowsToGive()) {
-    const std::string& dn = model_->ObjectAt(row).dn;
+    const std::string& dn = model_->DnAt(row);
     if (!known.insert(dn).second) continue;
     cells = {dn};
     for (const int column : columns) cells.push_back(ToUtf8(model_->TextAt(row, column)));
@@ -237,15 +237,21 @@ std::vector<std::string> ObjectListPane::SelectedNames() const {
   return selected;
 }
 
-void ObjectListPane::SetObjects(std::vector<session::ListedObject> objects) {
-  const std::vector<std::string> selected = SelectedNames();
-  model_->SetObjects(std::move(objects));
-  Select(selected);
+void ObjectListPane::Gather(std::vector<session::ListedObject> objects) {
+  model_->Gather(std::move(objects));
+}
+
+void ObjectListPane::DropGathered() { model_->DropGathered(); }
+
+void ObjectListPane::ShowGathered() {
+  model_->ShowGathered();
   Q_EMIT ContentsChanged();
 }
 
-void ObjectListPane::AddObjects(std::vector<session::ListedObject> objects) {
-  model_->AddObjects(std::move(objects));
+void ObjectListPane::ShowGatheredOnly() {
+  const std::vector<std::string> selected = SelectedNames();
+  model_->ShowGatheredOnly();
+  Select(selected);
   Q_EMIT ContentsChanged();
 }
 
@@ -254,7 +260,7 @@ void ObjectListPane::Select(const std::vector<std::string>& names) {
   const auto index_of = [this](int row) { return shown_->index(row, ObjectListModel::kName, {}); };
   const auto is_wanted = [&](int row) {
     const QModelIndex source = shown_->mapToSource(index_of(row));
-    return wanted.contains(model_->ObjectAt(source.row()).dn);
+    return wanted.contains(model_->DnAt(source.row()));
   };
   // Rows that follow each other make one range: thousands may be selected.
   QItemSelection rows;
@@ -278,13 +284,13 @@ std::vector<session::DirectoryObject> ObjectListPane::Selection() const {
   // What a rule finds has a row each, several of one object.
   std::unordered_set<std::string_view> known;
   for (const QModelIndex& row : rows) {
-    const session::DirectoryObject& object = model_->ObjectAt(shown_->mapToSource(row).row());
-    if (known.insert(object.dn).second) selected.push_back(object);
+    const int at = shown_->mapToSource(row).row();
+    if (known.insert(model_->DnAt(at)).second) selected.push_back(model_->ObjectAt(at));
   }
   return selected;
 }
 
-const session::DirectoryObject& ObjectListPane::ObjectAt(const QModelIndex& index) const {
+session::DirectoryObject ObjectListPane::ObjectAt(const QModelIndex& index) const {
   return model_->ObjectAt(shown_->mapToSource(index).row());
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QWidget>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -45,10 +46,15 @@ class ObjectListPane final : public QWidget {
   /// What is not understood changes nothing.
   [[nodiscard]] QByteArray Layout() const;
   void SetLayout(const QByteArray& layout);
-  /// Shows other objects; those that were selected and are still there stay selected.
-  void SetObjects(std::vector<session::ListedObject> objects);
-  /// Shows more objects.
-  void AddObjects(std::vector<session::ListedObject> objects);
+  /// Keeps objects for when they are to be shown.
+  void Gather(std::vector<session::ListedObject> objects);
+  [[nodiscard]] std::size_t GatheredCount() const { return model_->GatheredCount(); }
+  void DropGathered();
+  /// Shows what was gathered besides what is shown.
+  void ShowGathered();
+  /// Shows what was gathered in place of what is shown; what was selected and is still there stays
+  /// selected.
+  void ShowGatheredOnly();
   /// Selects the objects of these names, as far as they are shown; when none is, nothing changes.
   void Select(const std::vector<std::string>& names);
   /// The selected objects, in the order shown, each once.
@@ -62,7 +68,7 @@ class ObjectListPane final : public QWidget {
   /// names, and the columns by the names that scripts have for them.
   [[nodiscard]] std::string AsCsv() const;
   /// The object of a row of the view.
-  [[nodiscard]] const session::DirectoryObject& ObjectAt(const QModelIndex& index) const;
+  [[nodiscard]] session::DirectoryObject ObjectAt(const QModelIndex& index) const;
   [[nodiscard]] int ShownCount() const;
   [[nodiscard]] int Count() const;
 

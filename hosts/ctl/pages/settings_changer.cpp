@@ -169,7 +169,10 @@ changes::Prepared SettingsChanger::Prepare(changes::ReadObject object,
   }
   if (!object.status.Ok()) return {.change = {}, .instead = changes::NotRead(dn, object.status)};
   const session::DirectoryObject described = session::ObjectOf(*entry);
-  if (!finder_.HasTabs(described.kind)) return Instead(dn, "this object has no Pelora settings");
+  // Of a table of objects of many kinds it may be that nothing is wanted of one.
+  if (!assignments.empty() && !finder_.HasTabs(described.kind)) {
+    return Instead(dn, "this object has no Pelora settings");
+  }
   changes::Prepared prepared;
   try {
     prepared.change = WorkOut(entry, described, assignments);
