@@ -26,7 +26,7 @@
 #
 # A row whose number is "none" is left out; with "only" first, all rows that are not named are. What a row
 # needs is built as by ./test.sh, and the preset tsan where its row is wanted. The table stands
-# in build/long.txt too, what the programs say in build/long.log.
+# in build/long.txt too, what the programs say in build/long.log; one run at a time has them.
 #
 # A test that has a short and a long form takes its number of rounds from PELORA_LONG.
 set -uo pipefail
@@ -141,6 +141,12 @@ under_wine() {
 watched_threads=(changes_test session_test ui_background_reading ui_object_search)
 
 mkdir -p build
+# Two at once would write into each other's table, and into each other's folders.
+exec 9>build/long.lock
+if ! flock -n 9; then
+  echo "$0: another one is running on this tree" >&2
+  exit 2
+fi
 : >"$log"
 {
   sum faults "faults injected and survived" harness/harness_test '*Faults.*' 'faults injected and survived'

@@ -118,7 +118,12 @@ StoreStatus UndoFile::Create(const std::string& path, const ldap::Schema& schema
   ldap::FileDescriptor made(
       open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kForTheOwner));
   if (!made) return SystemFailure(path, "cannot be made", errno);
-  if (!SyncFolderOf(path)) return SystemFailure(path, "cannot be made", errno);
+  if (!SyncFolderOf(path)) {
+    StoreStatus status = SystemFailure(path, "cannot be made", errno);
+    // The next one may have the name.
+    unlink(path.c_str());
+    return status;
+  }
   file.reset(new UndoFile(path, std::move(made), schema));
   return {};
 }

@@ -66,6 +66,8 @@ class LdbConnection::Handle {
   [[nodiscard]] ldb_context* get() const { return context_.get(); }
   [[nodiscard]] std::string TakeMessage() { return std::exchange(message_, {}); }
 
+  bool is_stuck = false;
+
  private:
   static void KeepMessage(void* context, ldb_debug_level level, const char* format,
                           va_list arguments) {
@@ -272,13 +274,27 @@ StoreStatus LdbConnection::BeginTransaction() const {
 StoreStatus LdbConnection::CommitTransaction() const {
   static_cast<void>(handle_->TakeMessage());
   const int code = ldb_transaction_commit(handle());
-  if (code != LDB_SUCCESS) return Outcome(code);
-  // Everything is written and yet to be taken back where the record of how it was before could not
-  // be struck out: the library counts that as done.
-  const std::string trouble = handle_->TakeMessage();
+  std::string trouble;
+  if (code != LDB_SUCCESS) {
+    StoreStatus failed = Outcome(code);
+    // A failure ends it, and it has been taken back: but for one of the disk behind the last byte,
+    // where the library leaves it as it is, written and to be taken back by who opens the file
+    // next. It says so by beginning no other one within it.
+    const int another = ldb_transaction_start(handle());
+    if (another == LDB_SUCCESS) CancelTransaction();
+    if (another != LDB_ERR_OTHER) return failed;
+    handle_->is_stuck = true;
+    trouble = std::move(failed.text);
+  } else {
+    // Everything is written and yet to be taken back where the record of how it was before could
+    // not be struck out: the library counts that as done.
+    trouble = handle_->TakeMessage();
+  }
   if (trouble.empty()) return {};
   return {kLdapTimeout, OneLine("whether it was done is not known: " + trouble)};
 }
+
+bool LdbConnection::IsStuck() const { return handle_->is_stuck; }
 
 void LdbConnection::CancelTransaction() const {
   ldb_transaction_cancel_noerr(handle());

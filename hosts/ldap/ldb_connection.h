@@ -84,6 +84,9 @@ class LdbConnection {
   [[nodiscard]] StoreStatus BeginTransaction() const;
   /// `kLdapTimeout`: it may have been done, or whoever looks at the file next takes it back.
   [[nodiscard]] StoreStatus CommitTransaction() const;
+  /// Whether the library is left in the middle of a transaction that it could not end: it goes on
+  /// as within it as long as anybody in this process has the file open.
+  [[nodiscard]] bool IsStuck() const;
   void CancelTransaction() const;
 
  private:

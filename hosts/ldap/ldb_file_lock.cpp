@@ -13,7 +13,6 @@
 #include <utility>
 
 #include "hosts/ldap/ldap_status.h"
-#include "hosts/ldap/process_file_locks.h"
 
 namespace pelora::ldap {
 
@@ -45,7 +44,8 @@ std::string PathOf(const FileDescriptor& file) {
 }  // namespace
 
 LdbFileLock::LdbFileLock(std::string path, FileDescriptor file,
-                         std::shared_ptr<std::mutex> in_process, std::chrono::milliseconds wait)
+                         std::shared_ptr<ProcessFileLock> in_process,
+                         std::chrono::milliseconds wait)
     : path_(std::move(path)),
       file_(std::move(file)),
       in_process_(std::move(in_process)),
@@ -76,6 +76,11 @@ StoreStatus LdbFileLock::Open(const std::string& path, std::chrono::milliseconds
 
 StoreStatus LdbFileLock::Acquire(Purpose purpose, Hold& hold) const {
   Hold taken(*this);
+  if (in_process_->is_stuck) {
+    return {kLdapUnavailable, "the directory '" + path_ +
+                                  "' has to be closed and opened anew: a change of it could not be "
+                                  "written to its end"};
+  }
   StoreStatus status = CheckIdentity();
   if (status.Ok()) status = AcquireAnew(purpose);
   if (status.Ok()) hold = std::move(taken);

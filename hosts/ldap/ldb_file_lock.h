@@ -10,6 +10,7 @@
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/file_descriptor.h"
+#include "hosts/ldap/process_file_locks.h"
 
 namespace pelora::ldap {
 
@@ -35,7 +36,7 @@ class LdbFileLock {
   class Hold {
    public:
     Hold() = default;
-    explicit Hold(const LdbFileLock& lock) : within_(*lock.in_process_), lock_(&lock) {}
+    explicit Hold(const LdbFileLock& lock) : within_(lock.in_process_->mutex), lock_(&lock) {}
     Hold(const Hold&) = delete;
     Hold& operator=(const Hold&) = delete;
     Hold(Hold&& other) noexcept
@@ -68,15 +69,21 @@ class LdbFileLock {
   [[nodiscard]] std::string LibraryPath() const;
 
   /// Waits for other threads, and then for the locks that `purpose` needs: 51 when another process
-  /// still holds one at the end, 52 when the file is no longer the one that was opened. `hold` is
-  /// empty when it is called, and this thread has no other one.
+  /// still holds one at the end, 52 when the file is no longer the one that was opened, or the
+  /// library is stuck in it. `hold` is empty when it is called, and this thread has no other one.
   StoreStatus Acquire(Purpose purpose, Hold& hold) const;
   /// Takes, within a hold for it, the locks again that the library has given back.
   StoreStatus AcquireAnew(Purpose purpose) const;
   /// Keeps the other threads out alone: for closing the database.
   [[nodiscard]] std::unique_lock<std::mutex> KeepThreadsOut() const {
-    return std::unique_lock(*in_process_);
+    return std::unique_lock(in_process_->mutex);
   }
+  /// Within a hold: the library is left in the middle of a transaction that it could not end. What
+  /// it says of the file is its own view of it from now on: nobody in this process gets a hold any
+  /// more until all have closed the file.
+  void GiveUpFile() const { in_process_->is_stuck = true; }
+  /// With the other threads kept out: closing the database may write into the file.
+  [[nodiscard]] bool IsFileGivenUp() const { return in_process_->is_stuck; }
   /// Makes sure, within a hold for writing, that no reader came in since: the library lets readers
   /// in while it gathers what it will write.
   StoreStatus KeepReadersOut() const;
@@ -84,7 +91,7 @@ class LdbFileLock {
  private:
   struct Range;
 
-  LdbFileLock(std::string path, FileDescriptor file, std::shared_ptr<std::mutex> in_process,
+  LdbFileLock(std::string path, FileDescriptor file, std::shared_ptr<ProcessFileLock> in_process,
               std::chrono::milliseconds wait);
   [[nodiscard]] StoreStatus WaitFor(const Range& range) const;
   [[nodiscard]] StoreStatus CheckIdentity() const;
@@ -93,7 +100,7 @@ class LdbFileLock {
 
   std::string path_;
   FileDescriptor file_;
-  std::shared_ptr<std::mutex> in_process_;
+  std::shared_ptr<ProcessFileLock> in_process_;
   std::chrono::milliseconds wait_;
 };
 

@@ -41,6 +41,9 @@ class LdbStore final : public IDirectoryStore, public IReadsAhead {
 
   ~LdbStore() override {
     const auto alone = lock_->KeepThreadsOut();
+    // What the library was left in the middle of it ends now; whoever else works with the file has
+    // had his time then.
+    if (lock_->IsFileGivenUp()) static_cast<void>(lock_->AcquireAnew(Purpose::kWrite));
     connection_.reset();
   }
   LdbStore(const LdbStore&) = delete;
@@ -352,7 +355,9 @@ StoreStatus LdbStore::FileTrouble(StoreStatus status) const {
 StoreStatus LdbStore::Commit(LdbTransaction& transaction) const {
   StoreStatus status = lock_->KeepReadersOut();
   if (!status.Ok()) return status;
-  return AboutFile(transaction.Commit());
+  status = transaction.Commit();
+  if (connection_->IsStuck()) lock_->GiveUpFile();
+  return AboutFile(std::move(status));
 }
 
 StoreStatus LdbStore::AboutFile(StoreStatus status) const {

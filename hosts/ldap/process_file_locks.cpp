@@ -8,7 +8,7 @@ namespace {
 
 struct Locks {
   std::mutex mutex;
-  std::map<FileIdentity, std::weak_ptr<std::mutex>> of_files;
+  std::map<FileIdentity, std::weak_ptr<ProcessFileLock>> of_files;
 };
 
 /// One table for the process, for that is what the system's locks of files belong to.
@@ -19,13 +19,13 @@ Locks& ProcessLocks() {
 
 }  // namespace
 
-std::shared_ptr<std::mutex> ProcessLockOf(const FileIdentity& file) {
+std::shared_ptr<ProcessFileLock> ProcessLockOf(const FileIdentity& file) {
   Locks& locks = ProcessLocks();
   const std::lock_guard guard(locks.mutex);
   std::erase_if(locks.of_files, [](const auto& row) { return row.second.expired(); });
-  std::weak_ptr<std::mutex>& known = locks.of_files[file];
-  std::shared_ptr<std::mutex> lock = known.lock();
-  if (lock == nullptr) known = lock = std::make_shared<std::mutex>();
+  std::weak_ptr<ProcessFileLock>& known = locks.of_files[file];
+  std::shared_ptr<ProcessFileLock> lock = known.lock();
+  if (lock == nullptr) known = lock = std::make_shared<ProcessFileLock>();
   return lock;
 }
 

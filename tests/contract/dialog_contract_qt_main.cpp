@@ -5,8 +5,6 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
-#include "tests/contract/qt_thread_order.h"
-
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   // What programs remember of their user is nobody's but the test's.
@@ -14,7 +12,7 @@ int main(int argc, char** argv) {
   qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
   // The same look on every machine, whatever desktop it has.
   qunsetenv("QT_QPA_PLATFORMTHEME");
-  const pelora::contract::OrderedApplication application(argc, argv);
+  const QApplication application(argc, argv);
   // Not before: a style that belongs to no application is lost when a test takes another.
   QApplication::setStyle(QStringLiteral("fusion"));
   testing::InitGoogleMock(&argc, argv);

@@ -4,64 +4,23 @@
 // written, and what failed can be done again.
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <functional>
-#include <new>
 #include <optional>
 
-#include "directory/error_text.h"
 #include "hosts/changes/change_runner.h"
 #include "hosts/ctl/pages/settings_changer.h"
 #include "hosts/ldap/bound_attributes.h"
 #include "hosts/session/fields/field_value.h"
 #include "server/component_server.h"
 #include "server/console_registration.h"
-#include "tests/harness/failing_allocator.h"
 #include "tests/harness/page_scene.h"
 #include "tests/harness/sheet_scene.h"
-#include "tests/support/long_form.h"
+#include "tests/harness/starved.h"
 #include "tests/support/memory_store.h"
 
 namespace pelora::testing {
 namespace {
 
 using Lines = std::vector<std::string>;
-using Action = std::function<bool()>;
-
-/// How many allocations of each loading and writing are tried, unless all are.
-constexpr std::size_t kTriedInShort = 25;
-
-/// Allocations to try of so many: all, or some that lie evenly between the first and the last.
-std::vector<std::size_t> Tried(std::size_t allocations) {
-  const std::size_t wanted = std::min(RoundsOr(kTriedInShort), allocations);
-  std::vector<std::size_t> tried;
-  for (std::size_t at = 0; at < wanted; ++at) tried.push_back(at * allocations / wanted + 1);
-  return tried;
-}
-
-/// What an action comes to while an allocation fails; nothing: it ended with `std::bad_alloc`.
-std::optional<bool> Starved(std::size_t allocation, const Action& action) {
-  const FailingAllocations failing(allocation);
-  try {
-    return action();
-  } catch (const std::bad_alloc&) {
-    return std::nullopt;
-  }
-}
-
-std::size_t CountOf(const Action& action) {
-  const FailingAllocations counting(0);
-  EXPECT_TRUE(action());
-  return FailingAllocations::count();
-}
-
-void Tell(std::string_view where, std::size_t failed) {
-  std::cout << "allocations failed and survived: " << failed << " (" << where << ")\n";
-}
-
-const std::string kOutOfMemory =
-    "Unknown error occured\r\n\r\nError code: " + CodeText(E_OUTOFMEMORY);
-
 using TabCase = std::tuple<const ComponentClass*, std::size_t>;
 
 std::vector<const ComponentClass*> Tabs() {
@@ -115,7 +74,7 @@ void PageMemory::StarveLoading(std::size_t allocation) const {
   const auto opened = Starved(allocation, [&] { return scene.Open() == S_OK; });
   const Lines boxes = scene.TakeBoxes();
   if (!boxes.empty()) {
-    EXPECT_EQ(boxes, Lines({kOutOfMemory}));
+    EXPECT_EQ(boxes, Lines({OutOfMemoryText()}));
   }
   // Either the host is told, or the administrator.
   EXPECT_TRUE(!opened.value_or(false) || !boxes.empty() || scene.IsOpen());
@@ -150,7 +109,7 @@ void PageMemory::StarveWriting(std::size_t allocation) const {
     EXPECT_EQ(scene.Stored(), after_);
   } else if (scene.IsOpen()) {
     if (done) {
-      EXPECT_EQ(scene.TakeBoxes(), Lines({kOutOfMemory}));
+      EXPECT_EQ(scene.TakeBoxes(), Lines({OutOfMemoryText()}));
     }
     (void)scene.TakeBoxes();
     scene.Edit();
@@ -176,7 +135,7 @@ TEST_P(PageMemory, EndsInAnErrorAndNothingIsHalfWritten) {
     ++failed;
     if (HasFailure()) return;
   }
-  Tell(std::get<0>(GetParam())->name, failed);
+  TellFailed(std::get<0>(GetParam())->name, failed);
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryTab, PageMemory,
@@ -281,7 +240,7 @@ TEST_F(StoreMemory, TheConsolesSheetsStayUsable) {
       EXPECT_EQ(store.entries(), after_);
       if (HasFailure()) return;
     }
-    Tell("sheet of " + name, tried.size());
+    TellFailed("sheet of " + name, tried.size());
   }
 }
 
@@ -366,7 +325,7 @@ TEST_F(StoreMemory, TheRunnerWritesAnObjectWholeOrNotAtAll) {
     EXPECT_TRUE(CtlRun(run.store().entries()).Go(Names()));
     if (HasFailure()) return;
   }
-  Tell("runner", tried.size());
+  TellFailed("runner", tried.size());
 }
 
 }  // namespace

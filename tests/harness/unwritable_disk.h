@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <limits>
 
-// For a program of its own: every `pwrite` and `ftruncate` of it goes through here, those of the
-// database's library too.
+// For a program of its own: every `pwrite`, `ftruncate`, `fsync` and `fdatasync` of it goes through
+// here, those of the database's library too.
 
 namespace pelora::testing {
 
@@ -23,6 +23,19 @@ class UnwritableDisk {
   ~UnwritableDisk();
 
   /// How many writes have been asked for since it stands.
+  [[nodiscard]] static std::size_t count();
+};
+
+/// While it stands, the disk fails once to say that what it was given is safe: for the `nth` time
+/// from now (1: the next) that it is asked; 0: never.
+class UnsafeDisk {
+ public:
+  explicit UnsafeDisk(std::size_t nth);
+  UnsafeDisk(const UnsafeDisk&) = delete;
+  UnsafeDisk& operator=(const UnsafeDisk&) = delete;
+  ~UnsafeDisk();
+
+  /// How often it has been asked since it stands.
   [[nodiscard]] static std::size_t count();
 };
 

@@ -3,113 +3,14 @@
 // and to the directory failing in turn, for each cause.
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <optional>
-
 #include "directory/error_text.h"
-#include "hosts/headless/headless_new_object_wizard.h"
-#include "server/class_table.h"
-#include "server/console_registration.h"
 #include "tests/harness/fault_causes.h"
-#include "tests/harness/field_editor.h"
-#include "tests/unit/page_bench.h"
+#include "tests/harness/wizard_scene.h"
 
 namespace pelora::testing {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-bool IsPrimary(const ComponentClass& component) {
-  return std::ranges::any_of(ConsoleRegistrations(), [&](const ConsoleRegistration& row) {
-    return row.role == ConsoleRole::kCreationWizard && row.component_class == component.name;
-  });
-}
-
-/// A wizard of one page of the module's, from the name to the summary, and what it makes.
-class WizardScene {
- public:
-  explicit WizardScene(const ComponentClass& component) {
-    const EditedValues wanted;
-    bench_.directory.AddObject(ChosenPath(wanted),
-                               {{"distinguishedName", Variant::String(wanted.chosen)},
-                                {"cn", Variant::String(ChosenCommonName(wanted))}});
-    sheets::NewObjectSetup setup{.class_name = "anything",
-                                 .container = {},
-                                 .display_info = {},
-                                 .make_object = {},
-                                 .write_own = {}};
-    setup.make_object = [this](const std::string& /*name*/, Ref<IADs>& object) {
-      object =
-          bench_.faulty.Wrap(bench_.directory.MakeNewObject(kPath, {IID_IADsUser, IID_IADsOU}));
-      return S_OK;
-    };
-    const bool is_primary = IsPrimary(component);
-    wizard_.emplace(bench_.templates(), std::move(setup),
-                    is_primary ? sheets::WizardRole::kPrimary : sheets::WizardRole::kSecondary);
-    const auto made = Ref<IUnknown>::Adopt(component.create(bench_.platform));
-    rows_ = Query<IFieldRows>(*made)->Fields();
-    EXPECT_EQ(wizard_->AddExtension(Query<IDsAdminNewObjExt>(*made)), S_OK);
-    wizard_->Show();
-    if (is_primary) return;
-    wizard_->TypeName("new");
-    EXPECT_TRUE(wizard_->Next());
-  }
-
-  /// Fills every field in and goes on to the summary; the names of the fields.
-  Lines FillIn() {
-    Lines edited = FieldEditor(bench_.dialogs, bench_.choosers).EditAll(wizard_->User(), rows_);
-    EXPECT_TRUE(wizard_->Next());
-    EXPECT_TRUE(wizard_->IsSummary());
-    return edited;
-  }
-  bool Finish() {
-    was_filled_in_ = faults().last_met().has_value();
-    bench_.directory.ClearCalls();
-    return wizard_->Finish();
-  }
-  /// Whether the fault was met before the object was to be made.
-  [[nodiscard]] bool was_met_early() const { return was_filled_in_; }
-
-  [[nodiscard]] bool IsOpen() const { return wizard_->IsOpen(); }
-  void Close() { wizard_.reset(); }
-  [[nodiscard]] const std::vector<FieldRow>& rows() const { return rows_; }
-  [[nodiscard]] FaultPlan& faults() { return bench_.faulty.plan(); }
-  /// What there is of the object; nothing while it is not there.
-  [[nodiscard]] std::optional<FakeAttributes> Stored() const {
-    return bench_.directory.Values(kPath);
-  }
-  /// How many attributes were staged in the last Finish.
-  [[nodiscard]] std::size_t Staged() const {
-    using enum DirectoryCall::Kind;
-    return bench_.directory.Log({kPut, kPutEx}).size();
-  }
-  [[nodiscard]] Lines TakeBoxes() {
-    Lines boxes;
-    for (const auto& record : bench_.messages.records()) boxes.push_back(record.message.text);
-    bench_.messages.ClearRecords();
-    return boxes;
-  }
-  [[nodiscard]] std::string LeftBehind() const {
-    if (bench_.directory.live_objects() > 0) return "objects";
-    return bench_.library.initialized() == bench_.library.uninitialized() ? "" : "the library";
-  }
-
- private:
-  static constexpr const char* kPath = "LDAP://CN=new,OU=Sales,DC=x";
-
-  PageBench bench_;
-  std::vector<FieldRow> rows_;
-  std::optional<HeadlessNewObjectWizard> wizard_;
-  bool was_filled_in_ = false;
-};
-
-std::vector<const ComponentClass*> WizardPages() {
-  std::vector<const ComponentClass*> pages;
-  for (const ComponentClass& component : ClassTable()) {
-    if (component.kind == ComponentKind::kWizardPage) pages.push_back(&component);
-  }
-  return pages;
-}
 
 class WizardFaults : public ::testing::TestWithParam<const ComponentClass*> {
  protected:
@@ -128,6 +29,7 @@ class WizardFaults : public ::testing::TestWithParam<const ComponentClass*> {
 
 WizardFaults::Smooth WizardFaults::PlaySmoothly() const {
   WizardScene scene(*GetParam());
+  EXPECT_TRUE(scene.Open());
   const Lines edited = scene.FillIn();
   EXPECT_EQ(edited.size(), scene.rows().size());
   EXPECT_TRUE(scene.Finish());
@@ -183,6 +85,7 @@ void WizardFaults::ExpectNotMade(WizardScene& scene, const Smooth& smooth, const
 
 void WizardFaults::PlayWithFault(const Smooth& smooth, std::size_t call, const Cause& cause) const {
   WizardScene scene(*GetParam());
+  EXPECT_TRUE(scene.Open());
   Inject(scene.faults(), call, cause);
   scene.FillIn();
   EXPECT_EQ(scene.TakeBoxes(), Lines());

@@ -7,8 +7,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "tests/contract/qt_thread_order.h"
-
 namespace {
 
 constexpr const char* kScreen = R"({
@@ -31,7 +29,7 @@ int main(int argc, char** argv) {
   // The same look on every machine, whatever desktop it has.
   qunsetenv("QT_QPA_PLATFORMTHEME");
   QApplication::setStyle(QStringLiteral("fusion"));
-  const pelora::contract::OrderedApplication application(argc, argv);
+  const QApplication application(argc, argv);
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();
 }

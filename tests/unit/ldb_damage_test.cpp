@@ -193,6 +193,58 @@ TEST_F(LdbDamageTest, ADiskThatBecomesReadOnlyInTheMiddleLeavesAllOrNothing) {
   EXPECT_GT(writes, 4U);
 }
 
+TEST_F(LdbDamageTest, AChangeThatTheDiskDoesNotConfirmIsNotToldAsFailed) {
+  int now = 1000;
+  std::size_t stuck = 0;
+  ASSERT_TRUE(Open()->Modify(kUser, Numbered(now)).Ok());
+  for (std::size_t asked = 1;; ++asked) {
+    SCOPED_TRACE("question " + std::to_string(asked));
+    std::unique_ptr<IDirectoryStore> store = Open();
+    std::unique_ptr<IDirectoryStore> another = Open();
+    StoreStatus status;
+    bool was_met = false;
+    {
+      const testing::UnsafeDisk unsafe(asked);
+      status = store->Modify(kUser, Numbered(now + 1));
+      was_met = testing::UnsafeDisk::count() >= asked;
+    }
+    EXPECT_EQ(status.Ok(), !was_met);
+    if (!was_met) break;
+    EXPECT_THAT(status.text, AllOf(HasSubstr("'" + path() + "'"), Not(HasSubstr("\n"))));
+    Entry entry;
+    const StoreStatus read = store->Read(kUser, {}, entry);
+    if (read.Ok()) {
+      // The same store goes on, and says what is so.
+      EXPECT_EQ(NumberOf(entry.attributes), NumberIn(*another));
+      EXPECT_TRUE(store->Modify(kUser, Numbered(NumberOf(entry.attributes))).Ok());
+    } else {
+      // What the library takes the file for may not be so: nobody is told of it.
+      ++stuck;
+      EXPECT_EQ(status.code, kLdapTimeout);
+      std::unique_ptr<IDirectoryStore> third;
+      for (const StoreStatus& told :
+           {read, another->Read(kUser, {}, entry), another->Modify(kUser, Numbered(now + 2)),
+            OpenLdbStore(path(), {}, third)}) {
+        EXPECT_EQ(told.code, kLdapUnavailable);
+        EXPECT_THAT(told.text, AllOf(HasSubstr("'" + path() + "'"),
+                                     HasSubstr("has to be closed and opened anew")));
+      }
+      store.reset();
+      EXPECT_EQ(another->Read(kUser, {}, entry).code, kLdapUnavailable);
+    }
+    another.reset();
+    store.reset();
+    const int found = NumberIn(*Open());
+    EXPECT_THAT(found, ::testing::AnyOf(now, now + 1));
+    if (status.code != kLdapTimeout) {
+      EXPECT_EQ(found, now);
+    }
+    now = found;
+    if (HasFailure()) return;
+  }
+  EXPECT_EQ(stuck, 1U);
+}
+
 TEST_F(LdbDamageTest, AFullDiskChangesNothing) {
   const std::unique_ptr<IDirectoryStore> store = Open();
   ASSERT_TRUE(Replace(*store, kUser, "peloraQuotaHard", {"1"}).Ok());

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <utility>
 
+#include "hosts/console/reading/in_order.h"
 #include "hosts/console/reading/post.h"
 #include "hosts/console/text/exception_text.h"
 
@@ -135,9 +136,9 @@ void ObjectSearch::Start(session::ObjectQuery query, std::size_t place) {
   stop_ = std::stop_source();
   QMetaObject::invokeMethod(
       worker_,
-      [worker = worker_, stop = stop_.get_token(), query = std::move(query), place] {
+      InOrder([worker = worker_, stop = stop_.get_token(), query = std::move(query), place] {
         worker->Run(stop, query, place);
-      },
+      }),
       Qt::QueuedConnection);
   is_running_ = true;
 }

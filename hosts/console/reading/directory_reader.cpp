@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "hosts/console/reading/in_order.h"
 #include "hosts/console/reading/post.h"
 #include "hosts/console/text/exception_text.h"
 
@@ -120,8 +121,8 @@ DirectoryReader::Reading DirectoryReader::Start(session::ListRequest request, Fo
 DirectoryReader::Reading DirectoryReader::Begin(Order order) {
   auto task = std::make_shared<Task>(over_.get_token());
   task->order = std::move(order);
-  QMetaObject::invokeMethod(
-      worker_, [worker = worker_, task] { worker->Run(task); }, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(worker_, InOrder([worker = worker_, task] { worker->Run(task); }),
+                            Qt::QueuedConnection);
   return Reading(task->stop);
 }
 

@@ -6,6 +6,8 @@
 #include <new>
 #include <thread>
 
+#include "hosts/console/reading/in_order.h"
+
 namespace pelora::console {
 
 /// Has something done on the thread of `receiver`, unless that goes before. Somebody waits for it:
@@ -15,7 +17,7 @@ void PostSurely(QObject& receiver, const Action& action) {
   constexpr std::chrono::milliseconds kUntilNextTry{20};
   while (true) {
     try {
-      QMetaObject::invokeMethod(&receiver, Action(action), Qt::QueuedConnection);
+      QMetaObject::invokeMethod(&receiver, InOrder(Action(action)), Qt::QueuedConnection);
       return;
     } catch (const std::bad_alloc&) {
       std::this_thread::sleep_for(kUntilNextTry);
