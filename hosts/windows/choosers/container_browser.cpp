@@ -23,8 +23,8 @@ constexpr std::int32_t kBrowserFailed = -1;
 using Browser = int(WINAPI*)(DSBROWSEINFOW*);
 
 Browser FindBrowser(HMODULE library) {
-  FARPROC found = GetProcAddress(library, kBrowserName);
-  if (found == nullptr) found = GetProcAddress(library, MAKEINTRESOURCEA(kBrowserNumber));
+  FARPROC found = GetProcAddress(library, MAKEINTRESOURCEA(kBrowserNumber));
+  if (found == nullptr) found = GetProcAddress(library, kBrowserName);
   return reinterpret_cast<Browser>(reinterpret_cast<void*>(found));
 }
 

@@ -119,7 +119,13 @@ TEST_F(ContainerBrowserTest, TheRoomIsAsLargeAsAskedFor) {
   EXPECT_EQ(browser.plan().received.dwFlags, 0x123U);
 }
 
-TEST_F(ContainerBrowserTest, TheBrowsersNameComesBeforeItsNumber) {
+TEST_F(ContainerBrowserTest, TheBrowsersNumberComesBeforeItsName) {
+  StandInBrowser browser(BrowserExports::kByBoth);
+  EXPECT_EQ(Browse(), E_FAIL);
+  EXPECT_EQ(browser.plan().found_by, '#');
+}
+
+TEST_F(ContainerBrowserTest, ABrowserWithoutNumberIsFoundByItsName) {
   StandInBrowser browser(BrowserExports::kByName);
   EXPECT_EQ(Browse(), E_FAIL);
   EXPECT_EQ(browser.plan().found_by, 'n');
