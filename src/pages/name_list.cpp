@@ -12,7 +12,7 @@ NameList::NameList(CPropPage& page, const Platform& platform, const Layout& layo
     : CPropPageExt(page), platform_(platform), layout_(layout), names_(platform.text) {}
 
 HRESULT NameList::Load(const BoundObjects& objects) {
-  names_.Clear(List());
+  page().EmptyIfLoadedAnew(names_, List());
   page().LoadMultiValue(objects, layout_.attribute.name,
                         [this](StoredValue name) { return names_.Load(List(), std::move(name)); });
   return S_OK;

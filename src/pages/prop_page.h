@@ -73,6 +73,10 @@ class CPropPage
   void LoadMultiValue(const BoundObjects& objects, std::string_view attribute,
                       const ValueSink& sink) const;
 
+  /// Where the page is loaded anew, forgets what was put into a list that showed nothing. A first
+  /// loading adds to the records and rows that are there.
+  void EmptyIfLoadedAnew(MultiValueAttribute& values, IListBox& list) const;
+
   /// The page's dialog. There is one while handlers run.
   [[nodiscard]] IDialog& Dialog() const { return *OwnerWindow(); }
 

@@ -113,7 +113,7 @@ std::int32_t CPropPageExtPerson::OnAddressSelected() {
 }
 
 HRESULT CPropPageExtPerson::Load(const BoundObjects& objects) {
-  addresses_.Clear(AddressList());
+  page().EmptyIfLoadedAnew(addresses_, AddressList());
   LoadDefaultAddress(objects);
   page().LoadMultiValue(objects, kOtherAddresses.name, [this](StoredValue value) {
     return addresses_.Load(AddressList(), std::move(value));

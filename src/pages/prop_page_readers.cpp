@@ -22,6 +22,10 @@ void CPropPage::EmptyIfLoadedAnew(ControlId edit) const {
   if (loads_anew_) Dialog().SetText(edit, "");
 }
 
+void CPropPage::EmptyIfLoadedAnew(MultiValueAttribute& values, IListBox& list) const {
+  if (loads_anew_) values.Clear(list);
+}
+
 void CPropPage::LoadCheckBox(const BoundObjects& objects, std::string_view attribute,
                              ControlId box) const {
   const ValueSummary<bool> summary = SummarizeFlag(objects, attribute);

@@ -51,6 +51,15 @@ TEST_P(RecipientTabTest, ShowsWhatIsStored) {
   EXPECT_EQ(page().Rows(IDC_SENDAS_LIST), (Lines{"CN=Bob,DC=x", "CN=Eve,DC=x"}));
 }
 
+TEST_P(RecipientTabTest, ALoadingAddsToTheRowsThatAreThere) {
+  OpenOn(kAddressed);
+  EXPECT_EQ(page().page().InitPage(), S_OK);
+  EXPECT_EQ(page().Rows(IDC_EMAIL_LIST),
+            (Lines{"ONE@X", "ONE@X", "one@y", "one@y", "one@z", "one@z"}));
+  EXPECT_EQ(page().Rows(IDC_SENDAS_LIST),
+            (Lines{"CN=Bob,DC=x", "CN=Bob,DC=x", "CN=Eve,DC=x", "CN=Eve,DC=x"}));
+}
+
 TEST_P(RecipientTabTest, TheLastAddressCanBeDeletedAndMailStays) {
   OpenOn({{"mail", Variant::String("one@x")}});
   page().SelectRow(IDC_EMAIL_LIST, "ONE@X");

@@ -12,6 +12,10 @@ namespace {
 static_assert(sizeof(DSBROWSEINFOW) == 112);
 
 constexpr const wchar_t* kLibrary = L"dsuiext.dll";
+/// Where the loader looks for what a program imports: not in the working folder, nor along the
+/// path.
+constexpr DWORD kWhereImportsAre =
+    LOAD_LIBRARY_SEARCH_APPLICATION_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32;
 constexpr const char* kBrowserName = "DsBrowseForContainerW";
 constexpr WORD kBrowserNumber = 10;
 constexpr std::int32_t kBrowserFailed = -1;
@@ -19,8 +23,8 @@ constexpr std::int32_t kBrowserFailed = -1;
 using Browser = int(WINAPI*)(DSBROWSEINFOW*);
 
 Browser FindBrowser(HMODULE library) {
-  FARPROC found = GetProcAddress(library, kBrowserName);
-  if (found == nullptr) found = GetProcAddress(library, MAKEINTRESOURCEA(kBrowserNumber));
+  FARPROC found = GetProcAddress(library, MAKEINTRESOURCEA(kBrowserNumber));
+  if (found == nullptr) found = GetProcAddress(library, kBrowserName);
   return reinterpret_cast<Browser>(reinterpret_cast<void*>(found));
 }
 
@@ -28,7 +32,7 @@ Browser FindBrowser(HMODULE library) {
 
 std::int32_t BrowseForContainer(const ContainerBrowserInit& init, std::string& path) {
   path.clear();
-  const UniqueLibrary library(LoadLibraryExW(kLibrary, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
+  const UniqueLibrary library(LoadLibraryExW(kLibrary, nullptr, kWhereImportsAre));
   if (!library) return kBrowserFailed;
   const Browser browse = FindBrowser(library.Get());
   if (browse == nullptr) return kBrowserFailed;

@@ -6,8 +6,9 @@
 namespace pelora::windows {
 
 /// Runs the container browser of the system's directory user-interface library, which is loaded for
-/// the run, from the system's folder and no other place. The browser is found by its name or, in a
-/// library that does not name it, by its number.
+/// the run as an import would be: from the program's own folder or the system's, and from no other
+/// place. The browser is found by its number or, in a library that does not number it so, by its
+/// name.
 ///
 /// The browser's own answer: `kDialogOk` with the chosen container's path in `path`, cut to the
 /// capacity that was asked for; with any other one `path` is empty. -1, the browser's answer to an

@@ -14,6 +14,28 @@ namespace {
 
 constexpr std::size_t kRoom = 260;
 
+/// A copy of the stand-in in a folder (with its last stroke), under the library's name. None is in
+/// the system's folder.
+class LibraryCopy {
+ public:
+  explicit LibraryCopy(const std::wstring& folder) : path_(folder + L"dsuiext.dll") {
+    { const StandInBrowser gone(BrowserExports::kByName); }
+    const std::wstring built = StandInBrowser::BuiltPath(BrowserExports::kByName);
+    EXPECT_NE(CopyFileW(built.c_str(), path_.c_str(), FALSE), FALSE);
+  }
+  ~LibraryCopy() { EXPECT_NE(DeleteFileW(path_.c_str()), FALSE); }
+  LibraryCopy(const LibraryCopy&) = delete;
+  LibraryCopy& operator=(const LibraryCopy&) = delete;
+
+ private:
+  std::wstring path_;
+};
+
+std::wstring ProgramsFolder() {
+  const std::wstring built = StandInBrowser::BuiltPath(BrowserExports::kByName);
+  return built.substr(0, built.find_last_of(L'\\') + 1);
+}
+
 class ContainerBrowserTest : public ChooserTest {
  protected:
   HRESULT Browse() { return chooser().BrowseContainer(name_); }
@@ -97,7 +119,13 @@ TEST_F(ContainerBrowserTest, TheRoomIsAsLargeAsAskedFor) {
   EXPECT_EQ(browser.plan().received.dwFlags, 0x123U);
 }
 
-TEST_F(ContainerBrowserTest, TheBrowsersNameComesBeforeItsNumber) {
+TEST_F(ContainerBrowserTest, TheBrowsersNumberComesBeforeItsName) {
+  StandInBrowser browser(BrowserExports::kByBoth);
+  EXPECT_EQ(Browse(), E_FAIL);
+  EXPECT_EQ(browser.plan().found_by, '#');
+}
+
+TEST_F(ContainerBrowserTest, ABrowserWithoutNumberIsFoundByItsName) {
   StandInBrowser browser(BrowserExports::kByName);
   EXPECT_EQ(Browse(), E_FAIL);
   EXPECT_EQ(browser.plan().found_by, 'n');
@@ -132,19 +160,28 @@ TEST_F(ContainerBrowserTest, AMissingLibraryFails) {
   EXPECT_EQ(path, "");
 }
 
-TEST_F(ContainerBrowserTest, ALibraryOutsideTheSystemsFolderIsNotUsed) {
-  { const StandInBrowser gone(BrowserExports::kByName); }
-  const std::wstring built = StandInBrowser::BuiltPath(BrowserExports::kByName);
-  const std::wstring beside = built.substr(0, built.find_last_of(L'\\') + 1) + L"dsuiext.dll";
-  ASSERT_NE(CopyFileW(built.c_str(), beside.c_str(), FALSE), FALSE);
+TEST_F(ContainerBrowserTest, ALibraryBesideTheProgramIsUsedAsAnImportWouldBe) {
+  const LibraryCopy beside(ProgramsFolder());
+  std::string path;
+  EXPECT_EQ(BrowseForContainer({.flags = 0, .path_capacity = kRoom}, path), IDCANCEL)
+      << "it is the stand-in that answers";
+  EXPECT_FALSE(StandInBrowser::IsLoaded());
+}
+
+TEST_F(ContainerBrowserTest, ALibraryInTheWorkingFolderIsNotUsed) {
+  std::wstring folder(MAX_PATH, L'\0');
+  folder.resize(GetTempPathW(MAX_PATH, folder.data()));
+  const LibraryCopy planted(folder);
+  std::wstring before(MAX_PATH, L'\0');
+  before.resize(GetCurrentDirectoryW(MAX_PATH, before.data()));
+  ASSERT_NE(SetCurrentDirectoryW(folder.c_str()), FALSE);
   {
-    // The program's own folder comes first where nothing else is said.
     const UniqueLibrary found(LoadLibraryW(L"dsuiext.dll"));
-    EXPECT_TRUE(static_cast<bool>(found));
+    EXPECT_TRUE(static_cast<bool>(found)) << "it is there for whoever looks everywhere";
   }
   std::string path;
   EXPECT_EQ(BrowseForContainer({.flags = 0, .path_capacity = kRoom}, path), -1);
-  EXPECT_NE(DeleteFileW(beside.c_str()), FALSE);
+  EXPECT_NE(SetCurrentDirectoryW(before.c_str()), FALSE);
 }
 
 TEST_F(ContainerBrowserTest, TheLibraryIsGivenBack) {

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
-# In the place of the system's directory user-interface library, in three builds: with the container
-# browser under its name, under its number alone, and without it. Programs that use them depend on
+# In the place of the system's directory user-interface library, in four builds: with the container
+# browser under its name, under its number, under both, and without it. Programs that use them depend on
 # stand_in_browsers.
 add_custom_target(stand_in_browsers)
-foreach(exports by_name by_number without)
+foreach(exports by_name by_number by_both without)
   add_library(stand_in_browser_${exports} SHARED
     stand_in_browser/browser.cpp stand_in_browser/${exports}.def)
   target_link_libraries(stand_in_browser_${exports} PRIVATE pelora_options)

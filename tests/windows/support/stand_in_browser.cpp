@@ -20,6 +20,8 @@ const wchar_t* BuiltName(BrowserExports exports) {
       return L"stand_in_browser_by_name.dll";
     case BrowserExports::kByNumberOnly:
       return L"stand_in_browser_by_number.dll";
+    case BrowserExports::kByBoth:
+      return L"stand_in_browser_by_both.dll";
     default:
       return L"stand_in_browser_without.dll";
   }

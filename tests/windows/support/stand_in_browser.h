@@ -10,9 +10,11 @@ namespace pelora::windows::test {
 
 /// How the stand-in's browser can be found.
 enum class BrowserExports {
-  /// By name; another function has the browser's number.
+  /// By name; no function has the browser's number.
   kByName,
   kByNumberOnly,
+  /// One function has the name, another the number.
+  kByBoth,
   kNotAtAll,
 };
 
