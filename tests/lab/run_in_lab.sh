@@ -29,7 +29,7 @@ folder="${PELORA_LAB_FOLDER:-$root/build/lab}"
 mkdir -p "$folder"
 deploy="$root/deploy"
 made_of=("$here/make_domain.sh" "$here/provision_domain.py" "$here/lab_settings.sh" "$here/lab_objects.ldif"
-  "$deploy/pelora-deploy" "$deploy/schema.ldif")
+  "$here/copy_users.py" "$deploy/pelora-deploy" "$deploy/schema.ldif")
 # One with many more users, for measuring: see make_domain.sh.
 domain_kind="${PELORA_LAB_BENCH:+bench-$PELORA_LAB_BENCH}"
 domain_kind="${domain_kind:-domain}"
