@@ -41,8 +41,11 @@ AttributeValues FormerValues(const ValueChange& value) {
   return is_password && !value.seen.empty() ? AttributeValues{kNow} : value.seen;
 }
 
+constexpr std::string_view kClasses = "objectClass";
+
 Change::Kind UndoOf(Change::Kind kind) {
-  return kind == Change::Kind::kAdd ? Change::Kind::kDelete : Change::Kind::kModify;
+  if (kind == Change::Kind::kAdd) return Change::Kind::kDelete;
+  return kind == Change::Kind::kDelete ? Change::Kind::kAdd : Change::Kind::kModify;
 }
 
 /// Takes back another name, a deletion of what is kept, and the taking back of one.
@@ -125,8 +128,9 @@ Change AdditionOf(const ldap::Entry& entry) {
 }
 
 Change UndoOf(const Change& change) {
-  Change undo{.kind = UndoOf(change.kind), .dn = change.dn, .attributes = {}};
+  Change undo{.dn = change.dn, .attributes = {}};
   if (!CanBeTakenBack(change)) return undo;
+  undo.kind = UndoOf(change.kind);
   if (IsOfPlace(change.kind)) return UndoOfPlace(change);
   for (const ValueChange& value : change.attributes) {
     if (IsForGood(value)) continue;
@@ -158,7 +162,7 @@ bool CanBeTakenBack(const Change& change) {
   if (change.kind == Change::Kind::kModify && !change.attributes.empty()) {
     return !std::ranges::all_of(change.attributes, &IsForGood);
   }
-  return change.kind != Change::Kind::kDelete;
+  return change.kind != Change::Kind::kDelete || change.Find(kClasses) != nullptr;
 }
 
 ldap::Entry SeenIn(const Change& change) {

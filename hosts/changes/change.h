@@ -32,7 +32,8 @@ struct Change {
     kModify,
     /// A new object; `wanted` are its attributes, `objectClass` among them.
     kAdd,
-    /// An object goes, but only when it is still as it was made: `seen` are its attributes.
+    /// An object goes, but only when it is still as it was made: `seen` are its attributes. With
+    /// `objectClass` among them it can be made again.
     kDelete,
     /// An object gets the name `new_dn`, in its container or in another one.
     kRename,
@@ -82,10 +83,11 @@ void DropWhatChangesNothing(const ldap::Schema& schema, Change& change);
 [[nodiscard]] Change AdditionOf(const ldap::Entry& entry);
 
 /// The change that takes `change` back: seen and wanted are exchanged, an addition becomes a
-/// deletion of what is still as it was made. Attributes that the directory takes and never gives,
-/// passwords, are left out, and so is what it alone sets: that an account is locked, and when a
-/// password was set. A deletion of what the directory does not keep cannot be taken back:
-/// its undo is a modification of nothing.
+/// deletion of what is still as it was made, and such a deletion an addition. Attributes that the
+/// directory takes and never gives, passwords, are left out, and so is what it alone sets: that an
+/// account is locked, and when a password was set. A deletion of what the directory does not keep
+/// cannot be taken back, nor one that does not say of what classes the object was: the undo is a
+/// modification of nothing.
 [[nodiscard]] Change UndoOf(const Change& change);
 
 /// The same, with what takes back what went with an object. Done in turn from the last to the

@@ -111,6 +111,8 @@ Result ChangeWriter::FinishOther(const Change& change, IChangeLog::NoteId note,
     result = Unknown(change, answer);
   } else if (GoesAway(change) && answer.code == ldap::kLdapNoSuchObject) {
     result = {.dn = change.dn, .outcome = Outcome::kUnchanged};
+  } else if (IsBackAlready(change, answer)) {
+    result = {.dn = change.dn, .outcome = Outcome::kUnchanged};
   } else if (change.kind == Change::Kind::kRename) {
     result = StandingOfRename(change, answer);
   } else if (answer.code == ldap::kLdapAssertionFailed) {
@@ -120,6 +122,15 @@ Result ChangeWriter::FinishOther(const Change& change, IChangeLog::NoteId note,
       result.outcome == Outcome::kChanged || result.outcome == Outcome::kUnknown;
   if (!may_be_done) Withdraw(note);
   return result;
+}
+
+bool ChangeWriter::IsBackAlready(const Change& change, const StoreStatus& answer) {
+  const bool may_be_back = change.kind == Change::Kind::kAdd && lists_ == Lists::kUntouched &&
+                           answer.code == ldap::kLdapAlreadyExists;
+  if (!may_be_back) return false;
+  ldap::Entry there;
+  return store_.Read(change.dn, NamesOf(change), there).Ok() &&
+         CheckKept(store_.schema(), WantedIn(change), there).Ok();
 }
 
 bool ChangeWriter::HasNameAlready(const Change& change, const StoreStatus& answer) {
@@ -169,6 +180,7 @@ std::optional<Result> ChangeWriter::Obstacle(Change& change) {
   const bool is_add = change.kind == Change::Kind::kAdd;
   const Result unchanged{.dn = change.dn, .outcome = Outcome::kUnchanged};
   if (is_modify && change.attributes.empty()) return unchanged;
+  if (IsBackAlready(change, {ldap::kLdapAlreadyExists, {}})) return unchanged;
   if (is_add || change.kind == Change::Kind::kRestore) return NameTaken(change.dn, change.dn);
   ldap::Entry there;
   StoreStatus status =

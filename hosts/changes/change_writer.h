@@ -58,6 +58,8 @@ class ChangeWriter {
                                    const ldap::StoreStatus& answer);
   /// For a change that was sent and not answered.
   [[nodiscard]] Result Unknown(const Change& change, const ldap::StoreStatus& answer);
+  /// Whether an object that was to be made again is there as it was.
+  [[nodiscard]] bool IsBackAlready(const Change& change, const ldap::StoreStatus& answer);
   /// Whether somebody else has given an object its new name.
   [[nodiscard]] bool HasNameAlready(const Change& change, const ldap::StoreStatus& answer);
   /// For a new name that could not be given.

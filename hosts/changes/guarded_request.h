@@ -16,11 +16,13 @@ namespace pelora::changes {
 [[nodiscard]] std::vector<ldap::Modification> GuardedRequest(const ldap::Schema& schema,
                                                              const Change& change);
 
-/// What it means that somebody else has done a part of a list's change.
+/// What it means that somebody else has done a part of a list's change, or all of an addition.
 enum class Lists : std::uint8_t {
-  /// That part is taken off: two people's changes are merged.
+  /// That part is taken off: two people's changes are merged. An object that is there is in the
+  /// way.
   kMerged,
-  /// It is a conflict: for taking a change back, of what nobody has touched since.
+  /// It is a conflict: for taking a change back, of what nobody has touched since. An object that
+  /// is there as it was made is back already.
   kUntouched,
 };
 

@@ -53,19 +53,21 @@ Workplace::Workplace(const CommandLine& line, Program& program)
       catalogue(session->specifiers, platform.platform, program.module, &CreateComponent),
       finder(*session) {}
 
-std::vector<Target> TargetsOf(const CommandLine& line, const std::vector<std::string>& named,
+std::vector<std::string> NamesOf(const CommandLine& line, std::vector<std::string> named) {
+  if (!line.from) return named;
+  std::vector<std::string> more = ReadNames(*line.from);
+  std::ranges::move(more, std::back_inserter(named));
+  return named;
+}
+
+std::vector<Target> TargetsOf(const CommandLine& line, const std::vector<std::string>& names,
                               Workplace& workplace) {
   const Selection selection{
       .filter = line.filter, .class_word = line.class_name, .base = line.base};
-  if (named.empty() && !line.from && !selection.IsGiven()) {
+  if (names.empty() && !line.from && !selection.IsGiven()) {
     throw WrongUsage("no object is named");
   }
-  std::vector<std::string> all = named;
-  if (line.from) {
-    const std::vector<std::string> more = ReadNames(*line.from);
-    all.insert(all.end(), more.begin(), more.end());
-  }
-  std::vector<Target> targets = workplace.finder.Resolve(all);
+  std::vector<Target> targets = workplace.finder.Resolve(names);
   if (selection.IsGiven()) {
     std::ranges::move(workplace.finder.Select(selection, SettingsAttributes()),
                       std::back_inserter(targets));

@@ -31,11 +31,16 @@ struct Workplace {
   ObjectFinder finder;
 };
 
-/// The objects that a command names and selects, each once: those that are named first, as
-/// arguments and in `--from`, then those that are selected, with their settings unless there are
-/// very many. Throws `WrongUsage`, also when none is named and nothing selects.
+/// What a command names its objects by: its arguments, `named`, and then the lines of `--from`. It
+/// may wait for them as long as somebody types. Throws `WrongUsage`.
+[[nodiscard]] std::vector<std::string> NamesOf(const CommandLine& line,
+                                               std::vector<std::string> named);
+
+/// The objects that a command names and selects, each once: those of `names` (`NamesOf`) first,
+/// then those that are selected, with their settings unless there are very many. Throws
+/// `WrongUsage`, also when none is named and nothing selects.
 [[nodiscard]] std::vector<Target> TargetsOf(const CommandLine& line,
-                                            const std::vector<std::string>& named,
+                                            const std::vector<std::string>& names,
                                             Workplace& workplace);
 
 }  // namespace pelora::ctl

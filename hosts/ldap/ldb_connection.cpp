@@ -178,9 +178,12 @@ StoreStatus LdbConnection::SearchEach(const SearchRequest& request, const Take& 
   static_cast<void>(handle_->TakeMessage());
   const TallocScope memory = MakeTallocScope();
   const std::string& filter = request.filter;
-  if (filter.find('\0') != std::string::npos ||
-      ldb_parse_tree(memory.get(), filter.c_str()) == nullptr) {
-    return {kLdapFilterError, "not a search filter: " + filter};
+  const bool may_be_filter = filter.find('\0') == std::string::npos;
+  const struct ldb_parse_tree* tree =
+      may_be_filter ? ldb_parse_tree(memory.get(), filter.c_str()) : nullptr;
+  if (tree == nullptr) return {kLdapFilterError, "not a search filter: " + filter};
+  if (!KnowsMatchingRules(*tree)) {
+    return {kLdapFilterError, "a matching rule that no directory file has: " + filter};
   }
   ldb_dn* const base = ldb_dn_new(memory.get(), handle(), request.base.c_str());
   if (base == nullptr || !ldb_dn_validate(base)) return NoName(request.base);

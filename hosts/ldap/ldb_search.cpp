@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/ldb_search.h"
 
+#include <algorithm>
+#include <array>
 #include <exception>
+#include <span>
+#include <string_view>
 #include <vector>
 
 #include "hosts/ldap/ldb_api.h"
@@ -10,6 +14,10 @@
 
 namespace pelora::ldap {
 namespace {
+
+/// The matching rules that the library brings along.
+constexpr auto kMatchingRules =
+    std::to_array<std::string_view>({LDB_OID_COMPARATOR_AND, LDB_OID_COMPARATOR_OR});
 
 /// Who takes what is found, and how that went.
 struct Reception {
@@ -55,6 +63,25 @@ ldb_scope ScopeOf(SearchScope scope) {
 }
 
 }  // namespace
+
+bool KnowsMatchingRules(const struct ldb_parse_tree& filter) {
+  switch (filter.operation) {
+    case LDB_OP_AND:
+    case LDB_OP_OR: {
+      const std::span parts(filter.u.list.elements, filter.u.list.num_elements);
+      return std::ranges::all_of(
+          parts, [](const struct ldb_parse_tree* part) { return KnowsMatchingRules(*part); });
+    }
+    case LDB_OP_NOT:
+      return KnowsMatchingRules(*filter.u.isnot.child);
+    case LDB_OP_EXTENDED: {
+      const char* const rule = filter.u.extended.rule_id;
+      return rule != nullptr && std::ranges::find(kMatchingRules, rule) != kMatchingRules.end();
+    }
+    default:
+      return true;
+  }
+}
 
 int SearchLdb(ldb_context* context, const LdbSearch& search,
               const std::function<bool(Entry entry)>& take) {

@@ -9,6 +9,7 @@
 
 struct ldb_context;
 struct ldb_dn;
+struct ldb_parse_tree;
 
 namespace pelora::ldap {
 
@@ -19,6 +20,10 @@ struct LdbSearch {
   const std::string& filter;
   std::span<const std::string> attributes;
 };
+
+/// Whether the library has every matching rule that a filter names. For one that it has not, it
+/// would find nothing and say so in the words that it has for damage.
+[[nodiscard]] bool KnowsMatchingRules(const struct ldb_parse_tree& filter);
 
 /// Searches a database and hands over each entry as it is found, so that no more than one is in the
 /// library's own memory. `take` ends the search by false, which is no failure, and asks nothing of

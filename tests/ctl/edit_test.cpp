@@ -38,8 +38,9 @@ class EditTest : public PeloractlTest {
 };
 
 TEST_F(EditTest, WhatWasChangedIsApplied) {
+  // With the mark that some editors write before UTF-8.
   const ProgramRun run = Edit(
-      "sed -i -e 's/^peloraHidden: no/peloraHidden: yes/' "
+      "sed -i -e '1s/^/\xEF\xBB\xBF/' -e 's/^peloraHidden: no/peloraHidden: yes/' "
       "-e 's/^otherMailbox:$/otherMailbox: a@b.example\\notherMailbox: c@d.example/'",
       {"h.oender", "t.richter"});
   EXPECT_EQ(run.code, 0) << run.output << run.errors;

@@ -182,6 +182,18 @@ TEST_F(InterruptionTest, WhatWasIgnoredBeforeStaysSo) {
   EXPECT_THAT(run.errors, HasSubstr(" 0 skipped"));
 }
 
+TEST_F(InterruptionTest, WhoWaitsForNamesIsEndedAtOnce) {
+  // The pipe opens when the program does; nobody writes into it.
+  const ProgramRun run = Shell(
+      "mkfifo \"$1.names\"\n"
+      "timeout -k 1 20 \"$0\" --directory \"$1\" set --from \"$1.names\" "
+      "peloraHidden=yes &\n"
+      "exec 3>\"$1.names\"\n"
+      "kill -TERM $!\n"
+      "wait $!");
+  EXPECT_EQ(run.code, 130) << run.errors;
+}
+
 TEST_F(InterruptionTest, NothingIsPrintedIntoTheDirectoryWhereOutputsAreClosed) {
   const ProgramRun run = Shell(
       "\"$0\" --directory \"$1\" set h.oender nobody peloraHidden=yes >&- 2>&- <&-\n"

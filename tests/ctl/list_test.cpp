@@ -80,6 +80,9 @@ TEST_F(ListTest, TheTableForAPersonLeavesTheNameInTheDirectoryOut) {
   EXPECT_THAT(run.output, StartsWith("name"));
   EXPECT_THAT(run.output, Not(HasSubstr("DC=linden-werke")));
   EXPECT_THAT(Ctl({"list", "user", "--columns", "dn"}).output, HasSubstr("DC=linden-werke"));
+  // Signs of East Asia take two columns each.
+  EXPECT_THAT(run.output, HasSubstr("\nΓιώργος Νικολαΐδης  user"));
+  EXPECT_THAT(run.output, HasSubstr("\n林田 美咲           user"));
 }
 
 TEST_F(ListTest, ABaseCountsItself) {

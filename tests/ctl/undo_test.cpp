@@ -92,8 +92,15 @@ TEST_F(UndoTest, ObjectsThatWereMadeAreDeletedWhileTheyAreAsTheyWereMade) {
   const std::string dn = std::string("CN=Ada Larsen,") + kUnit;
   ASSERT_EQ(Ctl({"new", "--undo-file", File("undo"), "contact", "Ada Larsen", "--in", kUnit}).code,
             0);
-  ASSERT_EQ(Ctl({"undo", File("undo")}).code, 0);
+  const std::string made = Dump();
+  ASSERT_EQ(Ctl({"undo", File("undo"), "--undo-file", File("back")}).code, 0);
   EXPECT_EQ(Stored(dn, "cn"), "no such object");
+  // What took it back is taken back too, and is done only once.
+  for (const char* result : {"changed\t", "unchanged\t"}) {
+    EXPECT_THAT(Ctl({"undo", File("back")}).output, StartsWith(result));
+  }
+  EXPECT_EQ(Dump(), made);
+  ASSERT_EQ(Ctl({"undo", File("undo")}).code, 0);
   ASSERT_EQ(
       Ctl({"new", "--undo-file", File("second"), "contact", "Ada Larsen", "--in", kUnit}).code, 0);
   ASSERT_EQ(Ctl({"set", dn, "peloraHidden=yes"}).code, 0);

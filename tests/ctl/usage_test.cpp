@@ -51,6 +51,8 @@ TEST_F(UsageTest, WrongArgumentsAreOneLineAndTheCodeTwo) {
       {"new", "user", "Ada", "--in", kUnit, "peloraNothing=1"},
       {"new", "user", "Ada", "--in", kUnit, "sn=A", "SN=B"},
       {"list", "--frobnicate"},
+      {"list", "--json=no"},
+      {"set", "h.oender", "peloraHidden=yes", "--dry-run=false"},
       {"--sample", "list"},
       {"status", "h.oender"},
       {"status", "--site", "Here"},

@@ -52,6 +52,8 @@ TEST(Completion, OffersTheOptionsOfTheCommand) {
               IsSupersetOf({"--dry-run", "--undo-file", "--class", "--json"}));
   EXPECT_THAT(Offered({"peloractl", "show", "--"}), Not(Contains("--dry-run")));
   EXPECT_THAT(Offered({"peloractl", "check", "--fi"}), ElementsAre("--fix"));
+  EXPECT_THAT(Offered({"peloractl", "--vers"}), ElementsAre("--version"));
+  EXPECT_THAT(Offered({"peloractl", "check", "--vers"}), IsEmpty());
 }
 
 TEST(Completion, OffersFieldsAndTheirValues) {

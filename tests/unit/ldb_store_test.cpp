@@ -193,11 +193,22 @@ TEST_F(LdbStoreTest, FiltersCompareAsTheSyntaxSays) {
 }
 
 TEST_F(LdbStoreTest, AFilterThatIsNoneIsRefused) {
-  const StoreStatus status = store_->Search(
-      {.base = kBase, .scope = SearchScope::kSubtree, .filter = "((broken", .attributes = {}},
-      [](const Entry&) { return true; });
-  EXPECT_EQ(status.code, kLdapFilterError);
-  EXPECT_THAT(status.text, HasSubstr("((broken"));
+  // The last ones name matching rules that a domain may have.
+  for (const char* filter :
+       {"((broken", "(|(cn=a)(!(member:1.2.840.113556.1.4.1941:=CN=Ada)))", "(cn:dn:=Ada)"}) {
+    const StoreStatus status = store_->Search(
+        {.base = kBase, .scope = SearchScope::kSubtree, .filter = filter, .attributes = {}},
+        [](const Entry&) { return true; });
+    EXPECT_EQ(status.code, kLdapFilterError) << filter;
+    EXPECT_THAT(status.text, HasSubstr(filter));
+  }
+  const StoreStatus status =
+      store_->Search({.base = kBase,
+                      .scope = SearchScope::kSubtree,
+                      .filter = "(&(cn=*)(userAccountControl:1.2.840.113556.1.4.803:=2))",
+                      .attributes = {}},
+                     [](const Entry&) { return true; });
+  EXPECT_TRUE(status.Ok()) << status.text;
 }
 
 TEST_F(LdbStoreTest, ASinkMayStopTheSearchAndAskForMore) {

@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::string_view kServer = "--server";
 constexpr std::string_view kNoMoreOptions = "--";
+constexpr const char* kHelp = "--help";
+constexpr const char* kVersion = "--version";
 
 constexpr const char* kDescription =
     "Reads and changes the Pelora settings of the objects of a directory.";
@@ -71,7 +73,7 @@ class SynopsisFormatter final : public CLI::Formatter {
 
 /// The parser of one command, or of the program without one.
 void SetUp(CLI::App& app, const Command* command, CommandLine& line) {
-  app.set_help_flag("--help", "Show this help and exit");
+  app.set_help_flag(kHelp, "Show this help and exit");
   app.formatter(std::make_shared<SynopsisFormatter>(
       command == nullptr
           ? "COMMAND [ARGUMENT...]"
@@ -79,7 +81,7 @@ void SetUp(CLI::App& app, const Command* command, CommandLine& line) {
   AddOptions(app, ConnectionOptions(), line);
   AddOptions(app, CommonOptions(), line);
   if (command == nullptr) {
-    app.set_version_flag("--version", "peloractl " PELORA_VERSION, "Show the version and exit");
+    app.set_version_flag(kVersion, "peloractl " PELORA_VERSION, "Show the version and exit");
     app.footer(kFooter);
     for (const Command* each : Commands()) {
       app.add_subcommand(std::string(each->name), std::string(each->summary));
@@ -122,6 +124,20 @@ bool TakesValue(std::string_view option) {
   });
 }
 
+/// Whether an option says all by standing there.
+bool IsAlone(std::string_view option) {
+  const auto is_alone = [option](std::span<const Option> options) {
+    return std::ranges::any_of(options, [option](const Option& known) {
+      return known.name == option && known.value.empty();
+    });
+  };
+  if (option == kHelp || option == kVersion) return true;
+  if (is_alone(ConnectionOptions()) || is_alone(CommonOptions())) return true;
+  return std::ranges::any_of(Commands(), [&is_alone](const Command* command) {
+    return std::ranges::any_of(command->options, is_alone);
+  });
+}
+
 [[noreturn]] void RefuseEmptyValue(std::string_view option) {
   throw WrongUsage(std::string(option) + ": the value is empty");
 }
@@ -135,6 +151,10 @@ void CheckArguments(std::span<const std::string> arguments) {
     // The library would take it for the end of everything.
     if (argument == "++") throw WrongUsage("++ is written behind --");
     const std::string_view name = argument.substr(0, argument.find('='));
+    // The library would read yes and no there, and everything else in some other way.
+    if (argument.size() > name.size() && IsAlone(name)) {
+      throw WrongUsage(std::string(name) + ": it takes no value");
+    }
     const bool may_have_value = TakesValue(name) || name == kServer;
     if (may_have_value && argument.size() == name.size() + 1) RefuseEmptyValue(name);
     const bool is_next_empty = index + 1 < arguments.size() && arguments[index + 1].empty();

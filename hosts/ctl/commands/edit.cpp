@@ -53,7 +53,7 @@ int RunEdit(const CommandLine& line, Program& program) {
   const std::vector<std::string> named = OnlyObjects(line.arguments);
   CheckOutputs(line);
   Workplace workplace(line, program);
-  std::vector<Target> targets = TargetsOf(line, named, workplace);
+  std::vector<Target> targets = TargetsOf(line, NamesOf(line, named), workplace);
   EditedSettings settings(workplace, targets);
   // A person takes his time: they are read anew before they are written.
   for (Target& target : targets) target.entry.reset();

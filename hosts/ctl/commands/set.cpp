@@ -15,9 +15,10 @@ int RunSet(const CommandLine& line, Program& program) {
   CheckAssignments(given.assignments, offline.catalogue);
   CheckOutputs(line);
   Workplace workplace(line, program);
+  const std::vector<std::string> names = NamesOf(line, given.objects);
   // From here on an interruption is reported for each object.
   program.interruption.FinishFirst();
-  const std::vector<Target> targets = TargetsOf(line, given.objects, workplace);
+  const std::vector<Target> targets = TargetsOf(line, names, workplace);
   return ChangeObjects(line, program, workplace, targets,
                        [&given](std::size_t /*at*/) { return std::span(given.assignments); });
 }

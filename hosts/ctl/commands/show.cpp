@@ -11,7 +11,7 @@ namespace {
 int RunShow(const CommandLine& line, Program& program) {
   const std::vector<std::string> named = OnlyObjects(line.arguments);
   Workplace workplace(line, program);
-  const std::vector<Target> targets = TargetsOf(line, named, workplace);
+  const std::vector<Target> targets = TargetsOf(line, NamesOf(line, named), workplace);
   int code = kExitDone;
   TogetherShown together;
   const auto take = [&](const Target& /*target*/, const ldap::Entry& entry) {

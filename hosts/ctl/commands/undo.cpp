@@ -4,9 +4,23 @@
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/results/write_run.h"
 #include "hosts/ctl/workplace.h"
+#include "hosts/ldap/entry_values.h"
 
 namespace pelora::ctl {
 namespace {
+
+/// Adds to the deletions of what was made of what classes it is, so that they can be taken back
+/// too: what forbids them says nothing of classes, which nobody changes.
+void AddClasses(ldap::IDirectoryStore& store, std::span<changes::Change> undone) {
+  const std::vector<std::string> classes = {"objectClass"};
+  for (changes::Change& change : undone) {
+    ldap::Entry entry;
+    if (change.kind != changes::Change::Kind::kDelete) continue;
+    if (!store.Read(change.dn, classes, entry).Ok()) continue;
+    change.attributes.push_back(
+        {.attribute = classes.front(), .seen = ldap::ValuesOf(entry, classes.front())});
+  }
+}
 
 int RunUndo(const CommandLine& line, Program& program) {
   if (line.arguments.size() != 1) throw WrongUsage("one undo file is to be named");
@@ -16,6 +30,7 @@ int RunUndo(const CommandLine& line, Program& program) {
   std::vector<changes::Change> undone;
   const ldap::StoreStatus status = changes::ReadUndoFile(line.arguments.front(), schema, undone);
   if (!status.Ok()) throw WrongUsage(status.text);
+  if (line.undo_file) AddClasses(*session->store, undone);
   WriteRun run(line, program, *session, undone.size());
   changes::RunOptions options = run.Options();
   // What somebody changed since is left alone, in lists too.

@@ -75,7 +75,7 @@ std::string CommandOptions() {
   Words of_all;
   AddNames(ConnectionOptions(), of_all);
   AddNames(CommonOptions(), of_all);
-  of_all.insert(of_all.end(), {"--help", "--version"});
+  of_all.emplace_back("--help");
   std::string text = Case("\"\"", Echo(of_all));
   for (const Command* command : Commands()) {
     Words names;

@@ -172,7 +172,8 @@ void ObjectFinder::SearchWhile(const Selection& selection, std::vector<std::stri
     throw WrongUsage(request.base + ": there is no such object to search below");
   }
   if (status.code == ldap::kLdapFilterError) {
-    throw WrongUsage(selection.filter.value_or(filter) + ": this is no LDAP filter");
+    throw WrongUsage(selection.filter.value_or(filter) +
+                     ": this is no LDAP filter that the directory understands");
   }
   if (!status.Ok()) throw DirectoryFailure(status);
 }

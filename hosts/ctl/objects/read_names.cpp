@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/objects/object_finder.h"
+#include "hosts/ctl/text/byte_order_mark.h"
 #include "hosts/ctl/text/input_file.h"
 #include "hosts/ctl/text/without_blanks.h"
 #include "hosts/session/utf8_check.h"
 
 namespace pelora::ctl {
 std::vector<std::string> ReadNames(const std::string& path) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   const std::string text = ReadInput(path);
-  std::string_view left = text;
-  if (left.starts_with(kByteOrderMark)) left.remove_prefix(kByteOrderMark.size());
+  std::string_view left = WithoutByteOrderMark(text);
   std::vector<std::string> names;
   for (std::size_t line = 1; !left.empty(); ++line) {
     const std::size_t length = std::min(left.find('\n'), left.size());

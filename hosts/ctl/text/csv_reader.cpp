@@ -3,28 +3,25 @@
 
 #include <algorithm>
 
+#include "hosts/ctl/text/byte_order_mark.h"
 #include "hosts/session/utf8_check.h"
 
 namespace pelora::ctl {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr char kQuote = '"';
 constexpr std::string_view kEndless =
     "the row is longer than 16 MB: a closing quotation mark may be missing";
 
-std::string_view WithoutMark(std::string_view text) {
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-  return text;
-}
-
 }  // namespace
 
 CsvReader::CsvReader(std::string_view text, char separator)
-    : text_(WithoutMark(text)), separator_(separator), skipped_(text.size() - text_.size()) {}
+    : text_(WithoutByteOrderMark(text)),
+      separator_(separator),
+      skipped_(text.size() - text_.size()) {}
 
 char CsvReader::SeparatorOf(std::string_view text) {
-  text = WithoutMark(text);
+  text = WithoutByteOrderMark(text);
   text.remove_prefix(std::min(text.find_first_not_of("\r\n"), text.size()));
   bool is_quoted = false;
   bool has_semicolon = false;

@@ -13,6 +13,7 @@
 #include <system_error>
 
 #include "hosts/ctl/ctl_error.h"
+#include "hosts/ctl/text/byte_order_mark.h"
 #include "hosts/ctl/text/input_file.h"
 #include "hosts/ldap/file_descriptor.h"
 
@@ -115,7 +116,7 @@ std::string TextEditor::Edit(const std::string& text) {
     }
   }
   Run();
-  std::string edited = ReadInput(path_);
+  std::string edited(WithoutByteOrderMark(ReadInput(path_)));
   has_typed_ = has_typed_ || edited != text;
   return edited;
 }

@@ -145,6 +145,14 @@ TEST_F(ChangeTest, AnAdditionIsTakenBackByADeletionWithoutItsPassword) {
   ASSERT_THAT(undo.attributes, SizeIs(1));
   EXPECT_THAT(undo.attributes[0].seen, ElementsAre("x"));
   EXPECT_THAT(UndoOf(undo).attributes, IsEmpty());
+  // It is made again only by who knows of what classes it was.
+  Change known = undo;
+  known.attributes.push_back({.attribute = "objectClass", .seen = {"top"}});
+  const Change again = UndoOf(known);
+  EXPECT_EQ(again.kind, Change::Kind::kAdd);
+  ASSERT_THAT(again.attributes, SizeIs(2));
+  EXPECT_THAT(again.attributes[0].wanted, ElementsAre("x"));
+  EXPECT_THAT(again.attributes[1].wanted, ElementsAre("top"));
 }
 
 TEST(ResultTest, OutcomesHaveOneWordEach) {
