@@ -4,10 +4,15 @@
 #include <gmock/gmock.h>
 
 #include <QMessageBox>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <iostream>
+#include <memory>
+#include <new>
+#include <span>
 
+#include "hosts/console/sheets/sheet_windows.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
 #include "resources/resource.h"
@@ -51,6 +56,31 @@ class OneWhoConfirms {
   QTimer glance_;
   int boxes_ = 0;
 };
+
+/// What stands below a sheet goes when its window goes, and before that the sheet has to: whichever
+/// allocation fails until it is shown.
+TEST(SheetMemory, ASheetThatCannotBeShownDoesNotStay) {
+  (void)IsOurs(nullptr);
+  const auto module = resources::ResourceFile::Read(resources::EmbeddedResourceBytes());
+  QWidget owner;
+  session::DirectoryObject object;
+  object.dn = kBirgit;
+  std::size_t gone = 0;
+  for (bool is_gone = true; is_gone; gone += is_gone ? 1 : 0) {
+    console::SheetWindows windows;
+    auto made = std::make_unique<console::QtPropertySheet>(*module.value, QString(), &owner);
+    const QPointer<console::QtPropertySheet> sheet = made.get();
+    try {
+      const FailingAllocations failing(gone + 1, &IsOurs);
+      windows.Show(std::move(made), std::span(&object, 1));
+    } catch (const std::bad_alloc&) {
+      // What is left of it is looked at below.
+    }
+    is_gone = sheet.isNull();
+  }
+  // The object's name twice, the sheet's place among the open ones, the objects for its end.
+  EXPECT_GE(gone, 4U);
+}
 
 class WindowMemory : public ::testing::Test {
  protected:
