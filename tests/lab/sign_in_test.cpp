@@ -98,6 +98,16 @@ TEST(SignIn, AnExpiredTicketIsToldFromNone) {
       "with \"kinit\"");
 }
 
+TEST(SignIn, OneThatIsAboutToEndIsToldToo) {
+  const std::string cache = "FILE:" + Home() + "/ending";
+  static_cast<void>(OutputOf("echo Lab-Passw0rd | kinit -l 100s -c " + cache + " helper"));
+  const EnvironmentVariable tickets("KRB5CCNAME", cache);
+  EXPECT_EQ(
+      Open({.server = Server()}),
+      "-2 cannot sign in to 'dc1.pelora.test': the Kerberos ticket ends within two minutes, or "
+      "has ended: get a new one with \"kinit\" (Ticket expired)");
+}
+
 /// A copy of the administrator's tickets, with the note of the Kerberos library's that this
 /// machine's clock is so many seconds behind the one that is used.
 std::string TicketsOfAClockAhead(std::int32_t seconds) {

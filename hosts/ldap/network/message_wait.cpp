@@ -20,7 +20,9 @@ timeval ToTimeval(Milliseconds duration) {
 int FailureOf(LDAP* handle) {
   int code = LDAP_SERVER_DOWN;
   ldap_get_option(handle, LDAP_OPT_RESULT_CODE, &code);
-  return code == LDAP_SUCCESS ? LDAP_SERVER_DOWN : code;
+  // A server's own code is no answer to what was asked: it has said by itself why it ends the
+  // connection, as when the ticket has ended.
+  return code >= LDAP_SUCCESS ? LDAP_SERVER_DOWN : code;
 }
 
 }  // namespace

@@ -95,6 +95,9 @@ constexpr auto kExplanations = std::to_array<Explanation>({
     {"Clock skew too great", kClock},
     // So it is with a clock that is behind.
     {"Ticket not yet valid", kClock},
+    // No other ticket is asked for with one that ends as soon as that.
+    {"Ticket expired",
+     "the Kerberos ticket ends within two minutes, or has ended: get a new one with \"kinit\""},
 });
 
 StoreStatus Explain(StoreStatus failure) {
