@@ -12,6 +12,7 @@
 #   counter=1000     rounds of two writers that count on one number of a domain
 #   controllers=1    the suite on a domain of three controllers and two sites
 #   trusted=1        the suite on a domain beside another one that it trusts
+#   tickets=1        a ticket that ends by itself in the middle of a thousand changes
 #   edits=1000       rounds of random edits on each tab
 #   bulk=5000        users that one sheet of the console changes, and another one on a domain
 #   faults=0         calls that fail, of each trial: always every one
@@ -32,7 +33,7 @@
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
-declare -A wanted=([fuzz]=600 [kills]=1000 [rounds]=10000 [domain]=3000 [counter]=1000 [controllers]=1 [trusted]=1 [edits]=1000 [bulk]=5000
+declare -A wanted=([fuzz]=600 [kills]=1000 [rounds]=10000 [domain]=3000 [counter]=1000 [controllers]=1 [trusted]=1 [tickets]=1 [edits]=1000 [bulk]=5000
   [faults]=0 [allocations]=400 [windows]=200 [wine]=10000 [threads]=1 [alone]=1)
 preset=asan
 if [ "${1:-}" = only ]; then
@@ -165,9 +166,11 @@ fi
   trial counter "two writers on a domain" lab/lab_changes_test '*NoAcceptedChangeIsLost' \
     's/^two writers, //p' tests/lab/run_in_lab.sh
   PELORA_LAB_KIND=controllers trial controllers "several controllers" lab/lab_controllers_test \
-    '-TrustedDomain.*' 's/^\[  PASSED  \] \([0-9]* tests\).*/\1 passed/p' tests/lab/run_in_lab.sh
+    '-TrustedDomain.*:EndingTicket.*' 's/^\[  PASSED  \] \([0-9]* tests\).*/\1 passed/p' tests/lab/run_in_lab.sh
   PELORA_LAB_KIND=trusted trial trusted "a trusted domain" lab/lab_controllers_test 'TrustedDomain.*' \
     's/^\[  PASSED  \] \([0-9]* tests\).*/\1 passed/p' tests/lab/run_in_lab.sh
+  trial tickets "a ticket that ends" lab/lab_controllers_test 'EndingTicket.*' \
+    's/^a ticket that ends: //p' tests/lab/run_in_lab.sh
   trial rounds "soak" harness/harness_test 'Soak.Nothing*' 's/^soak: //p'
   # How long the window lets one wait is measured as it is handed out.
   preset=native trial bulk "a bulk in the window" ui/ui_writing 'BulkSheet.AllOfIt*' 's/^bulk: //p'
