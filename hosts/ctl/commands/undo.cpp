@@ -13,13 +13,23 @@ namespace {
 /// too: what forbids them says nothing of classes, which nobody changes.
 void AddClasses(ldap::IDirectoryStore& store, std::span<changes::Change> undone) {
   const std::vector<std::string> classes = {"objectClass"};
+  std::vector<changes::Change*> deletions;
+  std::vector<std::string> names;
   for (changes::Change& change : undone) {
-    ldap::Entry entry;
     if (change.kind != changes::Change::Kind::kDelete) continue;
-    if (!store.Read(change.dn, classes, entry).Ok()) continue;
-    change.attributes.push_back(
-        {.attribute = classes.front(), .seen = ldap::ValuesOf(entry, classes.front())});
+    deletions.push_back(&change);
+    names.push_back(change.dn);
   }
+  std::size_t at = 0;
+  // What cannot be read now is told when it is deleted.
+  static_cast<void>(
+      store.ReadMany(names, classes, [&](const ldap::StoreStatus& read, const ldap::Entry& entry) {
+        changes::Change& change = *deletions[at++];
+        if (!read.Ok()) return true;
+        change.attributes.push_back(
+            {.attribute = classes.front(), .seen = ldap::ValuesOf(entry, classes.front())});
+        return true;
+      }));
 }
 
 int RunUndo(const CommandLine& line, Program& program) {
