@@ -150,7 +150,7 @@ if ! flock -n 9; then
 fi
 : >"$log"
 {
-  sum faults "faults injected and survived" harness/harness_test '*Faults.*' 'faults injected and survived'
+  sum faults "faults injected and survived" harness/harness_test '*Faults.*:*LatePages.*' 'faults injected and survived'
   sum edits "random edits and applies" harness/harness_test '*PageModel.*' 'random edits and applies'
   trial rounds "random sheets" harness/harness_test 'SheetModel.*' 's/^random sheets: //p'
   sum allocations "allocations failed and survived" harness/memory_test '*' 'allocations failed and survived'

@@ -95,11 +95,18 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
                                            std::span<const std::string> attributes,
                                            const ldap::ReadSink& sink) {
   const Asked asked = AskedOf(attributes);
-  // As many as follow each other and are not at hand are asked for together.
   while (!dns.empty()) {
-    std::size_t count = 0;
-    std::shared_ptr<const ldap::Entry> at_hand = AtHand(dns.front(), asked);
-    while (!at_hand && ++count < dns.size()) at_hand = AtHand(dns[count], asked);
+    if (std::shared_ptr<const ldap::Entry> at_hand = AtHand(dns.front(), asked)) {
+      ldap::Entry entry = PartOf(*at_hand, attributes);
+      Note(dns.front(), asked, std::move(at_hand));
+      if (!sink({}, std::move(entry))) break;
+      if (breathe_) breathe_();
+      dns = dns.subspan(1);
+      continue;
+    }
+    // As many as follow each other and are not at hand are asked for together.
+    std::size_t count = 1;
+    while (count < dns.size() && !AtHand(dns[count], asked)) ++count;
     bool goes_on = true;
     std::size_t at = 0;
     ldap::StoreStatus status = target().ReadMany(
@@ -111,15 +118,6 @@ ldap::StoreStatus RecordingStore::ReadMany(std::span<const std::string> dns,
         });
     if (!status.Ok() || !goes_on) return status;
     dns = dns.subspan(count);
-    if (dns.empty()) break;
-    // The sink may have taken back what was at hand before it was asked.
-    if (count > 0) at_hand = AtHand(dns.front(), asked);
-    if (!at_hand) continue;
-    ldap::Entry entry = PartOf(*at_hand, attributes);
-    Note(dns.front(), asked, std::move(at_hand));
-    if (!sink({}, std::move(entry))) break;
-    if (breathe_) breathe_();
-    dns = dns.subspan(1);
   }
   return {};
 }

@@ -237,9 +237,11 @@ TabsOpening GuardedTabs::Open(std::span<const DirectoryObject> selection,
   if (const ldap::StoreStatus status = Read(selection, own_pages); !status.Ok()) {
     // The first that could not be read is the one behind those that were.
     const std::size_t at = std::min(entries_.size(), selection.size() - 1);
-    return {.reason = "The properties of " + selection[at].name + " cannot be read: " +
-                      status.text + ". " + AdviceOnReading(ldap::HresultOfLdap(status.code)),
-            .is_stopped = status.code == ldap::kLdapUserCancelled};
+    return {
+        .reason = "The properties of " + selection[at].name + " cannot be read: " + status.text +
+                  ". " +
+                  AdviceOnReading(ldap::HresultOfLdap(status.code), PlaceOf(surroundings_.store)),
+        .is_stopped = status.code == ldap::kLdapUserCancelled};
   }
   for (const DirectoryObject& object : selection) {
     selection_.push_back(object);
@@ -261,7 +263,7 @@ TabsOpening GuardedTabs::Open(std::span<const DirectoryObject> selection,
   const std::string code = " (error code " + CodeText(failure) + ").";
   if (pages_.empty()) return {.reason = "The properties of " + name + " cannot be shown" + code};
   return {.missing = "Some of the properties of " + name + " cannot be shown" + code + " " +
-                     AdviceOnReading(failure)};
+                     AdviceOnReading(failure, PlaceOf(surroundings_.store))};
 }
 
 std::optional<std::size_t> GuardedTabs::Commit() {

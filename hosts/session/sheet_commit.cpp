@@ -141,7 +141,8 @@ std::optional<std::size_t> SheetCommit::RunAtOnce(const Plan& plan) {
   // What was stopped before its turn, somebody stopped who knows.
   if (left->outcome != Outcome::kSkipped) {
     surroundings_.message_box.Show(
-        first.tab.dialog, WriteFailureMessage(pending.change, *left, surroundings_.book.labels()));
+        first.tab.dialog, WriteFailureMessage(pending.change, *left, surroundings_.book.labels(),
+                                              PlaceOf(surroundings_.store)));
   }
   for (const Pending::Part& part : pending.parts) part.tab.recording->AcceptAsSeen(*left);
   return first.tab.page;
@@ -282,7 +283,7 @@ SheetCommit::Keys SheetCommit::Tell(const Whole& whole, const Plan& plan, const 
   if (!is_told) {
     surroundings_.desk->ShowFailure(
         whole.owner, FailureOf(surroundings_.name_of(plan.front().change.dn), plan.front().change,
-                               results.front(), surroundings_.book));
+                               results.front(), surroundings_.book, PlaceOf(surroundings_.store)));
   }
   return {};
 }
@@ -295,10 +296,11 @@ SheetCommit::Keys SheetCommit::TellAll(const Whole& whole) {
     const std::string key = FoldCase(dn);
     const Result& result = ended_[key];
     if (!result.IsDone()) left.insert(key);
-    written.push_back(
-        {.name = surroundings_.name_of(dn),
-         .result = result,
-         .reason = result.IsDone() ? std::string() : ReasonOf(result, surroundings_.book)});
+    written.push_back({.name = surroundings_.name_of(dn),
+                       .result = result,
+                       .reason = result.IsDone() ? std::string()
+                                                 : ReasonOf(result, surroundings_.book,
+                                                            PlaceOf(surroundings_.store))});
   }
   const bool is_tried_again = surroundings_.desk->ShowResults(whole.owner, written);
   LetGoOf(written, surroundings_.errands);

@@ -16,8 +16,8 @@ std::string Sentence(std::string words) {
 }
 
 /// What stood in the way, where the advice does not say so itself.
-std::string CauseOf(const Result& result) {
-  if (NamesTheCause(result)) return {};
+std::string CauseOf(const Result& result, DirectoryPlace place) {
+  if (NamesTheCause(result, place)) return {};
   return result.message.empty() ? "The directory refuses it. "
                                 : "The directory refuses it: " + Sentence(result.message) + " ";
 }
@@ -25,12 +25,12 @@ std::string CauseOf(const Result& result) {
 }  // namespace
 
 ShownFailure FailureOf(const std::string& name, const changes::Change& change, const Result& result,
-                       const FieldBook& book) {
+                       const FieldBook& book, DirectoryPlace place) {
   ShownFailure failure;
   const bool is_open = result.outcome == Outcome::kUnknown;
   failure.summary = is_open ? "It is not known whether the changes of " + name + " were written."
                             : "The changes of " + name + " were not written.";
-  failure.advice = CauseOf(result) + AdviceOn(result);
+  failure.advice = CauseOf(result, place) + AdviceOn(result, place);
   std::string& details = failure.details;
   if (result.code) details += "Code: " + CodeText(*result.code) + "\n";
   details += "Object: " + change.dn + "\nFields: ";
@@ -43,7 +43,7 @@ ShownFailure FailureOf(const std::string& name, const changes::Change& change, c
   return failure;
 }
 
-std::string ReasonOf(const Result& result, const FieldBook& book) {
+std::string ReasonOf(const Result& result, const FieldBook& book, DirectoryPlace place) {
   if (result.outcome == Outcome::kSkipped) return "Not begun.";
   std::string reason;
   for (const changes::Conflict& conflict : result.conflicts) {
@@ -54,7 +54,7 @@ std::string ReasonOf(const Result& result, const FieldBook& book) {
               book.TextOf(attribute, conflict.wanted);
   }
   if (!reason.empty()) return reason + ".";
-  reason = CauseOf(result) + AdviceOn(result);
+  reason = CauseOf(result, place) + AdviceOn(result, place);
   if (result.code) reason += " (" + CodeText(*result.code) + ")";
   return reason;
 }

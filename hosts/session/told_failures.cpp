@@ -57,7 +57,7 @@ std::int32_t ToldFailures::Show(IDialog* owner, const Message& message) {
   if (!failure->path.empty()) told.text += "\r\nObject: " + failure->path;
   if (!failure->words.empty()) told.text += "\r\nThe directory says: " + failure->words;
   if (!failure->path.empty() || !failure->words.empty()) told.text += "\r\n";
-  told.text += "\r\n" + AdviceOnReading(failure->status);
+  told.text += "\r\n" + AdviceOnReading(failure->status, PlaceOf(directory_.store()));
   return box_.Show(owner, told);
 }
 

@@ -4,6 +4,7 @@
 // written, and what failed can be done again.
 #include <gmock/gmock.h>
 
+#include <array>
 #include <optional>
 
 #include "hosts/changes/change_runner.h"
@@ -122,20 +123,11 @@ void PageMemory::StarveWriting(std::size_t allocation) const {
 }
 
 TEST_P(PageMemory, EndsInAnErrorAndNothingIsHalfWritten) {
-  std::size_t failed = 0;
-  for (const std::size_t allocation : Tried(loading_)) {
-    SCOPED_TRACE("loading, allocation " + std::to_string(allocation));
-    StarveLoading(allocation);
-    ++failed;
-    if (HasFailure()) return;
-  }
-  for (const std::size_t allocation : Tried(writing_)) {
-    SCOPED_TRACE("writing, allocation " + std::to_string(allocation));
-    StarveWriting(allocation);
-    ++failed;
-    if (HasFailure()) return;
-  }
-  TellFailed(std::get<0>(GetParam())->name, failed);
+  const auto all = std::to_array<Starving>({
+      {"loading", loading_, [this](std::size_t allocation) { StarveLoading(allocation); }},
+      {"writing", writing_, [this](std::size_t allocation) { StarveWriting(allocation); }},
+  });
+  StarveEach(std::get<0>(GetParam())->name, all);
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryTab, PageMemory,
@@ -220,9 +212,7 @@ TEST_F(StoreMemory, TheConsolesSheetsStayUsable) {
     untroubled.Edit();
     const std::size_t writing = CountOf([&] { return untroubled.Ok(); });
     after_ = smooth.entries();
-    const std::vector<std::size_t> tried = Tried(writing);
-    for (const std::size_t allocation : tried) {
-      SCOPED_TRACE(name + ", writing, allocation " + std::to_string(allocation));
+    const auto play = [&](std::size_t allocation) {
       MemoryStore store;
       store.SetEntries(before_);
       SheetScene scene(store, name, Names(), Wanted());
@@ -238,9 +228,9 @@ TEST_F(StoreMemory, TheConsolesSheetsStayUsable) {
         EXPECT_EQ(scene.TakeBoxes(), Lines());
       }
       EXPECT_EQ(store.entries(), after_);
-      if (HasFailure()) return;
-    }
-    TellFailed("sheet of " + name, tried.size());
+    };
+    StarveEach("sheet of " + name, std::array<Starving, 1>{{{"writing", writing, play}}});
+    if (HasFailure()) return;
   }
 }
 
@@ -307,9 +297,7 @@ TEST_F(StoreMemory, TheRunnerWritesAnObjectWholeOrNotAtAll) {
   for (const changes::Result& result : smooth.results()) EXPECT_EQ(result.message, "");
   after_ = smooth.store().entries();
   ASSERT_NE(after_, before_);
-  const std::vector<std::size_t> tried = Tried(allocations);
-  for (const std::size_t allocation : tried) {
-    SCOPED_TRACE("allocation " + std::to_string(allocation));
+  const auto play = [&](std::size_t allocation) {
     CtlRun run(before_);
     const auto done = Starved(allocation, [&] { return run.Go(Names()); });
     ExpectNothingBetween(run.store(), true);
@@ -323,9 +311,8 @@ TEST_F(StoreMemory, TheRunnerWritesAnObjectWholeOrNotAtAll) {
     }
     // The same once more does the rest.
     EXPECT_TRUE(CtlRun(run.store().entries()).Go(Names()));
-    if (HasFailure()) return;
-  }
-  TellFailed("runner", tried.size());
+  };
+  StarveEach("runner", std::array<Starving, 1>{{{"running", allocations, play}}});
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <array>
-#include <optional>
 
 #include "directory/error_text.h"
 #include "hosts/ldap/ldap_status.h"
@@ -51,21 +50,6 @@ class SheetFaults : public ::testing::TestWithParam<SheetCase> {
   void PlaySmoothly();
   void PlayWithFault(std::size_t call, const StoreCause& cause);
 
-  /// A sheet with a page that cannot be read when it is opened.
-  struct LateSheet {
-    /// The page, and another one that is edited; none: neither.
-    std::optional<std::size_t> late{};
-    std::optional<std::size_t> edited{};
-    /// Which request of the first OK fails; 0: none.
-    std::size_t ok_call = 0;
-  };
-  struct Played {
-    Entries stored;
-    /// Requests of the first OK.
-    std::size_t ok_calls = 0;
-  };
-  [[nodiscard]] Played PlayLate(const LateSheet& played, const StoreCause& cause);
-
   std::size_t calls_ = 0;
   std::size_t tabs_ = 0;
 
@@ -85,9 +69,6 @@ class SheetFaults : public ::testing::TestWithParam<SheetCase> {
   void ExpectEachIsOneOrTheOther(const Entries& now) const;
   void ExpectTold(const Lines& boxes, const CallFaultStore::Met& met,
                   const StoreCause& cause) const;
-  /// The objects before anything was done, with no number set.
-  [[nodiscard]] Entries WithoutNumbers() const;
-
   Entries before_;
   Entries after_;
 };
@@ -148,32 +129,16 @@ void SheetFaults::PlayWithFault(std::size_t call, const StoreCause& cause) {
   SheetScene scene(faulty, Class(), Names(), Wanted());
   const auto is_met = [&] { return faulty.met().has_value(); };
 
-  // Opening: a tab that cannot be opened stays out, and one that cannot be read says so.
+  // Everything is read when the sheet is opened: without it there is none.
   const std::string problem = scene.Open();
-  const bool is_left_out = is_met() && scene.PageCount() < tabs_;
-  EXPECT_EQ(problem.empty(), !is_left_out) << problem;
-  if (is_left_out) {
-    EXPECT_EQ(scene.TakeBoxes(), Lines());
+  EXPECT_EQ(problem.empty(), !is_met()) << problem;
+  EXPECT_EQ(scene.TakeBoxes(), Lines());
+  if (is_met()) {
     EXPECT_EQ(store.entries(), before_);
     ASSERT_EQ(scene.Open(), "");
-  } else {
-    scene.ShowAll();
   }
-  bool is_unread = is_met() && !is_left_out;
-  if (is_unread) {
-    ExpectTold(scene.TakeBoxes(), *faulty.met(), cause);
-    EXPECT_EQ(store.entries(), before_);
-  }
+  ASSERT_EQ(scene.PageCount(), tabs_);
   scene.Edit();
-  if (is_unread && !scene.Ok()) {
-    // What was typed into a page that showed nothing gives way to what is stored.
-    EXPECT_EQ(scene.TakeBoxes().size(), 1U);
-    ExpectEachIsOneOrTheOther(store.entries());
-    scene.Edit();
-  } else if (is_unread) {
-    ASSERT_EQ(scene.Open(), "");
-    scene.Edit();
-  }
   const bool was_met = is_met();
   const bool is_done = scene.Ok();
   Lines boxes = scene.TakeBoxes();
@@ -198,70 +163,6 @@ TEST_P(SheetFaults, EachIsToldAndOkOnceMoreDoesTheRest) {
   ASSERT_FALSE(HasFailure());
   PlayEveryFault("sheet of " + Class(), calls_, kStoreCauses,
                  [this](std::size_t call, const StoreCause& cause) { PlayWithFault(call, cause); });
-}
-
-Entries SheetFaults::WithoutNumbers() const {
-  Entries entries = before_;
-  for (auto& [key, attributes] : entries) {
-    for (const Attribute& attribute : kAttributeCatalogue) {
-      if (attribute.encoding == Encoding::kInteger) attributes.erase(std::string(attribute.name));
-    }
-  }
-  return entries;
-}
-
-/// Everything is shown, one page edited, and the sheet left by OK, by a second one if need be.
-SheetFaults::Played SheetFaults::PlayLate(const LateSheet& played, const StoreCause& cause) {
-  const CallFaultStore::Fault fault{.status = {cause.code, "the store's own words"}};
-  MemoryStore store;
-  store.SetEntries(WithoutNumbers());
-  CallFaultStore faulty(store);
-  SheetScene scene(faulty, Class(), Names(), Wanted());
-  // The first page is read by the last request of the opening.
-  EXPECT_EQ(scene.Open(), "");
-  const std::size_t opening_calls = faulty.calls();
-  if (played.late == std::size_t{0}) {
-    faulty.Fail(opening_calls, fault);
-    EXPECT_EQ(scene.Open(), "");
-  }
-  for (std::size_t page = 1; page < scene.PageCount(); ++page) {
-    if (played.late == page) faulty.Fail(1, fault);
-    EXPECT_TRUE(scene.sheet().SelectPage(page));
-  }
-  EXPECT_EQ(scene.TakeBoxes().size(), played.late ? 1U : 0U);
-  if (played.edited) {
-    EXPECT_GT(scene.EditPage(*played.edited), 0U);
-  }
-  const std::size_t calls_before = faulty.calls();
-  faulty.Fail(played.ok_call, fault);
-  const bool is_done = scene.Ok();
-  const std::size_t ok_calls = faulty.calls() - calls_before;
-  EXPECT_TRUE(is_done || faulty.met());
-  if (!is_done) {
-    EXPECT_TRUE(scene.Ok());
-  }
-  return {.stored = store.entries(), .ok_calls = ok_calls};
-}
-
-/// What shows as 0 of objects that have no number is nobody's wish, in whatever round the page
-/// fills itself and whatever becomes of that round. Another page is edited: the sheet writes.
-TEST_P(SheetFaults, WhatWasReadLateIsNobodysEdit) {
-  const StoreCause& cause = kStoreCauses.front();
-  for (std::size_t late = 0; late < tabs_; ++late) {
-    SCOPED_TRACE("page " + std::to_string(late) + " is read late");
-    std::optional<std::size_t> edited;
-    if (tabs_ > 1) edited = late == 0 ? 1 : 0;
-    const Entries wanted = PlayLate({.edited = edited}, cause).stored;
-    const Played smooth = PlayLate({.late = late, .edited = edited}, cause);
-    EXPECT_EQ(smooth.stored, wanted);
-    ASSERT_FALSE(HasFailure());
-    PlayEveryFault("page " + std::to_string(late) + " read late, sheet of " + Class(),
-                   smooth.ok_calls, std::array{cause},
-                   [&](std::size_t call, const StoreCause& met) {
-                     const LateSheet played{.late = late, .edited = edited, .ok_call = call};
-                     EXPECT_EQ(PlayLate(played, met).stored, wanted);
-                   });
-  }
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryClass, SheetFaults,

@@ -68,11 +68,19 @@ std::vector<ldap::Entry> SheetScene::FirstEntries() const {
   return entries;
 }
 
+std::function<std::unique_ptr<IDirectoryService>(IDirectoryService&)> SheetScene::Between() {
+  if (!faults_) return {};
+  return [this](IDirectoryService& directory) {
+    return std::make_unique<FaultDirectory>(directory, faults_);
+  };
+}
+
 std::string SheetScene::Open() {
   Close();
   tabs_ = std::make_unique<session::GuardedTabs>(session::TabSurroundings{.store = store_,
                                                                           .platform = platform_,
                                                                           .templates = templates_,
+                                                                          .between = Between(),
                                                                           .errands = errands_,
                                                                           .desk = desk_,
                                                                           .history = history_});

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@
 #include "hosts/ldap/store_directory_service.h"
 #include "hosts/session/guarded_tabs.h"
 #include "tests/harness/field_editor.h"
+#include "tests/support/fault_directory.h"
 
 namespace pelora::testing {
 
@@ -37,6 +39,11 @@ class SheetScene {
   /// outlive the scene.
   void RunErrandsBy(session::IErrands& errands) { errands_ = &errands; }
   void KeepIn(session::ChangeHistory& history) { history_ = &history; }
+  /// Which calls of their tabs to the directory fail; while nobody has asked, none does.
+  [[nodiscard]] FaultPlan& Faults() {
+    if (!faults_) faults_ = std::make_shared<FaultPlan>();
+    return *faults_;
+  }
 
   /// Opens a sheet; what is not shown, and why, or empty. As many tabs are in it as let themselves
   /// be opened.
@@ -65,6 +72,9 @@ class SheetScene {
   }
 
  private:
+  /// What stands between a tab and its directory.
+  [[nodiscard]] std::function<std::unique_ptr<IDirectoryService>(IDirectoryService&)> Between();
+
   struct TabRows {
     DialogId dialog = 0;
     std::vector<FieldRow> rows;
@@ -87,6 +97,7 @@ class SheetScene {
   session::IWritingDesk* desk_ = nullptr;
   session::IErrands* errands_ = nullptr;
   session::ChangeHistory* history_ = nullptr;
+  std::shared_ptr<FaultPlan> faults_;
   // The tabs outlive the sheet's pages.
   std::unique_ptr<session::GuardedTabs> tabs_;
   std::optional<HeadlessPropertySheet> sheet_;

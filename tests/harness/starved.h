@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace pelora::testing {
 
@@ -14,17 +14,24 @@ namespace pelora::testing {
 
 using Action = std::function<bool()>;
 
-/// Allocations to try of so many: all, or some that lie evenly between the first and the last.
-[[nodiscard]] std::vector<std::size_t> Tried(std::size_t allocations);
-
 /// What an action comes to while an allocation fails; nothing: it ended with `std::bad_alloc`.
 std::optional<bool> Starved(std::size_t allocation, const Action& action);
 
 /// How many allocations an action makes, which comes off.
 std::size_t CountOf(const Action& action);
 
-/// One line for whoever sums up what was tried.
-void TellFailed(std::string_view where, std::size_t failed);
+/// What is played while allocations of it fail.
+struct Starving {
+  /// "loading".
+  std::string_view what;
+  /// How many it makes.
+  std::size_t allocations = 0;
+  std::function<void(std::size_t allocation)> play;
+};
+
+/// Plays each of them once for every allocation that is tried, up to the first that does not hold.
+/// Ends with one line for whoever sums up what was tried.
+void StarveEach(std::string_view where, std::span<const Starving> all);
 
 /// What the box says when the module ran out of memory.
 [[nodiscard]] std::string OutOfMemoryText();

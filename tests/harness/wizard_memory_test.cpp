@@ -3,6 +3,8 @@
 // error, what is made has no value that was not typed, and what was not made can be made again.
 #include <gmock/gmock.h>
 
+#include <array>
+
 #include "tests/harness/starved.h"
 #include "tests/harness/wizard_scene.h"
 
@@ -82,20 +84,11 @@ void WizardMemory::StarveMaking(std::size_t allocation) const {
 }
 
 TEST_P(WizardMemory, EndsInAnErrorAndNothingIsMadeThatWasNotTyped) {
-  std::size_t failed = 0;
-  for (const std::size_t allocation : Tried(loading_)) {
-    SCOPED_TRACE("loading, allocation " + std::to_string(allocation));
-    StarveLoading(allocation);
-    ++failed;
-    if (HasFailure()) return;
-  }
-  for (const std::size_t allocation : Tried(making_)) {
-    SCOPED_TRACE("making, allocation " + std::to_string(allocation));
-    StarveMaking(allocation);
-    ++failed;
-    if (HasFailure()) return;
-  }
-  TellFailed(GetParam()->name, failed);
+  const auto all = std::to_array<Starving>({
+      {"loading", loading_, [this](std::size_t allocation) { StarveLoading(allocation); }},
+      {"making", making_, [this](std::size_t allocation) { StarveMaking(allocation); }},
+  });
+  StarveEach(GetParam()->name, all);
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryWizardPage, WizardMemory, ::testing::ValuesIn(WizardPages()),

@@ -216,6 +216,16 @@ std::string ResultMessage(const StandInRequest& request, int code, const std::st
   return Flattened(message);
 }
 
+std::string GoodByeMessage(int code, const std::string& text) {
+  const BerPtr message = NewMessage();
+  const berval why = Borrowed(text);
+  const std::string notice = LDAP_NOTICE_OF_DISCONNECTION;
+  const berval name = Borrowed(notice);
+  ber_printf(message.get(), "{it{esOtON}N}", LDAP_RES_UNSOLICITED, LDAP_RES_EXTENDED, code, "",
+             &why, LDAP_TAG_EXOP_RES_OID, &name);
+  return Flattened(message);
+}
+
 std::string BindMessage(int id, int code, const std::string& token) {
   const BerPtr message = NewMessage();
   const berval value = Borrowed(token);

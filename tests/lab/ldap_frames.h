@@ -42,6 +42,8 @@ struct StandInEntry {
 [[nodiscard]] std::string ResultMessage(const StandInRequest& request, int code,
                                         const std::string& text, const std::string& page = {},
                                         const std::vector<std::string>& referral = {});
+/// A server's word, unasked, that it is about to end the connection, and why.
+[[nodiscard]] std::string GoodByeMessage(int code, const std::string& text);
 /// The result of a bind, or of a step of one (code 14).
 [[nodiscard]] std::string BindMessage(int id, int code, const std::string& token);
 

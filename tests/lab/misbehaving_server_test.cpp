@@ -255,6 +255,56 @@ TEST(Misbehaving, AMessageThatWouldTakeAllMemoryEndsTheConnection) {
   EXPECT_NE(status.text.find("' was lost"), std::string::npos) << status.text;
 }
 
+/// What a server says that ends the connections of a ticket that has ended: "unavailable", to
+/// nobody's request.
+StandInAnswer GoodBye() {
+  return {.raw = GoodByeMessage(ldap::kLdapUnavailable, "the ticket has ended")};
+}
+
+TEST(Misbehaving, AServersGoodByeIsALostConnectionAndWhatIsReadIsReadOverTheNext) {
+  int asked = 0;
+  const LdapStandIn server({}, [&asked](const StandInRequest&) {
+    return ++asked == 2 ? GoodBye() : StandInAnswer{.entries = {{kObject, {{"mail", {"m"}}}}}};
+  });
+  const auto session = OpenSession({.server = server.Address()});
+  EXPECT_EQ(ReadValue(session->store(), kObject, "mail"), "m");
+  EXPECT_EQ(ReadValue(session->store(), kObject, "mail"), "m");
+  EXPECT_EQ(asked, 3);
+  EXPECT_EQ(server.connections(), 2);
+}
+
+TEST(Misbehaving, AServersGoodByeIsNoAnswerToAChange) {
+  const Misbehaving server(GoodBye());
+  EXPECT_EQ(ToText(Replace(server.store(), kObject, "mail", {"m"})),
+            "-5 whether the change of 'CN=a,DC=x' was done is not known: the connection to the "
+            "server '" +
+                server.server.Address() + "' was lost");
+}
+
+TEST(Misbehaving, AServersGoodByeInTheMiddleOfManyChangesIsNoAnswerToAnyOfThem) {
+  constexpr int kObjects = 20;
+  constexpr int kAnswered = 5;
+  int asked = 0;
+  Misbehaving server([&asked](const StandInRequest&) {
+    if (++asked <= kAnswered) return StandInAnswer{};
+    return asked == kAnswered + 1 ? GoodBye() : StandInAnswer{.is_silent = true};
+  });
+  const std::vector<ldap::Modification> change = {{.attribute = "mail", .values = {"m"}}};
+  int sent = 0;
+  std::vector<int> codes;
+  server.store().ModifyManyStrictly(
+      [&]() -> std::optional<ldap::ModifyRequest> {
+        if (sent == kObjects) return std::nullopt;
+        return ldap::ModifyRequest{.dn = "CN=" + std::to_string(sent++) + ",DC=x",
+                                   .modifications = change};
+      },
+      [&codes](const StoreStatus& status) { codes.push_back(status.code); });
+  ASSERT_EQ(codes.size(), static_cast<std::size_t>(kObjects));
+  for (std::size_t at = 0; at < codes.size(); ++at) {
+    EXPECT_EQ(codes[at], at < kAnswered ? 0 : ldap::kLdapTimeout) << at;
+  }
+}
+
 TEST(Misbehaving, AHundredThousandValuesAreRead) {
   std::vector<std::string> values;
   for (int number = 0; number < 100'000; ++number) values.push_back("CN=" + std::to_string(number));

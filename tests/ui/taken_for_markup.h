@@ -13,13 +13,14 @@ inline constexpr const char* kHostile = "<img src=\"/dev/zero\">\u202E\x01 & <b>
 
 /// How a window shows texts with the element of `kHostile`.
 struct ShownTexts {
-  /// Where it would be taken for markup, in words.
+  /// Where a text would be taken for markup, turn the direction of what follows, or be drawn to an
+  /// end that nobody reads, in words.
   std::vector<std::string> faults;
   /// Places (labels, tooltips, rows) that hold it.
   int places = 0;
 };
 
-/// Looks at every label, tooltip, action and row of a window.
+/// Looks at every label, tooltip, action, button, choice and row of a window, and its title.
 [[nodiscard]] ShownTexts TextsOf(const QWidget& window);
 
 }  // namespace pelora::test

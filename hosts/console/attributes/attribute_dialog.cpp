@@ -13,6 +13,7 @@
 
 #include "hosts/console/dialogs/hint_label.h"
 #include "hosts/console/dialogs/on_screen.h"
+#include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
@@ -37,7 +38,7 @@ AttributeDialog::AttributeDialog(session::EditableAttribute edited, const Attrib
                                  QWidget* parent)
     : QDialog(parent), edited_(std::move(edited)), editor_(editor) {
   setObjectName(QStringLiteral("attribute"));
-  setWindowTitle(ToQString(edited_.attribute));
+  SetPlainTitle(*this, ToQString(edited_.attribute));
   QWidget* const field = MakeField();
   field->setObjectName(QStringLiteral("attribute_value"));
   auto* const label = new QLabel(Asked(edited_), this);

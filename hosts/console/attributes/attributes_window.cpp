@@ -33,7 +33,7 @@ AttributesWindow::AttributesWindow(const QString& name, Reader read, QWidget* pa
                                    AttributeEditor editor)
     : QDialog(parent), read_(std::move(read)), editor_(std::move(editor)) {
   setObjectName(QStringLiteral("attributes"));
-  setWindowTitle(QStringLiteral("%1 Attributes").arg(Readable(name)));
+  SetPlainTitle(*this, QStringLiteral("%1 Attributes").arg(Readable(name)));
   setAttribute(Qt::WA_DeleteOnClose);
   filter_ = new QLineEdit(this);
   filter_->setObjectName(QStringLiteral("attributes_filter"));
@@ -98,7 +98,8 @@ void AttributesWindow::ShowNote() {
   if (edit_ == nullptr) return;
   const std::string attribute = CurrentAttribute();
   const std::string why = attribute.empty() ? std::string() : editor_.why_read_only(attribute);
-  note_->setText(why.empty() ? QString() : ToQString(attribute + " cannot be edited here. " + why));
+  note_->setText(why.empty() ? QString()
+                             : Readable(ToQString(attribute + " cannot be edited here. " + why)));
   edit_->setEnabled(!attribute.empty() && why.empty());
 }
 

@@ -12,6 +12,8 @@ class QTreeView;
 
 namespace pelora::console {
 
+class NameLabel;
+
 /// Lets the administrator choose a container from the tree of the directory. What stands below a
 /// container is read when it is opened.
 class ContainerBrowser final : public QDialog {
@@ -37,7 +39,7 @@ class ContainerBrowser final : public QDialog {
   DirectoryReader reader_;
   ContainerTreeModel model_;
   QTreeView* tree_ = nullptr;
-  QLabel* status_ = nullptr;
+  NameLabel* status_ = nullptr;
 };
 
 }  // namespace pelora::console

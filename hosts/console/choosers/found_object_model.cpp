@@ -56,7 +56,9 @@ QVariant FoundObjectModel::data(const QModelIndex& index, int role) const {
 QVariant FoundObjectModel::DataOf(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
-  if (role == Qt::DisplayRole) return row.texts[static_cast<std::size_t>(index.column())];
+  if (role == Qt::DisplayRole) {
+    return Readable(row.texts[static_cast<std::size_t>(index.column())]);
+  }
   if (role == Qt::ToolTipRole) return PlainToolTip(ToQString(row.object.dn));
   if (role == Qt::DecorationRole && index.column() == kName) return IconOf(row.object.kind.icon);
   return {};

@@ -45,7 +45,7 @@ SearchDialog::SearchDialog(SearchDialogInit init, ldap::StoreOpener opener, QWid
       shown_(new QSortFilterProxyModel(this)),
       search_(std::move(opener), init_.find_places) {
   setObjectName(QStringLiteral("search_dialog"));
-  setWindowTitle(init_.title);
+  SetPlainTitle(*this, init_.title);
   auto* layout = new QVBoxLayout(this);
   MakePlaces(*layout);
   MakeText(*layout);
@@ -85,9 +85,11 @@ void SearchDialog::MakePlaces(QVBoxLayout& layout) {
 
 void SearchDialog::OnPlaces(const std::vector<std::string>& domains) {
   places_->clear();
+  // However long a domain's name is, it widens no window.
+  places_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   for (const std::string& domain : domains) {
     places_->addItem(domain.empty() ? QStringLiteral("All domains of the forest")
-                                    : ToQString(domain));
+                                    : Readable(ToQString(domain)));
   }
   places_->show();
   places_label_->show();

@@ -22,6 +22,8 @@ class QVBoxLayout;
 
 namespace pelora::console {
 
+class NameLabel;
+
 /// What a search dialog offers.
 struct SearchDialogInit {
   QString title;
@@ -91,7 +93,7 @@ class SearchDialog final : public QDialog {
   QComboBox* places_ = nullptr;
   QLineEdit* text_ = nullptr;
   QTreeView* results_ = nullptr;
-  QLabel* status_ = nullptr;
+  NameLabel* status_ = nullptr;
   /// These three only where several may be chosen.
   QListWidget* chosen_list_ = nullptr;
   QPushButton* add_ = nullptr;

@@ -7,6 +7,7 @@
 
 #include "hosts/console/dialogs/dialog_control.h"
 #include "hosts/console/text/collation.h"
+#include "hosts/console/text/plain_text.h"
 
 namespace pelora::console {
 
@@ -24,6 +25,9 @@ class TabStopDelegate final : public QStyledItemDelegate {
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
+  [[nodiscard]] QString displayText(const QVariant& value, const QLocale& locale) const override {
+    return Readable(QStyledItemDelegate::displayText(value, locale));
+  }
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

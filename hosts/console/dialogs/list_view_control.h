@@ -5,6 +5,7 @@
 #include <QTreeWidget>
 
 #include "hosts/console/dialogs/dialog_control.h"
+#include "hosts/console/text/plain_text.h"
 
 namespace pelora::console {
 
@@ -55,6 +56,10 @@ class TextRoleDelegate final : public QStyledItemDelegate {
  public:
   TextRoleDelegate(const ListViewControl& control, QObject* parent)
       : QStyledItemDelegate(parent), control_(control) {}
+
+  [[nodiscard]] QString displayText(const QVariant& value, const QLocale& locale) const override {
+    return Readable(QStyledItemDelegate::displayText(value, locale));
+  }
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

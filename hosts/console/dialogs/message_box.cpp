@@ -33,7 +33,7 @@ std::int32_t QtMessageBox::Show(IDialog* owner, const Message& message) {
   const bool asks = message.buttons == MessageButtons::kYesNo;
   QMessageBox box(WindowOf(owner));
   box.setObjectName(QStringLiteral("message_box"));
-  box.setWindowTitle(ToQString(message.caption.value_or(kDefaultCaption)));
+  SetPlainTitle(box, ToQString(message.caption.value_or(kDefaultCaption)));
   box.setIcon(IconOf(message.icon));
   SetPlainTexts(box, text);
   box.setStandardButtons(asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok);

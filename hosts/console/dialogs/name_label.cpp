@@ -31,6 +31,8 @@ QSize BrokenSize(const QFontMetrics& metrics, int width, const QString& text) {
 
 NameLabel::NameLabel(QWidget* parent) : QLabel(parent) { ShowPlainly(*this); }
 
+void NameLabel::setText(const QString& text) { QLabel::setText(Readable(text)); }
+
 QSize NameLabel::RoomOfText(int width) const {
   if (!wordWrap()) return fontMetrics().size(Qt::TextSingleLine, text());
   return BrokenSize(fontMetrics(), width, text());

@@ -9,11 +9,12 @@ namespace pelora::console {
 
 /// A label for a text of any length, which widens no window: what there is no room for ends in dots
 /// or, where the label breaks its text, is cut off. With the mouse on it the whole text is shown.
-/// The text is never taken for markup.
+/// The text is never taken for markup, and shown as `Readable` has it.
 class NameLabel : public QLabel {
  public:
   explicit NameLabel(QWidget* parent = nullptr);
 
+  void setText(const QString& text);
   /// As much of the text as there is room for, with dots where there is more.
   [[nodiscard]] QString ShownText() const;
   [[nodiscard]] QSize minimumSizeHint() const override;

@@ -11,6 +11,8 @@ class QPushButton;
 
 namespace pelora::console {
 
+class NameLabel;
+
 /// Says what the program is waiting for, how far it is, and takes Stop: the button, Escape or the
 /// close box. It closes only when the one who waits takes it away.
 class ErrandDialog final : public QDialog {
@@ -31,7 +33,7 @@ class ErrandDialog final : public QDialog {
   void reject() override;
 
  private:
-  QLabel* what_ = nullptr;
+  NameLabel* what_ = nullptr;
   QLabel* left_ = nullptr;
   QProgressBar* bar_ = nullptr;
   QPushButton* stop_ = nullptr;

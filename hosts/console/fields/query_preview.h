@@ -11,6 +11,8 @@ class QTreeView;
 
 namespace pelora::console {
 
+class NameLabel;
+
 /// What a search query finds: how many objects, and the first hundred of them. The search runs
 /// beside the window and ends with it.
 class QueryPreview final : public QDialog {
@@ -31,7 +33,7 @@ class QueryPreview final : public QDialog {
 
   FoundObjectModel* found_;
   QTreeView* results_ = nullptr;
-  QLabel* status_ = nullptr;
+  NameLabel* status_ = nullptr;
   std::size_t count_ = 0;
   ObjectSearch search_;
 };

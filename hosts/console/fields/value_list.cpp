@@ -59,7 +59,7 @@ ValueList::ValueList(const QString& label, std::span<const session::HeldValue> v
                      QWidget* parent)
     : QDialog(parent) {
   setObjectName(QStringLiteral("value_list"));
-  setWindowTitle(QStringLiteral("Values of %1").arg(Readable(label)));
+  SetPlainTitle(*this, QStringLiteral("Values of %1").arg(label));
   auto* list = new QTreeView(this);
   list->setObjectName(QStringLiteral("value_list_rows"));
   list->setAccessibleName(QStringLiteral("Values"));

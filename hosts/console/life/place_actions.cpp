@@ -170,7 +170,7 @@ void PlaceActions::Write(const PlaceContext& context, session::PlacePlan plan,
     const std::vector<changes::Result> results =
         session::WritePlan(*context.store, plan, context.history, errands_);
     tries_again = false;
-    Tell(plan, results, done, tries_again);
+    Tell(plan, results, session::PlaceOf(*context.store), done, tries_again);
     if (const std::string& failure = context.history->failure(); !failure.empty() && on_lost) {
       on_lost(ToQString(failure));
     }
@@ -180,7 +180,7 @@ void PlaceActions::Write(const PlaceContext& context, session::PlacePlan plan,
 }
 
 void PlaceActions::Tell(const session::PlacePlan& plan, const std::vector<changes::Result>& results,
-                        const std::string& done, bool& tries_again) {
+                        session::DirectoryPlace place, const std::string& done, bool& tries_again) {
   const bool is_all_done = std::ranges::all_of(results, &changes::Result::IsDone);
   const bool is_one = plan.names.size() == 1;
   if (is_all_done) {
@@ -191,15 +191,15 @@ void PlaceActions::Tell(const session::PlacePlan& plan, const std::vector<change
     return;
   }
   if (is_one) {
-    return desk_.ShowFailure(nullptr,
-                             session::PlaceFailure(plan.names.front(), done, results.front()));
+    return desk_.ShowFailure(
+        nullptr, session::PlaceFailure(plan.names.front(), done, results.front(), place));
   }
   std::vector<session::WrittenChange> told;
   for (std::size_t at = 0; at < results.size(); ++at) {
     const bool is_done = results[at].IsDone();
     told.push_back({.name = plan.names[at],
                     .result = results[at],
-                    .reason = is_done ? std::string() : session::PlaceReason(results[at])});
+                    .reason = is_done ? std::string() : session::PlaceReason(results[at], place)});
   }
   tries_again = desk_.ShowResults(nullptr, told);
 }

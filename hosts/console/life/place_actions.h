@@ -14,6 +14,7 @@
 #include "hosts/session/directory_browser.h"
 #include "hosts/session/life/place_plan.h"
 #include "hosts/session/life/place_words.h"
+#include "hosts/session/write_failure.h"
 #include "hosts/session/writing_desk.h"
 
 class QAction;
@@ -75,7 +76,7 @@ class PlaceActions final : public QObject {
   /// Writes the plan and tells what became of it. `done` is what was to be: "renamed".
   void Write(const PlaceContext& context, session::PlacePlan plan, const std::string& done);
   void Tell(const session::PlacePlan& plan, const std::vector<changes::Result>& results,
-            const std::string& done, bool& tries_again);
+            session::DirectoryPlace place, const std::string& done, bool& tries_again);
   void ShowWhatIsThere(const session::PlacePlan& plan);
 
   DirectoryPane& pane_;

@@ -31,6 +31,16 @@ QLabel* MakeLabel(const std::string& text, const char* name, QWidget* parent) {
   return label;
 }
 
+/// What has to be typed for that name: a name in which there is something that nobody can type, or
+/// that is not shown to its end, would keep everybody from going on.
+QString ToBeTyped(const std::string& name) {
+  const QString typed = ToQString(name).trimmed();
+  const bool can_be_typed =
+      !typed.isEmpty() && Readable(typed) == typed && !typed.contains(QLatin1Char('\n')) &&
+      !typed.contains(QLatin1Char('\t')) && !typed.contains(QChar(QChar::ReplacementCharacter));
+  return can_be_typed ? typed : QStringLiteral("delete");
+}
+
 }  // namespace
 
 PlaceDialog::PlaceDialog(const session::PlaceQuestion& question, QWidget* parent)
@@ -58,7 +68,7 @@ PlaceDialog::PlaceDialog(const session::PlaceQuestion& question, QWidget* parent
   go_on_ = buttons->addButton(ToQString(question.button), QDialogButtonBox::AcceptRole);
   go_on_->setObjectName(QStringLiteral("place_go_on"));
   if (!question.to_type.empty()) {
-    const QString wanted = ToQString(question.to_type);
+    const QString wanted = ToBeTyped(question.to_type);
     typed_ = new QLineEdit(this);
     typed_->setObjectName(QStringLiteral("place_typed"));
     // A long name stands above, where there is room for it.

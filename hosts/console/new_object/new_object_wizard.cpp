@@ -43,7 +43,7 @@ QtNewObjectWizard::QtNewObjectWizard(const Parts& parts, sheets::NewObjectSetup 
       title_(TitleOf(parts_)),
       machine_(parts_.module, *this, Complete(std::move(setup))) {
   setObjectName(QStringLiteral("new_object_wizard"));
-  setWindowTitle(title_);
+  SetPlainTitle(*this, title_);
   setWindowIcon(IconOf(parts_.kind.icon));
   MakeLayout(container_);
   machine_.own_name = [this] { return session::Trimmed(own_page_->Values().name); };
@@ -175,7 +175,7 @@ void QtNewObjectWizard::MakeDialog(std::size_t place) {
 void QtNewObjectWizard::ShowPage(std::size_t place) {
   if (IsSummary()) FillSummary();
   const QString title = ToQString(machine_.pages().Title(place));
-  setWindowTitle(title.isEmpty() ? title_ : title);
+  SetPlainTitle(*this, title.isEmpty() ? title_ : title);
   stack_->setCurrentIndex(static_cast<int>(place));
   SuggestAddress(place);
   NoteInputs(place);

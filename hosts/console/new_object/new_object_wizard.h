@@ -27,6 +27,8 @@ class QVBoxLayout;
 
 namespace pelora::console {
 
+class NameLabel;
+
 /// What names of new users follow where they are made.
 struct KeptPatterns {
   session::NamePatterns patterns{};
@@ -145,7 +147,7 @@ class QtNewObjectWizard final : public QDialog, private sheets::IPageView {
   OwnPage* own_page_ = nullptr;
   QStackedWidget* stack_ = nullptr;
   QPlainTextEdit* summary_ = nullptr;
-  QLabel* failure_ = nullptr;
+  NameLabel* failure_ = nullptr;
   QPushButton* back_ = nullptr;
   QPushButton* next_ = nullptr;
   QPushButton* finish_ = nullptr;

@@ -13,6 +13,7 @@
 #include "hosts/console/dialogs/discard_question.h"
 #include "hosts/console/dialogs/mnemonics.h"
 #include "hosts/console/dialogs/on_screen.h"
+#include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 
 namespace pelora::console {
@@ -20,7 +21,7 @@ namespace pelora::console {
 QtPropertySheet::QtPropertySheet(const resources::ResourceFile& module, const QString& title,
                                  QWidget* parent)
     : QDialog(parent), machine_(module, *this), tabs_(new QTabWidget(this)) {
-  setWindowTitle(title);
+  SetPlainTitle(*this, title);
   setObjectName(QStringLiteral("property_sheet"));
   tabs_->setObjectName(QStringLiteral("property_sheet_tabs"));
   auto* layout = new QVBoxLayout(this);

@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QMessageBox>
+#include <algorithm>
 
 namespace pelora::console {
 namespace {
@@ -22,12 +23,19 @@ bool IsHarmful(QChar character) {
 }  // namespace
 
 QString Readable(const QString& text) {
+  // Lists ask with every row that they draw.
+  if (text.size() <= kLongestText && std::ranges::none_of(text, IsHarmful)) return text;
   QString readable = text.left(kLongestText);
   for (QChar& character : readable) {
     if (IsHarmful(character)) character = QChar(QChar::ReplacementCharacter);
   }
   if (text.size() > kLongestText) readable += QChar(u'\u2026');
   return readable;
+}
+
+void SetPlainTitle(QWidget& window, const QString& title) {
+  QString shown = Readable(title).replace(QLatin1Char('\n'), QLatin1Char(' '));
+  window.setWindowTitle(shown.replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
 }
 
 QString PlainToolTip(const QString& text) {

@@ -17,6 +17,9 @@ namespace pelora::console {
 /// is cut short. Line breaks and tabs stay.
 [[nodiscard]] QString Readable(const QString& text);
 
+/// A window's title that is shown as it is: the toolkit takes "[*]" in it for a mark.
+void SetPlainTitle(QWidget& window, const QString& title);
+
 /// A tooltip that shows the text and nothing else; none for an empty text.
 [[nodiscard]] QString PlainToolTip(const QString& text);
 

@@ -116,7 +116,7 @@ QVariant ContainerTreeModel::DataOf(const QModelIndex& index, int role) const {
   const session::DirectoryObject& object = ObjectAt(index);
   switch (role) {
     case Qt::DisplayRole:
-      return NodeAt(index)->name;
+      return Readable(NodeAt(index)->name);
     case Qt::DecorationRole:
       return IconOf(object.kind.icon);
     case Qt::ToolTipRole:

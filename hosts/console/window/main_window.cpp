@@ -124,7 +124,7 @@ void MainWindow::ShowWho() {
   const ldap::ChosenServer server = open.Server();
   const QString name = Readable(open.is_file ? QFileInfo(ToQString(open.path)).fileName()
                                              : ToQString(server.name.Text()));
-  setWindowTitle(QStringLiteral("%1 - Pelora Console").arg(name));
+  SetPlainTitle(*this, QStringLiteral("%1 - Pelora Console").arg(name));
   QString text = open.is_file
                      ? QStringLiteral("Directory file %1").arg(name)
                      : QStringLiteral("%1 on %2").arg(Readable(ToQString(open.user)), name);
@@ -239,7 +239,7 @@ void MainWindow::ShowConnection() {
   const ldap::StoreStatus read =
       session::ReadConnectionStatus(*directory_->session, directory_->beside, status);
   if (!read.Ok()) {
-    return ReportLater(QStringLiteral("The server cannot be asked."), ToQString(read.text));
+    return ReportLater(QStringLiteral("The directory cannot be asked."), ToQString(read.text));
   }
   QStringList lines;
   for (const session::ConnectionRow& row :

@@ -27,6 +27,8 @@ class QMenu;
 
 namespace pelora::console {
 
+class NameLabel;
+
 /// The console's window: the containers of a directory on the left, the objects of the chosen one
 /// on the right, and the way from a selection to its properties.
 class MainWindow final : public QMainWindow {
@@ -174,8 +176,8 @@ class MainWindow final : public QMainWindow {
   /// Failures that are being shown.
   QSet<QString> reports_;
   QLabel* count_ = nullptr;
-  QLabel* hint_ = nullptr;
-  QLabel* who_ = nullptr;
+  NameLabel* hint_ = nullptr;
+  NameLabel* who_ = nullptr;
   QAction* open_file_ = nullptr;
   QAction* connect_ = nullptr;
   QAction* quit_ = nullptr;

@@ -111,7 +111,7 @@ QVariant ObjectListModel::DataOf(const QModelIndex& index, int role) const {
                          session::ListColumn::Order::kNumber;
   switch (role) {
     case Qt::DisplayRole:
-      return text;
+      return Readable(text);
     case Qt::ToolTipRole:
       return PlainToolTip(text);
     case Qt::TextAlignmentRole:

@@ -23,14 +23,16 @@ bool AreAllDone(const std::vector<changes::Result>& results) {
 }
 
 std::vector<session::WrittenChange> Told(const std::vector<changes::Result>& results,
+                                         session::DirectoryPlace place,
                                          session::IErrands& errands) {
   const session::FieldBook book;
   std::vector<session::WrittenChange> told;
   for (const changes::Result& result : results) {
     errands.Breathe();
-    told.push_back({.name = result.dn.empty() ? "The changes" : session::OwnNameOf(result.dn),
-                    .result = result,
-                    .reason = result.IsDone() ? std::string() : session::ReasonOf(result, book)});
+    told.push_back(
+        {.name = result.dn.empty() ? "The changes" : session::OwnNameOf(result.dn),
+         .result = result,
+         .reason = result.IsDone() ? std::string() : session::ReasonOf(result, book, place)});
   }
   return told;
 }
@@ -49,7 +51,7 @@ void HistoryDesk::TakeBack(const session::PastChange& past, bool again) {
   };
   std::vector<changes::Result> results = run();
   while (!AreAllDone(results)) {
-    std::vector<session::WrittenChange> told = Told(results, errands_);
+    std::vector<session::WrittenChange> told = Told(results, session::PlaceOf(*store_), errands_);
     const bool is_tried_again = [&] {
       ResultDialog dialog(told, QApplication::activeWindow());
       return RunModal(dialog) == QDialog::Accepted;

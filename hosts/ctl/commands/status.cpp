@@ -14,7 +14,7 @@ int RunStatus(const CommandLine& line, Program& program) {
   const std::unique_ptr<session::DirectorySession> session = OpenDirectory(line);
   session::ConnectionStatus status;
   const ldap::StoreStatus read = session::ReadConnectionStatus(*session, *session->store, status);
-  if (!read.Ok()) throw CtlError(kExitNoDirectory, "the server cannot be asked: " + read.text);
+  if (!read.Ok()) throw CtlError(kExitNoDirectory, "the directory cannot be asked: " + read.text);
   if (line.json) {
     program.output.WriteLine(JsonLine(session::ConnectionJson(status)));
     return kExitDone;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 #include "directory/error_text.h"
 #include "hosts/ldap/ldap_status.h"
@@ -33,16 +34,34 @@ constexpr auto kReasons = std::to_array<Reason>({
     {ldap::kLdapConstraintViolation, "The directory does not take this as a name.", true},
     {ldap::kLdapInvalidSyntax, "The directory does not take this as a name.", true},
     {ldap::kLdapUnwillingToPerform, "The directory does not do this.", true},
+});
+
+constexpr auto kServerReasons = std::to_array<Reason>({
     {ldap::kLdapServerDown, "The connection is lost. Nothing of this was done."},
     {ldap::kLdapConnectError, "The connection is lost. Nothing of this was done."},
+    {ldap::kLdapUnavailable, "The server does not work at the moment. Nothing of this was done."},
+    {ldap::kLdapBusy, "The server has too much to do. Try again in a moment."},
+});
+
+constexpr auto kFileReasons = std::to_array<Reason>({
+    {ldap::kLdapServerDown, "The file cannot be used. Nothing of this was done.", true},
+    {ldap::kLdapUnavailable,
+     "The file was removed or replaced, or a change of it did not reach the disk: start the "
+     "program anew. Nothing of this was done."},
     {ldap::kLdapBusy, "Another program is writing to the directory. Try again in a moment."},
 });
 
-const Reason* KnownReason(const Result& result) {
-  const auto* const found = std::ranges::find_if(kReasons, [&result](const Reason& row) {
-    return result.code && ldap::HresultOfLdap(row.code) == *result.code;
-  });
-  return found == kReasons.end() ? nullptr : found;
+const Reason* KnownReason(const Result& result, DirectoryPlace place) {
+  const std::span<const Reason> there = place == DirectoryPlace::kFile
+                                            ? std::span<const Reason>(kFileReasons)
+                                            : std::span<const Reason>(kServerReasons);
+  for (const std::span<const Reason> rows : {std::span<const Reason>(kReasons), there}) {
+    const auto found = std::ranges::find_if(rows, [&result](const Reason& row) {
+      return result.code && ldap::HresultOfLdap(row.code) == *result.code;
+    });
+    if (found != rows.end()) return &*found;
+  }
+  return nullptr;
 }
 
 std::string Objects(std::size_t count) {
@@ -126,7 +145,7 @@ PlaceQuestion AskOfRenaming(const PlacePlan& plan, const std::string& name) {
   return question;
 }
 
-std::string PlaceReason(const Result& result) {
+std::string PlaceReason(const Result& result, DirectoryPlace place) {
   if (result.outcome == Outcome::kSkipped) return "Not begun.";
   if (result.outcome == Outcome::kUnknown) {
     return "It may have been done or not. Refresh shows what is there.";
@@ -134,7 +153,7 @@ std::string PlaceReason(const Result& result) {
   if (result.outcome == Outcome::kRefused) {
     return "Another object has this name by now. Refresh shows what is there.";
   }
-  const Reason* const known = KnownReason(result);
+  const Reason* const known = KnownReason(result, place);
   std::string text(known != nullptr ? known->text : "The directory refuses it.");
   const bool adds_words = (known == nullptr || known->needs_words) && !result.message.empty();
   if (adds_words) text += " It says: " + result.message;
@@ -142,13 +161,14 @@ std::string PlaceReason(const Result& result) {
   return text;
 }
 
-ShownFailure PlaceFailure(const std::string& name, std::string_view done, const Result& result) {
+ShownFailure PlaceFailure(const std::string& name, std::string_view done, const Result& result,
+                          DirectoryPlace place) {
   ShownFailure failure;
   failure.summary = result.outcome == Outcome::kUnknown
                         ? "It is not known whether " + name + " was "
                         : name + " was not ";
   failure.summary.append(done).append(".");
-  failure.advice = PlaceReason(result);
+  failure.advice = PlaceReason(result, place);
   if (result.code) failure.details = "Code: " + CodeText(*result.code) + "\n";
   failure.details += "Object: " + result.dn;
   if (!result.message.empty()) failure.details += "\nThe directory says: " + result.message;

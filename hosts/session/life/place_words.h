@@ -7,6 +7,7 @@
 
 #include "hosts/changes/result.h"
 #include "hosts/session/life/place_plan.h"
+#include "hosts/session/write_failure.h"
 #include "hosts/session/writing_desk.h"
 
 namespace pelora::session {
@@ -36,11 +37,11 @@ struct PlaceQuestion {
 [[nodiscard]] std::string CountText(const std::vector<TypeCount>& counts);
 
 /// Why an object was not renamed, moved or deleted and what can be done about it, for one line.
-[[nodiscard]] std::string PlaceReason(const changes::Result& result);
+[[nodiscard]] std::string PlaceReason(const changes::Result& result, DirectoryPlace place);
 
 /// What is told of one object's renaming, moving or deletion that was not done. `done` is what was
 /// to be: "renamed".
 [[nodiscard]] ShownFailure PlaceFailure(const std::string& name, std::string_view done,
-                                        const changes::Result& result);
+                                        const changes::Result& result, DirectoryPlace place);
 
 }  // namespace pelora::session

@@ -10,6 +10,7 @@
 
 #include "hosts/changes/change_runner.h"
 #include "hosts/ldap/ldap_status.h"
+#include "tests/harness/unwritable_disk.h"
 #include "tests/unit/changes/changes_bench.h"
 
 namespace pelora::changes {
@@ -239,6 +240,38 @@ TEST_F(UndoFileTest, OnAFullDiskNothingIsChangedAndNoHalfRecordIsLeft) {
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
   std::signal(SIGXFSZ, ignored);
   EXPECT_EQ(tally[Outcome::kFailed], 1U);
+  EXPECT_THAT(Stored("peloraQuotaHard"), ElementsAre("200"));
+  EXPECT_EQ(ldap::ReadFile(undo_path_), before);
+  EXPECT_EQ(RunAll({Quota("200", "300")}, file.get())[Outcome::kChanged], 1U);
+  EXPECT_THAT(ReadUndo(), SizeIs(2));
+}
+
+/// What is not safe on the disk takes nothing back after a crash.
+TEST_F(UndoFileTest, AFileWhoseNameIsNotSafeIsNotMade) {
+  std::unique_ptr<UndoFile> file;
+  {
+    const testing::UnsafeDisk unsafe(1);
+    const StoreStatus status = UndoFile::Create(undo_path_, store_->schema(), file);
+    EXPECT_EQ(testing::UnsafeDisk::count(), 1U);
+    EXPECT_EQ(status.code, ldap::kLdapOther);
+    EXPECT_EQ(status.text, "'" + undo_path_ + "' cannot be made: Input/output error");
+  }
+  EXPECT_EQ(file, nullptr);
+  EXPECT_FALSE(std::filesystem::exists(undo_path_)) << "nothing is left behind";
+  // The name is free.
+  EXPECT_NE(Make(), nullptr);
+}
+
+TEST_F(UndoFileTest, WhatIsNotedAndNotSafeIsNotDone) {
+  Store("peloraQuotaHard", {"100"});
+  const std::unique_ptr<UndoFile> file = Make();
+  EXPECT_EQ(RunAll({Quota("100", "200")}, file.get())[Outcome::kChanged], 1U);
+  const std::string before = ldap::ReadFile(undo_path_);
+  {
+    const testing::UnsafeDisk unsafe(1);
+    EXPECT_EQ(RunAll({Quota("200", "300")}, file.get())[Outcome::kFailed], 1U);
+    EXPECT_EQ(testing::UnsafeDisk::count(), 1U) << "nothing was asked of the directory's file";
+  }
   EXPECT_THAT(Stored("peloraQuotaHard"), ElementsAre("200"));
   EXPECT_EQ(ldap::ReadFile(undo_path_), before);
   EXPECT_EQ(RunAll({Quota("200", "300")}, file.get())[Outcome::kChanged], 1U);

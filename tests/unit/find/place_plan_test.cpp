@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/object_name.h"
 #include "hosts/session/life/place_words.h"
 #include "hosts/session/life/recycle_bin.h"
@@ -19,6 +20,7 @@ namespace {
 using changes::Outcome;
 using ::testing::AllOf;
 using ::testing::Contains;
+using ::testing::ContainsRegex;
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::Ge;
@@ -177,7 +179,7 @@ TEST_F(PlacePlanTest, ANewNameIsTakenBackUnlessSomebodyGaveAnotherOne) {
   ASSERT_THAT(results, SizeIs(1));
   EXPECT_EQ(results.front().outcome, Outcome::kFailed);
   EXPECT_TRUE(IsThere(third)) << "left alone";
-  EXPECT_THAT(PlaceReason(results.front()), HasSubstr("not there any more"));
+  EXPECT_THAT(PlaceReason(results.front(), PlaceOf(store())), HasSubstr("not there any more"));
 }
 
 TEST_F(PlacePlanTest, ADeletionForGoodIsListedAsSuch) {
@@ -200,13 +202,28 @@ TEST_F(PlacePlanTest, WhatIsNotDoneIsKeptForAnotherTry) {
                         .attributes = {{"objectClass", {"contact"}}}})
                   .Ok());
   EXPECT_EQ(Write(), (std::vector{Outcome::kFailed, Outcome::kChanged}));
-  EXPECT_THAT(PlaceReason(results_.front()),
+  EXPECT_THAT(PlaceReason(results_.front(), PlaceOf(store())),
               HasSubstr("There is an object of this name already. (0X80071392)"));
   KeepWhatIsLeft(results_, plan_);
   EXPECT_THAT(plan_.names, ElementsAre("Heike Naumann"));
-  const ShownFailure failure = PlaceFailure("Heike Naumann", "moved", results_.front());
+  const ShownFailure failure =
+      PlaceFailure("Heike Naumann", "moved", results_.front(), PlaceOf(store()));
   EXPECT_EQ(failure.summary, "Heike Naumann was not moved.");
   EXPECT_THAT(failure.details, HasSubstr("Object: " + heike));
+}
+
+TEST(PlaceReasonTest, NothingOfAServerIsSaidOfAFile) {
+  for (const ldap::LdapStatus& row : ldap::kLdapStatusTable) {
+    if (row.status == S_OK) continue;
+    SCOPED_TRACE(row.name);
+    const changes::Result failed = changes::NotDone("CN=x", {row.libldap_code, ""});
+    EXPECT_THAT(PlaceReason(failed, DirectoryPlace::kFile),
+                Not(ContainsRegex("server|connection|ticket")));
+    EXPECT_THAT(PlaceReason(failed, DirectoryPlace::kServer),
+                Not(ContainsRegex("[Ff]ile|Another program")));
+  }
+  const changes::Result stuck = changes::NotDone("CN=x", {ldap::kLdapUnavailable, ""});
+  EXPECT_THAT(PlaceReason(stuck, DirectoryPlace::kFile), HasSubstr("start the program anew"));
 }
 
 TEST_F(PlacePlanTest, WhatLiesInTheContainerAlreadyIsNotMoved) {
