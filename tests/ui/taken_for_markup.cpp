@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QStyledItemDelegate>
 #include <QTextDocument>
 
@@ -80,6 +81,7 @@ ShownTexts TextsOf(const QWidget& window) {
   }
   for (const QAction* action : window.findChildren<QAction*>()) {
     reader.Guessed("action", action->toolTip());
+    reader.Plain("status tip", action->statusTip());
   }
   for (const QAbstractItemView* view : window.findChildren<QAbstractItemView*>()) {
     if (view->model() != nullptr) reader.Rows(*view, {});
@@ -92,6 +94,12 @@ ShownTexts TextsOf(const QWidget& window) {
   }
   for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
     reader.Plain("button", button->text());
+  }
+  for (const QPlainTextEdit* text : window.findChildren<QPlainTextEdit*>()) {
+    if (!text->isReadOnly()) continue;
+    for (const QString& line : text->toPlainText().split(QLatin1Char('\n'))) {
+      reader.Plain("text", line);
+    }
   }
   reader.Plain("title", window.windowTitle());
   return reader.shown();

@@ -45,6 +45,13 @@ QWidget* MakeHead(session::ObjectIcon icon, const QString& container, QWidget& p
   return head;
 }
 
+/// `Readable`, of any number of lines.
+QString ReadableLines(QString text) {
+  QStringList lines = text.remove(QLatin1Char('\r')).split(QLatin1Char('\n'));
+  for (QString& line : lines) line = Readable(line);
+  return lines.join(QLatin1Char('\n'));
+}
+
 }  // namespace
 
 void QtNewObjectWizard::MakeLayout(const QString& container) {
@@ -149,7 +156,7 @@ void QtNewObjectWizard::FillSummary() {
     taken.prepend(QStringLiteral("As %1 has it:").arg(ToQString(parts_.start.model->name())));
     paragraphs.append(taken.join(QLatin1Char('\n')));
   }
-  summary_->setPlainText(paragraphs.join(QStringLiteral("\n\n")));
+  summary_->setPlainText(ReadableLines(paragraphs.join(QStringLiteral("\n\n"))));
   failure_->hide();
 }
 

@@ -168,7 +168,7 @@ void MainWindow::UpdateActions() {
   properties_->setEnabled(reason.isEmpty());
   commands_->setEnabled(directory_ && HasCommands(*directory_, selection));
   const QString tip =
-      reason.isEmpty() ? QStringLiteral("Show the properties of the selection") : reason;
+      reason.isEmpty() ? QStringLiteral("Show the properties of the selection") : Readable(reason);
   properties_->setStatusTip(tip);
   properties_->setToolTip(PlainToolTip(tip));
   for (QObject* const shown : properties_->associatedObjects()) {
