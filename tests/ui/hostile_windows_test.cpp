@@ -3,6 +3,8 @@
 // the tabs: searching, attributes, deleting, writing and taking back.
 #include <gmock/gmock.h>
 
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -174,7 +176,8 @@ TEST_P(HostileWindows, TheQuestionBeforeADeletion) {
 
 TEST_P(HostileWindows, WhatIsWrittenAndTakenBack) {
   session::Review review;
-  review.changes.push_back({.dn = Text(), .name = Text(), .fields = {{Text(), Text(), Text()}}});
+  review.changes.push_back(
+      {.dn = Text(), .name = Text(), .fields = {{Text(), Text(), Text(), Text()}}});
   review.ldif_of = [](std::size_t) { return "# nothing\n"; };
   console::ReviewDialog review_dialog(review, nullptr);
   review_dialog.show();
