@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <functional>
 #include <optional>
+#include <span>
 
 #include "hosts/ldap/ldap_status.h"
 #include "tests/harness/call_fault_store.h"
@@ -90,8 +91,12 @@ class LatePages : public ::testing::TestWithParam<std::tuple<std::string, std::s
   [[nodiscard]] const Entries& Full() const { return full_; }
   [[nodiscard]] Entries WithoutNumbers() const;
 
-  /// Each of these calls of showing the page fails, for each cause.
-  void PlayCalls(const Entries& first, LateSheet sheet, std::size_t most_calls) const;
+  /// Calls of showing the page fail, each for each cause; so many lie evenly between the first and
+  /// the last.
+  void PlayCalls(const Entries& first, const LateSheet& sheet, std::size_t most_calls,
+                 std::span<const Cause> causes) const;
+  /// The page shows nothing, and each request of leaving the sheet fails.
+  void PlayRequests(const Entries& first, LateSheet sheet) const;
 
   /// What is stored when a page was edited, applied, and the sheet left; requests of leaving it.
   struct Anew {
@@ -112,6 +117,7 @@ class LatePages : public ::testing::TestWithParam<std::tuple<std::string, std::s
   [[nodiscard]] static EditedValues Wanted() {
     return {.chosen = "CN=chosen,DC=memory,DC=example", .account = Names().size() == 1};
   }
+  [[nodiscard]] static std::string Where(const LateSheet& sheet);
   [[nodiscard]] Played Play(const Entries& first, const LateSheet& sheet) const;
   static void Show(SheetScene& scene, const LateSheet& sheet, Played& played);
   static void Leave(SheetScene& scene, const LateSheet& sheet, bool is_request_lost);
@@ -172,15 +178,15 @@ void LatePages::Leave(SheetScene& scene, const LateSheet& sheet, bool is_request
     EXPECT_EQ(boxes.size(), 1U);
   } else if (sheet.is_typed_into) {
     EXPECT_THAT(boxes, ElementsAre(StartsWith(kShownOnlyNow)));
-    EXPECT_GT(scene.EditPage(sheet.late), 0U);
+    // What cannot be edited of several is hidden by now.
+    (void)scene.EditPage(sheet.late);
   } else {
     // What may not be empty was taken for that: the sheet is given up.
     EXPECT_THAT(boxes, ElementsAre(StartsWith(kMissing)));
     EXPECT_TRUE(scene.Cancel());
+    if (!sheet.edited) return;
     EXPECT_EQ(scene.Open(), "");
-    if (sheet.edited) {
-      EXPECT_GT(scene.EditPage(*sheet.edited), 0U);
-    }
+    EXPECT_GT(scene.EditPage(*sheet.edited), 0U);
   }
   EXPECT_TRUE(scene.Ok());
   EXPECT_EQ(scene.TakeBoxes(), Lines());
@@ -215,16 +221,18 @@ Played LatePages::Play(const Entries& first, const LateSheet& sheet) const {
   return played;
 }
 
-void LatePages::PlayCalls(const Entries& first, LateSheet sheet, std::size_t most_calls) const {
-  const std::string where = "page " + std::to_string(sheet.late) + " late, sheet of " + Class();
+std::string LatePages::Where(const LateSheet& sheet) {
+  return "page " + std::to_string(sheet.late) + " late, sheet of " + Class();
+}
+
+void LatePages::PlayCalls(const Entries& first, const LateSheet& sheet, std::size_t most_calls,
+                          std::span<const Cause> causes) const {
   const Played smooth = Play(first, sheet);
   ASSERT_FALSE(HasFailure());
   EXPECT_GT(smooth.calls, 0U);
   EXPECT_EQ(smooth.left != smooth.edited_later, smooth.typed_later > 0);
-  std::size_t unread_call = 0;
   const std::size_t tried = std::min(most_calls, smooth.calls);
-  PlayEveryFault(where, tried, kCauses, [&](std::size_t place, const Cause& cause) {
-    // The first, the last, and those that lie evenly between them.
+  PlayEveryFault(Where(sheet), tried, causes, [&](std::size_t place, const Cause& cause) {
     const std::size_t steps = std::max<std::size_t>(tried - 1, 1);
     const std::size_t call = 1 + (place - 1) * (smooth.calls - 1) / steps;
     SCOPED_TRACE("call " + std::to_string(call) + " of " + std::to_string(smooth.calls));
@@ -235,20 +243,22 @@ void LatePages::PlayCalls(const Entries& first, LateSheet sheet, std::size_t mos
     EXPECT_EQ(played.left, smooth.left);
     EXPECT_EQ(played.edited_later, smooth.edited_later);
     if (!played.is_unread) return;
-    unread_call = call;
     // A page may have nothing to type into as long as it shows nothing.
     failing.is_typed_into = true;
     const Played typed = Play(first, failing);
     EXPECT_EQ(typed.left, typed.typed > 0 ? smooth.edited_later : smooth.left);
   });
-  ASSERT_FALSE(HasFailure());
-  // It shows nothing, and is read and written when the sheet is left.
-  if (unread_call == 0) return;
-  sheet.call = unread_call;
+}
+
+void LatePages::PlayRequests(const Entries& first, LateSheet sheet) const {
+  const Played smooth = Play(first, sheet);
+  // The first page is bound somewhere on the way to a sheet.
   sheet.cause = {"could not be asked", kServerDown};
-  const std::size_t requests = Play(first, sheet).requests;
-  EXPECT_EQ(requests > 0, sheet.edited.has_value());
-  PlayEveryFault(where + ", and left", requests, kServerIsDown,
+  Played unread;
+  while (!unread.is_unread && sheet.call++ < smooth.calls) unread = Play(first, sheet);
+  ASSERT_TRUE(unread.is_unread);
+  EXPECT_EQ(unread.requests > 0, sheet.edited.has_value());
+  PlayEveryFault(Where(sheet) + ", and left", unread.requests, kServerIsDown,
                  [&](std::size_t request, const StoreCause& /*cause*/) {
                    sheet.request = request;
                    EXPECT_EQ(Play(first, sheet).left, smooth.left);
@@ -292,9 +302,12 @@ TEST_P(LatePages, WhatTheyShowIsNobodysEdit) {
     if (tabs() > 1) sheet.edited = late == 0 ? 1 : 0;
     // Of one object the other page is written before, of three along with the late one.
     sheet.is_applied = std::get<1>(GetParam()) == 1;
-    PlayCalls(Full(), sheet, RoundsOr(3));
+    PlayCalls(Full(), sheet, RoundsOr(2), kCauses);
     if (HasFailure()) return;
-    PlayCalls(WithoutNumbers(), sheet, RoundsOr(1));
+    PlayCalls(WithoutNumbers(), sheet, RoundsOr(1),
+              std::span(kCauses).first(std::min(RoundsOr(3), kCauses.size())));
+    if (HasFailure()) return;
+    PlayRequests(WithoutNumbers(), sheet);
     if (HasFailure()) return;
   }
 }

@@ -189,7 +189,7 @@ class LdapStandIn::Worker {
       bytes += ResultMessage(request, answer.code, answer.text, answer.page, answer.referral);
     }
     Send(connection, layer.Encode(bytes));
-    return true;
+    return !answer.ends_with_it;
   }
 
   static void Send(const FileDescriptor& connection, const std::string& bytes) {

@@ -27,8 +27,10 @@ struct StandInAnswer {
   bool is_silent = false;
   /// Sends the entries again and again, with never a result, until the program hangs up.
   bool is_endless = false;
-  /// What is sent behind the entries in place of the result.
+  /// What is sent behind the entries in place of the result; and whether the connection is closed
+  /// behind it.
   std::string raw{};
+  bool ends_with_it = false;
   /// Of a search: the mark at which a next page begins.
   std::string page{};
   /// Addresses of servers to ask instead (code 10).

@@ -9,6 +9,7 @@
 #include "hosts/ldap/ldap_status.h"
 #include "tests/lab/lab_test.h"
 #include "tests/lab/ldap_stand_in.h"
+#include "tests/support/uncounted_leaks.h"
 
 namespace pelora::lab {
 namespace {
@@ -258,10 +259,12 @@ TEST(Misbehaving, AMessageThatWouldTakeAllMemoryEndsTheConnection) {
 /// What a server says that ends the connections of a ticket that has ended: "unavailable", to
 /// nobody's request.
 StandInAnswer GoodBye() {
-  return {.raw = GoodByeMessage(ldap::kLdapUnavailable, "the ticket has ended")};
+  return {.raw = GoodByeMessage(ldap::kLdapUnavailable, "the ticket has ended"),
+          .ends_with_it = true};
 }
 
 TEST(Misbehaving, AServersGoodByeIsALostConnectionAndWhatIsReadIsReadOverTheNext) {
+  const pelora::testing::UncountedLeaks of_the_library;
   int asked = 0;
   const LdapStandIn server({}, [&asked](const StandInRequest&) {
     return ++asked == 2 ? GoodBye() : StandInAnswer{.entries = {{kObject, {{"mail", {"m"}}}}}};
@@ -274,6 +277,7 @@ TEST(Misbehaving, AServersGoodByeIsALostConnectionAndWhatIsReadIsReadOverTheNext
 }
 
 TEST(Misbehaving, AServersGoodByeIsNoAnswerToAChange) {
+  const pelora::testing::UncountedLeaks of_the_library;
   const Misbehaving server(GoodBye());
   EXPECT_EQ(ToText(Replace(server.store(), kObject, "mail", {"m"})),
             "-5 whether the change of 'CN=a,DC=x' was done is not known: the connection to the "
@@ -282,6 +286,7 @@ TEST(Misbehaving, AServersGoodByeIsNoAnswerToAChange) {
 }
 
 TEST(Misbehaving, AServersGoodByeInTheMiddleOfManyChangesIsNoAnswerToAnyOfThem) {
+  const pelora::testing::UncountedLeaks of_the_library;
   constexpr int kObjects = 20;
   constexpr int kAnswered = 5;
   int asked = 0;
