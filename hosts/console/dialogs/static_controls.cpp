@@ -147,7 +147,8 @@ void LabelControl::SetBuddy(QWidget& buddy) {
 
 void LabelControl::Show() {
   // A label without a buddy draws "&" as it is; one with a buddy underlines what follows.
-  const QString text = Readable(ToQString(text_));
+  const QString lines = ToQString(text_).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  const QString text = Readable(lines);
   const bool plain = has_mnemonics_ && label_.buddy() == nullptr;
   label_.setText(plain ? WithoutMnemonic(text) : text);
 }
