@@ -70,6 +70,8 @@ struct Played {
   std::size_t requests = 0;
   /// Nothing of the page could be read.
   bool is_unread = false;
+  /// The first OK was refused.
+  bool is_refused = false;
   /// Fields of the page that were edited before the sheet was left, and in the other one.
   std::size_t typed = 0;
   std::size_t typed_later = 0;
@@ -205,10 +207,10 @@ Played LatePages::Play(const Entries& first, const LateSheet& sheet) const {
   if (sheet.is_typed_into) played.typed = scene.EditPage(sheet.late);
   const std::size_t before = faulty.calls();
   faulty.Fail(sheet.request, {.status = {ldap::kLdapServerDown, "the store's own words"}});
-  const bool is_done = scene.Ok();
+  played.is_refused = !scene.Ok();
   played.requests = faulty.calls() - before;
   EXPECT_TRUE(sheet.request == 0 || faulty.met());
-  if (!is_done) Leave(scene, sheet, faulty.met().has_value());
+  if (played.is_refused) Leave(scene, sheet, faulty.met().has_value());
   EXPECT_FALSE(scene.IsOpen());
   played.left = store.entries();
   EXPECT_EQ(scene.Open(), "");
@@ -246,6 +248,7 @@ void LatePages::PlayCalls(const Entries& first, const LateSheet& sheet, std::siz
     // A page may have nothing to type into as long as it shows nothing.
     failing.is_typed_into = true;
     const Played typed = Play(first, failing);
+    EXPECT_EQ(typed.is_refused, typed.typed > 0) << "it was typed over what nobody has seen";
     EXPECT_EQ(typed.left, typed.typed > 0 ? smooth.edited_later : smooth.left);
   });
 }
