@@ -259,15 +259,19 @@ TEST(Misbehaving, AMessageThatWouldTakeAllMemoryEndsTheConnection) {
 /// What a server says that ends the connections of a ticket that has ended: "unavailable", to
 /// nobody's request.
 StandInAnswer GoodBye() {
-  return {.raw = GoodByeMessage(ldap::kLdapUnavailable, "the ticket has ended"),
-          .ends_with_it = true};
+  return {.raw = GoodByeMessage(ldap::kLdapUnavailable, "the ticket has ended")};
 }
 
 TEST(Misbehaving, AServersGoodByeIsALostConnectionAndWhatIsReadIsReadOverTheNext) {
   const pelora::testing::UncountedLeaks of_the_library;
   int asked = 0;
   const LdapStandIn server({}, [&asked](const StandInRequest&) {
-    return ++asked == 2 ? GoodBye() : StandInAnswer{.entries = {{kObject, {{"mail", {"m"}}}}}};
+    StandInAnswer answer{.entries = {{kObject, {{"mail", {"m"}}}}}};
+    if (++asked != 2) return answer;
+    // It takes one connection at a time.
+    answer = GoodBye();
+    answer.ends_with_it = true;
+    return answer;
   });
   const auto session = OpenSession({.server = server.Address()});
   EXPECT_EQ(ReadValue(session->store(), kObject, "mail"), "m");
