@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "directory/ascii_case.h"
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/dialogs/on_screen.h"
 #include "hosts/console/dialogs/qt_dialog.h"
 #include "hosts/console/text/plain_text.h"
@@ -46,7 +47,7 @@ AttributesWindow::AttributesWindow(const QString& name, Reader read, QWidget* pa
   line->addWidget(label);
   line->addWidget(filter_);
   MakeTable();
-  note_ = new QLabel(this);
+  note_ = new NameLabel(this);
   note_->setObjectName(QStringLiteral("attributes_note"));
   ShowPlainly(*note_);
   note_->setWordWrap(true);
@@ -98,8 +99,7 @@ void AttributesWindow::ShowNote() {
   if (edit_ == nullptr) return;
   const std::string attribute = CurrentAttribute();
   const std::string why = attribute.empty() ? std::string() : editor_.why_read_only(attribute);
-  note_->setText(why.empty() ? QString()
-                             : Readable(ToQString(attribute + " cannot be edited here. " + why)));
+  note_->setText(why.empty() ? QString() : ToQString(attribute + " cannot be edited here. " + why));
   edit_->setEnabled(!attribute.empty() && why.empty());
 }
 

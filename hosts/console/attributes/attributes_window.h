@@ -10,12 +10,13 @@
 #include "hosts/session/attribute_rows.h"
 
 class QDialogButtonBox;
-class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTableWidget;
 
 namespace pelora::console {
+
+class NameLabel;
 
 /// Everything that the directory has of an object, for those who know its attributes: to be looked
 /// through, narrowed and copied. What can be edited as text is; of the rest it says why it is not.
@@ -47,7 +48,7 @@ class AttributesWindow final : public QDialog {
   std::vector<session::AttributeRow> rows_;
   QTableWidget* table_ = nullptr;
   QLineEdit* filter_ = nullptr;
-  QLabel* note_ = nullptr;
+  NameLabel* note_ = nullptr;
   QPushButton* edit_ = nullptr;
 };
 

@@ -48,8 +48,8 @@ QString Enumerated(const std::vector<std::string>& texts) {
     named.append(Readable(ToQString(texts[at])).simplified());
   }
   const QString text = named.join(QStringLiteral(", "));
-  if (texts.size() <= kNamed) return text;
-  return QStringLiteral("%1 and %2 more").arg(text).arg(texts.size() - kNamed);
+  if (texts.size() <= kNamed) return Readable(text);
+  return QStringLiteral("%1 and %2 more").arg(Readable(text)).arg(texts.size() - kNamed);
 }
 
 HistoryDialog::HistoryDialog(Lister list, QWidget* parent)
