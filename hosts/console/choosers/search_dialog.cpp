@@ -250,8 +250,8 @@ void SearchDialog::TakeSelected() {
 void SearchDialog::AddSelected() {
   for (session::DirectoryObject& object : Selected()) {
     if (IsChosen(object.dn)) continue;
-    auto* item =
-        new QListWidgetItem(IconOf(object.kind.icon), ToQString(object.name), chosen_list_);
+    auto* item = new QListWidgetItem(IconOf(object.kind.icon), Readable(ToQString(object.name)),
+                                     chosen_list_);
     item->setToolTip(
         PlainToolTip(ToQString(object.name) + QLatin1Char('\n') + ToQString(object.dn)));
     chosen_.push_back(std::move(object));
