@@ -39,8 +39,6 @@ struct StoreCause {
 constexpr auto kServerIsDown = std::to_array<StoreCause>({{"server down", ldap::kLdapServerDown}});
 constexpr auto kReads = std::to_array<StoreCause>({
     {"server down", ldap::kLdapServerDown},
-    {"no right", ldap::kLdapInsufficientAccessRights},
-    {"busy", ldap::kLdapBusy},
     {"gone", ldap::kLdapNoSuchObject},
     {"no answer", ldap::kLdapTimeout},
 });
