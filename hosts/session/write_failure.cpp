@@ -158,9 +158,8 @@ std::string AdviceOnReading(HRESULT status, DirectoryPlace place) {
   if (status == HresultOfLdap(ldap::kLdapInsufficientAccessRights)) {
     return "You may not read this.";
   }
-  if (place == DirectoryPlace::kFile) {
-    return status == HresultOfLdap(ldap::kLdapUnavailable) ? std::string(kOpenAnew)
-                                                           : "Try again when the file can be read.";
+  if (place == DirectoryPlace::kFile && status == HresultOfLdap(ldap::kLdapUnavailable)) {
+    return std::string(kOpenAnew);
   }
   return "Try again when the directory can be reached.";
 }

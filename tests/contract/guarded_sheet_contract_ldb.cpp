@@ -104,7 +104,9 @@ TEST_F(SheetOnAFile, AFileThatWasReplacedIsToldAndLeftAlone) {
   for (int time = 0; time < 2; ++time) {
     EXPECT_FALSE(sheet_.sheet().Ok());
     EXPECT_TRUE(sheet_.sheet().IsOpen());
-    EXPECT_THAT(sheet_.TakeBoxes(), ElementsAre(HasSubstr(path())));
+    EXPECT_THAT(sheet_.TakeBoxes(),
+                ElementsAre(AllOf(HasSubstr(path()), HasSubstr("start the program anew"),
+                                  Not(HasSubstr("server")))));
   }
   EXPECT_TRUE(pelora::testing::ReadFile(path()) == bytes);
   EXPECT_TRUE(pelora::testing::ReadFile(path() + ".old") == bytes);
