@@ -85,7 +85,8 @@ class EditedTab {
 /// As an edited tab's change, for the tool: of another flag of the same kind, since a server has
 /// less to do when a value stays as it is, and both write the same users in turn.
 std::string WriteChanges(const std::vector<std::string>& users, int round) {
-  const std::string path = lab::Home() + "/changes-" + std::to_string(round % 2) + ".ldif";
+  const std::string path = lab::Home() + "/changes-" + std::to_string(users.size()) + "-" +
+                           std::to_string(round % 2) + ".ldif";
   std::ofstream file(path);
   for (const std::string& user : users) {
     file << "dn: " << user
@@ -207,13 +208,26 @@ class Bench {
     EditedTab many_tab(*session_, many);
     Takings apply_many;
     Takings apply_few;
+    Takings tool_many;
+    Takings tool_few;
+    const auto modify = [](Takings& takings, const std::vector<std::string>& users, int turn) {
+      const std::string file = WriteChanges(users, turn);
+      takings.Do([&] { RunTool(Tool("ldapmodify") + "-f " + file + " >/dev/null"); });
+    };
     for (int round = 0; round < Rounds(3); ++round) {
       apply_many.Do([&] { many_tab.Apply(); });
+      modify(tool_many, many, round);
       // There and back: what is written is always something else than what was there.
       EditedTab few_tab(*session_, few);
-      for (int turn = 0; turn < 2; ++turn) apply_few.Do([&] { few_tab.Apply(); });
+      for (int turn = 1; turn < 3; ++turn) {
+        apply_few.Do([&] { few_tab.Apply(); });
+        modify(tool_few, few, round + turn);
+      }
     }
     add("apply one change to ", apply_many, apply_few, kApplyTab);
+    table.AddBeside("ldapmodify, as many", tool_many.Seconds(), few_label, tool_few.Seconds());
+    table.AddBeside("the server's processor meanwhile", tool_many.Server(), few_label,
+                    tool_few.Server());
   }
 
  private:

@@ -27,8 +27,9 @@ std::string TakeText(BerElement* element) {
   return Text(value);
 }
 
-/// The names of a filter that is a list of equalities; others are passed over.
-std::vector<std::string> TakeNames(BerElement* element) {
+/// The names of a filter that is a list of equalities, of whole names or of what names an object
+/// right below `base`; others are passed over.
+std::vector<std::string> TakeNames(BerElement* element, const std::string& base) {
   std::vector<std::string> names;
   ber_len_t length = 0;
   if (ber_peek_tag(element, &length) != LDAP_FILTER_OR) {
@@ -41,7 +42,8 @@ std::vector<std::string> TakeNames(BerElement* element) {
     berval attribute{};
     berval value{};
     if (ber_scanf(element, "{mm}", &attribute, &value) == LBER_ERROR) Unreadable();
-    names.push_back(Text(value));
+    const bool is_whole = Text(attribute) == "distinguishedName";
+    names.push_back(is_whole ? Text(value) : Text(attribute) + "=" + Text(value) + "," + base);
   }
   return names;
 }
@@ -56,7 +58,7 @@ void ReadSearch(BerElement* element, StandInRequest& request) {
   }
   request.dn = Text(base);
   request.goes_below = scope != LDAP_SCOPE_BASE;
-  request.names = TakeNames(element);
+  request.names = TakeNames(element, request.dn);
   ber_len_t length = 0;
   char* last = nullptr;
   for (ber_tag_t tag = ber_first_element(element, &length, &last); tag != LBER_DEFAULT;

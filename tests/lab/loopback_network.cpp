@@ -114,6 +114,22 @@ int connect(int socket, const sockaddr* address, socklen_t size) {
   return Next<decltype(connect)>("connect")(socket, there.get(), there.size());
 }
 
+// The server tells by the port on which it is asked whether the whole forest is meant.
+int getsockname(int socket, sockaddr* address, socklen_t* size) {
+  const socklen_t room = address != nullptr && size != nullptr ? *size : 0;
+  const int code = Next<decltype(getsockname)>("getsockname")(socket, address, size);
+  sockaddr_in own{};
+  if (code != 0 || room < sizeof own || address->sa_family != AF_INET) return code;
+  std::memcpy(&own, address, sizeof own);
+  const std::uint16_t port = ntohs(own.sin_port);
+  const bool is_servers = own.sin_addr.s_addr == LabAddress().s_addr && port >= kDistance &&
+                          port < kDistance + kFirstOrdinaryPort;
+  if (!is_servers) return code;
+  own.sin_port = htons(static_cast<std::uint16_t>(port - kDistance));
+  std::memcpy(address, &own, sizeof own);
+  return code;
+}
+
 ssize_t sendto(int socket, const void* bytes, size_t count, int flags, const sockaddr* address,
                socklen_t size) {
   const Address there(address, size);

@@ -329,12 +329,55 @@ TEST_F(OtherDomains, ArePlacesToLookIn) {
   partitions_ = {Partition("DC=x", "x"), Partition("DC=north,DC=x", "north.x"),
                  Partition("DC=y", "y")};
   trusts_ = {Trust("pelora.test")};
+  // One that is new asks anew; the other one's connection is in its way as long as it is there.
+  session_.reset();
+  session_ = OpenSession({.server = home_.Address()});
   ASSERT_EQ(ToText(session_->find_places()(store(), places)), "0");
   EXPECT_THAT(Lines(places), ElementsAre("x: DC=x", ": DC=x DC=y", "north.x: DC=north,DC=x",
                                          "y: DC=y", "pelora.test: DC=pelora,DC=test"));
   std::unique_ptr<ldap::IDirectoryStore> trusted;
   ASSERT_EQ(ToText(places.back().open(trusted, {})), "0");
   EXPECT_THAT(FindMail(*trusted, Base()), Contains("mail: berta@pelora.test"));
+}
+
+TEST(OtherDomainsOfASession, AreReadOnce) {
+  const RelayedSession relayed;
+  const ldap::PlaceFinder find_places = relayed.session->find_places();
+  std::size_t before = 0;
+  const auto begin = [&] { before = relayed.relay.traffic().requests; };
+  const auto requests = [&] { return relayed.relay.traffic().requests - before; };
+  const auto find = [&](ldap::IDirectoryStore& store) {
+    std::vector<ldap::SearchPlace> places;
+    EXPECT_EQ(ToText(find_places(store, places)), "0");
+    EXPECT_THAT(Lines(places), ElementsAre("pelora.test: DC=pelora,DC=test"));
+  };
+  begin();
+  find(relayed.store());
+  // The root, the forest's domains, and the trusts.
+  EXPECT_EQ(requests(), 3U);
+  std::unique_ptr<ldap::IDirectoryStore> another;
+  ASSERT_EQ(ToText(relayed.session->open_another()(another, {})), "0");
+  begin();
+  find(relayed.store());
+  find(*another);
+  EXPECT_EQ(requests(), 0U);
+  // A name that may be one of theirs.
+  EXPECT_THAT(ReadValue(*another, "CN=a,DC=elsewhere", "mail"), StartsWith("32 "));
+  EXPECT_EQ(requests(), 1U);
+}
+
+TEST(OtherDomainsOfASession, AreReadAnewOnceAConnectionWasLost) {
+  RelayedSession relayed;
+  const ldap::PlaceFinder find_places = relayed.session->find_places();
+  std::vector<ldap::SearchPlace> places;
+  ASSERT_EQ(ToText(find_places(relayed.store(), places)), "0");
+  relayed.relay.Cut();
+  EXPECT_EQ(ReadValue(relayed.store(), Base(), "objectClass"), "top");
+  const std::size_t before = relayed.relay.traffic().requests;
+  ASSERT_EQ(ToText(find_places(relayed.store(), places)), "0");
+  EXPECT_EQ(relayed.relay.traffic().requests - before, 3U);
+  ASSERT_EQ(ToText(find_places(relayed.store(), places)), "0");
+  EXPECT_EQ(relayed.relay.traffic().requests - before, 3U);
 }
 
 }  // namespace

@@ -138,6 +138,24 @@ TEST_F(ReadingTest, AmongManyEachNameHasItsOwnOutcome) {
                    "34", names[9], "32", names[11], "32", "34", Person(4)}));
 }
 
+TEST_F(ReadingTest, AmongSiblingsEachNameHasItsOwnOutcome) {
+  const std::string many = ",OU=Many," + Base();
+  const std::vector<std::string> names = {
+      Person(1),     "CN=Nobody" + many,   Person(2),           Person(2), "cn=PERSON 3" + many,
+      "CN=*" + many, "OU=Person 6" + many, "CN=a)(cn=*" + many, Person(4),
+  };
+  EXPECT_EQ(ReadMany(store_, names),
+            Lines({Person(1), "32", Person(2), Person(2), Person(3), "32", "32", "34", Person(4)}));
+  // Their container is not there, or is none.
+  const std::string gone = ",OU=Gone," + Base();
+  const std::string odd = ",OU=a=b," + Base();
+  for (const auto& [container, code] : {std::pair(gone, "32"), std::pair(odd, "34")}) {
+    const std::vector<std::string> lost = {"CN=a" + container, "CN=b" + container,
+                                           "CN=c" + container, "CN=d" + container};
+    EXPECT_EQ(ReadMany(store_, lost), Lines(std::vector<std::string>(4, code))) << container;
+  }
+}
+
 TEST_F(ReadingTest, OfManyTheRestIsNotWantedAnyMore) {
   std::vector<std::string> names;
   for (int number = 0; number < 200; ++number) names.push_back(Person(number));

@@ -155,6 +155,27 @@ TEST(ServerChoice, AServerThatWasNamedHasNoOther) {
   EXPECT_EQ(server.connections(), 1);
 }
 
+TEST(ServerChoice, OneThatSaysNothingWhenOneSignsInIsPassedOverSoon) {
+  constexpr std::chrono::seconds kLongWait{60};
+  TcpRelay silent(ldap::kDirectoryPort);
+  silent.HoldRequests();
+  const TcpRelay other(ldap::kDirectoryPort);
+  const auto through = [](const TcpRelay& relay) {
+    return NameOf(Server() + ":" + std::to_string(relay.port()));
+  };
+  const auto choice = std::make_shared<ldap::ServerChoice>(
+      NetworkOptions{.connect_timeout = kShortWait, .request_timeout = kLongWait},
+      Finds({through(silent), through(other)}));
+  ldap::NetworkStore store(choice, std::make_shared<ldap::SchemaCache>());
+  const auto begin = std::chrono::steady_clock::now();
+  StoreStatus status = store.Open();
+  for (int tries = 1; tries < kTries && !status.Ok(); ++tries) status = store.Open();
+  EXPECT_EQ(ToText(status), "0");
+  EXPECT_EQ(choice->current(), through(other));
+  EXPECT_GT(silent.connections(), 0);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, kLongWait);
+}
+
 /// A store on a domain of two servers, which are two ways to the lab's domain controller.
 class TakingOverTest : public ::testing::Test {
  protected:

@@ -67,10 +67,10 @@ class GivesInPages {
 
 TEST(ReadingPages, AServerThatGivesSoMuchAtATimeIsAskedPageByPageFromThenOn) {
   for (const int code : {3, 4, 11}) {
-    GivesInPages server(7, 3, code);
+    GivesInPages server(12, 3, code);
     // What came before it had enough is not handed over twice.
-    EXPECT_EQ(server.Find(), "4 5 6 0 1 2 3 0") << code;
-    EXPECT_EQ(server.Find(), "0 1 2 3 4 5 6 0") << code;
+    EXPECT_EQ(server.Find(), "9 10 11 0 1 2 3 4 5 6 7 8 0") << code;
+    EXPECT_EQ(server.Find(), "0 1 2 3 4 5 6 7 8 9 10 11 0") << code;
     EXPECT_EQ(server.asked_for_all(), 1);
   }
 }

@@ -74,13 +74,15 @@ StoreStatus DomainControllers::OpenCatalog(const KnownDomains& domains, const st
   return status;
 }
 
-PlaceFinder FindSearchPlaces(StoreOpener own, std::shared_ptr<DomainControllers> controllers) {
-  return [own = std::move(own), controllers = std::move(controllers)](
+PlaceFinder FindSearchPlaces(StoreOpener own, std::shared_ptr<DomainControllers> controllers,
+                             std::shared_ptr<DomainsAround> around) {
+  return [own = std::move(own), controllers = std::move(controllers), around = std::move(around)](
              IDirectoryStore& store, std::vector<SearchPlace>& places) {
     places.clear();
-    KnownDomains domains;
-    StoreStatus status = ReadKnownDomains(store, domains);
+    std::shared_ptr<const KnownDomains> known;
+    StoreStatus status = around->Know(store, known);
     if (!status.Ok()) return status;
+    const KnownDomains& domains = *known;
     const StoreOpener in_catalog = [controllers, domains](std::unique_ptr<IDirectoryStore>& opened,
                                                           const std::stop_token& stop) {
       return controllers->OpenCatalog(domains, stop, opened);

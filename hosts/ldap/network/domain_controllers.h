@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/ldap/network/domains_around.h"
 #include "hosts/ldap/network/known_domains.h"
 #include "hosts/ldap/network/network_options.h"
 #include "hosts/ldap/network/schema_cache.h"
@@ -52,8 +53,10 @@ class DomainControllers {
 
 /// The places in which objects of a directory can be looked for, for choosers: its own domain,
 /// opened by `own`; where there are several, the whole forest and each of its domains, searched in
-/// the global catalog; and each trusted domain, searched on a controller of its own.
+/// the global catalog; and each trusted domain, searched on a controller of its own. The store that
+/// the finder is handed is asked only for what `around` does not know.
 [[nodiscard]] PlaceFinder FindSearchPlaces(StoreOpener own,
-                                           std::shared_ptr<DomainControllers> controllers);
+                                           std::shared_ptr<DomainControllers> controllers,
+                                           std::shared_ptr<DomainsAround> around);
 
 }  // namespace pelora::ldap

@@ -23,8 +23,14 @@ std::string_view LastPart(std::string_view dn) {
 
 }  // namespace
 
-DomainsStore::DomainsStore(std::unique_ptr<NetworkStore> home, DomainOpener open)
-    : ForwardingStore(*home), home_(std::move(home)), open_(std::move(open)) {}
+DomainsStore::DomainsStore(std::unique_ptr<NetworkStore> home,
+                           std::shared_ptr<DomainsAround> around, DomainOpener open)
+    : ForwardingStore(*home),
+      home_(std::move(home)),
+      around_(std::move(around)),
+      open_(std::move(open)) {
+  home_->WhenLost([around = around_] { around->Forget(); });
+}
 
 DomainsStore::~DomainsStore() = default;
 
@@ -43,13 +49,10 @@ bool DomainsStore::MayBeElsewhere(const std::string& dn) const {
 IDirectoryStore* DomainsStore::StoreOf(const std::string& dn, StoreStatus& status) {
   status = {};
   if (!MayBeElsewhere(dn)) return home_.get();
-  if (!domains_) {
-    KnownDomains read;
-    // One that cannot be reached has not told, and will say so itself; one that refuses knows none.
-    if (ReadKnownDomains(*home_, read).code < 0) return home_.get();
-    domains_ = std::move(read);
-  }
-  const KnownDomain* const domain = domains_->DomainOf(dn);
+  std::shared_ptr<const KnownDomains> domains;
+  static_cast<void>(around_->Know(*home_, domains));
+  // One that cannot be reached has not told, and will say so itself.
+  const KnownDomain* const domain = domains == nullptr ? nullptr : domains->DomainOf(dn);
   if (domain == nullptr) return home_.get();
   std::unique_ptr<IDirectoryStore>& store = stores_[domain->base];
   if (store == nullptr) {

@@ -4,12 +4,11 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <stop_token>
 #include <string>
 
 #include "hosts/ldap/forwarding_store.h"
-#include "hosts/ldap/network/known_domains.h"
+#include "hosts/ldap/network/domains_around.h"
 #include "hosts/ldap/network/network_store.h"
 
 namespace pelora::ldap {
@@ -22,12 +21,14 @@ using DomainOpener =
 /// A directory with the domains around it: what is asked of an object of another domain, and what
 /// is written to it, goes to a controller of that domain; everything else goes to the home server.
 ///
-/// Which domains there are is read from the home server, and not before a name comes that may be
-/// one of another domain. A name of a domain that is none of these is the home server's to judge.
-/// Values are judged by the home server's schema: that of one forest is the same everywhere.
+/// Which domains there are is read from the home server, unless the session knows it by then, and
+/// not before a name comes that may be one of another domain. A name of a domain that is none of
+/// these is the home server's to judge. Values are judged by the home server's schema: that of one
+/// forest is the same everywhere.
 class DomainsStore final : public ForwardingStore {
  public:
-  DomainsStore(std::unique_ptr<NetworkStore> home, DomainOpener open);
+  DomainsStore(std::unique_ptr<NetworkStore> home, std::shared_ptr<DomainsAround> around,
+               DomainOpener open);
   ~DomainsStore() override;
 
   StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
@@ -60,10 +61,9 @@ class DomainsStore final : public ForwardingStore {
   [[nodiscard]] bool MayBeElsewhere(const std::string& dn) const;
 
   std::unique_ptr<NetworkStore> home_;
+  std::shared_ptr<DomainsAround> around_;
   DomainOpener open_;
   std::stop_token stop_;
-  /// None until they were read.
-  std::optional<KnownDomains> domains_;
   /// By the domains' distinguished names.
   std::map<std::string, std::unique_ptr<IDirectoryStore>> stores_;
 };

@@ -14,6 +14,7 @@
 #include "hosts/ldap/network/ldap_answer.h"
 #include "hosts/ldap/network/name_filter.h"
 #include "hosts/ldap/network/value_ranges.h"
+#include "hosts/ldap/object_name.h"
 
 namespace pelora::ldap {
 namespace {
@@ -21,6 +22,12 @@ namespace {
 /// A server compares each object that it considers with every name of the filter: longer lists cost
 /// it more than they save.
 constexpr std::size_t kNamesInBatch = 16;
+/// What lies in one container is compared by a value, which takes a server half as long as a name.
+constexpr std::size_t kSiblingsInBatch = 32;
+/// Fewer are a search by their names, together with those that follow.
+constexpr std::size_t kFewSiblings = 4;
+/// A server may take a few more for the same than there are names.
+constexpr std::size_t kMostAlike = 2;
 /// Enough to keep a server busy that is some milliseconds away.
 constexpr std::size_t kBatchesUnderWay = 24;
 
@@ -106,6 +113,15 @@ StoreStatus EntryReader::Complete(Entry& entry) {
 StoreStatus EntryReader::SendBatch(std::span<const std::string> dns, const NamingContexts& contexts,
                                    Batch& batch) {
   const std::string& base = contexts.BaseOf(dns.front());
+  const std::size_t siblings = base.empty() ? 0 : CountSiblings(dns, kSiblingsInBatch);
+  if (siblings >= kFewSiblings) {
+    batch.dns = dns.first(siblings);
+    return Send({.base = std::string(ContainerOf(dns.front())),
+                 .scope = SearchScope::kOneLevel,
+                 .filter = FilterOfSiblings(batch.dns),
+                 .attributes = {batch.attributes.begin(), batch.attributes.end()}},
+                batch.request);
+  }
   std::size_t count = 1;
   while (!base.empty() && count < std::min(dns.size(), kNamesInBatch) &&
          contexts.BaseOf(dns[count]) == base) {
@@ -132,7 +148,8 @@ StoreStatus EntryReader::Finish(Batch& batch, const ReadSink& sink, bool& goes_o
   // for by itself.
   std::vector<Entry> found;
   StoreStatus outcome;
-  StoreStatus status = TakeEntries(connection_, batch.request, batch.dns.size(), found, outcome);
+  const std::size_t most = batch.dns.size() * kMostAlike;
+  StoreStatus status = TakeEntries(connection_, batch.request, most, found, outcome);
   return status.Ok() ? Deliver(batch, std::move(found), sink, goes_on) : status;
 }
 

@@ -22,10 +22,10 @@ class EntryReader {
   /// Reads one entry with some attributes, or all when none is named.
   StoreStatus Read(const std::string& dn, std::span<const std::string> attributes, Entry& entry);
 
-  /// As `IDirectoryStore::ReadMany`. `attributes` outlives the call. Objects of one part of the
-  /// directory are asked for together, a dozen or so to a search, and several searches are under
-  /// way at a time. An object that such a search does not find is asked for by itself: only then
-  /// the server says why.
+  /// As `IDirectoryStore::ReadMany`. `attributes` outlives the call. Objects of one container, or
+  /// of one part of the directory, are asked for together, some dozen to a search, and several
+  /// searches are under way at a time. An object that such a search does not find is asked for by
+  /// itself: only then the server says why.
   StoreStatus ReadMany(std::span<const std::string> dns, std::span<const std::string> attributes,
                        const NamingContexts& contexts, const ReadSink& sink);
 

@@ -145,8 +145,9 @@ StoreStatus LdapConnection::Connect() {
 StoreStatus LdapConnection::SignIn() {
   const BrokenPipeGuard guard;
   const WantedServer wanted{.host = server_.BareHost(), .realm = options_.realm};
-  StoreStatus status =
-      SignInWithTicket(handle_.get(), wanted, options_.request_timeout, stop_, signed_in_);
+  StoreStatus status = SignInWithTicket(handle_.get(), wanted,
+                                        options_.sign_in_timeout.value_or(options_.request_timeout),
+                                        stop_, signed_in_);
   if (!status.Ok()) status.text = "cannot sign in to '" + server_.Text() + "': " + status.text;
   return status;
 }

@@ -1,7 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/network/name_filter.h"
 
+#include <algorithm>
+
+#include "directory/ascii_case.h"
+#include "hosts/ldap/object_name.h"
+
 namespace pelora::ldap {
+namespace {
+
+/// Whether a name's first part says its value as it is.
+bool IsPlain(std::string_view part) {
+  const std::size_t sign = part.find('=');
+  if (sign == std::string_view::npos || sign + 1 == part.size()) return false;
+  const std::string_view attribute = part.substr(0, sign);
+  return (EqualsWithoutCase(attribute, "CN") || EqualsWithoutCase(attribute, "OU")) &&
+         part.find_first_of("\\\"+", sign) == std::string_view::npos;
+}
+
+}  // namespace
 
 std::string EscapeFilterValue(std::string_view value) {
   constexpr std::string_view kSpecial("\\*()\0", 5);
@@ -24,6 +41,29 @@ std::string EscapeFilterValue(std::string_view value) {
 std::string FilterOfNames(std::span<const std::string> dns) {
   std::string filter = "(|";
   for (const std::string& dn : dns) filter += "(distinguishedName=" + EscapeFilterValue(dn) + ')';
+  return filter + ')';
+}
+
+std::size_t CountSiblings(std::span<const std::string> dns, std::size_t most) {
+  if (dns.empty()) return 0;
+  const std::string_view container = ContainerOf(dns.front());
+  if (container.empty()) return 0;
+  std::size_t count = 0;
+  while (count < std::min(dns.size(), most) && IsPlain(FirstPart(dns[count])) &&
+         ContainerOf(dns[count]) == container) {
+    ++count;
+  }
+  return count;
+}
+
+std::string FilterOfSiblings(std::span<const std::string> siblings) {
+  std::string filter = "(|";
+  for (const std::string& dn : siblings) {
+    const std::string_view part = FirstPart(dn);
+    const std::size_t value = part.find('=') + 1;
+    filter += '(';
+    filter.append(part.substr(0, value)).append(EscapeFilterValue(part.substr(value))) += ')';
+  }
   return filter + ')';
 }
 

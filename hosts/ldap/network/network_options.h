@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 namespace pelora::ldap {
@@ -33,6 +34,9 @@ struct NetworkOptions {
   std::chrono::milliseconds ping_timeout{500};
   /// How long to wait for each answer, and between the parts of a long one.
   std::chrono::milliseconds request_timeout{30'000};
+  /// How long to wait for each answer while signing in; none: as long as for any other. A server
+  /// that was found, and not named, is waited for as long as for a connection: there are others.
+  std::optional<std::chrono::milliseconds> sign_in_timeout{};
   AnswerLimits limits{};
   /// The realm of which a server has to prove to be; empty: whichever knows it.
   std::string realm{};

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "hosts/ldap/known_root.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/network/domain_controllers.h"
 #include "hosts/ldap/network/domains_store.h"
@@ -14,20 +15,21 @@ namespace {
 
 /// For the home server, with the domains around its own.
 StoreOpener MakeOpener(std::shared_ptr<ServerChoice> servers, std::shared_ptr<SchemaCache> schemas,
-                       std::shared_ptr<DomainControllers> controllers) {
+                       std::shared_ptr<DomainControllers> controllers,
+                       std::shared_ptr<DomainsAround> around) {
   DomainOpener open_domain = [controllers = std::move(controllers)](
                                  const KnownDomain& domain, const std::stop_token& stop,
                                  std::unique_ptr<IDirectoryStore>& store) {
     return controllers->Open(domain, stop, store);
   };
-  return [servers = std::move(servers), schemas = std::move(schemas),
+  return [servers = std::move(servers), schemas = std::move(schemas), around = std::move(around),
           open_domain = std::move(open_domain)](std::unique_ptr<IDirectoryStore>& store,
                                                 const std::stop_token& stop) {
     store.reset();
     std::unique_ptr<NetworkStore> home;
     StoreStatus status = NetworkStore::Open(servers, schemas, stop, home);
     if (!status.Ok()) return status;
-    store = std::make_unique<DomainsStore>(std::move(home), open_domain);
+    store = std::make_unique<DomainsStore>(std::move(home), around, open_domain);
     store->StopOn(stop);
     return status;
   };
@@ -57,12 +59,15 @@ struct NetworkSession::Parts {
         open_another(std::move(opener)),
         find_places(std::move(finder)),
         servers(std::move(choice)),
-        service(home, *store, std::move(open_server)) {}
+        root(*store),
+        service(home, root, std::move(open_server)) {}
 
   std::unique_ptr<IDirectoryStore> store;
   StoreOpener open_another;
   PlaceFinder find_places;
   std::shared_ptr<ServerChoice> servers;
+  /// Each tab binds the root before it binds anything else.
+  KnownRoot root;
   NetworkDirectoryService service;
 };
 
@@ -89,12 +94,13 @@ StoreStatus NetworkSession::Open(const NetworkOptions& options, ServerFinder fin
   auto servers = std::make_shared<ServerChoice>(options, std::move(find));
   const auto schemas = std::make_shared<SchemaCache>();
   const auto controllers = std::make_shared<DomainControllers>(options, schemas);
-  StoreOpener opener = MakeOpener(servers, schemas, controllers);
+  const auto around = std::make_shared<DomainsAround>();
+  StoreOpener opener = MakeOpener(servers, schemas, controllers, around);
   std::unique_ptr<IDirectoryStore> store;
   StoreStatus status = opener(store, stop);
   if (!status.Ok()) return status;
   const ServerName home = servers->current().value_or(ServerName());
-  PlaceFinder find_places = FindSearchPlaces(opener, controllers);
+  PlaceFinder find_places = FindSearchPlaces(opener, controllers, around);
   session.reset(new NetworkSession(
       std::make_unique<Parts>(std::move(store), std::move(opener), std::move(find_places),
                               std::move(servers), home, MakeServerOpener(options, schemas))));

@@ -37,6 +37,7 @@ class NetworkSession {
   NetworkSession& operator=(const NetworkSession&) = delete;
 
   [[nodiscard]] IDirectoryStore& store();
+  /// What the home server says of itself is read once for it.
   [[nodiscard]] NetworkDirectoryService& service();
   /// Opens stores of the same server, each with a connection of its own, for worker threads; the
   /// schema is not read again for them. Outlives the session, if need be.

@@ -54,7 +54,7 @@ StoreStatus NetworkStore::Open(std::shared_ptr<ServerChoice> servers,
 }
 
 StoreStatus NetworkStore::Open() {
-  connection_.reset();
+  if (std::exchange(connection_, nullptr) != nullptr && tell_lost_) tell_lost_();
   // It may be another server this time, which takes changes itself or names others for them.
   writer_.reset();
   std::shared_ptr<LdapConnection> opened;

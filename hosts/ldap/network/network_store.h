@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/modify_rules.h"
@@ -43,6 +44,11 @@ class NetworkStore final : public IDirectoryStore {
   /// Connects and reads what the store has to know before it is of use. A server that was found and
   /// goes away in the middle of that is given up for another one.
   StoreStatus Open();
+
+  /// Whenever a connection to the server that is read turns out to be lost, `tell` is called, on
+  /// the thread that found it so, before another one is opened: what that server said of itself may
+  /// not hold for the next.
+  void WhenLost(std::function<void()> tell) { tell_lost_ = std::move(tell); }
 
   /// The parts of the directory that the server has, as it said when it was opened.
   [[nodiscard]] const NamingContexts& contexts() const { return contexts_; }
@@ -119,6 +125,7 @@ class NetworkStore final : public IDirectoryStore {
   std::shared_ptr<ServerChoice> servers_;
   std::shared_ptr<SchemaCache> schemas_;
   std::stop_token stop_;
+  std::function<void()> tell_lost_;
   /// Shared with the request under way: one that a sink makes may replace it.
   std::shared_ptr<LdapConnection> connection_;
   /// To the server that the other one has named for changes, if it has.

@@ -26,6 +26,15 @@ std::optional<ChosenServer> Named(const NetworkOptions& options) {
   return ChosenServer{.name = *std::move(name), .is_named = true};
 }
 
+/// A server that was found need not be waited for long: there are others.
+NetworkOptions WithoutPatience(NetworkOptions options) {
+  const bool is_named = ParseServerName(options.server).has_value();
+  if (!is_named && !options.sign_in_timeout) {
+    options.sign_in_timeout = std::min(options.request_timeout, options.connect_timeout);
+  }
+  return options;
+}
+
 }  // namespace
 
 ServerFinder FindServersOfTicket(const NetworkOptions& options) {
@@ -53,7 +62,7 @@ ServerFinder FindServersOfRealm(const NetworkOptions& options, const std::string
 }
 
 ServerChoice::ServerChoice(const NetworkOptions& options, ServerFinder find)
-    : options_(options),
+    : options_(WithoutPatience(options)),
       find_(std::move(find)),
       is_named_(ParseServerName(options.server).has_value()),
       chosen_(Named(options)) {}
@@ -101,6 +110,8 @@ StoreStatus ServerChoice::ConnectForWriting(const ServerName& name, const Server
   connection.reset();
   NetworkOptions of_same_realm = options_;
   of_same_realm.realm = realm;
+  // It is the only one.
+  of_same_realm.sign_in_timeout.reset();
   std::shared_ptr<LdapConnection> opened;
   StoreStatus status = realm.empty()
                            ? StoreStatus{kLdapReferral, "it does not say of which realm they are"}

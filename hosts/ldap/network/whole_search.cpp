@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <string>
-#include <unordered_set>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/network/entries_answer.h"
@@ -37,6 +38,36 @@ LdapControlPtr MakePageControl(LDAP* handle, const std::string& mark) {
   ldap_create_page_control(handle, kPageSize, &cookie, kNotCritical, &control);
   return LdapControlPtr(control);
 }
+
+/// Names of which hardly ever anybody asks whether one is among them: they take no more room than
+/// their letters until then.
+class NotedNames {
+ public:
+  void Add(std::string_view name) {
+    letters_ += name;
+    ends_.push_back(letters_.size());
+  }
+  /// No more is added after the first question.
+  [[nodiscard]] bool Contains(const std::string& name) {
+    if (sorted_.size() != ends_.size()) Sort();
+    return std::ranges::binary_search(sorted_, std::string_view(name));
+  }
+
+ private:
+  void Sort() {
+    sorted_.clear();
+    std::size_t begin = 0;
+    for (const std::size_t end : ends_) {
+      sorted_.push_back(std::string_view(letters_).substr(begin, end - begin));
+      begin = end;
+    }
+    std::ranges::sort(sorted_);
+  }
+
+  std::string letters_;
+  std::vector<std::size_t> ends_;
+  std::vector<std::string_view> sorted_;
+};
 
 /// A search under way.
 class WholeSearch {
@@ -87,13 +118,13 @@ class WholeSearch {
 
   StoreStatus HandOver(Entry entry) {
     // In pages, what came before the server had enough comes once more.
-    if (!is_in_one_go_ && handed_over_.contains(entry.dn)) return {};
+    if (!is_in_one_go_ && handed_over_.Contains(entry.dn)) return {};
     StoreStatus status = EntryReader(connection_).Complete(entry);
     if (!status.Ok()) return status;
     bytes_ += SizeOf(entry);
     const std::size_t most = connection_.limits().most_bytes;
     if (bytes_ > most) return TooMuch("after " + std::to_string(most) + " bytes");
-    if (is_in_one_go_) handed_over_.insert(entry.dn);
+    if (is_in_one_go_) handed_over_.Add(entry.dn);
     ++count_;
     goes_on_ = sink_(std::move(entry));
     return {};
@@ -112,7 +143,7 @@ class WholeSearch {
   bool goes_on_ = true;
   bool is_in_one_go_ = false;
   /// The names of what came in one go.
-  std::unordered_set<std::string> handed_over_;
+  NotedNames handed_over_;
 };
 
 }  // namespace

@@ -17,6 +17,9 @@ namespace pelora::ldap {
 ///
 /// A search without an end is given up at the connection's limits (4), and the text says so.
 ///
+/// A search that is given up in the middle is let go of, but some servers work it off before they
+/// answer what comes next over the connection: who has others waiting searches over one of its own.
+///
 /// What was found before a failure has been handed over; `count`, which the caller sets to 0, says
 /// how much that is.
 [[nodiscard]] StoreStatus SearchWhole(LdapConnection& connection, const SearchRequest& request,
