@@ -8,8 +8,8 @@
 
 #include "hosts/headless/headless_control.h"
 #include "hosts/resources/dialog_template.h"
-#include "hosts/sheets/missing_lists.h"
 #include "platform/dialog_controller.h"
+#include "platform/missing_lists.h"
 
 namespace pelora {
 
@@ -82,9 +82,9 @@ class HeadlessDialog final : public IDialog {
   /// In the same order; the numbers by themselves are searched through quickly.
   std::vector<HeadlessControl> controls_;
   std::vector<ControlId> ids_;
-  sheets::MissingListBox missing_list_box_;
-  sheets::MissingComboBox missing_combo_box_;
-  sheets::MissingListView missing_list_view_;
+  MissingListBox missing_list_box_;
+  MissingComboBox missing_combo_box_;
+  MissingListView missing_list_view_;
   bool open_ = false;
   std::optional<bool> page_modified_;
   std::optional<std::int32_t> result_;

@@ -20,6 +20,11 @@ CADSBase::~CADSBase() {
   platform_.component_library.CoUninitialize(library_thread_);
 }
 
+IDialog& CADSBase::Dialog() const {
+  IDialog* const dialog = OwnerWindow();
+  return dialog != nullptr ? *dialog : missing_dialog_;
+}
+
 HRESULT CADSBase::Initialize(IDataObject* data_object) {
   if (data_object == nullptr) return E_INVALIDARG;
   std::unique_ptr<IStorageMedium> medium;

@@ -9,6 +9,7 @@
 #include "directory/attribute_change.h"
 #include "directory/value_summary.h"
 #include "platform/data_object.h"
+#include "platform/missing_dialog.h"
 #include "platform/platform.h"
 
 namespace pelora {
@@ -42,6 +43,10 @@ class CADSBase {
   [[nodiscard]] const Platform& platform() const { return platform_; }
   /// The dialog that owns message boxes; none while there is no dialog.
   [[nodiscard]] virtual IDialog* OwnerWindow() const = 0;
+  /// The controls of that dialog. There is one while a handler begins; a window that is closed from
+  /// outside while the handler waits for a chooser or a box takes it away, and all are missing
+  /// then.
+  [[nodiscard]] IDialog& Dialog() const;
 
   /// Takes the selection from the console's data object, replacing what was held, and tests the
   /// connection to the directory.
@@ -93,6 +98,8 @@ class CADSBase {
  private:
   const Platform& platform_;
   LibraryThread library_thread_;
+  /// It holds nothing that could change.
+  mutable MissingDialog missing_dialog_;
   Ref<IADs> preset_object_;
   std::vector<std::string> paths_;
   std::vector<LoadHandler> load_handlers_;

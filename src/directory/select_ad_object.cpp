@@ -161,6 +161,7 @@ HRESULT SelectADObject::ReadName(const std::string& path, std::string_view attri
   Ref<IADs> object;
   HRESULT status = platform_.directory.ADsGetObject(path, IID_IADs, object);
   if (FAILED(status)) return status;
+  if (!object) return E_UNEXPECTED;
   Variant value;
   status = object->Get(attribute, value);
   if (FAILED(status)) return status;

@@ -39,7 +39,7 @@ std::int32_t CArchiverDlg::InitDialog() {
 }
 
 std::int32_t CArchiverDlg::OnNameEdited() {
-  dialog()->SetEnabled(IDC_ARCHIVER_ADD, !dialog()->Text(IDC_ARCHIVER_NAME).empty());
+  Dialog().SetEnabled(IDC_ARCHIVER_ADD, !Dialog().Text(IDC_ARCHIVER_NAME).empty());
   return 0;
 }
 
@@ -47,19 +47,19 @@ std::int32_t CArchiverDlg::OnSearch() {
   const SelectADObject chooser(platform());
   std::vector<std::string> names;
   const HRESULT status = chooser.SelectComputers(dialog(), names, SelectionMode::kSingle);
-  if (status == S_OK && !names.empty()) dialog()->SetText(IDC_ARCHIVER_NAME, names.front());
+  if (status == S_OK && !names.empty()) Dialog().SetText(IDC_ARCHIVER_NAME, names.front());
   return 0;
 }
 
 std::int32_t CArchiverDlg::OnAdd() {
-  const std::string name = FirstCharacters(dialog()->Text(IDC_ARCHIVER_NAME), kLongestName);
+  const std::string name = FirstCharacters(Dialog().Text(IDC_ARCHIVER_NAME), kLongestName);
   if (!name.empty()) ServerList().Add(name);
-  dialog()->SetText(IDC_ARCHIVER_NAME, "");
+  Dialog().SetText(IDC_ARCHIVER_NAME, "");
   return 0;
 }
 
 std::int32_t CArchiverDlg::OnServerSelected() {
-  dialog()->SetEnabled(IDC_ARCHIVER_REMOVE, ServerList().Selection().has_value());
+  Dialog().SetEnabled(IDC_ARCHIVER_REMOVE, ServerList().Selection().has_value());
   return 0;
 }
 
@@ -68,23 +68,23 @@ std::int32_t CArchiverDlg::OnRemove() {
   if (!row) return 0;
   const std::string name = ServerList().Text(*row);
   ServerList().Remove(*row);
-  dialog()->SetText(IDC_ARCHIVER_NAME, name);
-  dialog()->SetEnabled(IDC_ARCHIVER_REMOVE, false);
+  Dialog().SetText(IDC_ARCHIVER_NAME, name);
+  Dialog().SetEnabled(IDC_ARCHIVER_REMOVE, false);
   return 0;
 }
 
 std::int32_t CArchiverDlg::OnOk() {
   servers_.clear();
   for (RowIndex row = 0; row < ServerList().Count(); ++row) servers_.insert(ServerList().Text(row));
-  dialog()->End(kDialogOk);
+  Dialog().End(kDialogOk);
   return 0;
 }
 
 std::int32_t CArchiverDlg::OnCancel() {
-  dialog()->End(kDialogCancel);
+  Dialog().End(kDialogCancel);
   return 0;
 }
 
-IListBox& CArchiverDlg::ServerList() const { return dialog()->ListBox(IDC_ARCHIVER_LIST); }
+IListBox& CArchiverDlg::ServerList() const { return Dialog().ListBox(IDC_ARCHIVER_LIST); }
 
 }  // namespace pelora

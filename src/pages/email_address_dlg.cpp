@@ -18,23 +18,23 @@ CEmailAddressDlg::CEmailAddressDlg(const Platform& platform, std::string address
 }
 
 std::int32_t CEmailAddressDlg::InitDialog() {
-  dialog()->SetText(IDC_EMAIL_ADDRESS, address_);
+  Dialog().SetText(IDC_EMAIL_ADDRESS, address_);
   return 0;
 }
 
 std::int32_t CEmailAddressDlg::OnOk() {
-  std::string typed = dialog()->Text(IDC_EMAIL_ADDRESS);
+  std::string typed = Dialog().Text(IDC_EMAIL_ADDRESS);
   if (typed.empty()) {
     platform().message_box.Show(dialog(), {.text = "Wrong emailaddress", .caption = std::nullopt});
     return 0;
   }
   address_ = std::move(typed);
-  dialog()->End(kDialogOk);
+  Dialog().End(kDialogOk);
   return 0;
 }
 
 std::int32_t CEmailAddressDlg::OnCancel() {
-  dialog()->End(kDialogCancel);
+  Dialog().End(kDialogCancel);
   return 0;
 }
 

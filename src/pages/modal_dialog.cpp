@@ -12,6 +12,8 @@ std::int32_t CModalDialog::Show(IDialog* owner) {
   return platform_.modal_dialogs.Run(dialog_template(), owner, *this);
 }
 
+IDialog& CModalDialog::Dialog() const { return dialog() != nullptr ? *dialog() : missing_dialog_; }
+
 std::int32_t CModalDialog::AnswerPage(PageNotification /*notification*/) { return 0; }
 
 void CModalDialog::ReportException(HRESULT status) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "pages/dialog_page.h"
+#include "platform/missing_dialog.h"
 #include "platform/platform.h"
 
 namespace pelora {
@@ -21,12 +22,16 @@ class CModalDialog : public CDialogPage {
 
  protected:
   [[nodiscard]] const Platform& platform() const { return platform_; }
+  /// The dialog's controls; as `CADSBase::Dialog`.
+  [[nodiscard]] IDialog& Dialog() const;
   /// No sheet holds the dialog: there is nothing to answer.
   std::int32_t AnswerPage(PageNotification notification) final;
   void ReportException(HRESULT status) final;
 
  private:
   const Platform& platform_;
+  /// It holds nothing that could change.
+  mutable MissingDialog missing_dialog_;
 };
 
 }  // namespace pelora

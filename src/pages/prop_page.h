@@ -77,9 +77,6 @@ class CPropPage
   /// loading adds to the records and rows that are there.
   void EmptyIfLoadedAnew(MultiValueAttribute& values, IListBox& list) const;
 
-  /// The page's dialog. There is one while handlers run.
-  [[nodiscard]] IDialog& Dialog() const { return *OwnerWindow(); }
-
  protected:
   ~CPropPage() override = default;
 

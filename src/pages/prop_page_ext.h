@@ -23,7 +23,7 @@ class CPropPageExt {
 
  protected:
   [[nodiscard]] CPropPage& page() const { return page_; }
-  /// The page's dialog; the group's handlers run only while there is one.
+  /// The controls of the page's dialog (see `CADSBase::Dialog`).
   [[nodiscard]] IDialog& dialog() const { return page_.Dialog(); }
 
  private:

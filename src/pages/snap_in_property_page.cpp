@@ -42,6 +42,11 @@ std::int32_t CSnapInPropertyPage::InitDialog() { return InitPage(); }
 
 std::int32_t CSnapInPropertyPage::AnswerPage(PageNotification notification) {
   if (notification != PageNotification::kApply) return 0;
+  if (dialog() == nullptr) {
+    // What the controls held has gone with them, and is not to be written as if they were empty.
+    ReportException(E_UNEXPECTED);
+    return kPageInvalidStay;
+  }
   return Apply() ? kPageApplied : kPageInvalidStay;
 }
 

@@ -60,8 +60,6 @@ class CWizardBase : public Counted<IDsAdminNewObjExt, IFieldRows>, public CADSBa
   [[nodiscard]] bool IsValid() const;
   /// Sets the wizard's button by the fields; the result of a control's message.
   std::int32_t Revalidate() const;
-  /// The page's dialog. There is one while handlers run.
-  [[nodiscard]] IDialog& Dialog() const { return *OwnerWindow(); }
 
  protected:
   ~CWizardBase() override { *self_ = nullptr; }

@@ -17,6 +17,7 @@ class FakeChoosers::Picker final : public IDsObjectPicker {
   }
   HRESULT InvokeDialog(ChooserOwner owner, Ref<IDataObject>& chosen) override {
     choosers_.pickers_.push_back({init_, owner.dialog, owner.control});
+    choosers_.Open();
     chosen.Reset();
     const HRESULT status = choosers_.StatusAt(Step::kRun);
     if (FAILED(status)) return status;
@@ -36,6 +37,7 @@ class FakeChoosers::Query final : public ICommonQuery {
   HRESULT OpenQueryWindow(ChooserOwner owner, const QueryWindowInit& init,
                           Ref<IDataObject>& chosen) override {
     choosers_.queries_.push_back({init, owner.dialog, owner.control});
+    choosers_.Open();
     chosen.Reset();
     const HRESULT status = choosers_.StatusAt(Step::kRun);
     if (FAILED(status)) return status;
@@ -79,6 +81,7 @@ HRESULT FakeChoosers::CreateCommonQuery(std::unique_ptr<ICommonQuery>& chooser) 
 
 std::int32_t FakeChoosers::BrowseForContainer(const ContainerBrowserInit& init, std::string& path) {
   browsers_.push_back(init);
+  Open();
   path.clear();
   if (browser_answer_ == kDialogOk) {
     // The platform's browser cuts off what does not fit.

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/choosers.h"
@@ -40,6 +42,8 @@ class FakeChoosers final : public IChoosers {
   void Find(ChosenObjects* found) { found_ = Ref<IDataObject>(found); }
   /// What the container browser gives from now on, as far as there is room for the path.
   void Browse(std::int32_t answer, std::string path);
+  /// What happens while the next chooser is open.
+  void WhileOpen(std::function<void()> action) { while_open_ = std::move(action); }
   /// From now on a step of every picker and query window fails, or succeeds with another code.
   void FailAt(Step step, HRESULT status);
 
@@ -58,6 +62,11 @@ class FakeChoosers final : public IChoosers {
   /// The failure of a step, or `S_OK`.
   [[nodiscard]] HRESULT StatusAt(Step step) const { return step == fail_at_ ? failure_ : S_OK; }
 
+  void Open() {
+    if (const auto action = std::exchange(while_open_, nullptr)) action();
+  }
+
+  std::function<void()> while_open_;
   Step fail_at_ = Step::kCreate;
   HRESULT failure_ = S_OK;
   Ref<IDataObject> picked_;

@@ -224,6 +224,27 @@ TEST_F(SelectContainersTest, AFailedStepGivesItsStatus) {
   }
 }
 
+/// A directory that calls it a success to bind nothing.
+class EmptyHandedDirectory final : public IDirectoryService {
+ public:
+  HRESULT ADsGetObject(const std::string&, const Guid&, Ref<IADs>&) override { return S_FALSE; }
+  HRESULT ADsOpenObject(const std::string&, const std::optional<std::string>&,
+                        const std::optional<std::string>&, std::uint32_t, const Guid&,
+                        Ref<IADs>&) override {
+    return E_FAIL;
+  }
+};
+
+TEST_F(SelectADObjectTest, AnObjectThatIsBoundToNothingIsNotChosen) {
+  EmptyHandedDirectory directory;
+  const Platform platform{directory,       bench_.messages, bench_.dialogs,
+                          bench_.choosers, bench_.text,     bench_.library};
+  bench_.choosers.Choose(std::vector<std::string>{kAda});
+  EXPECT_EQ(SelectADObject(platform).SelectUsers(nullptr, names_, SelectionMode::kSingle),
+            E_UNEXPECTED);
+  EXPECT_THAT(names_, ElementsAre("from before"));
+}
+
 using BrowseContainerTest = SelectADObjectTest;
 
 TEST_F(BrowseContainerTest, TheWholeDirectoryIsShown) {

@@ -8,9 +8,9 @@
 
 #include "hosts/console/dialogs/dialog_layout.h"
 #include "hosts/resources/dialog_template.h"
-#include "hosts/sheets/missing_lists.h"
 #include "platform/dialog.h"
 #include "platform/dialog_controller.h"
+#include "platform/missing_lists.h"
 
 namespace pelora::console {
 
@@ -89,9 +89,9 @@ class QtDialog final : public IDialog, private ControlEvents {
   bool is_open_ = false;
   /// Controls that cannot be used, and whether the page would have it otherwise.
   std::map<ControlId, bool> read_only_;
-  sheets::MissingListBox missing_list_box_;
-  sheets::MissingComboBox missing_combo_box_;
-  sheets::MissingListView missing_list_view_;
+  MissingListBox missing_list_box_;
+  MissingComboBox missing_combo_box_;
+  MissingListView missing_list_view_;
   // The widgets go first: what they still report while going finds the controls standing.
   DialogControls controls_;
   std::optional<DialogLayout> layout_;

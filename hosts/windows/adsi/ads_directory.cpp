@@ -12,8 +12,7 @@ namespace {
 
 /// What the system bound, behind the port; its status when it bound nothing.
 HRESULT Take(HRESULT status, const Ref<::IUnknown>& bound, Ref<pelora::IADs>& object) {
-  if (FAILED(status)) return status;
-  if (!bound) return E_UNEXPECTED;
+  if (FAILED(status) || !bound) return status;
   const HRESULT wrapped = AdsObject::Wrap(*bound, object);
   return FAILED(wrapped) ? wrapped : status;
 }
@@ -39,6 +38,7 @@ HRESULT AdsDirectory::ADsGetObject(const std::string& path, const Guid& iid,
     if (SUCCEEDED(status) && bound) {
       if (const HRESULT filled = AdsObject::FillCache(*bound); FAILED(filled)) return filled;
     }
+    if (status == S_OK && !bound) return E_UNEXPECTED;
     return Take(status, bound, object);
   });
 }

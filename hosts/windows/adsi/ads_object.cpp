@@ -15,6 +15,7 @@ HRESULT AdsObject::Wrap(::IUnknown& bound, Ref<pelora::IADs>& object) {
   const HRESULT status =
       bound.QueryInterface(::IID_IADs, reinterpret_cast<void**>(system_object.Put()));
   if (FAILED(status)) return status;
+  if (!system_object) return E_NOINTERFACE;
   object = Ref<pelora::IADs>::Adopt(new AdsObject(std::move(system_object)));
   return S_OK;
 }
@@ -23,6 +24,7 @@ HRESULT AdsObject::FillCache(::IUnknown& bound) {
   Ref<::IADs> object;
   const HRESULT offered = bound.QueryInterface(::IID_IADs, reinterpret_cast<void**>(object.Put()));
   if (FAILED(offered)) return offered;
+  if (!object) return E_NOINTERFACE;
   const HRESULT status = object->GetInfo();
   return SaysUnreachable(status) ? status : S_OK;
 }

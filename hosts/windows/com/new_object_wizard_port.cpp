@@ -34,6 +34,7 @@ HRESULT NewObjectWizardPort::QueryInterface(const Guid& iid, void** object) {
   const HRESULT status = wizard_->QueryInterface(__uuidof(::IDsAdminNewObjPrimarySite),
                                                  reinterpret_cast<void**>(site.Put()));
   if (FAILED(status)) return status;
+  if (!site) return E_NOINTERFACE;
   return Guarded([&] {
     *object = static_cast<pelora::IDsAdminNewObjPrimarySite*>(new PrimarySitePort(std::move(site)));
     return S_OK;

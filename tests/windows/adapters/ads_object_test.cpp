@@ -104,6 +104,20 @@ TEST_F(AdsObjectTest, BindsWithTheUsersOwnCredentials) {
   EXPECT_EQ(fake_.Log(), std::vector<std::string>{"ADsOpenObject " + std::string(kPath) + " 1"});
 }
 
+TEST_F(AdsObjectTest, AnOpeningThatSucceedsWithoutAnObjectIsToldAsItIs) {
+  for (const HRESULT status : {S_OK, S_FALSE, S_ADS_ERRORSOCCURRED}) {
+    provider_.OpenNothing(status);
+    Ref<pelora::IADs> object;
+    EXPECT_EQ(directory_.ADsOpenObject("LDAP://rootDSE", std::nullopt, std::nullopt,
+                                       ADS_SECURE_AUTHENTICATION, pelora::IID_IADs, object),
+              status);
+    EXPECT_FALSE(object);
+    EXPECT_EQ(directory_.ADsGetObject(kPath, pelora::IID_IADs, object),
+              status == S_OK ? E_UNEXPECTED : status);
+    EXPECT_FALSE(object);
+  }
+}
+
 TEST_F(AdsObjectTest, AFailureIsTheSystemsOwnHoweverThePathIsWritten) {
   constexpr auto kServerDown = static_cast<HRESULT>(0x8007203AU);
   Ref<pelora::IADs> object;

@@ -20,11 +20,42 @@ std::optional<std::string> TextOf(BSTR text) {
   return ToUtf8({reinterpret_cast<const char16_t*>(text), SysStringLen(text)});
 }
 
+/// An object that offers nothing and calls that a success.
+class Nothing final : public ::IDispatch {
+ public:
+  explicit Nothing(HRESULT status) : status_(status) {}
+
+  STDMETHODIMP QueryInterface(REFIID /*iid*/, void** object) override {
+    *object = nullptr;
+    return status_;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                      UINT*) override {
+    return E_NOTIMPL;
+  }
+
+ private:
+  ~Nothing() = default;
+
+  HRESULT status_;
+  ULONG references_ = 1;
+};
+
 /// Namespace object and its class factory in one: there is only ever one of them.
 class Namespace final : public ::IADsOpenDSObject, public ::IClassFactory {
  public:
-  Namespace(IDirectoryService& directory, std::shared_ptr<const HRESULT> reading)
-      : directory_(directory), reading_(std::move(reading)) {}
+  Namespace(IDirectoryService& directory, std::shared_ptr<const HRESULT> reading,
+            std::shared_ptr<const std::optional<HRESULT>> nothing)
+      : directory_(directory), reading_(std::move(reading)), nothing_(std::move(nothing)) {}
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     *object = nullptr;
@@ -53,6 +84,10 @@ class Namespace final : public ::IADsOpenDSObject, public ::IClassFactory {
   STDMETHODIMP OpenDSObject(BSTR path, BSTR user_name, BSTR password, long flags,
                             ::IDispatch** object) override {
     *object = nullptr;
+    if (*nothing_) {
+      *object = new Nothing(**nothing_);
+      return S_OK;
+    }
     Ref<pelora::IADs> bound;
     const HRESULT status =
         directory_.ADsOpenObject(TextOf(path).value_or(""), TextOf(user_name), TextOf(password),
@@ -77,13 +112,14 @@ class Namespace final : public ::IADsOpenDSObject, public ::IClassFactory {
 
   IDirectoryService& directory_;
   std::shared_ptr<const HRESULT> reading_;
+  std::shared_ptr<const std::optional<HRESULT>> nothing_;
   ULONG references_ = 1;
 };
 
 }  // namespace
 
 LdapNamespace::LdapNamespace(IDirectoryService& directory) {
-  auto made = Ref<Namespace>::Adopt(new Namespace(directory, reading_));
+  auto made = Ref<Namespace>::Adopt(new Namespace(directory, reading_, nothing_));
   const HRESULT status =
       CoRegisterClassObject(kLdapNamespace, static_cast<::IClassFactory*>(made.Get()),
                             CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registration_);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "hosts/windows/system_headers.h"
 #include "platform/ads.h"
@@ -20,6 +21,9 @@ class LdapNamespace {
   /// What objects answer from now on when they are told to read everything. Unless it is set they
   /// do not know how to, and read when they are asked for something.
   void AnswerReading(HRESULT status) { *reading_ = status; }
+  /// What is opened from now on is nothing: every question for an interface is answered with
+  /// `status`, a success, and without one.
+  void OpenNothing(HRESULT status) { *nothing_ = status; }
   ~LdapNamespace();
   LdapNamespace(const LdapNamespace&) = delete;
   LdapNamespace& operator=(const LdapNamespace&) = delete;
@@ -27,6 +31,7 @@ class LdapNamespace {
  private:
   DWORD registration_ = 0;
   std::shared_ptr<HRESULT> reading_ = std::make_shared<HRESULT>(E_NOTIMPL);
+  std::shared_ptr<std::optional<HRESULT>> nothing_ = std::make_shared<std::optional<HRESULT>>();
 };
 
 }  // namespace pelora::windows::test

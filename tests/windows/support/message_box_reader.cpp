@@ -84,6 +84,7 @@ void MessageBoxReader::Read(HWND window) {
   if (const HWND owner = GetWindow(window, GW_OWNER)) box.owner = TextOfWindow(owner);
   EnumChildWindows(window, &ReadChild, reinterpret_cast<LPARAM>(&box));
   boxes_.push_back(std::move(box));
+  if (const auto action = std::exchange(before_next_, nullptr)) action();
   int button = GetDlgItem(window, IDYES) != nullptr ? IDYES : IDOK;
   if (!answers_.empty()) {
     button = answers_.front();

@@ -46,6 +46,8 @@ class MessageBoxReader {
 
   /// Has the next message box that nothing is said of yet answered with this button.
   void AnswerNext(int button) { answers_.push_back(button); }
+  /// What happens while the next message box is open, before it is answered.
+  void BeforeNext(std::function<void()> action) { before_next_ = std::move(action); }
   /// Has the next dialog that is no message box played by `script`, which has to close it.
   void PlayNext(Script script) { scripts_.push_back(std::move(script)); }
   /// Scripts that no dialog has opened for.
@@ -58,6 +60,7 @@ class MessageBoxReader {
 
   std::vector<ShownBox> boxes_;
   std::deque<int> answers_;
+  std::function<void()> before_next_;
   std::deque<Script> scripts_;
   ModalWatcher watcher_;
 };

@@ -57,6 +57,7 @@ STDMETHODIMP StandInPicker::Initialize(DSOP_INIT_INFO* init) {
 STDMETHODIMP StandInPicker::InvokeDialog(HWND owner, ::IDataObject** chosen) {
   log_.emplace_back("InvokeDialog");
   owner_ = owner;
+  if (const auto action = std::exchange(while_open_, nullptr)) action();
   const HRESULT answer = std::exchange(answer_, S_FALSE);
   // Cancelled, a picker may leave what it was given as it was.
   PickedObjects* const picked = std::exchange(picked_, nullptr);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hosts/windows/choosers/chooser_headers.h"
@@ -26,6 +28,8 @@ class StandInPicker final : public ::IDsObjectPicker {
   void Choose(PickedObjects& picked, HRESULT status = S_OK);
   /// What the next dialog answers, handing out nothing.
   void Answer(HRESULT status) { answer_ = status; }
+  /// What happens while the next dialog is open.
+  void WhileOpen(std::function<void()> action) { while_open_ = std::move(action); }
   void FailInitialize(HRESULT status) { initialized_ = status; }
   [[nodiscard]] ClassObject& class_object() { return class_object_; }
 
@@ -46,6 +50,7 @@ class StandInPicker final : public ::IDsObjectPicker {
   HRESULT initialized_ = S_OK;
   HRESULT answer_ = S_FALSE;
   PickedObjects* picked_ = nullptr;
+  std::function<void()> while_open_;
   HWND owner_ = nullptr;
   std::vector<std::string> log_;
   ClassObject class_object_;

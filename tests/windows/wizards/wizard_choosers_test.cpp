@@ -43,6 +43,19 @@ TEST_F(WizardChoosersTest, AHomeServerIsChosenOverThePageAndWritten) {
             Variant::String("nöde-2"));
 }
 
+TEST_F(WizardChoosersTest, AWizardThatIsClosedWhileAServerIsPickedEndsThere) {
+  Open("CWizardExtUser");
+  GoToPage("Mia");
+  console_.User().Click(IDC_CREATE_PELORA);
+  PickedObjects picked({kServer});
+  picker_.Choose(picked);
+  picker_.WhileOpen([this] { console_.CloseWindow(); });
+  console_.User().Click(IDC_SERVER_SELECT);
+  EXPECT_EQ(picked.references(), 0U);
+  EXPECT_FALSE(console_.IsOpen());
+  EXPECT_EQ(console_.extension(0).WriteData(nullptr, 1), E_UNEXPECTED);
+}
+
 TEST_F(WizardChoosersTest, ASearchBaseIsBrowsedForAndWritten) {
   StandInBrowser browser(BrowserExports::kByName);
   OpenPrimary("CWizardAddresslist", "CWizardExtAddresslist");

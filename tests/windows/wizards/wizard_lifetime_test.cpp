@@ -186,6 +186,9 @@ TEST_F(WizardLifetimeTest, AnyOtherFailureShowsItsCode) {
 TEST_F(WizardLifetimeTest, APrimaryPageNeedsThePrimarySite) {
   Make("CWizardAddresslist");
   EXPECT_EQ(extension_->WriteData(nullptr, 1), 0);
+  console_.site().offers_nothing = true;
+  EXPECT_EQ(extension_->WriteData(nullptr, 1), 0);
+  console_.site().offers_nothing = false;
   console_.site().is_primary = true;
   console_.site().on_create = [](const std::wstring& name) {
     EXPECT_TRUE(name.empty());

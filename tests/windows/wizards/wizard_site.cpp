@@ -8,6 +8,8 @@ STDMETHODIMP WizardSite::QueryInterface(REFIID iid, void** object) {
   *object = nullptr;
   if (IsEqualIID(iid, __uuidof(::IUnknown)) || IsEqualIID(iid, __uuidof(::IDsAdminNewObj))) {
     *object = static_cast<::IDsAdminNewObj*>(this);
+  } else if (IsEqualIID(iid, __uuidof(::IDsAdminNewObjPrimarySite)) && offers_nothing) {
+    return S_OK;
   } else if (IsEqualIID(iid, __uuidof(::IDsAdminNewObjPrimarySite)) && is_primary) {
     *object = static_cast<::IDsAdminNewObjPrimarySite*>(this);
   } else {

@@ -21,6 +21,8 @@ class WizardSite final : public ::IDsAdminNewObj, public ::IDsAdminNewObjPrimary
   std::function<HRESULT(const std::wstring& name)> on_create;
   /// Extensions are offered `IDsAdminNewObjPrimarySite`.
   bool is_primary = false;
+  /// Who asks for that one is told that it is offered, and given nothing.
+  bool offers_nothing = false;
 
   [[nodiscard]] ULONG references() const { return references_; }
 

@@ -3,7 +3,7 @@
 
 #include "platform/dialog.h"
 
-namespace pelora::sheets {
+namespace pelora {
 
 /// The list box that stands for one that the dialog lacks: always empty, refuses rows.
 class MissingListBox final : public IListBox {
@@ -46,4 +46,4 @@ class MissingListView final : public IListView {
   void SetSelected(RowIndex /*row*/, bool /*selected*/) override {}
 };
 
-}  // namespace pelora::sheets
+}  // namespace pelora
