@@ -14,7 +14,8 @@
 namespace pelora::changes {
 
 /// Writes changes, each guarded: what is sent says what was seen, and the directory refuses it when
-/// that is not there any more. Between a look and a write there is no gap, whoever else writes.
+/// that is not there any more. Between a look and a write there is no gap, whoever else writes: but
+/// for what somebody puts into a list while a change of it is taken back, which stays in it then.
 /// (A server that compares texts without case takes a text in other letters for the one that was
 /// seen.)
 ///
