@@ -137,7 +137,8 @@ Change UndoOf(const Change& change) {
     undo.attributes.push_back({.attribute = value.attribute,
                                .is_list = value.is_list,
                                .seen = value.wanted,
-                               .wanted = FormerValues(value)});
+                               .wanted = FormerValues(value),
+                               .is_whole = value.is_whole});
   }
   return undo;
 }

@@ -23,6 +23,9 @@ struct ValueChange {
   bool is_list = false;
   AttributeValues seen{};
   AttributeValues wanted{};
+  /// Of a list: they leave out nothing. Whoever takes the change back can tell then whether
+  /// somebody has touched the list since, wherever in it (`Lists::kUntouched`).
+  bool is_whole = false;
 };
 
 /// One change of one object, sent as one request that takes effect whole or not at all. A value:

@@ -6,6 +6,7 @@
 #include <exception>
 #include <utility>
 
+#include "hosts/changes/change_work.h"
 #include "hosts/changes/change_writer.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/reads_ahead.h"
@@ -26,23 +27,11 @@ bool IsWithoutServer(const StoreStatus& answer) {
   return answer.code == ldap::kLdapServerDown || answer.code == ldap::kLdapInvalidCredentials;
 }
 
-/// Where a run's changes come from.
-class IWork {
- public:
-  virtual ~IWork() = default;
-  [[nodiscard]] virtual std::size_t count() const = 0;
-  [[nodiscard]] virtual std::string NameOf(std::size_t at) const = 0;
-  /// Reads what is needed for the next objects. A failure is one of the directory as a whole; each
-  /// object is prepared all the same.
-  [[nodiscard]] virtual StoreStatus Read(std::size_t begin, std::size_t end) = 0;
-  /// These will be read next.
-  virtual void Announce(std::size_t /*begin*/, std::size_t /*end*/) {}
-  /// Whether that does any good.
-  [[nodiscard]] virtual bool ReadsAhead() const { return false; }
-  [[nodiscard]] virtual Prepared PrepareOne(std::size_t at) = 0;
-  /// Whether what is prepared comes from what was just read.
-  [[nodiscard]] virtual bool IsFresh() const = 0;
-};
+bool IsWithoutServer(const Result& result) {
+  const auto is_of = [&result](int code) { return result.code == ldap::HresultOfLdap(code); };
+  return result.outcome == Outcome::kFailed &&
+         (is_of(ldap::kLdapServerDown) || is_of(ldap::kLdapInvalidCredentials));
+}
 
 /// The work on one object, from its preparation to its result.
 struct Job {
@@ -50,8 +39,11 @@ struct Job {
   Change change{};
   std::optional<IChangeLog::NoteId> note{};
   std::optional<Result> result{};
+  /// The object has to be looked at when what comes before is done, and nothing is noted until
+  /// then.
+  bool needs_look = false;
 
-  [[nodiscard]] bool IsAlone() const { return change.kind != Change::Kind::kModify; }
+  [[nodiscard]] bool IsAlone() const { return needs_look || change.kind != Change::Kind::kModify; }
 };
 
 class Run {
@@ -106,14 +98,20 @@ class Run {
     Tell();
   }
 
-  /// Writes an addition or a deletion by itself; whether the run goes on.
+  /// Writes by itself what is no modification, or has to be looked at first; whether the run goes
+  /// on.
   bool WriteAlone() {
     if (is_ended_) return false;
     Job* const job = FirstUnsent();
     if (job == nullptr) return false;
-    StoreStatus answer = writer_.Send(job->change);
     ++sent_;
-    TakeAnswer(std::move(answer));
+    if (job->needs_look) {
+      job->result = writer_.Write(std::move(job->change));
+      if (IsWithoutServer(*job->result)) is_ended_ = true;
+      Tell();
+      return true;
+    }
+    TakeAnswer(writer_.Send(job->change));
     return true;
   }
 
@@ -148,10 +146,19 @@ class Run {
           Result{.dn = known.empty() ? work_.NameOf(next_) : known, .outcome = Outcome::kUnchanged};
     }
     if (!job.result && is_in_turn_) job.result = WriteInTurn(std::move(job.change));
+    if (!job.result && writer_.NeedsLook(job.change)) Look(job);
     if (options_.stops_at_first && !job.result->IsDone()) is_ended_ = true;
     jobs_.push_back(std::move(job));
     ++next_;
     if (is_in_turn_) Tell();
+  }
+
+  void Look(Job& job) {
+    if (const ldap::Entry* const there = work_.LookedAt(job.at)) {
+      job.result = writer_.Judge(job.change, *there);
+    } else {
+      job.needs_look = true;
+    }
   }
 
   Result WriteInTurn(Change change) {
@@ -170,7 +177,7 @@ class Run {
     if (options_.log == nullptr) return;
     std::vector<Change> changes;
     for (std::size_t at = sent_; at < jobs_.size(); ++at) {
-      if (!jobs_[at].result) changes.push_back(jobs_[at].change);
+      if (!jobs_[at].result && !jobs_[at].needs_look) changes.push_back(jobs_[at].change);
     }
     if (changes.empty()) return;
     IChangeLog::NoteId note = 0;
@@ -178,7 +185,7 @@ class Run {
     if (!noted.Ok()) is_ended_ = true;
     for (std::size_t at = sent_; at < jobs_.size(); ++at) {
       Job& job = jobs_[at];
-      if (job.result) continue;
+      if (job.result || job.needs_look) continue;
       if (noted.Ok()) {
         job.note = note++;
       } else {
@@ -315,20 +322,6 @@ class ReadWork final : public IWork {
   Batch announced_;
 };
 
-class KnownWork final : public IWork {
- public:
-  explicit KnownWork(std::span<const Change> changes) : changes_(changes) {}
-
-  [[nodiscard]] std::size_t count() const override { return changes_.size(); }
-  [[nodiscard]] std::string NameOf(std::size_t at) const override { return changes_[at].dn; }
-  [[nodiscard]] StoreStatus Read(std::size_t /*begin*/, std::size_t /*end*/) override { return {}; }
-  [[nodiscard]] Prepared PrepareOne(std::size_t at) override { return {.change = changes_[at]}; }
-  [[nodiscard]] bool IsFresh() const override { return false; }
-
- private:
-  std::span<const Change> changes_;
-};
-
 }  // namespace
 
 bool Tally::IsAllDone() const {
@@ -356,7 +349,7 @@ Tally RunChanges(ldap::IDirectoryStore& store, std::span<const std::string> name
 
 Tally RunChanges(ldap::IDirectoryStore& store, std::span<const Change> changes,
                  const RunOptions& options, const ResultSink& sink) {
-  KnownWork work(changes);
+  KnownWork work(store, changes, options.lists);
   return Run(store, work, options, sink).Do();
 }
 

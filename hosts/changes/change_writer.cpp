@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "hosts/changes/looked_up.h"
+#include "hosts/changes/whole_list.h"
 #include "hosts/ldap/as_made.h"
 #include "hosts/ldap/ldap_status.h"
 #include "hosts/ldap/name_key.h"
@@ -56,6 +57,9 @@ Result ChangeWriter::Write(Change change) {
   DropWhatChangesNothing(store_.schema(), change);
   if (change.kind == Change::Kind::kModify && change.attributes.empty()) {
     return {.dn = std::move(change.dn), .outcome = Outcome::kUnchanged};
+  }
+  if (NeedsLook(change)) {
+    if (std::optional<Result> obstacle = Obstacle(change)) return std::move(*obstacle);
   }
   IChangeLog::NoteId note = 0;
   if (StoreStatus noted = Note(change, note); !noted.Ok()) return NotDone(change.dn, noted);
@@ -198,9 +202,19 @@ std::optional<Result> ChangeWriter::Obstacle(Change& change) {
     }
     return Result{.dn = change.dn, .outcome = Outcome::kRefused, .message = status.text};
   }
+  return Judge(change, there);
+}
+
+bool ChangeWriter::NeedsLook(const Change& change) const {
+  return lists_ == Lists::kUntouched && HasWholeList(change);
+}
+
+std::optional<Result> ChangeWriter::Judge(Change& change, const ldap::Entry& there) const {
   Standing standing = StandingOf(store_.schema(), change, there, lists_);
   if (!standing.conflicts.empty()) return Refused(change.dn, std::move(standing.conflicts));
-  if (standing.rest.attributes.empty()) return unchanged;
+  if (standing.rest.attributes.empty()) {
+    return Result{.dn = change.dn, .outcome = Outcome::kUnchanged};
+  }
   change = std::move(standing.rest);
   return std::nullopt;
 }

@@ -14,7 +14,8 @@
 namespace pelora::changes {
 
 /// Writes changes, each guarded: what is sent says what was seen, and the directory refuses it when
-/// that is not there any more. Between a look and a write there is no gap, whoever else writes.
+/// that is not there any more. Between a look and a write there is no gap, whoever else writes: but
+/// for what somebody puts into a list while a change of it is taken back, which stays in it then.
 /// (A server that compares texts without case takes a text in other letters for the one that was
 /// seen.)
 ///
@@ -22,7 +23,8 @@ namespace pelora::changes {
 /// - everything is as wanted, by whoever: unchanged;
 /// - an attribute of one value is neither as seen nor as wanted: refused, with the conflicts;
 /// - of a list, what somebody else did already is taken off the change and the rest sent again, as
-///   long as nothing of it is in conflict (`Lists::kMerged`), or is a conflict (`kUntouched`);
+///   long as nothing of it is in conflict (`Lists::kMerged`), or is a conflict (`kUntouched`, which
+///   looks before it sends where all of a list is known);
 /// - everything is as it was seen: failed; the directory had another reason, and its words say so.
 ///
 /// A change that was sent and not answered is unknown and never sent again. It is looked up once,
@@ -45,6 +47,13 @@ class ChangeWriter {
   /// Looks at the object and tells what `Write` would; nothing is sent, and the log is told of what
   /// would be.
   [[nodiscard]] Result Rehearse(Change change);
+
+  /// Whether `Write` looks at the object before anything is sent: nobody is to have touched a list
+  /// of which all is known, which no request can ask for. Who sends by `Send` calls `Judge` first.
+  [[nodiscard]] bool NeedsLook(const Change& change) const;
+  /// What keeps a modification from being made of an object that is like this; takes off it what is
+  /// so already.
+  [[nodiscard]] std::optional<Result> Judge(Change& change, const ldap::Entry& there) const;
 
   /// Sends a change that changes something and has been noted.
   [[nodiscard]] ldap::StoreStatus Send(const Change& change);

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/changes/guarded_request.h"
 
+#include <iterator>
 #include <utility>
 
+#include "hosts/changes/whole_list.h"
 #include "hosts/ldap/entry_values.h"
 
 namespace pelora::changes {
@@ -23,6 +25,16 @@ ValueChange RestOfList(ldap::Syntax syntax, const ValueChange& value,
           .wanted = Without(syntax, put_in, there)};
 }
 
+/// The same with all that the list holds now, where that is known of the change.
+ValueChange InWhole(ldap::Syntax syntax, ValueChange rest, const AttributeValues& there) {
+  AttributeValues wanted = Without(syntax, there, rest.seen);
+  std::ranges::move(rest.wanted, std::back_inserter(wanted));
+  rest.seen = there;
+  rest.wanted = std::move(wanted);
+  rest.is_whole = true;
+  return rest;
+}
+
 /// How many values a list's change takes out and puts in.
 std::size_t SizeOf(ldap::Syntax syntax, const ValueChange& value) {
   return Without(syntax, value.seen, value.wanted).size() +
@@ -39,7 +51,26 @@ void StandList(ldap::Syntax syntax, const ValueChange& value, const AttributeVal
     return;
   }
   standing.is_less = standing.is_less || is_less;
-  if (left > 0) standing.rest.attributes.push_back(std::move(rest));
+  if (left == 0) return;
+  if (value.is_whole) rest = InWhole(syntax, std::move(rest), there);
+  standing.rest.attributes.push_back(std::move(rest));
+}
+
+/// For a list of which all is known, and that nobody is to have touched.
+void StandWholeList(ldap::Syntax syntax, const ValueChange& value, const AttributeValues& there,
+                    Standing& standing) {
+  switch (StandingOfWhole(syntax, value, there)) {
+    case ListStanding::kAsWanted:
+      standing.is_less = true;
+      return;
+    case ListStanding::kAsSeen:
+      standing.rest.attributes.push_back(value);
+      // A directory may want values spelled as it holds them.
+      CompleteList(syntax, there, standing.rest.attributes.back());
+      return;
+    case ListStanding::kTouched:
+      standing.conflicts.push_back({value.attribute, value.seen, value.wanted, there});
+  }
 }
 
 }  // namespace
@@ -65,7 +96,9 @@ Standing StandingOf(const ldap::Schema& schema, const Change& change, const ldap
   for (const ValueChange& value : change.attributes) {
     const ldap::Syntax syntax = SyntaxOf(schema, value.attribute);
     const AttributeValues& now = ldap::ValuesOf(there, value.attribute);
-    if (value.is_list) {
+    if (value.is_list && value.is_whole && lists == Lists::kUntouched) {
+      StandWholeList(syntax, value, now, standing);
+    } else if (value.is_list) {
       StandList(syntax, value, now, lists, standing);
     } else if (AreSameValues(syntax, now, value.wanted)) {
       standing.is_less = true;

@@ -22,7 +22,9 @@ enum class Lists : std::uint8_t {
   /// way.
   kMerged,
   /// It is a conflict: for taking a change back, of what nobody has touched since. An object that
-  /// is there as it was made is back already.
+  /// is there as it was made is back already. Of a list of which all is known
+  /// (`ValueChange::is_whole`) everything is a conflict that makes it neither as seen nor as
+  /// wanted.
   kUntouched,
 };
 

@@ -9,6 +9,7 @@
 #include "directory/ascii_case.h"
 #include "hosts/changes/ldif_changes.h"
 #include "hosts/changes/seen_mark.h"
+#include "hosts/changes/whole_list.h"
 #include "hosts/ldap/base64.h"
 #include "hosts/ldap/guid_name.h"
 #include "hosts/ldap/ldap_status.h"
@@ -29,6 +30,20 @@ struct Line {
 };
 
 constexpr std::string_view kEndOfModification = "-";
+
+/// What a line says; nothing when it gives no value.
+std::optional<Line> LineOf(std::string_view text) {
+  if (!ldap::IsLdifValue(text)) return std::nullopt;
+  const std::size_t colon = text.find(':');
+  std::string_view value = text.substr(colon + 1);
+  const bool is_encoded = value.starts_with(':');
+  if (is_encoded) value.remove_prefix(1);
+  value.remove_prefix(std::min(value.find_first_not_of(' '), value.size()));
+  std::optional<std::string> bytes =
+      is_encoded ? ldap::DecodeBase64(value) : std::optional<std::string>(value);
+  if (!bytes) return std::nullopt;
+  return Line{std::string(text.substr(0, colon)), std::move(*bytes)};
+}
 
 /// The lines of one record, from front to back.
 class Lines {
@@ -58,17 +73,7 @@ class Lines {
 
  private:
   [[nodiscard]] std::optional<Line> Peek() const {
-    if (IsAtEnd() || !ldap::IsLdifValue(lines_.front())) return std::nullopt;
-    const std::string_view text = lines_.front();
-    const std::size_t colon = text.find(':');
-    std::string_view value = text.substr(colon + 1);
-    const bool is_encoded = value.starts_with(':');
-    if (is_encoded) value.remove_prefix(1);
-    value.remove_prefix(std::min(value.find_first_not_of(' '), value.size()));
-    std::optional<std::string> bytes =
-        is_encoded ? ldap::DecodeBase64(value) : std::optional<std::string>(value);
-    if (!bytes) return std::nullopt;
-    return Line{std::string(text.substr(0, colon)), std::move(*bytes)};
+    return IsAtEnd() ? std::nullopt : LineOf(lines_.front());
   }
 
   std::span<const std::string> lines_;
@@ -111,6 +116,7 @@ class RecordReader {
       if (!operation) return kNoLdif;
       if (Refusal refusal = ReadModification(*operation, lines)) return refusal;
     }
+    ReadHeld();
     return {};
   }
 
@@ -194,19 +200,37 @@ class RecordReader {
     return control.starts_with(identifier) && control.substr(identifier.size()) == kIsCritical;
   }
 
+  /// What our own comments say.
+  [[nodiscard]] std::vector<Line> Marks() const {
+    constexpr std::string_view kMark = kSeenMark.substr(1);
+    std::vector<Line> marks;
+    for (const std::string& comment : comments_) {
+      if (!comment.starts_with(kMark)) continue;
+      std::optional<Line> line = LineOf(std::string_view(comment).substr(kMark.size()));
+      if (line) marks.push_back(std::move(*line));
+    }
+    return marks;
+  }
+
   /// What says which object is meant.
   void ReadSeen() {
-    for (const std::string& comment : comments_) {
-      std::string_view line = comment;
-      constexpr std::string_view kMark = kSeenMark.substr(1);
-      const std::size_t colons = line.find(":: ");
-      if (!line.starts_with(kMark) || colons == std::string_view::npos) continue;
-      const std::string name(line.substr(kMark.size(), colons - kMark.size()));
-      std::optional<std::string> value = ldap::DecodeBase64(line.substr(colons + 3));
-      if (!value) continue;
-      ValueChange* seen = change_.Find(name);
-      if (seen == nullptr) seen = &Append(name);
-      seen->seen.push_back(std::move(*value));
+    for (Line& mark : Marks()) {
+      ValueChange* seen = change_.Find(mark.name);
+      if (seen == nullptr) seen = &Append(mark.name);
+      seen->seen.push_back(std::move(mark.value));
+    }
+  }
+
+  /// What the lists hold, of those that say so.
+  void ReadHeld() {
+    for (ValueChange& value : change_.attributes) {
+      AttributeValues held;
+      for (Line& mark : Marks()) {
+        if (!value.is_list || !mark.Is(value.attribute)) continue;
+        value.is_whole = true;
+        if (!mark.value.empty()) held.push_back(std::move(mark.value));
+      }
+      if (value.is_whole) CompleteList(SyntaxOf(schema_, value.attribute), held, value);
     }
   }
 

@@ -57,6 +57,19 @@ void AppendHead(const std::string& dn, std::string_view kind, std::string& text,
   AppendValue("changetype", kind, text);
 }
 
+/// Says what lists hold, for our own reader.
+void AppendHeld(const Change& change, std::string& text) {
+  for (const ValueChange& value : change.attributes) {
+    if (!value.is_list || !value.is_whole) continue;
+    const std::string begin = std::string(kSeenMark) + value.attribute + ":";
+    if (value.seen.empty()) text += begin + '\n';
+    for (const std::string& held : value.seen) {
+      // Not folded: a reader of comments has the first line of each.
+      text += begin + (IsPlain(held) ? " " + held : ": " + ldap::EncodeBase64(held)) + '\n';
+    }
+  }
+}
+
 /// Says which object is meant, for our own reader: tools go by its name.
 void AppendSeen(const Change& change, std::string& text) {
   for (const ValueChange& value : change.attributes) {
@@ -76,10 +89,12 @@ void AppendModification(const ldap::Modification& modification, std::string& tex
   text += "-\n";
 }
 
-void AppendModify(const ldap::Schema& schema, const Change& change, std::string& text) {
+void AppendModify(const ldap::Schema& schema, const Change& change, Lists lists,
+                  std::string& text) {
   const std::vector<ldap::Modification> request = GuardedRequest(schema, change);
   if (request.empty()) return;
   AppendHead(change.dn, "modify", text);
+  if (lists == Lists::kUntouched) AppendHeld(change, text);
   for (const ldap::Modification& modification : request) AppendModification(modification, text);
   text += '\n';
 }
@@ -152,11 +167,11 @@ void AppendRestore(const Change& change, std::string& text) {
 
 }  // namespace
 
-std::string ToLdif(const ldap::Schema& schema, const Change& change) {
+std::string ToLdif(const ldap::Schema& schema, const Change& change, Lists lists) {
   std::string text;
   switch (change.kind) {
     case Change::Kind::kModify:
-      AppendModify(schema, change, text);
+      AppendModify(schema, change, lists, text);
       break;
     case Change::Kind::kAdd:
       AppendAdd(change, text);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "hosts/changes/change.h"
+#include "hosts/changes/guarded_request.h"
 #include "hosts/ldap/directory_store.h"
 #include "hosts/ldap/schema.h"
 
@@ -24,7 +25,12 @@ namespace pelora::changes {
 /// For an object that gets another name or goes whatever it has become, the tools go by its name;
 /// what says which object is meant stands in comments, "# only if objectGUID:: ...", that
 /// `ReadChanges` reads. What the directory keeps comes back by its `objectGUID`.
-[[nodiscard]] std::string ToLdif(const ldap::Schema& schema, const Change& change);
+///
+/// With `Lists::kUntouched` such comments also say what a list holds of which all is known, a line
+/// for each value and one without a value for an empty list: the tools cannot ask whether it holds
+/// anything else.
+[[nodiscard]] std::string ToLdif(const ldap::Schema& schema, const Change& change,
+                                 Lists lists = Lists::kMerged);
 
 /// Reads changes back, in the text's order. `schema` says which attributes are lists.
 ///

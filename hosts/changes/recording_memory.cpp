@@ -277,6 +277,7 @@ ValueChange RecordingMemory::ChangeOf(const Object& object,
   ValueChange change{.attribute = schema_.SpellingOf(staged.attribute)};
   const std::optional<ldap::AttributeType> type = schema_.Find(staged.attribute);
   change.is_list = type && !type->is_single_valued;
+  change.is_whole = change.is_list;
   change.seen = SeenOf(object, staged.attribute);
   change.wanted = Wanted(SyntaxOf(schema_, staged.attribute), staged, change.seen);
   return change;

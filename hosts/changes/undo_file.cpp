@@ -134,7 +134,7 @@ StoreStatus UndoFile::Note(std::span<const Change> changes, NoteId& first) {
   NoteId number = next_;
   for (const Change& change : changes) {
     text += std::string(kChangeMark) + std::to_string(number++) + '\n';
-    for (const Change& undo : UndosOf(change)) text += ToLdif(schema_, undo);
+    for (const Change& undo : UndosOf(change)) text += ToLdif(schema_, undo, Lists::kUntouched);
     text += '\n';
   }
   StoreStatus status = Append(text);

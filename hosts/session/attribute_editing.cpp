@@ -175,7 +175,8 @@ bool WriteAttribute(const AttributeWriting& with, const std::string& dn,
                     .attributes = {{.attribute = seen.attribute,
                                     .is_list = seen.is_list,
                                     .seen = seen.values,
-                                    .wanted = std::move(wanted)}}});
+                                    .wanted = std::move(wanted),
+                                    .is_whole = seen.is_list}}});
   const FieldBook book;
   SheetCommit commit({.store = with.store,
                       .errands = with.errands,

@@ -39,7 +39,7 @@ ObjectMark MarkOf(const ldap::Entry& entry, ObjectIcon icon) {
 std::string NameOf(const ldap::Entry& entry, ObjectIcon icon) {
   if (icon == ObjectIcon::kDomain) return AsFolder(entry.dn);
   std::string name = ldap::FirstValue(entry, "name");
-  return name.empty() ? entry.dn : name;
+  return name.empty() ? OwnNameOf(entry.dn) : name;
 }
 
 /// What the directory itself can leave out: a container may hold many thousand objects.

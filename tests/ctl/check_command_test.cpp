@@ -10,6 +10,7 @@ namespace pelora::testing {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
@@ -141,6 +142,8 @@ TEST_F(CheckCommand, ADryRunPrintsTheLdifAndHasTheCodeOfTheRealOne) {
                                "--rule", "feature-conflict"});
   EXPECT_EQ(both.code, 1);
   EXPECT_THAT(both.errors, HasSubstr("feature-conflict\t"));
+  EXPECT_THAT(both.errors, EndsWith("\n1 changed, 0 unchanged, 0 refused, 0 failed, 0 unknown, "
+                                    "0 skipped\n"));
   EXPECT_THAT(both.output, Not(HasSubstr("feature-conflict")));
 
   // What was printed does the same with the tool of the file.
@@ -161,6 +164,20 @@ TEST_F(CheckCommand, WhatWasMendedCanBeTakenBack) {
   EXPECT_EQ(Ctl({"undo", File("undo.ldif")}).code, 0);
   EXPECT_EQ(Dump(), before);
   EXPECT_EQ(Ctl({"check", "--fix", "--undo-file", File("undo.ldif")}).code, 2);
+}
+
+TEST_F(CheckCommand, AListThatSomebodyTouchedSinceItWasMendedIsNotTakenBack) {
+  const std::string address = Stored(kTom, "mail");
+  Put(kTom, "otherMailbox", {"a@b.example", address});
+  ASSERT_EQ(
+      Ctl({"check", "--fix", "--rule", "default-in-others", "--undo-file", File("undo")}).code, 0);
+  Put(kTom, "otherMailbox", {"a@b.example", "theirs@b.example"});
+  const ProgramRun run = Ctl({"undo", File("undo")});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_THAT(run.output, HasSubstr(std::string("refused\t") + kTom));
+  Put(kTom, "otherMailbox", {"a@b.example"});
+  EXPECT_EQ(Ctl({"undo", File("undo")}).code, 0);
+  EXPECT_THAT(Stored(kTom, "otherMailbox"), HasSubstr(address));
 }
 
 TEST_F(CheckCommand, WhatCannotBeTakenOutOnTheTabIsLeft) {

@@ -83,6 +83,22 @@ TEST_F(ListTest, TheTableForAPersonLeavesTheNameInTheDirectoryOut) {
   // Signs of East Asia take two columns each.
   EXPECT_THAT(run.output, HasSubstr("\nΓιώργος Νικολαΐδης  user"));
   EXPECT_THAT(run.output, HasSubstr("\n林田 美咲           user"));
+  // Marks take none, where they stand by themselves.
+  ASSERT_EQ(Ctl({"new", "contact", "Zoe\xCC\x88 \xE2\x98\x95", "--in", kUnit}).code, 0);
+  const ProgramRun marks = Ctl({"list", "contact", "--all", "--columns", "name,class"});
+  EXPECT_THAT(marks.output, HasSubstr("\nZoe\xCC\x88 \xE2\x98\x95                 contact"));
+}
+
+TEST_F(ListTest, AnObjectThatNobodyGaveANameHasItsOwn) {
+  const ProgramRun added =
+      RunProgram({"/usr/bin/ldbmodify", "-H", File("company.ldb"),
+                  Write("add", "dn: CN=Lee\\, Ann," + std::string(kUnit) +
+                                   "\nchangetype: add\nobjectClass: contact\ncn: Lee, Ann\n")},
+                 {{"PATH", "/usr/bin"}});
+  ASSERT_EQ(added.code, 0) << added.errors;
+  const ProgramRun run =
+      Ctl({"list", "contact", "--all", "--csv", "--columns", "name,mail", "--filter", "(cn=Lee*)"});
+  EXPECT_THAT(run.output, HasSubstr("\n\"Lee, Ann\","));
 }
 
 TEST_F(ListTest, ABaseCountsItself) {

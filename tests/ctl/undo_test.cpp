@@ -88,6 +88,48 @@ TEST_F(UndoTest, WhatSomebodyChangedSinceIsLeftAlone) {
   EXPECT_EQ(Fields("k.boettger").at("peloraQuotaHard"), 4000);
 }
 
+TEST_F(UndoTest, AListToWhichSomebodyAddedSinceIsLeftAlone) {
+  const auto tool = [this](const std::string& change) {
+    return RunProgram(
+               {"/usr/bin/ldbmodify", "-H", File("company.ldb"),
+                Write("change", std::string("dn: ") + kTom + "\nchangetype: modify\n" + change)},
+               {{"PATH", "/usr/bin"}})
+        .code;
+  };
+  ASSERT_EQ(Ctl({"set", "t.richter", "otherMailbox=a@b.example;b@b.example"}).code, 0);
+  const std::string before = Dump();
+  ASSERT_EQ(
+      Ctl({"set", "t.richter", "otherMailbox+=mine@b.example", "otherMailbox-=a@b.example",
+           "feature.imap=enabled", "peloraSendAsPrivilege+=h.oender", "--undo-file", File("undo")})
+          .code,
+      0);
+  ASSERT_EQ(tool("add: otherMailbox\notherMailbox: theirs@b.example\n"), 0);
+  const std::string since = Dump();
+  for (const bool is_dry_run : {true, false}) {
+    std::vector<std::string> arguments = {"undo", File("undo")};
+    if (is_dry_run) arguments.emplace_back("--dry-run");
+    const ProgramRun run = Ctl(arguments);
+    EXPECT_EQ(run.code, 1);
+    const std::string& lines = is_dry_run ? run.errors : run.output;
+    EXPECT_THAT(lines, StartsWith("refused\t"));
+    EXPECT_THAT(lines, HasSubstr("is b@b.example; mine@b.example; theirs@b.example now"));
+    EXPECT_EQ(Dump(), since);
+  }
+  // In another order, and in other letters, it is the same list.
+  ASSERT_EQ(tool("replace: otherMailbox\notherMailbox: B@b.example\notherMailbox: "
+                 "mine@b.example\n"),
+            0);
+  const ProgramRun undone = Ctl({"undo", File("undo")});
+  EXPECT_EQ(undone.code, 0) << undone.output;
+  EXPECT_THAT(undone.output, StartsWith("changed\t"));
+  EXPECT_EQ(Stored(kTom, "otherMailbox"), "B@b.example\na@b.example");
+  EXPECT_THAT(Ctl({"undo", File("undo")}).output, StartsWith("unchanged\t"));
+  ASSERT_EQ(tool("replace: otherMailbox\notherMailbox: a@b.example\notherMailbox: "
+                 "b@b.example\n"),
+            0);
+  EXPECT_EQ(Dump(), before);
+}
+
 TEST_F(UndoTest, ObjectsThatWereMadeAreDeletedWhileTheyAreAsTheyWereMade) {
   const std::string dn = std::string("CN=Ada Larsen,") + kUnit;
   ASSERT_EQ(Ctl({"new", "--undo-file", File("undo"), "contact", "Ada Larsen", "--in", kUnit}).code,

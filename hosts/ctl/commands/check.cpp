@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <set>
+#include <span>
+#include <string>
+#include <vector>
 
 #include "hosts/changes/change_runner.h"
+#include "hosts/changes/whole_list.h"
 #include "hosts/ctl/commands/commands.h"
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/results/finding_text.h"
@@ -55,11 +59,32 @@ class FindingPrint {
   std::size_t count_ = 0;
 };
 
+/// Reads what the lists hold of which the mends name what goes: taking back needs all of it.
+void CompleteLists(ldap::IDirectoryStore& store, std::span<changes::Change> mends) {
+  std::vector<std::string> names;
+  std::set<std::string> attributes;
+  for (const changes::Change& mend : mends) {
+    names.push_back(mend.dn);
+    for (const changes::ValueChange& value : mend.attributes) attributes.insert(value.attribute);
+  }
+  std::size_t at = 0;
+  // What cannot be read now is told when it is mended.
+  static_cast<void>(store.ReadMany(names,
+                                   std::vector<std::string>(attributes.begin(), attributes.end()),
+                                   [&](const ldap::StoreStatus& read, const ldap::Entry& entry) {
+                                     changes::Change& mend = mends[at++];
+                                     if (read.Ok())
+                                       changes::CompleteLists(store.schema(), entry, mend);
+                                     return true;
+                                   }));
+}
+
 /// Mends what can be, tells what became of it, and then what is left.
 int Fix(const CommandLine& line, Program& program, Workplace& workplace) {
   std::vector<Finding> findings;
   Check(line, workplace, [&findings](Finding finding) { findings.push_back(std::move(finding)); });
-  const std::vector<changes::Change> mends = session::MendsOf(findings);
+  std::vector<changes::Change> mends = session::MendsOf(findings);
+  if (line.undo_file) CompleteLists(workplace.store(), mends);
   WriteRun run(line, program, *workplace.session, mends.size());
   std::set<std::string> mended;
   changes::RunChanges(workplace.store(), mends, run.Options(),
@@ -67,11 +92,13 @@ int Fix(const CommandLine& line, Program& program, Workplace& workplace) {
                         run.results().Take(result);
                         if (result.IsDone()) mended.insert(result.dn);
                       });
-  const int result_code = run.results().Finish();
+  run.results().ClearProgress();
   FindingPrint print(line, program);
   for (const Finding& finding : findings) {
     if (!finding.mend || !mended.contains(finding.dn)) print.Print(finding);
   }
+  // The counts are the last that is said, also where all of this goes to standard error.
+  const int result_code = run.results().Finish();
   return result_code == kExitInterrupted ? result_code : print.ExitCode();
 }
 

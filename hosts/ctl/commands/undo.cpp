@@ -58,7 +58,9 @@ const Command& UndoCommand() {
       .name = "undo",
       .synopsis = "FILE",
       .summary = "Take back what a command with --undo-file FILE did",
-      .description = "Objects that somebody changed since, in the same attributes, are left alone.",
+      .description =
+          "Objects that somebody changed since, in the same attributes, are left alone; a list is\n"
+          "changed when anything was put in or taken out.",
       .options = {WriteOptions()},
       .run = &RunUndo};
   return kCommand;

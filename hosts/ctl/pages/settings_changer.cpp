@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "directory/ascii_case.h"
+#include "hosts/changes/whole_list.h"
 #include "hosts/ctl/ctl_error.h"
 #include "hosts/ctl/fields/fields.h"
 #include "hosts/ctl/pages/fulfil_wishes.h"
@@ -228,6 +229,7 @@ changes::Change SettingsChanger::TakeChange(const ldap::Entry& entry,
   for (const Wish& wish : wishes) {
     for (const std::string& value : wish.hidden_removals) TakeOutHidden(wish, value, change);
   }
+  changes::CompleteLists(session_.store->schema(), entry, change);
   CheckChoices(entry, change, wishes);
   return change;
 }

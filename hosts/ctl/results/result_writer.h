@@ -21,13 +21,14 @@ class ResultWriter {
   ResultWriter(const CommandLine& line, Program& program, std::size_t count);
 
   void Take(const changes::Result& result);
+  /// Makes room on the terminal for who prints something else.
+  void ClearProgress();
   /// Prints the sums, and gives the exit code.
   [[nodiscard]] int Finish();
 
  private:
   void Report(const std::string& line);
   void ShowProgress();
-  void ClearProgress();
 
   Program& program_;
   bool is_json_;

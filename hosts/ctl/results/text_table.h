@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "hosts/ctl/results/output.h"
+#include "hosts/ctl/results/terminal_columns.h"
 
 namespace pelora::ctl {
 
@@ -20,6 +21,7 @@ class TextTable {
   void Print(Output& output, const std::string& indent = {}) const;
 
  private:
+  TerminalColumns columns_;
   std::vector<std::vector<std::string>> rows_;
   std::vector<std::size_t> widths_;
 };

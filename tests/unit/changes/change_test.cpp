@@ -6,6 +6,7 @@
 
 #include "hosts/changes/guarded_request.h"
 #include "hosts/changes/result.h"
+#include "hosts/changes/whole_list.h"
 #include "hosts/ldap/ldap_status.h"
 
 namespace pelora::changes {
@@ -124,6 +125,51 @@ TEST_F(ChangeTest, WhatIsAsItWasSeenIsLeftWhole) {
       {{"text", {"a"}}, {"texts", {"x"}}});
   EXPECT_FALSE(standing.is_less);
   EXPECT_THAT(standing.rest.attributes, SizeIs(2));
+}
+
+TEST_F(ChangeTest, AListOfWhichAllIsKnownIsAsSeenAsWantedOrTouched) {
+  const auto standing = [this](const AttributeValues& there, const AttributeValues& seen,
+                               const AttributeValues& wanted) {
+    const Standing now =
+        StandingOf(schema_, {.dn = "CN=a", .attributes = {{"texts", true, seen, wanted, true}}},
+                   {.dn = "CN=a", .attributes = {{"texts", there}}}, Lists::kUntouched);
+    if (!now.conflicts.empty()) return std::string("touched");
+    if (now.rest.attributes.empty()) return std::string("as wanted");
+    std::string sent;
+    for (const std::string& line : Sent(now.rest.attributes)) sent += line + "; ";
+    return sent;
+  };
+  EXPECT_EQ(standing({"c", "a", "b"}, {"a", "b", "c"}, {"a"}), "delete texts: c b; ");
+  EXPECT_EQ(standing({"a"}, {"a", "b"}, {"a"}), "as wanted");
+  EXPECT_EQ(standing({"a", "b", "x"}, {"a", "b"}, {"a"}), "touched");
+  EXPECT_EQ(standing({"b"}, {"a", "b"}, {"a"}), "touched");
+  EXPECT_EQ(standing({"a", "x"}, {"a", "b"}, {"a"}), "touched");
+  EXPECT_EQ(standing({}, {"a"}, {"a", "b"}), "touched");
+  EXPECT_EQ(standing({}, {}, {"a"}), "add texts: a; ");
+  EXPECT_EQ(standing({"x"}, {}, {"a"}), "touched");
+  EXPECT_EQ(standing({"a"}, {"a"}, {}), "delete texts: a; ");
+  // As the directory compares: what goes is spelled as it is there.
+  EXPECT_EQ(standing({"B", "A"}, {"a", "b"}, {"a"}), "delete texts: B; ");
+  EXPECT_EQ(standing({"A"}, {"a", "b"}, {"a"}), "as wanted");
+  EXPECT_EQ(standing({"A"}, {"A"}, {"a"}), "delete texts: A; add texts: a; ");
+}
+
+TEST_F(ChangeTest, WhatIsLeftOfAWholeListsChangeIsWhole) {
+  const Standing standing = StandingNow({{"texts", true, {"a", "b"}, {"a", "c", "d"}, true}},
+                                        {{"texts", {"a", "b", "d", "theirs"}}});
+  ASSERT_THAT(standing.rest.attributes, SizeIs(1));
+  const ValueChange& rest = standing.rest.attributes.front();
+  EXPECT_TRUE(rest.is_whole);
+  EXPECT_THAT(rest.seen, ElementsAre("a", "b", "d", "theirs"));
+  EXPECT_THAT(rest.wanted, ElementsAre("a", "d", "theirs", "c"));
+}
+
+TEST_F(ChangeTest, AListsChangeIsCompletedByWhatIsThere) {
+  Change change{.dn = "CN=a", .attributes = {{"texts", true, {"b", "gone"}, {"c"}}}};
+  CompleteLists(schema_, {.dn = "CN=a", .attributes = {{"texts", {"a", "B"}}}}, change);
+  EXPECT_TRUE(HasWholeList(change));
+  EXPECT_THAT(change.attributes.front().seen, ElementsAre("a", "B", "gone"));
+  EXPECT_THAT(change.attributes.front().wanted, ElementsAre("a", "c"));
 }
 
 TEST_F(ChangeTest, TheUndoExchangesWhatWasSeenAndWhatIsWanted) {

@@ -58,6 +58,40 @@ std::string Refusal(const std::string& text) {
   return status.text;
 }
 
+TEST(LdifChanges, WhatAListHoldsStandsInComments) {
+  const Change change{
+      .dn = "CN=Ada,DC=x",
+      .attributes = {{"mails", true, {"b@x", "c@x", "\xC3\xA4@x"}, {"c@x", "\xC3\xA4@x"}, true},
+                     {"number", false, {}, {"2"}}}};
+  const std::string text = ToLdif(kSchema, change, Lists::kUntouched);
+  EXPECT_EQ(text,
+            "dn: CN=Ada,DC=x\n"
+            "changetype: modify\n"
+            "# only if mails: b@x\n"
+            "# only if mails: c@x\n"
+            "# only if mails:: w6RAeA==\n"
+            "delete: mails\n"
+            "mails: b@x\n"
+            "-\n"
+            "add: number\n"
+            "number: 2\n"
+            "-\n"
+            "\n");
+  const std::vector<Change> read = ReadBack(text);
+  EXPECT_EQ(ToText(read), ToText({change}));
+  EXPECT_TRUE(read.at(0).attributes.at(0).is_whole);
+  EXPECT_FALSE(read.at(0).attributes.at(1).is_whole);
+  const Change empty{.dn = "CN=Ada,DC=x", .attributes = {{"mails", true, {}, {"a@x"}, true}}};
+  const std::string of_empty = ToLdif(kSchema, empty, Lists::kUntouched);
+  EXPECT_THAT(of_empty, HasSubstr("\n# only if mails:\n"));
+  const std::vector<Change> read_empty = ReadBack(of_empty);
+  EXPECT_EQ(ToText(read_empty), ToText({empty}));
+  EXPECT_TRUE(read_empty.at(0).attributes.at(0).is_whole);
+  // What is sent is not what is asked of a list.
+  EXPECT_EQ(ToLdif(kSchema, empty).find('#'), std::string::npos);
+  EXPECT_FALSE(ReadBack(ToLdif(kSchema, empty)).at(0).attributes.at(0).is_whole);
+}
+
 TEST(LdifChanges, AModificationCarriesItsGuard) {
   EXPECT_EQ(ToLdif(kSchema, {.dn = "CN=Ada,DC=x",
                              .attributes = {{"number", false, {"1"}, {"2"}},

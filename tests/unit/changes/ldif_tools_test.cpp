@@ -19,7 +19,8 @@ class LdifToolsTest : public ChangesBench {
   /// Lets the tool apply changes to the file; whether it did.
   bool ApplyByTool(const std::vector<Change>& changes) {
     std::string text;
-    for (const Change& change : changes) text += ToLdif(store_->schema(), change);
+    for (const Change& change : changes)
+      text += ToLdif(store_->schema(), change, Lists::kUntouched);
     ldap::WriteFile(File("changes.ldif"), text);
     const std::string command = "ldbmodify -H '" + path() + "' '" + File("changes.ldif") + "' > '" +
                                 File("said") + "' 2>&1";
@@ -38,7 +39,8 @@ TEST_F(LdifToolsTest, TheToolDoesTheSame) {
   Store("otherMailbox", {"a@x", "b@x"});
   const std::string text(400, 'x');
   Change change = MakeChange(kUser, {"peloraQuotaHard", false, {"100"}, {"200"}});
-  change.attributes.push_back({"otherMailbox", true, {"a@x", "b@x"}, {"b@x", "Müller <c@x>"}});
+  change.attributes.push_back(
+      {"otherMailbox", true, {"a@x", "b@x"}, {"b@x", "Müller <c@x>"}, true});
   change.attributes.push_back(
       {"peloraUserServer", false, Stored("peloraUserServer"), {" " + text}});
   EXPECT_TRUE(ApplyByTool({change})) << said_;

@@ -185,6 +185,100 @@ TEST_F(UndoFileTest, AListOfWhichSomebodyChangedThatSinceIsLeftAlone) {
   }
 }
 
+TEST_F(UndoFileTest, AListThatSomebodyTouchedSinceIsLeftAloneWhereAllOfItIsKnown) {
+  Store("otherMailbox", {"a@x", "b@x"});
+  {
+    const std::unique_ptr<UndoFile> file = Make();
+    RunAll({MakeChange(kUser, {"otherMailbox", true, {"a@x", "b@x"}, {"b@x", "c@x"}, true})},
+           file.get());
+  }
+  const std::vector<Change> undo = ReadUndo();
+  const auto run = [&](const RunOptions& options) {
+    interrupted_.writes = 0;
+    std::string text;
+    RunChanges(interrupted_, undo, options, [&](std::size_t, const Result& result) {
+      text = std::string(WordOf(result.outcome)) + " " + result.message;
+    });
+    return text;
+  };
+  for (const bool stops_at_first : {false, true}) {
+    for (const bool is_rehearsal : {true, false}) {
+      MemoryLog log;
+      const RunOptions options{.stops_at_first = stops_at_first,
+                               .is_rehearsal = is_rehearsal,
+                               .lists = Lists::kUntouched,
+                               .log = &log};
+      Store("otherMailbox", {"b@x", "c@x", "theirs@x"});
+      EXPECT_EQ(
+          run(options),
+          "refused otherMailbox was b@x; c@x when it was read, is b@x; c@x; theirs@x now, and "
+          "was to become b@x; a@x");
+      Store("otherMailbox", {"a@x", "b@x", "theirs@x"});
+      EXPECT_THAT(run(options), HasSubstr("refused"));
+      Store("otherMailbox", {"b@x", "a@x"});
+      EXPECT_EQ(run(options), "unchanged ");
+      EXPECT_EQ(interrupted_.writes, 0U);
+      EXPECT_THAT(log.notes, IsEmpty());
+      Store("otherMailbox", {"C@x", "b@x"});
+      EXPECT_EQ(run(options), "changed ");
+      ASSERT_THAT(log.notes, SizeIs(1));
+      EXPECT_THAT(Stored("otherMailbox"),
+                  is_rehearsal ? ElementsAre("C@x", "b@x") : ElementsAre("a@x", "b@x"));
+    }
+  }
+}
+
+TEST_F(UndoFileTest, ListsThatWereChangedTwiceAreTakenBackOneAfterTheOther) {
+  Store("otherMailbox", {"a@x"});
+  const std::string dn = "CN=Made," + std::string(kBase);
+  const std::vector<Change> changes = {
+      MakeChange(kUser, {"otherMailbox", true, {"a@x"}, {"a@x", "b@x"}, true}),
+      {.kind = Change::Kind::kAdd,
+       .dn = dn,
+       .attributes = {{"objectClass", true, {}, {"contact"}}}},
+      MakeChange(dn, {"otherMailbox", true, {}, {"m@x"}, true}),
+      MakeChange(kUser, {"otherMailbox", true, {"a@x", "b@x"}, {"b@x", "c@x"}, true}),
+      MakeChange(kUser, {"otherMailbox", true, {"b@x", "c@x"}, {"c@x", "d@x"}, true}),
+  };
+  {
+    const std::unique_ptr<UndoFile> file = Make();
+    RunAll(changes, file.get());
+  }
+  const std::vector<Change> undo = ReadUndo();
+  interrupted_.fetches_ahead = 8;
+  {
+    words_.clear();
+    MemoryLog log;
+    RunChanges(interrupted_, undo, {.lists = Lists::kUntouched, .log = &log},
+               [&](std::size_t, const Result& result) {
+                 words_.emplace_back(WordOf(result.outcome));
+                 EXPECT_EQ(result.message, "");
+               });
+    EXPECT_THAT(log.notes, SizeIs(5));
+    EXPECT_THAT(log.withdrawn, IsEmpty());
+  }
+  EXPECT_THAT(words_, ElementsAre("changed", "changed", "changed", "changed", "changed"));
+  EXPECT_THAT(Stored("otherMailbox"), ElementsAre("a@x"));
+  Entry entry;
+  EXPECT_EQ(store_->Read(dn, {}, entry).code, ldap::kLdapNoSuchObject);
+}
+
+TEST_F(UndoFileTest, AListThatCannotBeLookedAtIsNotTakenBack) {
+  Store("otherMailbox", {"b@x"});
+  const Change undo = MakeChange(kUser, {"otherMailbox", true, {"b@x"}, {"a@x"}, true});
+  const std::vector<Change> several = {
+      undo, MakeChange("CN=Next," + std::string(kBase), undo.attributes.front())};
+  interrupted_.before_read = [] { return StoreStatus{ldap::kLdapServerDown, "no connection"}; };
+  words_.clear();
+  RunChanges(interrupted_, several, {.lists = Lists::kUntouched},
+             [&](std::size_t, const Result& result) {
+               words_.emplace_back(std::string(WordOf(result.outcome)) + " " + result.message);
+             });
+  EXPECT_THAT(words_, ElementsAre("failed no connection", "skipped "));
+  EXPECT_EQ(interrupted_.writes, 0U);
+  EXPECT_THAT(Stored("otherMailbox"), ElementsAre("b@x"));
+}
+
 TEST_F(UndoFileTest, ARehearsalLooksAtWhatIsThere) {
   Store("peloraQuotaHard", {"2"});
   const std::string dn = "CN=Made," + std::string(kBase);
