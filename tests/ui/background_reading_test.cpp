@@ -116,7 +116,7 @@ TEST_F(BackgroundReading, ObjectsAppearWhileTheRestIsBeingRead) {
     return ldap::StoreStatus{};
   });
   ASSERT_TRUE(WaitForRows(1));
-  EXPECT_THAT(Status(), HasSubstr("1 objects, reading..."));
+  EXPECT_THAT(Status(), HasSubstr("1 object, reading..."));
   EXPECT_TRUE(Action("&Stop").isEnabled());
   gate_.release();
   ASSERT_TRUE(WaitForEnd());
@@ -137,7 +137,7 @@ TEST_F(BackgroundReading, AStoppedReadingKeepsWhatArrivedAndSaysThatItIsNotAll) 
   ASSERT_TRUE(WaitForRows(1));
   Action("&Stop").trigger();
   ASSERT_TRUE(WaitForEnd()) << "the store still waits at its gate";
-  EXPECT_THAT(Status(), HasSubstr("1 objects, stopped before the end"));
+  EXPECT_THAT(Status(), HasSubstr("1 object, stopped before the end"));
   gate_.release();
   EXPECT_TRUE(QTest::qWaitFor([&] { return told_to_end.load(); }, kPatience));
   QCoreApplication::processEvents();
@@ -230,7 +230,7 @@ TEST_F(BackgroundReading, AFailedListingIsToldAndReadAgainOverANewConnection) {
   });
   ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }, kPatience));
   EXPECT_EQ(told, "The contents of x cannot be read. the server is gone");
-  EXPECT_THAT(Status(), HasSubstr("1 objects, the rest cannot be read"));
+  EXPECT_THAT(Status(), HasSubstr("1 object, the rest cannot be read"));
   const int opened = opened_;
   fails = false;
   Action("&Refresh").trigger();
@@ -268,7 +268,7 @@ TEST_F(BackgroundReading, ALimitOfTheDirectorysIsTold) {
   });
   ASSERT_TRUE(WaitForEnd());
   EXPECT_THAT(Names(), ElementsAre("Ada"));
-  EXPECT_THAT(Status(), HasSubstr("1 objects, the directory gives no more"));
+  EXPECT_THAT(Status(), HasSubstr("1 object, the directory gives no more"));
 }
 
 TEST_F(BackgroundReading, ObjectsForAnAdvancedViewAreShownOnDemand) {

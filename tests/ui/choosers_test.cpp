@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The console's choosers in front of a person, and what the extension gets of a choice.
-#include <gmock/gmock.h>
+// What the console's choosers find, and what can be chosen of it.
+#include "tests/ui/choosers_test.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -8,17 +8,7 @@
 #include <algorithm>
 #include <semaphore>
 
-#include "directory/select_ad_object.h"
-#include "directory/selection_reader.h"
-#include "hosts/console/choosers/qt_choosers.h"
-#include "hosts/console/dialogs/message_box.h"
-#include "hosts/console/program/console_platform.h"
-#include "hosts/console/sheets/make_property_sheet.h"
 #include "hosts/console/text/qt_text.h"
-#include "hosts/session/own_pages/own_pages.h"
-#include "resources/resource.h"
-#include "tests/ui/chooser_user.h"
-#include "tests/ui/console_test.h"
 #include "tests/ui/scripted_store.h"
 
 namespace pelora::test {
@@ -31,51 +21,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
-
-constexpr HRESULT kCancelled = E_INVALIDARG;
-const std::string kHelga =
-    "CN=Helga Önder,OU=IT,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
-
-class ChoosersTest : public ConsoleTest {
- protected:
-  /// What is to be done in the next chooser.
-  void Play(std::function<void(ChooserUser&)> script) {
-    modal_scripts().Add([script = std::move(script)](QWidget& window) {
-      ChooserUser user(window);
-      // The desktop of the tests activates no window by itself.
-      contract::Activate(window);
-      script(user);
-    });
-  }
-  /// As above, once everything there is has been found.
-  void PlaySearched(std::function<void(ChooserUser&)> script) {
-    Play([script = std::move(script)](ChooserUser& user) {
-      user.WaitForSearch();
-      script(user);
-    });
-  }
-
-  HRESULT PickUsers(SelectionMode mode = SelectionMode::kMultiple) {
-    return chooser_.SelectUsers(nullptr, names_, mode);
-  }
-
-  console::SheetResult MakeSheetOfRolf() {
-    return console::MakePropertySheet(
-        Objects({kRolf}), {},
-        {.store = *session().store, .platform = platform_.platform(), .templates = templates_},
-        nullptr);
-  }
-
-  resources::ResourceFile templates_ = session::WithOwnPages(module()).value.value();
-  QtChoosers choosers_{*session().store,
-                       session().open_another,
-                       // Long enough that Enter alone begins a search.
-                       {.limit = 1000, .typing_pause = std::chrono::minutes(10)}};
-  console::QtMessageBox message_box_;
-  console::ConsolePlatform platform_{session().service, message_box_, choosers_, module()};
-  SelectADObject chooser_{platform_.platform()};
-  std::vector<std::string> names_ = {"from before"};
-};
 
 TEST_F(ChoosersTest, DistinguishedNamesAreCopiedFromWhatIsFoundAndWhatIsChosen) {
   PlaySearched([](ChooserUser& user) {
@@ -408,102 +353,6 @@ TEST_F(ChoosersTest, AFailedSearchIsShown) {
   EXPECT_EQ(
       SelectADObject(platform.platform()).SelectUsers(nullptr, names_, SelectionMode::kSingle),
       kCancelled);
-}
-
-// The tree of containers.
-
-TEST_F(ChoosersTest, AContainerIsChosenFromTheTree) {
-  std::string name;
-  Play([](ChooserUser& user) {
-    EXPECT_EQ(user.Title(), "Select Container");
-    user.GoToContainer({"Linden-Werke Chemnitz", "Entwicklung", "Labor I/O"});
-    user.Click("OK");
-  });
-  EXPECT_EQ(chooser_.BrowseContainer(name), S_OK);
-  EXPECT_EQ(name,
-            "OU=Labor I/O,OU=Entwicklung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example");
-}
-
-TEST_F(ChoosersTest, TheDomainItselfIsAContainerAndEnterTakesIt) {
-  std::string name;
-  Play([](ChooserUser& user) {
-    user.Tree().setFocus();
-    user.Press(Qt::Key_Return);
-  });
-  EXPECT_EQ(chooser_.BrowseContainer(name), S_OK);
-  EXPECT_EQ(name, "DC=linden-werke,DC=example");
-}
-
-TEST_F(ChoosersTest, ACancelledTreeFails) {
-  std::string name = "from before";
-  Play([](ChooserUser& user) { user.Click("Cancel"); });
-  EXPECT_EQ(chooser_.BrowseContainer(name), E_FAIL);
-  EXPECT_EQ(name, "from before");
-}
-
-TEST_F(ChoosersTest, APathThatDoesNotFitIsNotTaken) {
-  constexpr std::string_view kPath = "LDAP://localhost/DC=linden-werke,DC=example";
-  std::string path;
-  const auto refuse = [](ChooserUser& user) {
-    user.Button("OK").click();
-    EXPECT_EQ(user.Status(), "The name of this container is too long to be used here.");
-    user.Click("Cancel");
-  };
-  Play(refuse);
-  EXPECT_EQ(choosers_.BrowseForContainer(
-                {.flags = 0, .path_capacity = static_cast<std::uint32_t>(kPath.size())}, path),
-            2);
-  EXPECT_EQ(path, "");
-  Play([](ChooserUser& user) { user.Click("OK"); });
-  EXPECT_EQ(choosers_.BrowseForContainer(
-                {.flags = 0, .path_capacity = static_cast<std::uint32_t>(kPath.size() + 1)}, path),
-            1);
-  EXPECT_EQ(path, kPath);
-}
-
-// What a choice becomes.
-
-TEST_F(ChoosersTest, PickersNeedToBeSetUp) {
-  std::unique_ptr<IDsObjectPicker> picker;
-  ASSERT_EQ(choosers_.CreateObjectPicker(picker), S_OK);
-  Ref<IDataObject> chosen;
-  EXPECT_EQ(picker->InvokeDialog(nullptr, chosen), E_UNEXPECTED);
-}
-
-TEST_F(ChoosersTest, ADelegateChosenOnTheUserTabIsWritten) {
-  console::SheetResult made = MakeSheetOfRolf();
-  ASSERT_TRUE(made.sheet);
-  made.sheet->show();
-  console::QtDialog& page = *made.sheet->Dialog(0);
-  const EntryLines before = SearchEntry(file(), kRolf);
-  Play([](ChooserUser& user) {
-    user.Search("helga");
-    user.ClickRow("Helga Önder");
-    user.Click("Add");
-    user.Search("rundschreiben");
-    user.ClickRow("Rundschreiben");
-    user.Click("OK");
-  });
-  page.Click(IDC_SENDAS_ADD);
-  EXPECT_EQ(page.ListBox(IDC_SENDAS_LIST).Count(), 2U);
-  EXPECT_TRUE(made.sheet->ApplyButton().isEnabled());
-  QTest::mouseClick(&made.sheet->ApplyButton(), Qt::LeftButton);
-  EXPECT_THAT(Difference(before, SearchEntry(file(), kRolf)),
-              IsSupersetOf({"+ peloraSendAsPrivilege: " + kHelga,
-                            std::string("+ peloraSendAsPrivilege: CN=Rundschreiben,OU=Gruppen,"
-                                        "OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example")}));
-}
-
-TEST_F(ChoosersTest, AServerChosenOnTheUserTabIsWritten) {
-  console::SheetResult made = MakeSheetOfRolf();
-  ASSERT_TRUE(made.sheet);
-  made.sheet->show();
-  console::QtDialog& page = *made.sheet->Dialog(0);
-  PlaySearched([](ChooserUser& user) { user.DoubleClickRow("mail02"); });
-  page.Click(IDC_SERVER_SELECT);
-  EXPECT_EQ(page.Text(IDC_SERVER), "mail02");
-  QTest::mouseClick(&made.sheet->ApplyButton(), Qt::LeftButton);
-  EXPECT_THAT(SearchEntry(file(), kRolf), Contains("peloraUserServer: mail02"));
 }
 
 }  // namespace

@@ -191,6 +191,19 @@ TEST_F(UserDialog, TheWheelChangesADropDownListOnlyInFocus) {
   EXPECT_EQ(open.dialog().ComboBox(IDC_ACCOUNT_TYPE).Selection(), 1U);
 }
 
+TEST_F(UserDialog, AColumnWithoutRoomShowsItsEnd) {
+  (void)Open();
+  auto& list = dynamic_cast<QListWidget&>(Widget(IDC_SENDAS_LIST));
+  const auto draw = [&list](const QString& text) {
+    list.clear();
+    list.addItem(text);
+    return list.viewport()->grab(list.visualItemRect(list.item(0))).toImage();
+  };
+  const QString cut = QStringLiteral("Name\t") + QString(200, QLatin1Char('W'));
+  EXPECT_EQ(draw(cut + QLatin1Char('1')), draw(cut + QLatin1Char('1')));
+  EXPECT_NE(draw(cut + QLatin1Char('1')), draw(cut + QLatin1Char('2')));
+}
+
 TEST_F(UserDialog, ARowClickedAgainStaysSelected) {
   OpenSheet& open = Open();
   auto& list = static_cast<QListWidget&>(Widget(IDC_EMAIL_LIST));

@@ -259,6 +259,10 @@ class Tour {
     console::QtMessageBox box;
     PlayTo("box");
     box.Show(nullptr, {.text = kLongText + "\n" + kLongWord, .caption = kLongText});
+    PlayTo("question");
+    box.Show(nullptr, {.text = "Remove " + std::string(300, 'W') + "?",
+                       .caption = kLongWord,
+                       .buttons = MessageButtons::kYesNo});
     console::QtWritingDesk desk;
     scripts_.Add([this](QWidget& window) {
       Look(window, "failure");

@@ -163,14 +163,12 @@ std::vector<std::string> FaultsOfTexts(const QWidget& window) {
     if (!label->wordWrap() || label->text().isEmpty()) continue;
     const bool is_hint = dynamic_cast<const console::HintLabel*>(label) != nullptr;
     if (!is_hint && dynamic_cast<const console::NameLabel*>(label) != nullptr) continue;
-    const int broken = Qt::TextWordWrap | (is_hint ? Qt::TextWrapAnywhere : 0);
-    // Of a word that is wider than the screen a box shows the beginning.
     const bool is_box = label->objectName().startsWith(QLatin1String("qt_msgbox"));
+    const int broken = Qt::TextWordWrap | (is_hint || is_box ? Qt::TextWrapAnywhere : 0);
     const QRect room = label->contentsRect();
     const QRect lines(0, 0, room.width(), QWIDGETSIZE_MAX);
     const QSize taken = label->fontMetrics().boundingRect(lines, broken, label->text()).size();
-    const bool is_narrow = is_box || taken.width() <= room.width();
-    if (is_narrow && taken.height() <= room.height()) continue;
+    if (taken.width() <= room.width() && taken.height() <= room.height()) continue;
     faults.push_back(NameOf(*label) + " of " + SizeText(room.size()) + " for " + SizeText(taken) +
                      ": " + ToUtf8(label->text()));
   }

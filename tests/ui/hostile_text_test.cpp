@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QProxyStyle>
+#include <QScreen>
 #include <QTest>
 #include <QTextDocument>
 #include <QTreeView>
@@ -17,6 +18,7 @@
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/console/window/main_window.h"
+#include "hosts/console/writing/qt_writing_desk.h"
 #include "hosts/ldap/object_name.h"
 #include "tests/ui/console_test.h"
 #include "tests/ui/open_sheet.h"
@@ -105,6 +107,24 @@ TEST_F(HostileText, InTheBoxesOfTabs) {
   console::QtMessageBox box;
   ExpectPlainBox(1);
   box.Show(nullptr, {.text = kHostile, .caption = kHostile});
+  EXPECT_TRUE(is_played_);
+}
+
+TEST_F(HostileText, OfOneWordWithoutEndLeavesABoxOnTheScreen) {
+  modal_scripts().Add([this](QWidget& box) {
+    const QRect screen = box.screen()->availableGeometry();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return screen.contains(box.frameGeometry()); }, kPatience));
+    for (const auto* button : box.findChildren<QAbstractButton*>()) {
+      const QRect place(button->mapTo(&box, QPoint(0, 0)), button->size());
+      EXPECT_TRUE(box.rect().contains(place)) << ToUtf8(button->text());
+    }
+    EXPECT_EQ(Copied(*box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))),
+              std::string(2000, 'W') + "…");
+    is_played_ = true;
+    box.close();
+  });
+  const std::string word(10'000, 'W');
+  console::QtWritingDesk().ShowFailure(nullptr, {.summary = word, .advice = word, .details = word});
   EXPECT_TRUE(is_played_);
 }
 

@@ -13,6 +13,7 @@
 #include "hosts/session/distinguished_name.h"
 #include "resources/resource.h"
 #include "tests/ui/keep_picture.h"
+#include "tests/ui/scripted_store.h"
 #include "tests/ui/window_test.h"
 
 namespace pelora::test {
@@ -274,6 +275,35 @@ TEST_F(NewLike, IsOfferedForOneObjectOfAKindThatCanBeMade) {
   pane().list().view().clearSelection();
   QCoreApplication::processEvents();
   EXPECT_FALSE(action().isEnabled()) << "the domain";
+}
+
+TEST_F(NewLike, IsNotOfferedForABaseThatLiesInNothing) {
+  const ldap::StoreOpener open = [](auto& store, const std::stop_token& /*stop*/) {
+    auto scripted = std::make_unique<ScriptedStore>(
+        [](const ldap::SearchRequest& /*request*/, const ldap::EntrySink& sink) {
+          sink(ContainerEntry("Unit"));
+          return ldap::StoreStatus{};
+        },
+        true);
+    scripted->SetBaseClasses({"top", "organizationalUnit"});
+    store = std::move(scripted);
+    return ldap::StoreStatus{};
+  };
+  std::unique_ptr<ldap::IDirectoryStore> store;
+  ASSERT_TRUE(open(store, {}).Ok());
+  ASSERT_TRUE(window().SetSession(
+      std::make_unique<session::DirectorySession>("unit.ldb", std::move(store), open)));
+  Settle();
+  pane().tree().setFocus();
+  QCoreApplication::processEvents();
+  ASSERT_EQ(window().Selection().size(), 1U);
+  ASSERT_EQ(window().Selection().front().dn, "DC=x");
+  ASSERT_EQ(window().Selection().front().kind.class_name, "organizationalUnit");
+  EXPECT_FALSE(action().isEnabled());
+  pane().list().Select({"OU=Unit,DC=x"});
+  list().setFocus();
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(action().isEnabled()) << "what lies in the base";
 }
 
 TEST_F(NewLike, AnObjectThatIsGoneIsReported) {

@@ -35,7 +35,7 @@ class ScriptedStore final : public ldap::IDirectoryStore {
   ldap::StoreStatus Read(const std::string& dn, std::span<const std::string> /*attributes*/,
                          ldap::Entry& entry) override {
     if (!has_base_ || dn != "DC=x") return failure_;
-    entry = {.dn = dn, .attributes = {{"objectClass", {"top", "domain", "domainDNS"}}}};
+    entry = {.dn = dn, .attributes = {{"objectClass", base_classes_}}};
     return {};
   }
   ldap::StoreStatus Search(const ldap::SearchRequest& request,
@@ -45,6 +45,8 @@ class ScriptedStore final : public ldap::IDirectoryStore {
   }
   /// What the reading of an entry that is not there answers from now on.
   void FailWith(ldap::StoreStatus failure) { failure_ = std::move(failure); }
+  /// The base is of these classes from now on, and not the base of a domain.
+  void SetBaseClasses(ldap::AttributeValues classes) { base_classes_ = std::move(classes); }
   void StopOn(const std::stop_token& stop) override { stop_ = stop; }
   ldap::StoreStatus Modify(const std::string& /*dn*/,
                            std::span<const ldap::Modification> /*modifications*/) override {
@@ -72,6 +74,7 @@ class ScriptedStore final : public ldap::IDirectoryStore {
 
   SearchScript search_;
   bool has_base_;
+  ldap::AttributeValues base_classes_ = {"top", "domain", "domainDNS"};
   ldap::StoreStatus failure_{32, "no such object"};
   ldap::Schema schema_;
   std::stop_token stop_;

@@ -1,19 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // A directory that knows of other domains: where objects can be looked for, and who is found there.
-#include <gmock/gmock.h>
-
+#include <QAbstractButton>
 #include <QListWidget>
 #include <QTest>
 #include <atomic>
 
-#include "directory/select_ad_object.h"
-#include "hosts/console/choosers/qt_choosers.h"
-#include "hosts/console/dialogs/message_box.h"
-#include "hosts/console/program/console_platform.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/choose_objects.h"
-#include "tests/ui/chooser_user.h"
-#include "tests/ui/console_test.h"
+#include "tests/ui/choosers_test.h"
 #include "tests/ui/open_wizard.h"
 #include "tests/ui/scripted_store.h"
 
@@ -24,10 +18,6 @@ using console::QtChoosers;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-constexpr HRESULT kCancelled = E_INVALIDARG;
-const std::string kHelga =
-    "CN=Helga Önder,OU=IT,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
 
 /// A store that has one user below each base, called as the base is.
 void OpenUsersOfBases(std::unique_ptr<ldap::IDirectoryStore>& store) {
@@ -40,17 +30,8 @@ void OpenUsersOfBases(std::unique_ptr<ldap::IDirectoryStore>& store) {
       });
 }
 
-class SeveralDomains : public ConsoleTest {
+class SeveralDomains : public ChoosersTest {
  protected:
-  /// What is to be done in the next chooser, once everything there is has been found.
-  void PlaySearched(std::function<void(ChooserUser&)> script) {
-    modal_scripts().Add([script = std::move(script)](QWidget& window) {
-      ChooserUser user(window);
-      contract::Activate(window);
-      user.WaitForSearch();
-      script(user);
-    });
-  }
   ldap::StoreStatus FindPlaces(std::vector<ldap::SearchPlace>& places) {
     ++asked_;
     const ldap::StoreOpener users = [](auto& store, const std::stop_token&) {
@@ -120,8 +101,8 @@ TEST_F(SeveralDomains, AreNotAskedForWhereOnlyTheOwnOneIsMeant) {
     EXPECT_FALSE(user.Places().isVisible());
     user.Click("Cancel");
   });
-  console::QtMessageBox message_box;
-  console::ConsolePlatform platform(session().service, message_box, choosers_of_several_, module());
+  console::ConsolePlatform platform(session().service, message_box_, choosers_of_several_,
+                                    module());
   SelectADObject chooser(platform.platform());
   std::vector<std::string> names;
   EXPECT_EQ(chooser.SelectComputers(nullptr, names, SelectionMode::kSingle), kCancelled);
@@ -147,6 +128,14 @@ TEST_F(SeveralDomains, AreLookedInForMembersOfANewGroup) {
   ASSERT_NE(members, nullptr);
   ASSERT_EQ(members->count(), 1);
   EXPECT_EQ(console::ToUtf8(members->item(0)->text()), "Ann of north");
+  const auto* const remove =
+      wizard.wizard().findChild<QAbstractButton*>(QStringLiteral("own_members_remove"));
+  EXPECT_FALSE(remove->isEnabled()) << "nobody is selected";
+  members->item(0)->setSelected(true);
+  EXPECT_TRUE(remove->isEnabled());
+  wizard.ClickOwn("own_members_remove");
+  EXPECT_EQ(members->count(), 0);
+  EXPECT_FALSE(remove->isEnabled());
 }
 
 }  // namespace

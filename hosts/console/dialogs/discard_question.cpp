@@ -10,6 +10,7 @@
 #include <QTreeView>
 
 #include "hosts/console/dialogs/qt_dialog.h"
+#include "hosts/console/text/plain_text.h"
 
 namespace pelora::console {
 namespace {
@@ -29,9 +30,9 @@ QString RowsOf(const QAbstractItemView& view) {
 }  // namespace
 
 bool MayDiscard(QWidget& window, const QString& question) {
-  QMessageBox box(QMessageBox::Question, window.windowTitle(), question, QMessageBox::NoButton,
-                  &window);
+  QMessageBox box(QMessageBox::Question, window.windowTitle(), {}, QMessageBox::NoButton, &window);
   box.setObjectName(QStringLiteral("discard_question"));
+  SetPlainTexts(box, question);
   QAbstractButton* discard =
       box.addButton(QStringLiteral("&Discard"), QMessageBox::DestructiveRole);
   QPushButton* keep = box.addButton(QStringLiteral("&Keep Editing"), QMessageBox::RejectRole);

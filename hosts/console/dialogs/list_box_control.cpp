@@ -66,7 +66,8 @@ void TabStopDelegate::PaintColumns(QPainter* painter, const QStyleOptionViewItem
   int position = margin;
   for (const QString& column : columns) {
     const QRect cell = row.rect.adjusted(position, 0, -margin, 0);
-    const QString shown = row.fontMetrics.elidedText(column, Qt::ElideRight, cell.width());
+    // Folders begin alike, and tell more at their end.
+    const QString shown = row.fontMetrics.elidedText(column, Qt::ElideMiddle, cell.width());
     style->drawItemText(painter, QStyle::visualRect(row.direction, row.rect, cell),
                         Qt::AlignVCenter | Qt::TextSingleLine, row.palette, enabled, shown,
                         selected ? QPalette::HighlightedText : QPalette::Text);

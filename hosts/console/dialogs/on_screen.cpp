@@ -80,12 +80,14 @@ void GrowToTexts(QWidget& window) {
 }
 
 void KeepOnScreen(QWidget& window) {
-  const int width = RoomOnScreen(window).width();
+  const QSize room = RoomOnScreen(window);
   // A box that found its own size keeps it.
-  if (window.minimumWidth() > width && window.layout() != nullptr) {
-    window.setFixedSize(width, HeightFor(window, width));
+  const QSize least = window.minimumSize();
+  if (least != least.boundedTo(room) && window.layout() != nullptr) {
+    const int width = std::min(window.width(), room.width());
+    window.setFixedSize(QSize(width, HeightFor(window, width)).boundedTo(room));
   }
-  window.resize(window.size().boundedTo(RoomOnScreen(window)));
+  window.resize(window.size().boundedTo(room));
   const QRect screen = window.screen()->availableGeometry();
   const QSize size = window.size() + kFrame;
   const QPoint place(

@@ -18,7 +18,7 @@ namespace {
 
 /// A search begins when nothing has been typed for so long.
 constexpr std::chrono::milliseconds kTypingPause{300};
-constexpr int kAnswerCharacters = 12;
+constexpr int kAnswerCharacters = 20;
 constexpr int kViewCharacters = 18;
 constexpr int kWhereCharacters = 12;
 
@@ -110,7 +110,8 @@ void FindBar::FillViews() {
       views_->addItem(Readable(ToQString(view.name)), ToQString(view.name));
     }
   }
-  views_->setCurrentIndex(std::max(views_->findText(chosen), 0));
+  // A line between the views has no text either.
+  views_->setCurrentIndex(chosen.isEmpty() ? 0 : std::max(views_->findText(chosen), 0));
   ShowQuestion();
 }
 

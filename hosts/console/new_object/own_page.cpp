@@ -136,6 +136,9 @@ void OwnPage::AddMembers(QFormLayout& form) {
   for (QPushButton* button : {add, remove}) button->setAutoDefault(false);
   connect(add, &QPushButton::clicked, this, [this] { ChooseMembers(); });
   connect(remove, &QPushButton::clicked, this, [this] { RemoveMembers(); });
+  remove->setEnabled(false);
+  connect(members_list_, &QListWidget::itemSelectionChanged, remove,
+          [this, remove] { remove->setEnabled(!members_list_->selectedItems().isEmpty()); });
   auto* const buttons = new QVBoxLayout;
   buttons->addWidget(add);
   buttons->addWidget(remove);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/console/text/plain_text.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QLabel>
 #include <QMessageBox>
+#include <QTextDocument>
+#include <QTextOption>
 #include <algorithm>
 
 namespace pelora::console {
@@ -18,6 +21,22 @@ bool IsHarmful(QChar character) {
   const bool turns_direction =
       (unit >= u'\u202A' && unit <= u'\u202E') || (unit >= u'\u2066' && unit <= u'\u2069');
   return turns_direction || (is_control && unit != u'\n' && unit != u'\t');
+}
+
+/// From now on a label whose text can be selected breaks its lines within a word, too, when the
+/// word is longer than a line. It does so until it is given another text.
+void BreakLongWords(QLabel& label) {
+  auto* const document = label.findChild<QTextDocument*>();
+  if (document == nullptr) return;
+  const auto break_words = [document] {
+    QTextOption option = document->defaultTextOption();
+    if (option.wrapMode() != QTextOption::WordWrap) return;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document->setDefaultTextOption(option);
+  };
+  // The label goes back to words alone each time that it is laid out.
+  QObject::connect(document->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged,
+                   document, break_words);
 }
 
 }  // namespace
@@ -60,6 +79,7 @@ void SetPlainTexts(QMessageBox& box, const QString& text, const QString& additio
   for (QLabel* label : box.findChildren<QLabel*>()) {
     ShowPlainly(*label);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    BreakLongWords(*label);
   }
 }
 

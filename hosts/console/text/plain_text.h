@@ -30,7 +30,8 @@ void SetPlainToolTip(QWidget& widget, const QString& text);
 void ShowPlainly(QLabel& label);
 
 /// Sets what a box says, and what it adds in smaller letters. All of it can be selected and copied:
-/// what goes wrong is passed on to whoever can help.
+/// what goes wrong is passed on to whoever can help. A word that is longer than a line, as a name
+/// may be, is broken.
 void SetPlainTexts(QMessageBox& box, const QString& text, const QString& addition = {});
 
 }  // namespace pelora::console

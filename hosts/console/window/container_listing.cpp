@@ -61,6 +61,14 @@ void ContainerListing::Refresh() {
   if (has_order_) Start(false);
 }
 
+void ContainerListing::Clear() {
+  reading_.Stop();
+  has_order_ = false;
+  ending_ = std::make_shared<session::ListingEnd>();
+  Empty();
+  Enter(State::kWhole);
+}
+
 void ContainerListing::Stop() {
   if (!reading_.IsRunning()) return;
   reading_.Stop();

@@ -42,6 +42,8 @@ class ContainerListing final {
   /// Lists it again. What the list shows stays until everything has arrived; selected objects stay
   /// selected.
   void Refresh();
+  /// Lists nothing until something is asked for again.
+  void Clear();
   /// Ends the reading; the list keeps what it shows.
   void Stop();
 

@@ -2,9 +2,12 @@
 #include "hosts/console/window/directory_pane.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "hosts/console/finding/missing_text.h"
@@ -20,6 +23,20 @@ namespace {
 
 constexpr int kTreeShare = 1;
 constexpr int kListShare = 3;
+
+/// Gives the labels of lines that stand below each other one width: then the lines begin at one
+/// edge.
+void AlignLabelsOf(const QWidget& parent, const QList<const QWidget*>& lines) {
+  QList<QLabel*> labels;
+  int widest = 0;
+  for (auto* label : parent.findChildren<QLabel*>()) {
+    if (!lines.contains(label->buddy())) continue;
+    labels.append(label);
+    widest = std::max(widest, label->sizeHint().width());
+  }
+  for (QLabel* label : labels) label->setMinimumWidth(widest);
+}
+
 }  // namespace
 
 DirectoryPane::DirectoryPane(QWidget* parent) : QSplitter(parent) {
@@ -31,6 +48,7 @@ DirectoryPane::DirectoryPane(QWidget* parent) : QSplitter(parent) {
   layout->setContentsMargins({});
   layout->addWidget(find_);
   layout->addWidget(list_);
+  AlignLabelsOf(*right, {&find_->text(), &find_->views(), &list_->filter()});
   MakeListing();
   MakeFind();
   addWidget(tree_);
@@ -39,6 +57,7 @@ DirectoryPane::DirectoryPane(QWidget* parent) : QSplitter(parent) {
   setStretchFactor(1, kListShare);
   setChildrenCollapsible(false);
   setSizes({kTreeShare, kListShare});
+  Changed();
   connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, const QWidget* now) {
     const bool is_used = now == tree_ || now == &list_->view() || now == &find_->text();
     if (!is_used) return;
@@ -86,6 +105,7 @@ void DirectoryPane::MakeListing() {
 }
 
 void DirectoryPane::Changed() const {
+  list_->SayWhenEmpty(EmptyText());
   if (on_changed) on_changed();
 }
 
@@ -267,13 +287,33 @@ bool DirectoryPane::IsReading() const {
 
 void DirectoryPane::StopReading() { listing_->Stop(); }
 
+QString DirectoryPane::EmptyText() const {
+  using enum ContainerListing::State;
+  if (!list_reader_) {
+    return QStringLiteral(
+        "Nothing is open. \"Open Directory File\" and \"Connect to Domain\" are in the menu "
+        "\"File\".");
+  }
+  if (!answer_error_.isEmpty()) return answer_error_;
+  if (list_->Count() > 0) {
+    return Readable(QStringLiteral("No object here has \"%1\" in a column. Without a text in "
+                                   "\"Filter\" all of them are shown.")
+                        .arg(list_->filter().text()));
+  }
+  // What is being read comes in a moment.
+  if (state() == kReading) return {};
+  if (state() != kWhole) return CountText();
+  return find_->IsAsking() ? QStringLiteral("Nothing was found.")
+                           : QStringLiteral("There is nothing in this container.");
+}
+
 QString DirectoryPane::CountText() const {
   if (!answer_error_.isEmpty()) return answer_error_;
   const int shown = list_->ShownCount();
   const int all = list_->Count();
   const std::size_t selected = list_->Selection().size();
-  QString count = shown == all ? QStringLiteral("%1 objects").arg(all)
-                               : QStringLiteral("%1 of %2 objects").arg(shown).arg(all);
+  QString count = all == 1 ? QStringLiteral("1 object") : QStringLiteral("%1 objects").arg(all);
+  if (shown != all) count = QStringLiteral("%1 of %2").arg(shown).arg(count);
   if (selected > 0) count += QStringLiteral(", %1 selected").arg(selected);
   switch (listing_->state()) {
     case ContainerListing::State::kReading:

@@ -98,6 +98,8 @@ class DirectoryPane final : public QSplitter {
   void MakeTree();
   void MakeListing();
   void Changed() const;
+  /// Why the list shows no object, in words; empty while some may still come.
+  [[nodiscard]] QString EmptyText() const;
   void Failed(const QString& container, const QString& reason) const;
   void MakeFind();
   void ShowContainer();

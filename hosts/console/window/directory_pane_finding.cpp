@@ -62,7 +62,8 @@ ListOrder DirectoryPane::OrderOf(const session::View& view) const {
 void DirectoryPane::ShowAsked() {
   const session::AnsweredView answered = find_->View();
   answer_error_ = find_->IsAsking() ? ToQString(answered.error) : QString();
-  if (!answer_error_.isEmpty()) return Changed();
+  // What was asked before is no answer to this.
+  if (!answer_error_.isEmpty()) return listing_->Clear();
   if (!find_->IsAsking() && Container() == nullptr) return;
   List(find_->IsAsking() ? OrderOf(answered.view) : ContainerOrder(), find_->ViewName());
 }

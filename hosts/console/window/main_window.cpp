@@ -37,13 +37,12 @@ MainWindow::MainWindow(const resources::ResourceFile& module)
   MakeActions();
   MakePlaces();
   MakeMenus();
-  count_ = new QLabel(this);
-  ShowPlainly(*count_);
+  count_ = new NameLabel(this);
   hint_ = new NameLabel(this);
   who_ = new NameLabel(this);
   who_->setObjectName(QStringLiteral("who"));
   Recall();
-  statusBar()->addWidget(count_);
+  statusBar()->addWidget(count_, 1);
   statusBar()->addPermanentWidget(hint_);
   statusBar()->addPermanentWidget(who_);
   pane_->on_changed = [this] { UpdateActions(); };

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/session/fields/csv_writer.h"
 #include "hosts/session/visible_text.h"
@@ -24,6 +25,8 @@ namespace {
 constexpr int kNameCharacters = 32;
 constexpr int kOtherCharacters = 24;
 constexpr int kSortKeys = 9;
+/// Room around what an empty list says, in dots.
+constexpr int kAroundWords = 24;
 
 /// Shows a tooltip only where the text does not fit.
 class CutTextTips final : public QStyledItemDelegate {
@@ -84,15 +87,19 @@ void ObjectListPane::MakeView() {
   view_->setRootIsDecorated(false);
   view_->setUniformRowHeights(true);
   view_->setAllColumnsShowFocus(true);
+  // Folders begin alike, and tell more at their end.
+  view_->setTextElideMode(Qt::ElideMiddle);
   view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   view_->setSortingEnabled(true);
   view_->setItemDelegate(new CutTextTips(view_));
+  view_->header()->setTextElideMode(Qt::ElideRight);
   view_->header()->setSectionsMovable(true);
   view_->header()->setFirstSectionMovable(false);
   SetColumns({{.name = "name", .title = "Name"},
               {.name = "type", .title = "Type"},
               {.name = "remark", .title = "Description"}});
   MakeKeys();
+  MakeWords();
   connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &ObjectListPane::SelectionChanged);
   connect(view_, &QTreeView::doubleClicked, this, &ObjectListPane::Opened);
@@ -100,6 +107,25 @@ void ObjectListPane::MakeView() {
     auto* enter = new QShortcut(QKeySequence(key), view_, nullptr, nullptr, Qt::WidgetShortcut);
     connect(enter, &QShortcut::activated, this, &ObjectListPane::Opened);
   }
+}
+
+void ObjectListPane::MakeWords() {
+  empty_ = new NameLabel(view_->viewport());
+  empty_->setObjectName(QStringLiteral("list_is_empty"));
+  empty_->setWordWrap(true);
+  empty_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+  empty_->setForegroundRole(QPalette::Text);
+  empty_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  empty_->hide();
+  auto* const layout = new QVBoxLayout(view_->viewport());
+  layout->setSizeConstraint(QLayout::SetNoConstraint);
+  layout->setContentsMargins(kAroundWords, kAroundWords, kAroundWords, kAroundWords);
+  layout->addWidget(empty_);
+}
+
+void ObjectListPane::SayWhenEmpty(const QString& text) {
+  empty_->setText(text);
+  empty_->setVisible(ShownCount() == 0 && !text.isEmpty());
 }
 
 void ObjectListPane::MakeKeys() {

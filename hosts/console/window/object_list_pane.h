@@ -9,6 +9,7 @@
 #include "hosts/console/window/object_list_model.h"
 #include "hosts/console/window/ordered_objects.h"
 
+class QLabel;
 class QLineEdit;
 class QTreeView;
 
@@ -67,6 +68,8 @@ class ObjectListPane final : public QWidget {
   /// The same objects, each once, as a table that `peloractl apply` reads: their distinguished
   /// names, and the columns by the names that scripts have for them.
   [[nodiscard]] std::string AsCsv() const;
+  /// What the list says in place of rows while it shows none; empty: nothing.
+  void SayWhenEmpty(const QString& text);
   /// The object of a row of the view.
   [[nodiscard]] session::DirectoryObject ObjectAt(const QModelIndex& index) const;
   [[nodiscard]] int ShownCount() const;
@@ -88,6 +91,7 @@ class ObjectListPane final : public QWidget {
   void MakeFilter();
   void MakeView();
   void MakeKeys();
+  void MakeWords();
   void SortBy(int place);
   [[nodiscard]] std::vector<std::string> SelectedNames() const;
   /// Rows of the model, in the order shown: the selected ones, or all.
@@ -99,6 +103,7 @@ class ObjectListPane final : public QWidget {
   OrderedObjects* shown_;
   QLineEdit* filter_ = nullptr;
   QTreeView* view_ = nullptr;
+  QLabel* empty_ = nullptr;
 };
 
 }  // namespace pelora::console

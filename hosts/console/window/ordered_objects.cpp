@@ -4,6 +4,38 @@
 #include <algorithm>
 
 namespace pelora::console {
+namespace {
+
+/// Where a row goes among others that are in order: most likely near their beginning.
+template <class At, class Before>
+At PlaceOf(int row, At begin, At end, const Before& before) {
+  for (std::ptrdiff_t step = 1; begin != end; step *= 2) {
+    const At probe = begin + std::min(step, end - begin) - 1;
+    if (before(row, *probe)) return std::upper_bound(begin, probe, row, before);
+    begin = probe + 1;
+  }
+  return end;
+}
+
+/// Both, which are in order each, in one. Each of the second is looked for behind the one before
+/// it: where they are few, hardly any of the first is looked at.
+template <class Before>
+std::vector<int> Merged(const std::vector<int>& first, const std::vector<int>& second,
+                        const Before& before) {
+  std::vector<int> merged;
+  merged.reserve(first.size() + second.size());
+  auto from = first.begin();
+  for (const int row : second) {
+    const auto place = PlaceOf(row, from, first.end(), before);
+    merged.insert(merged.end(), from, place);
+    merged.push_back(row);
+    from = place;
+  }
+  merged.insert(merged.end(), from, first.end());
+  return merged;
+}
+
+}  // namespace
 
 OrderedObjects::OrderedObjects(ObjectListModel& objects, QObject* parent)
     : QAbstractProxyModel(parent), objects_(objects) {
@@ -91,20 +123,22 @@ void OrderedObjects::TakeArrived(int first, int last) {
   places_.resize(static_cast<std::size_t>(last) + 1, -1);
   if (arrived.empty()) return;
   Order(arrived);
-  const auto known = static_cast<std::ptrdiff_t>(rows_.size());
-  // Behind the others first, where nothing that stands there moves.
-  beginInsertRows({}, static_cast<int>(rows_.size()),
-                  static_cast<int>(rows_.size() + arrived.size()) - 1);
-  rows_.insert(rows_.end(), arrived.begin(), arrived.end());
-  NotePlaces();
-  endInsertRows();
   const auto before = [this](int left, int right) {
     return column_ < 0 ? left < right : ComesBefore(left, right);
   };
-  const bool is_in_order = known == 0 || !before(rows_[static_cast<std::size_t>(known)],
-                                                 rows_[static_cast<std::size_t>(known) - 1]);
-  if (is_in_order) return;
-  Rearrange([&] { std::inplace_merge(rows_.begin(), rows_.begin() + known, rows_.end(), before); });
+  const bool is_in_order = rows_.empty() || !before(arrived.front(), rows_.back());
+  std::vector<int> merged;
+  if (!is_in_order) merged = Merged(rows_, arrived, before);
+  rows_.reserve(rows_.size() + arrived.size());
+  // Behind the others first, where nothing that stands there moves.
+  beginInsertRows({}, static_cast<int>(rows_.size()),
+                  static_cast<int>(rows_.size() + arrived.size()) - 1);
+  for (const int row : arrived) {
+    places_[static_cast<std::size_t>(row)] = static_cast<int>(rows_.size());
+    rows_.push_back(row);
+  }
+  endInsertRows();
+  if (!is_in_order) Rearrange([&] { rows_.swap(merged); });
 }
 
 void OrderedObjects::sort(int column, Qt::SortOrder order) {

@@ -10,8 +10,8 @@
 namespace pelora::console {
 
 /// The rows of a list of objects that hold a text, in the order of a column. It is made for 100,000
-/// of them that arrive in no order: what is new is put in order by itself and then merged with what
-/// is there, so that an arrival costs one walk over the rows, however many have come.
+/// of them that arrive in no order: what is new is put in order by itself, and its places among
+/// what is there are looked for, so that an arrival costs no comparison with most of the rows.
 ///
 /// A row stays selected when others come or the order changes; another text, and other objects,
 /// begin anew.

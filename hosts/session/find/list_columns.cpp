@@ -68,10 +68,16 @@ const OwnColumn* FindOwn(std::string_view name) {
   return found == kOwnColumns.end() ? nullptr : &*found;
 }
 
+/// A list stands under the same label as its default entry, whose attribute is its second.
+std::string TitleOfField(const Field& field) {
+  const bool has_default = field.row.kind == FieldKind::kList && field.row.attributes.size() > 1;
+  return field.place.label + (has_default ? ": others" : "");
+}
+
 ListColumn ColumnOf(const Field& field) {
   const std::string& group = field.place.group;
   return {.name = field.row.name,
-          .title = field.place.label,
+          .title = TitleOfField(field),
           .place = field.tab + (group.empty() ? "" : ": " + group),
           .order = field.row.kind == FieldKind::kNumber ? ListColumn::Order::kNumber
                                                         : ListColumn::Order::kText};

@@ -74,16 +74,32 @@ std::string Who(const PlacePlan& plan) {
                                 : std::to_string(plan.names.size()) + " objects";
 }
 
-void AddReferences(const PlacePlan& plan, const std::string& which, PlaceQuestion& question) {
+/// What is said of one reference, and behind the number of several.
+struct ReferenceWords {
+  std::string_view one;
+  std::string_view several;
+};
+
+void AddReferences(const PlacePlan& plan, const ReferenceWords& words, PlaceQuestion& question) {
   if (plan.references.empty()) return;
   question.references = plan.references;
-  question.about_references = (plan.has_more_references ? "More than " : "") +
-                              std::to_string(plan.references.size()) + which;
+  if (plan.references.size() == 1) {
+    question.about_references = words.one;
+    return;
+  }
+  question.about_references = plan.has_more_references ? "More than " : "";
+  question.about_references.append(std::to_string(plan.references.size())).append(words.several);
 }
 
-constexpr std::string_view kBroken =
-    " entries elsewhere name what will be called otherwise. They stay as they are, and have to be "
-    "changed by hand:";
+constexpr ReferenceWords kLost = {.one = "1 entry elsewhere names what is deleted:",
+                                  .several = " entries elsewhere name what is deleted:"};
+constexpr ReferenceWords kBroken = {
+    .one =
+        "1 entry elsewhere names what will be called otherwise. It stays as it is, and has to be "
+        "changed by hand:",
+    .several =
+        " entries elsewhere name what will be called otherwise. They stay as they are, and "
+        "have to be changed by hand:"};
 
 }  // namespace
 
@@ -112,7 +128,7 @@ PlaceQuestion AskOfRemoval(const PlacePlan& plan) {
   question.notes.emplace_back(
       plan.is_kept ? "It can be taken back (Undo): the recycle bin of the domain is on."
                    : "This cannot be taken back: the directory keeps nothing of what is deleted.");
-  AddReferences(plan, " entries elsewhere name what is deleted:", question);
+  AddReferences(plan, kLost, question);
   if (plan.references.empty()) question.notes.emplace_back("Nothing else refers to it.");
   return question;
 }
@@ -129,7 +145,7 @@ PlaceQuestion AskOfMoving(const PlacePlan& plan, const std::string& container) {
     question.notes.push_back("What lies below moves along, " + Objects(below) + ": " +
                              CountText(plan.below) + ".");
   }
-  AddReferences(plan, std::string(kBroken), question);
+  AddReferences(plan, kBroken, question);
   return question;
 }
 
@@ -141,7 +157,7 @@ PlaceQuestion AskOfRenaming(const PlacePlan& plan, const std::string& name) {
                          .references = {},
                          .to_type = {},
                          .button = "&Rename"};
-  AddReferences(plan, std::string(kBroken), question);
+  AddReferences(plan, kBroken, question);
   return question;
 }
 

@@ -3,6 +3,8 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <set>
+#include <utility>
 
 #include "hosts/session/find/ready_views.h"
 #include "tests/unit/find/find_bench.h"
@@ -97,6 +99,16 @@ TEST_F(Lists, ShowFieldsAndWhatEveryObjectHas) {
   // A group has no quota.
   EXPECT_THAT(Rows({.text = "\"Vertrieb Alle\""}, {"name", "peloraQuotaHard", "type"}),
               ElementsAre("Vertrieb Alle\t\tGroup"));
+}
+
+TEST_F(Lists, TellEachColumnFromEveryOther) {
+  std::set<std::pair<std::string, std::string>> known;
+  for (const ListColumn& column : AllColumns(catalogue())) {
+    EXPECT_TRUE(known.emplace(column.title, column.place).second)
+        << column.title << " (" << column.place << ")";
+  }
+  EXPECT_THAT(known, Contains(std::pair("E-mail addresses: others", "Pelora: E-mail addresses")));
+  EXPECT_THAT(known, Contains(std::pair("E-mail addresses", "Pelora: E-mail addresses")));
 }
 
 TEST_F(Lists, TellMarksApart) {

@@ -244,6 +244,18 @@ TEST_F(PlacePlanTest, OneSearchForEachAttributeFindsWhatRefers) {
   EXPECT_THAT(found, Not(IsEmpty()));
 }
 
+TEST(PlaceWords, OneReferenceIsOne) {
+  const PlacePlan plan{
+      .names = {"Ada"},
+      .references = {
+          {.holder_dn = "CN=All", .holder = "All", .field = "Members", .target = "CN=Ada"}}};
+  EXPECT_EQ(AskOfRemoval(plan).about_references, "1 entry elsewhere names what is deleted:");
+  EXPECT_EQ(
+      AskOfRenaming(plan, "Ida").about_references,
+      "1 entry elsewhere names what will be called otherwise. It stays as it is, and has to be "
+      "changed by hand:");
+}
+
 TEST(RecycleBin, IsOnWhereTheDomainSaysSoAndGivesBack) {
   ldap::ScriptedStore store;
   bool keeps = true;
