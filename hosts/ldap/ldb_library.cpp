@@ -38,4 +38,12 @@ std::unique_lock<std::mutex> LockLdbLibrary() {
   return std::unique_lock(mutex);
 }
 
+void PrepareLdbLibrary() {
+  // The library makes a loop of events for each request, though a file has none: what it would wait
+  // for events with costs three system calls each time, the plainest way none. Set once: whoever
+  // makes a loop reads it.
+  static std::once_flag once;
+  std::call_once(once, [] { tevent_set_default_backend("poll"); });
+}
+
 }  // namespace pelora::ldap
