@@ -12,6 +12,7 @@ run_packages=(
   binutils-mingw-w64-x86-64 mingw-w64-common
   # the console and the embedded directory
   qt6-base-dev libcli11-dev nlohmann-json3-dev libldb-dev libtalloc-dev libtdb-dev libtevent-dev
+  libjemalloc-dev
   # directory servers: LDAP, and Kerberos to sign in with
   libldap-dev libkrb5-dev krb5-user
   # fonts with the metrics that the dialogs are laid out for

@@ -2,6 +2,7 @@
 #include "hosts/ldap/known_entries.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "directory/ascii_case.h"
 
@@ -12,21 +13,24 @@ void KnownEntries::SetState(State state) {
   state_ = state;
 }
 
-void KnownEntries::Keep(const Entry& entry, std::span<const std::string> attributes) {
+void KnownEntries::Keep(const std::string& dn, LdbRecord record,
+                        std::span<const std::string> attributes) {
   // A whole object may hold anything, and much of it.
   if (attributes.empty()) return;
   if (!std::ranges::equal(attributes, attributes_)) {
     Clear();
     attributes_.assign(attributes.begin(), attributes.end());
   }
-  if (entries_.size() >= kMost) Clear();
-  entries_.insert_or_assign(entry.dn, entry);
+  if (records_.size() >= kMost) Clear();
+  records_.insert_or_assign(dn, std::move(record));
 }
 
-const Entry* KnownEntries::Find(const std::string& dn,
-                                std::span<const Modification> modifications) const {
-  const auto found = entries_.find(dn);
-  return found != entries_.end() && AreRead(modifications) ? &found->second : nullptr;
+LdbRecord KnownEntries::Take(const std::string& dn, std::span<const Modification> modifications) {
+  const auto found = records_.find(dn);
+  if (found == records_.end()) return nullptr;
+  LdbRecord record = std::move(found->second);
+  records_.erase(found);
+  return AreRead(modifications) ? std::move(record) : nullptr;
 }
 
 bool KnownEntries::AreRead(std::span<const Modification> modifications) const {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/ldb_record.h"
 
 namespace pelora::ldap {
 
@@ -32,23 +33,21 @@ class KnownEntries {
   /// What is kept is good in another state too: only what was forgotten has changed.
   void MoveTo(State state) { state_ = state; }
 
-  /// Keeps an entry of which these attributes were read in the present state or later. What was
-  /// read whole is not kept.
-  void Keep(const Entry& entry, std::span<const std::string> attributes);
-  /// The entry of this very name when everything is known that the modifications are about; null
-  /// otherwise.
-  [[nodiscard]] const Entry* Find(const std::string& dn,
-                                  std::span<const Modification> modifications) const;
-  void Forget(const std::string& dn) { entries_.erase(dn); }
-  void Clear() { entries_.clear(); }
+  /// Keeps what is recorded under a name, of which these attributes were read in the present state
+  /// or later. What was read whole is not kept.
+  void Keep(const std::string& dn, LdbRecord record, std::span<const std::string> attributes);
+  /// What is recorded under this very name when everything is known that the modifications are
+  /// about; null otherwise. It is not known any more: it is about to change.
+  [[nodiscard]] LdbRecord Take(const std::string& dn, std::span<const Modification> modifications);
+  void Clear() { records_.clear(); }
 
  private:
   [[nodiscard]] bool AreRead(std::span<const Modification> modifications) const;
 
   State state_ = 0;
-  /// What all of the entries were read with.
+  /// What all of them were read with.
   std::vector<std::string> attributes_;
-  std::unordered_map<std::string, Entry> entries_;
+  std::unordered_map<std::string, LdbRecord> records_;
 };
 
 }  // namespace pelora::ldap

@@ -8,6 +8,7 @@
 #include "hosts/ldap/as_made.h"
 #include "hosts/ldap/entry_values.h"
 #include "hosts/ldap/ldap_status.h"
+#include "hosts/ldap/ldb_message.h"
 #include "hosts/ldap/new_entry.h"
 
 namespace pelora::ldap {
@@ -22,18 +23,18 @@ StoreStatus LdbChanges::Modify(const std::string& dn, std::span<const Modificati
                                ModifyWay way, Effect& effect) const {
   std::vector<std::string> names;
   for (const Modification& change : modifications) names.push_back(change.attribute);
-  Entry before;
-  StoreStatus status = connection_.Read(dn, names, before);
-  return status.Ok() ? ModifyKnown(before, modifications, way, effect) : status;
+  LdbRecord now;
+  StoreStatus status = connection_.ReadRecord(dn, names, now);
+  return status.Ok() ? ModifyKnown(*now, modifications, way, effect) : status;
 }
 
-StoreStatus LdbChanges::ModifyKnown(const Entry& before,
+StoreStatus LdbChanges::ModifyKnown(const ldb_message& known,
                                     std::span<const Modification> modifications, ModifyWay way,
                                     Effect& effect) const {
   AttributeMap changed;
-  StoreStatus status = rules_.Apply(before, modifications, changed, way);
+  StoreStatus status = rules_.Apply(ToEntry(known, modifications), modifications, changed, way);
   if (!status.Ok() || changed.empty()) return status;
-  return Written(connection_.Replace(before.dn, changed), effect);
+  return Written(connection_.Replace(known, changed), effect);
 }
 
 StoreStatus LdbChanges::Add(Entry entry, Effect& effect) const {

@@ -28,9 +28,9 @@ class LdbChanges {
   [[nodiscard]] StoreStatus Modify(const std::string& dn,
                                    std::span<const Modification> modifications, ModifyWay way,
                                    Effect& effect) const;
-  /// The same of an object that is known to be as it is in `before`, as far as the modifications
-  /// are about it.
-  [[nodiscard]] StoreStatus ModifyKnown(const Entry& before,
+  /// The same of an object that is known to be as it is in `known`, as far as the modifications are
+  /// about it.
+  [[nodiscard]] StoreStatus ModifyKnown(const ldb_message& known,
                                         std::span<const Modification> modifications, ModifyWay way,
                                         Effect& effect) const;
   [[nodiscard]] StoreStatus Add(Entry entry, Effect& effect) const;

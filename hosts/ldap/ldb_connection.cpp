@@ -50,11 +50,15 @@ class LdbConnection::Handle {
  public:
   Handle() {
     const auto alone = LockLdbLibrary();
+    PrepareLdbLibrary();
     context_.reset(ldb_init(nullptr, nullptr));
     if (context_ == nullptr) return;
     ldb_set_debug(context_.get(), KeepMessage, this);
     ldb_set_utf8_fns(context_.get(), nullptr, FoldForLdb);
     ldb_set_create_perms(context_.get(), kFilePermissions);
+    // Records of the library's own have no class.
+    any_record_ = ldb_parse_tree(context_.get(), "(distinguishedName=*)");
+    if (any_record_ == nullptr) context_.reset();
   }
   Handle(const Handle&) = delete;
   Handle& operator=(const Handle&) = delete;
@@ -64,6 +68,8 @@ class LdbConnection::Handle {
   }
 
   [[nodiscard]] ldb_context* get() const { return context_.get(); }
+  /// A filter that every record matches.
+  [[nodiscard]] struct ldb_parse_tree* any_record() const { return any_record_; }
   [[nodiscard]] std::string TakeMessage() { return std::exchange(message_, {}); }
 
   bool is_stuck = false;
@@ -81,6 +87,7 @@ class LdbConnection::Handle {
   }
 
   TallocPtr<ldb_context> context_;
+  struct ldb_parse_tree* any_record_ = nullptr;
   std::string message_;
 };
 
@@ -196,6 +203,10 @@ StoreStatus LdbConnection::SearchAt(ldb_dn* base, SearchScope scope, const std::
   static_cast<void>(handle_->TakeMessage());
   const int code = SearchLdb(
       handle(), {.base = base, .scope = scope, .filter = filter, .attributes = attributes}, take);
+  return OutcomeOfSearch(code);
+}
+
+StoreStatus LdbConnection::OutcomeOfSearch(int code) const {
   // A record that cannot be read looks to the library like one that is not there.
   const std::string trouble = handle_->TakeMessage();
   if (!trouble.empty()) return {kLdapOther, OneLine("the file is damaged: " + trouble)};
@@ -204,35 +215,48 @@ StoreStatus LdbConnection::SearchAt(ldb_dn* base, SearchScope scope, const std::
 
 StoreStatus LdbConnection::Read(const std::string& dn, std::span<const std::string> attributes,
                                 Entry& entry) const {
+  LdbRecord record;
+  StoreStatus status = ReadRecord(dn, attributes, record);
+  if (status.Ok()) entry = ToEntry(*record);
+  return status;
+}
+
+StoreStatus LdbConnection::ReadRecord(const std::string& dn,
+                                      std::span<const std::string> attributes,
+                                      LdbRecord& record) const {
   const TallocScope memory = MakeTallocScope();
   ldb_dn* const name = ldb_dn_new(memory.get(), handle(), dn.c_str());
   if (name == nullptr || !ldb_dn_validate(name)) return NoName(dn);
-  return ReadAt(name, dn, attributes, entry);
+  return ReadAt(name, dn, attributes, record);
 }
 
 StoreStatus LdbConnection::ReadObject(const std::string& dn,
                                       std::span<const std::string> attributes, Entry& entry) const {
+  LdbRecord record;
+  return ReadObject(dn, attributes, entry, record);
+}
+
+StoreStatus LdbConnection::ReadObject(const std::string& dn,
+                                      std::span<const std::string> attributes, Entry& entry,
+                                      LdbRecord& record) const {
   // The library would take what stands before it for the name.
   if (dn.find('\0') != std::string::npos) return NoName(dn);
   const TallocScope memory = MakeTallocScope();
   ldb_dn* const name = ldb_dn_new(memory.get(), handle(), dn.c_str());
   if (!IsObjectName(name)) return NoName(dn);
-  return ReadAt(name, dn, attributes, entry);
+  StoreStatus status = ReadAt(name, dn, attributes, record);
+  if (status.Ok()) entry = ToEntry(*record);
+  return status;
 }
 
 StoreStatus LdbConnection::ReadAt(ldb_dn* name, const std::string& dn,
-                                  std::span<const std::string> attributes, Entry& entry) const {
-  std::vector<Entry> entries;
-  // Records of the library's own have no class.
+                                  std::span<const std::string> attributes,
+                                  LdbRecord& record) const {
+  static_cast<void>(handle_->TakeMessage());
   StoreStatus status =
-      SearchAt(name, SearchScope::kBase, "(distinguishedName=*)", attributes, [&](Entry found) {
-        entries.push_back(std::move(found));
-        return true;
-      });
-  if (!status.Ok()) return status;
-  if (entries.empty()) return {kLdapNoSuchObject, "no such object: " + dn};
-  entry = std::move(entries.front());
-  return {};
+      OutcomeOfSearch(ReadLdb(handle(), name, handle_->any_record(), attributes, record));
+  if (status.Ok() && record == nullptr) return {kLdapNoSuchObject, "no such object: " + dn};
+  return status;
 }
 
 StoreStatus LdbConnection::Add(const Entry& entry) const {
@@ -246,9 +270,20 @@ StoreStatus LdbConnection::Add(const Entry& entry) const {
 StoreStatus LdbConnection::Replace(const std::string& dn, const AttributeMap& values) const {
   const TallocScope scope = MakeTallocScope();
   ldb_message* const message = MakeLdbMessage(scope.get(), handle(), dn);
-  if (message == nullptr) return NoName(dn);
-  for (const auto& [name, set] : values) AddElement(*message, LDB_FLAG_MOD_REPLACE, name, set);
-  return Outcome(ldb_modify(handle(), message));
+  return message == nullptr ? NoName(dn) : SendReplacement(*message, values);
+}
+
+StoreStatus LdbConnection::Replace(const ldb_message& record, const AttributeMap& values) const {
+  const TallocScope scope = MakeTallocScope();
+  ldb_message* const message = ldb_msg_new(scope.get());
+  if (message == nullptr) throw std::bad_alloc();
+  message->dn = record.dn;
+  return SendReplacement(*message, values);
+}
+
+StoreStatus LdbConnection::SendReplacement(ldb_message& message, const AttributeMap& values) const {
+  for (const auto& [name, set] : values) AddElement(message, LDB_FLAG_MOD_REPLACE, name, set);
+  return Outcome(ldb_modify(handle(), &message));
 }
 
 StoreStatus LdbConnection::Delete(const std::string& dn) const {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/ldb_record.h"
 
 struct ldb_context;
 struct ldb_dn;
@@ -68,14 +69,24 @@ class LdbConnection {
   [[nodiscard]] StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                                  Entry& entry) const;
   /// The same of an object of the directory only: 34 for what is no name of one, as `IsName` says.
+  /// `record` is the same entry as it was found.
+  [[nodiscard]] StoreStatus ReadObject(const std::string& dn,
+                                       std::span<const std::string> attributes, Entry& entry,
+                                       LdbRecord& record) const;
   [[nodiscard]] StoreStatus ReadObject(const std::string& dn,
                                        std::span<const std::string> attributes, Entry& entry) const;
+  /// What is recorded under a name, as `Read` would find it.
+  [[nodiscard]] StoreStatus ReadRecord(const std::string& dn,
+                                       std::span<const std::string> attributes,
+                                       LdbRecord& record) const;
   [[nodiscard]] StoreStatus Add(const Entry& entry) const;
   [[nodiscard]] StoreStatus Delete(const std::string& dn) const;
   /// One entry gets another name; those below it keep theirs, and its attributes theirs.
   [[nodiscard]] StoreStatus Rename(const std::string& dn, const std::string& to) const;
   /// Gives each attribute exactly these values; none removes it.
   [[nodiscard]] StoreStatus Replace(const std::string& dn, const AttributeMap& values) const;
+  /// The same of the entry that a record is of.
+  [[nodiscard]] StoreStatus Replace(const ldb_message& record, const AttributeMap& values) const;
 
   /// A number that every change of the database makes larger; within a transaction the one that it
   /// will have.
@@ -94,13 +105,16 @@ class LdbConnection {
 
   explicit LdbConnection(std::unique_ptr<Handle> handle);
   [[nodiscard]] StoreStatus Outcome(int code) const;
+  [[nodiscard]] StoreStatus OutcomeOfSearch(int code) const;
   /// `base` and the filter are well-formed.
   [[nodiscard]] StoreStatus SearchAt(ldb_dn* base, SearchScope scope, const std::string& filter,
                                      std::span<const std::string> attributes,
                                      const Take& take) const;
   /// `name` is `dn`.
   [[nodiscard]] StoreStatus ReadAt(ldb_dn* name, const std::string& dn,
-                                   std::span<const std::string> attributes, Entry& entry) const;
+                                   std::span<const std::string> attributes,
+                                   LdbRecord& record) const;
+  [[nodiscard]] StoreStatus SendReplacement(ldb_message& message, const AttributeMap& values) const;
 
   std::unique_ptr<Handle> handle_;
 };

@@ -23,7 +23,13 @@ extern "C" __attribute__((visibility("default"))) int ldb_modules_load(const cha
       reinterpret_cast<decltype(&ldb_modules_load)>(dlsym(RTLD_NEXT, "ldb_modules_load"));
   if (load == nullptr) return LDB_ERR_UNAVAILABLE;
   const std::string for_files = std::string(path) + "/tdb.so";
-  return load(access(for_files.c_str(), R_OK) == 0 ? for_files.c_str() : path, version);
+  const char* const module = access(for_files.c_str(), R_OK) == 0 ? for_files.c_str() : path;
+  // The library would have it use what it brings along itself before what the program has
+  // (RTLD_DEEPBIND). In a program with an allocator of its own there would be two then, and what
+  // one has given the other would get back. What is loaded already stays as it is; it stays for
+  // good.
+  static_cast<void>(dlopen(module, RTLD_NOW));
+  return load(module, version);
 }
 
 /// Loads everything in a folder; the library does that last, whatever it was told.
@@ -36,6 +42,14 @@ std::unique_lock<std::mutex> LockLdbLibrary() {
   // As the lists that it guards, one for the whole process.
   static std::mutex mutex;
   return std::unique_lock(mutex);
+}
+
+void PrepareLdbLibrary() {
+  // The library makes a loop of events for each request, though a file has none: what it would wait
+  // for events with costs three system calls each time, the plainest way none. Set once: whoever
+  // makes a loop reads it.
+  static std::once_flag once;
+  std::call_once(once, [] { tevent_set_default_backend("poll"); });
 }
 
 }  // namespace pelora::ldap

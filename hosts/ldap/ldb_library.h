@@ -10,4 +10,7 @@ namespace pelora::ldap {
 /// takes that one first.
 [[nodiscard]] std::unique_lock<std::mutex> LockLdbLibrary();
 
+/// Before the first context is made, with the lock taken.
+void PrepareLdbLibrary();
+
 }  // namespace pelora::ldap

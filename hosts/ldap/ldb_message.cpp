@@ -13,14 +13,38 @@ std::string ToBytes(const ldb_val& value) {
   return {reinterpret_cast<const char*>(value.data), value.length};
 }
 
+namespace {
+
+void Append(const ldb_message_element& element, AttributeValues& values) {
+  values.reserve(values.size() + element.num_values);
+  for (const ldb_val& value : std::span(element.values, element.num_values)) {
+    values.push_back(ToBytes(value));
+  }
+}
+
+}  // namespace
+
 Entry ToEntry(const ldb_message& message) {
   Entry entry;
   entry.dn = ldb_dn_get_linearized(message.dn);
   for (const ldb_message_element& element : std::span(message.elements, message.num_elements)) {
-    AttributeValues& values = entry.attributes[element.name];
-    values.reserve(values.size() + element.num_values);
-    for (const ldb_val& value : std::span(element.values, element.num_values)) {
-      values.push_back(ToBytes(value));
+    Append(element, entry.attributes[element.name]);
+  }
+  return entry;
+}
+
+Entry ToEntry(const ldb_message& message, std::span<const Modification> modifications) {
+  Entry entry;
+  entry.dn = ldb_dn_get_linearized(message.dn);
+  for (const Modification& change : modifications) {
+    const auto [values, is_new] = entry.attributes.try_emplace(change.attribute);
+    if (!is_new) continue;
+    const ldb_message_element* const element =
+        ldb_msg_find_element(&message, change.attribute.c_str());
+    if (element == nullptr) {
+      entry.attributes.erase(values);
+    } else {
+      Append(*element, values->second);
     }
   }
   return entry;

@@ -50,6 +50,39 @@ int TakeReply(struct ldb_request* request, ldb_reply* reply) {
   return ldb_request_done(request, LDB_ERR_SIZE_LIMIT_EXCEEDED);
 }
 
+int TakeRecord(struct ldb_request* request, ldb_reply* reply) {
+  if (reply == nullptr) return ldb_request_done(request, LDB_ERR_OPERATIONS_ERROR);
+  const TallocPtr<ldb_reply> owned(reply);
+  if (reply->error != LDB_SUCCESS) return ldb_request_done(request, reply->error);
+  if (reply->type == LDB_REPLY_DONE) return ldb_request_done(request, LDB_SUCCESS);
+  if (reply->type == LDB_REPLY_ENTRY) {
+    static_cast<LdbRecord*>(request->context)->reset(talloc_steal(nullptr, reply->message));
+  }
+  return LDB_SUCCESS;
+}
+
+/// The names as the library takes them; null: all attributes.
+class NameList {
+ public:
+  explicit NameList(std::span<const std::string> names) {
+    names_.reserve(names.size() + 1);
+    for (const std::string& name : names) names_.push_back(name.c_str());
+    names_.push_back(nullptr);
+  }
+  [[nodiscard]] const char* const* get() const {
+    return names_.size() == 1 ? nullptr : names_.data();
+  }
+
+ private:
+  std::vector<const char*> names_;
+};
+
+/// Has a request done that was built with success.
+int Done(ldb_context* context, int code, struct ldb_request*& request) {
+  if (code == LDB_SUCCESS) code = ldb_request(context, request);
+  return code == LDB_SUCCESS ? ldb_wait(request->handle, LDB_WAIT_ALL) : code;
+}
+
 ldb_scope ScopeOf(SearchScope scope) {
   switch (scope) {
     case SearchScope::kBase:
@@ -86,20 +119,28 @@ bool KnowsMatchingRules(const struct ldb_parse_tree& filter) {
 int SearchLdb(ldb_context* context, const LdbSearch& search,
               const std::function<bool(Entry entry)>& take) {
   const TallocScope memory = MakeTallocScope();
-  std::vector<const char*> names;
-  names.reserve(search.attributes.size() + 1);
-  for (const std::string& attribute : search.attributes) names.push_back(attribute.c_str());
-  names.push_back(nullptr);
+  const NameList names(search.attributes);
   Reception reception{.take = take};
   // A function has the name, too.
   struct ldb_request* request = nullptr;
-  int code = ldb_build_search_req(
-      &request, context, memory.get(), search.base, ScopeOf(search.scope), search.filter.c_str(),
-      search.attributes.empty() ? nullptr : names.data(), nullptr, &reception, &TakeReply, nullptr);
-  if (code == LDB_SUCCESS) code = ldb_request(context, request);
-  if (code == LDB_SUCCESS) code = ldb_wait(request->handle, LDB_WAIT_ALL);
+  int code = ldb_build_search_req(&request, context, memory.get(), search.base,
+                                  ScopeOf(search.scope), search.filter.c_str(), names.get(),
+                                  nullptr, &reception, &TakeReply, nullptr);
+  code = Done(context, code, request);
   if (reception.failure) std::rethrow_exception(reception.failure);
   return reception.is_ended ? LDB_SUCCESS : code;
+}
+
+int ReadLdb(ldb_context* context, ldb_dn* name, struct ldb_parse_tree* filter,
+            std::span<const std::string> attributes, LdbRecord& record) {
+  record.reset();
+  const TallocScope memory = MakeTallocScope();
+  const NameList names(attributes);
+  struct ldb_request* request = nullptr;
+  const int code =
+      ldb_build_search_req_ex(&request, context, memory.get(), name, LDB_SCOPE_BASE, filter,
+                              names.get(), nullptr, &record, &TakeRecord, nullptr);
+  return Done(context, code, request);
 }
 
 }  // namespace pelora::ldap

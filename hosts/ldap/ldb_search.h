@@ -6,6 +6,7 @@
 #include <string>
 
 #include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/ldb_record.h"
 
 struct ldb_context;
 struct ldb_dn;
@@ -30,5 +31,10 @@ struct LdbSearch {
 /// the same database. The library's code is returned; what `take` throws comes through.
 [[nodiscard]] int SearchLdb(ldb_context* context, const LdbSearch& search,
                             const std::function<bool(Entry entry)>& take);
+
+/// Reads the record of one name, with some attributes, or all when none is named; null when it does
+/// not match the filter. The library's code is returned.
+[[nodiscard]] int ReadLdb(ldb_context* context, ldb_dn* name, struct ldb_parse_tree* filter,
+                          std::span<const std::string> attributes, LdbRecord& record);
 
 }  // namespace pelora::ldap

@@ -44,6 +44,7 @@ class LdbStore final : public IDirectoryStore, public IReadsAhead {
     // What the library was left in the middle of it ends now; whoever else works with the file has
     // had his time then.
     if (lock_->IsFileGivenUp()) static_cast<void>(lock_->AcquireAnew(Purpose::kWrite));
+    known_.Clear();
     connection_.reset();
   }
   LdbStore(const LdbStore&) = delete;
@@ -160,8 +161,9 @@ StoreStatus LdbStore::ReadTogether(std::span<const std::string> dns,
     status = lock_->AcquireAnew(Purpose::kRead);
     if (!status.Ok()) break;
     ReadEntry& one = read.emplace_back();
-    one.status = FileTrouble(connection_->ReadObject(dns[at], attributes, one.entry));
-    if (one.status.Ok()) known_.Keep(one.entry, attributes);
+    LdbRecord record;
+    one.status = FileTrouble(connection_->ReadObject(dns[at], attributes, one.entry, record));
+    if (one.status.Ok()) known_.Keep(one.entry.dn, std::move(record), attributes);
   }
   return status;
 }
@@ -327,12 +329,11 @@ std::vector<StoreStatus> LdbStore::ModifyTogether(std::span<const ModifyRequest>
 StoreStatus LdbStore::ModifyOne(const ModifyRequest& request, Effect& effect) {
   const std::span<const Modification> modifications = request.modifications;
   StoreStatus status;
-  if (const Entry* const known = known_.Find(request.dn, modifications); known != nullptr) {
+  if (const LdbRecord known = known_.Take(request.dn, modifications); known != nullptr) {
     status = changes_.ModifyKnown(*known, modifications, ModifyWay::kStrict, effect);
   } else if (status = CheckName(request.dn); status.Ok()) {
     status = changes_.Modify(request.dn, modifications, ModifyWay::kStrict, effect);
   }
-  known_.Forget(request.dn);
   return FileTrouble(std::move(status));
 }
 

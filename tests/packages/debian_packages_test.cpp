@@ -14,8 +14,10 @@ namespace pelora::test {
 namespace {
 
 using ::testing::Contains;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::UnorderedElementsAreArray;
 
@@ -101,7 +103,8 @@ TEST(DebianPackages, DependOnWhatTheyUse) {
   EXPECT_THAT(Field("pelora-console", "Depends"),
               AllOf(HasSubstr("libqt6widgets6"), HasSubstr("libldb2"), HasSubstr("libc6")));
   EXPECT_THAT(Field("peloractl", "Depends"),
-              AllOf(HasSubstr("libldb2"), HasSubstr("libldap"), Not(HasSubstr("libqt6"))))
+              AllOf(HasSubstr("libldb2"), HasSubstr("libldap"), HasSubstr("libjemalloc2"),
+                    Not(HasSubstr("libqt6"))))
       << "for machines without a screen";
   EXPECT_EQ(Field("pelora-deploy", "Depends"), "python3, python3-samba\n");
   EXPECT_EQ(Field("pelora-deploy", "Architecture"), "all\n");
@@ -138,6 +141,13 @@ TEST(DebianPackages, RunWhereTheyAreInstalledAndLeaveNothing) {
   const std::string home = "export HOME=\"$PWD/home\" XDG_DATA_HOME=\"$PWD/home\"\n";
   EXPECT_THAT(OutputOf(home + "root/usr/bin/peloractl --sample list user"),
               HasSubstr("Helga Önder"));
+  // It has an allocator of its own, and so has all that the database library loads: what one has
+  // given no other one can take back.
+  EXPECT_THAT(LinesOf(OutputOf(
+                  home + "env -u LDB_MODULES_DISABLE_DEEPBIND LD_DEBUG=bindings "
+                         "root/usr/bin/peloractl --sample list user 2>&1 | grep -E "
+                         "'binding file [^ ]*(ldb|tdb|talloc)[^ ]* .*symbol .(malloc|free).'")),
+              AllOf(Not(IsEmpty()), Contains(HasSubstr("key-value")), Each(HasSubstr("jemalloc"))));
   EXPECT_THAT(OutputOf("root/usr/sbin/pelora-deploy --help"), HasSubstr("unregister"));
   EXPECT_EQ(OutputOf("python3 -Bc \"import runpy; "
                      "print(runpy.run_path('root/usr/sbin/pelora-deploy')['FOLDER'])\""),
