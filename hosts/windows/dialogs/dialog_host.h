@@ -23,6 +23,9 @@ class DialogHost {
   /// left to the system.
   INT_PTR OnMessage(HWND window, UINT message, WPARAM wide, LPARAM narrow) noexcept;
 
+  /// Whether the dialog has been made, be it gone again or not.
+  [[nodiscard]] bool HasStood() const { return dialog_.has_value(); }
+
  private:
   INT_PTR Dispatch(HWND window, UINT message, WPARAM wide, LPARAM narrow);
   INT_PTR OnNotify(NMHDR& notification);

@@ -17,9 +17,11 @@ INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wide, LPARAM 
 std::int32_t Win32ModalDialogs::Run(DialogId dialog, IDialog* owner,
                                     IDialogController& controller) {
   DialogHost host(controller, DialogRole::kModal);
-  return static_cast<std::int32_t>(DialogBoxParamW(instance_, MAKEINTRESOURCEW(dialog),
-                                                   OwnerWindow(owner), &DialogProcedure,
-                                                   reinterpret_cast<LPARAM>(&host)));
+  const INT_PTR result = DialogBoxParamW(instance_, MAKEINTRESOURCEW(dialog), OwnerWindow(owner),
+                                         &DialogProcedure, reinterpret_cast<LPARAM>(&host));
+  const bool is_ended = result > 0;
+  if (!is_ended && host.HasStood()) return kDialogCancel;
+  return static_cast<std::int32_t>(result);
 }
 
 }  // namespace pelora::windows

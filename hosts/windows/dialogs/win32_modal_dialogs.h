@@ -6,7 +6,8 @@
 
 namespace pelora::windows {
 
-/// Modal dialogs from the templates of a module.
+/// Modal dialogs from the templates of a module. One that goes with its owner, ended by nobody,
+/// counts as cancelled.
 class Win32ModalDialogs final : public IModalDialogs {
  public:
   explicit Win32ModalDialogs(HINSTANCE instance) : instance_(instance) {}

@@ -10,6 +10,7 @@ namespace pelora::windows::test {
 namespace {
 
 constexpr const char* kAda = "LDAP://dc1/CN=Ada,DC=fake,DC=example";
+constexpr RowIndex kArchiverRow = 0;
 
 class ClosedMeanwhileTest : public UserTab {
  protected:
@@ -67,6 +68,24 @@ TEST_F(ClosedMeanwhileTest, WhileTheServerIsPicked) {
 TEST_F(ClosedMeanwhileTest, WhileTheSystemAdministratorIsPicked) {
   Open("CPropPageCompany", {kAda});
   PickFrom(IDC_SYSTEM_ADMIN_SELECT);
+}
+
+TEST_F(ClosedMeanwhileTest, WhileArchiveServersAreEdited) {
+  Open("CPropPageFeatures", {kAda});
+  CloseInNextDialog();
+  User().DoubleClickListViewCell(IDC_FEATURE_LIST, kArchiverRow, 0);
+}
+
+TEST_F(ClosedMeanwhileTest, WhileAnArchiveServerIsPicked) {
+  Open("CPropPageFeatures", {kAda});
+  boxes_.PlayNext([this](HWND dialog) {
+    PickedObjects picked({kAda});
+    picker_.Choose(picked);
+    picker_.WhileOpen([this] { sheet().Destroy(); });
+    WindowPlayer(dialog).Click(IDC_ARCHIVER_SEARCH);
+    EXPECT_EQ(picked.references(), 0U);
+  });
+  User().DoubleClickListViewCell(IDC_FEATURE_LIST, kArchiverRow, 0);
 }
 
 TEST_F(ClosedMeanwhileTest, WhileAFailureIsTold) {
