@@ -182,7 +182,7 @@ fi
   if wants threads; then suites "threads under TSan" tsan "${watched_threads[@]}"; fi
   if wants alone; then
     if cmake --preset native -B build/alone -DBUILD_TESTING=ON -DPELORA_UNITY=OFF >>"$log" 2>&1 &&
-      cmake --build build/alone >>"$log" 2>&1; then
+      cmake --build build/alone -- -k 0 >>"$log" 2>&1; then
       row "sources, each alone" "$(find build/alone -name '*.cpp.o' | wc -l) compiled"
     else
       fail "sources, each alone"

@@ -366,12 +366,12 @@ TEST_P(GuardedSheetContract, AFailedReadingIsToldWithTheDirectorysWordsAndCanBeT
   sheet.Type(IDC_QUOTA_HARD, "550");
   EXPECT_TRUE(sheet.sheet().Apply());
   sheet.Type(IDC_QUOTA_HARD, "600");
-  store.FailReading({52, "asleep"});
+  store.FailReading({51, "asleep"});
   EXPECT_FALSE(sheet.sheet().Ok());
   const Lines boxes = sheet.TakeBoxes();
   ASSERT_THAT(boxes, SizeIs(1));
   EXPECT_THAT(boxes.front(), StartsWith("Unable to get connection with the ldap user||Error code: "
-                                        "0X8007200F||Object: LDAP://"));
+                                        "0X8007200E||Object: LDAP://"));
   EXPECT_THAT(boxes.front(), HasSubstr("|The directory says: asleep||Try again"));
   store.FailReading({});
   EXPECT_TRUE(sheet.sheet().Ok());

@@ -82,7 +82,7 @@ std::string WhyNotFit(const PasswordRules& rules, const Secret& password) {
     return "The password is too short: " + LeastText(rules.least) + ".";
   }
   if (rules.is_mixed && !IsMixed(password.text())) {
-    return std::string("The password is too plain: it needs ") + kMixedText + ".";
+    return std::string("The password is too plain: it needs ").append(kMixedText).append(".");
   }
   return {};
 }
