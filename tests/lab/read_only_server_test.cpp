@@ -92,6 +92,27 @@ TEST_F(ReadOnlyServer, ChangesGoToTheOneThatItNamesAndReadingStaysNearby) {
   EXPECT_EQ(reader_.connections(), 1);
 }
 
+TEST_F(ReadOnlyServer, OneThatSaysNothingIsWaitedForOnceHoweverManyChangesThereAre) {
+  TcpRelay silent(ldap::kDirectoryPort);
+  silent.HoldRequests();
+  referral_ = {"ldap://" + Server() + ":" + std::to_string(silent.port()) + "/" + kName};
+  // The other server may be too busy to refuse anything within so short a wait.
+  for (int tries = 0; tries < kTries && silent.connections() == 0; ++tries) {
+    session_.reset();
+    session_ = OpenImpatientSession(reader_.Address());
+    int left = 20;
+    store().ModifyManyStrictly(
+        [&]() -> std::optional<ldap::ModifyRequest> {
+          if (left-- == 0) return std::nullopt;
+          return ldap::ModifyRequest{
+              .dn = kName,
+              .modifications = {{ldap::Modification::Operation::kReplace, "mail", {"m"}}}};
+        },
+        [](const StoreStatus& status) { EXPECT_LT(status.code, 0); });
+  }
+  EXPECT_EQ(silent.connections(), 1);
+}
+
 TEST_F(ReadOnlyServer, ManyChangesAreDoneThereInTheirOrder) {
   std::vector<std::string> names;
   for (int number = 0; number < 200; ++number) {

@@ -23,7 +23,8 @@ namespace {
 /// it more than they save.
 constexpr std::size_t kNamesInBatch = 16;
 /// What lies in one container is compared by a value, which takes a server half as long as a name.
-constexpr std::size_t kSiblingsInBatch = 32;
+/// For each search it looks at the list of all that lie there, however many.
+constexpr std::size_t kSiblingsInBatch = 64;
 /// Fewer are a search by their names, together with those that follow.
 constexpr std::size_t kFewSiblings = 4;
 /// A server may take a few more for the same than there are names.

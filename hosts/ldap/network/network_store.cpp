@@ -142,7 +142,7 @@ void NetworkStore::SendOver(std::shared_ptr<LdapConnection> connection, SentWrit
 }
 
 NetworkStore::SentWrite NetworkStore::SendWriting(Write write) {
-  SentWrite sent{.write = std::move(write)};
+  SentWrite sent{.write = std::move(write), .number = ++sent_};
   if (servers_->is_of_catalog()) {
     sent.status = {kLdapUnwillingToPerform,
                    "the global catalog takes no changes: " + sent.write.what +
@@ -188,8 +188,15 @@ StoreStatus NetworkStore::Settle(SentWrite sent) {
   if (!named || sent.is_referred || sent.connection->server() == *named) return status;
   const bool is_open = writer_ != nullptr && writer_->server() == *named && writer_->IsUsable();
   if (!is_open) {
+    // One that says nothing is waited for once, however many changes are under way.
+    if (lost_writer_ && lost_writer_->name == *named && sent.number <= lost_writer_->sent) {
+      return lost_writer_->status;
+    }
     status = servers_->ConnectForWriting(*named, sent.connection->server(), realm_, stop_, writer_);
-    if (!status.Ok()) return status;
+    if (!status.Ok()) {
+      lost_writer_ = LostWriter{.name = *named, .status = status, .sent = sent_};
+      return status;
+    }
   }
   SendOver(writer_, sent);
   return AwaitWriting(sent, referral);

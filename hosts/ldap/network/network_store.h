@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -99,6 +100,16 @@ class NetworkStore final : public IDirectoryStore {
     LdapConnection::RequestId id = 0;
     /// It went to the server that another one has named.
     bool is_referred = false;
+    /// The how many-th it is of all that have been sent.
+    std::size_t number = 0;
+  };
+
+  /// A server that was named for changes and could not be had.
+  struct LostWriter {
+    ServerName name;
+    StoreStatus status;
+    /// How many changes had been sent when that was seen.
+    std::size_t sent = 0;
   };
 
   /// Reads over a new connection what the store has to know, and keeps the connection.
@@ -130,6 +141,9 @@ class NetworkStore final : public IDirectoryStore {
   std::shared_ptr<LdapConnection> connection_;
   /// To the server that the other one has named for changes, if it has.
   std::shared_ptr<LdapConnection> writer_;
+  std::optional<LostWriter> lost_writer_;
+  /// How many changes have been sent.
+  std::size_t sent_ = 0;
   /// The realm of the server that is read, as it says itself.
   std::string realm_;
   NamingContexts contexts_;
