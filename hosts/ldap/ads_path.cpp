@@ -11,7 +11,6 @@ constexpr std::string_view kRoot = "rootDSE";
 
 /// Where the first `wanted` stands that is not escaped.
 std::size_t FindBare(std::string_view text, char wanted) {
-  if (text.find('\\') == std::string_view::npos) return text.find(wanted);
   for (std::size_t at = 0; at < text.size(); ++at) {
     if (text[at] == '\\') {
       ++at;
@@ -48,7 +47,6 @@ bool IsName(std::string_view name) {
 
 /// Drops the backslash of `\/`; every other escape belongs to the name.
 std::string BareSlashes(std::string_view escaped) {
-  if (escaped.find('\\') == std::string_view::npos) return std::string(escaped);
   std::string name;
   name.reserve(escaped.size());
   for (std::size_t at = 0; at < escaped.size(); ++at) {
@@ -66,9 +64,6 @@ std::string BareSlashes(std::string_view escaped) {
 std::string AdsPathOf(std::string_view dn, std::string_view server) {
   std::string path(kScheme);
   if (!server.empty()) path.append(server) += '/';
-  const bool is_plain =
-      dn.find('/') == std::string_view::npos && dn.find('\\') == std::string_view::npos;
-  if (is_plain) return path.append(dn);
   for (std::size_t at = 0; at < dn.size(); ++at) {
     if (dn[at] == '/') path += '\\';
     path += dn[at];

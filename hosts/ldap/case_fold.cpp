@@ -3,11 +3,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <iterator>
 
+#include "directory/ascii_case.h"
 #include "directory/utf.h"
 
 namespace pelora::ldap {
@@ -66,40 +64,18 @@ char16_t Capital(char16_t letter) {
   return static_cast<char16_t>(letter + row.offset);
 }
 
-constexpr std::uint64_t InEachByte(std::uint64_t byte) { return byte * 0x0101010101010101U; }
-
-/// Turns what is plain at the beginning of a text into capitals; gives how many bytes that is, or
-/// a few less.
-std::size_t FoldPlain(std::string& text) {
-  constexpr std::size_t kAtOnce = sizeof(std::uint64_t);
-  constexpr std::uint64_t kHighBits = InEachByte(0x80);
-  std::size_t at = 0;
-  for (; at + kAtOnce <= text.size(); at += kAtOnce) {
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, text.data() + at, kAtOnce);
-    if ((bytes & kHighBits) != 0) return at;
-    // No byte is so large that what is added to it goes over into the next.
-    const std::uint64_t are_small =
-        (bytes + InEachByte(0x80 - 'a')) & ~(bytes + InEachByte(0x80 - 'z' - 1)) & kHighBits;
-    bytes -= are_small >> 2;
-    std::memcpy(text.data() + at, &bytes, kAtOnce);
-  }
-  for (; at < text.size() && static_cast<unsigned char>(text[at]) < 0x80; ++at) {
-    if (text[at] >= 'a' && text[at] <= 'z') text[at] = static_cast<char>(text[at] - 'a' + 'A');
-  }
-  return at;
-}
-
 }  // namespace
 
 std::string FoldCase(std::string_view text) {
   // Names are looked up by their folded form for every attribute of every object, and most of them
-  // are plain to the end.
-  std::string folded(text);
-  const std::size_t plain = FoldPlain(folded);
-  if (plain == text.size()) return folded;
-  folded.resize(plain);
-  std::u16string letters = ToUtf16(text.substr(plain));
+  // are plain to the end, or nearly.
+  const auto* const plain_end = std::find_if(text.begin(), text.end(), [](char letter) {
+    return static_cast<unsigned char>(letter) >= 0x80;
+  });
+  std::string folded(text.begin(), plain_end);
+  std::ranges::transform(folded, folded.begin(), AsciiUpperCase);
+  if (plain_end == text.end()) return folded;
+  std::u16string letters = ToUtf16({plain_end, text.end()});
   std::transform(letters.begin(), letters.end(), letters.begin(), Capital);
   return folded + ToUtf8(letters);
 }

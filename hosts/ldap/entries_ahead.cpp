@@ -22,8 +22,8 @@ void EntriesAhead::Read(const Reading& reading) {
   if (!reading(dns_, attributes_, read_).Ok()) read_.clear();
 }
 
-std::vector<ReadEntry> EntriesAhead::Take(std::span<const std::string> dns,
-                                          std::span<const std::string> attributes) {
+std::vector<ReadRecord> EntriesAhead::Take(std::span<const std::string> dns,
+                                           std::span<const std::string> attributes) {
   const std::lock_guard alone(mutex_);
   const bool is_expected =
       std::ranges::equal(dns, dns_) && std::ranges::equal(attributes, attributes_);

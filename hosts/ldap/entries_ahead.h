@@ -7,23 +7,18 @@
 #include <string>
 #include <vector>
 
-#include "hosts/ldap/directory_store.h"
+#include "hosts/ldap/ldb_record.h"
 
 namespace pelora::ldap {
 
-/// What became of one of many entries asked for.
-struct ReadEntry {
-  StoreStatus status{};
-  Entry entry{};
-};
-
-/// Entries that one thread reads before another one asks for them. Safe to use on both.
+/// Entries, as records, that one thread reads before another one asks for them. Safe to use on
+/// both.
 class EntriesAhead {
  public:
   /// Reads entries, in their order; the status is that of the reading itself.
   using Reading = std::function<StoreStatus(std::span<const std::string> dns,
                                             std::span<const std::string> attributes,
-                                            std::vector<ReadEntry>& read)>;
+                                            std::vector<ReadRecord>& read)>;
 
   /// These will be asked for, though other things may be before. Nothing else is expected from now
   /// on.
@@ -32,15 +27,15 @@ class EntriesAhead {
   void Read(const Reading& reading);
   /// What has been read of the first of these, when they are what was expected: nothing is from now
   /// on. Empty when there was no time, and of anything else. Waits for a reading that is under way.
-  [[nodiscard]] std::vector<ReadEntry> Take(std::span<const std::string> dns,
-                                            std::span<const std::string> attributes);
+  [[nodiscard]] std::vector<ReadRecord> Take(std::span<const std::string> dns,
+                                             std::span<const std::string> attributes);
   void Clear() { Expect({}, {}); }
 
  private:
   std::mutex mutex_;
   std::vector<std::string> dns_;
   std::vector<std::string> attributes_;
-  std::vector<ReadEntry> read_;
+  std::vector<ReadRecord> read_;
 };
 
 }  // namespace pelora::ldap

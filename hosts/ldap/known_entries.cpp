@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "directory/ascii_case.h"
+#include "hosts/ldap/ldb_api.h"
 
 namespace pelora::ldap {
 
@@ -13,8 +14,7 @@ void KnownEntries::SetState(State state) {
   state_ = state;
 }
 
-void KnownEntries::Keep(const std::string& dn, LdbRecord record,
-                        std::span<const std::string> attributes) {
+void KnownEntries::Keep(const LdbRecord& record, std::span<const std::string> attributes) {
   // A whole object may hold anything, and much of it.
   if (attributes.empty()) return;
   if (!std::ranges::equal(attributes, attributes_)) {
@@ -22,7 +22,7 @@ void KnownEntries::Keep(const std::string& dn, LdbRecord record,
     attributes_.assign(attributes.begin(), attributes.end());
   }
   if (records_.size() >= kMost) Clear();
-  records_.insert_or_assign(dn, std::move(record));
+  records_.insert_or_assign(ldb_dn_get_linearized(record->dn), record);
 }
 
 LdbRecord KnownEntries::Take(const std::string& dn, std::span<const Modification> modifications) {

@@ -33,10 +33,10 @@ class KnownEntries {
   /// What is kept is good in another state too: only what was forgotten has changed.
   void MoveTo(State state) { state_ = state; }
 
-  /// Keeps what is recorded under a name, of which these attributes were read in the present state
-  /// or later. What was read whole is not kept.
-  void Keep(const std::string& dn, LdbRecord record, std::span<const std::string> attributes);
-  /// What is recorded under this very name when everything is known that the modifications are
+  /// Keeps a record of which these attributes were read in the present state or later. What was
+  /// read whole is not kept.
+  void Keep(const LdbRecord& record, std::span<const std::string> attributes);
+  /// The record of this very name when everything is known that the modifications are
   /// about; null otherwise. It is not known any more: it is about to change.
   [[nodiscard]] LdbRecord Take(const std::string& dn, std::span<const Modification> modifications);
   void Clear() { records_.clear(); }

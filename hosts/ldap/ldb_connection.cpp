@@ -231,22 +231,14 @@ StoreStatus LdbConnection::ReadRecord(const std::string& dn,
 }
 
 StoreStatus LdbConnection::ReadObject(const std::string& dn,
-                                      std::span<const std::string> attributes, Entry& entry) const {
-  LdbRecord record;
-  return ReadObject(dn, attributes, entry, record);
-}
-
-StoreStatus LdbConnection::ReadObject(const std::string& dn,
-                                      std::span<const std::string> attributes, Entry& entry,
+                                      std::span<const std::string> attributes,
                                       LdbRecord& record) const {
   // The library would take what stands before it for the name.
   if (dn.find('\0') != std::string::npos) return NoName(dn);
   const TallocScope memory = MakeTallocScope();
   ldb_dn* const name = ldb_dn_new(memory.get(), handle(), dn.c_str());
   if (!IsObjectName(name)) return NoName(dn);
-  StoreStatus status = ReadAt(name, dn, attributes, record);
-  if (status.Ok()) entry = ToEntry(*record);
-  return status;
+  return ReadAt(name, dn, attributes, record);
 }
 
 StoreStatus LdbConnection::ReadAt(ldb_dn* name, const std::string& dn,

@@ -69,12 +69,9 @@ class LdbConnection {
   [[nodiscard]] StoreStatus Read(const std::string& dn, std::span<const std::string> attributes,
                                  Entry& entry) const;
   /// The same of an object of the directory only: 34 for what is no name of one, as `IsName` says.
-  /// `record` is the same entry as it was found.
   [[nodiscard]] StoreStatus ReadObject(const std::string& dn,
-                                       std::span<const std::string> attributes, Entry& entry,
+                                       std::span<const std::string> attributes,
                                        LdbRecord& record) const;
-  [[nodiscard]] StoreStatus ReadObject(const std::string& dn,
-                                       std::span<const std::string> attributes, Entry& entry) const;
   /// What is recorded under a name, as `Read` would find it.
   [[nodiscard]] StoreStatus ReadRecord(const std::string& dn,
                                        std::span<const std::string> attributes,

@@ -6,6 +6,7 @@
 #include <exception>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "hosts/ldap/ldb_api.h"
@@ -56,7 +57,9 @@ int TakeRecord(struct ldb_request* request, ldb_reply* reply) {
   if (reply->error != LDB_SUCCESS) return ldb_request_done(request, reply->error);
   if (reply->type == LDB_REPLY_DONE) return ldb_request_done(request, LDB_SUCCESS);
   if (reply->type == LDB_REPLY_ENTRY) {
-    static_cast<LdbRecord*>(request->context)->reset(talloc_steal(nullptr, reply->message));
+    // Nothing may be thrown through the library: this asks for no memory.
+    auto& found = *static_cast<TallocPtr<ldb_message>*>(request->context);
+    found.reset(talloc_steal(nullptr, reply->message));
   }
   return LDB_SUCCESS;
 }
@@ -133,14 +136,16 @@ int SearchLdb(ldb_context* context, const LdbSearch& search,
 
 int ReadLdb(ldb_context* context, ldb_dn* name, struct ldb_parse_tree* filter,
             std::span<const std::string> attributes, LdbRecord& record) {
-  record.reset();
+  TallocPtr<ldb_message> found;
   const TallocScope memory = MakeTallocScope();
   const NameList names(attributes);
   struct ldb_request* request = nullptr;
   const int code =
       ldb_build_search_req_ex(&request, context, memory.get(), name, LDB_SCOPE_BASE, filter,
-                              names.get(), nullptr, &record, &TakeRecord, nullptr);
-  return Done(context, code, request);
+                              names.get(), nullptr, &found, &TakeRecord, nullptr);
+  const int outcome = Done(context, code, request);
+  record = std::move(found);
+  return outcome;
 }
 
 }  // namespace pelora::ldap

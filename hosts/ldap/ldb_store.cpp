@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <future>
 #include <utility>
 #include <vector>
 
@@ -16,17 +15,15 @@
 #include "hosts/ldap/ldb_file_check.h"
 #include "hosts/ldap/ldb_file_lock.h"
 #include "hosts/ldap/ldb_load.h"
+#include "hosts/ldap/ldb_message.h"
 #include "hosts/ldap/reads_ahead.h"
+#include "hosts/ldap/write_in_groups.h"
 
 namespace pelora::ldap {
 namespace {
 
 using Purpose = LdbFileLock::Purpose;
 
-/// Changes that are waited for together: what takes its time is the disk. The first are few, so
-/// that others can be worked out while they are written; each time there are twice as many.
-constexpr std::size_t kFewestTogether = 256;
-constexpr std::size_t kMostTogether = 2048;
 /// Entries that are read together: others wait meanwhile.
 constexpr std::size_t kReadTogether = 256;
 
@@ -82,16 +79,14 @@ class LdbStore final : public IDirectoryStore, public IReadsAhead {
   /// Does something in one transaction, which is committed when there is something to commit.
   StoreStatus WriteNow(const Writing& write);
   StoreStatus WriteHeld(const Writing& write);
-  /// The next requests for one transaction, `most` of them; fewer: there are no more.
-  static std::vector<ModifyRequest> Fetch(const ModifySource& next, std::size_t most);
   /// Does requests in one transaction; a refused one does not keep the others from being done.
-  std::vector<StoreStatus> ModifyTogether(std::span<const ModifyRequest> requests);
-  /// Does one of them within the transaction.
-  StoreStatus ModifyOne(const ModifyRequest& request, Effect& effect);
+  WrittenGroup ModifyTogether(std::span<const ModifyRequest> requests);
+  /// Does one of them within the transaction; `known` becomes what was known of the object.
+  StoreStatus ModifyOne(const ModifyRequest& request, LdbRecord& known, Effect& effect);
 
   /// Reads entries while others wait; the status is that of the file.
   StoreStatus ReadTogether(std::span<const std::string> dns,
-                           std::span<const std::string> attributes, std::vector<ReadEntry>& read);
+                           std::span<const std::string> attributes, std::vector<ReadRecord>& read);
   /// Reads what was announced and has not been read.
   void ReadAhead();
   /// Sees to it that nothing counts as known that may have changed.
@@ -138,7 +133,9 @@ StoreStatus LdbStore::Read(const std::string& dn, std::span<const std::string> a
   entry = {};
   LdbFileLock::Hold hold;
   StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
-  if (status.Ok()) status = FileTrouble(connection_->ReadObject(dn, attributes, entry));
+  LdbRecord record;
+  if (status.Ok()) status = FileTrouble(connection_->ReadObject(dn, attributes, record));
+  if (status.Ok()) entry = ToEntry(*record);
   return status;
 }
 
@@ -151,7 +148,7 @@ StoreStatus LdbStore::ForgetWhatChanged() {
 
 StoreStatus LdbStore::ReadTogether(std::span<const std::string> dns,
                                    std::span<const std::string> attributes,
-                                   std::vector<ReadEntry>& read) {
+                                   std::vector<ReadRecord>& read) {
   LdbFileLock::Hold hold;
   StoreStatus status = lock_->Acquire(Purpose::kRead, hold);
   // What is read from now on is in this state or a later one.
@@ -160,10 +157,9 @@ StoreStatus LdbStore::ReadTogether(std::span<const std::string> dns,
     // The library gives the lock back whenever it has looked at something.
     status = lock_->AcquireAnew(Purpose::kRead);
     if (!status.Ok()) break;
-    ReadEntry& one = read.emplace_back();
-    LdbRecord record;
-    one.status = FileTrouble(connection_->ReadObject(dns[at], attributes, one.entry, record));
-    if (one.status.Ok()) known_.Keep(one.entry.dn, std::move(record), attributes);
+    ReadRecord& one = read.emplace_back();
+    one.status = FileTrouble(connection_->ReadObject(dns[at], attributes, one.record));
+    if (one.status.Ok()) known_.Keep(one.record, attributes);
   }
   return status;
 }
@@ -171,22 +167,23 @@ StoreStatus LdbStore::ReadTogether(std::span<const std::string> dns,
 StoreStatus LdbStore::ReadMany(std::span<const std::string> dns,
                                std::span<const std::string> attributes, const ReadSink& sink) {
   if (dns.empty()) return {};
-  std::vector<ReadEntry> ahead = ahead_.Take(dns, attributes);
-  for (ReadEntry& one : ahead) {
-    if (!sink(std::move(one.status), std::move(one.entry))) return {};
-  }
+  // They become entries here: who reads for somebody else has more to do.
+  const auto hand_over = [&sink](ReadRecord& one) {
+    const LdbRecord record = std::move(one.record);
+    return sink(std::move(one.status), record == nullptr ? Entry() : ToEntry(*record));
+  };
+  std::vector<ReadRecord> ahead = ahead_.Take(dns, attributes);
+  if (!std::ranges::all_of(ahead, hand_over)) return {};
   dns = dns.subspan(ahead.size());
   while (!dns.empty()) {
     const std::span<const std::string> some = dns.first(std::min(dns.size(), kReadTogether));
-    std::vector<ReadEntry> read;
+    std::vector<ReadRecord> read;
     read.reserve(some.size());
     const StoreStatus status = ReadTogether(some, attributes, read);
     // What could not be asked for has failed each by itself, as a single reading would.
-    read.resize(some.size(), {.status = status, .entry = {}});
+    read.resize(some.size(), {.status = status, .record = {}});
     // The lock is gone: the sink may ask for more.
-    for (ReadEntry& one : read) {
-      if (!sink(std::move(one.status), std::move(one.entry))) return {};
-    }
+    if (!std::ranges::all_of(read, hand_over)) return {};
     dns = dns.subspan(some.size());
   }
   return {};
@@ -194,7 +191,7 @@ StoreStatus LdbStore::ReadMany(std::span<const std::string> dns,
 
 void LdbStore::ReadAhead() {
   ahead_.Read([this](std::span<const std::string> dns, std::span<const std::string> attributes,
-                     std::vector<ReadEntry>& read) {
+                     std::vector<ReadRecord>& read) {
     StoreStatus status;
     while (status.Ok() && !dns.empty()) {
       const std::span<const std::string> some = dns.first(std::min(dns.size(), kReadTogether));
@@ -223,37 +220,12 @@ StoreStatus LdbStore::ModifyStrictly(const std::string& dn,
   });
 }
 
-std::vector<ModifyRequest> LdbStore::Fetch(const ModifySource& next, std::size_t most) {
-  std::vector<ModifyRequest> group;
-  group.reserve(most);
-  while (group.size() < most) {
-    std::optional<ModifyRequest> request = next();
-    if (!request) break;
-    group.push_back(std::move(*request));
-  }
-  return group;
-}
-
 void LdbStore::ModifyManyStrictly(const ModifySource& next, const ModifySink& sink) {
-  // Fetched before anything is locked: the source may ask for more.
-  std::size_t most = kFewestTogether;
-  std::vector<ModifyRequest> group = Fetch(next, most);
-  while (group.size() == most) {
-    // While these are written the next ones are fetched, which takes as long, and needs what was
-    // announced: nothing can be read before all of them are written.
-    ReadAhead();
-    most = std::min(2 * most, kMostTogether);
-    std::future<std::vector<StoreStatus>> writing = std::async([&] {
-      std::vector<StoreStatus> written = ModifyTogether(group);
-      ReadAhead();
-      return written;
-    });
-    std::vector<ModifyRequest> following = Fetch(next, most);
-    for (StoreStatus& status : writing.get()) sink(std::move(status));
-    group = std::move(following);
-  }
+  WriteInGroups(
+      next, sink,
+      {.write = [this](std::span<const ModifyRequest> group) { return ModifyTogether(group); },
+       .read_ahead = [this] { ReadAhead(); }});
   ahead_.Clear();
-  for (StoreStatus& status : ModifyTogether(group)) sink(std::move(status));
 }
 
 StoreStatus LdbStore::Add(const Entry& entry) {
@@ -298,15 +270,16 @@ StoreStatus LdbStore::WriteHeld(const Writing& write) {
   return Commit(transaction);
 }
 
-std::vector<StoreStatus> LdbStore::ModifyTogether(std::span<const ModifyRequest> requests) {
+WrittenGroup LdbStore::ModifyTogether(std::span<const ModifyRequest> requests) {
+  const auto known = std::make_shared<std::vector<LdbRecord>>(requests.size());
   std::vector<StoreStatus> outcomes(requests.size());
-  if (requests.empty()) return outcomes;
+  if (requests.empty()) return {};
   bool is_damaged = false;
   const StoreStatus whole = WriteNow([&](Effect& effect) {
     StoreStatus status = ForgetWhatChanged();
     if (!status.Ok()) return status;
     for (std::size_t at = 0; at < requests.size() && !effect.is_damaged; ++at) {
-      outcomes[at] = ModifyOne(requests[at], effect);
+      outcomes[at] = ModifyOne(requests[at], (*known)[at], effect);
     }
     is_damaged = effect.is_damaged;
     if (is_damaged) return StoreStatus{kLdapOther, "one of several changes"};
@@ -323,13 +296,14 @@ std::vector<StoreStatus> LdbStore::ModifyTogether(std::span<const ModifyRequest>
   } else if (!whole.Ok()) {
     std::ranges::fill(outcomes, whole);
   }
-  return outcomes;
+  return {.outcomes = std::move(outcomes), .spent = known};
 }
 
-StoreStatus LdbStore::ModifyOne(const ModifyRequest& request, Effect& effect) {
+StoreStatus LdbStore::ModifyOne(const ModifyRequest& request, LdbRecord& known, Effect& effect) {
   const std::span<const Modification> modifications = request.modifications;
   StoreStatus status;
-  if (const LdbRecord known = known_.Take(request.dn, modifications); known != nullptr) {
+  known = known_.Take(request.dn, modifications);
+  if (known != nullptr) {
     status = changes_.ModifyKnown(*known, modifications, ModifyWay::kStrict, effect);
   } else if (status = CheckName(request.dn); status.Ok()) {
     status = changes_.Modify(request.dn, modifications, ModifyWay::kStrict, effect);

@@ -85,11 +85,9 @@ HRESULT StoreObject::Get(std::string_view name, Variant& value) {
   } else {
     auto cached = cache_.find(name);
     if (cached == cache_.end() || outdated_.contains(name)) {
-      const bool was_filled = is_filled_;
       const HRESULT read = Provide(name);
       if (FAILED(read)) return read;
-      // A name that is read by itself is noted as such.
-      if (!was_filled || asked_.contains(name)) cached = cache_.find(name);
+      cached = cache_.find(name);
     }
     if (cached != cache_.end()) values = &cached->second;
     if (options_->witness != nullptr) {

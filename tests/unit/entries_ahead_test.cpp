@@ -16,18 +16,18 @@ class EntriesAheadTest : public ::testing::Test {
  protected:
   void Read(const StoreStatus& status = {}) {
     ahead_.Read([&](std::span<const std::string> dns, std::span<const std::string> attributes,
-                    std::vector<ReadEntry>& read) {
+                    std::vector<ReadRecord>& read) {
       ++readings_;
       EXPECT_THAT(Names(attributes.begin(), attributes.end()), ElementsAre("mail"));
       for (const std::string& dn : dns) {
-        read.push_back({.status = {}, .entry = {.dn = dn, .attributes = {}}});
+        read.push_back({.status = {0, dn}, .record = {}});
       }
       return status;
     });
   }
   Names Taken(const Names& dns, const Names& attributes = {"mail"}) {
     Names names;
-    for (const ReadEntry& one : ahead_.Take(dns, attributes)) names.push_back(one.entry.dn);
+    for (const ReadRecord& one : ahead_.Take(dns, attributes)) names.push_back(one.status.text);
     return names;
   }
 
