@@ -48,7 +48,7 @@ class OtherDomains : public ::testing::Test {
     const bool is_search = request.kind == Kind::kSearch;
     asked_.push_back((is_search ? "" : "change ") + request.dn);
     if (!is_search) return {};
-    if (request.dn == kPartitions) return {.entries = partitions_};
+    if (request.dn == kPartitions) return {.entries = partitions_, .code = code_};
     if (request.dn == kSystem) return {.entries = trusts_};
     return {.entries = {{request.dn, {{"mail", {"home"}}}}}};
   }
@@ -64,6 +64,8 @@ class OtherDomains : public ::testing::Test {
   std::vector<StandInEntry> partitions_ = {Partition("DC=x", "x"),
                                            Partition("DC=pelora,DC=test", "pelora.test")};
   std::vector<StandInEntry> trusts_;
+  /// Of the answer about the forest.
+  int code_ = 0;
   LdapStandIn home_{{}, [this](const auto& request) { return Answer(request); }};
   std::unique_ptr<NetworkSession> session_ = OpenSession({.server = home_.Address()});
 };
@@ -338,6 +340,22 @@ TEST_F(OtherDomains, ArePlacesToLookIn) {
   std::unique_ptr<ldap::IDirectoryStore> trusted;
   ASSERT_EQ(ToText(places.back().open(trusted, {})), "0");
   EXPECT_THAT(FindMail(*trusted, Base()), Contains("mail: berta@pelora.test"));
+}
+
+TEST_F(OtherDomains, AreAskedForAgainWhereTheServerHadTooMuchToDoAndNotWhereItRefuses) {
+  const ldap::PlaceFinder find_places = session_->find_places();
+  std::vector<ldap::SearchPlace> places;
+  for (const int code : {ldap::kLdapBusy, ldap::kLdapUnavailable}) {
+    code_ = code;
+    EXPECT_THAT(ToText(find_places(store(), places)), StartsWith(std::to_string(code)));
+    EXPECT_EQ(ReadValue(store(), "CN=a,DC=elsewhere", "mail"), "home");
+  }
+  code_ = ldap::kLdapInsufficientAccessRights;
+  EXPECT_THAT(ToText(find_places(store(), places)), StartsWith("50"));
+  static_cast<void>(TakeAsked());
+  EXPECT_THAT(ToText(find_places(store(), places)), StartsWith("50"));
+  EXPECT_EQ(ReadValue(store(), "CN=a,DC=elsewhere", "mail"), "home");
+  EXPECT_THAT(TakeAsked(), ElementsAre("CN=a,DC=elsewhere"));
 }
 
 TEST(OtherDomainsOfASession, AreReadOnce) {

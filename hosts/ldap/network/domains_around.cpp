@@ -1,9 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "hosts/ldap/network/domains_around.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
+#include "hosts/ldap/ldap_status.h"
+
 namespace pelora::ldap {
+namespace {
+
+/// Whether the same question may have another answer soon.
+bool IsForTheMoment(const StoreStatus& status) {
+  constexpr auto kCodes = std::to_array<int>(
+      {kLdapTimeLimitExceeded, kLdapAdminLimitExceeded, kLdapBusy, kLdapUnavailable});
+  return status.code < 0 || std::ranges::find(kCodes, status.code) != kCodes.end();
+}
+
+}  // namespace
 
 StoreStatus DomainsAround::Know(IDirectoryStore& store,
                                 std::shared_ptr<const KnownDomains>& domains) {
@@ -18,7 +32,7 @@ StoreStatus DomainsAround::Know(IDirectoryStore& store,
   // Nobody waits for a server with the lock in hand.
   KnownDomains read;
   StoreStatus status = ReadKnownDomains(store, read);
-  if (status.code < 0) return status;
+  if (IsForTheMoment(status)) return status;
   domains = std::make_shared<const KnownDomains>(std::move(read));
   const std::lock_guard lock(mutex_);
   told_ = Told{.status = status, .domains = domains};

@@ -15,7 +15,8 @@ class DomainsAround {
  public:
   /// What has been read before, or else what `store`, one of the directory, says now. A directory
   /// that refuses to say knows none, and is not asked again; one that cannot be reached (a negative
-  /// code) has not said anything. `domains` is null then, and never otherwise.
+  /// code), or has too much to do, has not said anything. `domains` is null then, and never
+  /// otherwise.
   StoreStatus Know(IDirectoryStore& store, std::shared_ptr<const KnownDomains>& domains);
   /// Whoever asks next reads again: the server that has told is not there any more, and another one
   /// may know others.

@@ -51,7 +51,7 @@ IDirectoryStore* DomainsStore::StoreOf(const std::string& dn, StoreStatus& statu
   if (!MayBeElsewhere(dn)) return home_.get();
   std::shared_ptr<const KnownDomains> domains;
   static_cast<void>(around_->Know(*home_, domains));
-  // One that cannot be reached has not told, and will say so itself.
+  // One that cannot be reached or is too busy has not told, and will say so itself.
   const KnownDomain* const domain = domains == nullptr ? nullptr : domains->DomainOf(dn);
   if (domain == nullptr) return home_.get();
   std::unique_ptr<IDirectoryStore>& store = stores_[domain->base];
