@@ -9,12 +9,13 @@
 namespace pelora::ldap {
 namespace {
 
-/// Whether a name's first part says its value as it is.
+/// Whether a name's first part says its value as it is, of an attribute that names an object and
+/// does nothing else: any user has an `ou` who is given one, and a thousand of a unit's users may
+/// have that of another unit below it.
 bool IsPlain(std::string_view part) {
   const std::size_t sign = part.find('=');
   if (sign == std::string_view::npos || sign + 1 == part.size()) return false;
-  const std::string_view attribute = part.substr(0, sign);
-  return (EqualsWithoutCase(attribute, "CN") || EqualsWithoutCase(attribute, "OU")) &&
+  return EqualsWithoutCase(part.substr(0, sign), "CN") &&
          part.find_first_of("\\\"+", sign) == std::string_view::npos;
 }
 

@@ -15,7 +15,7 @@ namespace pelora::ldap {
 [[nodiscard]] std::string FilterOfNames(std::span<const std::string> dns);
 
 /// How many of the first names, `most` at most, lie right below one container and can be looked for
-/// there by the values that name them: those of CN and OU that are written without escapes.
+/// there by the values that name them: those of CN that are written without escapes.
 [[nodiscard]] std::size_t CountSiblings(std::span<const std::string> dns, std::size_t most);
 
 /// The filter that finds such siblings right below their container. It may find others there whose
