@@ -24,7 +24,7 @@ class Within {
 };
 
 bool IsAscii(std::string_view text) {
-  return std::ranges::all_of(text, [](char letter) { return letter >= 0; });
+  return std::ranges::all_of(text, [](unsigned char letter) { return letter < 0x80; });
 }
 
 }  // namespace
