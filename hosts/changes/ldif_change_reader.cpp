@@ -223,12 +223,13 @@ class RecordReader {
 
   /// What the lists hold, of those that say so.
   void ReadHeld() {
+    const std::vector<Line> marks = Marks();
     for (ValueChange& value : change_.attributes) {
       AttributeValues held;
-      for (Line& mark : Marks()) {
+      for (const Line& mark : marks) {
         if (!value.is_list || !mark.Is(value.attribute)) continue;
         value.is_whole = true;
-        if (!mark.value.empty()) held.push_back(std::move(mark.value));
+        if (!mark.value.empty()) held.push_back(mark.value);
       }
       if (value.is_whole) CompleteList(SyntaxOf(schema_, value.attribute), held, value);
     }

@@ -42,6 +42,7 @@ class LdbStore final : public IDirectoryStore, public IReadsAhead {
     // had his time then.
     if (lock_->IsFileGivenUp()) static_cast<void>(lock_->AcquireAnew(Purpose::kWrite));
     known_.Clear();
+    ahead_.Clear();
     connection_.reset();
   }
   LdbStore(const LdbStore&) = delete;
