@@ -176,6 +176,19 @@ TEST(ServerChoice, OneThatSaysNothingWhenOneSignsInIsPassedOverSoon) {
   EXPECT_LT(std::chrono::steady_clock::now() - begin, kLongWait);
 }
 
+TEST(ServerChoice, TheOnlyOneIsWaitedForAsForAnyAnswer) {
+  constexpr std::chrono::milliseconds kSoon{300};
+  TcpRelay slow(ldap::kDirectoryPort);
+  slow.SetDelay(kSoon + kSoon / 3);
+  const ServerName name = NameOf(Server() + ":" + std::to_string(slow.port()));
+  // Several records may name it.
+  const auto choice = std::make_shared<ldap::ServerChoice>(NetworkOptions{.connect_timeout = kSoon},
+                                                           Finds({name, name}));
+  ldap::NetworkStore store(choice, std::make_shared<ldap::SchemaCache>());
+  EXPECT_EQ(ToText(store.Open()), "0");
+  EXPECT_EQ(ToText(store.Open()), "0");
+}
+
 /// A store on a domain of two servers, which are two ways to the lab's domain controller.
 class TakingOverTest : public ::testing::Test {
  protected:

@@ -35,7 +35,7 @@ struct NetworkOptions {
   /// How long to wait for each answer, and between the parts of a long one.
   std::chrono::milliseconds request_timeout{30'000};
   /// How long to wait for each answer while signing in; none: as long as for any other. A server
-  /// that was found, and not named, is waited for as long as for a connection: there are others.
+  /// that was found beside others is waited for as long as for a connection.
   std::optional<std::chrono::milliseconds> sign_in_timeout{};
   AnswerLimits limits{};
   /// The realm of which a server has to prove to be; empty: whichever knows it.

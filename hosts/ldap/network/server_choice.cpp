@@ -26,10 +26,9 @@ std::optional<ChosenServer> Named(const NetworkOptions& options) {
   return ChosenServer{.name = *std::move(name), .is_named = true};
 }
 
-/// A server that was found need not be waited for long: there are others.
+/// How a server is signed in to for which there are others: it need not be waited for long.
 NetworkOptions WithoutPatience(NetworkOptions options) {
-  const bool is_named = ParseServerName(options.server).has_value();
-  if (!is_named && !options.sign_in_timeout) {
+  if (!options.sign_in_timeout) {
     options.sign_in_timeout = std::min(options.request_timeout, options.connect_timeout);
   }
   return options;
@@ -62,7 +61,8 @@ ServerFinder FindServersOfRealm(const NetworkOptions& options, const std::string
 }
 
 ServerChoice::ServerChoice(const NetworkOptions& options, ServerFinder find)
-    : options_(WithoutPatience(options)),
+    : options_(options),
+      hurried_(WithoutPatience(options)),
       find_(std::move(find)),
       is_named_(ParseServerName(options.server).has_value()),
       chosen_(Named(options)) {}
@@ -87,9 +87,12 @@ void ServerChoice::NoteSealing(const LdapConnection& connection) {
 StoreStatus ServerChoice::Connect(const std::stop_token& stop,
                                   std::shared_ptr<LdapConnection>& connection) {
   connection.reset();
-  const std::optional<ServerName> chosen = current();
-  if (!chosen) return FindOther({}, stop, connection);
-  StoreStatus status = LdapConnection::Open(*chosen, options_, stop, connection);
+  const std::optional<ChosenServer> known = this->chosen();
+  if (!known) return FindOther({}, stop, connection);
+  const ServerName& chosen = known->name;
+  const bool has_others = !known->is_named && !known->is_only;
+  StoreStatus status =
+      LdapConnection::Open(chosen, has_others ? hurried_ : options_, stop, connection);
   if (status.Ok()) NoteSealing(*connection);
   if (is_named_ || !IsUnreachable(status)) return status;
   StoreStatus other = FindOther(chosen, stop, connection);
@@ -110,8 +113,6 @@ StoreStatus ServerChoice::ConnectForWriting(const ServerName& name, const Server
   connection.reset();
   NetworkOptions of_same_realm = options_;
   of_same_realm.realm = realm;
-  // It is the only one.
-  of_same_realm.sign_in_timeout.reset();
   std::shared_ptr<LdapConnection> opened;
   StoreStatus status = realm.empty()
                            ? StoreStatus{kLdapReferral, "it does not say of which realm they are"}
@@ -135,10 +136,14 @@ StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable
   StoreStatus status = find_(stop, found);
   if (!status.Ok()) return status;
   StoreStatus failure = {kLdapServerDown, "the domain has no other server"};
+  const bool is_only =
+      std::ranges::all_of(found.servers, [&first = found.servers](const DomainServer& server) {
+        return server.name == first.front().name;
+      });
   for (DomainServer& server : found.servers) {
     // Records of different weight may name one server several times.
     if (server.name == unreachable) continue;
-    status = LdapConnection::Open(server.name, options_, stop, connection);
+    status = LdapConnection::Open(server.name, is_only ? options_ : hurried_, stop, connection);
     if (status.code == kLdapUserCancelled) return status;
     if (!status.Ok()) {
       // One that says why it is of no use says more than one that is not there.
@@ -150,6 +155,7 @@ StoreStatus ServerChoice::FindOther(const std::optional<ServerName>& unreachable
                            .wanted_site = std::move(found.site),
                            .told = std::move(server.told),
                            .is_near = server.is_near,
+                           .is_only = is_only,
                            .sealed_bits = connection->sealed_bits()};
     return {};
   }

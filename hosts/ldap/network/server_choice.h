@@ -36,6 +36,8 @@ struct ChosenServer {
   /// What it said of itself when it was found, if anything.
   std::optional<NetlogonAnswer> told{};
   bool is_near = false;
+  /// No other one was found with it.
+  bool is_only = false;
   /// By how many bits the key is long that seals the last connection.
   unsigned sealed_bits = 0;
   /// Where changes are sent to, once it has named another server for them.
@@ -83,6 +85,8 @@ class ServerChoice {
   void NoteSealing(const LdapConnection& connection);
 
   const NetworkOptions options_;
+  /// The same for servers beside which there are others.
+  const NetworkOptions hurried_;
   const ServerFinder find_;
   const bool is_named_;
   mutable std::mutex mutex_;
