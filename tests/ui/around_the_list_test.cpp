@@ -15,6 +15,21 @@ namespace {
 
 using console::ToUtf8;
 
+/// How a list draws a text in one of its columns.
+QImage Drawn(const session::ListColumn& column, const std::string& text) {
+  console::ObjectListPane pane(nullptr);
+  pane.SetColumns({{.name = "name", .title = "Name"}, column});
+  pane.Gather({{.object = {.dn = "CN=x", .name = "x", .description = {}, .kind = {}},
+                .cells = {"x", text}}});
+  pane.ShowGathered();
+  QTreeView& view = pane.view();
+  // No row is marked as the current one.
+  view.setFocusPolicy(Qt::NoFocus);
+  pane.show();
+  QCoreApplication::processEvents();
+  return view.viewport()->grab(view.visualRect(view.model()->index(0, 1))).toImage();
+}
+
 class AroundTheList : public WindowTest {
  protected:
   void Find(const char* text) {
@@ -90,12 +105,21 @@ TEST_F(AroundTheList, AnAnswerHasRoomForADate) {
   EXPECT_LE(answer.fontMetrics().horizontalAdvance(answer.text()) + kFrame, answer.width());
 }
 
-TEST_F(AroundTheList, LinesBeginAtOneEdgeAndFoldersShowTheirEnds) {
+TEST_F(AroundTheList, LinesBeginAtOneEdgeAndHeadsShowTheirBeginnings) {
   const auto edge = [this](const QWidget& line) { return line.mapTo(&window(), QPoint(0, 0)).x(); };
   EXPECT_EQ(edge(pane().find().text()), edge(pane().find().views()));
   EXPECT_EQ(edge(pane().find().text()), edge(pane().list().filter()));
-  EXPECT_EQ(list().textElideMode(), Qt::ElideMiddle);
   EXPECT_EQ(list().header()->textElideMode(), Qt::ElideRight);
+}
+
+TEST_F(AroundTheList, ATextWithoutRoomIsCutWhereItTellsLeast) {
+  const auto shows_its_end = [](const session::ListColumn& column) {
+    const std::string cut(300, 'W');
+    EXPECT_EQ(Drawn(column, cut + "1"), Drawn(column, cut + "1"));
+    return Drawn(column, cut + "1") != Drawn(column, cut + "2");
+  };
+  EXPECT_TRUE(shows_its_end({.name = "folder", .title = "Folder", .tells_at_end = true}));
+  EXPECT_FALSE(shows_its_end({.name = "remark", .title = "Description"}));
 }
 
 TEST_F(AroundTheList, TheStatusEndsInDotsWhereItHasNoRoom) {

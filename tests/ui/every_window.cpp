@@ -36,35 +36,15 @@
 #include "hosts/session/find/ready_views.h"
 #include "hosts/session/new_object_kind.h"
 #include "resources/resource.h"
+#include "tests/ui/long_names.h"
 #include "tests/ui/open_sheet.h"
 #include "tests/ui/open_wizard.h"
-#include "tests/ui/scripted_store.h"
 
 namespace pelora::test {
 namespace {
 
 constexpr int kPatience = 20000;
 constexpr RowIndex kArchiverRow = 0;
-
-/// A name without a place to break it, and one with many.
-const std::string kLongWord(200, 'W');
-const std::string kLongText = [] {
-  std::string text;
-  while (text.size() < 200) text += "Wide words ";
-  return text;
-}();
-
-/// Finds one container and one user, both with long names.
-ldap::StoreOpener OpenLongNames() {
-  const auto script = [](const ldap::SearchRequest& /*request*/, const ldap::EntrySink& sink) {
-    if (sink(ContainerEntry(kLongWord))) sink(UserEntry(kLongText));
-    return ldap::StoreStatus{};
-  };
-  return [script](std::unique_ptr<ldap::IDirectoryStore>& store, const std::stop_token& /*stop*/) {
-    store = std::make_unique<ScriptedStore>(script, true);
-    return ldap::StoreStatus{};
-  };
-}
 
 class Tour {
  public:

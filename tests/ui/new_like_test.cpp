@@ -1,26 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-// New objects after others, and names that follow a company's patterns.
+// New objects after others.
 #include <gmock/gmock.h>
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPlainTextEdit>
 #include <QPushButton>
 
-#include "hosts/console/new_object/new_object_wizard.h"
-#include "hosts/session/distinguished_name.h"
-#include "resources/resource.h"
 #include "tests/ui/keep_picture.h"
 #include "tests/ui/scripted_store.h"
-#include "tests/ui/window_test.h"
+#include "tests/ui/wizard_person.h"
 
 namespace pelora::test {
 namespace {
 
-using console::QtNewObjectWizard;
-using console::ToQString;
 using console::ToUtf8;
 using ::testing::AllOf;
 using ::testing::Contains;
@@ -33,69 +25,9 @@ constexpr const char* kDistribution =
     "CN=Rundschreiben,OU=Gruppen,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
 constexpr const char* kFrank =
     "CN=Frank Seidel,OU=Entwicklung,OU=Linden-Werke Chemnitz,DC=linden-werke,DC=example";
-constexpr const char* kServers = "OU=Groupware Servers,DC=linden-werke,DC=example";
-/// A company that is none: its box is not checked.
-constexpr const char* kNoCompany = "OU=Linden Servis Beograd,DC=linden-werke,DC=example";
 
-/// A person in front of a wizard.
-class Wizard {
- public:
-  explicit Wizard(QWidget& window) : wizard_(dynamic_cast<QtNewObjectWizard&>(window)) {}
-
-  void Write(const char* field, const char* text) {
-    auto& edit = *wizard_.findChild<QLineEdit*>(QLatin1String(field));
-    edit.selectAll();
-    for (const QChar character : QString::fromUtf8(text)) {
-      QTest::sendKeyEvent(QTest::Click, &edit, Qt::Key_unknown, character, Qt::NoModifier);
-    }
-  }
-  [[nodiscard]] std::string Field(const char* field) const {
-    return ToUtf8(wizard_.findChild<QLineEdit*>(QLatin1String(field))->text());
-  }
-  void ClickOwn(const char* button) {
-    wizard_.findChild<QAbstractButton*>(QLatin1String(button))->click();
-  }
-  [[nodiscard]] console::QtDialog& page() { return *wizard_.Dialog(wizard_.CurrentPage()); }
-  void TypeAddress(const char* text) {
-    auto& edit = dynamic_cast<QLineEdit&>(page().Find(IDC_NEW_ADDRESS)->widget());
-    edit.selectAll();
-    text[0] == '\0' ? QTest::keyClick(&edit, Qt::Key_Delete)
-                    : QTest::keyClicks(&edit, QString::fromUtf8(text));
-  }
-  void Next() {
-    EXPECT_TRUE(wizard_.next().isEnabled());
-    wizard_.next().click();
-  }
-  void Back() { wizard_.back().click(); }
-  [[nodiscard]] std::string Summary() const {
-    return ToUtf8(wizard_.findChild<QPlainTextEdit*>(QStringLiteral("summary"))->toPlainText());
-  }
-  void Finish() {
-    EXPECT_TRUE(wizard_.IsSummary());
-    wizard_.finish().click();
-  }
-  [[nodiscard]] std::string Title() const { return ToUtf8(wizard_.windowTitle()); }
-  QtNewObjectWizard& wizard() { return wizard_; }
-
- private:
-  QtNewObjectWizard& wizard_;
-};
-
-class NewLike : public WindowTest {
+class NewLike : public NewObjectInWindow {
  protected:
-  void GoTo(const std::string& container) {
-    pane().GoTo(container);
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return pane().Container() != nullptr && pane().Container()->dn == container; },
-        kPatience));
-    Settle();
-  }
-  void Select(const std::vector<std::string>& objects) {
-    GoTo(std::string(session::ParentName(objects.front())));
-    pane().list().Select(objects);
-    list().setFocus();
-    QCoreApplication::processEvents();
-  }
   [[nodiscard]] QAction& action() {
     return *window().findChild<QAction*>(QStringLiteral("new_like"));
   }
@@ -109,30 +41,6 @@ class NewLike : public WindowTest {
     });
     action().trigger();
     Settle();
-  }
-  void MakeUserIn(const std::string& container, const std::function<void(Wizard& wizard)>& play) {
-    GoTo(container);
-    modal_scripts().Add([&play](QWidget& window) {
-      Wizard wizard(window);
-      play(wizard);
-    });
-    window().findChild<QMenu*>(QStringLiteral("new_menu"))->actions().front()->trigger();
-    Settle();
-  }
-  /// What is typed into the dialog of patterns, which is kept or not.
-  void AnswerPatterns(const char* logon_name, const char* address) {
-    modal_scripts().Add([=](QWidget& dialog) {
-      ASSERT_EQ(ToUtf8(dialog.objectName()), "pattern_dialog");
-      dialog.findChild<QLineEdit*>(QStringLiteral("pattern_logon_name"))
-          ->setText(QString::fromUtf8(logon_name));
-      dialog.findChild<QLineEdit*>(QStringLiteral("pattern_address"))
-          ->setText(QString::fromUtf8(address));
-      dialog.findChild<QPushButton*>(QStringLiteral("pattern_keep"))->click();
-    });
-  }
-  static void NameUser(Wizard& wizard) {
-    wizard.Write("own_first_name", "Nora");
-    wizard.Write("own_last_name", "Neu");
   }
 };
 
@@ -315,102 +223,6 @@ TEST_F(NewLike, AnObjectThatIsGoneIsReported) {
   });
   action().trigger();
   EXPECT_TRUE(QTest::qWaitFor([this] { return modal_scripts().waiting() == 0; }, kPatience));
-}
-
-// Patterns.
-
-TEST_F(NewLike, NamesFollowThePatternsOfTheCompanyAndStayEditable) {
-  MakeUserIn(kSales, [this](Wizard& wizard) {
-    wizard.Write("own_first_name", "Jörg");
-    EXPECT_EQ(wizard.Field("own_logon_name"), "") << "there is no pattern yet";
-    AnswerPatterns("{first}.{last}", "{logon}@linden-werke.example");
-    wizard.ClickOwn("own_patterns");
-    EXPECT_EQ(wizard.Field("own_logon_name"), "") << "there is no last name yet";
-    wizard.Write("own_last_name", "Neu");
-    EXPECT_EQ(wizard.Field("own_logon_name"), "joerg.neu");
-    wizard.Write("own_last_name", "Neuer-Langenfeldmann");
-    EXPECT_EQ(wizard.Field("own_logon_name"), "joerg.neuer-langenfe");
-    wizard.Write("own_last_name", "Neu");
-    wizard.Next();
-    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "") << "no account is made yet";
-    dynamic_cast<QAbstractButton&>(wizard.page().Find(IDC_CREATE_PELORA)->widget()).click();
-    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "joerg.neu@linden-werke.example");
-    // Another name gives another address, as long as nobody has written one.
-    wizard.Back();
-    wizard.Write("own_last_name", "Alt");
-    wizard.Next();
-    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "joerg.alt@linden-werke.example");
-    wizard.TypeAddress("");
-    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "") << "whoever erases it types another";
-    wizard.TypeAddress("info@linden-werke.example");
-    wizard.Back();
-    wizard.Write("own_logon_name", "joerg");
-    wizard.Write("own_last_name", "Neu");
-    EXPECT_EQ(wizard.Field("own_logon_name"), "joerg") << "it was written";
-    wizard.Next();
-    EXPECT_EQ(wizard.page().Text(IDC_NEW_ADDRESS), "info@linden-werke.example");
-    wizard.Next();
-    wizard.Finish();
-  });
-  const EntryLines stored =
-      SearchEntry(file(),
-                  "CN=Jörg Neu,OU=Vertrieb,OU=Linden-Werke Chemnitz,DC=linden-werke,"
-                  "DC=example");
-  EXPECT_THAT(stored, AllOf(Contains("sAMAccountName: joerg"),
-                            Contains("mail: info@linden-werke.example")));
-}
-
-TEST_F(NewLike, PatternsAreKeptForTheCompanyAndNotForOthers) {
-  const auto follows = [this](const std::string& container) {
-    std::string logon_name;
-    MakeUserIn(container, [&logon_name](Wizard& wizard) {
-      NameUser(wizard);
-      logon_name = wizard.Field("own_logon_name");
-      wizard.wizard().done(QDialog::Rejected);
-    });
-    return logon_name;
-  };
-  EXPECT_EQ(follows(kSales), "");
-  MakeUserIn(kSales, [this](Wizard& wizard) {
-    AnswerPatterns("{last}-{first}", "");
-    wizard.ClickOwn("own_patterns");
-    wizard.wizard().done(QDialog::Rejected);
-  });
-  EXPECT_EQ(follows(kSales), "neu-nora");
-  EXPECT_EQ(follows(kLaboratory), "neu-nora") << "of the same company, two units below";
-  EXPECT_EQ(follows(kNoCompany), "");
-  EXPECT_EQ(follows(kServers), "");
-  OpenWindow();
-  EXPECT_EQ(follows(kSales), "neu-nora") << "another window";
-}
-
-TEST_F(NewLike, WhatIsNoPatternIsNotKept) {
-  MakeUserIn(kSales, [this](Wizard& wizard) {
-    modal_scripts().Add([](QWidget& dialog) {
-      auto& logon_name = *dialog.findChild<QLineEdit*>(QStringLiteral("pattern_logon_name"));
-      auto& address = *dialog.findChild<QLineEdit*>(QStringLiteral("pattern_address"));
-      const auto& said = *dialog.findChild<QLabel*>(QStringLiteral("pattern_said"));
-      auto& keep = *dialog.findChild<QPushButton*>(QStringLiteral("pattern_keep"));
-      EXPECT_TRUE(keep.isEnabled());
-      EXPECT_EQ(ToUtf8(said.text()), "Nothing follows.");
-      logon_name.setText(QStringLiteral("{first}@"));
-      EXPECT_FALSE(keep.isEnabled());
-      EXPECT_THAT(ToUtf8(said.text()), StartsWith("User logon name: none of "));
-      logon_name.setText(QStringLiteral("{first}.{last}"));
-      address.setText(QStringLiteral("{nobody}@linden-werke.example"));
-      EXPECT_FALSE(keep.isEnabled());
-      EXPECT_THAT(ToUtf8(said.text()), StartsWith("{nobody} is not known"));
-      address.setText(QStringLiteral("{logon}@linden-werke.example"));
-      EXPECT_TRUE(keep.isEnabled());
-      EXPECT_EQ(ToUtf8(said.text()), "Ada Meyer gets: ada.meyer  ada.meyer@linden-werke.example");
-      KeepPicture(dialog, "patterns");
-      dynamic_cast<QDialog&>(dialog).reject();
-    });
-    wizard.ClickOwn("own_patterns");
-    NameUser(wizard);
-    EXPECT_EQ(wizard.Field("own_logon_name"), "");
-    wizard.wizard().done(QDialog::Rejected);
-  });
 }
 
 }  // namespace

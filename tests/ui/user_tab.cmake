@@ -17,6 +17,6 @@ pelora_test_suite(ui_fields QT
   LIBRARIES pelora_ui_test_support)
 # What holds for every window.
 pelora_test_suite(ui_every_window QT
-  SOURCES every_window_test.cpp every_window.cpp every_window.h open_wizard.cpp open_wizard.h
+  SOURCES every_window_test.cpp every_window.cpp every_window.h long_names.h open_wizard.cpp open_wizard.h
     dark_theme.h faults_of_use.cpp faults_of_use.h scripted_store.h small_screen_main.cpp
   LIBRARIES pelora_ui_test_support)

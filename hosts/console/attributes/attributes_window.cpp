@@ -34,7 +34,7 @@ AttributesWindow::AttributesWindow(const QString& name, Reader read, QWidget* pa
                                    AttributeEditor editor)
     : QDialog(parent), read_(std::move(read)), editor_(std::move(editor)) {
   setObjectName(QStringLiteral("attributes"));
-  SetPlainTitle(*this, QStringLiteral("%1 Attributes").arg(Readable(name)));
+  SetPlainTitle(*this, QStringLiteral("%1 Attributes").arg(name));
   setAttribute(Qt::WA_DeleteOnClose);
   filter_ = new QLineEdit(this);
   filter_->setObjectName(QStringLiteral("attributes_filter"));

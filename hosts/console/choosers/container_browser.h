@@ -7,7 +7,6 @@
 
 #include "hosts/console/window/container_tree_model.h"
 
-class QLabel;
 class QTreeView;
 
 namespace pelora::console {

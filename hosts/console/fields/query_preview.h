@@ -6,7 +6,6 @@
 #include "hosts/console/choosers/found_object_model.h"
 #include "hosts/console/choosers/object_search.h"
 
-class QLabel;
 class QTreeView;
 
 namespace pelora::console {

@@ -13,6 +13,7 @@
 #include "directory/creation_failure.h"
 #include "directory/error_text.h"
 #include "hosts/console/dialogs/discard_question.h"
+#include "hosts/console/dialogs/name_label.h"
 #include "hosts/console/program/guarded_application.h"
 #include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"

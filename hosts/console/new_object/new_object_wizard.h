@@ -19,7 +19,6 @@
 #include "hosts/sheets/wizard_machine.h"
 #include "platform/message_box.h"
 
-class QLabel;
 class QPlainTextEdit;
 class QPushButton;
 class QStackedWidget;

@@ -32,7 +32,7 @@ ResetPasswordDialog::ResetPasswordDialog(const QString& name, session::PasswordR
                                          Give give, QWidget* parent)
     : QDialog(parent), rules_(rules), give_(std::move(give)) {
   setObjectName(QStringLiteral("reset_password"));
-  SetPlainTitle(*this, QStringLiteral("Reset Password of %1").arg(Readable(name)));
+  SetPlainTitle(*this, QStringLiteral("Reset Password of %1").arg(name));
   auto* const form = new QFormLayout;
   password_ = AddField(*form, QStringLiteral("&New password:"), "new_password");
   again_ = AddField(*form, QStringLiteral("Once &more:"), "new_password_again");

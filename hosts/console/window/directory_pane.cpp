@@ -13,7 +13,6 @@
 #include "hosts/console/finding/missing_text.h"
 #include "hosts/console/life/object_drag.h"
 #include "hosts/console/program/guarded_application.h"
-#include "hosts/console/text/plain_text.h"
 #include "hosts/console/text/qt_text.h"
 #include "hosts/ldap/name_key.h"
 #include "hosts/session/distinguished_name.h"
@@ -296,9 +295,11 @@ QString DirectoryPane::EmptyText() const {
   }
   if (!answer_error_.isEmpty()) return answer_error_;
   if (list_->Count() > 0) {
-    return Readable(QStringLiteral("No object here has \"%1\" in a column. Without a text in "
-                                   "\"Filter\" all of them are shown.")
-                        .arg(list_->filter().text()));
+    return QStringLiteral(
+               "No object here has \"%1\" in a column. Without a text in \"Filter\" all of them "
+               "are "
+               "shown.")
+        .arg(list_->filter().text());
   }
   // What is being read comes in a moment.
   if (state() == kReading) return {};

@@ -22,7 +22,6 @@
 #include "hosts/session/new_object_kind.h"
 
 class QAction;
-class QLabel;
 class QMenu;
 
 namespace pelora::console {
@@ -175,7 +174,7 @@ class MainWindow final : public QMainWindow {
   QString last_;
   /// Failures that are being shown.
   QSet<QString> reports_;
-  QLabel* count_ = nullptr;
+  NameLabel* count_ = nullptr;
   NameLabel* hint_ = nullptr;
   NameLabel* who_ = nullptr;
   QAction* open_file_ = nullptr;

@@ -28,10 +28,11 @@ constexpr int kSortKeys = 9;
 /// Room around what an empty list says, in dots.
 constexpr int kAroundWords = 24;
 
-/// Shows a tooltip only where the text does not fit.
-class CutTextTips final : public QStyledItemDelegate {
+/// Draws what does not fit with dots where it tells least, and has a tooltip for that alone.
+class CutTexts final : public QStyledItemDelegate {
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  CutTexts(const ObjectListModel& objects, QObject* parent)
+      : QStyledItemDelegate(parent), objects_(objects) {}
 
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override {
@@ -41,6 +42,17 @@ class CutTextTips final : public QStyledItemDelegate {
     QToolTip::hideText();
     return true;
   }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const auto column = static_cast<std::size_t>(index.column());
+    option->textElideMode =
+        objects_.columns()[column].tells_at_end ? Qt::ElideMiddle : Qt::ElideRight;
+  }
+
+ private:
+  const ObjectListModel& objects_;
 };
 
 }  // namespace
@@ -87,11 +99,9 @@ void ObjectListPane::MakeView() {
   view_->setRootIsDecorated(false);
   view_->setUniformRowHeights(true);
   view_->setAllColumnsShowFocus(true);
-  // Folders begin alike, and tell more at their end.
-  view_->setTextElideMode(Qt::ElideMiddle);
   view_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   view_->setSortingEnabled(true);
-  view_->setItemDelegate(new CutTextTips(view_));
+  view_->setItemDelegate(new CutTexts(*model_, view_));
   view_->header()->setTextElideMode(Qt::ElideRight);
   view_->header()->setSectionsMovable(true);
   view_->header()->setFirstSectionMovable(false);

@@ -9,11 +9,12 @@
 #include "hosts/console/window/object_list_model.h"
 #include "hosts/console/window/ordered_objects.h"
 
-class QLabel;
 class QLineEdit;
 class QTreeView;
 
 namespace pelora::console {
+
+class NameLabel;
 
 /// A column as it lies in a list.
 struct LyingColumn {
@@ -103,7 +104,7 @@ class ObjectListPane final : public QWidget {
   OrderedObjects* shown_;
   QLineEdit* filter_ = nullptr;
   QTreeView* view_ = nullptr;
-  QLabel* empty_ = nullptr;
+  NameLabel* empty_ = nullptr;
 };
 
 }  // namespace pelora::console

@@ -47,9 +47,10 @@ QString Enumerated(const std::vector<std::string>& texts) {
   for (std::size_t at = 0; at < texts.size() && at < kNamed; ++at) {
     named.append(Readable(ToQString(texts[at])).simplified());
   }
-  const QString text = named.join(QStringLiteral(", "));
-  if (texts.size() <= kNamed) return Readable(text);
-  return QStringLiteral("%1 and %2 more").arg(Readable(text)).arg(texts.size() - kNamed);
+  // Several of them are cut once more.
+  const QString text = Readable(named.join(QStringLiteral(", ")));
+  if (texts.size() <= kNamed) return text;
+  return QStringLiteral("%1 and %2 more").arg(text).arg(texts.size() - kNamed);
 }
 
 HistoryDialog::HistoryDialog(Lister list, QWidget* parent)

@@ -47,12 +47,13 @@ struct OwnColumn {
   /// Empty: nothing besides what is read of every object.
   std::string_view attribute;
   std::string (*cell)(const ldap::Entry& entry, const DirectoryObject& object);
+  bool tells_at_end = false;
 };
 
 constexpr std::array<OwnColumn, 9> kOwnColumns = {{
     {"name", "Name", "", &NameCell},
     {"type", "Type", "", &TypeCell},
-    {"folder", "Folder", "", &FolderCell},
+    {"folder", "Folder", "", &FolderCell, true},
     {"logon", "Logon Name", "sAMAccountName", &LogonCell},
     {"remark", "Description", "", &DescriptionCell},
     {"created", "Created", "whenCreated", &CreatedCell},
@@ -74,17 +75,25 @@ std::string TitleOfField(const Field& field) {
   return field.place.label + (has_default ? ": others" : "");
 }
 
+bool TellsAtEnd(FieldKind kind) {
+  return kind == FieldKind::kName || kind == FieldKind::kNameList ||
+         kind == FieldKind::kDefaultEntry || kind == FieldKind::kList;
+}
+
 ListColumn ColumnOf(const Field& field) {
   const std::string& group = field.place.group;
   return {.name = field.row.name,
           .title = TitleOfField(field),
           .place = field.tab + (group.empty() ? "" : ": " + group),
           .order = field.row.kind == FieldKind::kNumber ? ListColumn::Order::kNumber
-                                                        : ListColumn::Order::kText};
+                                                        : ListColumn::Order::kText,
+          .tells_at_end = TellsAtEnd(field.row.kind)};
 }
 
 ListColumn ColumnOf(const OwnColumn& own) {
-  return {.name = std::string(own.name), .title = std::string(own.title)};
+  return {.name = std::string(own.name),
+          .title = std::string(own.title),
+          .tells_at_end = own.tells_at_end};
 }
 
 }  // namespace

@@ -26,6 +26,9 @@ struct ListColumn {
   std::string place{};
   /// Numbers are ordered as such.
   Order order = Order::kText;
+  /// Folders, names of objects in the directory and addresses: what differs of them may be at their
+  /// end.
+  bool tells_at_end = false;
 };
 
 /// The words of the columns that every object has: name, type, folder and their like. `peloractl`

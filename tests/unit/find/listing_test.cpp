@@ -16,6 +16,7 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
 using ::testing::Not;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
@@ -109,6 +110,17 @@ TEST_F(Lists, TellEachColumnFromEveryOther) {
   }
   EXPECT_THAT(known, Contains(std::pair("E-mail addresses: others", "Pelora: E-mail addresses")));
   EXPECT_THAT(known, Contains(std::pair("E-mail addresses", "Pelora: E-mail addresses")));
+}
+
+TEST_F(Lists, TellWhichTextsDifferAtTheirEnd) {
+  std::set<std::string> names;
+  for (const ListColumn& column : AllColumns(catalogue())) {
+    if (column.tells_at_end) names.insert(column.name);
+  }
+  EXPECT_THAT(names, IsSupersetOf({"folder", "mail", "otherMailbox", "peloraSendAsPrivilege"}));
+  for (const char* name : {"name", "logon", "remark", "created", "peloraQuotaHard"}) {
+    EXPECT_THAT(names, Not(Contains(name)));
+  }
 }
 
 TEST_F(Lists, TellMarksApart) {
