@@ -109,6 +109,7 @@ class Run {
       job->result = writer_.Write(std::move(job->change));
       if (IsWithoutServer(*job->result)) is_ended_ = true;
       Tell();
+      if (!is_ended_) NoteAll();
       return true;
     }
     TakeAnswer(writer_.Send(job->change));
@@ -172,20 +173,22 @@ class Run {
     return NotDone(std::move(change.dn), noted);
   }
 
-  /// Notes what has been prepared and not been sent, in one go.
+  /// Notes what has been prepared and not been sent, in one go, up to what has to be looked at
+  /// first: notes stand in the order in which changes are sent.
   void NoteAll() {
     if (options_.log == nullptr) return;
     std::vector<Change> changes;
-    for (std::size_t at = sent_; at < jobs_.size(); ++at) {
-      if (!jobs_[at].result && !jobs_[at].needs_look) changes.push_back(jobs_[at].change);
+    std::size_t end = sent_;
+    for (; end < jobs_.size() && !jobs_[end].needs_look; ++end) {
+      if (!jobs_[end].result) changes.push_back(jobs_[end].change);
     }
     if (changes.empty()) return;
     IChangeLog::NoteId note = 0;
     const StoreStatus noted = options_.log->Note(changes, note);
     if (!noted.Ok()) is_ended_ = true;
-    for (std::size_t at = sent_; at < jobs_.size(); ++at) {
+    for (std::size_t at = sent_; at < end; ++at) {
       Job& job = jobs_[at];
-      if (job.result || job.needs_look) continue;
+      if (job.result) continue;
       if (noted.Ok()) {
         job.note = note++;
       } else {

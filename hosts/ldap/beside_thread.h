@@ -9,7 +9,8 @@
 
 namespace pelora::ldap {
 
-/// A thread that does one thing after the other beside the one that owns it.
+/// A thread that does one thing after the other beside the one that owns it. Where the system gives
+/// no thread, each thing is done by the owner's while it begins.
 class BesideThread {
  public:
   BesideThread();
@@ -25,6 +26,8 @@ class BesideThread {
 
  private:
   void Serve();
+  /// What it throws is kept.
+  void DoWork();
 
   std::mutex mutex_;
   std::condition_variable changed_;

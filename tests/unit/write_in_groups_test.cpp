@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <atomic>
 #include <stdexcept>
@@ -112,6 +113,39 @@ TEST_F(WriteInGroupsTest, FewRequestsNeedNoOtherThread) {
   EXPECT_THAT(writers_, ElementsAre(std::this_thread::get_id()));
   EXPECT_THAT(answers_, SizeIs(255));
   EXPECT_EQ(readings_, 0);
+}
+
+/// No thread can be begun while one lives: none finds room for its stack.
+class NoThreads {
+ public:
+  NoThreads() {
+    pthread_getattr_default_np(&before_);
+    pthread_attr_t boundless;
+    pthread_getattr_default_np(&boundless);
+    pthread_attr_setstacksize(&boundless, std::size_t{1} << 50U);
+    pthread_setattr_default_np(&boundless);
+    pthread_attr_destroy(&boundless);
+  }
+  NoThreads(const NoThreads&) = delete;
+  NoThreads& operator=(const NoThreads&) = delete;
+  ~NoThreads() {
+    pthread_setattr_default_np(&before_);
+    pthread_attr_destroy(&before_);
+  }
+
+ private:
+  pthread_attr_t before_{};
+};
+
+TEST_F(WriteInGroupsTest, AreWrittenInTurnWhereThereIsNoThread) {
+  constexpr int kCount = 256 + 512 + 7;
+  {
+    const NoThreads none;
+    WriteInGroups(Numbers(kCount), Taking(), Writing());
+  }
+  EXPECT_THAT(sizes_, ElementsAre(256, 512, 7));
+  EXPECT_THAT(answers_, SizeIs(kCount));
+  EXPECT_THAT(writers_, Each(std::this_thread::get_id()));
 }
 
 }  // namespace

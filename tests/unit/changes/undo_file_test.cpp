@@ -254,7 +254,10 @@ TEST_F(UndoFileTest, ListsThatWereChangedTwiceAreTakenBackOneAfterTheOther) {
                  words_.emplace_back(WordOf(result.outcome));
                  EXPECT_EQ(result.message, "");
                });
-    EXPECT_THAT(log.notes, SizeIs(5));
+    // As they were sent: taken back in turn, the last one goes first.
+    std::vector<std::string> noted;
+    for (const Change& note : log.notes) noted.push_back(note.dn);
+    EXPECT_THAT(noted, ElementsAre(kUser, kUser, dn, dn, kUser));
     EXPECT_THAT(log.withdrawn, IsEmpty());
   }
   EXPECT_THAT(words_, ElementsAre("changed", "changed", "changed", "changed", "changed"));
